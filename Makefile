@@ -1,0 +1,38 @@
+# The commands of this project; each one installs and builds what it needs and what has changed.
+
+.DEFAULT_GOAL := help
+.PHONY: help packages release run test checks corpus bench tidy format clean
+
+help: ## Say what there is
+	@grep -E '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/:.*## /\t/' | expand -t 12
+
+packages:
+	@scripts/install_packages.sh
+
+# build/NAME/build.ninja is the mark of a configured build tree; ninja itself sees to the rest.
+build/%/build.ninja: | packages
+	@cmake --preset $*
+
+release: packages build/release/build.ninja
+	@cmake --build --preset release
+
+run: release ## Resolve the demonstration workbook
+	@build/release/bin/cndfrmt resolve examples/demo.xlsx --now 2026-11-21T12:00:00
+
+checks: packages
+	@scripts/check_layers.sh
+	@scripts/check_format.sh
+
+test: checks release build/asan/build.ninja build/tsan/build.ninja ## Run every check and test
+	@ctest --preset release
+	@cmake --build --preset asan && ctest --preset asan
+	@cmake --build --preset tsan && ctest --preset tsan
+
+format: packages ## Lay out the sources
+	@scripts/check_format.sh --fix
+
+tidy: release ## Run clang-tidy over the sources
+	@scripts/check_tidy.sh
+
+clean: ## Remove what was built
+	@rm -rf build

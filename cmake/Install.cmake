@@ -1,0 +1,1 @@
+# Filled in below: headers, libraries, the CMake package and the pkg-config file.

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "DOM/SharedStyle.h"
+#include "FormulaModel/FormulaValue.h"
+
+namespace Zorv::DOM {
+
+/// A cell that exists: it has a value, a style of its own, or both.
+struct Cell {
+  FormulaValue value;
+  SharedCellStylePtr style;  ///< null where the cell has no style of its own
+  bool hasFormula = false;   ///< whether the value is the result of a formula
+};
+
+}  // namespace Zorv::DOM

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "DOM/Cell.h"
+#include "DOM/Ids.h"
+#include "Utils/CellIndex.h"
+#include "Utils/Export.h"
+
+namespace Zorv::DOM {
+
+class Table;
+
+/// One position of a table, and the cell there if there is one.
+///
+/// A small value that borrows the table and the cell; valid until the table changes.
+class ZORV_HOST_EXPORT CellInfo {
+public:
+  /// `cell` is null where the position holds no cell.
+  CellInfo(Table const& table, CellIndex index, Cell const* cell) noexcept
+      : _table(&table), _index(index), _cell(cell) {}
+
+  [[nodiscard]] Table const& getTable() const noexcept { return *_table; }
+  [[nodiscard]] Cell const* getCell() const noexcept { return _cell; }
+  [[nodiscard]] unsigned long getRowIndex() const noexcept { return _index.getRow().get(); }
+  [[nodiscard]] unsigned long getColIndex() const noexcept { return _index.getColumn().get(); }
+  [[nodiscard]] CellIndex getCellIndex() const noexcept { return _index; }
+
+  /// The identity of the position, which stays when the cell moves. Allocates nothing; logarithmic
+  /// in the number of edits that the table has seen.
+  [[nodiscard]] CellID getCellID() const noexcept;
+
+private:
+  Table const* _table;
+  CellIndex _index;
+  Cell const* _cell;
+};
+
+}  // namespace Zorv::DOM

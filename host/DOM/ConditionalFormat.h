@@ -1,0 +1,38 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "DOM/ConditionalFormatOperator.h"
+#include "DOM/TableRangeByID.h"
+#include "Utils/UUID.h"
+
+namespace Zorv::DOM {
+
+/// One conditional format of a table: where it applies, its condition, the named style that it
+/// contributes where the condition holds, and whether formats of lower priority are then left out.
+class ConditionalFormat {
+public:
+  ConditionalFormat(std::vector<TableRangeByID> ranges, ConditionalFormatOperator condition,
+                    UUID styleUUID, bool stopCalculateConditions = false) noexcept
+      : _ranges(std::move(ranges)),
+        _operator(std::move(condition)),
+        _styleUUID(styleUUID),
+        _stopCalculateConditions(stopCalculateConditions) {}
+
+  [[nodiscard]] std::vector<TableRangeByID> const& getRanges() const noexcept { return _ranges; }
+  /// Valid as long as the format lives; operators keep references into it.
+  [[nodiscard]] ConditionalFormatOperator const& getOperator() const noexcept { return _operator; }
+  [[nodiscard]] UUID const& getStyleUUID() const noexcept { return _styleUUID; }
+  [[nodiscard]] bool getStopCalculateConditions() const noexcept {
+    return _stopCalculateConditions;
+  }
+
+private:
+  std::vector<TableRangeByID> _ranges;
+  ConditionalFormatOperator _operator;
+  UUID _styleUUID;
+  bool _stopCalculateConditions;
+};
+
+}  // namespace Zorv::DOM

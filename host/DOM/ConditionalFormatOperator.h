@@ -1,0 +1,172 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include <boost/optional.hpp>
+#include <boost/variant/variant.hpp>
+
+#include "DOM/FormulaSyntaxTree/Expr.h"
+
+// The records of the seven kinds of condition. Each holds its kind as a byte, and a kind out of
+// range is kept as it is: what it then means is the reader's matter.
+namespace Zorv::DOM {
+
+enum class NullaryConditionalFormatType : std::uint8_t {
+  Blanks = 0,
+  NoBlanks = 1,
+  Errors = 2,
+  NoErrors = 3,
+  Yesterday = 4,
+  Today = 5,
+  Tomorrow = 6,
+  Last7Days = 7,
+  LastWeek = 8,
+  ThisWeek = 9,
+  NextWeek = 10,
+  LastMonth = 11,
+  ThisMonth = 12,
+  NextMonth = 13,
+};
+
+/// Conditions without arguments: kinds of value, and date periods relative to today.
+class NullaryConditionalFormatOperator {
+public:
+  explicit NullaryConditionalFormatOperator(NullaryConditionalFormatType type) noexcept
+      : _type(type) {}
+  [[nodiscard]] NullaryConditionalFormatType getType() const noexcept { return _type; }
+
+private:
+  NullaryConditionalFormatType _type;
+};
+
+enum class UnaryConditionalFormatType : std::uint8_t {
+  Equal = 0,
+  NotEqual = 1,
+  Greater = 2,
+  GreaterOrEqual = 3,
+  Less = 4,
+  LessOrEqual = 5,
+  FormulaIsTrue = 6,
+};
+
+/// Comparison of the cell with one formula, or a formula that must be true.
+class UnaryConditionalFormatOperator {
+public:
+  UnaryConditionalFormatOperator(UnaryConditionalFormatType type,
+                                 FormulaSyntaxTree::Expr argument) noexcept
+      : _type(type), _argument(std::move(argument)) {}
+  [[nodiscard]] UnaryConditionalFormatType getType() const noexcept { return _type; }
+  [[nodiscard]] FormulaSyntaxTree::Expr const& getArgument() const noexcept { return _argument; }
+
+private:
+  UnaryConditionalFormatType _type;
+  FormulaSyntaxTree::Expr _argument;
+};
+
+enum class BinaryConditionalFormatType : std::uint8_t { Between = 0, NotBetween = 1 };
+
+/// The cell between two formulas, both included, or not.
+class BinaryConditionalFormatOperator {
+public:
+  BinaryConditionalFormatOperator(BinaryConditionalFormatType type,
+                                  FormulaSyntaxTree::Expr firstArgument,
+                                  FormulaSyntaxTree::Expr secondArgument) noexcept
+      : _type(type),
+        _firstArgument(std::move(firstArgument)),
+        _secondArgument(std::move(secondArgument)) {}
+  [[nodiscard]] BinaryConditionalFormatType getType() const noexcept { return _type; }
+  [[nodiscard]] FormulaSyntaxTree::Expr const& getFirstArgument() const noexcept {
+    return _firstArgument;
+  }
+  [[nodiscard]] FormulaSyntaxTree::Expr const& getSecondArgument() const noexcept {
+    return _secondArgument;
+  }
+
+private:
+  BinaryConditionalFormatType _type;
+  FormulaSyntaxTree::Expr _firstArgument;
+  FormulaSyntaxTree::Expr _secondArgument;
+};
+
+enum class TextConditionalFormatType : std::uint8_t {
+  Contains = 0,
+  NotContains = 1,
+  BeginsWith = 2,
+  EndsWith = 3,
+};
+
+/// The cell's text against a text: a literal one, or that of a formula.
+class TextConditionalFormatOperator {
+public:
+  using Argument = boost::variant<std::string, std::unique_ptr<FormulaSyntaxTree::Expr>>;
+
+  TextConditionalFormatOperator(TextConditionalFormatType type, Argument argument) noexcept
+      : _type(type), _argument(std::move(argument)) {}
+  [[nodiscard]] TextConditionalFormatType getType() const noexcept { return _type; }
+  [[nodiscard]] Argument const& getArgument() const noexcept { return _argument; }
+
+private:
+  TextConditionalFormatType _type;
+  Argument _argument;
+};
+
+enum class TopBottomConditionalFormatType : std::uint8_t { Top = 0, Bottom = 1 };
+
+/// The cell among the highest or lowest numbers of the ranges, by count or by percentage.
+class TopBottomConditionalFormatOperator {
+public:
+  TopBottomConditionalFormatOperator(TopBottomConditionalFormatType type, std::uint32_t value,
+                                     bool usePercent) noexcept
+      : _type(type), _value(value), _usePercent(usePercent) {}
+  [[nodiscard]] TopBottomConditionalFormatType getType() const noexcept { return _type; }
+  [[nodiscard]] std::uint32_t getValue() const noexcept { return _value; }
+  [[nodiscard]] bool getUsePercent() const noexcept { return _usePercent; }
+
+private:
+  TopBottomConditionalFormatType _type;
+  std::uint32_t _value;
+  bool _usePercent;
+};
+
+enum class AboveAverageConditionalFormatType : std::uint8_t {
+  Above = 0,
+  EqualOrAbove = 1,
+  Below = 2,
+  EqualOrBelow = 3,
+};
+
+/// The cell above or below the mean of the ranges, or, where a number of standard deviations is
+/// given, that far from it.
+class AboveAverageConditionalFormatOperator {
+public:
+  explicit AboveAverageConditionalFormatOperator(
+      AboveAverageConditionalFormatType type,
+      boost::optional<std::uint32_t> stdDev = boost::none) noexcept
+      : _type(type), _stdDev(stdDev) {}
+  [[nodiscard]] AboveAverageConditionalFormatType getType() const noexcept { return _type; }
+  [[nodiscard]] boost::optional<std::uint32_t> const& getStdDev() const noexcept { return _stdDev; }
+
+private:
+  AboveAverageConditionalFormatType _type;
+  boost::optional<std::uint32_t> _stdDev;
+};
+
+enum class UniquenessType : std::uint8_t { Duplicate = 0, Unique = 1 };
+
+/// The cell's value more than once, or exactly once, among the values of the ranges.
+struct UniquenessConditionalFormatOperator {
+  UniquenessType type = UniquenessType::Duplicate;
+};
+
+/// The condition of a conditional format. The order of the alternatives is part of the contract:
+/// `which()` tells the kind.
+using ConditionalFormatOperator =
+    boost::variant<NullaryConditionalFormatOperator, UnaryConditionalFormatOperator,
+                   BinaryConditionalFormatOperator, TextConditionalFormatOperator,
+                   TopBottomConditionalFormatOperator, AboveAverageConditionalFormatOperator,
+                   UniquenessConditionalFormatOperator>;
+
+}  // namespace Zorv::DOM

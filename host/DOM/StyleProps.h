@@ -1,0 +1,188 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <tuple>
+
+#include "Utils/Export.h"
+
+namespace Zorv::DOM {
+
+/// A colour in sRGB; alpha 255 is opaque.
+struct Colour {
+  std::uint8_t red = 0;
+  std::uint8_t green = 0;
+  std::uint8_t blue = 0;
+  std::uint8_t alpha = 255;
+
+  friend bool operator==(Colour const&, Colour const&) = default;
+};
+
+// The enumerations below name what ISO/IEC 29500-1, 18.18 (simple types) names.
+
+enum class Underline : std::uint8_t { None, Single, Double, SingleAccounting, DoubleAccounting };
+enum class VerticalRun : std::uint8_t { Baseline, Superscript, Subscript };
+enum class HorizontalAlignment : std::uint8_t {
+  General,
+  Left,
+  Center,
+  Right,
+  Fill,
+  Justify,
+  CenterContinuous,
+  Distributed,
+};
+enum class VerticalAlignment : std::uint8_t { Top, Center, Bottom, Justify, Distributed };
+enum class FillPattern : std::uint8_t {
+  None,
+  Solid,
+  MediumGray,
+  DarkGray,
+  LightGray,
+  DarkHorizontal,
+  DarkVertical,
+  DarkDown,
+  DarkUp,
+  DarkGrid,
+  DarkTrellis,
+  LightHorizontal,
+  LightVertical,
+  LightDown,
+  LightUp,
+  LightGrid,
+  LightTrellis,
+  Gray125,
+  Gray0625,
+};
+enum class LineStyle : std::uint8_t {
+  None,
+  Thin,
+  Medium,
+  Dashed,
+  Dotted,
+  Thick,
+  Double,
+  Hair,
+  MediumDashed,
+  DashDot,
+  MediumDashDot,
+  DashDotDot,
+  MediumDashDotDot,
+  SlantDashDot,
+};
+
+/// One border line of a cell. A line without a colour is drawn in the text's automatic colour.
+struct BorderLine {
+  LineStyle style = LineStyle::None;
+  std::optional<Colour> colour;
+
+  friend bool operator==(BorderLine const&, BorderLine const&) = default;
+};
+
+/// One member of a property group: the name under which it is printed, and where it is.
+template <class Props, class Value>
+struct PropMember {
+  char const* name;
+  std::optional<Value> Props::*member;
+};
+template <class Props, class Value>
+PropMember(char const*, std::optional<Value> Props::*) -> PropMember<Props, Value>;
+
+/// Character properties. A member without a value is not set.
+struct RunProps {
+  std::optional<std::string> fontName;
+  std::optional<double> fontSize;  ///< in points
+  std::optional<Colour> colour;
+  std::optional<bool> bold;
+  std::optional<bool> italic;
+  std::optional<Underline> underline;
+  std::optional<bool> strikethrough;
+  std::optional<VerticalRun> verticalRun;
+
+  /// The one list of members; merging, equality, hashing and printing walk it.
+  static constexpr auto members() noexcept {
+    return std::tuple{PropMember{"fontName", &RunProps::fontName},
+                      PropMember{"fontSize", &RunProps::fontSize},
+                      PropMember{"colour", &RunProps::colour},
+                      PropMember{"bold", &RunProps::bold},
+                      PropMember{"italic", &RunProps::italic},
+                      PropMember{"underline", &RunProps::underline},
+                      PropMember{"strikethrough", &RunProps::strikethrough},
+                      PropMember{"verticalRun", &RunProps::verticalRun}};
+  }
+};
+
+/// Paragraph properties. A member without a value is not set.
+struct ParaProps {
+  std::optional<HorizontalAlignment> horizontalAlignment;
+  std::optional<unsigned> indent;  ///< in steps of three spaces
+  std::optional<bool> wrapText;
+  std::optional<bool> shrinkToFit;
+  std::optional<int> textRotation;  ///< in degrees, counter-clockwise, -90 to 90
+  std::optional<unsigned> readingOrder;
+
+  static constexpr auto members() noexcept {
+    return std::tuple{PropMember{"horizontalAlignment", &ParaProps::horizontalAlignment},
+                      PropMember{"indent", &ParaProps::indent},
+                      PropMember{"wrapText", &ParaProps::wrapText},
+                      PropMember{"shrinkToFit", &ParaProps::shrinkToFit},
+                      PropMember{"textRotation", &ParaProps::textRotation},
+                      PropMember{"readingOrder", &ParaProps::readingOrder}};
+  }
+};
+
+/// Cell properties. A member without a value is not set.
+struct CellProps {
+  std::optional<FillPattern> fillPattern;
+  std::optional<Colour> fillColour;         ///< what a solid fill shows
+  std::optional<Colour> fillPatternColour;  ///< the lines or dots of a pattern
+  std::optional<BorderLine> borderLeft;
+  std::optional<BorderLine> borderRight;
+  std::optional<BorderLine> borderTop;
+  std::optional<BorderLine> borderBottom;
+  std::optional<BorderLine> borderDiagonalUp;
+  std::optional<BorderLine> borderDiagonalDown;
+  std::optional<VerticalAlignment> verticalAlignment;
+  std::optional<bool> locked;
+  std::optional<bool> hidden;
+
+  static constexpr auto members() noexcept {
+    return std::tuple{PropMember{"fillPattern", &CellProps::fillPattern},
+                      PropMember{"fillColour", &CellProps::fillColour},
+                      PropMember{"fillPatternColour", &CellProps::fillPatternColour},
+                      PropMember{"borderLeft", &CellProps::borderLeft},
+                      PropMember{"borderRight", &CellProps::borderRight},
+                      PropMember{"borderTop", &CellProps::borderTop},
+                      PropMember{"borderBottom", &CellProps::borderBottom},
+                      PropMember{"borderDiagonalUp", &CellProps::borderDiagonalUp},
+                      PropMember{"borderDiagonalDown", &CellProps::borderDiagonalDown},
+                      PropMember{"verticalAlignment", &CellProps::verticalAlignment},
+                      PropMember{"locked", &CellProps::locked},
+                      PropMember{"hidden", &CellProps::hidden}};
+  }
+};
+
+/// The number format of a cell.
+struct CellFormat {
+  std::string code;  ///< in the notation of ISO/IEC 29500-1, 18.8.31
+
+  friend bool operator==(CellFormat const&, CellFormat const&) = default;
+};
+
+/// Every property that `source` sets replaces the target's; the others leave the target's.
+ZORV_HOST_EXPORT void override(RunProps& target, RunProps const& source);
+ZORV_HOST_EXPORT void override(ParaProps& target, ParaProps const& source);
+ZORV_HOST_EXPORT void override(CellProps& target, CellProps const& source);
+
+ZORV_HOST_EXPORT bool operator==(RunProps const& a, RunProps const& b) noexcept;
+ZORV_HOST_EXPORT bool operator==(ParaProps const& a, ParaProps const& b) noexcept;
+ZORV_HOST_EXPORT bool operator==(CellProps const& a, CellProps const& b) noexcept;
+
+ZORV_HOST_EXPORT std::size_t hash_value(RunProps const& props) noexcept;
+ZORV_HOST_EXPORT std::size_t hash_value(ParaProps const& props) noexcept;
+ZORV_HOST_EXPORT std::size_t hash_value(CellProps const& props) noexcept;
+ZORV_HOST_EXPORT std::size_t hash_value(CellFormat const& format) noexcept;
+
+}  // namespace Zorv::DOM

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+namespace Zorv::DOM {
+
+/// How tracked changes are shown.
+enum class TrackChangesViewMode : std::uint8_t {
+  Original = 0,
+  OriginalWithMarkup = 1,
+  FinalWithMarkup = 2,
+  Balloons = 3,
+  Final = 4,  ///< as if every change had been accepted
+};
+
+}  // namespace Zorv::DOM

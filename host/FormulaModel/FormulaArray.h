@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "FormulaModel/FormulaValue.h"
+
+namespace Zorv::FormulaModel {
+
+/// Walks an array's values row by row. Valid as long as the array lives and is not changed.
+class FormulaArrayConstIterator {
+public:
+  explicit FormulaArrayConstIterator(FormulaValue const* position) noexcept : _position(position) {}
+
+  [[nodiscard]] FormulaValue const& operator*() const noexcept { return *_position; }
+  FormulaArrayConstIterator& operator++() noexcept {
+    ++_position;
+    return *this;
+  }
+  friend bool operator==(FormulaArrayConstIterator a, FormulaArrayConstIterator b) noexcept {
+    return a._position == b._position;
+  }
+
+private:
+  FormulaValue const* _position;
+};
+
+/// A rectangle of values, stored row by row.
+class FormulaArray {
+public:
+  /// Requires `values.size() == height * width`.
+  FormulaArray(std::size_t height, std::size_t width, std::vector<FormulaValue> values) noexcept
+      : _height(height), _width(width), _values(std::move(values)) {}
+
+  [[nodiscard]] std::size_t getHeight() const noexcept { return _height; }
+  [[nodiscard]] std::size_t getWidth() const noexcept { return _width; }
+
+  /// The value at a row and a column inside the array, both counted from 0.
+  [[nodiscard]] FormulaValue const& at(std::size_t row, std::size_t column) const noexcept {
+    return _values[row * _width + column];
+  }
+  [[nodiscard]] FormulaValue& at(std::size_t row, std::size_t column) noexcept {
+    return _values[row * _width + column];
+  }
+
+  [[nodiscard]] FormulaArrayConstIterator begin() const noexcept {
+    return FormulaArrayConstIterator(_values.data());
+  }
+  [[nodiscard]] FormulaArrayConstIterator end() const noexcept {
+    return FormulaArrayConstIterator(_values.data() + _values.size());
+  }
+
+private:
+  std::size_t _height;
+  std::size_t _width;
+  std::vector<FormulaValue> _values;
+};
+
+}  // namespace Zorv::FormulaModel

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <boost/variant/variant.hpp>
+
+#include "Utils/FloatNumber.h"
+
+namespace Zorv::FormulaModel {
+
+/// An empty cell, or an empty result.
+struct FormulaEmpty {};
+
+struct FormulaNumber {
+  FloatNumber value;
+};
+
+/// A text, in UTF-8.
+struct FormulaString {
+  std::string value;
+};
+
+struct FormulaBoolean {
+  bool value = false;
+};
+
+/// The spreadsheet errors, numbered as the formula function ERROR.TYPE numbers them
+/// (ISO/IEC 29500-1, 18.17.7.104); the last ones are of later programs.
+enum class FormulaErrorCode : std::uint8_t {
+  Null = 1,
+  DivisionByZero = 2,
+  Value = 3,
+  Reference = 4,
+  Name = 5,
+  Number = 6,
+  NotAvailable = 7,
+  GettingData = 8,
+  Spill = 9,
+  Calculation = 14,
+};
+
+struct FormulaError {
+  FormulaErrorCode code = FormulaErrorCode::Value;
+};
+
+/// The value of a cell or of a formula. The order of the alternatives is part of the contract:
+/// `which()` tells the kind.
+using FormulaValue =
+    boost::variant<FormulaEmpty, FormulaNumber, FormulaString, FormulaBoolean, FormulaError>;
+
+/// The kinds of FormulaValue, as `FormulaValue::which()` numbers them.
+enum FormulaValueKind : int { Empty = 0, Number = 1, String = 2, Boolean = 3, Error = 4 };
+
+}  // namespace Zorv::FormulaModel
+
+namespace Zorv {
+using FormulaModel::FormulaValue;
+}

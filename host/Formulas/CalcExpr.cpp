@@ -1,0 +1,1 @@
+#include "Formulas/CalcExpr.h"

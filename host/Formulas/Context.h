@@ -1,0 +1,46 @@
+#pragma once
+
+#include <boost/optional.hpp>
+
+#include "DOM/Ids.h"
+#include "FormulaModel/ArrayFormulaIndices.h"
+#include "Formulas/TableContext.h"
+#include "Utils/CellIndex.h"
+
+namespace Zorv::Formulas {
+
+/// The place at which a formula is evaluated. A small value; it borrows the table context.
+class Context {
+public:
+  /// Row ID and column ID 0 stand for a place whose identity is not known.
+  Context(TableContext const* tableContext, RowIndex row, ColumnIndex column,
+          boost::optional<FormulaModel::ArrayFormulaIndices> arrayFormulaIndices, DOM::RowID rowID,
+          DOM::ColumnID columnID) noexcept
+      : _tableContext(tableContext),
+        _row(row),
+        _column(column),
+        _arrayFormulaIndices(arrayFormulaIndices),
+        _rowID(rowID),
+        _columnID(columnID) {}
+
+  [[nodiscard]] TableContext const* getTableContext() const noexcept { return _tableContext; }
+  [[nodiscard]] RowIndex getRow() const noexcept { return _row; }
+  [[nodiscard]] ColumnIndex getColumn() const noexcept { return _column; }
+  /// Set where the formula is evaluated as an array formula.
+  [[nodiscard]] boost::optional<FormulaModel::ArrayFormulaIndices> const& getArrayFormulaIndices()
+      const noexcept {
+    return _arrayFormulaIndices;
+  }
+  [[nodiscard]] DOM::RowID getRowID() const noexcept { return _rowID; }
+  [[nodiscard]] DOM::ColumnID getColumnID() const noexcept { return _columnID; }
+
+private:
+  TableContext const* _tableContext;
+  RowIndex _row;
+  ColumnIndex _column;
+  boost::optional<FormulaModel::ArrayFormulaIndices> _arrayFormulaIndices;
+  DOM::RowID _rowID;
+  DOM::ColumnID _columnID;
+};
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,7 @@
+#include "Formulas/ContextProvider.h"
+
+namespace Zorv::Formulas {
+
+ContextProvider::~ContextProvider() = default;
+
+}  // namespace Zorv::Formulas

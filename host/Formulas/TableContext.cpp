@@ -1,0 +1,7 @@
+#include "Formulas/TableContext.h"
+
+namespace Zorv::Formulas {
+
+TableContext::~TableContext() = default;
+
+}  // namespace Zorv::Formulas

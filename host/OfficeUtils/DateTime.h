@@ -1,0 +1,43 @@
+#pragma once
+
+#include <chrono>
+
+#include "OfficeUtils/LocaleContext.h"
+#include "OfficeUtils/TimeZone.h"
+#include "Utils/Export.h"
+#include "Utils/FloatNumber.h"
+
+namespace Zorv::OfficeUtils {
+
+/// A calendar date and time, read from a serial date-time number under a locale's date system.
+///
+/// The serial number counts days; its fraction is the time of day.
+class ZORV_HOST_EXPORT DateTime {
+public:
+  /// Any double is accepted: a number that is no date of the years 1 to 9999, or none at all, has
+  /// week and month 0, which no real date has.
+  DateTime(FloatNumber serial, LocaleContext const& locale);
+
+  /// The current moment in a time zone, by the clock in force; see Clock.
+  [[nodiscard]] static DateTime getNow(DOM::TimeZone const& timeZone, LocaleContext const& locale);
+
+  /// The serial number of the date, without its time of day.
+  [[nodiscard]] FloatNumber calculateDays() const noexcept;
+
+  /// The serial number with its time of day.
+  [[nodiscard]] FloatNumber getSerial() const noexcept;
+
+  /// The week within the year, from 1: week 1 holds 1 January, and a new week begins on the
+  /// locale's first day of the week.
+  [[nodiscard]] int getYearWeek() const noexcept;
+
+  /// The month, from 1 to 12.
+  [[nodiscard]] int getMonth() const noexcept;
+
+private:
+  FloatNumber _serial;
+  DateSystem _dateSystem;
+  std::chrono::weekday _firstDayOfWeek;
+};
+
+}  // namespace Zorv::OfficeUtils

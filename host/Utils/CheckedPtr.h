@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include "Utils/Assert.h"
+
+namespace Zorv {
+
+/// A shared pointer whose every access stops the process when it is null.
+///
+/// Ownership: shares the object. Threads: as `std::shared_ptr`.
+template <class T>
+class CheckedPtr {
+public:
+  explicit CheckedPtr(std::shared_ptr<T> ptr) noexcept : _ptr(std::move(ptr)) {}
+
+  [[nodiscard]] T& operator*() const noexcept {
+    checkNotNull();
+    return *_ptr;
+  }
+
+  [[nodiscard]] T* operator->() const noexcept {
+    checkNotNull();
+    return _ptr.get();
+  }
+
+private:
+  void checkNotNull() const noexcept {
+    if (!_ptr) {
+      doFailAssert("/code/Utils/Public/Ptr/CheckedPtr", 145, "_ptr");
+    }
+  }
+
+  std::shared_ptr<T> _ptr;
+};
+
+}  // namespace Zorv

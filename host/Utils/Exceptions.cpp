@@ -1,0 +1,14 @@
+#include "Utils/Exceptions.h"
+
+namespace Zorv {
+
+// The destructors are out of line so that the type information has one home, and an exception
+// thrown in one shared object is caught by its type in another.
+
+BaseRuntimeError::BaseRuntimeError(std::string const& message) : std::runtime_error(message) {}
+BaseRuntimeError::~BaseRuntimeError() = default;
+
+BadNumCastError::BadNumCastError(std::string const& message) : BaseRuntimeError(message) {}
+BadNumCastError::~BadNumCastError() = default;
+
+}  // namespace Zorv

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cmath>
+#include <utility>
+
+namespace Zorv {
+
+/// The number of the value model: one IEEE double.
+///
+/// Comparisons are the plain comparisons of the doubles, without tolerance; a NaN makes every
+/// ordered comparison false. Sums, products and quotients that are zero are +0.
+class FloatNumber {
+public:
+  constexpr FloatNumber() noexcept = default;
+  constexpr explicit FloatNumber(double value) noexcept : _value(value) {}
+
+  [[nodiscard]] constexpr double get() const noexcept { return _value; }
+
+  void swap(FloatNumber& other) noexcept { std::swap(_value, other._value); }
+
+  constexpr FloatNumber& operator+=(FloatNumber other) noexcept { return *this = *this + other; }
+
+  friend constexpr FloatNumber operator+(FloatNumber a, FloatNumber b) noexcept {
+    return withoutNegativeZero(a._value + b._value);
+  }
+  /// The plain difference: unlike a sum, it keeps the sign of a zero.
+  friend constexpr FloatNumber operator-(FloatNumber a, FloatNumber b) noexcept {
+    return FloatNumber(a._value - b._value);
+  }
+  friend constexpr FloatNumber operator*(FloatNumber a, FloatNumber b) noexcept {
+    return withoutNegativeZero(a._value * b._value);
+  }
+  friend constexpr FloatNumber operator/(FloatNumber a, FloatNumber b) noexcept {
+    return withoutNegativeZero(a._value / b._value);
+  }
+
+  friend constexpr bool operator==(FloatNumber a, FloatNumber b) noexcept {
+    return a._value == b._value;
+  }
+  friend constexpr bool operator<(FloatNumber a, FloatNumber b) noexcept {
+    return a._value < b._value;
+  }
+  friend constexpr bool operator>(FloatNumber a, FloatNumber b) noexcept {
+    return a._value > b._value;
+  }
+  friend constexpr bool operator<=(FloatNumber a, FloatNumber b) noexcept {
+    return a._value <= b._value;
+  }
+  friend constexpr bool operator>=(FloatNumber a, FloatNumber b) noexcept {
+    return a._value >= b._value;
+  }
+
+private:
+  static constexpr FloatNumber withoutNegativeZero(double value) noexcept {
+    return FloatNumber(value == 0.0 ? 0.0 : value);
+  }
+
+  double _value = 0.0;
+};
+
+/// The largest whole number that is not above `number`.
+[[nodiscard]] inline FloatNumber floor(FloatNumber number) noexcept {
+  return FloatNumber(std::floor(number.get()));
+}
+
+}  // namespace Zorv
