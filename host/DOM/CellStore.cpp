@@ -1,0 +1,192 @@
+#include "DOM/CellStore.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <utility>
+
+namespace Zorv::DOM {
+
+namespace {
+
+constexpr unsigned columnBits = 14;  // 16,384 columns
+constexpr std::uint64_t columnMask = (std::uint64_t{1} << columnBits) - 1;
+constexpr std::size_t blockCapacity = 256;
+
+}  // namespace
+
+Cell& CellStore::obtain(unsigned long row, unsigned long column) {
+  Key const key = makeKey(row, column);
+  if (_blocks.empty() || key > _blocks.back().back().key) {
+    append({key, {}});
+    return _blocks.back().back().cell;
+  }
+  std::size_t blockIndex = blockOf(key);
+  std::size_t offset = offsetIn(_blocks[blockIndex], key);
+  if (offset < _blocks[blockIndex].size() && _blocks[blockIndex][offset].key == key) {
+    return _blocks[blockIndex][offset].cell;
+  }
+  blockIndex = makeRoom(blockIndex, key);
+  Block& block = _blocks[blockIndex];
+  offset = offsetIn(block, key);
+  block.insert(block.begin() + static_cast<std::ptrdiff_t>(offset), Entry{key, {}});
+  _firstKeys[blockIndex] = block.front().key;
+  ++_size;
+  return block[offset].cell;
+}
+
+void CellStore::remove(unsigned long row, unsigned long column) {
+  Key const key = makeKey(row, column);
+  Position const position = lowerBound(row, column);
+  if (position == end() || entryAt(position).key != key) {
+    return;
+  }
+  auto const blockOffset = static_cast<std::ptrdiff_t>(position.block);
+  Block& block = _blocks[position.block];
+  block.erase(block.begin() + static_cast<std::ptrdiff_t>(position.offset));
+  if (block.empty()) {
+    _blocks.erase(_blocks.begin() + blockOffset);
+    _firstKeys.erase(_firstKeys.begin() + blockOffset);
+  } else {
+    _firstKeys[position.block] = block.front().key;
+  }
+  --_size;
+}
+
+Cell const* CellStore::find(unsigned long row, unsigned long column) const noexcept {
+  Position const position = lowerBound(row, column);
+  bool const found = position != end() && entryAt(position).key == makeKey(row, column);
+  return found ? &entryAt(position).cell : nullptr;
+}
+
+CellStore::Position CellStore::lowerBound(unsigned long row, unsigned long column) const noexcept {
+  if (_blocks.empty()) {
+    return end();
+  }
+  Key const key = makeKey(row, column);
+  std::size_t const block = blockOf(key);
+  return normalised({block, offsetIn(_blocks[block], key)});
+}
+
+CellStore::Position CellStore::lowerBoundFrom(Position from, unsigned long row,
+                                              unsigned long column) const noexcept {
+  Key const key = makeKey(row, column);
+  Block const& block = _blocks[from.block];
+  if (key <= block.back().key) {
+    return {from.block, offsetIn(block, key)};
+  }
+  return lowerBound(row, column);
+}
+
+CellStore::Position CellStore::next(Position position) const noexcept {
+  return normalised({position.block, position.offset + 1});
+}
+
+unsigned long CellStore::rowAt(Position position) const noexcept {
+  return entryAt(position).key >> columnBits;
+}
+
+unsigned long CellStore::columnAt(Position position) const noexcept {
+  return entryAt(position).key & columnMask;
+}
+
+Cell const& CellStore::cellAt(Position position) const noexcept { return entryAt(position).cell; }
+
+TableRange CellStore::getUsedRange() const noexcept {
+  if (_blocks.empty()) {
+    return {};
+  }
+  Key firstColumn = std::numeric_limits<Key>::max();
+  Key lastColumn = 0;
+  for (Block const& block : _blocks) {
+    for (Entry const& entry : block) {
+      firstColumn = std::min(firstColumn, entry.key & columnMask);
+      lastColumn = std::max(lastColumn, entry.key & columnMask);
+    }
+  }
+  return {_firstKeys.front() >> columnBits, firstColumn,
+          (_blocks.back().back().key >> columnBits) + 1, lastColumn + 1};
+}
+
+void CellStore::remapRows(Remap const& remap) {
+  rebuild([&remap](Key key) -> std::optional<Key> {
+    auto const row = remap(key >> columnBits);
+    return row ? std::optional<Key>(makeKey(*row, key & columnMask)) : std::nullopt;
+  });
+}
+
+void CellStore::remapColumns(Remap const& remap) {
+  rebuild([&remap](Key key) -> std::optional<Key> {
+    auto const column = remap(key & columnMask);
+    return column ? std::optional<Key>(makeKey(key >> columnBits, *column)) : std::nullopt;
+  });
+}
+
+CellStore::Key CellStore::makeKey(unsigned long row, unsigned long column) noexcept {
+  return (Key{row} << columnBits) | column;
+}
+
+std::size_t CellStore::offsetIn(Block const& block, Key key) noexcept {
+  auto const found = std::lower_bound(block.begin(), block.end(), key,
+                                      [](Entry const& entry, Key k) { return entry.key < k; });
+  return static_cast<std::size_t>(found - block.begin());
+}
+
+std::size_t CellStore::blockOf(Key key) const noexcept {
+  auto const next = std::upper_bound(_firstKeys.begin(), _firstKeys.end(), key);
+  return next == _firstKeys.begin() ? 0 : static_cast<std::size_t>(next - _firstKeys.begin()) - 1;
+}
+
+CellStore::Position CellStore::normalised(Position position) const noexcept {
+  bool const inside = position.offset < _blocks[position.block].size();
+  return inside ? position : Position{position.block + 1, 0};
+}
+
+void CellStore::append(Entry entry) {
+  if (_blocks.empty() || _blocks.back().size() == blockCapacity) {
+    _firstKeys.reserve(_firstKeys.size() + 1);
+    _blocks.emplace_back().push_back(std::move(entry));
+    _firstKeys.push_back(_blocks.back().front().key);
+  } else {
+    _blocks.back().push_back(std::move(entry));
+  }
+  ++_size;
+}
+
+/// Splits a full block in two; returns the one that a key goes to.
+std::size_t CellStore::makeRoom(std::size_t blockIndex, Key key) {
+  if (_blocks[blockIndex].size() < blockCapacity) {
+    return blockIndex;
+  }
+  Block upper;
+  upper.reserve(blockCapacity);
+  auto const middle = _blocks[blockIndex].begin() + blockCapacity / 2;
+  upper.assign(std::make_move_iterator(middle), std::make_move_iterator(_blocks[blockIndex].end()));
+  _blocks[blockIndex].erase(middle, _blocks[blockIndex].end());
+  Key const upperKey = upper.front().key;
+  auto const at = static_cast<std::ptrdiff_t>(blockIndex) + 1;
+  _blocks.insert(_blocks.begin() + at, std::move(upper));
+  _firstKeys.insert(_firstKeys.begin() + at, upperKey);
+  return key < upperKey ? blockIndex : blockIndex + 1;
+}
+
+template <class NewKey>
+void CellStore::rebuild(NewKey const& newKey) {
+  std::vector<Entry> entries;
+  entries.reserve(_size);
+  for (Block& block : _blocks) {
+    for (Entry& entry : block) {
+      if (auto const key = newKey(entry.key)) {
+        entries.push_back({*key, std::move(entry.cell)});
+      }
+    }
+  }
+  std::sort(entries.begin(), entries.end(),
+            [](Entry const& a, Entry const& b) { return a.key < b.key; });
+  *this = CellStore();
+  for (Entry& entry : entries) {
+    append(std::move(entry));
+  }
+}
+
+}  // namespace Zorv::DOM

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "DOM/Cell.h"
+#include "Utils/Export.h"
+#include "Utils/TableRange.h"
+
+namespace Zorv::DOM {
+
+/// The cells that exist, in order of rows and in each row of columns.
+///
+/// Cells lie in blocks of a bounded size whose first places are indexed: a look-up is two binary
+/// searches, an insertion moves at most one block, and appending in order costs constant time.
+/// Threads: const members may run concurrently.
+class ZORV_HOST_EXPORT CellStore {
+public:
+  /// A place in the order of the cells; valid until the store changes.
+  struct Position {
+    std::size_t block = 0;
+    std::size_t offset = 0;
+
+    friend bool operator==(Position const&, Position const&) noexcept = default;
+  };
+
+  /// Where a cell is told to go when rows or columns move; nothing removes it.
+  using Remap = std::function<std::optional<unsigned long>(unsigned long)>;
+
+  [[nodiscard]] std::size_t size() const noexcept { return _size; }
+
+  /// The cell at a row and a column, made if there is none.
+  Cell& obtain(unsigned long row, unsigned long column);
+  void remove(unsigned long row, unsigned long column);
+  [[nodiscard]] Cell const* find(unsigned long row, unsigned long column) const noexcept;
+
+  /// The first cell that is not before a row and a column, in the order of the cells.
+  [[nodiscard]] Position lowerBound(unsigned long row, unsigned long column) const noexcept;
+  /// The same, where it is known not to lie before `from`.
+  [[nodiscard]] Position lowerBoundFrom(Position from, unsigned long row,
+                                        unsigned long column) const noexcept;
+  [[nodiscard]] Position end() const noexcept { return {_blocks.size(), 0}; }
+  [[nodiscard]] Position next(Position position) const noexcept;
+
+  [[nodiscard]] unsigned long rowAt(Position position) const noexcept;
+  [[nodiscard]] unsigned long columnAt(Position position) const noexcept;
+  [[nodiscard]] Cell const& cellAt(Position position) const noexcept;
+
+  /// The smallest range that holds every cell; empty where there is none. Linear.
+  [[nodiscard]] TableRange getUsedRange() const noexcept;
+
+  /// Gives every cell a new row and a new column. Linear, and a sort.
+  void remapRows(Remap const& remap);
+  void remapColumns(Remap const& remap);
+
+private:
+  using Key = std::uint64_t;
+  struct Entry {
+    Key key;
+    Cell cell;
+  };
+  using Block = std::vector<Entry>;
+
+  [[nodiscard]] static Key makeKey(unsigned long row, unsigned long column) noexcept;
+  [[nodiscard]] static std::size_t offsetIn(Block const& block, Key key) noexcept;
+  [[nodiscard]] std::size_t blockOf(Key key) const noexcept;
+  [[nodiscard]] Entry const& entryAt(Position position) const noexcept {
+    return _blocks[position.block][position.offset];
+  }
+  [[nodiscard]] Position normalised(Position position) const noexcept;
+  void append(Entry entry);
+  std::size_t makeRoom(std::size_t blockIndex, Key key);
+  template <class NewKey>
+  void rebuild(NewKey const& newKey);
+
+  std::vector<Block> _blocks;   ///< none is empty
+  std::vector<Key> _firstKeys;  ///< of each block
+  std::size_t _size = 0;
+};
+
+}  // namespace Zorv::DOM
