@@ -1,0 +1,44 @@
+#include "OfficeUtils/DateTime.h"
+
+#include "OfficeUtils/Clock.h"
+#include "OfficeUtils/SerialDate.h"
+
+namespace Zorv::OfficeUtils {
+
+namespace {
+
+// A condition looks for the number before or after that of the current date. Months and weeks count
+// from 1, so that 0 would be found as the one before the first.
+constexpr int noDate = -1;
+
+}  // namespace
+
+DateTime::DateTime(FloatNumber serial, LocaleContext const& locale)
+    : _serial(serial),
+      _dateSystem(locale.getDateSystem()),
+      _firstDayOfWeek(locale.getFirstDayOfWeek()) {}
+
+DateTime DateTime::getNow(DOM::TimeZone const& timeZone, LocaleContext const& locale) {
+  auto const local = timeZone.toLocal(Clock::readCurrent());
+  auto const day = std::chrono::floor<std::chrono::days>(local);
+  long const days =
+      SerialDate::toSerial(std::chrono::sys_days(day.time_since_epoch()), locale.getDateSystem());
+  std::chrono::duration<double, std::chrono::days::period> const timeOfDay = local - day;
+  return {FloatNumber(static_cast<double>(days) + timeOfDay.count()), locale};
+}
+
+FloatNumber DateTime::calculateDays() const noexcept { return floor(_serial); }
+
+FloatNumber DateTime::getSerial() const noexcept { return _serial; }
+
+int DateTime::getYearWeek() const noexcept {
+  auto const day = SerialDate::toDay(_serial.get(), _dateSystem);
+  return day ? SerialDate::getYearWeek(*day, _dateSystem, _firstDayOfWeek) : noDate;
+}
+
+int DateTime::getMonth() const noexcept {
+  auto const date = SerialDate::toCivilDate(_serial.get(), _dateSystem);
+  return date ? static_cast<int>(date->month) : noDate;
+}
+
+}  // namespace Zorv::OfficeUtils
