@@ -55,8 +55,6 @@ bool isInside(unsigned long before, unsigned long first, unsigned long count) no
 
 Table::Table(UUID uuid) : _uuid(uuid), _rowIds(rowCount), _columnIds(columnCount) {}
 
-Table::~Table() = default;
-
 Cell& Table::obtainCell(unsigned long row, unsigned long column) {
   checkLines("rows", row, 1, rowCount);
   checkLines("columns", column, 1, columnCount);

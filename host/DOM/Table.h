@@ -34,7 +34,6 @@ public:
   using LiveConditionalFormats = std::vector<std::unique_ptr<ConditionalFormat const>>;
 
   explicit Table(UUID uuid = UUID::generate());
-  ~Table();
 
   [[nodiscard]] UUID const& getUUID() const noexcept { return _uuid; }
 

@@ -6,14 +6,14 @@
 namespace Zorv {
 
 void doFailAssert(char const* file, int line, char const* expression) noexcept {
-  std::fprintf(stderr, "%s:%d: assertion failed: \"%s\"\n", file, line, expression);
+  (void)std::fprintf(stderr, "%s:%d: assertion failed: \"%s\"\n", file, line, expression);
   std::abort();
 }
 
 void doFailAssert(char const* file, int line, char const* expression,
                   boost::string_ref message) noexcept {
-  std::fprintf(stderr, "%s:%d: assertion failed: \"%s\": %.*s\n", file, line, expression,
-               static_cast<int>(message.size()), message.data());
+  (void)std::fprintf(stderr, "%s:%d: assertion failed: \"%s\": %.*s\n", file, line, expression,
+                     static_cast<int>(message.size()), message.data());
   std::abort();
 }
 
