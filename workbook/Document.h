@@ -1,0 +1,104 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "DOM/FormulaSyntaxTree/Expr.h"
+#include "DOM/SharedStyle.h"
+#include "DOM/Styles.h"
+#include "Formulas/ListObject.h"
+#include "OfficeUtils/LocaleContext.h"
+#include "workbook/Finding.h"
+#include "workbook/Rule.h"
+#include "workbook/Sheet.h"
+
+namespace Zorv::Workbook {
+
+/// A name that stands for a formula (ISO/IEC 29500-1, 18.2.5).
+struct DefinedName {
+  std::string name;
+  std::optional<std::size_t> sheet;  ///< the sheet that alone knows it; nothing for all sheets
+  std::string formulaText;
+  /// Relative references as seen from the cell in row 0, column 0; nothing where the text is no
+  /// formula.
+  std::optional<DOM::FormulaSyntaxTree::Expr> expr;
+};
+
+/// A workbook in memory.
+///
+/// Sheets stand in the workbook's order, and that is the order of their tables' DocTableIndex.
+/// Movable; moving it keeps its tables, formats and styles where they are.
+/// Threads: const members may run concurrently.
+class Document {
+public:
+  explicit Document(std::filesystem::path file) : _file(std::move(file)) {}
+
+  [[nodiscard]] std::filesystem::path const& getFile() const noexcept { return _file; }
+
+  [[nodiscard]] std::vector<Sheet> const& getSheets() const noexcept { return _sheets; }
+  [[nodiscard]] std::vector<Sheet>& getSheets() noexcept { return _sheets; }
+
+  /// The sheet of that name, without regard to case, or nothing.
+  [[nodiscard]] std::optional<std::size_t> findSheet(std::string const& name) const;
+
+  /// The named styles that the conditional formats refer to: one for each differential format.
+  [[nodiscard]] DOM::Styles const& getStyles() const noexcept { return _styles; }
+  [[nodiscard]] DOM::Styles& getStyles() noexcept { return _styles; }
+
+  /// Interns the cells' own styles.
+  [[nodiscard]] DOM::SharedObjectFactory const& getCellStyleFactory() const noexcept {
+    return *_cellStyleFactory;
+  }
+  /// The style of cells that have none of their own; may be null.
+  [[nodiscard]] DOM::SharedCellStylePtr const& getDefaultCellStyle() const noexcept {
+    return _defaultCellStyle;
+  }
+  void setDefaultCellStyle(DOM::SharedCellStylePtr style) noexcept {
+    _defaultCellStyle = std::move(style);
+  }
+
+  /// How the numbers of this workbook count days.
+  [[nodiscard]] OfficeUtils::DateSystem getDateSystem() const noexcept { return _dateSystem; }
+  void setDateSystem(OfficeUtils::DateSystem dateSystem) noexcept { _dateSystem = dateSystem; }
+
+  [[nodiscard]] std::vector<DefinedName> const& getDefinedNames() const noexcept {
+    return _definedNames;
+  }
+  [[nodiscard]] std::vector<DefinedName>& getDefinedNames() noexcept { return _definedNames; }
+
+  [[nodiscard]] std::vector<Formulas::ListObject> const& getListObjects() const noexcept {
+    return _listObjects;
+  }
+  [[nodiscard]] std::vector<Formulas::ListObject>& getListObjects() noexcept {
+    return _listObjects;
+  }
+
+  /// Every rule of the file, by ascending number.
+  [[nodiscard]] std::vector<Rule> const& getRules() const noexcept { return _rules; }
+  [[nodiscard]] std::vector<Rule>& getRules() noexcept { return _rules; }
+
+  /// What was read another way than it was meant, in the order of reading. Rules that are not
+  /// resolved are not repeated here.
+  [[nodiscard]] std::vector<Finding> const& getFindings() const noexcept { return _findings; }
+  [[nodiscard]] std::vector<Finding>& getFindings() noexcept { return _findings; }
+
+private:
+  std::filesystem::path _file;
+  std::vector<Sheet> _sheets;
+  DOM::Styles _styles;
+  std::unique_ptr<DOM::SharedObjectFactory> _cellStyleFactory =
+      std::make_unique<DOM::SharedObjectFactory>();
+  DOM::SharedCellStylePtr _defaultCellStyle;
+  OfficeUtils::DateSystem _dateSystem = OfficeUtils::DateSystem::Since1900;
+  std::vector<DefinedName> _definedNames;
+  std::vector<Formulas::ListObject> _listObjects;
+  std::vector<Rule> _rules;
+  std::vector<Finding> _findings;
+};
+
+}  // namespace Zorv::Workbook

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "Formulas/ContextProvider.h"
+#include "workbook/Document.h"
+
+namespace Zorv::Workbook {
+
+/// The formula engine's access to a loaded document.
+///
+/// Ownership: borrows the document, which must outlive it and stay unchanged. Threads: all
+/// operations may run concurrently.
+class DocumentContextProvider final : public Formulas::ContextProvider {
+public:
+  /// `localeName` is a BCP 47 tag or an ICU name; the date system is the document's.
+  /// Throws BaseRuntimeError when no such locale is known.
+  DocumentContextProvider(Document const& document, std::string const& localeName,
+                          DOM::TimeZone timeZone);
+  ~DocumentContextProvider() override;
+  DocumentContextProvider(DocumentContextProvider const&) = delete;
+  DocumentContextProvider& operator=(DocumentContextProvider const&) = delete;
+
+  /// Throws BaseRuntimeError for a table of another document.
+  [[nodiscard]] Formulas::TableContext const* getTableContext(
+      DOM::Table const& table) const override;
+  [[nodiscard]] OfficeUtils::LocaleContext const& getLocaleContext() const override;
+  [[nodiscard]] DOM::TimeZone const& getTimeZone() const override;
+  [[nodiscard]] std::size_t getTableCount() const override;
+  [[nodiscard]] Formulas::TableContext const* findTableContext(
+      std::string_view sheetName) const override;
+  [[nodiscard]] DOM::FormulaSyntaxTree::Expr const* findDefinedName(
+      std::string_view name, FormulaModel::DocTableIndex table) const override;
+  [[nodiscard]] Formulas::ListObject const* findListObject(std::string_view name) const override;
+  [[nodiscard]] Formulas::ListObject const* findListObjectAt(FormulaModel::DocTableIndex table,
+                                                             unsigned long row,
+                                                             unsigned long column) const override;
+
+private:
+  using ByFoldedName = std::unordered_map<std::string, std::size_t>;
+
+  Document const& _document;
+  OfficeUtils::LocaleContext _locale;
+  DOM::TimeZone _timeZone;
+  std::vector<std::unique_ptr<Formulas::TableContext>> _tableContexts;
+  std::unordered_map<DOM::Table const*, std::size_t> _sheetsByTable;
+  ByFoldedName _sheetsByName;
+  ByFoldedName _namesOfAllSheets;
+  std::vector<ByFoldedName> _namesOfSheet;
+  ByFoldedName _listObjectsByName;
+};
+
+}  // namespace Zorv::Workbook

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+
+#include "Utils/Exceptions.h"
+
+namespace Zorv::Workbook {
+
+/// A file that cannot be loaded: what is wrong with it, where, and what to do about it.
+///
+/// what() is one line: `FILE: PART: PLACE: PROBLEM`, without the part or the place where the
+/// problem is one of the whole file.
+class LoadError : public BaseRuntimeError {
+public:
+  LoadError(std::string file, std::string part, std::string place, std::string problem);
+  LoadError(LoadError const&) = default;
+  LoadError& operator=(LoadError const&) = default;
+  ~LoadError() override;
+
+  [[nodiscard]] std::string const& getFile() const noexcept { return _file; }
+  /// The part inside the file, such as `xl/worksheets/sheet1.xml`; empty for the whole file.
+  [[nodiscard]] std::string const& getPart() const noexcept { return _part; }
+  /// A cell, an element or a position in the part; may be empty.
+  [[nodiscard]] std::string const& getPlace() const noexcept { return _place; }
+  /// What is wrong and, where something can be done about it, what.
+  [[nodiscard]] std::string const& getProblem() const noexcept { return _problem; }
+
+private:
+  std::string _file;
+  std::string _part;
+  std::string _place;
+  std::string _problem;
+};
+
+}  // namespace Zorv::Workbook

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "DOM/SharedStyle.h"
+#include "DOM/Table.h"
+#include "Utils/TableRange.h"
+
+namespace Zorv::Workbook {
+
+/// How some neighbouring columns look.
+struct ColumnLayout {
+  unsigned long first = 0;
+  unsigned long end = 0;  ///< the column after the last
+  /// In widths of the digit 0 of the default font.
+  std::optional<double> width;
+  bool hidden = false;
+  DOM::SharedCellStylePtr style;  ///< of positions without a cell; may be null
+};
+
+/// How one row looks.
+struct RowLayout {
+  unsigned long row = 0;
+  std::optional<double> height;  ///< in points
+  bool hidden = false;
+  DOM::SharedCellStylePtr style;  ///< of positions without a cell; may be null
+};
+
+/// What a picture of a sheet needs besides its cells.
+struct SheetLayout {
+  std::optional<double> defaultColumnWidth;  ///< in widths of the digit 0 of the default font
+  std::optional<double> defaultRowHeight;    ///< in points
+  std::vector<ColumnLayout> columns;         ///< those that differ from the default, as written
+  std::vector<RowLayout> rows;               ///< those that differ from the default, ascending
+  std::vector<TableRange> mergedRanges;
+  bool showGridLines = true;
+  bool rightToLeft = false;
+};
+
+/// One sheet of a document.
+struct Sheet {
+  std::string name;
+  /// Where in the file it stands, such as `xl/worksheets/sheet1.xml`.
+  std::string part;
+  /// Never null. A sheet that is no worksheet (one that holds a chart alone) has an empty table.
+  std::unique_ptr<DOM::Table> table;
+  bool isWorksheet = true;
+  bool hidden = false;
+  /// Whether the sheet is marked as not to calculate its conditional formats anew
+  /// (`enableFormatConditionsCalculation`, ISO/IEC 29500-1, 18.3.1.82). They are resolved all the
+  /// same: the mark keeps thresholds from being updated while values change, and here nothing was
+  /// calculated before.
+  bool conditionalFormatsSwitchedOff = false;
+  SheetLayout layout;
+};
+
+}  // namespace Zorv::Workbook
