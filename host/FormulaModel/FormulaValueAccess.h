@@ -24,7 +24,7 @@ namespace Zorv::FormulaModel {
 [[nodiscard]] inline boost::optional<FormulaNumber> asFormulaNumberOpt(
     FormulaValue const& value) noexcept {
   auto const* number = boost::get<FormulaNumber>(&value);
-  return number ? boost::optional<FormulaNumber>(*number) : boost::none;
+  return number != nullptr ? boost::optional<FormulaNumber>(*number) : boost::none;
 }
 
 /// Compares two values of one kind by their payload with `Compare`; values of different kinds never

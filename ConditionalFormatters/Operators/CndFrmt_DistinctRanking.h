@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "Utils/FloatNumber.h"
+
+// The ranking of numbers by which top and bottom conditions find their threshold: equal numbers
+// share one rank, and the two zeros are equal.
+//
+// A NaN is neither above nor below any number, so no order of the numbers holds it. It stands
+// behind all of them, whichever end of the numbers is wanted, and shares the rank of the last: it
+// is never counted, unless there is nothing else and all share the one rank that there is.
+namespace Zorv::ConditionalFormatters {
+
+enum class RankingOrder : bool { LargestFirst, SmallestFirst };
+
+/// Up to this rank, selectRanked() beats rankDistinct().
+inline constexpr std::size_t largestSelectedRank = 64;
+
+/// Sorts numbers into their ranking and leaves each distinct one once. In place, n log n.
+void rankDistinct(std::vector<FloatNumber>& values, RankingOrder order);
+
+/// The number of rank `rank`, counted from 1, or the last in the ranking when that is shorter: what
+/// rankDistinct() would put there, found in one pass and without sorting.
+///
+/// Requires `0 < rank <= largestSelectedRank` and at least one value.
+[[nodiscard]] FloatNumber selectRanked(std::vector<FloatNumber> const& values, RankingOrder order,
+                                       std::size_t rank) noexcept;
+
+}  // namespace Zorv::ConditionalFormatters

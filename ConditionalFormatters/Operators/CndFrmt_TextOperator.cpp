@@ -1,0 +1,81 @@
+#include "ConditionalFormatters/Operators/CndFrmt_TextOperator.h"
+
+#include <memory>
+
+#include <boost/variant/get.hpp>
+
+#include "ConditionalFormatters/Operators/CndFrmt_NeverHolds.h"
+#include "Formulas/ContextProvider.h"
+#include "OfficeUtils/FormulaValueCast.h"
+#include "Utils/PtrUtils.h"
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+bool contains(std::string const& cellText, std::string const& pattern) {
+  return cellText.find(pattern) != std::string::npos;
+}
+
+bool doesNotContain(std::string const& cellText, std::string const& pattern) {
+  return !contains(cellText, pattern);
+}
+
+bool beginsWith(std::string const& cellText, std::string const& pattern) {
+  return cellText.starts_with(pattern);
+}
+
+bool endsWith(std::string const& cellText, std::string const& pattern) {
+  return cellText.ends_with(pattern);
+}
+
+using Test = bool (*)(std::string const& cellText, std::string const& pattern);
+
+Test chooseTest(DOM::TextConditionalFormatType type) noexcept {
+  using Type = DOM::TextConditionalFormatType;
+  switch (type) {
+    case Type::Contains:
+      return contains;
+    case Type::NotContains:
+      return doesNotContain;
+    case Type::BeginsWith:
+      return beginsWith;
+    case Type::EndsWith:
+      return endsWith;
+  }
+  return neverHolds;
+}
+
+// Asks for the locale anew: the provider may answer otherwise after an evaluation.
+std::string castToText(FormulaValue const& value,
+                       Formulas::ContextProvider const& contextProvider) {
+  return OfficeUtils::FormulaValueCast::toString(value, contextProvider.getLocaleContext(),
+                                                 nullptr);
+}
+
+}  // namespace
+
+TextOperator::TextOperator(DOM::TextConditionalFormatOperator const& record,
+                           DOM::Table const& table,
+                           Formulas::ContextProvider const& contextProvider, CellIndex baseCell)
+    : _calculator(table, contextProvider, baseCell),
+      _argument(record.getArgument()),
+      _test(chooseTest(record.getType())) {}
+
+bool TextOperator::operator()(FormulaValueData const& data) const {
+  auto const& contextProvider = _calculator.getFormulasContextProvider();
+  if (auto const* literal = boost::get<std::string>(&_argument)) {
+    return _test(castToText(data.value, contextProvider), *literal);
+  }
+  auto const& formula = boost::get<std::unique_ptr<DOM::FormulaSyntaxTree::Expr>>(_argument);
+  auto const argument = _calculator.calculate(PtrUtils::derefHeld(formula), data.cellIndex);
+  if (!argument) {
+    return false;
+  }
+  // Two statements: where both casts throw, the pattern's exception is the one that callers see.
+  auto const pattern = castToText(*argument, contextProvider);
+  auto const cellText = castToText(data.value, contextProvider);
+  return _test(cellText, pattern);
+}
+
+}  // namespace Zorv::ConditionalFormatters

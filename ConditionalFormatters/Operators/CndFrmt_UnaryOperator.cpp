@@ -1,0 +1,88 @@
+#include "ConditionalFormatters/Operators/CndFrmt_UnaryOperator.h"
+
+#include <utility>
+
+#include "ConditionalFormatters/Operators/CndFrmt_SameKindComparison.h"
+#include "DOM/ConditionalFormatOperator.h"
+#include "FormulaModel/FormulaException.h"
+#include "Formulas/ContextProvider.h"
+#include "OfficeUtils/FormulaValueCast.h"
+#include "OfficeUtils/LocaleContext.h"
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+// A function object and not a function: the stored wrapper then calls it without a second jump.
+template <class SameKindComparison>
+struct ComparePresent {
+  bool operator()(FormulaValue const& cellValue,
+                  boost::optional<FormulaValue> const& argument) const {
+    return argument && SameKindComparison()(cellValue, *argument);
+  }
+};
+
+// Holds the locale by value: the provider's may change or go after the operator was built.
+class IsTrue {
+public:
+  explicit IsTrue(OfficeUtils::LocaleContext locale) noexcept : _locale(std::move(locale)) {}
+
+  bool operator()(FormulaValue const& /*cellValue*/,
+                  boost::optional<FormulaValue> const& argument) const {
+    try {
+      return argument ? cast(*argument) : cast(FormulaModel::FormulaBoolean{false});
+    } catch (FormulaModel::FormulaException const&) {
+      return false;
+    }
+  }
+
+private:
+  [[nodiscard]] bool cast(FormulaValue const& value) const {
+    namespace Cast = OfficeUtils::FormulaValueCast;
+    return Cast::toBool(value, _locale, Cast::CastMode::Condition, false);
+  }
+
+  OfficeUtils::LocaleContext _locale;
+};
+
+using Compare = std::function<bool(FormulaValue const&, boost::optional<FormulaValue> const&)>;
+
+// Empty for an unknown kind: calling it then throws.
+Compare chooseComparison(DOM::UnaryConditionalFormatType type,
+                         OfficeUtils::LocaleContext const& locale) {
+  using Type = DOM::UnaryConditionalFormatType;
+  switch (type) {
+    case Type::Equal:
+      return ComparePresent<IsEqual>();
+    case Type::NotEqual:
+      return ComparePresent<IsNotEqual>();
+    case Type::Greater:
+      return ComparePresent<IsGreater>();
+    case Type::GreaterOrEqual:
+      return ComparePresent<IsGreaterOrEqual>();
+    case Type::Less:
+      return ComparePresent<IsLess>();
+    case Type::LessOrEqual:
+      return ComparePresent<IsLessOrEqual>();
+    case Type::FormulaIsTrue:
+      return IsTrue(locale);
+  }
+  return {};
+}
+
+}  // namespace
+
+UnaryOperator::UnaryOperator(DOM::UnaryConditionalFormatOperator const& record,
+                             DOM::Table const& table,
+                             Formulas::ContextProvider const& contextProvider, CellIndex baseCell)
+    : _calculator(table, contextProvider, baseCell),
+      _argument(record.getArgument()),
+      // Every kind asks for the locale, though one alone keeps it.
+      _compare(chooseComparison(record.getType(), contextProvider.getLocaleContext())) {}
+
+bool UnaryOperator::operator()(FormulaValueData const& data) const {
+  auto const argument = _calculator.calculate(_argument, data.cellIndex);
+  return _compare(data.value, argument);
+}
+
+}  // namespace Zorv::ConditionalFormatters
