@@ -1,0 +1,54 @@
+# The headers that are installed, and their folders, below which they keep their places: what a
+# consumer writes after #include is what the sources themselves write.
+
+target_sources(
+  ZorvHost
+  PUBLIC FILE_SET HEADERS
+         BASE_DIRS host
+         FILES host/DOM/Cell.h
+               host/DOM/CellInfo.h
+               host/DOM/CellStyle.h
+               host/DOM/ConditionalFormat.h
+               host/DOM/ConditionalFormatOperator.h
+               host/DOM/FormulaSyntaxTree/Expr.h
+               host/DOM/Ids.h
+               host/DOM/SharedStyle.h
+               host/DOM/StyleProps.h
+               host/DOM/Styles.h
+               host/DOM/Table.h
+               host/DOM/TableRangeByID.h
+               host/DOM/TrackChangesViewMode.h
+               host/FormulaModel/ArrayFormulaIndices.h
+               host/FormulaModel/DocTableIndex.h
+               host/FormulaModel/FormulaArray.h
+               host/FormulaModel/FormulaException.h
+               host/FormulaModel/FormulaValue.h
+               host/FormulaModel/FormulaValueAccess.h
+               host/Formulas/CalcExpr.h
+               host/Formulas/Context.h
+               host/Formulas/ContextProvider.h
+               host/Formulas/ListObject.h
+               host/Formulas/ParseExpr.h
+               host/Formulas/RuntimeDependenciesResolver.h
+               host/Formulas/ShiftExpr.h
+               host/Formulas/TableContext.h
+               host/OfficeUtils/Clock.h
+               host/OfficeUtils/DateTime.h
+               host/OfficeUtils/FormulaValueCast.h
+               host/OfficeUtils/LocaleContext.h
+               host/OfficeUtils/TimeZone.h
+               host/Utils/Assert.h
+               host/Utils/CellIndex.h
+               host/Utils/CheckedPtr.h
+               host/Utils/Exceptions.h
+               host/Utils/Export.h
+               host/Utils/FloatNumber.h
+               host/Utils/IDHolder.h
+               host/Utils/NumCast.h
+               host/Utils/PtrUtils.h
+               host/Utils/TableRange.h
+               host/Utils/TaggedValue.h
+               host/Utils/UUID.h)
+
+# Each of them must compile by itself: the target all_verify_interface_header_sets.
+set_target_properties(ZorvHost ConditionalFormatters PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+
+#include "DOM/CellStyle.h"
+#include "DOM/StyleProps.h"
+
+/// Styles in words. Every text here is plain UTF-8; nothing throws but for want of memory.
+namespace Zorv::Tool {
+
+/// `#RRGGBB`, or `#RRGGBBAA` where the colour is not opaque.
+[[nodiscard]] std::string toText(DOM::Colour const& colour);
+
+// The names that ISO/IEC 29500-1, 18.18 gives the values ("centerContinuous").
+[[nodiscard]] std::string_view toText(DOM::Underline value) noexcept;
+[[nodiscard]] std::string_view toText(DOM::VerticalRun value) noexcept;
+[[nodiscard]] std::string_view toText(DOM::HorizontalAlignment value) noexcept;
+[[nodiscard]] std::string_view toText(DOM::VerticalAlignment value) noexcept;
+[[nodiscard]] std::string_view toText(DOM::FillPattern value) noexcept;
+[[nodiscard]] std::string_view toText(DOM::LineStyle value) noexcept;
+
+/// The line's style, and its colour where it has one.
+[[nodiscard]] std::string toText(DOM::BorderLine const& line);
+
+/// One line for people: `fill #FFC7CE, text #9C0006, bold`; "nothing" for a style that sets nothing.
+[[nodiscard]] std::string describe(DOM::CellStyle const& style);
+
+/// Calls `visit(name, value)` for every property that the group sets, in the order of its members.
+template <class Props, class Visitor>
+void forEachSetMember(Props const& props, Visitor const& visit) {
+  auto const visitOne = [&](auto const& member) {
+    if (auto const& value = props.*member.member) {
+      visit(member.name, *value);
+    }
+  };
+  std::apply([&](auto const&... members) { (visitOne(members), ...); }, Props::members());
+}
+
+/// Calls `visit(name, value)` for every property that the style sets: those of the cell, of its
+/// text and of its paragraph, then the code of the number format.
+template <class Visitor>
+void forEachSetProperty(DOM::CellStyle const& style, Visitor const& visit) {
+  if (auto const& props = style.getCellProps()) {
+    forEachSetMember(*props, visit);
+  }
+  if (auto const& props = style.getRunProps()) {
+    forEachSetMember(*props, visit);
+  }
+  if (auto const& props = style.getParaProps()) {
+    forEachSetMember(*props, visit);
+  }
+  if (auto const& format = style.getCellFormat()) {
+    visit("numberFormat", format->code);
+  }
+}
+
+}  // namespace Zorv::Tool
