@@ -5,12 +5,16 @@ target_sources(
   ZorvHost
   PUBLIC FILE_SET HEADERS
          BASE_DIRS host
-         FILES host/DOM/Cell.h
+         FILES host/DOM/AxisIds.h
+               host/DOM/Cell.h
                host/DOM/CellInfo.h
+               host/DOM/CellRangeIt.h
+               host/DOM/CellStore.h
                host/DOM/CellStyle.h
                host/DOM/ConditionalFormat.h
                host/DOM/ConditionalFormatOperator.h
                host/DOM/FormulaSyntaxTree/Expr.h
+               host/DOM/FormulaSyntaxTree/Node.h
                host/DOM/Ids.h
                host/DOM/SharedStyle.h
                host/DOM/StyleProps.h

@@ -56,7 +56,7 @@ public:
     }
   }
   template <class Number>
-    requires std::is_arithmetic_v<Number>
+  requires std::is_arithmetic_v<Number>
   void add(std::string_view name, Number value) {
     append(fmt::format("{} {}", wordOf(name), value));
   }
@@ -64,8 +64,7 @@ public:
     append(fmt::format("{} {}", wordOf(name), value));
   }
   template <class Value>
-    requires(!std::is_arithmetic_v<Value>)
-  void add(std::string_view name, Value const& value) {
+  requires(!std::is_arithmetic_v<Value>) void add(std::string_view name, Value const& value) {
     append(fmt::format("{} {}", wordOf(name), toText(value)));
   }
 
@@ -101,14 +100,13 @@ std::string toText(DOM::Colour const& colour) {
 }
 
 std::string_view toText(DOM::Underline value) noexcept {
-  static constexpr std::array<std::string_view, 5> names = {
-      "none", "single", "double", "singleAccounting", "doubleAccounting"};
+  static constexpr std::array<std::string_view, 5> names = {"none", "single", "double",
+                                                            "singleAccounting", "doubleAccounting"};
   return nameOf(value, names);
 }
 
 std::string_view toText(DOM::VerticalRun value) noexcept {
-  static constexpr std::array<std::string_view, 3> names = {"baseline", "superscript",
-                                                            "subscript"};
+  static constexpr std::array<std::string_view, 3> names = {"baseline", "superscript", "subscript"};
   return nameOf(value, names);
 }
 
@@ -126,17 +124,28 @@ std::string_view toText(DOM::VerticalAlignment value) noexcept {
 
 std::string_view toText(DOM::FillPattern value) noexcept {
   static constexpr std::array<std::string_view, 19> names = {
-      "none",          "solid",        "mediumGray",   "darkGray",      "lightGray",
-      "darkHorizontal", "darkVertical", "darkDown",     "darkUp",        "darkGrid",
-      "darkTrellis",   "lightHorizontal", "lightVertical", "lightDown",   "lightUp",
-      "lightGrid",     "lightTrellis", "gray125",      "gray0625"};
+      "none",           "solid",           "mediumGray",    "darkGray",  "lightGray",
+      "darkHorizontal", "darkVertical",    "darkDown",      "darkUp",    "darkGrid",
+      "darkTrellis",    "lightHorizontal", "lightVertical", "lightDown", "lightUp",
+      "lightGrid",      "lightTrellis",    "gray125",       "gray0625"};
   return nameOf(value, names);
 }
 
 std::string_view toText(DOM::LineStyle value) noexcept {
-  static constexpr std::array<std::string_view, 14> names = {
-      "none", "thin", "medium", "dashed", "dotted", "thick", "double", "hair", "mediumDashed",
-      "dashDot", "mediumDashDot", "dashDotDot", "mediumDashDotDot", "slantDashDot"};
+  static constexpr std::array<std::string_view, 14> names = {"none",
+                                                             "thin",
+                                                             "medium",
+                                                             "dashed",
+                                                             "dotted",
+                                                             "thick",
+                                                             "double",
+                                                             "hair",
+                                                             "mediumDashed",
+                                                             "dashDot",
+                                                             "mediumDashDot",
+                                                             "dashDotDot",
+                                                             "mediumDashDotDot",
+                                                             "slantDashDot"};
   return nameOf(value, names);
 }
 

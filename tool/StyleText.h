@@ -25,7 +25,8 @@ namespace Zorv::Tool {
 /// The line's style, and its colour where it has one.
 [[nodiscard]] std::string toText(DOM::BorderLine const& line);
 
-/// One line for people: `fill #FFC7CE, text #9C0006, bold`; "nothing" for a style that sets nothing.
+/// One line for people: `fill #FFC7CE, text #9C0006, bold`; "nothing" for a style that sets
+/// nothing.
 [[nodiscard]] std::string describe(DOM::CellStyle const& style);
 
 /// Calls `visit(name, value)` for every property that the group sets, in the order of its members.

@@ -1,0 +1,85 @@
+// Builds a table with two conditional formats and asks which style they give each cell.
+
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h>
+#include <DOM/ConditionalFormat.h>
+#include <DOM/Styles.h>
+#include <DOM/Table.h>
+#include <Formulas/ParseExpr.h>
+
+#include "OneTableDocument.h"
+
+namespace DOM = Zorv::DOM;
+using Zorv::ConditionalFormatters::ConditionalFormattingPropsCalculator;
+
+namespace {
+
+/// Stops the program when an expectation does not hold; unlike assert, in optimised builds too.
+void expect(bool holds, std::string const& what) {
+  if (!holds) {
+    std::cerr << "consumer: not so: " << what << '\n';
+    std::exit(EXIT_FAILURE);
+  }
+}
+
+DOM::NamedTableStyle makeStyle(std::string name, DOM::RunProps run, DOM::CellProps cell) {
+  DOM::NamedTableStyle style(std::move(name));
+  style.setRunProps(std::make_shared<DOM::RunProps const>(std::move(run)));
+  style.setCellProps(std::make_shared<DOM::CellProps const>(std::move(cell)));
+  return style;
+}
+
+}  // namespace
+
+int main() {
+  // [resolve]
+  // A table with five numbers in its first column, and two styles.
+  DOM::Table table;
+  unsigned long row = 0;
+  for (double number : {12.0, 48.0, 31.0, 7.0, 40.0}) {
+    table.setValue(row++, 0, Zorv::FormulaModel::FormulaNumber{Zorv::FloatNumber(number)});
+  }
+
+  DOM::Styles styles;
+  auto const good = Zorv::UUID::generate();
+  auto const bold = Zorv::UUID::generate();
+  styles.getTableStyles()[good] =
+      makeStyle("Good", {.colour = DOM::Colour{0, 97, 0}},
+                {.fillPattern = DOM::FillPattern::Solid, .fillColour = DOM::Colour{198, 239, 206}});
+  styles.getTableStyles()[bold] = makeStyle("Bold", {.bold = true}, {});
+
+  // The two highest numbers are good; whatever is above 35 is bold.
+  std::vector const column = {table.toRangeByID({0, 0, 5, 1})};
+  table.addConditionalFormat(std::make_unique<DOM::ConditionalFormat const>(
+      column,
+      DOM::TopBottomConditionalFormatOperator(DOM::TopBottomConditionalFormatType::Top, 2, false),
+      good));
+  table.addConditionalFormat(std::make_unique<DOM::ConditionalFormat const>(
+      column,
+      DOM::UnaryConditionalFormatOperator(DOM::UnaryConditionalFormatType::FormulaIsTrue,
+                                          Zorv::Formulas::parseExpr("A1>35")),
+      bold));
+
+  // The calculator owns its access to the cells' values, and keeps what it finds.
+  OneTableDocument const document(table, "Numbers");
+  ConditionalFormattingPropsCalculator const calculator(std::make_unique<CellValues>(document));
+
+  auto const style = calculator.getConditionalFormatCellStyle(styles, table.getCellInfo(1, 0));
+  auto const none = calculator.getConditionalFormatCellStyle(styles, table.getCellInfo(0, 0));
+  // [resolve]
+
+  expect(style != nullptr, "48 has a style");
+  expect(style->get().getRunProps()->bold == true, "48 is bold");
+  expect(style->get().getRunProps()->colour == DOM::Colour{0, 97, 0}, "48 has the text of Good");
+  expect(style->get().getCellProps()->fillColour == DOM::Colour{198, 239, 206}, "48 has its fill");
+  expect(none == nullptr, "12 has no style");
+  expect(calculator.getConditionalFormatCellStyle(styles, table.getCellInfo(4, 0)) == style,
+         "equal styles are one object");
+  std::cout << "consumer: every expectation holds\n";
+}
