@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "FormulaModel/FormulaValue.h"
+
+namespace Zorv::TestSupport {
+
+[[nodiscard]] inline FormulaValue empty() { return FormulaModel::FormulaEmpty{}; }
+[[nodiscard]] inline FormulaValue number(double value) {
+  return FormulaModel::FormulaNumber{FloatNumber(value)};
+}
+[[nodiscard]] inline FormulaValue text(std::string value) {
+  return FormulaModel::FormulaString{std::move(value)};
+}
+[[nodiscard]] inline FormulaValue boolean(bool value) {
+  return FormulaModel::FormulaBoolean{value};
+}
+[[nodiscard]] inline FormulaValue error(FormulaModel::FormulaErrorCode code) {
+  return FormulaModel::FormulaError{code};
+}
+
+}  // namespace Zorv::TestSupport
