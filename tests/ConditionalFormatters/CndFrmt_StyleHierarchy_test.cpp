@@ -54,10 +54,11 @@ TEST_F(StyleHierarchyTest, AParentIsFoundByItsIdentity) {
   EXPECT_EQ(getParent(constStyles, grandparent), nullptr);
   // Between two identities, before the first and after the last.
   addStyle(styles, makeUUID(5));
-  for (unsigned char const unknown : {0, 3, 6}) {
-    EXPECT_EQ(getParent(constStyles, makeChild(makeUUID(unknown))), nullptr) << int{unknown};
+  for (UUID const& unknown : {UUID(), makeUUID(3), makeUUID(6)}) {
+    EXPECT_EQ(getParent(constStyles, makeChild(unknown)), nullptr) << unknown.toString();
   }
-  EXPECT_EQ(getParent(Styles(), makeChild(parentID)), nullptr);
+  Styles const noStyles;
+  EXPECT_EQ(getParent(noStyles, makeChild(parentID)), nullptr);
 }
 
 TEST_F(StyleHierarchyTest, TheFarthestAncestorIsVisitedFirst) {
