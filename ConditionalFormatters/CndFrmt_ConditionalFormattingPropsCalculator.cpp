@@ -45,7 +45,7 @@ DOM::SharedCellStylePtr const& storeStyle(Cache& cache, DOM::CellID const& cellI
   if (entry == cache.end() || entry->first != cellID.tableUUID) {
     entry = cache.emplace(entry, cellID.tableUUID, typename Cache::value_type::second_type());
   }
-  auto& stored = entry->second[{cellID.rowID, cellID.columnID}];
+  DOM::SharedCellStylePtr& stored = entry->second[{cellID.rowID, cellID.columnID}];
   stored = std::move(style);
   return stored;
 }

@@ -49,11 +49,11 @@ void forEachStyleInHierarchy(StyleSheet& styles, NamedTableStyle const* start,
     return;
   }
   std::deque<NamedTableStyle const*> chain{start};
-  while (auto const* parent = getParent(styles, *chain.back())) {
-    chain.push_back(parent);
+  while (auto const* parent = getParent(styles, *chain.front())) {
+    chain.push_front(parent);
   }
-  for (auto style = chain.rbegin(); style != chain.rend(); ++style) {
-    visitor(PtrUtils::derefObtained(*style));
+  for (NamedTableStyle const* style : chain) {
+    visitor(PtrUtils::derefObtained(style));
   }
 }
 

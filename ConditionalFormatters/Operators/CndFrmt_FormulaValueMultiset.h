@@ -16,7 +16,7 @@ namespace Zorv::ConditionalFormatters {
 /// The two zeros, which are equal, have one hash; texts count byte by byte. An empty value has no
 /// hash: hashing it stops the process.
 struct CNDFRMT_EXPORT FormulaValueHasher {
-  [[nodiscard]] std::size_t operator()(FormulaValue const& value) const noexcept;
+  [[nodiscard]] std::size_t operator()(FormulaValue const& value) const;
 };
 
 /// Values with their repetitions; equal ones stand next to each other.

@@ -4,7 +4,8 @@
 #include <string>
 #include <utility>
 
-#include <boost/variant/get.hpp>
+#include <boost/variant/apply_visitor.hpp>
+#include <boost/variant/static_visitor.hpp>
 
 #include "DOM/ConditionalFormatOperator.h"
 #include "Utils/Assert.h"
@@ -16,6 +17,24 @@ namespace {
 constexpr char const* sourceFile =
     "/code/ConditionalFormatters/Operators/CndFrmt_UniquenessOperator";
 
+struct PayloadHasher : boost::static_visitor<std::size_t> {
+  std::size_t operator()(FormulaModel::FormulaEmpty const& /*value*/) const {
+    doFailAssert(sourceFile, 42, "", "Empty shouldn't be hashed.");
+  }
+  std::size_t operator()(FormulaModel::FormulaNumber const& number) const {
+    return std::hash<double>()(number.value.get());
+  }
+  std::size_t operator()(FormulaModel::FormulaString const& string) const {
+    return std::hash<std::string>()(string.value);
+  }
+  std::size_t operator()(FormulaModel::FormulaBoolean const& boolean) const {
+    return static_cast<std::size_t>(boolean.value);
+  }
+  std::size_t operator()(FormulaModel::FormulaError const& error) const {
+    return static_cast<std::size_t>(error.code);
+  }
+};
+
 /// Whether an element of the multiset has an equal one besides it. Equal elements are kept
 /// together, so the next one tells; counting them would visit them all.
 bool isRepeated(FormulaValueMultiset const& values, FormulaValueMultiset::const_iterator found) {
@@ -25,27 +44,13 @@ bool isRepeated(FormulaValueMultiset const& values, FormulaValueMultiset::const_
 
 }  // namespace
 
-std::size_t FormulaValueHasher::operator()(FormulaValue const& value) const noexcept {
-  using namespace FormulaModel;
-  switch (value.which()) {
-    case FormulaValueKind::Number:
-      return std::hash<double>()(boost::get<FormulaNumber>(value).value.get());
-    case FormulaValueKind::String:
-      return std::hash<std::string>()(boost::get<FormulaString>(value).value);
-    case FormulaValueKind::Boolean:
-      return static_cast<std::size_t>(boost::get<FormulaBoolean>(value).value);
-    case FormulaValueKind::Error:
-      return static_cast<std::size_t>(boost::get<FormulaError>(value).code);
-    default:
-      doFailAssert(sourceFile, 42, "", "Empty shouldn't be hashed.");
-  }
+std::size_t FormulaValueHasher::operator()(FormulaValue const& value) const {
+  return boost::apply_visitor(PayloadHasher(), value);
 }
 
 UniquenessOperator::UniquenessOperator(DOM::UniquenessConditionalFormatOperator const& record,
                                        FormulaValueMultiset values)
     : _uniquenessType(static_cast<std::uint8_t>(record.type)), _values(std::move(values)) {}
-
-UniquenessOperator::~UniquenessOperator() = default;
 
 bool UniquenessOperator::operator()(FormulaValueData const& data) const {
   if (FormulaModel::isFormulaEmpty(data.value)) {

@@ -28,7 +28,6 @@ public:
                      FormulaValueMultiset values);
 
   [[nodiscard]] bool operator()(FormulaValueData const& data) const override;
-  ~UniquenessOperator() override;
 
 private:
   std::uint8_t _uniquenessType;
