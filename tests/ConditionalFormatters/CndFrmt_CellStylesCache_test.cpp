@@ -1,0 +1,231 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <future>
+#include <stdexcept>
+#include <vector>
+
+#include "ConditionalFormatters/CalculatorTest.h"
+
+// What the calculator remembers of cells.
+namespace Zorv::ConditionalFormatters {
+namespace {
+
+using namespace TestSupport;
+using testing::IsEmpty;
+
+class CellStylesCacheTest : public CalculatorTest {
+protected:
+  CellStylesCacheTest() {
+    host.table.setValue(0, 0, number(1));
+    addFormat(host.table, {{0, 0, 5, 5}}, holdsAlways(), bold);
+  }
+
+  [[nodiscard]] std::size_t countValues() const { return host.journal.count("getCellValue"); }
+
+  UUID const bold = addFont(1, true);
+};
+
+TEST_F(CellStylesCacheTest, ACellIsResolvedOnce) {
+  auto const style = getStyle(0, 0);
+  ASSERT_NE(style, nullptr);
+  EXPECT_EQ(style, resolve(0, 0));
+  host.journal.clear();
+  EXPECT_EQ(getStyle(0, 0), style);
+  EXPECT_THAT(host.journal.getEntries(), IsEmpty());
+}
+
+TEST_F(CellStylesCacheTest, CellsAreKnownByTheirIdentities) {
+  host.table.setValue(0, 1, number(1));
+  host.table.setValue(1, 0, number(1));
+  addFormat(host.table, {{0, 0, 1, 1}}, holdsAlways(), addFont(2, std::nullopt, 8.0));
+  auto const first = getStyle(0, 0);
+  auto const right = getStyle(0, 1);
+  EXPECT_NE(first, right);
+  EXPECT_EQ(getStyle(1, 0), right);
+  EXPECT_EQ(countValues(), 4U);
+
+  // The cell moves out of the format's range, and stays the same cell.
+  host.table.insertRows(0, 10);
+  calculator->clearTablesRangesCache();
+  host.table.setConditionalFormats({});
+  addFormat(host.table, {{0, 0, 1, 1}}, holdsAlways());
+  EXPECT_EQ(getStyle(10, 0), first);
+  EXPECT_EQ(getStyle(10, 1), right);
+  EXPECT_EQ(countValues(), 4U);
+  // What came to its old position is another cell.
+  host.table.setValue(0, 0, number(1));
+  EXPECT_NE(getStyle(0, 0), first);
+}
+
+TEST_F(CellStylesCacheTest, NoStyleIsRememberedLikeAnyOther) {
+  host.table.setValue(9, 9, number(1));
+  EXPECT_EQ(getStyle(9, 9), nullptr);
+  addFormat(host.table, {{9, 9, 10, 10}}, holdsAlways(), bold);
+  calculator->clearTablesRangesCache();
+  EXPECT_EQ(getStyle(9, 9), nullptr);
+  EXPECT_NE(resolve(9, 9), nullptr);
+  calculator->clearCellStylesCache();
+  EXPECT_NE(getStyle(9, 9), nullptr);
+}
+
+TEST_F(CellStylesCacheTest, AnOutdatedStyleStaysUntilTheCacheIsCleared) {
+  auto const style = getStyle(0, 0);
+  host.styles.getTableStyles().at(bold).setRunProps(
+      makeProps<DOM::RunProps>([](DOM::RunProps& props) { props.italic = true; }));
+  EXPECT_EQ(getStyle(0, 0), style);
+  calculator->clearCellStylesCache();
+  auto const renewed = getStyle(0, 0);
+  EXPECT_NE(renewed, style);
+  EXPECT_EQ((*renewed)->getRunProps()->italic, true);
+  EXPECT_EQ((*style)->getRunProps()->bold, true);
+}
+
+TEST_F(CellStylesCacheTest, APositionWithoutACellIsResolvedEveryTime) {
+  auto const style = getStyle(3, 3);
+  ASSERT_NE(style, nullptr);
+  EXPECT_EQ(getStyle(3, 3), style);
+  EXPECT_EQ(countValues(), 2U);
+  // And what was found for it is not taken for the cell that is made there.
+  host.table.setValue(3, 3, error(FormulaModel::FormulaErrorCode::Name));
+  EXPECT_EQ(getStyle(3, 3), nullptr);
+}
+
+TEST_F(CellStylesCacheTest, ATableWithoutFormatsIsNotRemembered) {
+  DOM::Table other;
+  other.setValue(0, 0, number(1));
+  auto const ask = [&] {
+    return calculator->getConditionalFormatCellStyle(host.styles, other.getCellInfo(0, 0));
+  };
+  EXPECT_EQ(ask(), nullptr);
+  EXPECT_THAT(host.journal.getEntries(), IsEmpty());
+  addFormat(other, {{0, 0, 1, 1}}, holdsAlways(), bold);
+  EXPECT_NE(ask(), nullptr);
+  // Without formats there is no style at once, whatever was remembered before.
+  other.setConditionalFormats({});
+  EXPECT_EQ(ask(), nullptr);
+}
+
+TEST_F(CellStylesCacheTest, TablesAreToldApartByTheirIdentitiesWhateverTheirOrder) {
+  std::vector<std::unique_ptr<DOM::Table>> tables;
+  for (unsigned char const uuid : {'e', 'b', 'g', 'a', 'f', 'c', 'd'}) {
+    DOM::Table& table = *tables.emplace_back(std::make_unique<DOM::Table>(makeUUID(uuid)));
+    table.setValue(0, 0, number(1));
+    addFormat(table, {{0, 0, 1, 1}}, holdsAlways(), addFont(uuid, std::nullopt, uuid));
+  }
+  for (int round = 0; round < 2; ++round) {
+    for (auto const& table : tables) {
+      auto const style =
+          calculator->getConditionalFormatCellStyle(host.styles, table->getCellInfo(0, 0));
+      ASSERT_NE(style, nullptr);
+      auto const uuid = makeUUID(static_cast<unsigned char>(*(*style)->getRunProps()->fontSize));
+      EXPECT_EQ(table->getUUID(), uuid);
+    }
+  }
+  EXPECT_EQ(countValues(), tables.size());
+}
+
+TEST_F(CellStylesCacheTest, AFailedRequestIsNotRememberedAndUnlocks) {
+  bool fails = true;
+  provider->answerBy([&](DOM::CellInfo const&) {
+    if (fails) {
+      throw std::out_of_range("no value");
+    }
+    return number(1);
+  });
+  EXPECT_THROW((void)getStyle(0, 0), std::out_of_range);
+  EXPECT_THROW((void)getStyle(0, 0), std::out_of_range);
+  fails = false;
+  // On a thread of its own, which could not enter were the lock still held.
+  EXPECT_NE(std::async(std::launch::async, [&] { return getStyle(0, 0); }).get(), nullptr);
+  EXPECT_EQ(countValues(), 3U);
+}
+
+TEST_F(CellStylesCacheTest, TheProviderMayAskAboutOtherCellsMeanwhile) {
+  host.table.setValue(0, 1, number(2));
+  DOM::Table before{UUID()};  // its entry comes first, and moves that of the other table
+  before.setValue(0, 0, number(3));
+  addFormat(before, {{0, 0, 1, 1}}, holdsAlways(), addFont(2, false));
+  DOM::SharedCellStylePtr inner;
+  bool asked = false;
+  provider->answerBy([&](DOM::CellInfo const& cellInfo) {
+    if (!std::exchange(asked, true)) {
+      (void)getStyle(0, 1);
+      inner = calculator->getConditionalFormatCellStyle(host.styles, before.getCellInfo(0, 0));
+    }
+    return cellInfo.getCell()->value;
+  });
+  auto const outer = getStyle(0, 0);
+  ASSERT_NE(outer, nullptr);
+  EXPECT_EQ((*outer)->getRunProps()->bold, true);
+  EXPECT_EQ((*inner)->getRunProps()->bold, false);
+  host.journal.clear();
+  EXPECT_EQ(getStyle(0, 0), outer);
+  EXPECT_EQ(getStyle(0, 1), outer);
+  EXPECT_EQ(calculator->getConditionalFormatCellStyle(host.styles, before.getCellInfo(0, 0)),
+            inner);
+  EXPECT_THAT(host.journal.getEntries(), IsEmpty());
+}
+
+TEST_F(CellStylesCacheTest, TheOuterRequestReplacesWhatAnInnerOneRememberedForTheSameCell) {
+  DOM::SharedCellStylePtr inner = resolve(0, 0);
+  int depth = 0;
+  provider->answerBy([&](DOM::CellInfo const&) -> FormulaValue {
+    if (++depth == 1) {
+      inner = getStyle(0, 0);
+      return number(1);
+    }
+    return error(FormulaModel::FormulaErrorCode::Name);
+  });
+  auto const outer = getStyle(0, 0);
+  EXPECT_EQ(inner, nullptr);
+  ASSERT_NE(outer, nullptr);
+  EXPECT_EQ(getStyle(0, 0), outer);
+  EXPECT_EQ(depth, 2);
+}
+
+TEST_F(CellStylesCacheTest, TheProviderMayClearTheCellStylesMeanwhile) {
+  host.table.setValue(0, 1, number(2));
+  (void)getStyle(0, 1);
+  provider->answerBy([&](DOM::CellInfo const&) {
+    calculator->clearCellStylesCache();
+    return number(1);
+  });
+  auto const style = getStyle(0, 0);
+  ASSERT_NE(style, nullptr);
+  host.journal.clear();
+  EXPECT_EQ(getStyle(0, 0), style);
+  EXPECT_EQ(countValues(), 0U);
+  (void)getStyle(0, 1);
+  EXPECT_EQ(countValues(), 1U);
+}
+
+TEST_F(CellStylesCacheTest, TheProviderMayAskForTheFormatsMeanwhile) {
+  ConditionalFormatRefs const* refs = nullptr;
+  provider->answerBy([&](DOM::CellInfo const& cellInfo) {
+    refs = &calculator->getConditionalFormatRefs(cellInfo.getTable());
+    return number(1);
+  });
+  EXPECT_NE(getStyle(0, 0), nullptr);
+  EXPECT_EQ(refs, &calculator->getConditionalFormatRefs(host.table));
+}
+
+TEST_F(CellStylesCacheTest, ManyCellsAreRememberedEachByItself) {
+  constexpr unsigned long side = 40;
+  for (unsigned long row = 0; row < side; ++row) {
+    for (unsigned long column = 0; column < side; ++column) {
+      host.table.setValue(row, column, number(1));
+    }
+  }
+  for (int round = 0; round < 2; ++round) {
+    for (unsigned long row = 0; row < side; ++row) {
+      for (unsigned long column = 0; column < side; ++column) {
+        EXPECT_EQ(getStyle(row, column) != nullptr, row < 5 && column < 5);
+      }
+    }
+  }
+  EXPECT_EQ(countValues(), 25U);
+}
+
+}  // namespace
+}  // namespace Zorv::ConditionalFormatters
