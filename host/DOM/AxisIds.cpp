@@ -2,128 +2,167 @@
 
 #include <algorithm>
 #include <iterator>
-#include <numeric>
 
 namespace Zorv::DOM {
 
-AxisIds::AxisIds(unsigned long length) : _length(length) {
-  _runs.push_back(makeRun(length));
-  renumber();
-}
+AxisIds::AxisIds(unsigned long length) : _length(length) { insertRun(0, length); }
 
 unsigned long AxisIds::idAt(unsigned long position) const noexcept {
   if (position >= _length) {
     return 0;
   }
-  // A removed run has the position of the live run that follows it, so the last run that begins at
-  // or before a position of the axis is always a live one.
-  auto const next =
-      std::upper_bound(_runs.begin(), _runs.end(), position,
-                       [](unsigned long value, Run const& run) { return value < run.position; });
+  // Marks have the position of the live run that follows them, so the last run that begins at or
+  // before a position of the axis is always a live one.
+  auto const next = std::ranges::upper_bound(_runs, position, {}, &Run::position);
   Run const& run = *std::prev(next);
   return run.firstId + (position - run.position);
 }
 
 unsigned long AxisIds::beginOf(unsigned long id) const noexcept {
-  Run const* const run = findRun(id);
+  Run const* const run = findRun(_beginsById, id);
   if (run == nullptr) {
     return _length;
   }
-  return run->live ? run->position + (id - run->firstId) : run->position;
+  return run->kind == RunKind::Live ? run->position + (id - run->firstId) : run->position;
 }
 
 unsigned long AxisIds::endOf(unsigned long id) const noexcept {
-  Run const* const run = findRun(id);
+  Run const* const run = findRun(_endsById, id);
   if (run == nullptr) {
     return 0;
   }
-  return run->live ? run->position + (id - run->firstId) + 1 : run->position;
+  return run->kind == RunKind::Live ? run->position + (id - run->firstId) + 1 : run->position;
 }
 
-AxisIds::Run const* AxisIds::findRun(unsigned long id) const noexcept {
+AxisIds::Run const* AxisIds::findRun(RunIndices const& indices, unsigned long id) const noexcept {
   if (id == 0 || id >= _nextId) {
     return nullptr;
   }
-  // Every identity that was ever given lies in exactly one run.
-  auto const next = std::upper_bound(
-      _runsById.begin(), _runsById.end(), id,
-      [this](unsigned long value, std::size_t index) { return value < _runs[index].firstId; });
+  auto const next = std::ranges::upper_bound(
+      indices, id, {}, [this](std::size_t index) { return _runs[index].firstId; });
   return &_runs[*std::prev(next)];
 }
 
 void AxisIds::insert(unsigned long before, unsigned long count) {
-  markRemoved(splitAt(_length - count), _runs.size());
-  auto const index = splitAt(before);
-  _runs.insert(_runs.begin() + static_cast<std::ptrdiff_t>(index), makeRun(count));
-  renumber();
+  if (count != 0) {
+    removeRuns(_length - count, count);
+    insertRun(before, count);
+  }
 }
 
 void AxisIds::remove(unsigned long first, unsigned long count) {
-  auto const firstRun = splitAt(first);
-  markRemoved(firstRun, splitAt(first + count));
-  _runs.push_back(makeRun(count));
-  renumber();
+  if (count != 0) {
+    removeRuns(first, count);
+    insertRun(_length - count, count);
+  }
 }
 
 void AxisIds::move(unsigned long first, unsigned long count, unsigned long before) {
+  if (count == 0 || before == first || before == first + count) {
+    return;
+  }
+  // Splitting adds runs, so the indices are taken once no more are added.
   splitAt(first);
   splitAt(first + count);
   splitAt(before);
-  // Splitting adds runs, so the indices are taken once no more are added.
-  auto const at = [this](unsigned long position) {
-    return _runs.begin() + static_cast<std::ptrdiff_t>(splitAt(position));
-  };
-  auto const firstRun = at(first);
-  auto const endRun = at(first + count);
+  auto const target = _runs.begin() + static_cast<std::ptrdiff_t>(findGap(before));
+  auto const firstRun = _runs.begin() + static_cast<std::ptrdiff_t>(splitAt(first));
+  auto endRun = _runs.begin() + static_cast<std::ptrdiff_t>(splitAt(first + count));
+  // Marks inside what is moved go along; those at its borders stay.
+  while (std::prev(endRun)->kind != RunKind::Live) {
+    --endRun;
+  }
   if (before < first) {
-    std::rotate(at(before), firstRun, endRun);
+    std::rotate(target, firstRun, endRun);
   } else {
-    std::rotate(firstRun, endRun, at(before));
+    std::rotate(firstRun, endRun, target);
   }
   renumber();
 }
 
 std::size_t AxisIds::splitAt(unsigned long position) {
-  if (position >= _length) {
+  auto const next = std::ranges::upper_bound(_runs, position, {}, &Run::position);
+  if (next == _runs.begin()) {
+    return 0;
+  }
+  auto const run = std::prev(next);
+  unsigned long const head = position - run->position;
+  if (run->kind != RunKind::Live || head == run->count) {
     return _runs.size();
   }
-  auto const next =
-      std::upper_bound(_runs.begin(), _runs.end(), position,
-                       [](unsigned long value, Run const& run) { return value < run.position; });
-  auto const run = std::prev(next);
   auto const index = static_cast<std::size_t>(run - _runs.begin());
-  unsigned long const head = position - run->position;
   if (head == 0) {
     return index;
   }
-  Run const tail{run->firstId + head, run->count - head, true, position};
+  Run const tail{run->firstId + head, run->count - head, position, RunKind::Live};
   run->count = head;
   _runs.insert(next, tail);
   return index + 1;
 }
 
-void AxisIds::markRemoved(std::size_t firstRun, std::size_t endRun) noexcept {
-  for (std::size_t index = firstRun; index < endRun; ++index) {
-    _runs[index].live = false;
+std::size_t AxisIds::findGap(unsigned long position) {
+  std::size_t index = splitAt(position);
+  while (index > 0 && _runs[index - 1].kind == RunKind::BeginMark) {
+    --index;
   }
+  return index;
 }
 
-AxisIds::Run AxisIds::makeRun(unsigned long count) noexcept {
-  Run const run{_nextId, count, true, 0};
+void AxisIds::removeRuns(unsigned long first, unsigned long count) {
+  std::size_t const firstRun = splitAt(first);
+  std::size_t const endRun = splitAt(first + count);
+  std::vector<Run> beginMarks;
+  for (std::size_t index = firstRun; index < endRun; ++index) {
+    if (_runs[index].kind == RunKind::Live) {
+      _runs[index].kind = RunKind::EndMark;
+      beginMarks.push_back(_runs[index]);
+      beginMarks.back().kind = RunKind::BeginMark;
+    }
+  }
+  _runs.insert(_runs.begin() + static_cast<std::ptrdiff_t>(endRun), beginMarks.begin(),
+               beginMarks.end());
+  renumber();
+}
+
+void AxisIds::insertRun(unsigned long before, unsigned long count) {
+  auto const gap = static_cast<std::ptrdiff_t>(findGap(before));
+  _runs.insert(_runs.begin() + gap, Run{_nextId, count, before, RunKind::Live});
   _nextId += count;
-  return run;
+  renumber();
 }
 
 void AxisIds::renumber() {
+  orderMarks();
   unsigned long position = 0;
   for (Run& run : _runs) {
     run.position = position;
-    position += run.live ? run.count : 0;
+    position += run.kind == RunKind::Live ? run.count : 0;
   }
-  _runsById.resize(_runs.size());
-  std::iota(_runsById.begin(), _runsById.end(), std::size_t{0});
-  std::sort(_runsById.begin(), _runsById.end(),
-            [this](std::size_t a, std::size_t b) { return _runs[a].firstId < _runs[b].firstId; });
+  _beginsById = indicesById(RunKind::EndMark);
+  _endsById = indicesById(RunKind::BeginMark);
+}
+
+/// Between two live runs the end marks come first.
+void AxisIds::orderMarks() {
+  auto const isLive = [](Run const& run) { return run.kind == RunKind::Live; };
+  for (auto run = _runs.begin(); run != _runs.end();) {
+    auto const firstMark = std::find_if_not(run, _runs.end(), isLive);
+    run = std::find_if(firstMark, _runs.end(), isLive);
+    std::stable_partition(firstMark, run,
+                          [](Run const& mark) { return mark.kind == RunKind::EndMark; });
+  }
+}
+
+AxisIds::RunIndices AxisIds::indicesById(RunKind leftOut) const {
+  RunIndices indices;
+  indices.reserve(_runs.size());
+  for (std::size_t index = 0; index < _runs.size(); ++index) {
+    if (_runs[index].kind != leftOut) {
+      indices.push_back(index);
+    }
+  }
+  std::ranges::sort(indices, {}, [this](std::size_t index) { return _runs[index].firstId; });
+  return indices;
 }
 
 }  // namespace Zorv::DOM

@@ -144,9 +144,11 @@ CellStore::Position CellStore::normalised(Position position) const noexcept {
 
 void CellStore::append(Entry entry) {
   if (_blocks.empty() || _blocks.back().size() == blockCapacity) {
-    _firstKeys.reserve(_firstKeys.size() + 1);
-    _blocks.emplace_back().push_back(std::move(entry));
-    _firstKeys.push_back(_blocks.back().front().key);
+    Key const key = entry.key;
+    Block block;
+    block.push_back(std::move(entry));
+    _blocks.push_back(std::move(block));
+    _firstKeys.push_back(key);
   } else {
     _blocks.back().push_back(std::move(entry));
   }

@@ -50,11 +50,13 @@ public:
   [[nodiscard]] Cell const* findCell(unsigned long row, unsigned long column) const noexcept;
   [[nodiscard]] CellInfo getCellInfo(unsigned long row, unsigned long column) const noexcept;
   [[nodiscard]] std::size_t getCellCount() const noexcept;
-  /// The smallest range that holds every cell; empty where there is none.
+  /// The smallest range that holds every cell; empty where there is none. Linear in the number of
+  /// cells.
   [[nodiscard]] TableRange getUsedRange() const noexcept;
 
   /// Begin and end of the existing cells of a range, row by row from the top, each row from the
-  /// left. The walk costs what the existing cells of the range cost, whatever the range's size.
+  /// left. The walk costs what it visits, and one search for each row of cells that reaches beyond
+  /// the range's columns; the range's size costs nothing.
   [[nodiscard]] std::pair<CellRangeIt<true>, CellRangeIt<true>> getRangeIterators(
       TableRange const& range) const;
 
