@@ -45,8 +45,10 @@ AxisIds::Run const* AxisIds::findRun(RunIndices const& indices, unsigned long id
 
 void AxisIds::insert(unsigned long before, unsigned long count) {
   if (count != 0) {
-    removeRuns(_length - count, count);
+    // In this order, what is inserted before the last identity is told from what follows it, though
+    // that identity goes.
     insertRun(before, count);
+    removeRuns(_length, count);
   }
 }
 

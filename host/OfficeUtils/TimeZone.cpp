@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <unicode/timezone.h>
+#include <unicode/ucal.h>
 #include <unicode/unistr.h>
 
 #include "Utils/Exceptions.h"
@@ -25,7 +26,8 @@ TimeZone::TimeZone() {
 TimeZone::TimeZone(std::string const& name) {
   std::unique_ptr<icu::TimeZone const> zone(
       icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
-  if (!zone || *zone == icu::TimeZone::getUnknown()) {
+  icu::UnicodeString id;
+  if (!zone || zone->getID(id) == icu::UnicodeString(UCAL_UNKNOWN_ZONE_ID)) {
     throw BaseRuntimeError("unknown time zone \"" + name + "\"");
   }
   _data = std::make_shared<Data const>(Data{.name = name, .zone = std::move(zone)});

@@ -1,0 +1,114 @@
+#include "DOM/CellRangeIt.h"
+
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "DOM/Table.h"
+
+namespace Zorv::DOM {
+namespace {
+
+using Places = std::vector<std::pair<unsigned long, unsigned long>>;
+
+Places placesOf(Table const& table, TableRange const& range) {
+  Places places;
+  auto const [begin, end] = table.getRangeIterators(range);
+  for (auto it = begin; it != end; ++it) {
+    CellInfo const info = it.getCellInfo();
+    EXPECT_NE(info.getCell(), nullptr);
+    EXPECT_EQ(info.getCell(), table.findCell(info.getRowIndex(), info.getColIndex()));
+    EXPECT_EQ(&info.getTable(), &table);
+    places.emplace_back(info.getRowIndex(), info.getColIndex());
+  }
+  return places;
+}
+
+Table& fill(Table& table, Places const& places) {
+  for (auto const& [row, column] : places) {
+    table.obtainCell(row, column);
+  }
+  return table;
+}
+
+TEST(CellRangeIt, VisitsExistingCellsRowByRowFromTheLeft) {
+  Table table;
+  fill(table, {{2, 3}, {1, 2}, {1, 1}, {3, 1}, {0, 1}, {1, 4}, {2, 0}});
+  EXPECT_EQ(placesOf(table, {1, 1, 4, 4}), (Places{{1, 1}, {1, 2}, {2, 3}, {3, 1}}));
+}
+
+TEST(CellRangeIt, VisitsNothingInAnEmptyRange) {
+  Table table;
+  fill(table, {{1, 1}});
+  constexpr unsigned long rows = Table::rowCount;
+  constexpr unsigned long columns = Table::columnCount;
+  for (TableRange const& range :
+       {TableRange{}, TableRange{1, 1, 1, 2}, TableRange{1, 1, 2, 1}, TableRange{2, 2, 1, 1},
+        TableRange{rows, 0, rows + 5, columns}, TableRange{0, columns, rows, columns + 5},
+        TableRange{2, 0, rows, columns}}) {
+    EXPECT_EQ(placesOf(table, range), Places());
+  }
+  EXPECT_EQ(placesOf(Table(), {0, 0, rows, columns}), Places());
+}
+
+TEST(CellRangeIt, ReachesTheCornersOfTheSheet) {
+  Table table;
+  Places const corners{{0, 0}, {0, 16383}, {1048575, 0}, {1048575, 16383}};
+  fill(table, corners);
+  EXPECT_EQ(placesOf(table, {0, 0, Table::rowCount, Table::columnCount}), corners);
+  EXPECT_EQ(placesOf(table, {0, 16383, Table::rowCount, 16384}),
+            (Places{{0, 16383}, {1048575, 16383}}));
+  EXPECT_EQ(placesOf(table, {1048575, 0, 1048576, 1}), (Places{{1048575, 0}}));
+}
+
+TEST(CellRangeIt, RangesMayReachBeyondTheSheet) {
+  Table table;
+  fill(table, {{5, 5}});
+  constexpr unsigned long beyond = ~0UL;
+  EXPECT_EQ(placesOf(table, {0, 0, beyond, beyond}), (Places{{5, 5}}));
+}
+
+/// A walk over every position of these ranges would not end in a lifetime of tests.
+TEST(CellRangeIt, AWalkCostsItsCellsAndNotItsRange) {
+  Table table;
+  Places column;
+  for (unsigned long i = 0; i < 1000; ++i) {
+    column.emplace_back(i * 1000, 7);
+  }
+  fill(table, column);
+  for (int repetition = 0; repetition < 100; ++repetition) {
+    ASSERT_EQ(placesOf(table, {0, 0, Table::rowCount, Table::columnCount}), column);
+    ASSERT_EQ(placesOf(table, {0, 7, Table::rowCount, 8}), column);
+    ASSERT_EQ(placesOf(table, {0, 8, Table::rowCount, Table::columnCount}), Places());
+  }
+}
+
+TEST(CellRangeIt, StepsOverWideRowsBesideTheRange) {
+  Table table;
+  Places expected;
+  for (unsigned long row = 0; row < 20; ++row) {
+    for (unsigned long column = 0; column < 600; ++column) {
+      table.obtainCell(row, column);
+    }
+    expected.emplace_back(row, 300);
+    expected.emplace_back(row, 301);
+  }
+  EXPECT_EQ(placesOf(table, {0, 300, 50, 302}), expected);
+}
+
+TEST(CellRangeIt, CopiesWalkByThemselves) {
+  Table table;
+  fill(table, {{0, 0}, {0, 1}});
+  auto const [begin, end] = table.getRangeIterators({0, 0, 1, 2});
+  auto copy = begin;
+  ++copy;
+  EXPECT_EQ(begin.getCellInfo().getColIndex(), 0UL);
+  EXPECT_EQ(copy.getCellInfo().getColIndex(), 1UL);
+  EXPECT_TRUE(copy != begin);
+  ++copy;
+  EXPECT_FALSE(copy != end);
+}
+
+}  // namespace
+}  // namespace Zorv::DOM

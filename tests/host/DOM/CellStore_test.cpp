@@ -1,0 +1,140 @@
+#include "DOM/CellStore.h"
+
+#include <map>
+#include <optional>
+#include <random>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <boost/variant/get.hpp>
+
+namespace Zorv::DOM {
+namespace {
+
+using Place = std::pair<unsigned long, unsigned long>;
+
+void setNumber(CellStore& store, Place place, double number) {
+  store.obtain(place.first, place.second).value = FormulaModel::FormulaNumber{FloatNumber(number)};
+}
+
+double readNumber(Cell const& cell) {
+  return boost::get<FormulaModel::FormulaNumber>(cell.value).value.get();
+}
+
+std::vector<std::pair<Place, double>> contentOf(CellStore const& store) {
+  std::vector<std::pair<Place, double>> content;
+  for (auto it = store.lowerBound(0, 0); it != store.end(); it = store.next(it)) {
+    content.emplace_back(Place(store.rowAt(it), store.columnAt(it)), readNumber(store.cellAt(it)));
+  }
+  return content;
+}
+
+TEST(CellStore, IsEmptyAtFirst) {
+  CellStore const store;
+  EXPECT_EQ(store.size(), 0U);
+  EXPECT_EQ(store.lowerBound(0, 0), store.end());
+  EXPECT_EQ(store.find(0, 0), nullptr);
+  EXPECT_EQ(store.getUsedRange(), TableRange());
+}
+
+TEST(CellStore, ObtainingTwiceGivesOneCell) {
+  CellStore store;
+  setNumber(store, {3, 4}, 1.5);
+  EXPECT_EQ(&store.obtain(3, 4), store.find(3, 4));
+  EXPECT_EQ(readNumber(store.obtain(3, 4)), 1.5);
+  EXPECT_EQ(store.size(), 1U);
+  EXPECT_EQ(store.find(3, 3), nullptr);
+  EXPECT_EQ(store.find(4, 4), nullptr);
+}
+
+TEST(CellStore, KeepsTheCornersOfTheSheetApart) {
+  CellStore store;
+  std::vector<Place> const corners{{0, 0}, {0, 16383}, {1, 0}, {1048575, 0}, {1048575, 16383}};
+  for (Place const& corner : corners) {
+    setNumber(store, corner, static_cast<double>(corner.first + corner.second));
+  }
+  EXPECT_EQ(store.size(), corners.size());
+  EXPECT_EQ(store.getUsedRange(), (TableRange{0, 0, 1048576, 16384}));
+  EXPECT_EQ(readNumber(*store.find(1048575, 16383)), 1048575.0 + 16383.0);
+}
+
+TEST(CellStore, RemovingWhatIsNotThereChangesNothing) {
+  CellStore store;
+  store.remove(0, 0);
+  setNumber(store, {1, 1}, 1);
+  store.remove(1, 0);
+  store.remove(2, 2);
+  EXPECT_EQ(store.size(), 1U);
+}
+
+TEST(CellStore, ABoundIsTheFirstCellNotBefore) {
+  CellStore store;
+  for (unsigned long row = 0; row < 2000; ++row) {
+    setNumber(store, {row, 5}, static_cast<double>(row));
+  }
+  EXPECT_EQ(store.rowAt(store.lowerBound(700, 5)), 700UL);
+  EXPECT_EQ(store.rowAt(store.lowerBound(700, 6)), 701UL);
+  EXPECT_EQ(store.lowerBound(1999, 6), store.end());
+  auto const from = store.lowerBound(10, 0);
+  EXPECT_EQ(store.lowerBoundFrom(from, 20, 0), store.lowerBound(20, 0));
+  EXPECT_EQ(store.lowerBoundFrom(from, 1500, 6), store.lowerBound(1500, 6));
+  EXPECT_EQ(store.lowerBoundFrom(from, 1999, 6), store.end());
+}
+
+/// Fills many blocks in random order and empties them again, against an ordered map.
+TEST(CellStore, AgreesWithAMapOverRandomEdits) {
+  std::mt19937 generator(7);
+  auto const upTo = [&](unsigned long largest) {
+    return std::uniform_int_distribution<unsigned long>(0, largest)(generator);
+  };
+  CellStore store;
+  std::map<Place, double> model;
+  auto const expectAgreement = [&] {
+    ASSERT_EQ(contentOf(store),
+              (std::vector<std::pair<Place, double>>(model.begin(), model.end())));
+    ASSERT_EQ(store.size(), model.size());
+  };
+  for (int step = 0; step < 6000; ++step) {
+    Place const place(upTo(99), upTo(49));
+    // More come than go at first, and then the other way round.
+    if (upTo(9) < (step < 3000 ? 8U : 2U)) {
+      setNumber(store, place, step);
+      model[place] = step;
+    } else {
+      store.remove(place.first, place.second);
+      model.erase(place);
+    }
+    if (step % 500 == 0) {
+      expectAgreement();
+    }
+  }
+  expectAgreement();
+  for (unsigned long row = 0; row < 100; ++row) {
+    for (unsigned long column = 0; column < 50; ++column) {
+      ASSERT_EQ(store.find(row, column) != nullptr, model.contains({row, column}));
+    }
+  }
+}
+
+TEST(CellStore, CellsGoWhereTheyAreTold) {
+  CellStore store;
+  for (unsigned long row = 0; row < 1000; ++row) {
+    setNumber(store, {row, row % 3}, static_cast<double>(row));
+  }
+  store.remapRows([](unsigned long row) {
+    return row < 500 ? std::optional<unsigned long>(999 - row) : std::nullopt;
+  });
+  EXPECT_EQ(store.size(), 500U);
+  EXPECT_EQ(readNumber(*store.find(999, 0)), 0.0);
+  EXPECT_EQ(store.rowAt(store.lowerBound(0, 0)), 500UL);
+  store.remapColumns([](unsigned long column) {
+    return column != 1 ? std::optional<unsigned long>(10 - column) : std::nullopt;
+  });
+  EXPECT_EQ(store.size(), 333U);
+  EXPECT_EQ(readNumber(*store.find(999, 10)), 0.0);
+  EXPECT_EQ(readNumber(*store.find(997, 8)), 2.0);
+}
+
+}  // namespace
+}  // namespace Zorv::DOM

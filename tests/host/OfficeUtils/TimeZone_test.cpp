@@ -1,0 +1,70 @@
+#include "OfficeUtils/TimeZone.h"
+
+#include <chrono>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "Utils/Exceptions.h"
+
+namespace Zorv::DOM {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::local_days;
+using std::chrono::sys_days;
+
+TEST(TimeZone, IsUniversalTimeByDefault) {
+  TimeZone const zone;
+  EXPECT_EQ(zone.getName(), "UTC");
+  EXPECT_EQ(zone.toLocal(sys_days(2024y / 7 / 1) + 5h), local_days(2024y / 7 / 1) + 5h);
+}
+
+struct ZoneCase {
+  char const* name;
+  std::chrono::sys_time<std::chrono::minutes> moment;
+  std::chrono::local_time<std::chrono::minutes> local;
+};
+
+TEST(TimeZone, ShowsTheCivilTimeOfTheMoment) {
+  for (ZoneCase const& row : std::vector<ZoneCase>{
+           // The clocks of Berlin go forward on 31 March 2024 at 1:00 and back on 27 October.
+           {"Europe/Berlin", sys_days(2024y / 3 / 31) + 59min, local_days(2024y / 3 / 31) + 119min},
+           {"Europe/Berlin", sys_days(2024y / 3 / 31) + 1h, local_days(2024y / 3 / 31) + 3h},
+           {"Europe/Berlin", sys_days(2024y / 10 / 27) + 59min,
+            local_days(2024y / 10 / 27) + 179min},
+           {"Europe/Berlin", sys_days(2024y / 10 / 27) + 1h, local_days(2024y / 10 / 27) + 2h},
+           // Half an hour of daylight saving, in the southern summer.
+           {"Australia/Lord_Howe", sys_days(2024y / 1 / 1), local_days(2024y / 1 / 1) + 11h},
+           {"Australia/Lord_Howe", sys_days(2024y / 7 / 1),
+            local_days(2024y / 7 / 1) + 10h + 30min},
+           {"America/New_York", sys_days(2024y / 1 / 1) + 4h, local_days(2023y / 12 / 31) + 23h},
+           {"Asia/Kathmandu", sys_days(2024y / 1 / 1), local_days(2024y / 1 / 1) + 5h + 45min},
+           {"UTC", sys_days(2024y / 1 / 1), local_days(2024y / 1 / 1)},
+           {"Europe/Berlin", sys_days(1950y / 1 / 1), local_days(1950y / 1 / 1) + 1h},
+           {"Europe/Berlin", sys_days(2090y / 7 / 1), local_days(2090y / 7 / 1) + 2h},
+       }) {
+    EXPECT_EQ(TimeZone(row.name).toLocal(row.moment), row.local) << row.name;
+  }
+}
+
+TEST(TimeZone, KeepsMillisecondsAndDropsWhatIsSmaller) {
+  EXPECT_EQ(TimeZone("Europe/Berlin").toLocal(sys_days(2024y / 1 / 1) + 1ms + 900us),
+            local_days(2024y / 1 / 1) + 1h + 1ms);
+  EXPECT_EQ(TimeZone().toLocal(sys_days(1960y / 1 / 1) + 900us), local_days(1960y / 1 / 1));
+}
+
+TEST(TimeZone, CopiesShareTheirData) {
+  TimeZone const zone("Europe/Berlin");
+  TimeZone const copy = zone;
+  EXPECT_EQ(&copy.getName(), &zone.getName());
+}
+
+TEST(TimeZone, RefusesUnknownZones) {
+  for (char const* unknown : {"", "Nowhere/Land", "Etc/Unknown", "Berlin"}) {
+    EXPECT_THROW(TimeZone{unknown}, BaseRuntimeError) << unknown;
+  }
+}
+
+}  // namespace
+}  // namespace Zorv::DOM
