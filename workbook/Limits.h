@@ -22,6 +22,7 @@ struct Limits {
   std::size_t xmlDepth = 256;
   /// Bytes of one tag with its attributes, or of one stretch of text between two tags.
   std::size_t xmlTokenBytes = 16'777'216;
+  std::size_t sheets = 10'000;
   /// Cells of all sheets together.
   std::uint64_t cells = 50'000'000;
   /// Conditional-formatting rules of all sheets together.

@@ -1,0 +1,205 @@
+#include "workbook/Read/CellReader.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "FormulaModel/FormulaValueAccess.h"
+#include "workbook/Addresses.h"
+#include "workbook/Package/PartError.h"
+#include "workbook/Read/SharedStrings.h"
+#include "workbook/Read/Values.h"
+#include "workbook/Xml/XmlText.h"
+
+namespace Zorv::Workbook {
+
+namespace {
+
+FormulaValue numberValue(double number) {
+  return FormulaModel::FormulaNumber{FloatNumber(number)};
+}
+
+FormulaValue textValue(std::string text) { return FormulaModel::FormulaString{std::move(text)}; }
+
+/// Errors of later programs than the value model knows count as `#VALUE!`.
+FormulaValue errorValue(std::string_view text) {
+  return FormulaModel::FormulaError{FormulaModel::parseErrorCode(trimXmlSpaces(text))
+                                        .value_or(FormulaModel::FormulaErrorCode::Value)};
+}
+
+}  // namespace
+
+CellReader::CellReader(LoadState& state, std::vector<std::string> const& sharedStrings,
+                       StylesReader const& styles, std::size_t sheet, XmlReader& reader)
+    : _state(state),
+      _sharedStrings(sharedStrings),
+      _styles(styles),
+      _sheet(state.document.getSheets()[sheet]),
+      _reader(reader) {}
+
+unsigned long CellReader::beginRow() {
+  if (auto const text = _reader.getAttribute("r")) {
+    auto const number = parseInteger(*text);
+    if (!number || *number < 1 || static_cast<unsigned long>(*number) > DOM::Table::rowCount) {
+      fail(fmt::format("row {}", *text), "lies outside the sheet; the file is damaged");
+    }
+    _row = static_cast<unsigned long>(*number) - 1;
+  } else {
+    _row = _nextRow;
+  }
+  _nextRow = _row + 1;
+  _nextColumn = 0;
+  return _row;
+}
+
+void CellReader::readCell() {
+  CellIndex const place = findPlace();
+  _nextColumn = place.getColumn().get() + 1;
+  DOM::SharedCellStylePtr style = findStyle(place);
+  _content.type = _reader.getAttribute("t").value_or("n");
+  readContent();
+  store(place, std::move(style));
+}
+
+CellIndex CellReader::findPlace() {
+  auto const reference = _reader.getAttribute("r");
+  if (reference) {
+    auto const place = parseCell(*reference);
+    if (!place) {
+      fail(fmt::format("cell {}", *reference), "is no cell of the sheet; the file is damaged");
+    }
+    return *place;
+  }
+  if (_row >= DOM::Table::rowCount || _nextColumn >= DOM::Table::columnCount) {
+    fail(fmt::format("row {}", _row + 1), "has more cells than a sheet has columns");
+  }
+  return {RowIndex(_row), ColumnIndex(_nextColumn)};
+}
+
+/// The first style is what cells have that name none, and so no style of their own.
+DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
+  auto const text = _reader.getAttribute("s");
+  if (!text || *text == "0") {
+    return nullptr;
+  }
+  auto const number = parseInteger(*text);
+  auto const& style =
+      _styles.getCellStyle(number && *number >= 0 ? static_cast<std::size_t>(*number)
+                                                  : _styles.getCellStyleCount());
+  if (!style) {
+    _state.report({_sheet.part, _sheet.name, toAddress(place),
+                   fmt::format("the cell has the style \"{}\", which the file does not have", *text)});
+  }
+  return style;
+}
+
+void CellReader::readContent() {
+  std::size_t const depth = _reader.getDepth();
+  _content.value.clear();
+  _content.inlineText.reset();
+  _content.hasValue = false;
+  _content.hasFormula = false;
+  for (;;) {
+    auto const event = _reader.next();
+    if (event == XmlReader::Event::End && _reader.getDepth() < depth) {
+      return;
+    }
+    if (event != XmlReader::Event::Start) {
+      continue;
+    }
+    if (_reader.is("v")) {
+      readValueText();
+    } else if (_reader.is("is")) {
+      _content.inlineText = readTextItem(_reader);
+    } else {
+      _content.hasFormula = _content.hasFormula || _reader.is("f");
+      _reader.skipElement();
+    }
+  }
+}
+
+void CellReader::readValueText() {
+  std::size_t const depth = _reader.getDepth();
+  _content.hasValue = true;
+  for (;;) {
+    auto const event = _reader.next();
+    if (event == XmlReader::Event::Text) {
+      _content.value += _reader.getText();
+    } else if (event == XmlReader::Event::Start) {
+      _reader.skipElement();
+    } else if (_reader.getDepth() < depth) {
+      return;
+    }
+  }
+}
+
+void CellReader::store(CellIndex place, DOM::SharedCellStylePtr style) {
+  FormulaValue value = interpret(place);
+  if (FormulaModel::isFormulaEmpty(value) && !style && !_content.hasFormula) {
+    return;
+  }
+  if (++_state.cellCount > _state.limits.cells) {
+    fail(fmt::format("cell {}", toAddress(place)),
+         fmt::format("the workbook has more than {} cells, which is the limit",
+                     _state.limits.cells));
+  }
+  DOM::Cell& cell = _sheet.table->obtainCell(place.getRow().get(), place.getColumn().get());
+  cell.value = std::move(value);
+  cell.style = std::move(style);
+  cell.hasFormula = _content.hasFormula;
+}
+
+FormulaValue CellReader::interpret(CellIndex place) {
+  std::string_view const type = _content.type;
+  if (_content.inlineText) {
+    return textValue(std::move(*_content.inlineText));
+  }
+  if (type == "str" && _content.hasValue) {
+    return textValue(unescapeXstring(_content.value));
+  }
+  std::string_view const value = trimXmlSpaces(_content.value);
+  if (value.empty()) {
+    return {};
+  }
+  if (type == "s") {
+    return interpretShared(place);
+  }
+  if (type == "b") {
+    auto const truth = parseBoolean(value);
+    return truth ? FormulaModel::FormulaBoolean{*truth} : refuse(place, "no truth value");
+  }
+  if (type == "e") {
+    return errorValue(value);
+  }
+  bool const isDate = type == "d";
+  auto const number =
+      isDate ? parseIsoDate(value, _state.document.getDateSystem()) : parseNumber(value);
+  return number ? numberValue(*number) : refuse(place, isDate ? "no date" : "no number");
+}
+
+FormulaValue CellReader::interpretShared(CellIndex place) {
+  auto const number = parseInteger(_content.value);
+  if (!number || *number < 0 || static_cast<std::size_t>(*number) >= _sharedStrings.size()) {
+    fail(fmt::format("cell {}", toAddress(place)),
+         fmt::format("refers to the shared text \"{}\", but the file has {}; the file is damaged",
+                     _content.value, _sharedStrings.size()));
+  }
+  return textValue(_sharedStrings[static_cast<std::size_t>(*number)]);
+}
+
+/// A value that is not of its type: the cell stays empty.
+FormulaValue CellReader::refuse(CellIndex place, std::string_view what) {
+  constexpr std::size_t shownSize = 40;
+  _state.report({_sheet.part, _sheet.name, toAddress(place),
+                 fmt::format("the value \"{}\" is {}; the cell is read as empty",
+                             _content.value.substr(0, shownSize), what)});
+  return {};
+}
+
+void CellReader::fail(std::string const& place, std::string const& problem) const {
+  throw PartError(_sheet.part, place, problem);
+}
+
+}  // namespace Zorv::Workbook

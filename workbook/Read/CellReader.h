@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Utils/CellIndex.h"
+#include "workbook/Read/LoadState.h"
+#include "workbook/Read/StylesReader.h"
+#include "workbook/Xml/XmlReader.h"
+
+namespace Zorv::Workbook {
+
+/// Reads the cells of one sheet into its table, row by row as they come.
+class CellReader {
+public:
+  /// Borrows everything.
+  CellReader(LoadState& state, std::vector<std::string> const& sharedStrings,
+             StylesReader const& styles, std::size_t sheet, XmlReader& reader);
+
+  /// At the start of a `row` element: the row's position. Rows without a number follow one another.
+  /// Throws PartError for a row outside the sheet.
+  unsigned long beginRow();
+
+  /// After the start of a `c` element (ISO/IEC 29500-1, 18.3.1.4): reads on to its end. Cells
+  /// without a reference follow one another. Throws PartError for a cell outside the sheet, and
+  /// for one that refers to a text that the workbook does not have.
+  void readCell();
+
+private:
+  /// What a cell element holds, before it is known what it means.
+  struct Content {
+    std::string type;
+    std::string value;
+    std::optional<std::string> inlineText;
+    bool hasValue = false;
+    bool hasFormula = false;
+  };
+
+  [[nodiscard]] CellIndex findPlace();
+  [[nodiscard]] DOM::SharedCellStylePtr findStyle(CellIndex place);
+  void readContent();
+  void readValueText();
+  void store(CellIndex place, DOM::SharedCellStylePtr style);
+  [[nodiscard]] FormulaValue interpret(CellIndex place);
+  [[nodiscard]] FormulaValue interpretShared(CellIndex place);
+  [[nodiscard]] FormulaValue refuse(CellIndex place, std::string_view what);
+  [[noreturn]] void fail(std::string const& place, std::string const& problem) const;
+
+  LoadState& _state;
+  std::vector<std::string> const& _sharedStrings;
+  StylesReader const& _styles;
+  Sheet& _sheet;
+  XmlReader& _reader;
+  unsigned long _nextRow = 0;
+  unsigned long _nextColumn = 0;
+  unsigned long _row = 0;
+  Content _content;
+};
+
+}  // namespace Zorv::Workbook

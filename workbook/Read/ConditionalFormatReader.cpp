@@ -1,0 +1,168 @@
+#include "workbook/Read/ConditionalFormatReader.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "workbook/Addresses.h"
+#include "workbook/Package/PartError.h"
+#include "workbook/Read/RuleCondition.h"
+#include "workbook/Read/Values.h"
+#include "workbook/Xml/XmlText.h"
+
+namespace Zorv::Workbook {
+
+namespace {
+
+/// The name without the prefix that a tree gives to other namespaces than the main one.
+std::string_view localName(pugi::xml_node node) noexcept {
+  std::string_view const name = node.name();
+  return name.substr(name.find(':') + 1);
+}
+
+/// The formulas that stand in a rule directly: `formula`, or `xm:f` in the extension list.
+std::vector<std::string> readFormulas(pugi::xml_node rule) {
+  std::vector<std::string> formulas;
+  for (pugi::xml_node const child : rule) {
+    std::string_view const name = localName(child);
+    if (name == "formula" || name == "f") {
+      formulas.push_back(unescapeXstring(trimXmlSpaces(child.text().get())));
+    }
+  }
+  return formulas;
+}
+
+std::optional<int> readPriority(pugi::xml_node rule) {
+  auto const priority = parseInteger(rule.attribute("priority").value());
+  bool const fits = priority && std::numeric_limits<int>::min() <= *priority &&
+                    *priority <= std::numeric_limits<int>::max();
+  return fits ? std::optional(static_cast<int>(*priority)) : std::nullopt;
+}
+
+}  // namespace
+
+void ConditionalFormatReader::read(pugi::xml_node conditionalFormatting) {
+  bool const isExtension = conditionalFormatting.name() != localName(conditionalFormatting);
+  std::string rangeText;
+  std::vector<pugi::xml_node> rules;
+  rangeText = conditionalFormatting.attribute("sqref").value();
+  for (pugi::xml_node const child : conditionalFormatting) {
+    if (localName(child) == "sqref") {
+      rangeText = child.text().get();
+    } else if (localName(child) == "cfRule") {
+      rules.push_back(child);
+    }
+  }
+  rangeText = trimXmlSpaces(std::string(rangeText));
+  auto const ranges = parseRanges(rangeText);
+  for (pugi::xml_node const element : rules) {
+    Rule rule;
+    rule.number = _state.document.getRules().size();
+    rule.sheet = _sheet;
+    rule.fromExtensionList = isExtension;
+    rule.rangeText = rangeText;
+    rule.ranges = ranges.value_or(std::vector<TableRange>());
+    readRule(element, std::move(rule));
+  }
+}
+
+void ConditionalFormatReader::finish() {
+  auto const& rules = _state.document.getRules();
+  auto const rank = [&rules](Entry const& entry) {
+    auto const& priority = rules[entry.rule].priority;
+    return std::tuple(!priority.has_value(), priority.value_or(0));
+  };
+  std::stable_sort(_entries.begin(), _entries.end(), [&rank](Entry const& a, Entry const& b) {
+    return rank(a) < rank(b);
+  });
+  DOM::Table::LiveConditionalFormats formats;
+  formats.reserve(_entries.size());
+  for (Entry& entry : _entries) {
+    formats.push_back(std::move(entry.format));
+  }
+  _state.document.getSheets()[_sheet].table->setConditionalFormats(std::move(formats));
+  _entries.clear();
+}
+
+void ConditionalFormatReader::readRule(pugi::xml_node element, Rule rule) {
+  rule.type = element.attribute("type").value();
+  rule.operatorText = element.attribute("operator").value();
+  rule.priority = readPriority(element);
+  rule.stopIfTrue = parseBoolean(element.attribute("stopIfTrue").value()).value_or(false);
+  rule.formulas = readFormulas(element);
+  checkLimits(rule);
+  try {
+    auto format = makeFormat(element, rule);
+    rule.format = format.get();
+    _entries.push_back({rule.number, std::move(format)});
+  } catch (UnresolvedRule const& reason) {
+    rule.unresolvedReason = reason.what();
+  }
+  _state.document.getRules().push_back(std::move(rule));
+}
+
+std::unique_ptr<DOM::ConditionalFormat const> ConditionalFormatReader::makeFormat(
+    pugi::xml_node element, Rule const& rule) {
+  auto condition = readCondition(element, rule.formulas);
+  if (rule.ranges.empty()) {
+    throw UnresolvedRule(rule.rangeText.empty()
+                             ? "the rule has no range"
+                             : fmt::format("\"{}\" is no range of the sheet", rule.rangeText));
+  }
+  DOM::Table const& table = *_state.document.getSheets()[_sheet].table;
+  std::vector<DOM::TableRangeByID> ranges;
+  ranges.reserve(rule.ranges.size());
+  std::transform(rule.ranges.begin(), rule.ranges.end(), std::back_inserter(ranges),
+                 [&table](TableRange const& range) { return table.toRangeByID(range); });
+  return std::make_unique<DOM::ConditionalFormat const>(
+      std::move(ranges), std::move(condition), findStyle(element, rule), rule.stopIfTrue);
+}
+
+/// A rule that names no differential format styles nothing.
+UUID ConditionalFormatReader::findStyle(pugi::xml_node element, Rule const& rule) {
+  if (pugi::xml_node const inlineFormat =
+          element.find_child([](pugi::xml_node child) { return localName(child) == "dxf"; })) {
+    return _styles.addDifferentialStyle(inlineFormat,
+                                        fmt::format("differential format of rule {}", rule.number));
+  }
+  pugi::xml_attribute const number = element.attribute("dxfId");
+  if (!number) {
+    return {};
+  }
+  auto const index = parseInteger(number.value());
+  UUID const style = index && *index >= 0
+                         ? _styles.getDifferentialStyle(static_cast<std::size_t>(*index))
+                         : UUID();
+  if (style.isEmpty()) {
+    Sheet const& sheet = _state.document.getSheets()[_sheet];
+    _state.report({sheet.part, sheet.name, rule.rangeText,
+                   fmt::format("rule {} refers to the differential format \"{}\", which the file "
+                               "does not have; it styles nothing",
+                               rule.number, number.value())});
+  }
+  return style;
+}
+
+void ConditionalFormatReader::checkLimits(Rule const& rule) {
+  Sheet const& sheet = _state.document.getSheets()[_sheet];
+  _state.ruleAreaCount += rule.ranges.size();
+  if (rule.number >= _state.limits.rules) {
+    throw PartError(sheet.part, fmt::format("range {}", rule.rangeText),
+                    fmt::format("the file has more than {} conditional-formatting rules, which is "
+                                "the limit",
+                                _state.limits.rules));
+  }
+  if (_state.ruleAreaCount > _state.limits.ruleAreas) {
+    throw PartError(sheet.part, {},
+                    fmt::format("the conditional-formatting rules have more than {} areas, which "
+                                "is the limit",
+                                _state.limits.ruleAreas));
+  }
+}
+
+}  // namespace Zorv::Workbook

@@ -1,0 +1,243 @@
+#include "workbook/Read/FormatElements.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "workbook/Read/Values.h"
+
+namespace Zorv::Workbook {
+
+namespace {
+
+template <class Value>
+struct NamedValue {
+  std::string_view name;
+  Value value;
+};
+
+template <class Value, std::size_t count>
+std::optional<Value> findNamed(std::array<NamedValue<Value>, count> const& values,
+                               std::string_view name) noexcept {
+  auto const found = std::find_if(values.begin(), values.end(),
+                                  [name](auto const& entry) { return entry.name == name; });
+  return found == values.end() ? std::nullopt : std::optional(found->value);
+}
+
+using DOM::FillPattern;
+using DOM::HorizontalAlignment;
+using DOM::LineStyle;
+using DOM::Underline;
+using DOM::VerticalAlignment;
+using DOM::VerticalRun;
+
+constexpr std::array underlines{
+    NamedValue<Underline>{"none", Underline::None},
+    NamedValue<Underline>{"single", Underline::Single},
+    NamedValue<Underline>{"double", Underline::Double},
+    NamedValue<Underline>{"singleAccounting", Underline::SingleAccounting},
+    NamedValue<Underline>{"doubleAccounting", Underline::DoubleAccounting}};
+
+constexpr std::array verticalRuns{
+    NamedValue<VerticalRun>{"baseline", VerticalRun::Baseline},
+    NamedValue<VerticalRun>{"superscript", VerticalRun::Superscript},
+    NamedValue<VerticalRun>{"subscript", VerticalRun::Subscript}};
+
+constexpr std::array horizontalAlignments{
+    NamedValue<HorizontalAlignment>{"general", HorizontalAlignment::General},
+    NamedValue<HorizontalAlignment>{"left", HorizontalAlignment::Left},
+    NamedValue<HorizontalAlignment>{"center", HorizontalAlignment::Center},
+    NamedValue<HorizontalAlignment>{"right", HorizontalAlignment::Right},
+    NamedValue<HorizontalAlignment>{"fill", HorizontalAlignment::Fill},
+    NamedValue<HorizontalAlignment>{"justify", HorizontalAlignment::Justify},
+    NamedValue<HorizontalAlignment>{"centerContinuous", HorizontalAlignment::CenterContinuous},
+    NamedValue<HorizontalAlignment>{"distributed", HorizontalAlignment::Distributed}};
+
+constexpr std::array verticalAlignments{
+    NamedValue<VerticalAlignment>{"top", VerticalAlignment::Top},
+    NamedValue<VerticalAlignment>{"center", VerticalAlignment::Center},
+    NamedValue<VerticalAlignment>{"bottom", VerticalAlignment::Bottom},
+    NamedValue<VerticalAlignment>{"justify", VerticalAlignment::Justify},
+    NamedValue<VerticalAlignment>{"distributed", VerticalAlignment::Distributed}};
+
+constexpr std::array lineStyles{
+    NamedValue<LineStyle>{"none", LineStyle::None},
+    NamedValue<LineStyle>{"thin", LineStyle::Thin},
+    NamedValue<LineStyle>{"medium", LineStyle::Medium},
+    NamedValue<LineStyle>{"dashed", LineStyle::Dashed},
+    NamedValue<LineStyle>{"dotted", LineStyle::Dotted},
+    NamedValue<LineStyle>{"thick", LineStyle::Thick},
+    NamedValue<LineStyle>{"double", LineStyle::Double},
+    NamedValue<LineStyle>{"hair", LineStyle::Hair},
+    NamedValue<LineStyle>{"mediumDashed", LineStyle::MediumDashed},
+    NamedValue<LineStyle>{"dashDot", LineStyle::DashDot},
+    NamedValue<LineStyle>{"mediumDashDot", LineStyle::MediumDashDot},
+    NamedValue<LineStyle>{"dashDotDot", LineStyle::DashDotDot},
+    NamedValue<LineStyle>{"mediumDashDotDot", LineStyle::MediumDashDotDot},
+    NamedValue<LineStyle>{"slantDashDot", LineStyle::SlantDashDot}};
+
+constexpr std::array fillPatterns{
+    NamedValue<FillPattern>{"none", FillPattern::None},
+    NamedValue<FillPattern>{"solid", FillPattern::Solid},
+    NamedValue<FillPattern>{"mediumGray", FillPattern::MediumGray},
+    NamedValue<FillPattern>{"darkGray", FillPattern::DarkGray},
+    NamedValue<FillPattern>{"lightGray", FillPattern::LightGray},
+    NamedValue<FillPattern>{"darkHorizontal", FillPattern::DarkHorizontal},
+    NamedValue<FillPattern>{"darkVertical", FillPattern::DarkVertical},
+    NamedValue<FillPattern>{"darkDown", FillPattern::DarkDown},
+    NamedValue<FillPattern>{"darkUp", FillPattern::DarkUp},
+    NamedValue<FillPattern>{"darkGrid", FillPattern::DarkGrid},
+    NamedValue<FillPattern>{"darkTrellis", FillPattern::DarkTrellis},
+    NamedValue<FillPattern>{"lightHorizontal", FillPattern::LightHorizontal},
+    NamedValue<FillPattern>{"lightVertical", FillPattern::LightVertical},
+    NamedValue<FillPattern>{"lightDown", FillPattern::LightDown},
+    NamedValue<FillPattern>{"lightUp", FillPattern::LightUp},
+    NamedValue<FillPattern>{"lightGrid", FillPattern::LightGrid},
+    NamedValue<FillPattern>{"lightTrellis", FillPattern::LightTrellis},
+    NamedValue<FillPattern>{"gray125", FillPattern::Gray125},
+    NamedValue<FillPattern>{"gray0625", FillPattern::Gray0625}};
+
+/// What an element that is there says by its `val`, which may be left out.
+std::optional<bool> readSwitch(pugi::xml_node element) {
+  if (!element) {
+    return std::nullopt;
+  }
+  return parseBoolean(element.attribute("val").value()).value_or(true);
+}
+
+std::optional<unsigned> readCount(pugi::xml_attribute attribute) {
+  auto const count = parseInteger(attribute.value());
+  constexpr long limit = 1'000;
+  return count && 0 <= *count && *count <= limit ? std::optional(static_cast<unsigned>(*count))
+                                                 : std::nullopt;
+}
+
+/// In degrees, counter-clockwise; files count clockwise ones from 91 on. Stacked letters (255) are
+/// no rotation.
+std::optional<int> readRotation(pugi::xml_attribute attribute) {
+  auto const rotation = parseInteger(attribute.value());
+  if (!rotation || *rotation < 0 || *rotation > 180) {
+    return std::nullopt;
+  }
+  return static_cast<int>(*rotation <= 90 ? *rotation : 90 - *rotation);
+}
+
+/// A line without a style leaves the line of the cell as it is.
+std::optional<DOM::BorderLine> readLine(pugi::xml_node line, Palette const& palette) {
+  auto const style = findNamed(lineStyles, line.attribute("style").value());
+  if (!style) {
+    return std::nullopt;
+  }
+  return DOM::BorderLine{*style, palette.read(line.child("color"), AutomaticColour::Ink)};
+}
+
+/// Strict documents name the sides by the direction of writing.
+pugi::xml_node findSide(pugi::xml_node border, char const* side, char const* strictSide) {
+  pugi::xml_node const found = border.child(side);
+  return found ? found : border.child(strictSide);
+}
+
+/// A gradient is shown by its first colour.
+void readGradient(pugi::xml_node gradient, Palette const& palette, DOM::CellProps& props) {
+  if (auto const colour =
+          palette.read(gradient.child("stop").child("color"), AutomaticColour::Paper)) {
+    props.fillPattern = FillPattern::Solid;
+    props.fillColour = colour;
+  }
+}
+
+void setIfPresent(auto& target, auto const& value) {
+  if (value) {
+    target = value;
+  }
+}
+
+}  // namespace
+
+void readFont(pugi::xml_node font, Palette const& palette, DOM::RunProps& props) {
+  if (pugi::xml_attribute const name = font.child("name").attribute("val")) {
+    props.fontName = name.value();
+  }
+  setIfPresent(props.fontSize, parseNumber(font.child("sz").attribute("val").value()));
+  setIfPresent(props.colour, palette.read(font.child("color"), AutomaticColour::Ink));
+  setIfPresent(props.bold, readSwitch(font.child("b")));
+  setIfPresent(props.italic, readSwitch(font.child("i")));
+  setIfPresent(props.strikethrough, readSwitch(font.child("strike")));
+  if (pugi::xml_node const underline = font.child("u")) {
+    props.underline =
+        findNamed(underlines, underline.attribute("val").value()).value_or(Underline::Single);
+  }
+  setIfPresent(props.verticalRun,
+               findNamed(verticalRuns, font.child("vertAlign").attribute("val").value()));
+}
+
+void readAlignment(pugi::xml_node alignment, DOM::ParaProps& para, DOM::CellProps& cell) {
+  setIfPresent(para.horizontalAlignment,
+               findNamed(horizontalAlignments, alignment.attribute("horizontal").value()));
+  setIfPresent(cell.verticalAlignment,
+               findNamed(verticalAlignments, alignment.attribute("vertical").value()));
+  setIfPresent(para.indent, readCount(alignment.attribute("indent")));
+  setIfPresent(para.wrapText, parseBoolean(alignment.attribute("wrapText").value()));
+  setIfPresent(para.shrinkToFit, parseBoolean(alignment.attribute("shrinkToFit").value()));
+  setIfPresent(para.textRotation, readRotation(alignment.attribute("textRotation")));
+  setIfPresent(para.readingOrder, readCount(alignment.attribute("readingOrder")));
+}
+
+void readBorder(pugi::xml_node border, Palette const& palette, DOM::CellProps& props) {
+  setIfPresent(props.borderLeft, readLine(findSide(border, "left", "start"), palette));
+  setIfPresent(props.borderRight, readLine(findSide(border, "right", "end"), palette));
+  setIfPresent(props.borderTop, readLine(border.child("top"), palette));
+  setIfPresent(props.borderBottom, readLine(border.child("bottom"), palette));
+  auto const diagonal = readLine(border.child("diagonal"), palette);
+  if (parseBoolean(border.attribute("diagonalUp").value()).value_or(false)) {
+    setIfPresent(props.borderDiagonalUp, diagonal);
+  }
+  if (parseBoolean(border.attribute("diagonalDown").value()).value_or(false)) {
+    setIfPresent(props.borderDiagonalDown, diagonal);
+  }
+}
+
+void readProtection(pugi::xml_node protection, DOM::CellProps& props) {
+  setIfPresent(props.locked, parseBoolean(protection.attribute("locked").value()));
+  setIfPresent(props.hidden, parseBoolean(protection.attribute("hidden").value()));
+}
+
+void readCellFill(pugi::xml_node fill, Palette const& palette, DOM::CellProps& props) {
+  readGradient(fill.child("gradientFill"), palette, props);
+  pugi::xml_node const pattern = fill.child("patternFill");
+  auto const kind = findNamed(fillPatterns, pattern.attribute("patternType").value());
+  if (!kind || *kind == FillPattern::None) {
+    return;
+  }
+  props.fillPattern = kind;
+  auto const foreground = palette.read(pattern.child("fgColor"), AutomaticColour::Ink);
+  auto const background = palette.read(pattern.child("bgColor"), AutomaticColour::Paper);
+  if (*kind == FillPattern::Solid) {
+    setIfPresent(props.fillColour, foreground);
+  } else {
+    setIfPresent(props.fillColour, background);
+    setIfPresent(props.fillPatternColour, foreground);
+  }
+}
+
+void readDifferentialFill(pugi::xml_node fill, Palette const& palette, DOM::CellProps& props) {
+  readGradient(fill.child("gradientFill"), palette, props);
+  pugi::xml_node const pattern = fill.child("patternFill");
+  auto const kind = findNamed(fillPatterns, pattern.attribute("patternType").value());
+  auto const foreground = palette.read(pattern.child("fgColor"), AutomaticColour::Ink);
+  auto const background = palette.read(pattern.child("bgColor"), AutomaticColour::Paper);
+  if (kind.value_or(FillPattern::Solid) == FillPattern::Solid) {
+    // Writers that take it for a cell's fill put the colour in the foreground alone.
+    auto const colour = background ? background : foreground;
+    props.fillPattern = colour ? std::optional(FillPattern::Solid) : kind;
+    props.fillColour = colour;
+    return;
+  }
+  props.fillPattern = kind;
+  if (*kind != FillPattern::None) {
+    setIfPresent(props.fillColour, background);
+    setIfPresent(props.fillPatternColour, foreground);
+  }
+}
+
+}  // namespace Zorv::Workbook

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "workbook/Document.h"
+#include "workbook/Limits.h"
+#include "workbook/Package/Archive.h"
+
+namespace Zorv::Workbook {
+
+/// What the readers of the parts of one file share.
+struct LoadState {
+  Archive& archive;
+  Limits limits;
+  Document& document;
+  std::uint64_t cellCount = 0;
+  std::uint64_t ruleAreaCount = 0;
+
+  /// Notes what was read another way than it was meant; a flood of the like is cut short.
+  void report(Finding finding);
+};
+
+}  // namespace Zorv::Workbook

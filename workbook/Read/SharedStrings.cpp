@@ -1,0 +1,49 @@
+#include "workbook/Read/SharedStrings.h"
+
+#include <string_view>
+
+#include "workbook/Xml/XmlText.h"
+
+namespace Zorv::Workbook {
+
+namespace {
+
+/// After the start of a `t` element: its text. Spaces around it count only where xml:space says so.
+std::string readText(XmlReader& reader) {
+  bool const keepsSpaces = reader.keepsSpaces();
+  std::string const text = reader.readElementText();
+  return unescapeXstring(keepsSpaces ? std::string_view(text) : trimXmlSpaces(text));
+}
+
+}  // namespace
+
+std::string readTextItem(XmlReader& reader) {
+  std::size_t const depth = reader.getDepth();
+  std::string text;
+  for (;;) {
+    auto const event = reader.next();
+    if (event == XmlReader::Event::End && reader.getDepth() < depth) {
+      return text;
+    }
+    if (event != XmlReader::Event::Start) {
+      continue;
+    }
+    if (reader.is("t")) {
+      text += readText(reader);
+    } else if (!reader.is("r")) {
+      reader.skipElement();
+    }
+  }
+}
+
+std::vector<std::string> readSharedStrings(XmlReader& reader) {
+  std::vector<std::string> strings;
+  for (auto event = reader.next(); event != XmlReader::Event::Finished; event = reader.next()) {
+    if (event == XmlReader::Event::Start && reader.is("si")) {
+      strings.push_back(readTextItem(reader));
+    }
+  }
+  return strings;
+}
+
+}  // namespace Zorv::Workbook

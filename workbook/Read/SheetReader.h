@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "workbook/Package/Relationships.h"
+#include "workbook/Read/CellReader.h"
+#include "workbook/Read/ConditionalFormatReader.h"
+#include "workbook/Read/LoadState.h"
+#include "workbook/Read/StylesReader.h"
+#include "workbook/Xml/XmlReader.h"
+
+namespace Zorv::Workbook {
+
+/// Reads one sheet's part (ISO/IEC 29500-1, 18.3.1.99) in one go, without keeping it in memory.
+class SheetReader {
+public:
+  /// Borrows everything. `sheet` is the index of the sheet, whose name and part are known already.
+  SheetReader(LoadState& state, std::vector<std::string> const& sharedStrings, StylesReader& styles,
+              std::size_t sheet, XmlReader& reader);
+
+  /// Throws PartError where the part is damaged or beyond the limits.
+  void read();
+
+private:
+  using Handler = void (SheetReader::*)();
+  struct Entry;
+
+  [[nodiscard]] static Handler findHandler(XmlReader const& reader) noexcept;
+
+  void readProperties();
+  void readView();
+  void readFormat();
+  void readColumn();
+  void readRow();
+  void readCell();
+  void readMerge();
+  void readConditionalFormatting();
+  void readTablePart();
+
+  [[nodiscard]] DOM::SharedCellStylePtr findStyle(std::string_view attribute) const;
+  [[nodiscard]] bool getFlag(std::string_view attribute, bool missing) const;
+
+  LoadState& _state;
+  StylesReader& _styles;
+  std::size_t _index;
+  Sheet& _sheet;
+  XmlReader& _reader;
+  Relationships _relationships;
+  CellReader _cells;
+  ConditionalFormatReader _conditionalFormats;
+};
+
+}  // namespace Zorv::Workbook

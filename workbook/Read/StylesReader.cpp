@@ -1,0 +1,130 @@
+#include "workbook/Read/StylesReader.h"
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "workbook/Read/FormatElements.h"
+#include "workbook/Read/Values.h"
+
+namespace Zorv::Workbook {
+
+namespace {
+
+std::vector<pugi::xml_node> listChildren(pugi::xml_node parent) {
+  std::vector<pugi::xml_node> children;
+  for (pugi::xml_node const child : parent) {
+    if (child.type() == pugi::node_element) {
+      children.push_back(child);
+    }
+  }
+  return children;
+}
+
+/// The element that an attribute of a cell format gives the number of; none where there is no such.
+pugi::xml_node pick(std::vector<pugi::xml_node> const& elements, pugi::xml_attribute number) {
+  auto const index = parseInteger(number.value());
+  bool const known = index && *index >= 0 && static_cast<std::size_t>(*index) < elements.size();
+  return known ? elements[static_cast<std::size_t>(*index)] : pugi::xml_node();
+}
+
+/// An attribute of a cell format, or that of the format on which it is based.
+pugi::xml_attribute pickAttribute(pugi::xml_node format, pugi::xml_node base, char const* name) {
+  pugi::xml_attribute const own = format.attribute(name);
+  return own ? own : base.attribute(name);
+}
+
+pugi::xml_node pickChild(pugi::xml_node format, pugi::xml_node base, char const* name) {
+  pugi::xml_node const own = format.child(name);
+  return own ? own : base.child(name);
+}
+
+std::shared_ptr<DOM::CellFormat const> shareCode(std::string code) {
+  return code.empty() ? nullptr
+                      : std::make_shared<DOM::CellFormat const>(DOM::CellFormat{std::move(code)});
+}
+
+}  // namespace
+
+StylesReader::StylesReader(ThemeColours const& theme, DOM::Styles& styles)
+    : _palette(theme), _styles(styles) {}
+
+void StylesReader::read(pugi::xml_node styleSheet, DOM::SharedObjectFactory const& factory) {
+  readIndexedColours(styleSheet.child("colors").child("indexedColors"));
+  _numberFormats.add(styleSheet.child("numFmts"));
+  Tables const tables{
+      listChildren(styleSheet.child("fonts")), listChildren(styleSheet.child("fills")),
+      listChildren(styleSheet.child("borders")), listChildren(styleSheet.child("cellStyleXfs"))};
+  for (pugi::xml_node const format : listChildren(styleSheet.child("cellXfs"))) {
+    _cellStyles.push_back(factory.create(readCellFormat(format, tables)));
+  }
+  for (pugi::xml_node const dxf : listChildren(styleSheet.child("dxfs"))) {
+    std::string name = "differential format " + std::to_string(_differentialStyles.size());
+    _differentialStyles.push_back(addDifferentialStyle(dxf, std::move(name)));
+  }
+}
+
+DOM::SharedCellStylePtr const& StylesReader::getCellStyle(std::size_t number) const noexcept {
+  static DOM::SharedCellStylePtr const none;
+  return number < _cellStyles.size() ? _cellStyles[number] : none;
+}
+
+UUID StylesReader::getDifferentialStyle(std::size_t number) const noexcept {
+  return number < _differentialStyles.size() ? _differentialStyles[number] : UUID();
+}
+
+UUID StylesReader::addDifferentialStyle(pugi::xml_node dxf, std::string name) {
+  DOM::RunProps run;
+  DOM::ParaProps para;
+  DOM::CellProps cell;
+  readFont(dxf.child("font"), _palette, run);
+  readAlignment(dxf.child("alignment"), para, cell);
+  readBorder(dxf.child("border"), _palette, cell);
+  readProtection(dxf.child("protection"), cell);
+  readDifferentialFill(dxf.child("fill"), _palette, cell);
+  DOM::NamedTableStyle style(std::move(name));
+  style.setRunProps(shareIfSet(run));
+  style.setParaProps(shareIfSet(para));
+  style.setCellProps(shareIfSet(cell));
+  if (pugi::xml_node const format = dxf.child("numFmt")) {
+    std::string code = format.attribute("formatCode").value();
+    auto const number = parseInteger(format.attribute("numFmtId").value());
+    style.setCellFormat(
+        shareCode(code.empty() && number ? _numberFormats.findCode(*number) : std::move(code)));
+  }
+  UUID const uuid = UUID::generate();
+  _styles.getTableStyles().emplace(uuid, std::move(style));
+  return uuid;
+}
+
+void StylesReader::readIndexedColours(pugi::xml_node colours) {
+  std::vector<DOM::Colour> indexed;
+  for (pugi::xml_node const colour : colours.children("rgbColor")) {
+    indexed.push_back(parseColour(colour.attribute("rgb").value()).value_or(DOM::Colour()));
+  }
+  _palette.setIndexed(indexed);
+}
+
+/// A cell format's numbers are complete in themselves: programs write them out whatever the flags
+/// say by which the format on which it is based would come through. That one serves where a number
+/// is missing.
+DOM::CellStyle StylesReader::readCellFormat(pugi::xml_node format, Tables const& tables) const {
+  pugi::xml_node const base = pick(tables.baseFormats, format.attribute("xfId"));
+  DOM::RunProps run;
+  DOM::ParaProps para;
+  DOM::CellProps cell;
+  readFont(pick(tables.fonts, pickAttribute(format, base, "fontId")), _palette, run);
+  readAlignment(pickChild(format, base, "alignment"), para, cell);
+  readBorder(pick(tables.borders, pickAttribute(format, base, "borderId")), _palette, cell);
+  readProtection(pickChild(format, base, "protection"), cell);
+  readCellFill(pick(tables.fills, pickAttribute(format, base, "fillId")), _palette, cell);
+  DOM::CellStyle style;
+  style.setRunProps(shareIfSet(run));
+  style.setParaProps(shareIfSet(para));
+  style.setCellProps(shareIfSet(cell));
+  auto const number = parseInteger(pickAttribute(format, base, "numFmtId").value());
+  style.setCellFormat(number ? shareCode(_numberFormats.findCode(*number)) : nullptr);
+  return style;
+}
+
+}  // namespace Zorv::Workbook

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include <pugixml.hpp>
+
+#include "DOM/SharedStyle.h"
+#include "DOM/Styles.h"
+#include "Utils/UUID.h"
+#include "workbook/Read/Colours.h"
+#include "workbook/Read/NumberFormats.h"
+
+namespace Zorv::Workbook {
+
+/// The styles of a workbook: those of its cells by their number, and the differential formats as
+/// named styles of the document.
+class StylesReader {
+public:
+  /// `styles` is borrowed and receives the named styles.
+  StylesReader(ThemeColours const& theme, DOM::Styles& styles);
+
+  /// Reads the tree of the styles part (ISO/IEC 29500-1, 18.8.39).
+  void read(pugi::xml_node styleSheet, DOM::SharedObjectFactory const& factory);
+
+  /// The style of cells with that number, or null for a number that the workbook does not have.
+  /// Each number's style is one object.
+  [[nodiscard]] DOM::SharedCellStylePtr const& getCellStyle(std::size_t number) const noexcept;
+  [[nodiscard]] std::size_t getCellStyleCount() const noexcept { return _cellStyles.size(); }
+
+  /// The named style of that differential format, or the empty identity for a number that the
+  /// workbook does not have.
+  [[nodiscard]] UUID getDifferentialStyle(std::size_t number) const noexcept;
+
+  /// Adds a named style for a `dxf` element (ISO/IEC 29500-1, 18.8.14).
+  UUID addDifferentialStyle(pugi::xml_node dxf, std::string name);
+
+private:
+  /// The tables that cell formats refer to by number.
+  struct Tables {
+    std::vector<pugi::xml_node> fonts;
+    std::vector<pugi::xml_node> fills;
+    std::vector<pugi::xml_node> borders;
+    std::vector<pugi::xml_node> baseFormats;
+  };
+
+  void readIndexedColours(pugi::xml_node colours);
+  [[nodiscard]] DOM::CellStyle readCellFormat(pugi::xml_node format, Tables const& tables) const;
+
+  Palette _palette;
+  DOM::Styles& _styles;
+  NumberFormats _numberFormats;
+  std::vector<DOM::SharedCellStylePtr> _cellStyles;
+  std::vector<UUID> _differentialStyles;
+};
+
+}  // namespace Zorv::Workbook

@@ -1,0 +1,144 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "workbook/Limits.h"
+#include "workbook/Package/ByteSource.h"
+#include "workbook/Xml/XmlNamespace.h"
+
+namespace Zorv::Workbook {
+
+/// An attribute of the element that begins; valid until the reader goes on.
+struct XmlAttribute {
+  XmlNamespace ns = XmlNamespace::None;
+  std::string_view name;  ///< without its prefix
+  std::string_view value;
+};
+
+/// Reads an XML document event by event, in memory bounded by its longest tag or text.
+///
+/// Resolves namespaces, drops comments and instructions, and chooses among alternate content
+/// (ISO/IEC 29500-3, 7.6) what it understands. Document types, and so entities of a document's own,
+/// are refused. Every operation that reads throws PartError where the document is not well-formed
+/// or beyond the limits.
+class XmlReader {
+public:
+  enum class Event : std::uint8_t { Start, End, Text, Finished };
+
+  /// Reads a document in UTF-8 or UTF-16.
+  XmlReader(std::unique_ptr<ByteSource> bytes, Limits const& limits);
+  XmlReader(XmlReader const&) = delete;
+  XmlReader& operator=(XmlReader const&) = delete;
+  ~XmlReader();
+
+  /// Goes on to the next event. An empty element gives a start and an end.
+  Event next();
+
+  /// The element that begins or ends; valid until the reader goes on.
+  [[nodiscard]] XmlNamespace getNamespace() const noexcept { return _namespace; }
+  [[nodiscard]] std::string_view getName() const noexcept { return _name; }
+  [[nodiscard]] bool is(XmlNamespace ns, std::string_view name) const noexcept {
+    return _namespace == ns && _name == name;
+  }
+  /// Whether it is that element of the main namespace.
+  [[nodiscard]] bool is(std::string_view name) const noexcept {
+    return is(XmlNamespace::Spreadsheet, name);
+  }
+  [[nodiscard]] std::vector<XmlAttribute> const& getAttributes() const noexcept {
+    return _attributes;
+  }
+  /// An attribute of the element that begins, or nothing.
+  [[nodiscard]] std::optional<std::string_view> getAttribute(
+      std::string_view name, XmlNamespace ns = XmlNamespace::None) const noexcept;
+
+  /// The text of a text event, entities replaced; valid until the reader goes on. One stretch of
+  /// text may come as several events.
+  [[nodiscard]] std::string_view getText() const noexcept { return _text; }
+  /// Whether `xml:space` asks to keep the spaces around the text of the innermost open element.
+  [[nodiscard]] bool keepsSpaces() const noexcept;
+
+  /// How many elements are open; one that begins counts, one that ends no longer.
+  [[nodiscard]] std::size_t getDepth() const noexcept { return _open.size(); }
+
+  /// After the start of an element: reads on to its end.
+  void skipElement();
+  /// After the start of an element: reads on to its end; returns the text that stands in it
+  /// directly.
+  [[nodiscard]] std::string readElementText();
+
+  [[nodiscard]] std::string const& getPartName() const noexcept { return _utf8->getName(); }
+  /// Throws PartError with the reader's place.
+  [[noreturn]] void fail(std::string const& problem) const;
+
+private:
+  struct OpenElement {
+    std::size_t nameBegin;     ///< where in _openNames its name stands, prefix included
+    std::size_t bindingCount;  ///< of the elements around it
+    std::size_t prefixSize;    ///< with the colon
+    XmlNamespace ns;
+    bool keepsSpaces;
+  };
+  struct Binding {
+    std::string prefix;
+    XmlNamespace ns;
+  };
+  /// An open mc:AlternateContent.
+  struct Alternatives {
+    std::size_t depth;
+    bool chosen;
+  };
+
+  Event readEvent();
+  Event readMarkup();
+  Event readCharacterData();
+  std::optional<Event> readDeclaration();
+  Event readStartTag();
+  Event readEndTag();
+  Event closeElement();
+  void parseTag(char* begin, char* end);
+  char* parseAttribute(char* at, char* end);
+  void resolveNames();
+  void openElement();
+  [[nodiscard]] XmlNamespace findPrefix(std::string_view prefix) const noexcept;
+  [[nodiscard]] bool understandsChoice() const;
+  /// Whether alternate content keeps an event of its own elements from the caller.
+  bool chooseAlternative(Event event);
+  void skipRaw();
+
+  [[nodiscard]] std::string_view buffered() const noexcept {
+    return {_buffer.data() + _begin, _end - _begin};
+  }
+  bool readMore();
+  [[nodiscard]] bool ensure(std::size_t size);
+  [[nodiscard]] std::size_t find(std::string_view wanted, std::size_t from, char const* what);
+  [[nodiscard]] std::size_t findTagEnd();
+  [[nodiscard]] std::string_view decode(char* begin, char* end, bool isAttribute) const;
+
+  std::unique_ptr<ByteSource> _utf8;
+  Limits _limits;
+  std::vector<char> _buffer;
+  std::size_t _begin = 0;             ///< what is to be read next
+  std::size_t _end = 0;               ///< the end of what is buffered
+  std::uint64_t _bufferPosition = 0;  ///< of the buffer's first byte in the document
+  bool _sawRoot = false;
+  bool _isEmptyElement = false;  ///< the element that just began ends at once
+
+  XmlNamespace _namespace = XmlNamespace::None;
+  std::string_view _qualifiedName;
+  std::string_view _name;
+  std::string_view _text;
+  std::vector<XmlAttribute> _attributes;
+  std::vector<OpenElement> _open;
+  std::string _openNames;
+  std::string _closedName;
+  std::vector<Binding> _bindings;
+  std::vector<Alternatives> _alternatives;
+};
+
+}  // namespace Zorv::Workbook
