@@ -176,13 +176,13 @@ struct Period {
 };
 
 TEST(NullaryOperator, DayAndWeekPeriodsHoldForTheirDaysInBothDateSystems) {
-  // Wednesday in the morning, and in the last minute.
   std::vector<Period> const periods = {
       {Type::Yesterday, "en-US", 2024y / 5 / 14, 2024y / 5 / 14},
       {Type::Today, "en-US", 2024y / 5 / 15, 2024y / 5 / 15},
       {Type::Tomorrow, "en-US", 2024y / 5 / 16, 2024y / 5 / 16},
       {Type::Last7Days, "en-US", 2024y / 5 / 9, 2024y / 5 / 15},
   };
+  // In the first minute of the day, and in the last.
   for (auto const now : {wednesday + 0min, wednesday + 1439min}) {
     ScopedClock const scope(now);
     for (auto const system : {DateSystem::Since1900, DateSystem::Since1904}) {
@@ -321,13 +321,21 @@ TEST(NullaryOperator, ANaNIsNeitherBeforeNorAfterADay) {
   EXPECT_FALSE(Condition(Type::Last7Days).holds(nan));
 }
 
-TEST(NullaryOperator, TodayIsThatOfTheTimeZone) {
-  ScopedClock const scope(wednesday + 23h);
-  EXPECT_TRUE(Condition(Type::Today).holds(wednesday));
-  EXPECT_TRUE(Condition(Type::Tomorrow, {}, DOM::TimeZone("America/Los_Angeles"))
-                  .holds(wednesday + std::chrono::days(1)));
-  EXPECT_TRUE(Condition(Type::Today, {}, DOM::TimeZone("Europe/Berlin"))
-                  .holds(wednesday + std::chrono::days(1)));
+TEST(NullaryOperator, EveryPeriodIsThatOfTheTimeZone) {
+  // A Saturday, the last day of the week and of the month, that is over in Berlin already.
+  sys_days const saturday = 2024y / 8 / 31;
+  sys_days const sunday = 2024y / 9 / 1;
+  for (int type = firstDateKind; type < kindCount; ++type) {
+    auto const kind = static_cast<Type>(type);
+    auto const findDays = [&](sys_days day, std::chrono::hours hour, char const* timeZone) {
+      ScopedClock const scope(day + hour);
+      return Condition(kind, {}, DOM::TimeZone(timeZone)).findDays(saturday);
+    };
+    auto const onSunday = findDays(sunday, 12h, "UTC");
+    EXPECT_EQ(findDays(saturday, 23h, "Europe/Berlin"), onSunday) << type;
+    EXPECT_NE(findDays(saturday, 23h, "UTC"), onSunday) << type;
+    EXPECT_EQ(findDays(sunday, 12h, "America/Los_Angeles"), onSunday) << type;
+  }
 }
 
 TEST(NullaryOperator, OnlyTheLastSevenDaysFollowTheLocaleAndTheTimeZoneThatWereGiven) {
