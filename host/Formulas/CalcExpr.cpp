@@ -1,1 +1,15 @@
 #include "Formulas/CalcExpr.h"
+
+#include <string>
+#include <utility>
+
+#include "Formulas/Evaluation/EvaluateExpr.h"
+
+namespace Zorv::Formulas {
+
+CalcResult calcExpr(DOM::FormulaSyntaxTree::Expr const& expr, Context const& context,
+                    ContextProvider const& contextProvider, RuntimeDependenciesResolver& resolver) {
+  return evaluateExpr(expr, Offset{}, context, contextProvider, resolver);
+}
+
+}  // namespace Zorv::Formulas

@@ -37,6 +37,9 @@ public:
   [[nodiscard]] virtual std::size_t getTableCount() const = 0;
   /// The view of the sheet of that name, or null.
   [[nodiscard]] virtual TableContext const* findTableContext(std::string_view sheetName) const = 0;
+  /// The view of the table at a place of the document, or null. Unless overridden, always null.
+  [[nodiscard]] virtual TableContext const* findTableContextAt(
+      FormulaModel::DocTableIndex table) const;
   /// What a defined name stands for, or null: a name of the given table before one of the whole
   /// document. Relative references in it are written as seen from the cell in row 0, column 0.
   [[nodiscard]] virtual DOM::FormulaSyntaxTree::Expr const* findDefinedName(

@@ -1,2 +1,40 @@
 # The formula engine.
-target_sources(zorv_formulas_objects PRIVATE ${CMAKE_CURRENT_LIST_DIR}/CalcExpr.cpp)
+target_sources(
+  zorv_formulas_objects
+  PRIVATE ${CMAKE_CURRENT_LIST_DIR}/CalcExpr.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Arena.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Arrays.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Cells.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Coercion.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Criterion.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/EvaluateExpr.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Evaluator.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/FunctionCall.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/NumberText.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Operators.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/References.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/StructuredReferences.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Texts.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Wildcards.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/FunctionNames.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Call.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/ConditionalSums.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/DateTime.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/FunctionRegistry.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Information.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Logical.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Lookup.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Math.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Statistical.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Text.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/ParseExpr.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/A1Text.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/CallParser.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/ExprAnalysis.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/ExprBuilder.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/Lexer.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/LocalNames.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/Parser.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/ReferenceParser.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/StructuredReferenceText.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/ShiftExpr.cpp)

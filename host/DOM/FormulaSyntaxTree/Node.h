@@ -69,6 +69,16 @@ struct Node {
   friend bool operator==(Node const&, Node const&) noexcept = default;
 };
 
+/// Whether an operator makes references out of references, rather than values out of values.
+[[nodiscard]] constexpr bool isReferenceOperator(Operator op) noexcept {
+  return op == Operator::Range || op == Operator::Intersection || op == Operator::Union;
+}
+
+/// Whether a node is an operator between two values; chains of these are walked, not nested.
+[[nodiscard]] constexpr bool isValueOperator(Node const& node) noexcept {
+  return node.kind == NodeKind::Binary && !isReferenceOperator(node.op);
+}
+
 /// A rectangle of cells: two corners that both belong to it, in the order written, each coordinate
 /// absolute or relative by itself. Positions count from 0.
 ///
@@ -83,7 +93,8 @@ struct CellReference {
   bool firstColumnIsRelative = false;
   bool lastRowIsRelative = false;
   bool lastColumnIsRelative = false;
-  std::uint32_t sheet = noIndex;  ///< the text that names the sheet; noIndex: the formula's own
+  std::uint32_t sheet = noIndex;  ///< the text that names the sheet (empty: one out of
+                                  ///< reach); noIndex: the formula's own
 
   [[nodiscard]] bool isRelative() const noexcept {
     return firstRowIsRelative || firstColumnIsRelative || lastRowIsRelative || lastColumnIsRelative;

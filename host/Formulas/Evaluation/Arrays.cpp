@@ -1,0 +1,60 @@
+#include "Formulas/Evaluation/Arrays.h"
+
+#include "Formulas/Evaluation/Cells.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+/// Areas up to this height are stored whole, without a look at where their cells end.
+constexpr std::uint32_t alwaysStoredRows = 256;
+
+std::uint32_t countRowsWithCells(Area const& area) {
+  std::uint32_t rows = 0;
+  forEachCell(area, [&](std::uint32_t row, std::uint32_t /*column*/, Value const& /*value*/) {
+    rows = row + 1;
+    return true;
+  });
+  return rows;
+}
+
+}  // namespace
+
+Array const& readArray(Arena& arena, Area const& area) {
+  // One empty row stands for all those below the last cell.
+  std::uint32_t const storedRows = area.height() <= alwaysStoredRows
+                                       ? area.height()
+                                       : std::min(area.height(), countRowsWithCells(area) + 1);
+  std::span<Value> const values = arena.makeArray<Value>(std::size_t{storedRows} * area.width());
+  forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+    values[std::size_t{row} * area.width() + column] = value;
+    return true;
+  });
+  return arena.make(Array{area.height(), area.width(), storedRows, values.data()});
+}
+
+Extent findExtent(std::span<Value const> values) noexcept {
+  Extent extent;
+  for (Value const& value : values) {
+    if (value.isArray()) {
+      extent.rows = std::max(extent.rows, value.asArray().rows);
+      extent.columns = std::max(extent.columns, value.asArray().columns);
+    }
+  }
+  for (Value const& value : values) {
+    if (value.isArray() && value.asArray().rows != 1) {
+      Array const& array = value.asArray();
+      // Past the end of a shorter array one more row is stored, for the #N/A of all those below.
+      std::uint32_t const needed = array.rows < extent.rows ? array.rows + 1 : array.storedRows;
+      extent.storedRows = std::max(extent.storedRows, needed);
+    }
+  }
+  return extent;
+}
+
+Value toElement(Evaluator& evaluator, Value const& value) {
+  Value const operand = evaluator.toOperand(value, Mode::Single);
+  return operand.isArray() ? operand.asArray().at(0, 0) : operand;
+}
+
+}  // namespace Zorv::Formulas

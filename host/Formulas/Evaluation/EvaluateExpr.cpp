@@ -1,0 +1,94 @@
+#include "Formulas/Evaluation/EvaluateExpr.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Formulas/Evaluation/Arrays.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using FormulaModel::FormulaArray;
+using FormulaModel::FormulaBoolean;
+using FormulaModel::FormulaEmpty;
+using FormulaModel::FormulaError;
+using FormulaModel::FormulaNumber;
+using FormulaModel::FormulaString;
+
+FormulaValue toFormulaValue(Value const& value) {
+  switch (value.kind()) {
+    case Value::Kind::Number:
+      return FormulaNumber{FloatNumber(value.asNumber())};
+    case Value::Kind::Text:
+      return FormulaString{std::string(value.asText())};
+    case Value::Kind::Boolean:
+      return FormulaBoolean{value.asBoolean()};
+    case Value::Kind::Error:
+      return FormulaError{value.asError()};
+    default:
+      return FormulaEmpty{};
+  }
+}
+
+std::shared_ptr<Reference const> makeReference(Area const& area) {
+  return std::make_shared<Reference const>(
+      Reference{area.table->getDocTableIndex(), area.toTableRange()});
+}
+
+CalcResult makeReferences(AreaList const& areas) {
+  std::vector<std::shared_ptr<Reference const>> references;
+  references.reserve(areas.count);
+  for (Area const& area : areas) {
+    references.push_back(makeReference(area));
+  }
+  return references;
+}
+
+CalcResult makeArray(Array const& array) {
+  // What is repeated below the stored rows is written out.
+  std::vector<FormulaValue> values;
+  values.reserve(std::size_t{array.rows} * array.columns);
+  for (std::uint32_t row = 0; row < array.rows; ++row) {
+    for (std::uint32_t column = 0; column < array.columns; ++column) {
+      values.push_back(toFormulaValue(array.at(row, column)));
+    }
+  }
+  return std::make_shared<FormulaArray const>(array.rows, array.columns, std::move(values));
+}
+
+CalcResult toResult(Evaluator& evaluator, Value const& value) {
+  if (value.isReferences()) {
+    return makeReferences(value.asAreas());
+  }
+  if (value.isReference() && !value.asArea().isSingleCell()) {
+    return makeReference(value.asArea());
+  }
+  Value const operand = evaluator.toOperand(value, Mode::Single);
+  return toFormulaValue(operand.isArray() ? operand.asArray().at(0, 0) : operand);
+}
+
+CalcResult toArrayResult(Evaluator& evaluator, Value const& value) {
+  Value const operand = evaluator.toOperand(value, Mode::ByElement);
+  return operand.isArray() ? makeArray(operand.asArray()) : CalcResult(toFormulaValue(operand));
+}
+
+}  // namespace
+
+CalcResult evaluateExpr(DOM::FormulaSyntaxTree::Expr const& expr, Offset offset,
+                        Context const& context, ContextProvider const& contextProvider,
+                        RuntimeDependenciesResolver& resolver) {
+  bool const isArrayFormula = context.getArrayFormulaIndices().has_value();
+  try {
+    Evaluator evaluator(context, contextProvider, resolver);
+    Mode const mode = isArrayFormula ? Mode::ByElement : Mode::Single;
+    Value const value = evaluator.evaluate(expr.getParts(), offset, mode);
+    return isArrayFormula ? toArrayResult(evaluator, value) : toResult(evaluator, value);
+  } catch (EvaluationTooLarge const&) {
+    return FormulaValue(FormulaError{FormulaErrorCode::Number});
+  }
+}
+
+}  // namespace Zorv::Formulas

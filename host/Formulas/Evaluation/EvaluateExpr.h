@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Formulas/CalcExpr.h"
+#include "Formulas/Evaluation/Evaluator.h"
+
+namespace Zorv::Formulas {
+
+/// Evaluates a formula whose relative references are first moved by an offset, around the edges of
+/// the sheet: the result of calcExpr() on what shiftExpr() makes, without making it.
+///
+/// Ordinary formulas with a number or a truth value as their result take nothing from the heap. A
+/// formula that needs more memory than one may take evaluates to `#NUM!`.
+[[nodiscard]] CalcResult evaluateExpr(DOM::FormulaSyntaxTree::Expr const& expr, Offset offset,
+                                      Context const& context,
+                                      ContextProvider const& contextProvider,
+                                      RuntimeDependenciesResolver& resolver);
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,222 @@
+#include "Formulas/Evaluation/Evaluator.h"
+
+#include <array>
+
+#include "Formulas/Evaluation/Arrays.h"
+#include "Formulas/Evaluation/Cells.h"
+#include "Formulas/Evaluation/FunctionCall.h"
+#include "Formulas/Evaluation/Operators.h"
+#include "Formulas/Evaluation/References.h"
+#include "Formulas/Evaluation/Texts.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::ExprParts;
+using DOM::FormulaSyntaxTree::Node;
+using DOM::FormulaSyntaxTree::NodeKind;
+using DOM::FormulaSyntaxTree::Operator;
+
+/// Formulas that names stand for nest, too.
+constexpr std::uint32_t maximalDepth = 512;
+
+/// How many characters a cell may hold.
+constexpr std::size_t maximalTextLength = 32767;
+
+}  // namespace
+
+Value Evaluator::evaluate(ExprParts const& parts, Offset offset, Mode mode) {
+  if (parts.nodes.empty()) {
+    return {};
+  }
+  Frame const frame{&parts, offset, _arena.makeArray<Value>(parts.localNameCount)};
+  return evaluateNode(frame, static_cast<std::uint32_t>(parts.nodes.size() - 1), mode);
+}
+
+Value Evaluator::evaluateNode(Frame const& frame, std::uint32_t node, Mode mode) {
+  Node const& entry = frame.nodeAt(node);
+  if (entry.argumentCount == 0 && entry.kind != NodeKind::Function &&
+      entry.kind != NodeKind::Name) {
+    return evaluateLeaf(frame, entry);
+  }
+  if (_depth == maximalDepth) {
+    return Value::error(FormulaErrorCode::Number);
+  }
+  ++_depth;
+  Value const value = evaluateInner(frame, node, mode);
+  --_depth;
+  return value;
+}
+
+Value Evaluator::evaluateInner(Frame const& frame, std::uint32_t node, Mode mode) {
+  Node const& entry = frame.nodeAt(node);
+  switch (entry.kind) {
+    case NodeKind::Function:
+      return callFunction(*this, frame, node, mode);
+    case NodeKind::Unary:
+      return evaluateUnary(frame, entry, mode);
+    case NodeKind::Binary:
+      return isReferenceOperator(entry.op) ? evaluateReferenceOperator(frame, entry, mode)
+                                           : evaluateValueOperators(frame, node, mode);
+    case NodeKind::Name:
+      return evaluateName(frame, entry, mode);
+    case NodeKind::ArrayConstant:
+      return evaluateArrayConstant(frame, entry);
+    default:
+      return Value::error(FormulaErrorCode::Name);
+  }
+}
+
+Value Evaluator::evaluateLeaf(Frame const& frame, Node const& node) {
+  switch (node.kind) {
+    case NodeKind::Number:
+      return Value::number(node.number);
+    case NodeKind::Text:
+      return Value::text(frame.parts->texts[node.index]);
+    case NodeKind::Boolean:
+      return Value::boolean(node.index != 0);
+    case NodeKind::Error:
+      return Value::error(static_cast<FormulaErrorCode>(node.index));
+    case NodeKind::Missing:
+      return Value::missing();
+    case NodeKind::Reference:
+      return resolveReference(*this, frame, frame.parts->references[node.index]);
+    case NodeKind::StructuredReference:
+      return resolveStructuredReference(*this, frame,
+                                        frame.parts->structuredReferences[node.index]);
+    case NodeKind::LocalName:
+      return frame.locals[node.index];
+    case NodeKind::UnknownFunction:
+      return Value::error(FormulaErrorCode::Name);
+    default:
+      return {};
+  }
+}
+
+Value Evaluator::evaluateOperand(Frame const& frame, std::uint32_t node, Mode mode) {
+  return toOperand(evaluateNode(frame, node, mode), mode);
+}
+
+Value Evaluator::toOperand(Value const& value, Mode mode) {
+  if (value.isReference()) {
+    Area const& area = value.asArea();
+    if (area.isSingleCell()) {
+      return readCell(area, 0, 0);
+    }
+    return mode == Mode::ByElement ? Value::array(toArray(value)) : intersect(area);
+  }
+  return value.isReferences() ? Value::error(FormulaErrorCode::Value) : value;
+}
+
+Array const& Evaluator::toArray(Value const& value) {
+  if (value.isArray()) {
+    return value.asArray();
+  }
+  if (value.isReference()) {
+    return readArray(_arena, value.asArea());
+  }
+  Value const single = toOperand(value, Mode::Single);
+  return _arena.make(Array{1, 1, 1, &_arena.make(single)});
+}
+
+Value Evaluator::makeText(std::string_view text) { return checkText(_arena.copyText(text)); }
+
+Value Evaluator::checkText(std::string_view text) noexcept {
+  bool const isTooLong =
+      text.size() > maximalTextLength && countCharacters(text) > maximalTextLength;
+  return isTooLong ? Value::error(FormulaErrorCode::Value) : Value::text(text);
+}
+
+Value Evaluator::intersect(Area const& area) const {
+  bool const holdsRow = area.firstRow <= row() && row() < area.endRow;
+  bool const holdsColumn = area.firstColumn <= column() && column() < area.endColumn;
+  if (area.width() == 1 && holdsRow) {
+    return readCell(area, row() - area.firstRow, 0);
+  }
+  if (area.height() == 1 && holdsColumn) {
+    return readCell(area, 0, column() - area.firstColumn);
+  }
+  return Value::error(FormulaErrorCode::Value);
+}
+
+Value Evaluator::evaluateUnary(Frame const& frame, Node const& node, Mode mode) {
+  switch (node.op) {
+    case Operator::Spill:
+      // Where the array of a cell's formula ends is not known here.
+      return Value::error(FormulaErrorCode::Reference);
+    case Operator::Single:
+      return evaluateOperand(frame, node.firstArgument, Mode::Single);
+    case Operator::Plus:
+      return evaluateNode(frame, node.firstArgument, mode);
+    default:
+      break;
+  }
+  Value const argument = evaluateOperand(frame, node.firstArgument, mode);
+  if (!argument.isArray()) {
+    return applyUnary(node.op, argument, locale());
+  }
+  return mapArray(_arena, argument.asArray(),
+                  [&](Value const& element) { return applyUnary(node.op, element, locale()); });
+}
+
+/// Walks along a chain of operators, from the operand furthest to the left upwards.
+Value Evaluator::evaluateValueOperators(Frame const& frame, std::uint32_t node, Mode mode) {
+  std::uint32_t at = node;
+  while (isValueOperator(frame.nodeAt(at))) {
+    at = frame.nodeAt(at).firstArgument;
+  }
+  Value value = evaluateOperand(frame, at, mode);
+  while (at != node) {
+    std::uint32_t const rightNode = frame.nodeAt(at).next;
+    at = frame.nodeAt(rightNode).next;
+    Value const right = evaluateOperand(frame, rightNode, mode);
+    value = combine(frame.nodeAt(at).op, value, right);
+  }
+  return value;
+}
+
+Value Evaluator::combine(Operator op, Value const& left, Value const& right) {
+  if (!left.isArray() && !right.isArray()) {
+    return applyBinary(op, left, right, *this);
+  }
+  std::array operands = {left, right};
+  return mapElements(*this, operands, [&](std::span<Value const> elements) {
+    return applyBinary(op, elements[0], elements[1], *this);
+  });
+}
+
+Value Evaluator::evaluateReferenceOperator(Frame const& frame, Node const& node, Mode mode) {
+  Value const left = evaluateNode(frame, node.firstArgument, mode);
+  Value const right = evaluateNode(frame, frame.nodeAt(node.firstArgument).next, mode);
+  return combineReferences(_arena, node.op, left, right);
+}
+
+Value Evaluator::evaluateArrayConstant(Frame const& frame, Node const& node) {
+  std::span<Value> const values = _arena.makeArray<Value>(node.argumentCount);
+  std::uint32_t argument = node.firstArgument;
+  for (Value& value : values) {
+    value = evaluateLeaf(frame, frame.nodeAt(argument));
+    argument = frame.nodeAt(argument).next;
+  }
+  std::uint32_t const rows = node.index;
+  return Value::array(_arena.make(Array{rows, node.argumentCount / rows, rows, values.data()}));
+}
+
+Value Evaluator::evaluateName(Frame const& frame, Node const& node, Mode mode) {
+  auto const& name = frame.parts->names[node.index];
+  TableContext const* const table = resolveSheet(*this, frame, name.sheet);
+  if (table == nullptr) {
+    return Value::error(FormulaErrorCode::Reference);
+  }
+  auto const* const expr =
+      _provider->findDefinedName(frame.parts->texts[name.name], table->getDocTableIndex());
+  if (expr == nullptr) {
+    return Value::error(FormulaErrorCode::Name);
+  }
+  // Names are written as seen from the sheet's first cell.
+  Offset const offset{static_cast<long>(row()), static_cast<long>(column())};
+  return evaluate(expr->getParts(), offset, mode);
+}
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "DOM/FormulaSyntaxTree/Expr.h"
+#include "Formulas/Context.h"
+#include "Formulas/ContextProvider.h"
+#include "Formulas/Evaluation/Arena.h"
+#include "Formulas/Evaluation/Outcome.h"
+#include "Formulas/Evaluation/Value.h"
+#include "Formulas/Functions/FunctionEntry.h"
+#include "Formulas/RuntimeDependenciesResolver.h"
+
+namespace Zorv::Formulas {
+
+/// What becomes of a range where one value is wanted.
+enum class Mode : std::uint8_t {
+  Single,     ///< the cell of the range in the row or column of the formula's cell is taken
+  ByElement,  ///< everything is evaluated once for each of the range's cells
+};
+
+/// How far a formula's relative references are moved before they are read, around the sheet's
+/// edges.
+struct Offset {
+  long rows = 0;
+  long columns = 0;
+};
+
+/// A formula under evaluation.
+struct Frame {
+  DOM::FormulaSyntaxTree::ExprParts const* parts = nullptr;
+  Offset offset;
+  std::span<Value> locals;  ///< the values of the names that LET gives, by slot
+
+  [[nodiscard]] DOM::FormulaSyntaxTree::Node const& nodeAt(std::uint32_t node) const noexcept {
+    return parts->nodes[node];
+  }
+};
+
+/// Evaluates formulas at one place, once each.
+///
+/// Cells are read in place. Ordinary formulas take no memory from the heap; what larger ones take
+/// is released with the evaluator. Values stay valid as long as the evaluator lives and the
+/// document is not changed.
+class Evaluator {
+public:
+  Evaluator(Context const& context, ContextProvider const& provider,
+            RuntimeDependenciesResolver& dependencies) noexcept
+      : _context(&context), _provider(&provider), _dependencies(&dependencies) {}
+
+  /// The value of a whole formula.
+  [[nodiscard]] Value evaluate(DOM::FormulaSyntaxTree::ExprParts const& parts, Offset offset,
+                               Mode mode);
+
+  /// The value of a node: a single value, a reference or an array.
+  [[nodiscard]] Value evaluateNode(Frame const& frame, std::uint32_t node, Mode mode);
+
+  /// The same, with references read: a single value or an array.
+  [[nodiscard]] Value evaluateOperand(Frame const& frame, std::uint32_t node, Mode mode);
+
+  /// Reads a reference as the mode says; other values stay what they are.
+  [[nodiscard]] Value toOperand(Value const& value, Mode mode);
+
+  /// Makes a reference an array, and a single value one of one element.
+  [[nodiscard]] Array const& toArray(Value const& value);
+
+  /// A copy of a text that lasts as long as the evaluator. `#VALUE!` for one that is longer than a
+  /// cell may hold.
+  [[nodiscard]] Value makeText(std::string_view text);
+
+  /// The same for a text that lasts already.
+  [[nodiscard]] static Value checkText(std::string_view text) noexcept;
+
+  [[nodiscard]] Arena& arena() noexcept { return _arena; }
+  [[nodiscard]] Context const& context() const noexcept { return *_context; }
+  [[nodiscard]] ContextProvider const& provider() const noexcept { return *_provider; }
+  [[nodiscard]] RuntimeDependenciesResolver& dependencies() noexcept { return *_dependencies; }
+  [[nodiscard]] OfficeUtils::LocaleContext const& locale() const {
+    return _provider->getLocaleContext();
+  }
+  [[nodiscard]] std::uint32_t row() const noexcept {
+    return static_cast<std::uint32_t>(_context->getRow().get());
+  }
+  [[nodiscard]] std::uint32_t column() const noexcept {
+    return static_cast<std::uint32_t>(_context->getColumn().get());
+  }
+
+private:
+  Value evaluateInner(Frame const& frame, std::uint32_t node, Mode mode);
+  Value evaluateLeaf(Frame const& frame, DOM::FormulaSyntaxTree::Node const& node);
+  Value evaluateUnary(Frame const& frame, DOM::FormulaSyntaxTree::Node const& node, Mode mode);
+  Value evaluateValueOperators(Frame const& frame, std::uint32_t node, Mode mode);
+  Value evaluateReferenceOperator(Frame const& frame, DOM::FormulaSyntaxTree::Node const& node,
+                                  Mode mode);
+  Value evaluateArrayConstant(Frame const& frame, DOM::FormulaSyntaxTree::Node const& node);
+  Value evaluateName(Frame const& frame, DOM::FormulaSyntaxTree::Node const& node, Mode mode);
+  Value combine(DOM::FormulaSyntaxTree::Operator op, Value const& left, Value const& right);
+  Value intersect(Area const& area) const;
+
+  Context const* _context;
+  ContextProvider const* _provider;
+  RuntimeDependenciesResolver* _dependencies;
+  std::uint32_t _depth = 0;
+  Arena _arena;
+};
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,127 @@
+#include "Formulas/Evaluation/FunctionCall.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+#include "Formulas/Evaluation/Arrays.h"
+#include "Formulas/Evaluation/Coercion.h"
+#include "Formulas/Functions/Call.h"
+#include "Formulas/Functions/FunctionRegistry.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::Node;
+
+bool isSingle(Parameter parameter) noexcept { return parameter <= Parameter::ValueOrError; }
+
+/// An argument on its way to the function.
+Value evaluateArgument(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mode mode,
+                       Parameter parameter) {
+  switch (parameter) {
+    case Parameter::Expression:
+      return Value::missing();
+    case Parameter::Range:
+      return evaluator.evaluateNode(frame, node, mode);
+    case Parameter::Array:
+      return evaluator.evaluateNode(frame, node, Mode::ByElement);
+    default:
+      return evaluator.evaluateOperand(frame, node, mode);
+  }
+}
+
+/// Wraps the text, which has been converted already, in a value.
+Value fromText(Outcome<std::string_view> const& text) {
+  return text.isError() ? text.error() : Value::text(*text);
+}
+
+Value fromTruth(Outcome<bool> const& truth) {
+  return truth.isError() ? truth.error() : Value::boolean(*truth);
+}
+
+Value fromNumber(Outcome<double> const& number) {
+  return number.isError() ? number.error() : Value::number(*number);
+}
+
+/// A single argument as its parameter demands it; an error that the function must not see is the
+/// result.
+Value convert(Evaluator& evaluator, Value const& argument, Parameter parameter) {
+  switch (parameter) {
+    case Parameter::Number:
+      return argument.isNumber() ? argument : fromNumber(toNumber(argument, evaluator.locale()));
+    case Parameter::Text:
+      return fromText(toText(argument, evaluator));
+    case Parameter::Truth:
+      return fromTruth(toTruth(argument));
+    default:
+      return argument;
+  }
+}
+
+bool isRefused(Value const& argument, Parameter parameter) noexcept {
+  return argument.isError() && parameter < Parameter::ValueOrError;
+}
+
+/// Calls the function with arguments none of which is an array in the place of a single value.
+Value callOnce(Evaluator& evaluator, FunctionEntry const& entry, Frame const& frame,
+               std::uint32_t node, Mode mode, std::span<Value> arguments) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    Parameter const parameter = entry.signature.at(i);
+    if (isSingle(parameter)) {
+      arguments[i] = convert(evaluator, arguments[i], parameter);
+      if (isRefused(arguments[i], parameter)) {
+        return arguments[i];
+      }
+    }
+  }
+  Call call(evaluator, frame, node, mode, arguments);
+  return entry.calculate(call);
+}
+
+/// Calls the function for each element of the arrays that stand for single values.
+Value callByElement(Evaluator& evaluator, FunctionEntry const& entry, Frame const& frame,
+                    std::uint32_t node, Mode mode, std::span<Value const> arguments) {
+  std::span<Value> const spread = evaluator.arena().makeArray<Value>(arguments.size());
+  std::span<Value> const current = evaluator.arena().makeArray<Value>(arguments.size());
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    spread[i] = isSingle(entry.signature.at(i)) ? arguments[i] : Value::missing();
+  }
+  return mapElements(evaluator, spread, [&](std::span<Value const> elements) {
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      current[i] = isSingle(entry.signature.at(i)) ? elements[i] : arguments[i];
+    }
+    return callOnce(evaluator, entry, frame, node, mode, current);
+  });
+}
+
+Value callWith(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mode mode,
+               std::span<Value> arguments) {
+  Node const& entryNode = frame.nodeAt(node);
+  FunctionEntry const& entry = FunctionRegistry::get().at(entryNode.function);
+  bool isByElement = false;
+  std::uint32_t argument = entryNode.firstArgument;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    Parameter const parameter = entry.signature.at(i);
+    arguments[i] = evaluateArgument(evaluator, frame, argument, mode, parameter);
+    isByElement = isByElement || (isSingle(parameter) && arguments[i].isArray());
+    argument = frame.nodeAt(argument).next;
+  }
+  return isByElement ? callByElement(evaluator, entry, frame, node, mode, arguments)
+                     : callOnce(evaluator, entry, frame, node, mode, arguments);
+}
+
+}  // namespace
+
+Value callFunction(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mode mode) {
+  constexpr std::size_t fewArguments = 4;
+  std::uint32_t const count = frame.nodeAt(node).argumentCount;
+  if (count <= fewArguments) {
+    std::array<Value, fewArguments> arguments;
+    return callWith(evaluator, frame, node, mode, std::span(arguments).first(count));
+  }
+  return callWith(evaluator, frame, node, mode, evaluator.arena().makeArray<Value>(count));
+}
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,179 @@
+#include "Formulas/Evaluation/Operators.h"
+
+#include <cmath>
+#include <span>
+
+#include "Formulas/Evaluation/Coercion.h"
+#include "Formulas/Evaluation/Evaluator.h"
+#include "Formulas/Evaluation/Texts.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::Operator;
+
+/// What rounding may leave, relative to the number.
+constexpr double lastBits = 0x1p-49;
+
+std::strong_ordering compareNumbers(double left, double right) noexcept {
+  return left < right   ? std::strong_ordering::less
+         : left > right ? std::strong_ordering::greater
+                        : std::strong_ordering::equal;
+}
+
+/// What an empty value is beside a value of some kind.
+Value emptyLike(Value const& other) noexcept {
+  switch (other.kind()) {
+    case Value::Kind::Text:
+      return Value::text({});
+    case Value::Kind::Boolean:
+      return Value::boolean(false);
+    default:
+      return Value::number(0.0);
+  }
+}
+
+/// Numbers that differ in their last bits only are equal, so that `0.1+0.2=0.3` holds, as in the
+/// widespread programs.
+std::strong_ordering compareRoughly(Value const& left, Value const& right) noexcept {
+  if (left.isNumber() && right.isNumber()) {
+    double const a = left.asNumber();
+    double const b = right.asNumber();
+    if (std::abs(a - b) <= std::abs(a) * lastBits) {
+      return std::strong_ordering::equal;
+    }
+  }
+  return compareValues(left, right);
+}
+
+bool holds(Operator op, std::strong_ordering order) noexcept {
+  switch (op) {
+    case Operator::Equal:
+      return order == 0;
+    case Operator::NotEqual:
+      return order != 0;
+    case Operator::Less:
+      return order < 0;
+    case Operator::LessOrEqual:
+      return order <= 0;
+    case Operator::Greater:
+      return order > 0;
+    default:
+      return order >= 0;
+  }
+}
+
+Value power(double base, double exponent) noexcept {
+  if (base == 0.0 && exponent == 0.0) {
+    return Value::error(FormulaErrorCode::Number);
+  }
+  if (base == 0.0 && exponent < 0.0) {
+    return Value::error(FormulaErrorCode::DivisionByZero);
+  }
+  return Value::number(std::pow(base, exponent));
+}
+
+/// A sum or difference of nearly equal numbers is zero where only the last bits are left of them,
+/// so that `0.1+0.2-0.3` is 0, as in the widespread programs.
+Value sumOf(double left, double right) noexcept {
+  double const sum = left + right;
+  bool const isNoise = std::abs(sum) < std::abs(left) * lastBits;
+  return Value::number(isNoise ? 0.0 : sum);
+}
+
+Value applyArithmetic(Operator op, double left, double right) noexcept {
+  switch (op) {
+    case Operator::Add:
+      return sumOf(left, right);
+    case Operator::Subtract:
+      return sumOf(left, -right);
+    case Operator::Multiply:
+      return Value::number(left * right);
+    case Operator::Divide:
+      return right == 0.0 ? Value::error(FormulaErrorCode::DivisionByZero)
+                          : Value::number(left / right);
+    default:
+      return power(left, right);
+  }
+}
+
+Value applyArithmetic(Operator op, Value const& left, Value const& right, Evaluator& evaluator) {
+  if (left.isNumber() && right.isNumber()) {
+    return applyArithmetic(op, left.asNumber(), right.asNumber());
+  }
+  auto const leftNumber = toNumber(left, evaluator.locale());
+  if (leftNumber.isError()) {
+    return leftNumber.error();
+  }
+  auto const rightNumber = toNumber(right, evaluator.locale());
+  return rightNumber.isError() ? rightNumber.error()
+                               : applyArithmetic(op, *leftNumber, *rightNumber);
+}
+
+Value concatenate(Value const& left, Value const& right, Evaluator& evaluator) {
+  auto const leftText = toText(left, evaluator);
+  auto const rightText = toText(right, evaluator);
+  if (leftText.isError() || rightText.isError()) {
+    return leftText.isError() ? leftText.error() : rightText.error();
+  }
+  std::span<char> const room =
+      evaluator.arena().makeArray<char>((*leftText).size() + (*rightText).size());
+  (*leftText).copy(room.data(), (*leftText).size());
+  (*rightText).copy(room.data() + (*leftText).size(), (*rightText).size());
+  return evaluator.checkText({room.data(), room.size()});
+}
+
+}  // namespace
+
+std::strong_ordering compareValues(Value const& left, Value const& right) noexcept {
+  if (left.isNumber() && right.isNumber()) {
+    return compareNumbers(left.asNumber(), right.asNumber());
+  }
+  if (left.isEmpty() && right.isEmpty()) {
+    return std::strong_ordering::equal;
+  }
+  if (left.isEmpty()) {
+    return compareValues(emptyLike(right), right);
+  }
+  if (right.isEmpty()) {
+    return compareValues(left, emptyLike(left));
+  }
+  // The kinds are numbered in the order in which their values stand.
+  if (left.kind() != right.kind()) {
+    return left.kind() <=> right.kind();
+  }
+  return left.isText() ? compareTexts(left.asText(), right.asText())
+                       : left.asBoolean() <=> right.asBoolean();
+}
+
+Value applyBinary(Operator op, Value const& left, Value const& right, Evaluator& evaluator) {
+  if (left.isError() || right.isError()) {
+    return left.isError() ? left : right;
+  }
+  switch (op) {
+    case Operator::Add:
+    case Operator::Subtract:
+    case Operator::Multiply:
+    case Operator::Divide:
+    case Operator::Power:
+      return applyArithmetic(op, left, right, evaluator);
+    case Operator::Concatenate:
+      return concatenate(left, right, evaluator);
+    default:
+      return Value::boolean(holds(op, compareRoughly(left, right)));
+  }
+}
+
+Value applyUnary(Operator op, Value const& argument, OfficeUtils::LocaleContext const& locale) {
+  auto const number = toNumber(argument, locale);
+  if (number.isError()) {
+    return number.error();
+  }
+  if (op == Operator::Percent) {
+    return Value::number(*number / 100.0);
+  }
+  return Value::number(*number == 0.0 ? 0.0 : -*number);
+}
+
+}  // namespace Zorv::Formulas

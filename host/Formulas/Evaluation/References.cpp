@@ -1,0 +1,129 @@
+#include "Formulas/Evaluation/References.h"
+
+#include <algorithm>
+#include <span>
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::CellReference;
+using DOM::FormulaSyntaxTree::noIndex;
+using DOM::FormulaSyntaxTree::Operator;
+
+// So that moving around an edge is taking bits.
+static_assert((DOM::Table::rowCount & (DOM::Table::rowCount - 1)) == 0);
+static_assert((DOM::Table::columnCount & (DOM::Table::columnCount - 1)) == 0);
+
+template <unsigned long size>
+std::uint32_t move(std::uint32_t position, bool isRelative, long offset) noexcept {
+  if (!isRelative) {
+    return position;
+  }
+  return static_cast<std::uint32_t>((position + static_cast<unsigned long>(offset)) & (size - 1));
+}
+
+constexpr auto moveRow = move<DOM::Table::rowCount>;
+constexpr auto moveColumn = move<DOM::Table::columnCount>;
+
+/// The areas that a reference of either kind is made of; none for other values.
+std::span<Area const> areasOf(Value const& value) noexcept {
+  if (value.isReference()) {
+    return {&value.asArea(), 1};
+  }
+  return value.isReferences() ? std::span(value.asAreas().areas, value.asAreas().count)
+                              : std::span<Area const>();
+}
+
+Value makeReference(Arena& arena, std::span<Area const> areas) {
+  if (areas.empty()) {
+    return Value::error(FormulaErrorCode::Null);
+  }
+  return areas.size() == 1 ? Value::reference(areas.front())
+                           : Value::references(arena.make(AreaList{areas.data(), areas.size()}));
+}
+
+/// The smallest area that holds two references.
+Value enclose(std::span<Area const> left, std::span<Area const> right) noexcept {
+  Area result = left.front();
+  auto const include = [&](Area const& area) {
+    result.firstRow = std::min(result.firstRow, area.firstRow);
+    result.firstColumn = std::min(result.firstColumn, area.firstColumn);
+    result.endRow = std::max(result.endRow, area.endRow);
+    result.endColumn = std::max(result.endColumn, area.endColumn);
+    return area.table == result.table;
+  };
+  bool const isOneTable = std::ranges::all_of(left, include) && std::ranges::all_of(right, include);
+  return isOneTable ? Value::reference(result) : Value::error(FormulaErrorCode::Value);
+}
+
+Value intersect(Arena& arena, std::span<Area const> left, std::span<Area const> right) {
+  std::span<Area> const results = arena.makeArray<Area>(left.size() * right.size());
+  std::size_t count = 0;
+  for (Area const& a : left) {
+    for (Area const& b : right) {
+      Area const common{a.table, std::max(a.firstRow, b.firstRow),
+                        std::max(a.firstColumn, b.firstColumn), std::min(a.endRow, b.endRow),
+                        std::min(a.endColumn, b.endColumn)};
+      if (a.table == b.table && common.firstRow < common.endRow &&
+          common.firstColumn < common.endColumn) {
+        results[count++] = common;
+      }
+    }
+  }
+  return makeReference(arena, results.first(count));
+}
+
+Value unite(Arena& arena, std::span<Area const> left, std::span<Area const> right) {
+  std::span<Area> const results = arena.makeArray<Area>(left.size() + right.size());
+  std::ranges::copy(right, std::ranges::copy(left, results.begin()).out);
+  return makeReference(arena, results);
+}
+
+}  // namespace
+
+TableContext const* resolveSheet(Evaluator const& evaluator, Frame const& frame,
+                                 std::uint32_t sheetText) {
+  if (sheetText == noIndex) {
+    return evaluator.context().getTableContext();
+  }
+  std::string const& name = frame.parts->texts[sheetText];
+  return name.empty() ? nullptr : evaluator.provider().findTableContext(name);
+}
+
+Value resolveReference(Evaluator const& evaluator, Frame const& frame,
+                       CellReference const& reference) {
+  TableContext const* const table = resolveSheet(evaluator, frame, reference.sheet);
+  if (table == nullptr) {
+    return Value::error(FormulaErrorCode::Reference);
+  }
+  Offset const offset = frame.offset;
+  auto const rows =
+      std::minmax({moveRow(reference.firstRow, reference.firstRowIsRelative, offset.rows),
+                   moveRow(reference.lastRow, reference.lastRowIsRelative, offset.rows)});
+  auto const columns = std::minmax(
+      {moveColumn(reference.firstColumn, reference.firstColumnIsRelative, offset.columns),
+       moveColumn(reference.lastColumn, reference.lastColumnIsRelative, offset.columns)});
+  return Value::reference({table, rows.first, columns.first, rows.second + 1, columns.second + 1});
+}
+
+Value combineReferences(Arena& arena, Operator op, Value const& left, Value const& right) {
+  if (left.isError() || right.isError()) {
+    return left.isError() ? left : right;
+  }
+  std::span<Area const> const leftAreas = areasOf(left);
+  std::span<Area const> const rightAreas = areasOf(right);
+  if (leftAreas.empty() || rightAreas.empty()) {
+    return Value::error(FormulaErrorCode::Value);
+  }
+  switch (op) {
+    case Operator::Range:
+      return enclose(leftAreas, rightAreas);
+    case Operator::Intersection:
+      return intersect(arena, leftAreas, rightAreas);
+    default:
+      return unite(arena, leftAreas, rightAreas);
+  }
+}
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+
+#include "DOM/FormulaSyntaxTree/Node.h"
+#include "Formulas/Evaluation/Evaluator.h"
+#include "Formulas/Evaluation/Value.h"
+
+/// From references as they are written to areas.
+namespace Zorv::Formulas {
+
+/// The area of a reference whose relative corners are moved by the frame's offset; `#REF!` where
+/// its sheet does not exist.
+[[nodiscard]] Value resolveReference(Evaluator const& evaluator, Frame const& frame,
+                                     DOM::FormulaSyntaxTree::CellReference const& reference);
+
+/// The area of a structured reference; `#REF!` where there is no such list, column or part.
+[[nodiscard]] Value resolveStructuredReference(
+    Evaluator const& evaluator, Frame const& frame,
+    DOM::FormulaSyntaxTree::StructuredReference const& reference);
+
+/// The table of a sheet that a text of the frame names, or the formula's own for noIndex; null
+/// where there is none.
+[[nodiscard]] TableContext const* resolveSheet(Evaluator const& evaluator, Frame const& frame,
+                                               std::uint32_t sheetText);
+
+/// The range, the intersection or the union of two references.
+[[nodiscard]] Value combineReferences(Arena& arena, DOM::FormulaSyntaxTree::Operator op,
+                                      Value const& left, Value const& right);
+
+}  // namespace Zorv::Formulas

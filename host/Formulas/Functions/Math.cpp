@@ -1,0 +1,92 @@
+// Arithmetic and rounding.
+
+#include <array>
+#include <cmath>
+
+#include "Formulas/Functions/Call.h"
+#include "Formulas/Functions/Families.h"
+#include "Formulas/Functions/Numbers.h"
+#include "Formulas/Functions/Rounding.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+Value absolute(Call& call) { return Value::number(std::abs(call.number(0))); }
+
+/// INT: the largest whole number that is not above.
+Value wholePart(Call& call) { return Value::number(roundDown(call.number(0))); }
+
+/// MOD(number, divisor): the remainder, with the divisor's sign.
+Value mod(Call& call) {
+  double const number = call.number(0);
+  double const divisor = call.number(1);
+  if (divisor == 0.0) {
+    return Value::error(FormulaErrorCode::DivisionByZero);
+  }
+  double const remainder = std::fmod(number, divisor);
+  bool const hasOtherSign = remainder != 0.0 && (remainder < 0.0) != (divisor < 0.0);
+  return Value::number(hasOtherSign ? remainder + divisor : remainder);
+}
+
+Value roundHalfAway(Call& call) {
+  return Value::number(roundToDigits(call.number(0), call.number(1), roundHalfAwayFromZero));
+}
+
+Value roundAwayFromZero(Call& call) {
+  return Value::number(roundToDigits(call.number(0), call.number(1), roundUp));
+}
+
+Value roundTowardZero(Call& call) {
+  return Value::number(roundToDigits(call.number(0), call.number(1), roundTowardsZero));
+}
+
+/// FLOOR(number, significance) and CEILING: to a multiple, which for numbers and multiples of
+/// different signs is told by the multiple's.
+Value floorToMultiple(Call& call) {
+  double const number = call.number(0);
+  double const multiple = call.number(1);
+  if (multiple == 0.0) {
+    return number == 0.0 ? Value::number(0.0) : Value::error(FormulaErrorCode::DivisionByZero);
+  }
+  if (number > 0.0 && multiple < 0.0) {
+    return Value::error(FormulaErrorCode::Number);
+  }
+  return Value::number(multiple * roundDown(number / multiple));
+}
+
+Value ceilingToMultiple(Call& call) {
+  double const number = call.number(0);
+  double const multiple = call.number(1);
+  if (multiple == 0.0 || number == 0.0) {
+    return Value::number(0.0);
+  }
+  if (number > 0.0 && multiple < 0.0) {
+    return Value::error(FormulaErrorCode::Number);
+  }
+  return Value::number(multiple * -roundDown(-(number / multiple)));
+}
+
+Value sum(Call& call) {
+  double total = 0.0;
+  auto const error = visitNumbers(call, [&](double number) { total += number; });
+  return error ? *error : Value::number(total);
+}
+
+constexpr std::array entries = {
+    FunctionEntry{"ABS", "n", absolute},
+    FunctionEntry{"CEILING", "nn", ceilingToMultiple},
+    FunctionEntry{"FLOOR", "nn", floorToMultiple},
+    FunctionEntry{"INT", "n", wholePart},
+    FunctionEntry{"MOD", "nn", mod},
+    FunctionEntry{"ROUND", "nn", roundHalfAway},
+    FunctionEntry{"ROUNDDOWN", "nn", roundTowardZero},
+    FunctionEntry{"ROUNDUP", "nn", roundAwayFromZero},
+    FunctionEntry{"SUM", "a(a)", sum},
+};
+
+}  // namespace
+
+std::span<FunctionEntry const> mathFunctions() noexcept { return entries; }
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,144 @@
+// Counts, means and ranks.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+#include "Formulas/Evaluation/Coercion.h"
+#include "Formulas/Functions/Call.h"
+#include "Formulas/Functions/Families.h"
+#include "Formulas/Functions/Numbers.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+Value fromCount(std::uint64_t count) { return Value::number(static_cast<double>(count)); }
+
+/// COUNT: numbers; of single values also what reads as one. Errors do not count.
+Value countNumbers(Call& call) {
+  std::uint64_t count = 0;
+  for (Value const& argument : call.arguments()) {
+    if (argument.isSingle()) {
+      count += toNumber(argument, call.locale()).isError() ? 0 : 1;
+    } else {
+      forEachElement(argument, [&](Value const& element) {
+        count += element.isNumber() ? 1 : 0;
+        return true;
+      });
+    }
+  }
+  return fromCount(count);
+}
+
+/// COUNTA: all that is not empty.
+Value countValues(Call& call) {
+  std::uint64_t count = 0;
+  for (Value const& argument : call.arguments()) {
+    forEachElement(argument, [&](Value const& element) {
+      count += element.kind() == Value::Kind::Empty ? 0 : 1;
+      return true;
+    });
+  }
+  return fromCount(count);
+}
+
+/// COUNTBLANK: positions without a cell, empty cells and empty texts.
+Value countBlanks(Call& call) {
+  Value const& range = call[0];
+  if (range.isError() || range.isSingle()) {
+    return range.isError() ? range : Value::error(FormulaErrorCode::Value);
+  }
+  std::uint64_t filled = 0;
+  forEachElement(range, [&](Value const& element) {
+    bool const isBlank = element.isEmpty() || (element.isText() && element.asText().empty());
+    filled += isBlank ? 0 : 1;
+    return true;
+  });
+  return fromCount(countPositions(range) - filled);
+}
+
+Value average(Call& call) {
+  double total = 0.0;
+  std::uint64_t count = 0;
+  auto const error = visitNumbers(call, [&](double number) {
+    total += number;
+    ++count;
+  });
+  if (error) {
+    return *error;
+  }
+  return count == 0 ? Value::error(FormulaErrorCode::DivisionByZero)
+                    : Value::number(total / static_cast<double>(count));
+}
+
+/// MIN and MAX; 0 where there is no number.
+Value minimum(Call& call) {
+  double least = std::numeric_limits<double>::infinity();
+  auto const error = visitNumbers(call, [&](double number) { least = std::min(least, number); });
+  return error ? *error : Value::number(std::isinf(least) ? 0.0 : least);
+}
+
+Value maximum(Call& call) {
+  double most = -std::numeric_limits<double>::infinity();
+  auto const error = visitNumbers(call, [&](double number) { most = std::max(most, number); });
+  return error ? *error : Value::number(std::isinf(most) ? 0.0 : most);
+}
+
+/// The number that a sorted list would hold at a place; moves the numbers.
+double selectAt(std::vector<double>& numbers, std::size_t place) {
+  auto const at = numbers.begin() + static_cast<std::ptrdiff_t>(place);
+  std::ranges::nth_element(numbers, at);
+  return *at;
+}
+
+Value median(Call& call) {
+  NumberList list(call, 0, call.count());
+  std::vector<double>& numbers = list.numbers();
+  if (list.error() || numbers.empty()) {
+    return list.error() ? *list.error() : Value::error(FormulaErrorCode::Number);
+  }
+  std::size_t const middle = numbers.size() / 2;
+  double const upper = selectAt(numbers, middle);
+  if (numbers.size() % 2 != 0) {
+    return Value::number(upper);
+  }
+  auto const lowerEnd = numbers.begin() + static_cast<std::ptrdiff_t>(middle);
+  double const lower = *std::max_element(numbers.begin(), lowerEnd);
+  return Value::number(lower + (upper - lower) / 2.0);
+}
+
+/// The number of a rank, which counts from 1 and whose fraction rounds up.
+Value selectByRank(Call const& call, bool fromLargest) {
+  NumberList list(call, 0, 1);
+  std::vector<double>& numbers = list.numbers();
+  if (list.error()) {
+    return *list.error();
+  }
+  double const rank = std::ceil(call.number(1));
+  if (numbers.empty() || rank < 1.0 || rank > static_cast<double>(numbers.size())) {
+    return Value::error(FormulaErrorCode::Number);
+  }
+  std::size_t const fromStart = static_cast<std::size_t>(rank) - 1;
+  return Value::number(selectAt(numbers, fromLargest ? numbers.size() - 1 - fromStart : fromStart));
+}
+
+Value large(Call& call) { return selectByRank(call, true); }
+Value small(Call& call) { return selectByRank(call, false); }
+
+constexpr std::array entries = {
+    FunctionEntry{"AVERAGE", "a(a)", average},    FunctionEntry{"COUNT", "a(a)", countNumbers},
+    FunctionEntry{"COUNTA", "a(a)", countValues}, FunctionEntry{"COUNTBLANK", "r", countBlanks},
+    FunctionEntry{"LARGE", "an", large},          FunctionEntry{"MAX", "a(a)", maximum},
+    FunctionEntry{"MEDIAN", "a(a)", median},      FunctionEntry{"MIN", "a(a)", minimum},
+    FunctionEntry{"SMALL", "an", small},
+};
+
+}  // namespace
+
+std::span<FunctionEntry const> statisticalFunctions() noexcept { return entries; }
+
+}  // namespace Zorv::Formulas

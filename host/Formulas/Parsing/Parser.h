@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "DOM/FormulaSyntaxTree/Expr.h"
+#include "Formulas/Parsing/ExprBuilder.h"
+#include "Formulas/Parsing/Lexer.h"
+#include "Formulas/Parsing/LocalNames.h"
+
+namespace Zorv::Formulas {
+
+/// Parses one formula by the precedence of operators (ISO/IEC 29500-1, 18.17.2.2): reference
+/// operators, signs, `%`, `^`, `*` and `/`, `+` and `-`, `&`, comparisons; those of one rank from
+/// the left. Borrows the text.
+class Parser {
+public:
+  /// `start` is where the formula begins in the text.
+  Parser(std::string_view text, std::size_t start) : _lexer(text, start) {}
+
+  /// Throws FormulaParseError where the text is no formula.
+  [[nodiscard]] DOM::FormulaSyntaxTree::Expr parse();
+
+private:
+  using Operator = DOM::FormulaSyntaxTree::Operator;
+
+  // From the loosest binding to the tightest.
+  Subtree parseExpression();
+  Subtree parseBinary(int minimalRank);
+  Subtree parseSigned();
+  Subtree parsePercent();
+  Subtree parseIntersection();
+  Subtree parseRange();
+  Subtree parseSpill();
+  Subtree parsePrimary();
+
+  Subtree parseNumber();
+  Subtree parseText();
+  Subtree parseError();
+  Subtree parseParenthesised();
+  Subtree parseIdentifier();
+  Subtree parseName(Token const& name);
+  Subtree parseArray();
+  Subtree parseArrayElement();
+  double takeNumber();
+
+  Subtree parseCall(Token const& name);
+  Subtree parseCallOf(Token const& name, std::vector<Subtree> const& arguments);
+  Subtree parseArgument();
+  std::vector<Subtree> parseArguments();
+  std::vector<Subtree> parseArgumentsWithNames();
+  bool isLocalNameNext() const;
+
+  // References; in ReferenceParser.cpp.
+  bool parseCells(Token const& first, std::uint32_t sheet, Subtree& result);
+  Subtree parseCellOrArea(DOM::FormulaSyntaxTree::CellReference reference);
+  bool parseWholeColumns(Token const& first, std::uint32_t sheet, Subtree& result);
+  bool parseWholeRows(Token const& first, std::uint32_t sheet, Subtree& result);
+  Subtree parseRowsFromNumber();
+  Subtree parseAfterSheet(std::string sheet);
+  Subtree parseQuotedSheet();
+  Subtree parseBracketed();
+  Subtree parseStructured(std::uint32_t list);
+  Subtree parseSheetRange();
+  [[nodiscard]] bool isSheetRangeNext() const;
+  [[nodiscard]] bool beginsReference(Token const& token) const noexcept;
+  [[nodiscard]] bool mayBeReference(Subtree tree) const noexcept;
+
+  Subtree checkDepth(Subtree tree) const;
+
+  /// Counts the levels of a text's nesting while in scope.
+  class Nesting;
+
+  Lexer _lexer;
+  ExprBuilder _builder;
+  LocalNames _localNames;
+  std::uint32_t _nesting = 0;
+};
+
+}  // namespace Zorv::Formulas
