@@ -1,14 +1,13 @@
 #include "Formulas/Evaluation/Texts.h"
 
 #include <unicode/uchar.h>
-#include <unicode/utf8.h>
 
 namespace Zorv::Formulas {
 
 namespace {
 
-/// The length of the first character of a text that is not empty, in bytes, and the character; a
-/// byte that begins none stands for itself, out of the range of characters.
+/// A character and its length in bytes. A byte that begins none stands for itself, beyond the range
+/// of characters.
 struct Character {
   std::int32_t code;
   std::size_t length;
@@ -16,15 +15,29 @@ struct Character {
 
 constexpr std::int32_t strayByte = 0x110000;
 
+/// How many bytes a character takes, told by its first one; 1 for a byte that begins none.
+constexpr std::size_t lengthFromFirst(unsigned char first) noexcept {
+  return first < 0xC2 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 1;
+}
+
 Character readCharacter(std::string_view text) noexcept {
   auto const first = static_cast<unsigned char>(text.front());
   if (first < 0x80) {
     return {first, 1};
   }
-  std::size_t at = 0;
-  UChar32 code = 0;
-  U8_NEXT(text.data(), at, text.size(), code);
-  return code < 0 ? Character{strayByte + first, 1} : Character{code, at};
+  std::size_t const length = lengthFromFirst(first);
+  if (length == 1 || length > text.size()) {
+    return {strayByte + first, 1};
+  }
+  std::int32_t code = first & (0x7F >> length);
+  for (std::size_t i = 1; i < length; ++i) {
+    auto const next = static_cast<unsigned char>(text[i]);
+    if ((next & 0xC0) != 0x80) {
+      return {strayByte + first, 1};
+    }
+    code = (code << 6) | (next & 0x3F);
+  }
+  return {code, length};
 }
 
 constexpr std::int32_t foldAscii(std::int32_t code) noexcept {
