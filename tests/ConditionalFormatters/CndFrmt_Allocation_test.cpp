@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+#include <vector>
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "DOM/Table.h"
+#include "support/Documents.h"
+#include "support/Journal.h"
+#include "support/RecordingContexts.h"
+#include "support/Values.h"
+
+// Counts the allocations of the program, and makes them fail.
+namespace {
+
+thread_local bool allocationsCount = false;
+thread_local long allocationCount = 0;
+thread_local long failingAllocation = 0;  // 0 for none
+
+void* allocate(std::size_t size) {
+  if (allocationsCount && ++allocationCount == failingAllocation) {
+    throw std::bad_alloc();
+  }
+  if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
+    return memory;
+  }
+  throw std::bad_alloc();
+}
+
+/// Counts while it lives, and makes one allocation fail.
+class CountedScope {
+public:
+  explicit CountedScope(long failing = 0) {
+    allocationCount = 0;
+    failingAllocation = failing;
+    allocationsCount = true;
+  }
+  CountedScope(CountedScope const&) = delete;
+  CountedScope& operator=(CountedScope const&) = delete;
+  ~CountedScope() { allocationsCount = false; }
+
+  [[nodiscard]] static long getCount() { return allocationCount; }
+};
+
+}  // namespace
+
+void* operator new(std::size_t size) { return allocate(size); }
+void* operator new[](std::size_t size) { return allocate(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace Zorv::ConditionalFormatters {
+namespace {
+
+using namespace TestSupport;
+
+/// Hands over the cells' own values, and allocates nothing by itself.
+class PlainProvider : public ValueContextProvider {
+public:
+  explicit PlainProvider(Formulas::ContextProvider const& contextProvider)
+      : _contextProvider(contextProvider) {}
+  [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
+    return cellInfo.getCell() == nullptr ? FormulaValue() : cellInfo.getCell()->value;
+  }
+  [[nodiscard]] DOM::TimeZone const& getTimeZone() const override {
+    return _contextProvider.getTimeZone();
+  }
+  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
+    return _contextProvider;
+  }
+
+private:
+  Formulas::ContextProvider const& _contextProvider;
+};
+
+class AllocationTest : public testing::Test {
+protected:
+  AllocationTest() {
+    table.setValue(0, 0, text("a text that is too long to be kept inside a string object"));
+    table.setValue(1, 0, number(2));
+    table.setValue(2, 0, number(3));
+    addStyle(styles, makeUUID(1)).setRunProps(makeProps<DOM::RunProps>([](DOM::RunProps& props) {
+      props.bold = true;
+    }));
+    addStyle(styles, makeUUID(2), makeUUID(1))
+        .setCellProps(
+            makeProps<DOM::CellProps>([](DOM::CellProps& props) { props.locked = true; }));
+    addFormat(table, {{0, 0, 2, 1}},
+              DOM::UniquenessConditionalFormatOperator{DOM::UniquenessType::Unique}, makeUUID(1));
+    addFormat(table, {{0, 0, 2, 1}}, holdsAlways(), makeUUID(2));
+  }
+
+  [[nodiscard]] DOM::SharedCellStylePtr getStyle(unsigned long row) const {
+    return calculator.getConditionalFormatCellStyle(styles, table.getCellInfo(row, 0));
+  }
+
+  DOM::Table table;
+  DOM::Styles styles;
+  Journal journal;
+  RecordingContextProvider contextProvider{table, journal};
+  ConditionalFormattingPropsCalculator const calculator{
+      std::make_unique<PlainProvider>(contextProvider)};
+};
+
+TEST_F(AllocationTest, TheCounterCounts) {
+  CountedScope const counted;
+  (void)getStyle(0);
+  EXPECT_GT(counted.getCount(), 0);
+}
+
+TEST_F(AllocationTest, ARememberedCellAllocatesNothing) {
+  table.insertRows(1, 1);  // so that identities and positions differ
+  table.setValue(1, 0, text("a text"));
+  DOM::Table other(UUID{});
+  other.setValue(0, 0, number(1));
+  addFormat(other, {{0, 0, 1, 1}}, holdsAlways(), makeUUID(1));
+  (void)calculator.getConditionalFormatCellStyle(styles, other.getCellInfo(0, 0));
+  for (unsigned long row = 0; row < 4; ++row) {
+    auto const first = getStyle(row);
+    EXPECT_EQ(first == nullptr, row == 3);
+    CountedScope const counted;
+    auto const second = getStyle(row);
+    EXPECT_EQ(counted.getCount(), 0) << row;
+    EXPECT_EQ(second, first);
+  }
+}
+
+TEST_F(AllocationTest, ATableWithoutFormatsAllocatesNothing) {
+  DOM::Table other;
+  other.setValue(0, 0, number(1));
+  CountedScope const counted;
+  EXPECT_EQ(calculator.getConditionalFormatCellStyle(styles, other.getCellInfo(0, 0)), nullptr);
+  EXPECT_EQ(counted.getCount(), 0);
+}
+
+TEST_F(AllocationTest, AListOfFormatsThatStandsAllocatesNothing) {
+  (void)calculator.getConditionalFormatRefs(table);
+  CountedScope const counted;
+  EXPECT_EQ(calculator.getConditionalFormatRefs(table).size(), 2U);
+  EXPECT_EQ(counted.getCount(), 0);
+}
+
+/// Calls the work with its first, second, third ... allocation failing, until none does. Returns
+/// how many failed.
+template <class Work>
+long failEachAllocation(Work const& work) {
+  for (long failing = 1;; ++failing) {
+    CountedScope const counted(failing);
+    try {
+      work();
+      return failing - 1;
+    } catch (std::bad_alloc const&) {
+      continue;
+    }
+  }
+}
+
+TEST_F(AllocationTest, AListOfFormatsThatCannotBeMadeIsNotRemembered) {
+  ConditionalFormatRefs const* refs = nullptr;
+  EXPECT_GT(failEachAllocation([&] { refs = &calculator.getConditionalFormatRefs(table); }), 2);
+  ASSERT_EQ(refs->size(), 2U);
+  EXPECT_EQ((*refs)[1].first.size(), 1U);
+  EXPECT_EQ(refs, &calculator.getConditionalFormatRefs(table));
+}
+
+TEST_F(AllocationTest, ACellThatCannotBeResolvedIsNotRemembered) {
+  DOM::SharedCellStylePtr style;
+  // Each new attempt gets further than the one before: nothing half done is taken for an answer.
+  EXPECT_GT(failEachAllocation([&] { style = getStyle(0); }), 10);
+  ASSERT_NE(style, nullptr);
+  EXPECT_EQ((*style)->getRunProps()->bold, true);
+  EXPECT_EQ((*style)->getCellProps()->locked, true);
+  EXPECT_EQ(getStyle(0), style);
+  EXPECT_EQ(calculator.resolve(styles, table.getCellInfo(0, 0)), style);
+}
+
+}  // namespace
+}  // namespace Zorv::ConditionalFormatters
