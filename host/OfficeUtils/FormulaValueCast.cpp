@@ -85,7 +85,7 @@ struct ToBool : boost::static_visitor<bool> {
   ToBool(LocaleContext const& itsLocale, bool itsStrict) noexcept
       : locale(itsLocale), strict(itsStrict) {}
 
-  bool operator()(FormulaEmpty const&) const noexcept { return false; }
+  bool operator()(FormulaEmpty const& /*empty*/) const noexcept { return false; }
   bool operator()(FormulaNumber const& number) const noexcept { return number.value.get() != 0.0; }
   bool operator()(FormulaString const& text) const {
     if (strict) {
@@ -173,7 +173,7 @@ struct ToString : boost::static_visitor<std::string> {
   ToString(LocaleContext const& itsLocale, GeneralNumberFormatter const* itsFormatter) noexcept
       : locale(itsLocale), formatter(itsFormatter) {}
 
-  std::string operator()(FormulaEmpty const&) const { return {}; }
+  std::string operator()(FormulaEmpty const& /*empty*/) const { return {}; }
   std::string operator()(FormulaNumber const& number) const {
     return formatter != nullptr ? formatter->format(number.value, locale)
                                 : writeGeneral(number.value, locale);

@@ -1,8 +1,15 @@
 #include "OfficeUtils/TimeZone.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <limits>
 #include <utility>
+#include <vector>
 
-#include <unicode/timezone.h>
+#include <unicode/basictz.h>
+#include <unicode/tzrule.h>
+#include <unicode/tztrans.h>
 #include <unicode/ucal.h>
 #include <unicode/unistr.h>
 
@@ -11,47 +18,83 @@
 namespace Zorv::DOM {
 
 using std::chrono::milliseconds;
+using std::chrono::system_clock;
+
+namespace {
+
+/// A time during which the clocks of a zone are a fixed time ahead of coordinated universal time.
+struct Period {
+  milliseconds start;  ///< since the system clock's epoch
+  milliseconds offset;
+};
+
+milliseconds toMilliseconds(system_clock::time_point moment) noexcept {
+  return std::chrono::floor<milliseconds>(moment.time_since_epoch());
+}
+
+milliseconds findOffset(icu::BasicTimeZone const& zone, milliseconds moment) {
+  std::int32_t rawOffset = 0;
+  std::int32_t daylightSaving = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  zone.getOffset(static_cast<UDate>(moment.count()), false, rawOffset, daylightSaving, status);
+  if (U_FAILURE(status)) {
+    throw BaseRuntimeError(std::string("a time zone without data: ") + u_errorName(status));
+  }
+  return milliseconds(rawOffset + daylightSaving);
+}
+
+/// The periods of a zone in their order, over all that the system clock can tell: some hundreds,
+/// which are listed once so that a look-up is a binary search.
+std::vector<Period> listPeriods(icu::BasicTimeZone const& zone) {
+  milliseconds const first = toMilliseconds(system_clock::time_point::min());
+  milliseconds const last = toMilliseconds(system_clock::time_point::max());
+  std::vector<Period> periods{
+      {.start = milliseconds::min(), .offset = findOffset(zone, first)},
+  };
+  auto time = static_cast<UDate>(first.count());
+  icu::TimeZoneTransition transition;
+  while (zone.getNextTransition(time, 0, transition) != 0) {
+    time = transition.getTime();
+    if (time > static_cast<UDate>(last.count())) {
+      break;
+    }
+    auto const* const rule = transition.getTo();
+    periods.push_back({.start = milliseconds(static_cast<std::int64_t>(time)),
+                       .offset = milliseconds(rule->getRawOffset() + rule->getDSTSavings())});
+  }
+  return periods;
+}
+
+}  // namespace
 
 struct TimeZone::Data {
   std::string name;
-  /// Null for coordinated universal time, which needs no look-up.
-  std::unique_ptr<icu::TimeZone const> zone;
+  std::vector<Period> periods;  ///< the first one begins before every moment
 };
 
 TimeZone::TimeZone() {
-  static auto const universal = std::make_shared<Data const>(Data{.name = "UTC", .zone = nullptr});
+  static auto const universal = std::make_shared<Data const>(
+      Data{.name = "UTC", .periods = {{.start = milliseconds::min(), .offset = {}}}});
   _data = universal;
 }
 
 TimeZone::TimeZone(std::string const& name) {
-  std::unique_ptr<icu::TimeZone const> zone(
+  std::unique_ptr<icu::TimeZone const> const zone(
       icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
+  auto const* const basicZone = dynamic_cast<icu::BasicTimeZone const*>(zone.get());
   icu::UnicodeString id;
-  if (!zone || zone->getID(id) == icu::UnicodeString(UCAL_UNKNOWN_ZONE_ID)) {
+  if (basicZone == nullptr || basicZone->getID(id) == UCAL_UNKNOWN_ZONE_ID) {
     throw BaseRuntimeError("unknown time zone \"" + name + "\"");
   }
-  _data = std::make_shared<Data const>(Data{.name = name, .zone = std::move(zone)});
+  _data = std::make_shared<Data const>(Data{.name = name, .periods = listPeriods(*basicZone)});
 }
 
 std::string const& TimeZone::getName() const noexcept { return _data->name; }
 
-std::chrono::local_time<milliseconds> TimeZone::toLocal(
-    std::chrono::system_clock::time_point moment) const {
-  auto const universal = std::chrono::floor<milliseconds>(moment.time_since_epoch());
-  if (!_data->zone) {
-    return std::chrono::local_time<milliseconds>(universal);
-  }
-  std::int32_t rawOffset = 0;
-  std::int32_t daylightSaving = 0;
-  UErrorCode status = U_ZERO_ERROR;
-  _data->zone->getOffset(static_cast<UDate>(universal.count()), false, rawOffset, daylightSaving,
-                         status);
-  if (U_FAILURE(status)) {
-    throw BaseRuntimeError("no offset of time zone \"" + _data->name +
-                           "\": " + u_errorName(status));
-  }
-  return std::chrono::local_time<milliseconds>(universal +
-                                               milliseconds(rawOffset + daylightSaving));
+std::chrono::local_time<milliseconds> TimeZone::toLocal(system_clock::time_point moment) const {
+  milliseconds const universal = toMilliseconds(moment);
+  auto const next = std::ranges::upper_bound(_data->periods, universal, {}, &Period::start);
+  return std::chrono::local_time<milliseconds>(universal + std::prev(next)->offset);
 }
 
 }  // namespace Zorv::DOM

@@ -1,9 +1,13 @@
 #include "OfficeUtils/TimeZone.h"
 
 #include <chrono>
+#include <cstdint>
+#include <memory>
+#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unicode/timezone.h>
 
 #include "Utils/Exceptions.h"
 
@@ -52,6 +56,37 @@ TEST(TimeZone, KeepsMillisecondsAndDropsWhatIsSmaller) {
   EXPECT_EQ(TimeZone("Europe/Berlin").toLocal(sys_days(2024y / 1 / 1) + 1ms + 900us),
             local_days(2024y / 1 / 1) + 1h + 1ms);
   EXPECT_EQ(TimeZone().toLocal(sys_days(1960y / 1 / 1) + 900us), local_days(1960y / 1 / 1));
+}
+
+/// The offset as the zone database is read directly.
+std::chrono::milliseconds offsetByDatabase(icu::TimeZone const& zone,
+                                           std::chrono::milliseconds moment) {
+  std::int32_t raw = 0;
+  std::int32_t daylightSaving = 0;
+  UErrorCode status = U_ZERO_ERROR;
+  zone.getOffset(static_cast<UDate>(moment.count()), false, raw, daylightSaving, status);
+  EXPECT_TRUE(U_SUCCESS(status));
+  return std::chrono::milliseconds(raw + daylightSaving);
+}
+
+TEST(TimeZone, AgreesWithTheDatabaseOverAllThatTheClockCanTell) {
+  using std::chrono::system_clock;
+  std::mt19937_64 generator(11);
+  std::uniform_int_distribution<system_clock::rep> anyTime(
+      system_clock::time_point::min().time_since_epoch().count(),
+      system_clock::time_point::max().time_since_epoch().count());
+  for (char const* name : {"Europe/Berlin", "America/New_York", "Australia/Lord_Howe",
+                           "Africa/Casablanca", "Asia/Kathmandu", "Pacific/Apia", "GMT+2"}) {
+    TimeZone const zone(name);
+    std::unique_ptr<icu::TimeZone const> const database(icu::TimeZone::createTimeZone(name));
+    for (int i = 0; i < 2000; ++i) {
+      system_clock::time_point const moment{system_clock::duration(anyTime(generator))};
+      auto const universal = std::chrono::floor<std::chrono::milliseconds>(moment);
+      ASSERT_EQ(zone.toLocal(moment).time_since_epoch() - universal.time_since_epoch(),
+                offsetByDatabase(*database, universal.time_since_epoch()))
+          << name << ' ' << universal.time_since_epoch().count();
+    }
+  }
 }
 
 TEST(TimeZone, CopiesShareTheirData) {
