@@ -9,6 +9,10 @@ namespace {
 /// Areas up to this height are stored whole, without a look at where their cells end.
 constexpr std::uint32_t alwaysStoredRows = 256;
 
+/// Larger arrays are refused, however many of their rows are equal: some functions walk all of
+/// them.
+constexpr std::uint64_t maximalArraySize = std::uint64_t{1} << 25U;
+
 std::uint32_t countRowsWithCells(Area const& area) {
   std::uint32_t rows = 0;
   forEachCell(area, [&](std::uint32_t row, std::uint32_t /*column*/, Value const& /*value*/) {
@@ -21,6 +25,9 @@ std::uint32_t countRowsWithCells(Area const& area) {
 }  // namespace
 
 Array const& readArray(Arena& arena, Area const& area) {
+  if (area.size() > maximalArraySize) {
+    throw EvaluationTooLarge();
+  }
   // One empty row stands for all those below the last cell.
   std::uint32_t const storedRows = area.height() <= alwaysStoredRows
                                        ? area.height()
@@ -33,13 +40,16 @@ Array const& readArray(Arena& arena, Area const& area) {
   return arena.make(Array{area.height(), area.width(), storedRows, values.data()});
 }
 
-Extent findExtent(std::span<Value const> values) noexcept {
+Extent findExtent(std::span<Value const> values) {
   Extent extent;
   for (Value const& value : values) {
     if (value.isArray()) {
       extent.rows = std::max(extent.rows, value.asArray().rows);
       extent.columns = std::max(extent.columns, value.asArray().columns);
     }
+  }
+  if (std::uint64_t{extent.rows} * extent.columns > maximalArraySize) {
+    throw EvaluationTooLarge();
   }
   for (Value const& value : values) {
     if (value.isArray() && value.asArray().rows != 1) {

@@ -12,7 +12,8 @@
 /// Evaluation by element.
 namespace Zorv::Formulas {
 
-/// The values of an area's cells.
+/// The values of an area's cells. Throws EvaluationTooLarge for an area that no function should
+/// walk cell by cell.
 [[nodiscard]] Array const& readArray(Arena& arena, Area const& area);
 
 /// The size of what becomes of several values evaluated by element.
@@ -22,8 +23,9 @@ struct Extent {
   std::uint32_t storedRows = 1;
 };
 
-/// The extent that holds every array among some values, the largest of each dimension.
-[[nodiscard]] Extent findExtent(std::span<Value const> values) noexcept;
+/// The extent that holds every array among some values, the largest of each dimension. Throws
+/// EvaluationTooLarge for one that no function should walk.
+[[nodiscard]] Extent findExtent(std::span<Value const> values);
 
 /// What a value gives for an element: single values and single rows and columns repeat; past the
 /// end of others lies `#N/A`.

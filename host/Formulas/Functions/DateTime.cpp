@@ -1,5 +1,6 @@
 // Dates, as serial day numbers.
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>

@@ -1,6 +1,8 @@
 // Truth values and choices.
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 
 #include "Formulas/Evaluation/Arrays.h"
@@ -37,33 +39,29 @@ public:
   [[nodiscard]] bool isOdd() const noexcept { return _trueCount % 2 != 0; }
 
 private:
-  void take(bool truth) noexcept {
-    ++_count;
-    _trueCount += truth ? 1 : 0;
-  }
-
-  void takeSingle(Value const& argument) {
+  void takeSingle(Value const& argument, std::uint64_t times = 1) {
     auto const truth = toTruth(argument);
     if (truth.isError()) {
       _error = truth.error();
     } else {
-      take(*truth);
+      _count += times;
+      _trueCount += *truth ? times : 0;
     }
   }
 
   void takeElements(Value const& argument) {
-    forEachElement(argument, [this](Value const& element) {
+    forEachElement(argument, [this](Value const& element, std::uint64_t times) {
       if (element.isError()) {
         _error = element;
       } else if (element.isBoolean() || element.isNumber()) {
-        takeSingle(element);
+        takeSingle(element, times);
       }
       return !_error;
     });
   }
 
-  std::size_t _count = 0;
-  std::size_t _trueCount = 0;
+  std::uint64_t _count = 0;
+  std::uint64_t _trueCount = 0;
   std::optional<Value> _error;
 };
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
 
 #include "Formulas/Functions/Call.h"
 #include "Formulas/Functions/Families.h"
@@ -69,7 +70,9 @@ Value ceilingToMultiple(Call& call) {
 
 Value sum(Call& call) {
   double total = 0.0;
-  auto const error = visitNumbers(call, [&](double number) { total += number; });
+  auto const error = visitNumbers(call, [&](double number, std::uint64_t times) {
+    total += number * static_cast<double>(times);
+  });
   return error ? *error : Value::number(total);
 }
 

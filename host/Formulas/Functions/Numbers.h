@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <type_traits>
 #include <vector>
 
 #include "Formulas/Evaluation/Coercion.h"
@@ -10,16 +12,26 @@
 
 namespace Zorv::Formulas {
 
-/// Hands the numbers among some arguments of a call to `take(double)`. In ranges and arrays only
+/// Hands the numbers among some arguments of a call to `take(number)`, or to `take(number, times)`,
+/// which is told how often a number stands there; see forEachElement(). In ranges and arrays only
 /// numbers count; an argument that is a single value is converted. The first error ends the walk
 /// and is returned.
 template <class Take>
 [[nodiscard]] std::optional<Value> visitNumbers(Call const& call, std::size_t first,
                                                 std::size_t end, Take&& take) {
   std::optional<Value> error;
-  auto const visit = [&](Value const& element) {
+  auto const takeTimes = [&](double number, std::uint64_t times) {
+    if constexpr (std::is_invocable_v<Take&, double, std::uint64_t>) {
+      take(number, times);
+    } else {
+      for (; times != 0; --times) {
+        take(number);
+      }
+    }
+  };
+  auto const visit = [&](Value const& element, std::uint64_t times) {
     if (element.isNumber()) {
-      take(element.asNumber());
+      takeTimes(element.asNumber(), times);
     } else if (element.isError()) {
       error = element;
     }
@@ -34,7 +46,7 @@ template <class Take>
     if (number.isError()) {
       return number.error();
     }
-    take(*number);
+    takeTimes(*number, 1);
   }
   return error;
 }
@@ -45,7 +57,8 @@ template <class Take>
   return visitNumbers(call, 0, call.count(), take);
 }
 
-/// The numbers of some arguments, in the order in which they stand.
+/// The numbers of some arguments. Those of a range or an array stand row by row, save that the
+/// numbers of an array's equal rows stand together.
 class NumberList {
 public:
   NumberList(Call const& call, std::size_t first, std::size_t end)

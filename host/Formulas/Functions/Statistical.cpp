@@ -25,8 +25,8 @@ Value countNumbers(Call& call) {
     if (argument.isSingle()) {
       count += toNumber(argument, call.locale()).isError() ? 0 : 1;
     } else {
-      forEachElement(argument, [&](Value const& element) {
-        count += element.isNumber() ? 1 : 0;
+      forEachElement(argument, [&](Value const& element, std::uint64_t times) {
+        count += element.isNumber() ? times : 0;
         return true;
       });
     }
@@ -38,8 +38,8 @@ Value countNumbers(Call& call) {
 Value countValues(Call& call) {
   std::uint64_t count = 0;
   for (Value const& argument : call.arguments()) {
-    forEachElement(argument, [&](Value const& element) {
-      count += element.kind() == Value::Kind::Empty ? 0 : 1;
+    forEachElement(argument, [&](Value const& element, std::uint64_t times) {
+      count += element.kind() == Value::Kind::Empty ? 0 : times;
       return true;
     });
   }
@@ -53,9 +53,9 @@ Value countBlanks(Call& call) {
     return range.isError() ? range : Value::error(FormulaErrorCode::Value);
   }
   std::uint64_t filled = 0;
-  forEachElement(range, [&](Value const& element) {
+  forEachElement(range, [&](Value const& element, std::uint64_t times) {
     bool const isBlank = element.isEmpty() || (element.isText() && element.asText().empty());
-    filled += isBlank ? 0 : 1;
+    filled += isBlank ? 0 : times;
     return true;
   });
   return fromCount(countPositions(range) - filled);
@@ -64,9 +64,9 @@ Value countBlanks(Call& call) {
 Value average(Call& call) {
   double total = 0.0;
   std::uint64_t count = 0;
-  auto const error = visitNumbers(call, [&](double number) {
-    total += number;
-    ++count;
+  auto const error = visitNumbers(call, [&](double number, std::uint64_t times) {
+    total += number * static_cast<double>(times);
+    count += times;
   });
   if (error) {
     return *error;
@@ -78,13 +78,15 @@ Value average(Call& call) {
 /// MIN and MAX; 0 where there is no number.
 Value minimum(Call& call) {
   double least = std::numeric_limits<double>::infinity();
-  auto const error = visitNumbers(call, [&](double number) { least = std::min(least, number); });
+  auto const error = visitNumbers(
+      call, [&](double number, std::uint64_t /*times*/) { least = std::min(least, number); });
   return error ? *error : Value::number(std::isinf(least) ? 0.0 : least);
 }
 
 Value maximum(Call& call) {
   double most = -std::numeric_limits<double>::infinity();
-  auto const error = visitNumbers(call, [&](double number) { most = std::max(most, number); });
+  auto const error = visitNumbers(
+      call, [&](double number, std::uint64_t /*times*/) { most = std::max(most, number); });
   return error ? *error : Value::number(std::isinf(most) ? 0.0 : most);
 }
 

@@ -1,5 +1,6 @@
 // Texts. Lengths and places count characters.
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>

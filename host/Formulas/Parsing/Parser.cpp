@@ -3,7 +3,6 @@
 #include <array>
 #include <charconv>
 #include <optional>
-#include <system_error>
 
 #include <fmt/format.h>
 
@@ -61,6 +60,15 @@ std::string unquote(std::string_view quoted) {
     }
   }
   return text;
+}
+
+/// Whether a number's text, which has no sign, cannot stand for one below 1.
+bool isLarge(std::string_view text) noexcept {
+  std::size_t const significant = text.find_first_not_of("0.");
+  bool const hasDigits = significant != std::string_view::npos && isDigit(text[significant]);
+  bool const isSmallExponent = text.find('-') != std::string_view::npos;
+  bool const isFraction = text.find('.') < significant;
+  return hasDigits && !isSmallExponent && !(isFraction && text.find_first_of("eE") == text.npos);
 }
 
 [[noreturn]] void failNesting(std::size_t position) {
@@ -198,13 +206,14 @@ Subtree Parser::parsePrimary() {
 double Parser::takeNumber() {
   Token const token = _lexer.expect(TokenKind::Number, "a number");
   double number = 0.0;
-  auto const read =
-      std::from_chars(token.text.data(), token.text.data() + token.text.size(), number);
-  bool const isTooLarge = read.ec == std::errc::result_out_of_range && !(number < 1.0);
-  if (isTooLarge) {
+  std::from_chars(token.text.data(), token.text.data() + token.text.size(), number);
+  // What is too small for a double is left 0; what is too large has digits before the point, or a
+  // positive exponent.
+  bool const isOutOfRange = number == 0.0 && isLarge(token.text);
+  if (isOutOfRange) {
     throw FormulaParseError("a number out of range", token.position);
   }
-  return read.ec == std::errc() ? number : 0.0;
+  return number;
 }
 
 Subtree Parser::parseNumber() {

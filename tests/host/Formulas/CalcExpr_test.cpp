@@ -20,23 +20,16 @@ protected:
 
 TEST_F(CalcExprTest, ConstantsAreThemselves) {
   expectResults(document, {
-                              {"1.5", "1.5"},
-                              {".5", "0.5"},
-                              {"2E3", "2000"},
-                              {"1e-2", "0.01"},
-                              {"\"a \"\"b\"\"\"", "\"a \"b\"\""},
-                              {"TRUE", "TRUE"},
-                              {"false", "FALSE"},
-                              {"#REF!", "#REF!"},
-                              {"#ref!", "#REF!"},
-                              {"#Div/0!", "#DIV/0!"},
-                              {"#N/A", "#N/A"},
-                              {"#NAME?", "#NAME?"},
-                              {"#NULL!", "#NULL!"},
-                              {"#NUM!", "#NUM!"},
-                              {"#VALUE!", "#VALUE!"},
-                              {"= 1", "1"},
-                              {" =1 ", "1"},
+                              {"1.5", "1.5"},         {".5", "0.5"},
+                              {"1e-999", "0"},        {"0", "0"},
+                              {"00.0", "0"},          {"2E3", "2000"},
+                              {"1e-2", "0.01"},       {"\"a \"\"b\"\"\"", "\"a \"b\"\""},
+                              {"TRUE", "TRUE"},       {"false", "FALSE"},
+                              {"#REF!", "#REF!"},     {"#ref!", "#REF!"},
+                              {"#Div/0!", "#DIV/0!"}, {"#N/A", "#N/A"},
+                              {"#NAME?", "#NAME?"},   {"#NULL!", "#NULL!"},
+                              {"#NUM!", "#NUM!"},     {"#VALUE!", "#VALUE!"},
+                              {"= 1", "1"},           {" =1 ", "1"},
                           });
 }
 
@@ -399,6 +392,27 @@ TEST_F(CalcExprTest, LongChainsOfOperatorsAreNoDeepNesting) {
     formula += "+1";
   }
   EXPECT_EQ(document.calc(formula), "4001");
+}
+
+TEST_F(CalcExprTest, RepeatedRowsOfLargeArraysCount) {
+  document.setColumn("A1", {"1", "2", "3"});
+  expectResults(document, {
+                              {"SUM(A:A+1)", "1048582"},
+                              {"AVERAGE(A:A*0+2)", "2"},
+                              {"COUNTA(A:A&\"\")", "1048576"},
+                              {"MAX(A:A+1)", "4"},
+                              {"MIN(5-A:A)", "2"},
+                              {"AND(A:A<5)", "TRUE"},
+                              {"OR(A:A=3)", "TRUE"},
+                              {"MEDIAN(A:B*0+7)", "7"},
+                              {"SUM((A:A=2)*(A:A))", "2"},
+                              {"SUM(A:A*{1,10})", "66"},
+                          });
+}
+
+TEST_F(CalcExprTest, ArraysThatNoFunctionShouldWalkAreNumberErrors) {
+  EXPECT_EQ(document.calc("SUM(A:XFD*1)"), "#NUM!");
+  EXPECT_EQ(document.calc("SUM(A:A*1:1)"), "#NUM!");
 }
 
 TEST_F(CalcExprTest, WhatNeedsTooMuchMemoryIsANumberError) {

@@ -1,0 +1,30 @@
+#include "Formulas/FunctionNames.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Formulas/ParseExpr.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(FunctionNames, ListsKnownAndUnknownFunctionsOnceEach) {
+  auto const names =
+      findFunctionNames(parseExpr("sum(1)+_xlfn.XOR(TRUE)+SUM(NoSuch(_xlfn._xlws.OTHER(),1))"));
+  EXPECT_THAT(names.known, ElementsAre("SUM", "XOR"));
+  EXPECT_THAT(names.unknown, ElementsAre("NOSUCH", "OTHER"));
+}
+
+TEST(FunctionNames, AFormulaWithoutCallsHasNone) {
+  auto const names = findFunctionNames(parseExpr("A1&\"SUM(1)\""));
+  EXPECT_THAT(names.known, IsEmpty());
+  EXPECT_THAT(names.unknown, IsEmpty());
+}
+
+}  // namespace
+
+}  // namespace Zorv::Formulas
