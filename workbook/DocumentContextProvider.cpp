@@ -82,6 +82,11 @@ Formulas::TableContext const* DocumentContextProvider::findTableContext(
   return found ? found->get() : nullptr;
 }
 
+Formulas::TableContext const* DocumentContextProvider::findTableContextAt(
+    FormulaModel::DocTableIndex table) const {
+  return table.get() < _tableContexts.size() ? _tableContexts[table.get()].get() : nullptr;
+}
+
 DOM::FormulaSyntaxTree::Expr const* DocumentContextProvider::findDefinedName(
     std::string_view name, FormulaModel::DocTableIndex table) const {
   std::string const folded = foldCase(name);

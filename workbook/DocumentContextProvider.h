@@ -34,6 +34,8 @@ public:
   [[nodiscard]] std::size_t getTableCount() const override;
   [[nodiscard]] Formulas::TableContext const* findTableContext(
       std::string_view sheetName) const override;
+  [[nodiscard]] Formulas::TableContext const* findTableContextAt(
+      FormulaModel::DocTableIndex table) const override;
   [[nodiscard]] DOM::FormulaSyntaxTree::Expr const* findDefinedName(
       std::string_view name, FormulaModel::DocTableIndex table) const override;
   [[nodiscard]] Formulas::ListObject const* findListObject(std::string_view name) const override;
