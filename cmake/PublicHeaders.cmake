@@ -54,5 +54,26 @@ target_sources(
                host/Utils/TaggedValue.h
                host/Utils/UUID.h)
 
+target_sources(
+  ConditionalFormatters
+  PUBLIC FILE_SET HEADERS
+         BASE_DIRS .
+         FILES ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h
+               ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h
+               ConditionalFormatters/CndFrmt_Export.h
+               ConditionalFormatters/CndFrmt_OperatorsFactory.h
+               ConditionalFormatters/CndFrmt_StyleHierarchy.h
+               ConditionalFormatters/CndFrmt_ValueContextProvider.h
+               ConditionalFormatters/Operators/CndFrmt_AboveAverageOperator.h
+               ConditionalFormatters/Operators/CndFrmt_BinaryOperator.h
+               ConditionalFormatters/Operators/CndFrmt_FormulaExprCalculator.h
+               ConditionalFormatters/Operators/CndFrmt_FormulaValueMultiset.h
+               ConditionalFormatters/Operators/CndFrmt_NullaryOperator.h
+               ConditionalFormatters/Operators/CndFrmt_Operator.h
+               ConditionalFormatters/Operators/CndFrmt_TextOperator.h
+               ConditionalFormatters/Operators/CndFrmt_TopBottomOperator.h
+               ConditionalFormatters/Operators/CndFrmt_UnaryOperator.h
+               ConditionalFormatters/Operators/CndFrmt_UniquenessOperator.h)
+
 # Each of them must compile by itself: the target all_verify_interface_header_sets.
 set_target_properties(ZorvHost ConditionalFormatters PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)

@@ -34,7 +34,7 @@ class Sheet:
         self.sheet.write(0, 0, title, book.add_format({"bold": True, "font_size": 15}))
         heading = {"bold": True, "font_color": "#FFFFFF", "bg_color": "#44546A", "bottom": 1}
         for index, (text, width, form) in enumerate(columns):
-            align = "right" if form.get("num_format") else "left"
+            align = form.get("align", "right" if form.get("num_format") else "left")
             self.sheet.write(FIRST_ROW - 1, index, text, book.add_format({**heading, "align": align}))
             self.sheet.set_column(index, index, width)
         self.formats = [book.add_format({**form, "border": 7, "border_color": "#D0CECE"})

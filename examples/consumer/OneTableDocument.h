@@ -24,8 +24,7 @@ public:
   Zorv::DOM::Table const& getTable() const override;
   std::string const& getSheetName() const override;
 
-  Zorv::Formulas::TableContext const* getTableContext(
-      Zorv::DOM::Table const& table) const override;
+  Zorv::Formulas::TableContext const* getTableContext(Zorv::DOM::Table const& table) const override;
   Zorv::OfficeUtils::LocaleContext const& getLocaleContext() const override;
   Zorv::DOM::TimeZone const& getTimeZone() const override;
   std::size_t getTableCount() const override;

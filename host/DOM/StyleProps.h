@@ -76,7 +76,7 @@ enum class LineStyle : std::uint8_t {
 /// One border line of a cell. A line without a colour is drawn in the text's automatic colour.
 struct BorderLine {
   LineStyle style = LineStyle::None;
-  std::optional<Colour> colour;
+  std::optional<Colour> colour = std::nullopt;
 
   friend bool operator==(BorderLine const&, BorderLine const&) = default;
 };
@@ -92,14 +92,14 @@ PropMember(char const*, std::optional<Value> Props::*) -> PropMember<Props, Valu
 
 /// Character properties. A member without a value is not set.
 struct RunProps {
-  std::optional<std::string> fontName;
-  std::optional<double> fontSize;  ///< in points
-  std::optional<Colour> colour;
-  std::optional<bool> bold;
-  std::optional<bool> italic;
-  std::optional<Underline> underline;
-  std::optional<bool> strikethrough;
-  std::optional<VerticalRun> verticalRun;
+  std::optional<std::string> fontName = std::nullopt;
+  std::optional<double> fontSize = std::nullopt;  ///< in points
+  std::optional<Colour> colour = std::nullopt;
+  std::optional<bool> bold = std::nullopt;
+  std::optional<bool> italic = std::nullopt;
+  std::optional<Underline> underline = std::nullopt;
+  std::optional<bool> strikethrough = std::nullopt;
+  std::optional<VerticalRun> verticalRun = std::nullopt;
 
   /// The one list of members; merging, equality, hashing and printing walk it.
   static constexpr auto members() noexcept {
@@ -116,12 +116,12 @@ struct RunProps {
 
 /// Paragraph properties. A member without a value is not set.
 struct ParaProps {
-  std::optional<HorizontalAlignment> horizontalAlignment;
-  std::optional<unsigned> indent;  ///< in steps of three spaces
-  std::optional<bool> wrapText;
-  std::optional<bool> shrinkToFit;
-  std::optional<int> textRotation;  ///< in degrees, counter-clockwise, -90 to 90
-  std::optional<unsigned> readingOrder;
+  std::optional<HorizontalAlignment> horizontalAlignment = std::nullopt;
+  std::optional<unsigned> indent = std::nullopt;  ///< in steps of three spaces
+  std::optional<bool> wrapText = std::nullopt;
+  std::optional<bool> shrinkToFit = std::nullopt;
+  std::optional<int> textRotation = std::nullopt;  ///< in degrees, counter-clockwise, -90 to 90
+  std::optional<unsigned> readingOrder = std::nullopt;
 
   static constexpr auto members() noexcept {
     return std::tuple{PropMember{"horizontalAlignment", &ParaProps::horizontalAlignment},
@@ -135,18 +135,18 @@ struct ParaProps {
 
 /// Cell properties. A member without a value is not set.
 struct CellProps {
-  std::optional<FillPattern> fillPattern;
-  std::optional<Colour> fillColour;         ///< what a solid fill shows
-  std::optional<Colour> fillPatternColour;  ///< the lines or dots of a pattern
-  std::optional<BorderLine> borderLeft;
-  std::optional<BorderLine> borderRight;
-  std::optional<BorderLine> borderTop;
-  std::optional<BorderLine> borderBottom;
-  std::optional<BorderLine> borderDiagonalUp;
-  std::optional<BorderLine> borderDiagonalDown;
-  std::optional<VerticalAlignment> verticalAlignment;
-  std::optional<bool> locked;
-  std::optional<bool> hidden;
+  std::optional<FillPattern> fillPattern = std::nullopt;
+  std::optional<Colour> fillColour = std::nullopt;         ///< what a solid fill shows
+  std::optional<Colour> fillPatternColour = std::nullopt;  ///< the lines or dots of a pattern
+  std::optional<BorderLine> borderLeft = std::nullopt;
+  std::optional<BorderLine> borderRight = std::nullopt;
+  std::optional<BorderLine> borderTop = std::nullopt;
+  std::optional<BorderLine> borderBottom = std::nullopt;
+  std::optional<BorderLine> borderDiagonalUp = std::nullopt;
+  std::optional<BorderLine> borderDiagonalDown = std::nullopt;
+  std::optional<VerticalAlignment> verticalAlignment = std::nullopt;
+  std::optional<bool> locked = std::nullopt;
+  std::optional<bool> hidden = std::nullopt;
 
   static constexpr auto members() noexcept {
     return std::tuple{PropMember{"fillPattern", &CellProps::fillPattern},
