@@ -40,6 +40,15 @@ bool isUnprintable(UChar32 character) noexcept {
          (type == U_FORMAT_CHAR && character != 0x200C && character != 0x200D);
 }
 
+std::size_t widthOf(UChar32 character) noexcept {
+  auto const type = u_charType(character);
+  if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR) {
+    return 0;
+  }
+  auto const eastAsian = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
+  return eastAsian == U_EA_WIDE || eastAsian == U_EA_FULLWIDTH ? 2 : 1;
+}
+
 }  // namespace
 
 std::string toPrintable(std::string_view text) {
@@ -57,15 +66,20 @@ std::string toPrintable(std::string_view text) {
 
 std::size_t displayWidth(std::string_view text) noexcept {
   std::size_t width = 0;
-  forEachCharacter(text, [&](UChar32 character) {
-    auto const type = u_charType(character);
-    if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR) {
-      return;
-    }
-    auto const eastAsian = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
-    width += eastAsian == U_EA_WIDE || eastAsian == U_EA_FULLWIDTH ? 2 : 1;
-  });
+  forEachCharacter(text, [&](UChar32 character) { width += widthOf(character); });
   return width;
+}
+
+std::string cutToWidth(std::string_view text, std::size_t width) {
+  std::string front;
+  std::size_t used = 0;
+  forEachCharacter(text, [&](UChar32 character) {
+    used += widthOf(character);
+    if (used <= width) {
+      append(front, character);
+    }
+  });
+  return front;
 }
 
 TextTable::TextTable(std::vector<std::string> headings) : _widths(headings.size()) {

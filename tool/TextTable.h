@@ -14,6 +14,9 @@ namespace Zorv::Tool {
 /// How many columns of a terminal a printable text takes.
 [[nodiscard]] std::size_t displayWidth(std::string_view text) noexcept;
 
+/// The longest front part of a printable text that takes no more than so many columns.
+[[nodiscard]] std::string cutToWidth(std::string_view text, std::size_t width);
+
 /// Lines of left-aligned columns under headings.
 ///
 /// The last column is not padded; the others are as wide as their widest cell. Texts are made

@@ -1,1 +1,65 @@
-int main() {}
+#include <exception>
+#include <iostream>
+#include <variant>
+
+#include "OfficeUtils/Clock.h"
+#include "tool/Commands.h"
+#include "tool/Errors.h"
+#include "tool/Options.h"
+#include "tool/Report.h"
+#include "tool/Selection.h"
+#include "workbook/LoadWorkbook.h"
+
+namespace {
+
+using namespace Zorv::Tool;
+
+ExitStatus runCommand(Selection const& selection, std::ostream& out, Report& report) {
+  switch (selection.getOptions().command) {
+    case Command::Resolve:
+      return runResolve(selection, out, report);
+    case Command::Rules:
+      return runRules(selection, out);
+    case Command::Verdicts:
+      return runVerdicts(selection, out, report);
+  }
+  throw UsageError("there is no such command");
+}
+
+ExitStatus run(Options const& options, std::ostream& out, std::ostream& err) {
+  Zorv::OfficeUtils::ScopedClock const clock(options.now);
+  auto const document = Zorv::Workbook::loadWorkbook(options.file);
+  Selection const selection(document, options);
+  Report report(err, selection);
+  report.sayFindings();
+  auto const status = runCommand(selection, out, report);
+  out.flush();
+  if (!out) {
+    throw ContentError(options.file + ": the result could not be written; is the disk full?");
+  }
+  report.saySummary();
+  return status;
+}
+
+ExitStatus runCommandLine(int argc, char const* const* argv) {
+  try {
+    auto const parsed = parseCommandLine(argc, argv, std::cout, std::cerr);
+    if (auto const* status = std::get_if<ExitStatus>(&parsed)) {
+      return *status;
+    }
+    return run(std::get<Options>(parsed), std::cout, std::cerr);
+  } catch (UsageError const& error) {
+    std::cerr << "cndfrmt: " << error.what() << '\n';
+    return ExitStatus::BadUsage;
+  } catch (std::exception const& error) {
+    std::cerr << "cndfrmt: " << error.what() << '\n';
+    return ExitStatus::BadFile;
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(false);
+  return static_cast<int>(runCommandLine(argc, argv));
+}

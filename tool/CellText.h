@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "DOM/Cell.h"
+#include "OfficeUtils/LocaleContext.h"
+
+namespace Zorv::Tool {
+
+/// Whether a number format shows dates or times: it has a part of a date outside its quoted texts
+/// and its bracketed colours and conditions (ISO/IEC 29500-1, 18.8.31).
+[[nodiscard]] bool showsDates(std::string_view formatCode) noexcept;
+
+/// A cell's value for a line of text: a number in general format, or as `2026-11-21` or
+/// `2026-11-21 13:30:00` where the cell's number format shows dates.
+[[nodiscard]] std::string toText(DOM::Cell const& cell, OfficeUtils::LocaleContext const& locale);
+
+}  // namespace Zorv::Tool

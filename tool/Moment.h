@@ -1,0 +1,27 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "OfficeUtils/Clock.h"
+#include "OfficeUtils/TimeZone.h"
+
+namespace Zorv::Tool {
+
+using LocalSeconds = std::chrono::local_seconds;
+
+/// The civil time that a text such as `2026-11-21T12:00:00`, `2026-11-21T12:00` or `2026-11-21`
+/// (midnight) tells; nothing for any other text, and for a date or time that is none.
+[[nodiscard]] std::optional<LocalSeconds> parseLocalTime(std::string_view text) noexcept;
+
+/// The same in the first form.
+[[nodiscard]] std::string toText(LocalSeconds local);
+
+/// The moment at which clocks in the zone show a civil time: the earlier of two, and nothing where
+/// the clocks skip that time.
+[[nodiscard]] std::optional<OfficeUtils::Clock::TimePoint> toMoment(LocalSeconds local,
+                                                                    DOM::TimeZone const& timeZone);
+
+}  // namespace Zorv::Tool

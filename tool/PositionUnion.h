@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "DOM/CellInfo.h"
+#include "DOM/Table.h"
+#include "Utils/TableRange.h"
+
+namespace Zorv::Tool {
+
+/// The part of a range that lies in another; empty ranges have equal first and end positions.
+[[nodiscard]] TableRange intersect(TableRange const& a, TableRange const& b) noexcept;
+[[nodiscard]] bool isEmpty(TableRange const& range) noexcept;
+
+/// The positions that lie in at least one of some ranges, each once: row by row from the top, each
+/// row from the left.
+class PositionUnion {
+public:
+  /// Takes of each range what lies in `bounds`.
+  PositionUnion(std::vector<TableRange> const& ranges, TableRange const& bounds);
+
+  /// How many positions there are.
+  [[nodiscard]] std::uint64_t size() const noexcept;
+
+  /// Calls `visit(cellInfo)` for every position, whether it holds a cell or not.
+  template <class Visitor>
+  void forEachPosition(DOM::Table const& table, Visitor const& visit) const {
+    for (auto const& band : _bands) {
+      for (auto row = band.firstRow; row < band.endRow; ++row) {
+        for (auto const& columns : band.columns) {
+          for (auto column = columns.first; column < columns.end; ++column) {
+            visit(table.getCellInfo(row, column));
+          }
+        }
+      }
+    }
+  }
+
+  /// Calls `visit(cellInfo)` for every position that holds a cell; costs what those cells cost.
+  template <class Visitor>
+  void forEachCell(DOM::Table const& table, Visitor const& visit) const {
+    for (auto const& band : _bands) {
+      auto const [begin, end] = table.getRangeIterators(
+          {band.firstRow, band.columns.front().first, band.endRow, band.columns.back().end});
+      for (auto cell = begin; cell != end; ++cell) {
+        auto const cellInfo = cell.getCellInfo();
+        if (band.contains(cellInfo.getColIndex())) {
+          visit(cellInfo);
+        }
+      }
+    }
+  }
+
+private:
+  struct Columns {
+    unsigned long first;
+    unsigned long end;
+  };
+  /// Neighbouring rows in which the same columns belong to the union.
+  struct Band {
+    unsigned long firstRow;
+    unsigned long endRow;
+    std::vector<Columns> columns;  ///< ascending, apart from one another, at least one
+
+    [[nodiscard]] bool contains(unsigned long column) const noexcept;
+  };
+
+  static std::vector<Columns> joinColumns(std::vector<TableRange> const& ranges);
+
+  std::vector<Band> _bands;  ///< ascending
+};
+
+}  // namespace Zorv::Tool

@@ -1,0 +1,23 @@
+#include <ostream>
+
+#include "ConditionalFormatters/CndFrmt_FormatWalk.h"
+#include "tool/Commands.h"
+#include "tool/RulesOutput.h"
+
+namespace Zorv::Tool {
+
+ExitStatus runRules(Selection const& selection, std::ostream& out) {
+  if (selection.getOptions().format == OutputFormat::Json) {
+    printRulesJson(selection, out);
+  } else {
+    printRulesTable(selection, out);
+  }
+  return ExitStatus::Success;
+}
+
+DOM::CellStyle findStyle(Workbook::Document const& document, Workbook::Rule const& rule) {
+  return ConditionalFormatters::flattenNamedStyle(document.getStyles(),
+                                                  rule.format->getStyleUUID());
+}
+
+}  // namespace Zorv::Tool

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "tool/Selection.h"
+
+namespace Zorv::Tool {
+
+// The rules of each sheet of a selection, by priority, in two forms.
+void printRulesTable(Selection const& selection, std::ostream& out);
+void printRulesJson(Selection const& selection, std::ostream& out);
+
+/// Everything that the rule's named style sets; a style that sets nothing where it has none.
+[[nodiscard]] DOM::CellStyle findStyle(Workbook::Document const& document,
+                                       Workbook::Rule const& rule);
+
+}  // namespace Zorv::Tool

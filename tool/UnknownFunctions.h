@@ -1,0 +1,16 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "workbook/Rule.h"
+
+namespace Zorv::Tool {
+
+/// The names of the functions that the rules' formulas call and the formula engine does not have:
+/// they evaluate to `#NAME?`.
+[[nodiscard]] std::set<std::string> findUnknownFunctions(
+    std::vector<Workbook::Rule const*> const& rules);
+
+}  // namespace Zorv::Tool
