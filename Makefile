@@ -24,9 +24,13 @@ checks: packages
 	@scripts/check_format.sh
 
 test: checks release build/asan/build.ninja build/tsan/build.ninja ## Run every check and test
+	@cmake --build --preset release --target all_verify_interface_header_sets
 	@ctest --preset release
 	@cmake --build --preset asan && ctest --preset asan
 	@cmake --build --preset tsan && ctest --preset tsan
+
+corpus: release ## Compare verdicts on real workbooks with those of other programs
+	@tests/corpus/check_corpus.sh build/release/bin/cndfrmt tests/workbooks
 
 format: packages ## Lay out the sources
 	@scripts/check_format.sh --fix
