@@ -67,17 +67,17 @@ void AxisIds::move(unsigned long first, unsigned long count, unsigned long befor
   splitAt(first);
   splitAt(first + count);
   splitAt(before);
-  auto const target = _runs.begin() + static_cast<std::ptrdiff_t>(findGap(before));
-  auto const firstRun = _runs.begin() + static_cast<std::ptrdiff_t>(splitAt(first));
+  auto const gap = _runs.begin() + static_cast<std::ptrdiff_t>(findGap(before));
+  auto const moved = _runs.begin() + static_cast<std::ptrdiff_t>(splitAt(first));
   auto endRun = _runs.begin() + static_cast<std::ptrdiff_t>(splitAt(first + count));
   // Marks inside what is moved go along; those at its borders stay.
   while (std::prev(endRun)->kind != RunKind::Live) {
     --endRun;
   }
   if (before < first) {
-    std::rotate(target, firstRun, endRun);
+    std::rotate(gap, moved, endRun);
   } else {
-    std::rotate(firstRun, endRun, target);
+    std::rotate(moved, endRun, gap);
   }
   renumber();
 }

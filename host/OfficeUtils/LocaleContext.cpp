@@ -61,17 +61,17 @@ bool isKnownLanguage(std::string_view language) {
 icu::Locale findLocale(std::string const& name) {
   UErrorCode status = U_ZERO_ERROR;
   icu::Locale locale = icu::Locale::forLanguageTag(name, status);
-  if (U_FAILURE(status)) {
+  if (U_FAILURE(status) != 0) {
     locale = icu::Locale::createCanonical(name.c_str());
   }
-  if (locale.isBogus() || !isKnownLanguage(locale.getLanguage())) {
+  if (locale.isBogus() != 0 || !isKnownLanguage(locale.getLanguage())) {
     throw BaseRuntimeError("unknown locale \"" + name + "\"");
   }
   return locale;
 }
 
 void throwOnFailure(UErrorCode status, std::string const& name) {
-  if (U_FAILURE(status)) {
+  if (U_FAILURE(status) != 0) {
     throw BaseRuntimeError("no data of locale \"" + name + "\": " + u_errorName(status));
   }
 }

@@ -36,8 +36,8 @@ milliseconds findOffset(icu::BasicTimeZone const& zone, milliseconds moment) {
   std::int32_t rawOffset = 0;
   std::int32_t daylightSaving = 0;
   UErrorCode status = U_ZERO_ERROR;
-  zone.getOffset(static_cast<UDate>(moment.count()), false, rawOffset, daylightSaving, status);
-  if (U_FAILURE(status)) {
+  zone.getOffset(static_cast<UDate>(moment.count()), 0, rawOffset, daylightSaving, status);
+  if (U_FAILURE(status) != 0) {
     throw BaseRuntimeError(std::string("a time zone without data: ") + u_errorName(status));
   }
   return milliseconds(rawOffset + daylightSaving);
