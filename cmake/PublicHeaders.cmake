@@ -40,6 +40,7 @@ target_sources(
                host/OfficeUtils/DateTime.h
                host/OfficeUtils/FormulaValueCast.h
                host/OfficeUtils/LocaleContext.h
+               host/OfficeUtils/SerialDate.h
                host/OfficeUtils/TimeZone.h
                host/Utils/Assert.h
                host/Utils/CellIndex.h
