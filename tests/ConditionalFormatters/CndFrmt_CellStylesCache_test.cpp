@@ -81,6 +81,19 @@ TEST_F(CellStylesCacheTest, AnOutdatedStyleStaysUntilTheCacheIsCleared) {
   EXPECT_EQ((*style)->getRunProps()->bold, true);
 }
 
+TEST_F(CellStylesCacheTest, ClearingReleasesTheRememberedStyles) {
+  auto const format = std::make_shared<DOM::CellFormat const>(DOM::CellFormat{"0%"});
+  host.styles.getTableStyles().at(bold).setCellFormat(format);
+  auto const before = format.use_count();
+  (void)getStyle(0, 0);
+  EXPECT_EQ(format.use_count(), before + 1);
+  calculator->clearCellStylesCache();
+  EXPECT_EQ(format.use_count(), before);
+  auto const kept = getStyle(0, 0);
+  calculator.reset();
+  EXPECT_EQ(format.use_count(), before + 1);
+}
+
 TEST_F(CellStylesCacheTest, APositionWithoutACellIsResolvedEveryTime) {
   auto const style = getStyle(3, 3);
   ASSERT_NE(style, nullptr);
