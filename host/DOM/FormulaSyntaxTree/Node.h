@@ -100,6 +100,12 @@ struct CellReference {
     return firstRowIsRelative || firstColumnIsRelative || lastRowIsRelative || lastColumnIsRelative;
   }
 
+  /// Whether both corners are one, and stay one wherever they are moved.
+  [[nodiscard]] bool isSingleCell() const noexcept {
+    return firstRow == lastRow && firstColumn == lastColumn &&
+           firstRowIsRelative == lastRowIsRelative && firstColumnIsRelative == lastColumnIsRelative;
+  }
+
   friend bool operator==(CellReference const&, CellReference const&) noexcept = default;
 };
 

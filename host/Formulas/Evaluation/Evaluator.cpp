@@ -95,6 +95,17 @@ Value Evaluator::evaluateLeaf(Frame const& frame, Node const& node) {
 }
 
 Value Evaluator::evaluateOperand(Frame const& frame, std::uint32_t node, Mode mode) {
+  Node const& entry = frame.nodeAt(node);
+  if (entry.kind == NodeKind::Number) {
+    return Value::number(entry.number);
+  }
+  if (entry.kind == NodeKind::Reference) {
+    // Most operands are single cells of the formula's own table.
+    auto const& reference = frame.parts->references[entry.index];
+    if (reference.isSingleCell() && reference.sheet == DOM::FormulaSyntaxTree::noIndex) {
+      return readOwnCell(*this, frame, reference);
+    }
+  }
   return toOperand(evaluateNode(frame, node, mode), mode);
 }
 

@@ -36,15 +36,9 @@ Value emptyLike(Value const& other) noexcept {
 
 /// Numbers that differ in their last bits only are equal, so that `0.1+0.2=0.3` holds, as in the
 /// widespread programs.
-std::strong_ordering compareRoughly(Value const& left, Value const& right) noexcept {
-  if (left.isNumber() && right.isNumber()) {
-    double const a = left.asNumber();
-    double const b = right.asNumber();
-    if (std::abs(a - b) <= std::abs(a) * lastBits) {
-      return std::strong_ordering::equal;
-    }
-  }
-  return compareValues(left, right);
+std::strong_ordering compareRoughly(double left, double right) noexcept {
+  return std::abs(left - right) <= std::abs(left) * lastBits ? std::strong_ordering::equal
+                                                             : compareNumbers(left, right);
 }
 
 bool holds(Operator op, std::strong_ordering order) noexcept {
@@ -82,7 +76,7 @@ Value sumOf(double left, double right) noexcept {
   return Value::number(isNoise ? 0.0 : sum);
 }
 
-Value applyArithmetic(Operator op, double left, double right) noexcept {
+Value applyToNumbers(Operator op, double left, double right) noexcept {
   switch (op) {
     case Operator::Add:
       return sumOf(left, right);
@@ -93,22 +87,21 @@ Value applyArithmetic(Operator op, double left, double right) noexcept {
     case Operator::Divide:
       return right == 0.0 ? Value::error(FormulaErrorCode::DivisionByZero)
                           : Value::number(left / right);
-    default:
+    case Operator::Power:
       return power(left, right);
+    default:
+      return Value::boolean(holds(op, compareRoughly(left, right)));
   }
 }
 
 Value applyArithmetic(Operator op, Value const& left, Value const& right, Evaluator& evaluator) {
-  if (left.isNumber() && right.isNumber()) {
-    return applyArithmetic(op, left.asNumber(), right.asNumber());
-  }
   auto const leftNumber = toNumber(left, evaluator.locale());
   if (leftNumber.isError()) {
     return leftNumber.error();
   }
   auto const rightNumber = toNumber(right, evaluator.locale());
   return rightNumber.isError() ? rightNumber.error()
-                               : applyArithmetic(op, *leftNumber, *rightNumber);
+                               : applyToNumbers(op, *leftNumber, *rightNumber);
 }
 
 Value concatenate(Value const& left, Value const& right, Evaluator& evaluator) {
@@ -148,6 +141,9 @@ std::strong_ordering compareValues(Value const& left, Value const& right) noexce
 }
 
 Value applyBinary(Operator op, Value const& left, Value const& right, Evaluator& evaluator) {
+  if (left.isNumber() && right.isNumber() && op != Operator::Concatenate) {
+    return applyToNumbers(op, left.asNumber(), right.asNumber());
+  }
   if (left.isError() || right.isError()) {
     return left.isError() ? left : right;
   }
@@ -161,7 +157,7 @@ Value applyBinary(Operator op, Value const& left, Value const& right, Evaluator&
     case Operator::Concatenate:
       return concatenate(left, right, evaluator);
     default:
-      return Value::boolean(holds(op, compareRoughly(left, right)));
+      return Value::boolean(holds(op, compareValues(left, right)));
   }
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <span>
 
+#include "Formulas/Evaluation/Cells.h"
+
 namespace Zorv::Formulas {
 
 namespace {
@@ -105,6 +107,16 @@ Value resolveReference(Evaluator const& evaluator, Frame const& frame,
       {moveColumn(reference.firstColumn, reference.firstColumnIsRelative, offset.columns),
        moveColumn(reference.lastColumn, reference.lastColumnIsRelative, offset.columns)});
   return Value::reference({table, rows.first, columns.first, rows.second + 1, columns.second + 1});
+}
+
+Value readOwnCell(Evaluator const& evaluator, Frame const& frame, CellReference const& reference) {
+  std::uint32_t const row =
+      moveRow(reference.firstRow, reference.firstRowIsRelative, frame.offset.rows);
+  std::uint32_t const column =
+      moveColumn(reference.firstColumn, reference.firstColumnIsRelative, frame.offset.columns);
+  DOM::Cell const* const cell =
+      evaluator.context().getTableContext()->getTable().findCell(row, column);
+  return cell == nullptr ? Value() : fromFormulaValue(cell->value);
 }
 
 Value combineReferences(Arena& arena, Operator op, Value const& left, Value const& right) {

@@ -14,6 +14,10 @@ namespace Zorv::Formulas {
 [[nodiscard]] Value resolveReference(Evaluator const& evaluator, Frame const& frame,
                                      DOM::FormulaSyntaxTree::CellReference const& reference);
 
+/// The value of a reference to a single cell of the formula's own table.
+[[nodiscard]] Value readOwnCell(Evaluator const& evaluator, Frame const& frame,
+                                DOM::FormulaSyntaxTree::CellReference const& reference);
+
 /// The area of a structured reference; `#REF!` where there is no such list, column or part.
 [[nodiscard]] Value resolveStructuredReference(
     Evaluator const& evaluator, Frame const& frame,

@@ -72,7 +72,7 @@ private:
       _traits.hasRelativeReferences = true;
       _traits.dependsOnCell = true;
     }
-    if (reference.firstRow != reference.lastRow || reference.firstColumn != reference.lastColumn) {
+    if (!reference.isSingleCell()) {
       noteRange(use);
     }
   }
