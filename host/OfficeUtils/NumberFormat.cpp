@@ -1,0 +1,128 @@
+#include "OfficeUtils/NumberFormat.h"
+
+#include <cmath>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "OfficeUtils/NumberFormatCode.h"
+#include "OfficeUtils/NumberFormatDates.h"
+#include "OfficeUtils/NumberFormatNumbers.h"
+#include "OfficeUtils/NumberFormatParser.h"
+
+namespace Zorv::OfficeUtils {
+
+using NumberFormatCode::Comparison;
+using NumberFormatCode::Condition;
+using NumberFormatCode::Section;
+using NumberFormatCode::SectionKind;
+using NumberFormatCode::Token;
+using NumberFormatCode::TokenKind;
+
+struct NumberFormat::Data {
+  std::vector<Section> numbers;  ///< at least one
+  std::optional<Section> texts;
+};
+
+namespace {
+
+Section makeGeneral() {
+  return {.kind = SectionKind::General, .tokens = {{.kind = TokenKind::General}}};
+}
+
+void addCondition(Section& section, Comparison comparison) {
+  if (!section.condition) {
+    section.condition = Condition{.comparison = comparison};
+  }
+}
+
+/// Sections without conditions of their own take positive numbers, negative ones and zero, in this
+/// order; the last one takes all that is left.
+void addConditions(std::vector<Section>& sections) {
+  if (sections.size() == 2) {
+    addCondition(sections[0], Comparison::GreaterOrEqual);
+  } else if (sections.size() > 2) {
+    addCondition(sections[0], Comparison::Greater);
+    addCondition(sections[1], Comparison::Less);
+  }
+}
+
+/// Whether only negative numbers are left to the last section.
+bool leavesNegatives(Condition const& condition) noexcept {
+  return (condition.comparison == Comparison::GreaterOrEqual && condition.operand <= 0.0) ||
+         (condition.comparison == Comparison::Greater && condition.operand < 0.0);
+}
+
+std::string writeUnsigned(Section const& section, double number, LocaleContext const& locale) {
+  if (section.kind == SectionKind::Number) {
+    return NumberFormatCode::writeNumber(section, number, locale);
+  }
+  std::string text;
+  for (Token const& token : section.tokens) {
+    bool const isNumber = token.kind == TokenKind::General || token.kind == TokenKind::AnyText;
+    text += isNumber ? NumberFormatCode::writeGeneral(number, locale) : token.text;
+  }
+  return text;
+}
+
+}  // namespace
+
+NumberFormat::NumberFormat(std::shared_ptr<Data const> data) noexcept : _data(std::move(data)) {}
+
+std::optional<NumberFormat> NumberFormat::compile(std::string_view code) {
+  auto sections = NumberFormatCode::parseNumberFormat(code);
+  if (!sections) {
+    return std::nullopt;
+  }
+  constexpr std::size_t textSection = 3;
+  Data data{.numbers = std::move(*sections), .texts = std::nullopt};
+  bool const hasTexts =
+      data.numbers.size() > textSection || data.numbers.back().kind == SectionKind::Text;
+  if (hasTexts) {
+    data.texts = std::move(data.numbers.back());
+    data.numbers.pop_back();
+  }
+  if (data.numbers.empty()) {
+    data.numbers.push_back(makeGeneral());
+  }
+  addConditions(data.numbers);
+  return NumberFormat(std::make_shared<Data const>(std::move(data)));
+}
+
+std::optional<std::string> NumberFormat::formatNumber(double number,
+                                                      LocaleContext const& locale) const {
+  if (!std::isfinite(number)) {
+    return std::nullopt;
+  }
+  std::vector<Section> const& sections = _data->numbers;
+  std::size_t index = 0;
+  while (index < sections.size() && sections[index].condition &&
+         !sections[index].condition->holds(number)) {
+    ++index;
+  }
+  if (index == sections.size()) {
+    return std::nullopt;
+  }
+  Section const& section = sections[index];
+  if (section.kind == SectionKind::DateTime) {
+    return NumberFormatCode::writeDateTime(section, number, locale);
+  }
+  bool const isOfNegatives = section.condition
+                                 ? section.condition->isOfNegatives()
+                                 : index == 1 && leavesNegatives(*sections.front().condition);
+  bool const hasSign = number < 0.0 && !isOfNegatives && !section.tokens.empty();
+  return (hasSign ? "-" : "") + writeUnsigned(section, std::abs(number), locale);
+}
+
+std::string NumberFormat::formatText(std::string_view text) const {
+  if (!_data->texts) {
+    return std::string(text);
+  }
+  std::string result;
+  for (Token const& token : _data->texts->tokens) {
+    result += token.kind == TokenKind::AnyText ? text : std::string_view(token.text);
+  }
+  return result;
+}
+
+}  // namespace Zorv::OfficeUtils

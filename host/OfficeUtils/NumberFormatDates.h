@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "OfficeUtils/LocaleContext.h"
+#include "OfficeUtils/NumberFormatCode.h"
+
+namespace Zorv::OfficeUtils::NumberFormatCode {
+
+/// A serial number in a section of dates and times; nothing where it is no day of the date system.
+[[nodiscard]] std::optional<std::string> writeDateTime(Section const& section, double serial,
+                                                       LocaleContext const& locale);
+
+}  // namespace Zorv::OfficeUtils::NumberFormatCode

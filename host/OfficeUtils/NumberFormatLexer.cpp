@@ -1,0 +1,304 @@
+#include "OfficeUtils/NumberFormatLexer.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include <unicode/uloc.h>
+
+namespace Zorv::OfficeUtils::NumberFormatCode {
+
+namespace {
+
+constexpr char toLower(char c) noexcept {
+  return 'A' <= c && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// `word` is in lower case.
+bool beginsWith(std::string_view text, std::string_view word) noexcept {
+  return text.size() >= word.size() &&
+         std::ranges::equal(text.substr(0, word.size()), word, {}, toLower);
+}
+
+void addLiteral(Section& section, std::string_view text) {
+  section.tokens.push_back({.kind = TokenKind::Literal, .text = std::string(text)});
+}
+
+/// What a single character stands for.
+std::optional<TokenKind> findSymbol(char c) noexcept {
+  switch (c) {
+    case '0':
+    case '#':
+    case '?':
+      return TokenKind::Digit;
+    case '.':
+      return TokenKind::Point;
+    case ',':
+      return TokenKind::Comma;
+    case '%':
+      return TokenKind::Percent;
+    case '/':
+      return TokenKind::Slash;
+    case '@':
+      return TokenKind::AnyText;
+    default:
+      return std::nullopt;
+  }
+}
+
+/// What a letter of dates and times stands for.
+std::optional<TokenKind> findDateLetter(char letter) noexcept {
+  switch (letter) {
+    case 'y':
+    case 'e':
+      return TokenKind::Year;
+    case 'm':
+      return TokenKind::Month;
+    case 'd':
+      return TokenKind::Day;
+    case 'h':
+      return TokenKind::Hour;
+    case 's':
+      return TokenKind::Second;
+    default:
+      return std::nullopt;
+  }
+}
+
+/// `[h]`, `[mm]` and the like: a unit that goes on counting beyond the next larger one.
+std::optional<TokenKind> findElapsed(std::string_view content) noexcept {
+  char const letter = content.empty() ? '\0' : toLower(content.front());
+  if (!std::ranges::all_of(content, [&](char c) { return toLower(c) == letter; })) {
+    return std::nullopt;
+  }
+  switch (letter) {
+    case 'h':
+      return TokenKind::ElapsedHours;
+    case 'm':
+      return TokenKind::ElapsedMinutes;
+    case 's':
+      return TokenKind::ElapsedSeconds;
+    default:
+      return std::nullopt;
+  }
+}
+
+struct ComparisonSign {
+  std::string_view sign;
+  Comparison comparison;
+};
+
+// The longer ones first.
+constexpr std::array comparisonSigns = {
+    ComparisonSign{"<=", Comparison::LessOrEqual}, ComparisonSign{">=", Comparison::GreaterOrEqual},
+    ComparisonSign{"<>", Comparison::NotEqual},    ComparisonSign{"<", Comparison::Less},
+    ComparisonSign{">", Comparison::Greater},      ComparisonSign{"=", Comparison::Equal},
+};
+
+std::optional<Condition> readCondition(std::string_view content) noexcept {
+  auto const* const sign = std::ranges::find_if(comparisonSigns, [&](ComparisonSign const& known) {
+    return content.starts_with(known.sign);
+  });
+  if (sign == comparisonSigns.end()) {
+    return std::nullopt;
+  }
+  content.remove_prefix(sign->sign.size());
+  Condition condition{.comparison = sign->comparison};
+  auto const* const end = content.data() + content.size();
+  auto const read = std::from_chars(content.data(), end, condition.operand);
+  return read.ec == std::errc() && read.ptr == end ? std::optional(condition) : std::nullopt;
+}
+
+/// The ICU name of the locale that a hexadecimal number stands for; empty for an unknown one. The
+/// upper digits, of calendars and numerals, do not tell of the language.
+std::string findLocale(std::string_view digits) {
+  constexpr int hexadecimal = 16;
+  constexpr std::uint32_t languageBits = 0xFFFF;
+  std::uint32_t number = 0;
+  auto const* const end = digits.data() + digits.size();
+  auto const read = std::from_chars(digits.data(), end, number, hexadecimal);
+  if (read.ec != std::errc() || read.ptr != end) {
+    return {};
+  }
+  std::array<char, ULOC_FULLNAME_CAPACITY> name{};
+  UErrorCode status = U_ZERO_ERROR;
+  std::int32_t const length = uloc_getLocaleForLCID(
+      number & languageBits, name.data(), static_cast<std::int32_t>(name.size()), &status);
+  // The numbers of the system's own formats stand for no language.
+  std::string const found(name.data(), static_cast<std::size_t>(std::max(length, 0)));
+  return U_SUCCESS(status) && found != "root" ? found : std::string();
+}
+
+/// `$€-407`: a text and a locale, each of which may be missing.
+void readCurrency(Section& section, std::string_view content) {
+  std::size_t const dash = content.rfind('-');
+  addLiteral(section, content.substr(0, dash));
+  if (dash != std::string_view::npos) {
+    section.locale = findLocale(content.substr(dash + 1));
+  }
+}
+
+}  // namespace
+
+bool Lexer::readSection(Section& section) {
+  while (!_rest.empty() && _rest.front() != ';') {
+    if (!readToken(section)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool Lexer::takeSeparator() noexcept {
+  if (_rest.empty()) {
+    return false;
+  }
+  _rest.remove_prefix(1);
+  return true;
+}
+
+bool Lexer::readToken(Section& section) {
+  char const c = _rest.front();
+  switch (c) {
+    case '"':
+      return readQuoted(section);
+    case '[':
+      return readBrackets(section);
+    case '\\':
+      _rest.remove_prefix(1);
+      addLiteral(section, takeCharacter());
+      return true;
+    case '_':
+      // As wide as the next character.
+      _rest.remove_prefix(1);
+      takeCharacter();
+      addLiteral(section, " ");
+      return true;
+    case '*':
+      // The next character would fill up the cell's width.
+      _rest.remove_prefix(1);
+      takeCharacter();
+      return true;
+    default:
+      break;
+  }
+  if (readWord(section) || readExponent(section) || readSecondFraction(section)) {
+    return true;
+  }
+  auto const symbol = findSymbol(c);
+  std::string_view const character = takeCharacter();
+  section.tokens.push_back(
+      {.kind = symbol.value_or(TokenKind::Literal), .symbol = c, .text = std::string(character)});
+  return true;
+}
+
+bool Lexer::readQuoted(Section& section) {
+  std::size_t const end = _rest.find('"', 1);
+  if (end == std::string_view::npos) {
+    return false;
+  }
+  addLiteral(section, _rest.substr(1, end - 1));
+  _rest.remove_prefix(end + 1);
+  return true;
+}
+
+/// A condition, a unit that goes on counting, a currency with its locale; colours and other words
+/// do not matter.
+bool Lexer::readBrackets(Section& section) {
+  std::size_t const end = _rest.find(']');
+  if (end == std::string_view::npos) {
+    return false;
+  }
+  std::string_view const content = _rest.substr(1, end - 1);
+  _rest.remove_prefix(end + 1);
+  if (auto const elapsed = findElapsed(content)) {
+    section.tokens.push_back({.kind = *elapsed, .count = content.size()});
+  } else if (content.starts_with('$')) {
+    readCurrency(section, content.substr(1));
+  } else if (auto const condition = readCondition(content)) {
+    section.condition = condition;
+  }
+  return true;
+}
+
+bool Lexer::readWord(Section& section) {
+  constexpr std::string_view general = "general";
+  if (beginsWith(_rest, general)) {
+    section.tokens.push_back({.kind = TokenKind::General});
+    _rest.remove_prefix(general.size());
+    return true;
+  }
+  for (std::string_view const halves : {"am/pm", "a/p"}) {
+    if (beginsWith(_rest, halves)) {
+      section.tokens.push_back(
+          {.kind = TokenKind::HalfOfDay, .text = std::string(_rest.substr(0, halves.size()))});
+      _rest.remove_prefix(halves.size());
+      return true;
+    }
+  }
+  // The letters of the Far East for weekdays.
+  if (beginsWith(_rest, "aaa")) {
+    readLetters(section, TokenKind::Day, 'a');
+    return true;
+  }
+  char const letter = toLower(_rest.front());
+  bool const isExponent = letter == 'e' && _rest.size() > 1 && (_rest[1] == '+' || _rest[1] == '-');
+  auto const kind = isExponent ? std::nullopt : findDateLetter(letter);
+  if (kind) {
+    readLetters(section, *kind, letter);
+  }
+  return kind.has_value();
+}
+
+void Lexer::readLetters(Section& section, TokenKind kind, char letter) {
+  auto const* const end = std::ranges::find_if(_rest, [&](char c) { return toLower(c) != letter; });
+  auto const count = static_cast<std::size_t>(end - _rest.begin());
+  // The letter e is for the whole year, however often it stands there.
+  constexpr std::size_t wholeYear = 4;
+  section.tokens.push_back({.kind = kind, .count = letter == 'e' ? wholeYear : count});
+  _rest.remove_prefix(count);
+}
+
+bool Lexer::readExponent(Section& section) {
+  bool const isExponent =
+      toLower(_rest.front()) == 'e' && _rest.size() > 1 && (_rest[1] == '+' || _rest[1] == '-');
+  if (isExponent) {
+    section.tokens.push_back({.kind = TokenKind::Exponent, .symbol = _rest[1], .text = "E"});
+    _rest.remove_prefix(2);
+  }
+  return isExponent;
+}
+
+/// A point with zeros, right behind seconds.
+bool Lexer::readSecondFraction(Section& section) {
+  auto const isSeconds = [](Token const& token) {
+    return token.kind == TokenKind::Second || token.kind == TokenKind::ElapsedSeconds;
+  };
+  if (section.tokens.empty() || !isSeconds(section.tokens.back()) || !_rest.starts_with(".0")) {
+    return false;
+  }
+  std::size_t const end = std::min(_rest.find_first_not_of('0', 1), _rest.size());
+  section.tokens.push_back({.kind = TokenKind::SecondFraction, .count = end - 1});
+  _rest.remove_prefix(end);
+  return true;
+}
+
+/// One character of UTF-8; nothing at the end.
+std::string_view Lexer::takeCharacter() noexcept {
+  std::size_t length = std::min<std::size_t>(_rest.size(), 1);
+  constexpr unsigned continuationMask = 0xC0;
+  constexpr unsigned continuation = 0x80;
+  while (length < _rest.size() &&
+         (static_cast<unsigned char>(_rest[length]) & continuationMask) == continuation) {
+    ++length;
+  }
+  std::string_view const character = _rest.substr(0, length);
+  _rest.remove_prefix(length);
+  return character;
+}
+
+}  // namespace Zorv::OfficeUtils::NumberFormatCode

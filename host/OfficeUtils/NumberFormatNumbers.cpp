@@ -1,0 +1,293 @@
+#include "OfficeUtils/NumberFormatNumbers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdlib>
+#include <span>
+#include <string_view>
+#include <utility>
+
+#include "OfficeUtils/DecimalDigits.h"
+#include "OfficeUtils/RationalApproximation.h"
+
+namespace Zorv::OfficeUtils::NumberFormatCode {
+
+namespace {
+
+using Tokens = std::span<Token const>;
+
+bool isDigit(Token const& token) noexcept { return token.kind == TokenKind::Digit; }
+
+int countDigits(Tokens tokens) noexcept {
+  return static_cast<int>(std::ranges::count_if(tokens, isDigit));
+}
+
+Tokens untilPoint(Tokens tokens) noexcept {
+  auto const point = std::ranges::find(tokens, TokenKind::Point, &Token::kind);
+  return tokens.first(static_cast<std::size_t>(point - tokens.begin()));
+}
+
+/// Fills placeholders with a number's digits.
+class Writer {
+public:
+  Writer(Section const& section, LocaleContext const& locale) noexcept
+      : _section(&section), _locale(&locale) {}
+
+  [[nodiscard]] std::string const& text() const noexcept { return _text; }
+
+  /// The whole number and its fraction, rounded to the places that there are. Placeholders stand
+  /// for one digit each, the first one also for all those in front of it.
+  void writeDecimal(Tokens tokens, DecimalDigits const& digits) {
+    Tokens const whole = untilPoint(tokens);
+    writeWhole(whole, digits);
+    if (whole.size() == tokens.size()) {
+      return;
+    }
+    if (countDigits(whole) == 0) {
+      writeDigits(digits, digits.countWhole() - 1, 0);
+    }
+    _text += _locale->getDecimalSeparator();
+    int place = 0;
+    for (Token const& token : tokens.subspan(whole.size() + 1)) {
+      if (isDigit(token)) {
+        --place;
+        writeDigit(token, digits, place, -place <= digits.countFraction());
+      } else {
+        writeOther(token);
+      }
+    }
+  }
+
+  void writeWhole(Tokens tokens, DecimalDigits const& digits) {
+    int place = countDigits(tokens);
+    bool isFirst = true;
+    for (Token const& token : tokens) {
+      if (!isDigit(token)) {
+        writeOther(token);
+        continue;
+      }
+      if (std::exchange(isFirst, false)) {
+        writeDigits(digits, digits.countWhole() - 1, place);
+      }
+      --place;
+      writeDigit(token, digits, place, place < digits.countWhole());
+    }
+  }
+
+  void writeOther(Token const& token) {
+    _text +=
+        token.kind == TokenKind::Percent ? std::string_view("%") : std::string_view(token.text);
+  }
+  void write(std::string_view text) { _text += text; }
+  void writeSpaces(std::size_t count) { _text.append(count, ' '); }
+
+private:
+  /// All digits from one place down to another.
+  void writeDigits(DecimalDigits const& digits, int firstPlace, int lastPlace) {
+    for (int place = firstPlace; place >= lastPlace; --place) {
+      _text += digits.at(place);
+      writeSeparator(place, _locale->getGroupingSeparator());
+    }
+  }
+
+  /// One placeholder: a digit, or what stands for a zero that does not matter.
+  void writeDigit(Token const& token, DecimalDigits const& digits, int place, bool matters) {
+    if (matters || token.symbol == '0') {
+      _text += digits.at(place);
+      writeSeparator(place, _locale->getGroupingSeparator());
+    } else if (token.symbol == '?') {
+      _text += ' ';
+      writeSeparator(place, " ");
+    }
+  }
+
+  void writeSeparator(int place, std::string_view separator) {
+    if (_section->hasGroups && place > 0 && place % 3 == 0) {
+      _text += separator;
+    }
+  }
+
+  Section const* _section;
+  LocaleContext const* _locale;
+  std::string _text;
+};
+
+/// The exponent in the places behind its sign: at least the two digits of the number itself.
+void writeExponent(Writer& writer, Tokens tokens, int exponent) {
+  Token const& sign = tokens.front();
+  writer.write("E");
+  if (exponent < 0) {
+    writer.write("-");
+  } else if (sign.symbol == '+') {
+    writer.write("+");
+  }
+  writer.writeWhole(tokens.subspan(1), DecimalDigits(std::abs(exponent)));
+}
+
+/// A number in scientific notation. With several places before the decimal point the exponent is a
+/// multiple of their number.
+void writeScientific(Writer& writer, Section const& section, DecimalDigits digits) {
+  Tokens const tokens = section.tokens;
+  Tokens const mantissa = tokens.first(*section.exponent);
+  Tokens const whole = untilPoint(mantissa);
+  int const step = std::max(countDigits(whole), 1);
+  int const fractionDigits = countDigits(mantissa) - countDigits(whole);
+  auto const toExponent = [&](DecimalDigits const& number) {
+    int const place = number.firstPlace();
+    return (place - (place % step + step) % step);
+  };
+  int exponent = toExponent(digits);
+  digits.roundToFraction(fractionDigits - exponent);
+  // Rounding may have added a digit.
+  exponent = toExponent(digits);
+  digits.shift(-exponent);
+  writer.writeDecimal(mantissa, digits);
+  writeExponent(writer, tokens.subspan(*section.exponent), exponent);
+}
+
+/// A number as a fraction, with the whole number apart where there are places for it.
+class FractionWriter {
+public:
+  FractionWriter(Writer& writer, Section const& section) noexcept
+      : _writer(&writer), _tokens(section.tokens), _layout(*section.fraction) {}
+
+  void write(double number) {
+    double whole = _layout.hasWhole ? std::floor(number) : 0.0;
+    Ratio ratio = approximate(number - whole);
+    if (_layout.hasWhole && ratio.numerator == ratio.denominator) {
+      whole += 1.0;
+      ratio.numerator = 0.0;
+    }
+    bool const isShown = !_layout.hasWhole || ratio.numerator != 0.0;
+    writeWhole(whole, isShown);
+    if (isShown) {
+      writeNumerator(ratio.numerator);
+      writeDenominator(ratio.denominator);
+    } else {
+      _writer->writeSpaces(_layout.end - _layout.numerator);
+    }
+    for (Token const& token : _tokens.subspan(_layout.end)) {
+      _writer->writeOther(token);
+    }
+  }
+
+private:
+  [[nodiscard]] Ratio approximate(double number) const noexcept {
+    constexpr std::size_t mostPlaces = 7;
+    if (_layout.fixedDenominator != 0.0) {
+      return {std::round(number * _layout.fixedDenominator), _layout.fixedDenominator};
+    }
+    std::size_t const places = std::min(_layout.end - _layout.slash - 1, mostPlaces);
+    return findNearestRatio(number, std::pow(10.0, static_cast<double>(places)) - 1.0);
+  }
+
+  /// The whole part. Zero is shown where nothing else is.
+  void writeWhole(double whole, bool hasFraction) {
+    Tokens const tokens = _tokens.first(_layout.numerator);
+    if (whole != 0.0 || hasFraction) {
+      _writer->writeWhole(tokens, DecimalDigits(whole));
+      return;
+    }
+    int rest = countDigits(tokens);
+    for (Token const& token : tokens) {
+      bool const isLast = isDigit(token) && --rest == 0;
+      isLast ? _writer->write("0") : writeOptional(token);
+    }
+  }
+
+  void writeOptional(Token const& token) {
+    if (!isDigit(token)) {
+      _writer->writeOther(token);
+    } else if (token.symbol != '#') {
+      _writer->write(token.symbol == '0' ? "0" : " ");
+    }
+  }
+
+  void writeNumerator(double numerator) {
+    Tokens const tokens = _tokens.subspan(_layout.numerator, _layout.slash - _layout.numerator);
+    if (numerator == 0.0) {
+      _writer->writeSpaces(tokens.size() - 1);
+      _writer->write("0");
+      return;
+    }
+    _writer->writeWhole(tokens, DecimalDigits(numerator));
+  }
+
+  /// Aligned to the left, so that what follows stands below each other.
+  void writeDenominator(double denominator) {
+    _writer->write("/");
+    DecimalDigits const digits(denominator);
+    int const places = static_cast<int>(_layout.end - _layout.slash) - 1;
+    std::string text;
+    for (int place = digits.countWhole() - 1; place >= 0; --place) {
+      text += digits.at(place);
+    }
+    int const missing = places - static_cast<int>(text.size());
+    char const symbol = _tokens[_layout.slash + 1].symbol;
+    if (missing > 0 && symbol != '#') {
+      symbol == '0' ? text.insert(0, static_cast<std::size_t>(missing), '0')
+                    : text.append(static_cast<std::size_t>(missing), ' ');
+    }
+    _writer->write(text);
+  }
+
+  Writer* _writer;
+  Tokens _tokens;
+  FractionLayout _layout;
+};
+
+/// The digits of a number with its point, without zeros at the end.
+std::string writePlain(DecimalDigits const& digits, LocaleContext const& locale) {
+  std::string text;
+  for (int place = std::max(digits.countWhole() - 1, 0); place >= 0; --place) {
+    text += digits.at(place);
+  }
+  int const fraction = digits.countFraction();
+  if (fraction != 0) {
+    text += locale.getDecimalSeparator();
+  }
+  for (int place = -1; place >= -fraction; --place) {
+    text += digits.at(place);
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string writeNumber(Section const& section, double number, LocaleContext const& locale) {
+  Writer writer(section, locale);
+  DecimalDigits digits(number);
+  digits.shift(section.powerOfTen);
+  Tokens const tokens = section.tokens;
+  if (section.fraction) {
+    FractionWriter(writer, section).write(number * std::pow(10.0, section.powerOfTen));
+  } else if (section.exponent) {
+    writeScientific(writer, section, digits);
+  } else {
+    digits.roundToFraction(countDigits(tokens) - countDigits(untilPoint(tokens)));
+    writer.writeDecimal(tokens, digits);
+  }
+  return writer.text();
+}
+
+std::string writeGeneral(double number, LocaleContext const& locale) {
+  constexpr int mostDigits = 10;  // beside the decimal point
+  constexpr int mostWholeDigits = 11;
+  constexpr int leastPlace = -4;
+  constexpr int scientificDigits = 6;
+  DecimalDigits digits(number);
+  int const place = digits.firstPlace();
+  if (place < mostWholeDigits && place >= leastPlace) {
+    digits.roundToFraction(std::max(mostDigits - std::max(digits.countWhole(), 1), 0));
+    return writePlain(digits, locale);
+  }
+  digits.roundToSignificant(scientificDigits);
+  int const exponent = digits.firstPlace();
+  digits.shift(-exponent);
+  std::string const figures = std::to_string(std::abs(exponent));
+  return writePlain(digits, locale) + (exponent < 0 ? "E-" : "E+") +
+         (figures.size() < 2 ? "0" : "") + figures;
+}
+
+}  // namespace Zorv::OfficeUtils::NumberFormatCode
