@@ -7,6 +7,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Cells.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Coercion.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Criterion.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/DateText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/EvaluateExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Evaluator.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/FunctionCall.cpp
@@ -15,18 +16,32 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/References.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/StructuredReferences.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Texts.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/ValueText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Wildcards.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FunctionNames.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Aggregates.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Call.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/ConditionalSums.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/DateSpans.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/DateTime.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/FunctionRegistry.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Information.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Logical.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Lookup.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Math.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Multiples.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/NumberBases.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Powers.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Products.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/RandomNumbers.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/RomanNumerals.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Statistical.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Text.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/TextEditing.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/TextFormat.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Times.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Trigonometry.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/WorkDays.cpp
           ${CMAKE_CURRENT_LIST_DIR}/ParseExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/A1Text.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/CallParser.cpp

@@ -1,8 +1,8 @@
 #include "Formulas/Evaluation/Coercion.h"
 
 #include "Formulas/Evaluation/Evaluator.h"
-#include "Formulas/Evaluation/NumberText.h"
 #include "Formulas/Evaluation/Texts.h"
+#include "Formulas/Evaluation/ValueText.h"
 #include "OfficeUtils/FormulaValueCast.h"
 
 namespace Zorv::Formulas {
@@ -31,7 +31,7 @@ Outcome<double> toNumber(Value const& value, OfficeUtils::LocaleContext const& l
     case Value::Kind::Error:
       return value.asError();
     case Value::Kind::Text: {
-      auto const number = readNumber(value.asText(), locale);
+      auto const number = readValue(value.asText(), locale);
       return number ? Outcome<double>(*number) : Outcome<double>(FormulaErrorCode::Value);
     }
     default:

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "FormulaModel/FormulaValueAccess.h"
-#include "Formulas/Evaluation/NumberText.h"
 #include "Formulas/Evaluation/Operators.h"
 #include "Formulas/Evaluation/Texts.h"
+#include "Formulas/Evaluation/ValueText.h"
 #include "Formulas/Evaluation/Wildcards.h"
 
 namespace Zorv::Formulas {
@@ -43,7 +43,7 @@ void Criterion::readText(std::string_view text) {
 }
 
 void Criterion::readOperand(std::string_view text) {
-  if (auto const number = readNumber(text, *_locale)) {
+  if (auto const number = readValue(text, *_locale)) {
     _operand = Value::number(*number);
   } else if (equalTexts(text, "TRUE") || equalTexts(text, "FALSE")) {
     _operand = Value::boolean(equalTexts(text, "TRUE"));
@@ -99,7 +99,7 @@ bool Criterion::equalsNumber(Value const& value) const {
   if (value.isNumber()) {
     return value.asNumber() == _operand.asNumber();
   }
-  return value.isText() && readNumber(value.asText(), *_locale) == _operand.asNumber();
+  return value.isText() && readValue(value.asText(), *_locale) == _operand.asNumber();
 }
 
 bool Criterion::equalsText(std::string_view text) const noexcept {

@@ -15,5 +15,18 @@ namespace Zorv::Formulas {
 [[nodiscard]] std::span<FunctionEntry const> lookupFunctions() noexcept;
 [[nodiscard]] std::span<FunctionEntry const> textFunctions() noexcept;
 [[nodiscard]] std::span<FunctionEntry const> dateTimeFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> powerFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> trigonometricFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> multipleFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> productFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> randomFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> numberBaseFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> romanNumeralFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> aggregateFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> timeFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> dateSpanFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> workDayFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> textEditingFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> textFormatFunctions() noexcept;
 
 }  // namespace Zorv::Formulas

@@ -12,8 +12,12 @@ namespace Zorv::Formulas {
 namespace {
 
 constexpr std::array families = {
-    logicalFunctions,        informationFunctions, mathFunctions, statisticalFunctions,
-    conditionalSumFunctions, lookupFunctions,      textFunctions, dateTimeFunctions,
+    logicalFunctions,        informationFunctions,   mathFunctions,         statisticalFunctions,
+    conditionalSumFunctions, lookupFunctions,        textFunctions,         dateTimeFunctions,
+    powerFunctions,          trigonometricFunctions, multipleFunctions,     productFunctions,
+    randomFunctions,         numberBaseFunctions,    romanNumeralFunctions, aggregateFunctions,
+    timeFunctions,           dateSpanFunctions,      workDayFunctions,      textEditingFunctions,
+    textFormatFunctions,
 };
 
 constexpr std::string_view nameOf(FunctionEntry const* entry) noexcept { return entry->name; }

@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "Formulas/Evaluation/Arena.h"
 #include "Formulas/Evaluation/Coercion.h"
 #include "Formulas/Evaluation/Elements.h"
 #include "Formulas/Functions/Call.h"
@@ -57,13 +58,24 @@ template <class Take>
   return visitNumbers(call, 0, call.count(), take);
 }
 
+/// Adds a number to a list some times. Throws EvaluationTooLarge for a list that is longer than one
+/// evaluation may keep.
+inline void addNumber(std::vector<double>& numbers, double number, std::uint64_t times) {
+  constexpr std::uint64_t mostNumbers = std::uint64_t{1} << 25U;
+  if (times > mostNumbers - numbers.size()) {
+    throw EvaluationTooLarge();
+  }
+  numbers.insert(numbers.end(), times, number);
+}
+
 /// The numbers of some arguments. Those of a range or an array stand row by row, save that the
 /// numbers of an array's equal rows stand together.
 class NumberList {
 public:
   NumberList(Call const& call, std::size_t first, std::size_t end)
-      : _error(visitNumbers(call, first, end,
-                            [this](double number) { _numbers.push_back(number); })) {}
+      : _error(visitNumbers(call, first, end, [this](double number, std::uint64_t times) {
+          addNumber(_numbers, number, times);
+        })) {}
 
   /// Set where an argument holds an error.
   [[nodiscard]] std::optional<Value> const& error() const noexcept { return _error; }

@@ -1,0 +1,248 @@
+// SUBTOTAL and AGGREGATE: functions of numbers that are chosen by a number.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <numeric>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "Formulas/Evaluation/Arrays.h"
+#include "Formulas/Evaluation/Coercion.h"
+#include "Formulas/Evaluation/Elements.h"
+#include "Formulas/Functions/Call.h"
+#include "Formulas/Functions/Families.h"
+#include "Formulas/Functions/Numbers.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+/// What ranges hold.
+struct Contents {
+  std::vector<double> numbers;
+  std::uint64_t valueCount = 0;  ///< of all that is not empty
+  std::optional<Value> error;    ///< the first one, unless errors are left out
+};
+
+/// Adds what a range, an array or a single value holds.
+void gather(Contents& contents, Value const& range, bool ignoresErrors) {
+  forEachElement(range, [&](Value const& element, std::uint64_t times) {
+    if (element.isError() && !ignoresErrors && !contents.error) {
+      contents.error = element;
+    }
+    bool const isCounted = !element.isEmpty() && !(element.isError() && ignoresErrors);
+    contents.valueCount += isCounted ? times : 0;
+    if (element.isNumber()) {
+      addNumber(contents.numbers, element.asNumber(), times);
+    }
+    return true;
+  });
+}
+
+Value noNumbers() { return Value::error(FormulaErrorCode::DivisionByZero); }
+Value notANumber() { return Value::error(FormulaErrorCode::Number); }
+
+using Numbers = std::vector<double>;
+
+double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
+
+double totalOf(Numbers const& numbers) {
+  return std::accumulate(numbers.begin(), numbers.end(), 0.0);
+}
+
+Value sum(Numbers& numbers) { return Value::number(totalOf(numbers)); }
+
+Value average(Numbers& numbers) {
+  return numbers.empty() ? noNumbers() : Value::number(totalOf(numbers) / countOf(numbers));
+}
+
+Value maximum(Numbers& numbers) {
+  return Value::number(numbers.empty() ? 0.0 : *std::ranges::max_element(numbers));
+}
+
+Value minimum(Numbers& numbers) {
+  return Value::number(numbers.empty() ? 0.0 : *std::ranges::min_element(numbers));
+}
+
+Value product(Numbers& numbers) {
+  return Value::number(
+      numbers.empty() ? 0.0
+                      : std::accumulate(numbers.begin(), numbers.end(), 1.0, std::multiplies<>()));
+}
+
+/// The sum of the squares of the distances to the mean.
+double squaredDistances(Numbers const& numbers) {
+  double const mean = totalOf(numbers) / countOf(numbers);
+  return std::accumulate(numbers.begin(), numbers.end(), 0.0, [&](double sum, double number) {
+    return sum + (number - mean) * (number - mean);
+  });
+}
+
+Value variance(Numbers& numbers) {
+  return numbers.size() < 2 ? noNumbers()
+                            : Value::number(squaredDistances(numbers) / (countOf(numbers) - 1.0));
+}
+
+Value populationVariance(Numbers& numbers) {
+  return numbers.empty() ? noNumbers()
+                         : Value::number(squaredDistances(numbers) / countOf(numbers));
+}
+
+Value rootOf(Value const& variance) {
+  return variance.isNumber() ? Value::number(std::sqrt(variance.asNumber())) : variance;
+}
+
+Value deviation(Numbers& numbers) { return rootOf(variance(numbers)); }
+Value populationDeviation(Numbers& numbers) { return rootOf(populationVariance(numbers)); }
+
+/// The number at a place of the sorted numbers, counted from 0; a fraction of a place lies between
+/// two numbers.
+Value atPlace(Numbers& numbers, double place) {
+  if (!(0.0 <= place && place <= countOf(numbers) - 1.0)) {
+    return notANumber();
+  }
+  std::ranges::sort(numbers);
+  double const whole = std::floor(place);
+  auto const lower = static_cast<std::size_t>(whole);
+  std::size_t const upper = std::min(lower + 1, numbers.size() - 1);
+  return Value::number(numbers[lower] + (place - whole) * (numbers[upper] - numbers[lower]));
+}
+
+Value median(Numbers& numbers) { return atPlace(numbers, (countOf(numbers) - 1.0) / 2.0); }
+
+/// MODE.SNGL: the most frequent number, of several the one that comes first.
+Value mode(Numbers& numbers) {
+  std::map<double, std::size_t> counts;
+  std::size_t most = 1;
+  for (double const number : numbers) {
+    most = std::max(most, ++counts[number]);
+  }
+  if (most == 1) {
+    return Value::error(FormulaErrorCode::NotAvailable);
+  }
+  return Value::number(
+      *std::ranges::find_if(numbers, [&](double number) { return counts[number] == most; }));
+}
+
+Value large(Numbers& numbers, double rank) {
+  return atPlace(numbers, countOf(numbers) - std::ceil(rank));
+}
+Value small(Numbers& numbers, double rank) { return atPlace(numbers, std::ceil(rank) - 1.0); }
+
+Value percentile(Numbers& numbers, double share) {
+  return atPlace(numbers, share * (countOf(numbers) - 1.0));
+}
+Value innerPercentile(Numbers& numbers, double share) {
+  return atPlace(numbers, share * (countOf(numbers) + 1.0) - 1.0);
+}
+Value quartile(Numbers& numbers, double quarter) {
+  return percentile(numbers, std::trunc(quarter) / 4.0);
+}
+Value innerQuartile(Numbers& numbers, double quarter) {
+  return innerPercentile(numbers, std::trunc(quarter) / 4.0);
+}
+
+// The functions by number. Those of COUNT and COUNTA, 2 and 3, ask for more than the numbers.
+constexpr std::size_t countFunction = 2;
+constexpr std::size_t countAllFunction = 3;
+using Function = Value (*)(Numbers&);
+constexpr std::array<Function, 14> functions = {
+    nullptr, average,   nullptr,
+    nullptr, maximum,   minimum,
+    product, deviation, populationDeviation,
+    sum,     variance,  populationVariance,
+    median,  mode,
+};
+
+// Those that take a rank or a share besides, from the number 14 on.
+constexpr std::array<Value (*)(Numbers&, double), 6> rankFunctions = {
+    large, small, percentile, quartile, innerPercentile, innerQuartile,
+};
+
+/// Functions of references only: `#VALUE!` for an argument of another kind.
+Value aggregateReferences(Call const& call, std::size_t function, std::size_t firstArgument,
+                          bool ignoresErrors) {
+  Contents contents;
+  for (Value const& range : call.arguments().subspan(firstArgument)) {
+    if (!range.isReference() && !range.isReferences()) {
+      return range.isError() ? range : Value::error(FormulaErrorCode::Value);
+    }
+    gather(contents, range, ignoresErrors);
+  }
+  if (function == countFunction) {
+    return Value::number(countOf(contents.numbers));
+  }
+  if (function == countAllFunction) {
+    return Value::number(static_cast<double>(contents.valueCount));
+  }
+  return contents.error ? *contents.error : functions[function](contents.numbers);
+}
+
+/// A whole number from 0 to below `end`, or `end` itself for one outside.
+std::size_t toIndex(double number, std::size_t end) noexcept {
+  double const whole = std::trunc(number);
+  return 0.0 <= whole && whole < static_cast<double>(end) ? static_cast<std::size_t>(whole) : end;
+}
+
+/// SUBTOTAL(function, references). The numbers from 101 on leave out the rows that are hidden by
+/// hand, and all of them those that a filter hides and cells with subtotals of their own; the
+/// values of cells do not tell of these, so that every cell counts.
+Value subtotal(Call& call) {
+  constexpr double firstWithoutHidden = 101.0;
+  constexpr std::size_t end = 12;
+  double const number = call.number(0);
+  std::size_t const function =
+      toIndex(number < firstWithoutHidden ? number : number - (firstWithoutHidden - 1.0), end);
+  if (function == 0 || function == end) {
+    return Value::error(FormulaErrorCode::Value);
+  }
+  return aggregateReferences(call, function, 1, false);
+}
+
+/// AGGREGATE(function, options, array, rank)
+Value aggregateByRank(Call const& call, std::size_t function, bool ignoresErrors) {
+  constexpr std::size_t argumentCount = 4;
+  if (call.count() != argumentCount) {
+    return Value::error(FormulaErrorCode::Value);
+  }
+  Contents contents;
+  gather(contents, call[2], ignoresErrors);
+  auto const rank = toNumber(toElement(call.evaluator(), call[3]), call.locale());
+  if (contents.error || rank.isError()) {
+    return contents.error ? *contents.error : rank.error();
+  }
+  return rankFunctions[function - functions.size()](contents.numbers, *rank);
+}
+
+/// AGGREGATE(function, options, references): of the options the only one that tells here is that of
+/// leaving out errors; see SUBTOTAL.
+Value aggregate(Call& call) {
+  constexpr std::size_t optionCount = 8;
+  constexpr std::size_t ignoreErrors = 2;  // a bit
+  constexpr std::size_t end = functions.size() + rankFunctions.size();
+  std::size_t const function = toIndex(call.number(0), end);
+  std::size_t const options = toIndex(call.number(1), optionCount);
+  if (function == 0 || function == end || options == optionCount) {
+    return Value::error(FormulaErrorCode::Value);
+  }
+  bool const ignoresErrors = (options & ignoreErrors) != 0;
+  return function < functions.size() ? aggregateReferences(call, function, 2, ignoresErrors)
+                                     : aggregateByRank(call, function, ignoresErrors);
+}
+
+constexpr std::array entries = {
+    FunctionEntry{"AGGREGATE", "nna(a)", aggregate},
+    FunctionEntry{"SUBTOTAL", "nr(r)", subtotal},
+};
+
+}  // namespace
+
+std::span<FunctionEntry const> aggregateFunctions() noexcept { return entries; }
+
+}  // namespace Zorv::Formulas

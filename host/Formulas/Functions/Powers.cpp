@@ -1,0 +1,162 @@
+// Powers, roots, logarithms and what counts arrangements.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <optional>
+
+#include "Formulas/Evaluation/Operators.h"
+#include "Formulas/Functions/Call.h"
+#include "Formulas/Functions/Families.h"
+#include "Formulas/Functions/Numbers.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+Value notANumber() { return Value::error(FormulaErrorCode::Number); }
+
+/// POWER(base, exponent): what the operator `^` gives.
+Value power(Call& call) {
+  return applyBinary(DOM::FormulaSyntaxTree::Operator::Power, call[0], call[1], call.evaluator());
+}
+
+Value squareRoot(Call& call) { return Value::number(std::sqrt(call.number(0))); }
+
+/// SQRTPI: the root of the number times pi.
+Value squareRootOfPi(Call& call) {
+  return Value::number(std::sqrt(call.number(0) * std::numbers::pi));
+}
+
+Value exponential(Call& call) { return Value::number(std::exp(call.number(0))); }
+
+Value naturalLogarithm(Call& call) { return Value::number(std::log(call.number(0))); }
+
+Value decimalLogarithm(Call& call) { return Value::number(std::log10(call.number(0))); }
+
+/// LOG(number, base); without a base the decimal logarithm.
+Value logarithm(Call& call) {
+  constexpr double decimal = 10.0;
+  double const number = call.number(0);
+  double const base = call.number(1, decimal);
+  if (number <= 0.0 || base <= 0.0) {
+    return notANumber();
+  }
+  if (base == 1.0) {
+    return Value::error(FormulaErrorCode::DivisionByZero);
+  }
+  if (base == decimal) {
+    return Value::number(std::log10(number));
+  }
+  return Value::number(base == 2.0 ? std::log2(number) : std::log(number) / std::log(base));
+}
+
+Value sign(Call& call) {
+  double const number = call.number(0);
+  return Value::number(number > 0.0 ? 1.0 : number < 0.0 ? -1.0 : 0.0);
+}
+
+Value pi(Call& /*call*/) { return Value::number(std::numbers::pi); }
+
+/// The product of the numbers from `number` down to 1 in steps; not finite where it is too large.
+/// The wider type keeps the product's last bits right.
+double multiplyDown(double number, double step) noexcept {
+  // The products of both steps overflow far below.
+  constexpr double tooMany = 400.0;
+  if (number > tooMany) {
+    return std::numeric_limits<double>::infinity();
+  }
+  long double product = 1.0L;
+  for (double factor = number; factor > 1.0; factor -= step) {
+    product *= factor;
+  }
+  return static_cast<double>(product);
+}
+
+Value factorial(Call& call) {
+  double const number = std::trunc(call.number(0));
+  return number < 0.0 ? notANumber() : Value::number(multiplyDown(number, 1.0));
+}
+
+/// FACTDOUBLE: the product of every second number; -1 has the empty product, too.
+Value doubleFactorial(Call& call) {
+  double const number = std::trunc(call.number(0));
+  return number < -1.0 ? notANumber() : Value::number(multiplyDown(number, 2.0));
+}
+
+/// How many ways there are to choose `chosen` things of `number`; not finite where there are too
+/// many. Requires whole numbers, 0 <= chosen <= number.
+double countChoices(double number, double chosen) noexcept {
+  double const fewer = std::min(chosen, number - chosen);
+  long double count = 1.0L;
+  // Each factor is at least 2 but for the last ones, so that the loop is short however many things
+  // are chosen.
+  for (double i = 1.0; i <= fewer && count <= std::numeric_limits<double>::max(); ++i) {
+    count = std::round(count * (static_cast<long double>(number) - fewer + i) / i);
+  }
+  return static_cast<double>(count);
+}
+
+/// COMBIN(number, chosen)
+Value combinations(Call& call) {
+  double const number = std::trunc(call.number(0));
+  double const chosen = std::trunc(call.number(1));
+  if (chosen < 0.0 || number < chosen) {
+    return notANumber();
+  }
+  return Value::number(countChoices(number, chosen));
+}
+
+/// COMBINA(number, chosen): each thing may be chosen more than once.
+Value combinationsWithRepetition(Call& call) {
+  double const number = std::trunc(call.number(0));
+  double const chosen = std::trunc(call.number(1));
+  if (chosen < 0.0 || number < 0.0 || (number == 0.0 && chosen != 0.0)) {
+    return notANumber();
+  }
+  return Value::number(chosen == 0.0 ? 1.0 : countChoices(number + chosen - 1.0, chosen));
+}
+
+/// MULTINOMIAL: the factorial of the sum over the product of the factorials.
+Value multinomial(Call& call) {
+  NumberList list(call, 0, call.count());
+  if (list.error()) {
+    return *list.error();
+  }
+  double total = 0.0;
+  double product = 1.0;
+  for (double const listed : list.numbers()) {
+    double const number = std::trunc(listed);
+    if (number < 0.0) {
+      return notANumber();
+    }
+    total += number;
+    product *= countChoices(total, number);
+  }
+  return Value::number(product);
+}
+
+constexpr std::array entries = {
+    FunctionEntry{"COMBIN", "nn", combinations},
+    FunctionEntry{"COMBINA", "nn", combinationsWithRepetition},
+    FunctionEntry{"EXP", "n", exponential},
+    FunctionEntry{"FACT", "n", factorial},
+    FunctionEntry{"FACTDOUBLE", "n", doubleFactorial},
+    FunctionEntry{"LN", "n", naturalLogarithm},
+    FunctionEntry{"LOG", "n[n]", logarithm},
+    FunctionEntry{"LOG10", "n", decimalLogarithm},
+    FunctionEntry{"MULTINOMIAL", "a(a)", multinomial},
+    FunctionEntry{"PI", "", pi},
+    FunctionEntry{"POWER", "nn", power},
+    FunctionEntry{"SIGN", "n", sign},
+    FunctionEntry{"SQRT", "n", squareRoot},
+    FunctionEntry{"SQRTPI", "n", squareRootOfPi},
+};
+
+}  // namespace
+
+std::span<FunctionEntry const> powerFunctions() noexcept { return entries; }
+
+}  // namespace Zorv::Formulas

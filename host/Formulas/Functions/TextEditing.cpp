@@ -1,0 +1,279 @@
+// Texts put together of others, and single characters.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+#include <unicode/utf16.h>
+
+#include "Formulas/Evaluation/Arrays.h"
+#include "Formulas/Evaluation/Coercion.h"
+#include "Formulas/Evaluation/Elements.h"
+#include "Formulas/Evaluation/Texts.h"
+#include "Formulas/Functions/Call.h"
+#include "Formulas/Functions/Families.h"
+#include "Formulas/Functions/TextBuilder.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+Value wrongValue() { return Value::error(FormulaErrorCode::Value); }
+
+/// More characters than any text has.
+constexpr double manyCharacters = 1e9;
+
+/// The whole part of a number of characters; nothing for one below the least.
+std::optional<std::size_t> toCount(double number, double least) noexcept {
+  double const whole = std::trunc(number);
+  return whole < least ? std::nullopt
+                       : std::optional(static_cast<std::size_t>(std::min(whole, manyCharacters)));
+}
+
+/// REPT(text, count)
+Value repeat(Call& call) {
+  auto const count = toCount(call.number(1), 0.0);
+  if (!count) {
+    return wrongValue();
+  }
+  std::string_view const text = call.text(0);
+  TextBuilder result;
+  for (std::size_t i = 0; i < *count && !text.empty() && result.append(text); ++i) {
+  }
+  return result.toValue(call);
+}
+
+/// REPLACE(text, place, count, new): places count from 1.
+Value replace(Call& call) {
+  auto const place = toCount(call.number(1), 1.0);
+  auto const count = toCount(call.number(2), 0.0);
+  if (!place || !count) {
+    return wrongValue();
+  }
+  std::string_view const text = call.text(0);
+  std::size_t const before = bytesOfCharacters(text, *place - 1);
+  std::string_view const rest = text.substr(before);
+  TextBuilder result;
+  result.append(text.substr(0, before));
+  result.append(call.text(3));
+  result.append(rest.substr(bytesOfCharacters(rest, *count)));
+  return result.toValue(call);
+}
+
+icu::UnicodeString toUnicode(std::string_view text) {
+  return icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
+}
+
+Value fromUnicode(Call const& call, icu::UnicodeString const& unicode) {
+  std::string text;
+  return call.makeText(unicode.toUTF8String(text));
+}
+
+/// PROPER: a capital at the beginning of each run of letters.
+Value capitalize(Call& call) {
+  icu::UnicodeString const text = toUnicode(call.text(0));
+  icu::UnicodeString result;
+  bool isInWord = false;
+  for (std::int32_t at = 0; at < text.length(); at = text.moveIndex32(at, 1)) {
+    UChar32 const code = text.char32At(at);
+    result.append(isInWord ? u_tolower(code) : u_totitle(code));
+    isInWord = u_isalpha(code) != 0;
+  }
+  return fromUnicode(call, result);
+}
+
+/// CLEAN: without control characters.
+Value clean(Call& call) {
+  std::string result;
+  for (char const c : call.text(0)) {
+    bool const isControl = static_cast<unsigned char>(c) < static_cast<unsigned char>(' ');
+    result += isControl ? std::string() : std::string(1, c);
+  }
+  return call.makeText(result);
+}
+
+/// Hands the texts of a value's positions to `visit(text)`, row by row, until it returns false;
+/// empty ones only where they matter. Returns the error that it meets.
+template <class Visit>
+std::optional<Value> visitTexts(Call const& call, Value const& value, bool withEmpty,
+                                Visit&& visit) {
+  std::optional<Value> error;
+  bool isRowEmpty = true;
+  auto const visitElement = [&](Value const& element) {
+    auto const text = toText(element, call.evaluator());
+    if (text.isError()) {
+      error = text.error();
+      return false;
+    }
+    bool const isVisited = withEmpty || !(*text).empty();
+    isRowEmpty = isRowEmpty && !isVisited;
+    return !isVisited || visit(*text);
+  };
+  bool const isRange = value.isReference() && withEmpty;
+  if (!isRange && !value.isArray()) {
+    forEachElement(value, visitElement);
+    return error;
+  }
+  Array const& array = call.evaluator().toArray(value);
+  for (std::uint32_t row = 0; row < array.rows; ++row) {
+    isRowEmpty = true;
+    for (std::uint32_t column = 0; column < array.columns; ++column) {
+      if (!visitElement(array.at(row, column))) {
+        return error;
+      }
+    }
+    // All rows below are like this one.
+    if (isRowEmpty && row + 1 >= array.storedRows) {
+      break;
+    }
+  }
+  return error;
+}
+
+/// CONCAT: the texts of all cells and elements.
+Value concatenateAll(Call& call) {
+  TextBuilder result;
+  std::optional<Value> error;
+  for (Value const& argument : call.arguments()) {
+    if (!error) {
+      error = visitTexts(call, argument, false,
+                         [&](std::string_view text) { return result.append(text); });
+    }
+  }
+  return error ? *error : result.toValue(call);
+}
+
+/// Joins texts with delimiters between them, each in its turn. Borrows the delimiters, of which
+/// there is at least one.
+class Joiner {
+public:
+  explicit Joiner(std::vector<std::string_view> const& delimiters) noexcept
+      : _delimiters(&delimiters) {}
+
+  /// False once the result is too long.
+  bool add(std::string_view text) {
+    if (_count != 0) {
+      _result.append((*_delimiters)[(_count - 1) % _delimiters->size()]);
+    }
+    ++_count;
+    return _result.append(text);
+  }
+
+  [[nodiscard]] TextBuilder const& result() const noexcept { return _result; }
+
+private:
+  std::vector<std::string_view> const* _delimiters;
+  std::size_t _count = 0;
+  TextBuilder _result;
+};
+
+/// TEXTJOIN(delimiters, skips empty texts, texts)
+Value join(Call& call) {
+  // A longer text than fits into a cell has no more pieces.
+  constexpr std::size_t mostDelimiters = 32767;
+  std::vector<std::string_view> delimiters;
+  auto error = visitTexts(call, call[0], true, [&](std::string_view text) {
+    delimiters.push_back(text);
+    return delimiters.size() < mostDelimiters;
+  });
+  if (error) {
+    return *error;
+  }
+  bool const haveText =
+      std::ranges::any_of(delimiters, [](std::string_view text) { return !text.empty(); });
+  bool const withEmpty = haveText && !call.truth(1);
+  Joiner joiner(delimiters);
+  for (Value const& argument : call.arguments().subspan(2)) {
+    if (!error) {
+      error = visitTexts(call, argument, withEmpty,
+                         [&](std::string_view text) { return joiner.add(text); });
+    }
+  }
+  return error ? *error : joiner.result().toValue(call);
+}
+
+/// The characters that the codes from 128 to 159 stand for in Western European texts; those that
+/// stand for none are control characters.
+constexpr std::array<UChar32, 32> upperCharacters = {
+    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178,
+};
+constexpr UChar32 firstUpperCode = 128;
+constexpr UChar32 endOfCodes = 256;
+
+/// CHAR(code)
+Value characterOfCode(Call& call) {
+  double const number = std::trunc(call.number(0));
+  if (!(1.0 <= number && number < endOfCodes)) {
+    return wrongValue();
+  }
+  auto const code = static_cast<UChar32>(number);
+  auto const index = static_cast<std::size_t>(code - firstUpperCode);
+  bool const isUpper = code >= firstUpperCode && index < upperCharacters.size();
+  return fromUnicode(call, icu::UnicodeString(isUpper ? upperCharacters[index] : code));
+}
+
+/// The first character of a text; nothing where there is none.
+std::optional<UChar32> readFirst(std::string_view text) {
+  icu::UnicodeString const first = toUnicode(text.substr(0, bytesOfCharacters(text, 1)));
+  return first.isEmpty() ? std::nullopt : std::optional(first.char32At(0));
+}
+
+/// CODE(text): of the first character; that of a question mark where it has none.
+Value codeOfCharacter(Call& call) {
+  auto const first = readFirst(call.text(0));
+  if (!first) {
+    return wrongValue();
+  }
+  auto const* const upper = std::ranges::find(upperCharacters, *first);
+  if (upper != upperCharacters.end()) {
+    return Value::number(firstUpperCode + static_cast<double>(upper - upperCharacters.begin()));
+  }
+  return Value::number(*first < endOfCodes ? *first : '?');
+}
+
+/// UNICHAR(code)
+Value characterOfCodePoint(Call& call) {
+  double const number = std::trunc(call.number(0));
+  if (!(1.0 <= number && number <= UCHAR_MAX_VALUE)) {
+    return wrongValue();
+  }
+  auto const code = static_cast<UChar32>(number);
+  return U_IS_SURROGATE(code) ? Value::error(FormulaErrorCode::NotAvailable)
+                              : fromUnicode(call, icu::UnicodeString(code));
+}
+
+/// UNICODE(text)
+Value codePointOfCharacter(Call& call) {
+  auto const first = readFirst(call.text(0));
+  return first ? Value::number(*first) : wrongValue();
+}
+
+constexpr std::array entries = {
+    FunctionEntry{"CHAR", "n", characterOfCode},
+    FunctionEntry{"CLEAN", "t", clean},
+    FunctionEntry{"CODE", "t", codeOfCharacter},
+    FunctionEntry{"CONCAT", "a(a)", concatenateAll},
+    FunctionEntry{"PROPER", "t", capitalize},
+    FunctionEntry{"REPLACE", "tnnt", replace},
+    FunctionEntry{"REPT", "tn", repeat},
+    FunctionEntry{"TEXTJOIN", "aba(a)", join},
+    FunctionEntry{"UNICHAR", "n", characterOfCodePoint},
+    FunctionEntry{"UNICODE", "t", codePointOfCharacter},
+};
+
+}  // namespace
+
+std::span<FunctionEntry const> textEditingFunctions() noexcept { return entries; }
+
+}  // namespace Zorv::Formulas
