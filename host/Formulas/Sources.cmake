@@ -19,22 +19,37 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/ValueText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Wildcards.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FunctionNames.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/AddressText.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Addressing.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Aggregates.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Call.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/CellInformation.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Choices.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/ConditionalSums.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/DateSpans.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/DateTime.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Dispersion.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Distributions.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/FunctionRegistry.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Grid.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Information.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Kinds.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/LineSearch.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Logical.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Lookup.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Math.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Multiples.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/NumberBases.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/NumberFormatClass.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Powers.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Products.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/RandomNumbers.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Ranks.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/ReferenceInformation.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Regression.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Reshaping.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/RomanNumerals.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Search.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Statistical.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Text.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/TextEditing.cpp
@@ -50,6 +65,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/Lexer.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/LocalNames.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/Parser.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/R1C1Text.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/ReferenceParser.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/StructuredReferenceText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/ShiftExpr.cpp)

@@ -101,6 +101,8 @@ struct FunctionTraits {
   bool isVolatile = false;
   /// Called without arguments, it asks for the cell at which the formula is evaluated.
   bool asksPosition = false;
+  /// It asks for that cell whatever its arguments are.
+  bool dependsOnCell = false;
   /// The result may be a reference to more than one cell.
   bool returnsReference = false;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -13,13 +14,32 @@
 
 namespace Zorv::Formulas {
 
+/// What counts as a number in ranges and arrays.
+enum class ElementRule : std::uint8_t {
+  NumbersOnly,  ///< nothing but numbers
+  AllValues,    ///< truth values as 1 and 0 and texts as 0, too
+};
+
+/// The number that an element of a range or an array counts as, or nothing; not for errors.
+[[nodiscard]] inline std::optional<double> numberOfElement(Value const& element,
+                                                           ElementRule rule) noexcept {
+  if (element.isNumber()) {
+    return element.asNumber();
+  }
+  if (rule == ElementRule::NumbersOnly || element.isEmpty()) {
+    return std::nullopt;
+  }
+  return element.isBoolean() && element.asBoolean() ? 1.0 : 0.0;
+}
+
 /// Hands the numbers among some arguments of a call to `take(number)`, or to `take(number, times)`,
-/// which is told how often a number stands there; see forEachElement(). In ranges and arrays only
-/// numbers count; an argument that is a single value is converted. The first error ends the walk
-/// and is returned.
+/// which is told how often a number stands there; see forEachElement(). In ranges and arrays the
+/// rule says what counts; an argument that is a single value is converted. The first error ends the
+/// walk and is returned.
 template <class Take>
 [[nodiscard]] std::optional<Value> visitNumbers(Call const& call, std::size_t first,
-                                                std::size_t end, Take&& take) {
+                                                std::size_t end, Take&& take,
+                                                ElementRule rule = ElementRule::NumbersOnly) {
   std::optional<Value> error;
   auto const takeTimes = [&](double number, std::uint64_t times) {
     if constexpr (std::is_invocable_v<Take&, double, std::uint64_t>) {
@@ -31,10 +51,10 @@ template <class Take>
     }
   };
   auto const visit = [&](Value const& element, std::uint64_t times) {
-    if (element.isNumber()) {
-      takeTimes(element.asNumber(), times);
-    } else if (element.isError()) {
+    if (element.isError()) {
       error = element;
+    } else if (auto const number = numberOfElement(element, rule)) {
+      takeTimes(*number, times);
     }
     return !error;
   };
@@ -69,13 +89,16 @@ inline void addNumber(std::vector<double>& numbers, double number, std::uint64_t
 }
 
 /// The numbers of some arguments. Those of a range or an array stand row by row, save that the
-/// numbers of an array's equal rows stand together.
+/// numbers of an array's equal rows stand together. Throws EvaluationTooLarge for more than one
+/// formula may take.
 class NumberList {
 public:
-  NumberList(Call const& call, std::size_t first, std::size_t end)
-      : _error(visitNumbers(call, first, end, [this](double number, std::uint64_t times) {
-          addNumber(_numbers, number, times);
-        })) {}
+  NumberList(Call const& call, std::size_t first, std::size_t end,
+             ElementRule rule = ElementRule::NumbersOnly)
+      : _error(visitNumbers(
+            call, first, end,
+            [this](double number, std::uint64_t times) { addNumber(_numbers, number, times); },
+            rule)) {}
 
   /// Set where an argument holds an error.
   [[nodiscard]] std::optional<Value> const& error() const noexcept { return _error; }
@@ -85,5 +108,20 @@ private:
   std::vector<double> _numbers;
   std::optional<Value> _error;
 };
+
+/// A function of the numbers of all arguments.
+template <Value (*finish)(std::vector<double>& numbers),
+          ElementRule rule = ElementRule::NumbersOnly>
+Value reduceNumbers(Call& call) {
+  NumberList list(call, 0, call.count(), rule);
+  return list.error() ? *list.error() : finish(list.numbers());
+}
+
+/// The number that a sorted list would hold at a place; moves the numbers.
+[[nodiscard]] inline double selectAt(std::vector<double>& numbers, std::size_t place) {
+  auto const at = numbers.begin() + static_cast<std::ptrdiff_t>(place);
+  std::ranges::nth_element(numbers, at);
+  return *at;
+}
 
 }  // namespace Zorv::Formulas

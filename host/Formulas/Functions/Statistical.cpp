@@ -90,13 +90,6 @@ Value maximum(Call& call) {
   return error ? *error : Value::number(std::isinf(most) ? 0.0 : most);
 }
 
-/// The number that a sorted list would hold at a place; moves the numbers.
-double selectAt(std::vector<double>& numbers, std::size_t place) {
-  auto const at = numbers.begin() + static_cast<std::ptrdiff_t>(place);
-  std::ranges::nth_element(numbers, at);
-  return *at;
-}
-
 Value median(Call& call) {
   NumberList list(call, 0, call.count());
   std::vector<double>& numbers = list.numbers();

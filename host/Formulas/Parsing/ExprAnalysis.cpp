@@ -97,7 +97,7 @@ private:
     if (traits.isVolatile) {
       _traits.callsVolatileFunctions = true;
     }
-    if (traits.asksPosition && node.argumentCount == 0) {
+    if (traits.dependsOnCell || (traits.asksPosition && node.argumentCount == 0)) {
       _traits.dependsOnCell = true;
     }
     if (traits.returnsReference) {

@@ -1,0 +1,140 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+
+#include "Formulas/Evaluation/Arena.h"
+#include "Formulas/Evaluation/Cells.h"
+#include "Formulas/Evaluation/Value.h"
+
+namespace Zorv::Formulas {
+
+/// One reference, one array or one single value, seen as a rectangle of values. Rows and columns
+/// count from 0.
+class Grid {
+public:
+  /// Nothing for what is no such rectangle: an error, an argument left out, several areas.
+  [[nodiscard]] static std::optional<Grid> of(Value const& value) noexcept;
+
+  /// What a function gives for an argument that is no grid: the argument's own error, or `#VALUE!`.
+  [[nodiscard]] static Value refuse(Value const& value) noexcept {
+    return value.isError() ? value : Value::error(FormulaErrorCode::Value);
+  }
+
+  [[nodiscard]] std::uint32_t rows() const noexcept { return _rows; }
+  [[nodiscard]] std::uint32_t columns() const noexcept { return _columns; }
+  [[nodiscard]] std::uint64_t size() const noexcept { return std::uint64_t{_rows} * _columns; }
+  [[nodiscard]] bool isReference() const noexcept { return _value.isReference(); }
+
+  /// The value at a place inside.
+  [[nodiscard]] Value at(std::uint32_t row, std::uint32_t column) const {
+    return _value.isReference() ? readCell(_value.asArea(), row, column)
+           : _value.isArray()   ? _value.asArray().at(row, column)
+                                : _value;
+  }
+
+  /// A rectangle inside, of at least one row and one column: of a reference a reference, otherwise
+  /// an array or a single value.
+  [[nodiscard]] Value part(Arena& arena, std::uint32_t firstRow, std::uint32_t firstColumn,
+                           std::uint32_t rowCount, std::uint32_t columnCount) const;
+
+  /// Visits the values of a rectangle inside, row by row: `visit(row, column, value)`, which
+  /// returns false to stop; row and column count from the grid's first ones. Of a reference the
+  /// existing cells are visited; of an array's rows that repeat the one above them only the first
+  /// and the last.
+  template <class Visit>
+  void visit(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn,
+             std::uint32_t endColumn, Visit&& visit) const;
+
+private:
+  Grid(Value const& value, std::uint32_t rows, std::uint32_t columns) noexcept
+      : _value(value), _rows(rows), _columns(columns) {}
+
+  [[nodiscard]] Area areaOf(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn,
+                            std::uint32_t endColumn) const noexcept;
+  /// The first row below which all rows are alike.
+  [[nodiscard]] std::uint32_t storedRows() const noexcept {
+    return _value.isArray() ? _value.asArray().storedRows : 1;
+  }
+
+  Value _value;
+  std::uint32_t _rows;
+  std::uint32_t _columns;
+};
+
+template <class Visit>
+void Grid::visit(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn,
+                 std::uint32_t endColumn, Visit&& visit) const {
+  if (firstRow >= endRow || firstColumn >= endColumn) {
+    return;
+  }
+  if (_value.isReference()) {
+    forEachCell(areaOf(firstRow, endRow, firstColumn, endColumn),
+                [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+                  return visit(firstRow + row, firstColumn + column, value);
+                });
+    return;
+  }
+  for (std::uint32_t row = firstRow; row < endRow;) {
+    for (std::uint32_t column = firstColumn; column < endColumn; ++column) {
+      if (!visit(row, column, at(row, column))) {
+        return;
+      }
+    }
+    row = row < storedRows() || row + 1 >= endRow ? row + 1 : endRow - 1;
+  }
+}
+
+/// One row or one column of a grid. Places count from 0.
+class Line {
+public:
+  [[nodiscard]] static Line ofColumn(Grid const& grid, std::uint32_t column) noexcept {
+    return {grid, column, true};
+  }
+  [[nodiscard]] static Line ofRow(Grid const& grid, std::uint32_t row) noexcept {
+    return {grid, row, false};
+  }
+  /// The only row or column of a grid; nothing where it has several of both.
+  [[nodiscard]] static std::optional<Line> of(Grid const& grid) noexcept {
+    if (grid.columns() == 1) {
+      return ofColumn(grid, 0);
+    }
+    return grid.rows() == 1 ? std::optional(ofRow(grid, 0)) : std::nullopt;
+  }
+
+  [[nodiscard]] std::uint32_t size() const noexcept {
+    return _isColumn ? _grid.rows() : _grid.columns();
+  }
+  [[nodiscard]] bool isColumn() const noexcept { return _isColumn; }
+  [[nodiscard]] bool isReference() const noexcept { return _grid.isReference(); }
+  [[nodiscard]] Value at(std::uint32_t place) const {
+    return _isColumn ? _grid.at(place, _line) : _grid.at(_line, place);
+  }
+
+  /// Visits the values of some places in their order, as Grid::visit() does: `visit(place, value)`.
+  template <class Visit>
+  void visit(std::uint32_t first, std::uint32_t end, Visit&& visit) const {
+    if (_isColumn) {
+      _grid.visit(first, end, _line, _line + 1,
+                  [&](std::uint32_t row, std::uint32_t /*column*/, Value const& value) {
+                    return visit(row, value);
+                  });
+    } else {
+      _grid.visit(_line, _line + 1, first, end,
+                  [&](std::uint32_t /*row*/, std::uint32_t column, Value const& value) {
+                    return visit(column, value);
+                  });
+    }
+  }
+
+private:
+  Line(Grid const& grid, std::uint32_t line, bool isColumn) noexcept
+      : _grid(grid), _line(line), _isColumn(isColumn) {}
+
+  Grid _grid;
+  std::uint32_t _line;
+  bool _isColumn;
+};
+
+}  // namespace Zorv::Formulas

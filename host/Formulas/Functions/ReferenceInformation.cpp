@@ -1,0 +1,119 @@
+// Questions about references and sheets.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "DOM/Table.h"
+#include "Formulas/Evaluation/Arrays.h"
+#include "Formulas/Functions/Call.h"
+#include "Formulas/Functions/Families.h"
+#include "Formulas/Functions/Grid.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+Value isReference(Call& call) {
+  return Value::boolean(call[0].isReference() || call[0].isReferences());
+}
+
+bool hasFormula(Area const& area, std::uint32_t row, std::uint32_t column) {
+  DOM::Cell const* const cell =
+      area.table->getTable().findCell(area.firstRow + row, area.firstColumn + column);
+  return cell != nullptr && cell->hasFormula;
+}
+
+/// ISFORMULA(reference): whether cells hold formulas, each for itself.
+Value isFormula(Call& call) {
+  if (!call[0].isReference()) {
+    return Grid::refuse(call[0]);
+  }
+  Area const& area = call[0].asArea();
+  if (area.isSingleCell()) {
+    return Value::boolean(hasFormula(area, 0, 0));
+  }
+  Arena& arena = call.evaluator().arena();
+  // Below the last cell nothing holds a formula: what is stored of the values is enough.
+  Array const& values = readArray(arena, area);
+  std::span<Value> const results =
+      arena.makeArray<Value>(std::size_t{values.storedRows} * values.columns);
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    results[i] = Value::boolean(hasFormula(area, static_cast<std::uint32_t>(i / values.columns),
+                                           static_cast<std::uint32_t>(i % values.columns)));
+  }
+  return Value::array(
+      arena.make(Array{values.rows, values.columns, values.storedRows, results.data()}));
+}
+
+Value numberOfTable(TableContext const& table) {
+  return Value::number(static_cast<double>(table.getDocTableIndex().get()) + 1.0);
+}
+
+/// SHEET: the number, from 1, of a reference's sheet, of one told by its name, or of the formula's.
+Value sheetNumber(Call& call) {
+  if (!call.isGiven(0)) {
+    return numberOfTable(*call.evaluator().context().getTableContext());
+  }
+  if (call[0].isReference()) {
+    return numberOfTable(*call[0].asArea().table);
+  }
+  if (!call[0].isText()) {
+    return Grid::refuse(call[0]);
+  }
+  TableContext const* const table = call.evaluator().provider().findTableContext(call[0].asText());
+  return table == nullptr ? Value::error(FormulaErrorCode::NotAvailable) : numberOfTable(*table);
+}
+
+/// SHEETS: how many sheets the document has, or a reference.
+Value sheetCount(Call& call) {
+  if (!call.isGiven(0)) {
+    return Value::number(static_cast<double>(call.evaluator().provider().getTableCount()));
+  }
+  if (call[0].isReference() || call[0].isReferences()) {
+    return Value::number(1);
+  }
+  return Grid::refuse(call[0]);
+}
+
+/// ROWS(array) and COLUMNS(array): how many it has.
+template <std::uint32_t (Grid::*count)() const noexcept>
+Value extent(Call& call) {
+  auto const grid = Grid::of(call[0]);
+  return grid ? Value::number(((*grid).*count)()) : Grid::refuse(call[0]);
+}
+
+/// AREAS(reference): of how many rectangles it is made.
+Value areas(Call& call) {
+  if (call[0].isReferences()) {
+    return Value::number(static_cast<double>(call[0].asAreas().count));
+  }
+  return call[0].isReference() ? Value::number(1) : Grid::refuse(call[0]);
+}
+
+/// HYPERLINK(address, text): what the cell shows.
+Value hyperlink(Call& call) { return call.isGiven(1) ? call[1] : call[0]; }
+
+/// FORMULATEXT(reference): the texts of formulas are not kept.
+Value formulaText(Call& call) {
+  return call[0].isReference() ? Value::error(FormulaErrorCode::NotAvailable)
+                               : Grid::refuse(call[0]);
+}
+
+constexpr std::array entries = {
+    FunctionEntry{"AREAS", "r", areas},
+    FunctionEntry{"COLUMNS", "a", extent<&Grid::columns>},
+    FunctionEntry{"FORMULATEXT", "r", formulaText},
+    FunctionEntry{"HYPERLINK", "v[v]", hyperlink},
+    FunctionEntry{"ISFORMULA", "r", isFormula},
+    FunctionEntry{"ISREF", "r", isReference},
+    FunctionEntry{"ROWS", "a", extent<&Grid::rows>},
+    FunctionEntry{"SHEET", "[r]", sheetNumber},
+    FunctionEntry{"SHEETS", "[r]", sheetCount},
+};
+
+}  // namespace
+
+std::span<FunctionEntry const> referenceInformationFunctions() noexcept { return entries; }
+
+}  // namespace Zorv::Formulas

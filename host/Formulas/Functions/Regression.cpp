@@ -1,0 +1,213 @@
+// Relations between the numbers of two ranges.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "Formulas/Evaluation/Outcome.h"
+#include "Formulas/Functions/Call.h"
+#include "Formulas/Functions/Families.h"
+#include "Formulas/Functions/Grid.h"
+#include "Formulas/Functions/Moments.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+Value divisionByZero() { return Value::error(FormulaErrorCode::DivisionByZero); }
+
+/// The pairs of numbers in two arguments: those that stand in the same place, where both are
+/// numbers.
+class NumberPairs {
+public:
+  NumberPairs(Value const& ys, Value const& xs) {
+    auto const yGrid = Grid::of(ys);
+    auto const xGrid = Grid::of(xs);
+    if (!yGrid || !xGrid) {
+      _error = Grid::refuse(yGrid ? xs : ys);
+    } else if (yGrid->size() != xGrid->size()) {
+      _error = Value::error(FormulaErrorCode::NotAvailable);
+    } else {
+      read(*yGrid, *xGrid);
+    }
+  }
+
+  /// Set where an argument is no range, holds an error, or is larger than the other one.
+  [[nodiscard]] std::optional<Value> const& error() const noexcept { return _error; }
+  [[nodiscard]] std::vector<double> const& ys() const noexcept { return _ys; }
+  [[nodiscard]] std::vector<double> const& xs() const noexcept { return _xs; }
+
+private:
+  void read(Grid const& ys, Grid const& xs) {
+    // Values that an array repeats downwards are pairs, too: all of them are visited.
+    constexpr std::uint64_t mostElements = std::uint64_t{1} << 24U;
+    if (ys.isReference()) {
+      ys.visit(0, ys.rows(), 0, ys.columns(),
+               [&](std::uint32_t row, std::uint32_t column, Value const& y) {
+                 return takeAt(std::uint64_t{row} * ys.columns() + column, y, xs);
+               });
+    } else if (ys.size() > mostElements) {
+      _error = Value::error(FormulaErrorCode::Number);
+    } else {
+      for (std::uint64_t place = 0; place < ys.size(); ++place) {
+        if (!takeAt(place, at(ys, place), xs)) {
+          return;
+        }
+      }
+    }
+  }
+
+  /// Places count row by row, since a row may stand beside a column.
+  static Value at(Grid const& grid, std::uint64_t place) {
+    return grid.at(static_cast<std::uint32_t>(place / grid.columns()),
+                   static_cast<std::uint32_t>(place % grid.columns()));
+  }
+
+  bool takeAt(std::uint64_t place, Value const& y, Grid const& xs) {
+    take(y, at(xs, place));
+    return !_error;
+  }
+
+  void take(Value const& y, Value const& x) {
+    if (y.isError() || x.isError()) {
+      _error = y.isError() ? y : x;
+    } else if (y.isNumber() && x.isNumber()) {
+      _ys.push_back(y.asNumber());
+      _xs.push_back(x.asNumber());
+    }
+  }
+
+  std::vector<double> _ys;
+  std::vector<double> _xs;
+  std::optional<Value> _error;
+};
+
+/// What the functions below are made of.
+struct Relation {
+  double count = 0.0;
+  double meanX = 0.0;
+  double meanY = 0.0;
+  double squaresX = 0.0;  ///< of the distances from the mean
+  double squaresY = 0.0;
+  double products = 0.0;
+
+  [[nodiscard]] double slope() const noexcept { return products / squaresX; }
+  [[nodiscard]] double intercept() const noexcept { return meanY - slope() * meanX; }
+};
+
+Relation relate(NumberPairs const& pairs) {
+  Relation relation;
+  relation.count = static_cast<double>(pairs.xs().size());
+  if (pairs.xs().empty()) {
+    return relation;
+  }
+  relation.meanX = meanOf(pairs.xs());
+  relation.meanY = meanOf(pairs.ys());
+  for (std::size_t i = 0; i < pairs.xs().size(); ++i) {
+    double const x = pairs.xs()[i] - relation.meanX;
+    double const y = pairs.ys()[i] - relation.meanY;
+    relation.squaresX += x * x;
+    relation.squaresY += y * y;
+    relation.products += x * y;
+  }
+  return relation;
+}
+
+/// The relation of two arguments, the dependent one first; `#NUM!` where it is beyond numbers.
+Outcome<Relation> relate(Value const& ys, Value const& xs) {
+  NumberPairs const pairs(ys, xs);
+  if (pairs.error()) {
+    return pairs.error()->asError();
+  }
+  Relation const relation = relate(pairs);
+  bool const isFinite = std::isfinite(relation.squaresX) && std::isfinite(relation.squaresY);
+  return isFinite ? Outcome<Relation>(relation) : Outcome<Relation>(FormulaErrorCode::Number);
+}
+
+/// A function of two ranges, the dependent one first.
+template <Value (*finish)(Relation const&)>
+Value ofPairs(Call& call) {
+  auto const relation = relate(call[0], call[1]);
+  return relation.isError() ? relation.error() : finish(*relation);
+}
+
+Value correlation(Relation const& relation) {
+  if (relation.squaresX == 0.0 || relation.squaresY == 0.0) {
+    return divisionByZero();
+  }
+  // One root rounds once, so that what lies on a line has the correlation 1; where the product is
+  // too large or too small, the root of each is taken.
+  double const product = relation.squaresX * relation.squaresY;
+  double const divisor = std::isnormal(product)
+                             ? std::sqrt(product)
+                             : std::sqrt(relation.squaresX) * std::sqrt(relation.squaresY);
+  return Value::number(std::clamp(relation.products / divisor, -1.0, 1.0));
+}
+
+Value determination(Relation const& relation) {
+  Value const root = correlation(relation);
+  return root.isError() ? root : Value::number(root.asNumber() * root.asNumber());
+}
+
+Value slope(Relation const& relation) {
+  return relation.squaresX == 0.0 ? divisionByZero() : Value::number(relation.slope());
+}
+
+Value intercept(Relation const& relation) {
+  return relation.squaresX == 0.0 ? divisionByZero() : Value::number(relation.intercept());
+}
+
+/// STEYX: the deviation of the dependent numbers from the straight line.
+Value standardError(Relation const& relation) {
+  if (relation.count < 3.0 || relation.squaresX == 0.0) {
+    return divisionByZero();
+  }
+  double const rest = relation.squaresY - relation.slope() * relation.products;
+  return Value::number(std::sqrt(std::max(rest, 0.0) / (relation.count - 2.0)));
+}
+
+Value populationCovariance(Relation const& relation) {
+  return relation.count == 0.0 ? divisionByZero()
+                               : Value::number(relation.products / relation.count);
+}
+
+Value sampleCovariance(Relation const& relation) {
+  return relation.count < 2.0 ? divisionByZero()
+                              : Value::number(relation.products / (relation.count - 1.0));
+}
+
+/// FORECAST(x, ys, xs): where the straight line stands at x.
+Value forecast(Call& call) {
+  auto const outcome = relate(call[1], call[2]);
+  if (outcome.isError()) {
+    return outcome.error();
+  }
+  Relation const& relation = *outcome;
+  if (relation.squaresX == 0.0) {
+    return divisionByZero();
+  }
+  return Value::number(relation.meanY + relation.slope() * (call.number(0) - relation.meanX));
+}
+
+constexpr std::array entries = {
+    FunctionEntry{"CORREL", "aa", ofPairs<correlation>},
+    FunctionEntry{"COVAR", "aa", ofPairs<populationCovariance>},
+    FunctionEntry{"COVARIANCE.P", "aa", ofPairs<populationCovariance>},
+    FunctionEntry{"COVARIANCE.S", "aa", ofPairs<sampleCovariance>},
+    FunctionEntry{"FORECAST", "naa", forecast},
+    FunctionEntry{"FORECAST.LINEAR", "naa", forecast},
+    FunctionEntry{"INTERCEPT", "aa", ofPairs<intercept>},
+    FunctionEntry{"PEARSON", "aa", ofPairs<correlation>},
+    FunctionEntry{"RSQ", "aa", ofPairs<determination>},
+    FunctionEntry{"SLOPE", "aa", ofPairs<slope>},
+    FunctionEntry{"STEYX", "aa", ofPairs<standardError>},
+};
+
+}  // namespace
+
+std::span<FunctionEntry const> regressionFunctions() noexcept { return entries; }
+
+}  // namespace Zorv::Formulas

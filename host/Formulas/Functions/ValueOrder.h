@@ -1,0 +1,26 @@
+#pragma once
+
+#include <compare>
+
+#include "Formulas/Evaluation/Operators.h"
+#include "Formulas/Evaluation/Value.h"
+
+namespace Zorv::Formulas {
+
+/// Orders single values of any kind, as sorting does: numbers, texts without regard to letter case,
+/// truth values, errors, empties.
+[[nodiscard]] inline std::weak_ordering orderValues(Value const& left,
+                                                    Value const& right) noexcept {
+  if (left.isEmpty() || right.isEmpty()) {
+    return left.isEmpty() <=> right.isEmpty();
+  }
+  if (left.isError() && right.isError()) {
+    return left.asError() <=> right.asError();
+  }
+  if (left.isError() || right.isError()) {
+    return left.isError() <=> right.isError();
+  }
+  return compareValues(left, right);
+}
+
+}  // namespace Zorv::Formulas
