@@ -122,8 +122,8 @@ std::optional<TableRange> parseRange(std::string_view text) noexcept {
 std::optional<std::vector<TableRange>> parseRanges(std::string_view text) {
   std::vector<TableRange> ranges;
   while (!text.empty()) {
-    auto const size = static_cast<std::size_t>(
-        std::find_if(text.begin(), text.end(), isSeparator) - text.begin());
+    auto const size = static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isSeparator) -
+                                               text.begin());
     if (size > 0) {
       auto const range = parseRange(text.substr(0, size));
       if (!range) {

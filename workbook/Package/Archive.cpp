@@ -141,8 +141,8 @@ std::unique_ptr<ByteSource> Archive::open(std::string_view part, PartUse use) {
                     fmt::format("is damaged and cannot be unpacked ({}); fetch the file anew",
                                 zip_strerror(_zip.get())));
   }
-  return std::make_unique<PartSource>(file, std::move(name), stat.comp_size, use,
-                                      _limits, _unpackedBytes);
+  return std::make_unique<PartSource>(file, std::move(name), stat.comp_size, use, _limits,
+                                      _unpackedBytes);
 }
 
 }  // namespace Zorv::Workbook

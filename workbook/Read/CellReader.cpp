@@ -17,9 +17,7 @@ namespace Zorv::Workbook {
 
 namespace {
 
-FormulaValue numberValue(double number) {
-  return FormulaModel::FormulaNumber{FloatNumber(number)};
-}
+FormulaValue numberValue(double number) { return FormulaModel::FormulaNumber{FloatNumber(number)}; }
 
 FormulaValue textValue(std::string text) { return FormulaModel::FormulaString{std::move(text)}; }
 
@@ -85,12 +83,12 @@ DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
     return nullptr;
   }
   auto const number = parseInteger(*text);
-  auto const& style =
-      _styles.getCellStyle(number && *number >= 0 ? static_cast<std::size_t>(*number)
-                                                  : _styles.getCellStyleCount());
+  auto const& style = _styles.getCellStyle(
+      number && *number >= 0 ? static_cast<std::size_t>(*number) : _styles.getCellStyleCount());
   if (!style) {
-    _state.report({_sheet.part, _sheet.name, toAddress(place),
-                   fmt::format("the cell has the style \"{}\", which the file does not have", *text)});
+    _state.report(
+        {_sheet.part, _sheet.name, toAddress(place),
+         fmt::format("the cell has the style \"{}\", which the file does not have", *text)});
   }
   return style;
 }
@@ -157,7 +155,7 @@ FormulaValue CellReader::interpret(CellIndex place) {
     return textValue(std::move(*_content.inlineText));
   }
   if (type == "str" && _content.hasValue) {
-    return textValue(unescapeXstring(_content.value));
+    return interpretResult();
   }
   std::string_view const value = trimXmlSpaces(_content.value);
   if (value.empty()) {
@@ -177,6 +175,17 @@ FormulaValue CellReader::interpret(CellIndex place) {
   auto const number =
       isDate ? parseIsoDate(value, _state.document.getDateSystem()) : parseNumber(value);
   return number ? numberValue(*number) : refuse(place, isDate ? "no date" : "no number");
+}
+
+/// A formula's result that is no number. Some writers give errors as texts; a formula that yields
+/// the text of an error is far rarer than they are.
+FormulaValue CellReader::interpretResult() const {
+  auto const error = _content.hasFormula ? FormulaModel::parseErrorCode(_content.value)
+                                         : boost::optional<FormulaModel::FormulaErrorCode>();
+  if (error) {
+    return FormulaModel::FormulaError{*error};
+  }
+  return textValue(unescapeXstring(_content.value));
 }
 
 FormulaValue CellReader::interpretShared(CellIndex place) {

@@ -45,6 +45,7 @@ private:
   void readValueText();
   void store(CellIndex place, DOM::SharedCellStylePtr style);
   [[nodiscard]] FormulaValue interpret(CellIndex place);
+  [[nodiscard]] FormulaValue interpretResult() const;
   [[nodiscard]] FormulaValue interpretShared(CellIndex place);
   [[nodiscard]] FormulaValue refuse(CellIndex place, std::string_view what);
   [[noreturn]] void fail(std::string const& place, std::string const& problem) const;

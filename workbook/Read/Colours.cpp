@@ -31,10 +31,10 @@ constexpr std::array<std::uint32_t, 48> furtherColours{
     0x3366FF, 0x33CCCC, 0x99CC00, 0xFFCC00, 0xFF9900, 0xFF6600, 0x666699, 0x969696,
     0x003366, 0x339966, 0x003300, 0x333300, 0x993300, 0x993366, 0x333399, 0x333333};
 
-constexpr ThemeColours defaultTheme{
-    colourOf(0xFFFFFF), colourOf(0x000000), colourOf(0xEEECE1), colourOf(0x1F497D),
-    colourOf(0x4F81BD), colourOf(0xC0504D), colourOf(0x9BBB59), colourOf(0x8064A2),
-    colourOf(0x4BACC6), colourOf(0xF79646), colourOf(0x0000FF), colourOf(0x800080)};
+constexpr ThemeColours defaultTheme{colourOf(0xFFFFFF), colourOf(0x000000), colourOf(0xEEECE1),
+                                    colourOf(0x1F497D), colourOf(0x4F81BD), colourOf(0xC0504D),
+                                    colourOf(0x9BBB59), colourOf(0x8064A2), colourOf(0x4BACC6),
+                                    colourOf(0xF79646), colourOf(0x0000FF), colourOf(0x800080)};
 
 /// In the order of their numbers, which is not the order in theme parts: light and dark change
 /// places.

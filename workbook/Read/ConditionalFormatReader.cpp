@@ -77,9 +77,8 @@ void ConditionalFormatReader::finish() {
     auto const& priority = rules[entry.rule].priority;
     return std::tuple(!priority.has_value(), priority.value_or(0));
   };
-  std::stable_sort(_entries.begin(), _entries.end(), [&rank](Entry const& a, Entry const& b) {
-    return rank(a) < rank(b);
-  });
+  std::stable_sort(_entries.begin(), _entries.end(),
+                   [&rank](Entry const& a, Entry const& b) { return rank(a) < rank(b); });
   DOM::Table::LiveConditionalFormats formats;
   formats.reserve(_entries.size());
   for (Entry& entry : _entries) {
@@ -119,8 +118,8 @@ std::unique_ptr<DOM::ConditionalFormat const> ConditionalFormatReader::makeForma
   ranges.reserve(rule.ranges.size());
   std::transform(rule.ranges.begin(), rule.ranges.end(), std::back_inserter(ranges),
                  [&table](TableRange const& range) { return table.toRangeByID(range); });
-  return std::make_unique<DOM::ConditionalFormat const>(
-      std::move(ranges), std::move(condition), findStyle(element, rule), rule.stopIfTrue);
+  return std::make_unique<DOM::ConditionalFormat const>(std::move(ranges), std::move(condition),
+                                                        findStyle(element, rule), rule.stopIfTrue);
 }
 
 /// A rule that names no differential format styles nothing.

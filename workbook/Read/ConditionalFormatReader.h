@@ -39,7 +39,7 @@ private:
 
   void readRule(pugi::xml_node element, Rule rule);
   [[nodiscard]] std::unique_ptr<DOM::ConditionalFormat const> makeFormat(pugi::xml_node element,
-                                                                        Rule const& rule);
+                                                                         Rule const& rule);
   [[nodiscard]] UUID findStyle(pugi::xml_node element, Rule const& rule);
   void checkLimits(Rule const& rule);
 

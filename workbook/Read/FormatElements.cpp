@@ -38,10 +38,9 @@ constexpr std::array underlines{
     NamedValue<Underline>{"singleAccounting", Underline::SingleAccounting},
     NamedValue<Underline>{"doubleAccounting", Underline::DoubleAccounting}};
 
-constexpr std::array verticalRuns{
-    NamedValue<VerticalRun>{"baseline", VerticalRun::Baseline},
-    NamedValue<VerticalRun>{"superscript", VerticalRun::Superscript},
-    NamedValue<VerticalRun>{"subscript", VerticalRun::Subscript}};
+constexpr std::array verticalRuns{NamedValue<VerticalRun>{"baseline", VerticalRun::Baseline},
+                                  NamedValue<VerticalRun>{"superscript", VerticalRun::Superscript},
+                                  NamedValue<VerticalRun>{"subscript", VerticalRun::Subscript}};
 
 constexpr std::array horizontalAlignments{
     NamedValue<HorizontalAlignment>{"general", HorizontalAlignment::General},
@@ -223,6 +222,9 @@ void readCellFill(pugi::xml_node fill, Palette const& palette, DOM::CellProps& p
 void readDifferentialFill(pugi::xml_node fill, Palette const& palette, DOM::CellProps& props) {
   readGradient(fill.child("gradientFill"), palette, props);
   pugi::xml_node const pattern = fill.child("patternFill");
+  if (!pattern) {
+    return;
+  }
   auto const kind = findNamed(fillPatterns, pattern.attribute("patternType").value());
   auto const foreground = palette.read(pattern.child("fgColor"), AutomaticColour::Ink);
   auto const background = palette.read(pattern.child("bgColor"), AutomaticColour::Paper);

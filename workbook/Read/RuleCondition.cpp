@@ -21,10 +21,10 @@ namespace Zorv::Workbook {
 namespace {
 
 using DOM::ConditionalFormatOperator;
-using DOM::FormulaSyntaxTree::Expr;
 using DOM::NullaryConditionalFormatType;
 using DOM::TextConditionalFormatType;
 using DOM::UnaryConditionalFormatType;
+using DOM::FormulaSyntaxTree::Expr;
 
 /// A rule element and the formulas in it.
 struct RuleElement {
@@ -46,7 +46,8 @@ Expr parseFormula(std::string const& formula) {
   try {
     return Formulas::parseExpr(formula);
   } catch (Formulas::FormulaParseError const& error) {
-    throw UnresolvedRule(fmt::format("the formula \"{}\" cannot be read: {}", formula, error.what()));
+    throw UnresolvedRule(
+        fmt::format("the formula \"{}\" cannot be read: {}", formula, error.what()));
   }
 }
 
@@ -159,8 +160,8 @@ ConditionalFormatOperator readAverage(RuleElement const& rule) {
     return DOM::AboveAverageConditionalFormatOperator(type);
   }
   return DOM::AboveAverageConditionalFormatOperator(
-      type, static_cast<std::uint32_t>(std::clamp<long>(
-                *deviations, 1, std::numeric_limits<std::uint32_t>::max())));
+      type, static_cast<std::uint32_t>(
+                std::clamp<long>(*deviations, 1, std::numeric_limits<std::uint32_t>::max())));
 }
 
 ConditionalFormatOperator refuseVisual(RuleElement const& rule) {

@@ -34,8 +34,8 @@ SheetReader::SheetReader(LoadState& state, std::vector<std::string> const& share
 void SheetReader::read() {
   _reader.next();
   if (!_reader.is("worksheet")) {
-    _reader.fail(fmt::format("the root element is \"{}\" in place of \"worksheet\"",
-                             _reader.getName()));
+    _reader.fail(
+        fmt::format("the root element is \"{}\" in place of \"worksheet\"", _reader.getName()));
   }
   for (auto event = _reader.next(); event != XmlReader::Event::Finished; event = _reader.next()) {
     if (event == XmlReader::Event::Start) {

@@ -59,8 +59,8 @@ std::optional<double> takeTime(std::string_view& text) noexcept {
   double seconds = 0;
   if (text.starts_with(':')) {
     text.remove_prefix(1);
-    auto const result = std::from_chars(text.data(), text.data() + text.size(), seconds,
-                                        std::chars_format::fixed);
+    auto const result =
+        std::from_chars(text.data(), text.data() + text.size(), seconds, std::chars_format::fixed);
     if (result.ec != std::errc() || !(seconds >= 0 && seconds < 61)) {
       return std::nullopt;
     }

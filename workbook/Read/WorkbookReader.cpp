@@ -91,8 +91,7 @@ void WorkbookReader::addSheet(pugi::xml_node element) {
   std::string_view const state = element.attribute("state").value();
   sheet.hidden = state == "hidden" || state == "veryHidden";
   std::string const place = fmt::format("sheet \"{}\"", sheet.name);
-  Relationship const* const relationship =
-      _relationships.find(element.attribute("r:id").value());
+  Relationship const* const relationship = _relationships.find(element.attribute("r:id").value());
   if (!relationship) {
     throw PartError(_mainPart, place,
                     fmt::format("refers to the relationship \"{}\", which the workbook does not "
@@ -127,7 +126,9 @@ void WorkbookReader::addDefinedName(pugi::xml_node element) {
     auto const index = parseInteger(sheet.value());
     if (!index || *index < 0 ||
         static_cast<std::size_t>(*index) >= _state.document.getSheets().size()) {
-      _state.report({_mainPart, {}, {},
+      _state.report({_mainPart,
+                     {},
+                     {},
                      fmt::format("the name \"{}\" belongs to a sheet that the workbook does not "
                                  "have; it is left out",
                                  name.name)});
@@ -139,7 +140,9 @@ void WorkbookReader::addDefinedName(pugi::xml_node element) {
     name.expr = Formulas::parseExpr(name.formulaText);
   } catch (Formulas::FormulaParseError const& error) {
     if (!isReserved(name.name)) {
-      _state.report({_mainPart, {}, {},
+      _state.report({_mainPart,
+                     {},
+                     {},
                      fmt::format("the name \"{}\" stands for \"{}\", which cannot be read: {}",
                                  name.name, name.formulaText, error.what())});
     }
@@ -183,7 +186,9 @@ std::string WorkbookReader::findPart(std::string_view kind) {
     return {};
   }
   if (!_state.archive.has(relationship->target)) {
-    _state.report({relationship->target, {}, {},
+    _state.report({relationship->target,
+                   {},
+                   {},
                    "the part is missing from the file; the workbook is read without it"});
     return {};
   }

@@ -117,7 +117,8 @@ void Utf8Source::findEncoding() {
 }
 
 void Utf8Source::takeUtf8() {
-  std::size_t const whole = countWellFormed(reinterpret_cast<unsigned char const*>(_raw.data()), _raw.size());
+  std::size_t const whole =
+      countWellFormed(reinterpret_cast<unsigned char const*>(_raw.data()), _raw.size());
   constexpr std::size_t longestCharacter = 4;
   if (_raw.size() - whole >= longestCharacter) {
     fail();

@@ -31,9 +31,9 @@ private:
 
   std::unique_ptr<ByteSource> _bytes;
   Encoding _encoding = Encoding::Unknown;
-  std::vector<char> _raw;       ///< bytes that are not converted yet
-  std::vector<char> _text;      ///< converted
-  std::size_t _textBegin = 0;   ///< what of it was not yet handed out
+  std::vector<char> _raw;      ///< bytes that are not converted yet
+  std::vector<char> _text;     ///< converted
+  std::size_t _textBegin = 0;  ///< what of it was not yet handed out
   bool _ended = false;
 };
 

@@ -43,8 +43,8 @@ XmlNamespace findNamespace(std::string_view uri) noexcept {
 }
 
 std::string_view getPrefix(XmlNamespace ns) noexcept {
-  constexpr std::array<std::string_view, 9> prefixes{"",     "",    "r:",   "a:",    "mc:",
-                                                     "x14:", "xm:", "xml:", "other:"};
+  constexpr std::array<std::string_view, 9> prefixes{
+      "", "", "r:", "a:", "mc:", "x14:", "xm:", "xml:", "other:"};
   return prefixes.at(static_cast<std::size_t>(ns));
 }
 

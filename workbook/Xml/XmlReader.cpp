@@ -128,9 +128,8 @@ XmlReader::Event XmlReader::readMarkup() {
 XmlReader::Event XmlReader::readCharacterData() {
   std::size_t size = 0;
   for (;;) {
-    auto const* const found =
-        static_cast<char const*>(std::memchr(_buffer.data() + _begin + size, '<',
-                                             _end - _begin - size));
+    auto const* const found = static_cast<char const*>(
+        std::memchr(_buffer.data() + _begin + size, '<', _end - _begin - size));
     if (found) {
       size = static_cast<std::size_t>(found - _buffer.data()) - _begin;
       break;
@@ -163,8 +162,9 @@ std::optional<XmlReader::Event> XmlReader::readDeclaration() {
     _begin += end + 3;
     return Event::Text;
   }
-  fail("a document type declaration, which no workbook needs; it is refused, as it may declare "
-       "entities that unpack without bounds");
+  fail(
+      "a document type declaration, which no workbook needs; it is refused, as it may declare "
+      "entities that unpack without bounds");
 }
 
 XmlReader::Event XmlReader::readStartTag() {
@@ -282,9 +282,8 @@ XmlNamespace XmlReader::findPrefix(std::string_view prefix) const noexcept {
 bool XmlReader::understandsChoice() const {
   std::string_view required = trimXmlSpaces(getAttribute("Requires").value_or(""));
   while (!required.empty()) {
-    std::size_t const size =
-        static_cast<std::size_t>(std::find_if(required.begin(), required.end(), isXmlSpace) -
-                                 required.begin());
+    std::size_t const size = static_cast<std::size_t>(
+        std::find_if(required.begin(), required.end(), isXmlSpace) - required.begin());
     if (findPrefix(required.substr(0, size)) == XmlNamespace::Other) {
       return false;
     }

@@ -26,8 +26,8 @@ UChar32 parseCharacterNumber(std::string_view reference) noexcept {
   bool const isHexadecimal = reference.starts_with("#x");
   std::string_view const digits = reference.substr(isHexadecimal ? 2 : 1);
   std::uint32_t number = 0;
-  auto const result =
-      std::from_chars(digits.data(), digits.data() + digits.size(), number, isHexadecimal ? 16 : 10);
+  auto const result = std::from_chars(digits.data(), digits.data() + digits.size(), number,
+                                      isHexadecimal ? 16 : 10);
   constexpr std::uint32_t lastCharacter = 0x10FFFF;
   bool const valid = result.ec == std::errc() && result.ptr == digits.data() + digits.size() &&
                      number <= lastCharacter && !U_IS_SURROGATE(number);
