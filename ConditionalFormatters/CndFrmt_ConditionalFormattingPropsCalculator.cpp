@@ -8,6 +8,7 @@
 #include "ConditionalFormatters/CndFrmt_FormatWalk.h"
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_TableResolverParts.h"
 #include "DOM/CellInfo.h"
 #include "DOM/ConditionalFormat.h"
 #include "DOM/Styles.h"
@@ -125,6 +126,13 @@ DOM::SharedCellStylePtr ConditionalFormattingPropsCalculator::getConditionalForm
   }
   // The place in the cache is looked up anew: the provider may have asked about cells meanwhile.
   return storeStyle(_cellStylesCache, cellInfo.getCellID(), std::move(style));
+}
+
+TableResolver ConditionalFormattingPropsCalculator::prepare(DOM::Styles const& styles,
+                                                            DOM::Table const& table) const {
+  auto const& provider = PtrUtils::derefHeld(_valueContextProvider);
+  return TableResolver(std::make_unique<TableResolverParts const>(
+      provider, table, getConditionalFormatRefs(table), styles, _sharedObjectFactory));
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -10,6 +10,7 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_Export.h"
+#include "ConditionalFormatters/CndFrmt_TableResolver.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "DOM/Ids.h"
 #include "DOM/SharedStyle.h"
@@ -76,6 +77,11 @@ public:
   /// reference counted, and no allocation. A table without formats costs nothing of this.
   [[nodiscard]] DOM::SharedCellStylePtr getConditionalFormatCellStyle(
       DOM::Styles const& styles, DOM::CellInfo const& cellInfo) const;
+
+  /// An object that answers what resolve() does, for many cells of one table at a time; see
+  /// TableResolver for how long it is good. Makes the table's list of formats if need be, and an
+  /// index of their ranges. Stops the process, or throws, where resolve() would for every cell.
+  [[nodiscard]] TableResolver prepare(DOM::Styles const& styles, DOM::Table const& table) const;
 
 private:
   using CellStyleMap =

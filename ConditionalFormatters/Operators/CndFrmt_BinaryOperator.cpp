@@ -44,9 +44,9 @@ BinaryOperator::BinaryOperator(DOM::BinaryConditionalFormatOperator const& recor
       _test(chooseTest(record.getType())) {}
 
 bool BinaryOperator::operator()(FormulaValueData const& data) const {
-  auto const second = _calculator.calculate(_secondArgument, data.cellIndex);
-  auto const first = _calculator.calculate(_firstArgument, data.cellIndex);
-  return _test(data.value, first, second);
+  return judge(data, [&](std::size_t, DOM::FormulaSyntaxTree::Expr const& argument) {
+    return _calculator.calculate(argument, data.cellIndex);
+  });
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -10,6 +10,7 @@
 #include "DOM/Ids.h"
 #include "FormulaModel/FormulaArray.h"
 #include "Formulas/CalcExpr.h"
+#include "Formulas/CalcShiftedExpr.h"
 #include "Formulas/Context.h"
 #include "Formulas/ContextProvider.h"
 #include "Formulas/RuntimeDependenciesResolver.h"
@@ -91,6 +92,17 @@ boost::optional<FormulaValue> FormulaExprCalculator::calculate(
                                            tableContext->getDocTableIndex(), true);
   return reduceToValue(Formulas::calcExpr(PtrUtils::derefObtained(shifted), context,
                                           getFormulasContextProvider(), resolver));
+}
+
+boost::optional<FormulaValue> FormulaExprCalculator::calculateInPlace(
+    DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell) const {
+  Formulas::RuntimeDependenciesResolver resolver;
+  Formulas::TableContext const* const tableContext = _contextProvider->getTableContext(*_table);
+  Formulas::Context const context(tableContext, cell.getRow(), cell.getColumn(), boost::none,
+                                  DOM::RowID(0), DOM::ColumnID(0));
+  auto const [columnOffset, rowOffset] = calculateOffsets(cell, _baseCell);
+  return reduceToValue(Formulas::calcShiftedExpr(expr, columnOffset, rowOffset, context,
+                                                 getFormulasContextProvider(), resolver));
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -43,6 +43,10 @@ public:
   [[nodiscard]] boost::optional<FormulaValue> calculate(DOM::FormulaSyntaxTree::Expr const& expr,
                                                         CellIndex cell) const;
 
+  /// The same value, evaluated without a shifted copy of the expression.
+  [[nodiscard]] boost::optional<FormulaValue> calculateInPlace(
+      DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell) const;
+
 private:
   DOM::Table const* _table;
   Formulas::ContextProvider const* _contextProvider;

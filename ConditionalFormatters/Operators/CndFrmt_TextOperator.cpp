@@ -63,18 +63,20 @@ TextOperator::TextOperator(DOM::TextConditionalFormatOperator const& record,
       _test(chooseTest(record.getType())) {}
 
 bool TextOperator::operator()(FormulaValueData const& data) const {
+  return judge(data, [&](std::size_t, DOM::FormulaSyntaxTree::Expr const& argument) {
+    return _calculator.calculate(argument, data.cellIndex);
+  });
+}
+
+bool TextOperator::testLiteral(FormulaValue const& cellValue, std::string const& literal) const {
+  return _test(castToText(cellValue, _calculator.getFormulasContextProvider()), literal);
+}
+
+bool TextOperator::testTextOf(FormulaValue const& cellValue, FormulaValue const& argument) const {
   auto const& contextProvider = _calculator.getFormulasContextProvider();
-  if (auto const* literal = boost::get<std::string>(&_argument)) {
-    return _test(castToText(data.value, contextProvider), *literal);
-  }
-  auto const& formula = boost::get<std::unique_ptr<DOM::FormulaSyntaxTree::Expr>>(_argument);
-  auto const argument = _calculator.calculate(PtrUtils::derefHeld(formula), data.cellIndex);
-  if (!argument) {
-    return false;
-  }
   // Two statements: where both casts throw, the pattern's exception is the one that callers see.
-  auto const pattern = castToText(*argument, contextProvider);
-  auto const cellText = castToText(data.value, contextProvider);
+  auto const pattern = castToText(argument, contextProvider);
+  auto const cellText = castToText(cellValue, contextProvider);
   return _test(cellText, pattern);
 }
 

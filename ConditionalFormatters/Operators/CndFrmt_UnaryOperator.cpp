@@ -81,8 +81,9 @@ UnaryOperator::UnaryOperator(DOM::UnaryConditionalFormatOperator const& record,
       _compare(chooseComparison(record.getType(), contextProvider.getLocaleContext())) {}
 
 bool UnaryOperator::operator()(FormulaValueData const& data) const {
-  auto const argument = _calculator.calculate(_argument, data.cellIndex);
-  return _compare(data.value, argument);
+  return judge(data, [&](std::size_t, DOM::FormulaSyntaxTree::Expr const& argument) {
+    return _calculator.calculate(argument, data.cellIndex);
+  });
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -1,6 +1,7 @@
 #include "OfficeUtils/DateTime.h"
 
 #include "OfficeUtils/Clock.h"
+#include "OfficeUtils/PinnedMoment.h"
 #include "OfficeUtils/SerialDate.h"
 
 namespace Zorv::OfficeUtils {
@@ -19,7 +20,9 @@ DateTime::DateTime(FloatNumber serial, LocaleContext const& locale)
       _firstDayOfWeek(locale.getFirstDayOfWeek()) {}
 
 DateTime DateTime::getNow(DOM::TimeZone const& timeZone, LocaleContext const& locale) {
-  auto const local = timeZone.toLocal(Clock::readCurrent());
+  auto* const pinned = PinnedMoment::getCurrent();
+  auto const local =
+      pinned != nullptr ? pinned->toLocal(timeZone) : timeZone.toLocal(Clock::readCurrent());
   auto const day = std::chrono::floor<std::chrono::days>(local);
   long const days =
       SerialDate::toSerial(std::chrono::sys_days(day.time_since_epoch()), locale.getDateSystem());

@@ -19,7 +19,8 @@ public:
   /// NaN; see SerialDate) has the week and the month -1, which are next to those of no real date.
   DateTime(FloatNumber serial, LocaleContext const& locale);
 
-  /// The current moment in a time zone, by the clock in force; see Clock.
+  /// The current moment in a time zone, by the clock in force, or as a scope pins
+  /// it; see Clock and PinnedMoment.
   [[nodiscard]] static DateTime getNow(DOM::TimeZone const& timeZone, LocaleContext const& locale);
 
   /// The serial number of the date, without its time of day, on the scale of cell numbers.

@@ -30,6 +30,11 @@ public:
   [[nodiscard]] std::chrono::local_time<std::chrono::milliseconds> toLocal(
       std::chrono::system_clock::time_point moment) const;
 
+  /// Whether two handles share their data, as copies do; two zones of one name need not.
+  [[nodiscard]] bool sharesDataWith(TimeZone const& other) const noexcept {
+    return _data == other._data;
+  }
+
 private:
   struct Data;
   std::shared_ptr<Data const> _data;

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "ConditionalFormatters/CndFrmt_Export.h"
+#include "DOM/CellInfo.h"
+#include "DOM/SharedStyle.h"
+#include "Utils/TableRange.h"
+
+namespace Zorv::DOM {
+class Styles;
+class Table;
+}  // namespace Zorv::DOM
+
+namespace Zorv::ConditionalFormatters {
+
+class ConditionalFormattingPropsCalculator;
+class TableResolverParts;
+
+/// Positions with one and the same conditional style, which is not null.
+struct StyleRun {
+  TableRange range;
+  DOM::SharedCellStylePtr style;
+};
+
+/// Resolves many cells of one table: what ConditionalFormattingPropsCalculator::resolve() answers
+/// for each of them, the same objects, at a cost that grows with the number of cells and not with
+/// its square.
+///
+/// What resolve() does for each cell is done once: a format's condition is made when the first cell
+/// needs it, with the values of its ranges collected and with arguments evaluated that are the same
+/// for every cell; styles are flattened and merged once for each sequence of formats that holds. A
+/// cell costs its conditions and one look-up, whatever the number of formats elsewhere in the
+/// table.
+///
+/// Each call of an operation is one pass; date conditions and formulas see one moment in a pass.
+/// Assertions and exceptions are those that resolve() gives for the same cell; what failed is tried
+/// again for the next cell.
+///
+/// Lifetime: made by ConditionalFormattingPropsCalculator::prepare(). It borrows the calculator,
+/// the styles and the table, which must outlive it, and is good as long as neither they nor the
+/// document's values change and the calculator's tables ranges are not cleared: make a new one
+/// after a change. Styles that it returned may outlive everything. Threads: the operations may be
+/// called from several threads at once, as far as the provider may.
+class CNDFRMT_EXPORT TableResolver {
+public:
+  /// Whether a pass over a range sees only cells that exist, or all its positions.
+  enum class Positions : bool { Existing, All };
+
+  /// What a pass tells of a cell; the style is null where no format holds.
+  using Visitor = std::function<void(DOM::CellInfo const&, DOM::SharedCellStylePtr const&)>;
+
+  TableResolver(TableResolver&&) noexcept;
+  TableResolver& operator=(TableResolver&&) noexcept;
+  ~TableResolver();
+
+  /// The style of one cell of the table.
+  [[nodiscard]] DOM::SharedCellStylePtr resolve(DOM::CellInfo const& cellInfo) const;
+
+  /// Calls the visitor for the cells of a range, row by row, each row from the left.
+  ///
+  /// The work is split over `threadCount` threads, the caller's among them. The visitor is then
+  /// called by any of them, but never by two at once, and always in order. What it or a cell throws
+  /// ends the pass and reaches the caller once; with several threads, none of the cells of some
+  /// rows before the one that threw may have been visited. Memory: with several threads, some
+  /// thousands of cells for each.
+  void visit(TableRange const& range, Positions positions, Visitor const& visitor,
+             unsigned threadCount = 1) const;
+
+  /// The range as rectangles of one style each, ordered by first row, then by first column;
+  /// positions without a style are in none. A run is as wide as its style goes on, and as high as
+  /// rows repeat it.
+  [[nodiscard]] std::vector<StyleRun> resolveRuns(TableRange const& range, Positions positions,
+                                                  unsigned threadCount = 1) const;
+
+private:
+  friend class ConditionalFormattingPropsCalculator;
+  explicit TableResolver(std::unique_ptr<TableResolverParts const> parts) noexcept;
+
+  std::unique_ptr<TableResolverParts const> _parts;
+};
+
+}  // namespace Zorv::ConditionalFormatters

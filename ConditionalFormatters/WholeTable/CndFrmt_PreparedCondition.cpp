@@ -1,0 +1,66 @@
+#include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
+
+#include "ConditionalFormatters/Operators/CndFrmt_BinaryOperator.h"
+#include "ConditionalFormatters/Operators/CndFrmt_FormulaExprCalculator.h"
+#include "ConditionalFormatters/Operators/CndFrmt_TextOperator.h"
+#include "ConditionalFormatters/Operators/CndFrmt_UnaryOperator.h"
+#include "DOM/ConditionalFormat.h"
+#include "DOM/FormulaSyntaxTree/Expr.h"
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+/// The kinds of record whose conditions have formulas, by their place in the variant of records.
+enum FormulaRecord : int { Unary = 1, Binary = 2, Text = 3 };
+
+/// Whether every cell sees the same value of a formula, at every moment.
+bool isSameForEveryCell(DOM::FormulaSyntaxTree::Expr const& expr) noexcept {
+  auto const& traits = expr.getTraits();
+  return !traits.dependsOnCell && !traits.callsVolatileFunctions && !traits.usesNames;
+}
+
+}  // namespace
+
+bool PreparedCondition::operator()(FormulaValueData const& data) const {
+  Operator const& condition = *_ready.load(std::memory_order_acquire);
+  switch (_formatRef.second.get().getOperator().which()) {
+    case FormulaRecord::Unary:
+      return judge(static_cast<UnaryOperator const&>(condition), data);
+    case FormulaRecord::Binary:
+      return judge(static_cast<BinaryOperator const&>(condition), data);
+    case FormulaRecord::Text:
+      return judge(static_cast<TextOperator const&>(condition), data);
+    default:
+      return condition(data);
+  }
+}
+
+void PreparedCondition::makeOperator() const {
+  std::lock_guard const lock(_mutex);
+  if (!_operator) {
+    _operator = _factory.create(_formatRef);
+    _ready.store(_operator.get(), std::memory_order_release);
+  }
+}
+
+template <class FormulaOperator>
+bool PreparedCondition::judge(FormulaOperator const& condition,
+                              FormulaValueData const& data) const {
+  std::array<boost::optional<FormulaValue>, 2> ownValues;
+  auto const calculate =
+      [&](std::size_t number,
+          DOM::FormulaSyntaxTree::Expr const& expr) -> boost::optional<FormulaValue> const& {
+    FormulaExprCalculator const& calculator = condition.getCalculator();
+    if (!isSameForEveryCell(expr)) {
+      return ownValues[number] = calculator.calculateInPlace(expr, data.cellIndex);
+    }
+    Argument& argument = _arguments[number];
+    std::call_once(argument.once,
+                   [&] { argument.value = calculator.calculateInPlace(expr, data.cellIndex); });
+    return argument.value;
+  };
+  return condition.judge(data, calculate);
+}
+
+}  // namespace Zorv::ConditionalFormatters

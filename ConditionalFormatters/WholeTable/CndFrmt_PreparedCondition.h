@@ -1,0 +1,62 @@
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <memory>
+#include <mutex>
+
+#include <boost/optional.hpp>
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
+#include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
+#include "FormulaModel/FormulaValue.h"
+
+namespace Zorv::DOM::FormulaSyntaxTree {
+class Expr;
+}  // namespace Zorv::DOM::FormulaSyntaxTree
+
+namespace Zorv::ConditionalFormatters {
+
+class FormulaExprCalculator;
+
+/// One format's condition, to be asked about many cells of an unchanged document: its operator is
+/// made once, and arguments that are the same for every cell are evaluated once.
+///
+/// Ownership: borrows the factory and the format. Threads: may be asked from several threads.
+class PreparedCondition {
+public:
+  PreparedCondition(OperatorsFactory const& factory, ConditionalFormatRef const& formatRef) noexcept
+      : _factory(factory), _formatRef(formatRef) {}
+
+  /// Makes the operator, where that has not been done; throws what making it throws, each time.
+  void obtainOperator() const {
+    if (_ready.load(std::memory_order_acquire) == nullptr) {
+      makeOperator();
+    }
+  }
+
+  /// What the operator answers. Requires obtainOperator().
+  [[nodiscard]] bool operator()(FormulaValueData const& data) const;
+
+private:
+  /// The value of an argument that is the same for every cell, once it is evaluated.
+  struct Argument {
+    std::once_flag once;
+    boost::optional<FormulaValue> value;
+  };
+
+  void makeOperator() const;
+  template <class FormulaOperator>
+  [[nodiscard]] bool judge(FormulaOperator const& condition, FormulaValueData const& data) const;
+
+  OperatorsFactory const& _factory;
+  ConditionalFormatRef const& _formatRef;
+  mutable std::mutex _mutex;  ///< guards the making of the operator
+  mutable std::unique_ptr<Operator const> _operator;
+  mutable std::atomic<Operator const*> _ready = nullptr;
+  mutable std::array<Argument, 2> _arguments;
+};
+
+}  // namespace Zorv::ConditionalFormatters

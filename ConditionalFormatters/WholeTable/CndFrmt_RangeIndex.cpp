@@ -1,0 +1,138 @@
+#include "ConditionalFormatters/WholeTable/CndFrmt_RangeIndex.h"
+
+#include <algorithm>
+#include <limits>
+
+#include <boost/geometry.hpp>
+#include <boost/geometry/geometries/box.hpp>
+#include <boost/geometry/geometries/point.hpp>
+#include <boost/geometry/index/rtree.hpp>
+#include <boost/iterator/function_output_iterator.hpp>
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+bool isEmpty(TableRange const& range) noexcept {
+  return range.firstRow >= range.endRow || range.firstColumn >= range.endColumn;
+}
+
+template <class Value>
+void sortWithoutRepeats(std::vector<Value>& values) {
+  std::sort(values.begin(), values.end());
+  values.erase(std::unique(values.begin(), values.end()), values.end());
+}
+
+/// How many borders lie at or before a position.
+std::size_t countBorders(std::vector<unsigned long> const& borders,
+                         unsigned long position) noexcept {
+  auto const next = std::upper_bound(borders.begin(), borders.end(), position);
+  return static_cast<std::size_t>(next - borders.begin());
+}
+
+std::pair<unsigned long, unsigned long> between(std::vector<unsigned long> const& borders,
+                                                std::size_t number) noexcept {
+  return {number == 0 ? 0 : borders[number - 1],
+          number < borders.size() ? borders[number] : std::numeric_limits<unsigned long>::max()};
+}
+
+// Band and slab numbers as coordinates: small whole numbers, which doubles hold exactly.
+using Field = boost::geometry::model::point<double, 2, boost::geometry::cs::cartesian>;
+using Fields = boost::geometry::model::box<Field>;
+using Entry = std::pair<Fields, FormatNumber>;
+
+Field makeField(std::size_t band, std::size_t slab) {
+  return {static_cast<double>(band), static_cast<double>(slab)};
+}
+
+/// The bands and slabs of a range. Its last ones lie before the borders at which it has ended.
+Fields fieldsOf(RangeIndex const& index, TableRange const& range) {
+  return {makeField(index.bandOf(range.firstRow), index.slabOf(range.firstColumn)),
+          makeField(index.bandOf(range.endRow) - 1, index.slabOf(range.endColumn) - 1)};
+}
+
+}  // namespace
+
+struct RangeIndex::Tree {
+  explicit Tree(std::vector<Entry> const& all) : entries(all) {}
+
+  boost::geometry::index::rtree<Entry, boost::geometry::index::quadratic<16>> entries;
+};
+
+RangeIndex::~RangeIndex() = default;
+
+RangeIndex::RangeIndex(ConditionalFormatRefs const& formatRefs) {
+  for (auto const& [ranges, format] : formatRefs) {
+    for (TableRange const& range : ranges) {
+      if (!isEmpty(range)) {
+        _rowBorders.insert(_rowBorders.end(), {range.firstRow, range.endRow});
+        _columnBorders.insert(_columnBorders.end(), {range.firstColumn, range.endColumn});
+      }
+    }
+  }
+  sortWithoutRepeats(_rowBorders);
+  sortWithoutRepeats(_columnBorders);
+
+  std::vector<Entry> entries;
+  for (FormatNumber number = 0; number < formatRefs.size(); ++number) {
+    for (TableRange const& range : formatRefs[number].first) {
+      if (!isEmpty(range)) {
+        entries.emplace_back(fieldsOf(*this, range), number);
+      }
+    }
+  }
+  // Given all entries at once, the tree packs them.
+  _tree = std::make_unique<Tree const>(entries);
+}
+
+std::size_t RangeIndex::bandOf(unsigned long row) const noexcept {
+  return countBorders(_rowBorders, row);
+}
+
+std::size_t RangeIndex::slabOf(unsigned long column) const noexcept {
+  return countBorders(_columnBorders, column);
+}
+
+std::pair<unsigned long, unsigned long> RangeIndex::rowsOf(std::size_t band) const noexcept {
+  return between(_rowBorders, band);
+}
+
+std::pair<unsigned long, unsigned long> RangeIndex::columnsOf(std::size_t slab) const noexcept {
+  return between(_columnBorders, slab);
+}
+
+void RangeIndex::findFormats(std::size_t band, std::size_t slab,
+                             std::vector<FormatNumber>& formats) const {
+  formats.clear();
+  _tree->entries.query(boost::geometry::index::intersects(makeField(band, slab)),
+                       boost::make_function_output_iterator(
+                           [&formats](Entry const& entry) { formats.push_back(entry.second); }));
+  sortWithoutRepeats(formats);
+}
+
+FormatCursor::FormatCursor(RangeIndex const& index)
+    : _index(index), _answers(index.getSlabCount()) {}
+
+void FormatCursor::enterBand(unsigned long row) {
+  for (std::size_t const slab : _knownSlabs) {
+    _answers[slab].isKnown = false;
+  }
+  _knownSlabs.clear();
+  _band = _index.bandOf(row);
+  _rows = _index.rowsOf(_band);
+  _columns = {0, 0};  // no slab: the next look-up enters one
+}
+
+void FormatCursor::enterSlab(unsigned long column) {
+  std::size_t const slab = _index.slabOf(column);
+  Answer& answer = _answers[slab];
+  if (!answer.isKnown) {
+    _index.findFormats(_band, slab, answer.formats);
+    _knownSlabs.push_back(slab);
+    answer.isKnown = true;
+  }
+  _columns = _index.columnsOf(slab);
+  _formats = &answer.formats;
+}
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "DOM/FormulaSyntaxTree/Expr.h"
+#include "Formulas/CalcExpr.h"
+#include "Formulas/Context.h"
+#include "Formulas/ContextProvider.h"
+#include "Formulas/RuntimeDependenciesResolver.h"
+#include "Utils/Export.h"
+
+namespace Zorv::Formulas {
+
+/// Evaluates an expression with its relative references moved, around the sheet's edges: the result
+/// of calcExpr() on what shiftExpr() makes, without making it. Throws what calcExpr() throws.
+///
+/// Ordinary formulas whose result is a number or a truth value allocate nothing. Threads: may be
+/// called from several threads at once while the document stays unchanged.
+[[nodiscard]] ZORV_HOST_EXPORT CalcResult calcShiftedExpr(
+    DOM::FormulaSyntaxTree::Expr const& expr, int columnOffset, int rowOffset,
+    Context const& context, ContextProvider const& contextProvider,
+    RuntimeDependenciesResolver& resolver);
+
+}  // namespace Zorv::Formulas
