@@ -2,6 +2,7 @@
 target_sources(
   zorv_formulas_objects
   PRIVATE ${CMAKE_CURRENT_LIST_DIR}/CalcExpr.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/CalcShiftedExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Arena.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Arrays.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Cells.cpp

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "Formulas/CalcShiftedExpr.h"
 #include "Formulas/ShiftExpr.h"
 
 namespace Zorv::TestSupport {
@@ -126,6 +127,16 @@ std::unique_ptr<DOM::FormulaSyntaxTree::Expr> shiftExpr(DOM::FormulaSyntaxTree::
       .table = table.get(),
       .wrapAround = wrapAround,
   });
+}
+
+CalcResult calcShiftedExpr(DOM::FormulaSyntaxTree::Expr const& expr, int columnOffset,
+                           int rowOffset, Context const& context,
+                           ContextProvider const& contextProvider,
+                           RuntimeDependenciesResolver& resolver) {
+  auto const& tableContext = *context.getTableContext();
+  auto const shifted = shiftExpr(expr, tableContext, columnOffset, rowOffset,
+                                 tableContext.getDocTableIndex(), true);
+  return calcExpr(*shifted, context, contextProvider, resolver);
 }
 
 }  // namespace Zorv::Formulas

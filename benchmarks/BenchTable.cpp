@@ -1,0 +1,150 @@
+#include "BenchTable.h"
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <utility>
+
+#include "DOM/ConditionalFormat.h"
+#include "Formulas/ParseExpr.h"
+#include "support/PlainHost.h"
+
+namespace Zorv::Benchmarks {
+
+namespace {
+
+using namespace DOM;
+using FormulaModel::FormulaNumber;
+using FormulaModel::FormulaString;
+
+constexpr unsigned seed = 20261121;
+constexpr double today = 46347;  // 2026-11-21
+
+UnaryConditionalFormatOperator unary(UnaryConditionalFormatType type, std::string_view formula) {
+  return {type, Formulas::parseExpr(formula)};
+}
+
+void addGreater(BenchTable& table) {
+  table.addFormat(unary(UnaryConditionalFormatType::Greater, "46400"));
+}
+void addFormula(BenchTable& table) {
+  table.addFormat(unary(UnaryConditionalFormatType::FormulaIsTrue, "AND(A1>46400,MOD(A1,7)=0)"));
+}
+void addTop10(BenchTable& table) {
+  table.addFormat(
+      TopBottomConditionalFormatOperator(TopBottomConditionalFormatType::Top, 10, false));
+}
+void addTop10Percent(BenchTable& table) {
+  table.addFormat(
+      TopBottomConditionalFormatOperator(TopBottomConditionalFormatType::Top, 10, true));
+}
+void addAboveAverage(BenchTable& table) {
+  table.addFormat(AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::Above));
+}
+void addDuplicate(BenchTable& table) {
+  table.addFormat(UniquenessConditionalFormatOperator{UniquenessType::Duplicate});
+}
+void addUnique(BenchTable& table) {
+  table.addFormat(UniquenessConditionalFormatOperator{UniquenessType::Unique});
+}
+void addTextContains(BenchTable& table) {
+  table.addFormat(
+      TextConditionalFormatOperator(TextConditionalFormatType::Contains, std::string("43")));
+}
+void addBetween(BenchTable& table) {
+  table.addFormat(BinaryConditionalFormatOperator(BinaryConditionalFormatType::Between,
+                                                  Formulas::parseExpr("46000"),
+                                                  Formulas::parseExpr("46400")));
+}
+void addThisMonth(BenchTable& table) {
+  table.addFormat(NullaryConditionalFormatOperator(NullaryConditionalFormatType::ThisMonth));
+}
+void addCountIf(BenchTable& table) {
+  std::string const column = "$A$1:$A$" + std::to_string(table.getCellCount());
+  table.addFormat(unary(UnaryConditionalFormatType::FormulaIsTrue, "COUNTIF(" + column + ",A1)>1"));
+}
+
+/// 5,000 disjoint pieces of the column for each of two rules, as years of copying leave them.
+void addFragments(BenchTable& table) {
+  constexpr std::size_t fragmentCount = 5000;
+  std::size_t const step = std::max<std::size_t>(2, table.getCellCount() / fragmentCount);
+  for (std::size_t row = 0; row + step <= table.getCellCount(); row += step) {
+    TableRange const fragment{row, 0, row + step / 2, 1};
+    table.addFormat(unary(UnaryConditionalFormatType::Greater, "46400"), fragment);
+    table.addFormat(unary(UnaryConditionalFormatType::Less, "46200"), fragment);
+  }
+}
+
+void addAll(BenchTable& table) {
+  for (auto const add :
+       {addGreater, addFormula, addTop10, addTop10Percent, addAboveAverage, addDuplicate, addUnique,
+        addTextContains, addBetween, addThisMonth, addCountIf}) {
+    add(table);
+  }
+}
+
+}  // namespace
+
+BenchTable::BenchTable(std::size_t cellCount) : _cellCount(cellCount) {
+  std::mt19937 random(seed);
+  // Numbers around today, about as many different ones as there are cells.
+  std::uniform_int_distribution<int> number(
+      static_cast<int>(today) - static_cast<int>(cellCount / 2),
+      static_cast<int>(today) + static_cast<int>(cellCount / 2));
+  std::uniform_int_distribution<int> kind(0, 4);
+  for (std::size_t row = 0; row < cellCount; ++row) {
+    int const drawn = number(random);
+    _table.setValue(row, 0,
+                    kind(random) == 0
+                        ? FormulaValue(FormulaString{"Item " + std::to_string(drawn)})
+                        : FormulaValue(FormulaNumber{FloatNumber(static_cast<double>(drawn))}));
+  }
+  for (unsigned char colour = 0; colour < 16; ++colour) {
+    auto props = std::make_shared<CellProps>();
+    props->fillColour = Colour{colour, colour, colour};
+    _styleUUIDs.push_back(UUID::generate());
+    _styles.getTableStyles()[_styleUUIDs.back()].setCellProps(std::move(props));
+  }
+}
+
+void BenchTable::addFormat(ConditionalFormatOperator condition, std::optional<TableRange> range) {
+  auto const rangeByID = _table.toRangeByID(range.value_or(getColumn()));
+  auto const& style = _styleUUIDs[_table.getLiveConditionalFormats().size() % _styleUUIDs.size()];
+  _table.addConditionalFormat(
+      std::make_unique<ConditionalFormat>(std::vector{rangeByID}, std::move(condition), style));
+}
+
+void BenchTable::makeCalculator() {
+  _calculator = std::make_unique<ConditionalFormatters::ConditionalFormattingPropsCalculator>(
+      std::make_unique<TestSupport::PlainValueContextProvider>(_table));
+}
+
+std::vector<FormulaValue> BenchTable::getValues() const {
+  std::vector<FormulaValue> values;
+  auto const [begin, end] = _table.getRangeIterators(getColumn());
+  for (auto cell = begin; cell != end; ++cell) {
+    values.push_back(cell.getCellInfo().getCell()->value);
+  }
+  return values;
+}
+
+std::vector<Scenario> const& getScenarios() {
+  static std::vector<Scenario> const scenarios = {
+      {"greater", addGreater},
+      {"between", addBetween},
+      {"textContains", addTextContains},
+      {"thisMonth", addThisMonth},
+      {"aboveAverage", addAboveAverage},
+      {"top10", addTop10},
+      {"top10Percent", addTop10Percent},
+      {"duplicate", addDuplicate},
+      {"unique", addUnique},
+      {"formula", addFormula},
+      {"countIf", addCountIf},
+      {"fragments", addFragments},
+      {"all", addAll},
+  };
+  return scenarios;
+}
+
+}  // namespace Zorv::Benchmarks

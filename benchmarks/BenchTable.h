@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "DOM/ConditionalFormatOperator.h"
+#include "DOM/Styles.h"
+#include "DOM/Table.h"
+#include "Utils/TableRange.h"
+
+namespace Zorv::Benchmarks {
+
+/// A table of one column, 80 percent whole numbers and 20 percent texts, the same for every run of
+/// the same size; with the formats of one scenario.
+class BenchTable {
+public:
+  explicit BenchTable(std::size_t cellCount);
+
+  /// Adds a format over a range, or over the whole column.
+  void addFormat(DOM::ConditionalFormatOperator condition,
+                 std::optional<TableRange> range = std::nullopt);
+  void makeCalculator();
+
+  [[nodiscard]] DOM::Table const& getTable() const noexcept { return _table; }
+  [[nodiscard]] DOM::Styles const& getStyles() const noexcept { return _styles; }
+  [[nodiscard]] TableRange getColumn() const noexcept { return {0, 0, _cellCount, 1}; }
+  [[nodiscard]] std::size_t getCellCount() const noexcept { return _cellCount; }
+  [[nodiscard]] ConditionalFormatters::ConditionalFormattingPropsCalculator const& getCalculator()
+      const noexcept {
+    return *_calculator;
+  }
+
+  /// The values of the column, for the hand-written loop.
+  [[nodiscard]] std::vector<FormulaValue> getValues() const;
+
+private:
+  std::size_t _cellCount;
+  DOM::Table _table;
+  DOM::Styles _styles;
+  std::vector<UUID> _styleUUIDs;
+  std::unique_ptr<ConditionalFormatters::ConditionalFormattingPropsCalculator> _calculator;
+};
+
+/// The formats of a scenario, added to a table.
+struct Scenario {
+  char const* name;
+  void (*addFormats)(BenchTable& table);
+};
+
+/// One row for each kind of condition that is measured, then the ones of several formats.
+[[nodiscard]] std::vector<Scenario> const& getScenarios();
+
+}  // namespace Zorv::Benchmarks

@@ -1,0 +1,87 @@
+// Whole tables: one format, or several, over every cell of a column.
+
+#include <cstddef>
+#include <string>
+
+#include <benchmark/benchmark.h>
+#include <boost/variant/get.hpp>
+
+#include "BenchTable.h"
+#include "Benchmarks.h"
+#include "ConditionalFormatters/CndFrmt_TableResolver.h"
+
+namespace Zorv::Benchmarks {
+
+namespace {
+
+using ConditionalFormatters::TableResolver;
+
+/// Everything that an export does: prepare the resolver, then resolve each cell once.
+std::size_t resolveColumn(BenchTable const& table, unsigned threadCount) {
+  std::size_t styled = 0;
+  auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
+  resolver.visit(
+      table.getColumn(), TableResolver::Positions::Existing,
+      [&](DOM::CellInfo const&, DOM::SharedCellStylePtr const& style) { styled += style ? 1 : 0; },
+      threadCount);
+  return styled;
+}
+
+void measureScenario(benchmark::State& state, Scenario const& scenario, unsigned threadCount) {
+  auto const cellCount = static_cast<std::size_t>(state.range(0));
+  BenchTable table(cellCount);
+  scenario.addFormats(table);
+  table.makeCalculator();
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(resolveColumn(table, threadCount));
+  }
+  state.counters["perCell"] = benchmark::Counter(
+      static_cast<double>(cellCount),
+      benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+/// The floor: what "greater" compares, over a plain vector of values.
+void measureHandWrittenLoop(benchmark::State& state) {
+  BenchTable const table(static_cast<std::size_t>(state.range(0)));
+  auto const values = table.getValues();
+  double limit = 46400;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(limit);
+    std::size_t greater = 0;
+    for (FormulaValue const& value : values) {
+      auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
+      greater += number != nullptr && number->value.get() > limit ? 1 : 0;
+    }
+    benchmark::DoNotOptimize(greater);
+  }
+  state.counters["perCell"] = benchmark::Counter(
+      static_cast<double>(state.range(0)),
+      benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+}  // namespace
+
+void registerWholeTable() {
+  benchmark::RegisterBenchmark("loop/greater", measureHandWrittenLoop)
+      ->Arg(10'000)
+      ->Arg(100'000)
+      ->Arg(1'000'000)
+      ->Unit(benchmark::kMillisecond);
+  for (Scenario const& scenario : getScenarios()) {
+    for (unsigned const threadCount : {1U, 2U}) {
+      std::string const name =
+          std::string("table/") + scenario.name + "/threads:" + std::to_string(threadCount);
+      benchmark::RegisterBenchmark(name.c_str(),
+                                   [&scenario, threadCount](benchmark::State& state) {
+                                     measureScenario(state, scenario, threadCount);
+                                   })
+          ->Arg(10'000)
+          ->Arg(100'000)
+          ->Arg(1'000'000)
+          ->UseRealTime()
+          ->Unit(benchmark::kMillisecond);
+    }
+  }
+}
+
+}  // namespace Zorv::Benchmarks

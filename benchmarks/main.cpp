@@ -1,0 +1,15 @@
+#include <benchmark/benchmark.h>
+
+#include "Benchmarks.h"
+
+int main(int argumentCount, char** arguments) {
+  benchmark::Initialize(&argumentCount, arguments);
+  if (benchmark::ReportUnrecognizedArguments(argumentCount, arguments)) {
+    return 2;
+  }
+  Zorv::Benchmarks::registerCellCache();
+  Zorv::Benchmarks::registerWholeTable();
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  return 0;
+}

@@ -1,0 +1,15 @@
+#include "Formulas/CalcShiftedExpr.h"
+
+#include "Formulas/Evaluation/EvaluateExpr.h"
+
+namespace Zorv::Formulas {
+
+CalcResult calcShiftedExpr(DOM::FormulaSyntaxTree::Expr const& expr, int columnOffset,
+                           int rowOffset, Context const& context,
+                           ContextProvider const& contextProvider,
+                           RuntimeDependenciesResolver& resolver) {
+  Offset const offset{.rows = rowOffset, .columns = columnOffset};
+  return evaluateExpr(expr, offset, context, contextProvider, resolver);
+}
+
+}  // namespace Zorv::Formulas
