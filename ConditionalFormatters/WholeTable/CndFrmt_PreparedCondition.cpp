@@ -1,5 +1,7 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
 
+#include <utility>
+
 #include "ConditionalFormatters/Operators/CndFrmt_BinaryOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_FormulaExprCalculator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_TextOperator.h"
@@ -39,8 +41,23 @@ bool PreparedCondition::operator()(FormulaValueData const& data) const {
 void PreparedCondition::makeOperator() const {
   std::lock_guard const lock(_mutex);
   if (!_operator) {
-    _operator = _factory.create(_formatRef);
-    _ready.store(_operator.get(), std::memory_order_release);
+    std::unique_ptr<Operator const> made = _factory.create(_formatRef);
+    if (!_operator) {
+      _operator = std::move(made);
+      _ready.store(_operator.get(), std::memory_order_release);
+    }
+  }
+}
+
+template <class Evaluate>
+void PreparedCondition::evaluateOnce(Argument& argument, Evaluate const& evaluate) const {
+  // Evaluated without the lock, since an evaluation may ask about this condition again; of two
+  // threads that evaluate at once the first to finish decides.
+  auto value = evaluate();
+  std::lock_guard const lock(_mutex);
+  if (!argument.isEvaluated.load(std::memory_order_relaxed)) {
+    argument.value = std::move(value);
+    argument.isEvaluated.store(true, std::memory_order_release);
   }
 }
 

@@ -43,17 +43,21 @@ public:
 private:
   /// The value of an argument that is the same for every cell, once it is evaluated.
   struct Argument {
-    std::once_flag once;
+    std::atomic<bool> isEvaluated = false;
     boost::optional<FormulaValue> value;
   };
 
   void makeOperator() const;
+  template <class Evaluate>
+  void evaluateOnce(Argument& argument, Evaluate const& evaluate) const;
   template <class FormulaOperator>
   [[nodiscard]] bool judge(FormulaOperator const& condition, FormulaValueData const& data) const;
 
   OperatorsFactory const& _factory;
   ConditionalFormatRef const& _formatRef;
-  mutable std::mutex _mutex;  ///< guards the making of the operator
+  /// Guards the making of what follows; recursive, because a provider may ask about the table that
+  /// it is read for.
+  mutable std::recursive_mutex _mutex;
   mutable std::unique_ptr<Operator const> _operator;
   mutable std::atomic<Operator const*> _ready = nullptr;
   mutable std::array<Argument, 2> _arguments;

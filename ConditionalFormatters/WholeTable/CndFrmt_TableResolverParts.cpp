@@ -1,7 +1,5 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_TableResolverParts.h"
 
-#include <boost/optional.hpp>
-
 #include "ConditionalFormatters/CndFrmt_FormatWalk.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -27,13 +25,14 @@ CellResolver::CellResolver(TableResolverParts const& parts)
 
 DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellInfo) {
   _holding.clear();
-  boost::optional<FormulaValueData> data;
+  FormulaValueData data{FormulaValue(), cellInfo.getCellIndex()};
+  bool isRead = false;
   auto const obtainValue = [&]() -> FormulaValueData const& {
-    if (!data) {
-      data.emplace(FormulaValueData{_parts._valueContextProvider.getCellValue(cellInfo),
-                                    cellInfo.getCellIndex()});
+    if (!isRead) {
+      data.value = _parts._valueContextProvider.getCellValue(cellInfo);
+      isRead = true;
     }
-    return *data;
+    return data;
   };
   auto const& formats = _formatCursor.moveTo(cellInfo.getRowIndex(), cellInfo.getColIndex());
   for (FormatNumber const number : formats) {

@@ -2,25 +2,7 @@
 
 namespace Zorv::DOM {
 
-CellRangeIt<true>::CellRangeIt(Table const& table, CellStore const& cells, TableRange const& range,
-                               CellStore::Position position) noexcept
-    : _table(&table), _cells(&cells), _range(range), _position(position) {
-  skipToRange();
-}
-
-CellInfo CellRangeIt<true>::getCellInfo() const noexcept {
-  CellIndex const index(RowIndex(_cells->rowAt(_position)),
-                        ColumnIndex(_cells->columnAt(_position)));
-  return {*_table, index, &_cells->cellAt(_position)};
-}
-
-CellRangeIt<true>& CellRangeIt<true>::operator++() noexcept {
-  _position = _cells->next(_position);
-  skipToRange();
-  return *this;
-}
-
-void CellRangeIt<true>::skipToRange() noexcept {
+void CellRangeIt<true>::searchInRange() noexcept {
   while (_position != _cells->end()) {
     unsigned long const row = _cells->rowAt(_position);
     unsigned long const column = _cells->columnAt(_position);

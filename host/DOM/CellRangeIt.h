@@ -19,11 +19,22 @@ class ZORV_HOST_EXPORT CellRangeIt<true> {
 public:
   /// At the first cell of the range from `position` on.
   CellRangeIt(Table const& table, CellStore const& cells, TableRange const& range,
-              CellStore::Position position) noexcept;
+              CellStore::Position position) noexcept
+      : _table(&table), _cells(&cells), _range(range), _position(position) {
+    skipToRange();
+  }
 
-  [[nodiscard]] CellInfo getCellInfo() const noexcept;
+  [[nodiscard]] CellInfo getCellInfo() const noexcept {
+    CellIndex const index(RowIndex(_cells->rowAt(_position)),
+                          ColumnIndex(_cells->columnAt(_position)));
+    return {*_table, index, &_cells->cellAt(_position)};
+  }
 
-  CellRangeIt& operator++() noexcept;
+  CellRangeIt& operator++() noexcept {
+    _position = _cells->next(_position);
+    skipToRange();
+    return *this;
+  }
 
   /// Compares the places of two iterators over one range.
   friend bool operator==(CellRangeIt const& a, CellRangeIt const& b) noexcept {
@@ -31,7 +42,13 @@ public:
   }
 
 private:
-  void skipToRange() noexcept;
+  void skipToRange() noexcept {
+    if (_position != _cells->end() &&
+        !_range.contains(_cells->rowAt(_position), _cells->columnAt(_position))) {
+      searchInRange();
+    }
+  }
+  void searchInRange() noexcept;
 
   Table const* _table;
   CellStore const* _cells;

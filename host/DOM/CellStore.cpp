@@ -9,8 +9,6 @@ namespace Zorv::DOM {
 
 namespace {
 
-constexpr unsigned columnBits = 14;  // 16,384 columns
-constexpr std::uint64_t columnMask = (std::uint64_t{1} << columnBits) - 1;
 constexpr std::size_t blockCapacity = 256;
 
 }  // namespace
@@ -78,20 +76,6 @@ CellStore::Position CellStore::lowerBoundFrom(Position from, unsigned long row,
   return lowerBound(row, column);
 }
 
-CellStore::Position CellStore::next(Position position) const noexcept {
-  return normalised({position.block, position.offset + 1});
-}
-
-unsigned long CellStore::rowAt(Position position) const noexcept {
-  return entryAt(position).key >> columnBits;
-}
-
-unsigned long CellStore::columnAt(Position position) const noexcept {
-  return entryAt(position).key & columnMask;
-}
-
-Cell const& CellStore::cellAt(Position position) const noexcept { return entryAt(position).cell; }
-
 TableRange CellStore::getUsedRange() const noexcept {
   if (_blocks.empty()) {
     return {};
@@ -135,11 +119,6 @@ std::size_t CellStore::offsetIn(Block const& block, Key key) noexcept {
 std::size_t CellStore::blockOf(Key key) const noexcept {
   auto const next = std::upper_bound(_firstKeys.begin(), _firstKeys.end(), key);
   return next == _firstKeys.begin() ? 0 : static_cast<std::size_t>(next - _firstKeys.begin()) - 1;
-}
-
-CellStore::Position CellStore::normalised(Position position) const noexcept {
-  bool const inside = position.offset < _blocks[position.block].size();
-  return inside ? position : Position{position.block + 1, 0};
 }
 
 void CellStore::append(Entry entry) {

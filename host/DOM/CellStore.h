@@ -43,11 +43,19 @@ public:
   [[nodiscard]] Position lowerBoundFrom(Position from, unsigned long row,
                                         unsigned long column) const noexcept;
   [[nodiscard]] Position end() const noexcept { return {_blocks.size(), 0}; }
-  [[nodiscard]] Position next(Position position) const noexcept;
+  [[nodiscard]] Position next(Position position) const noexcept {
+    return normalised({position.block, position.offset + 1});
+  }
 
-  [[nodiscard]] unsigned long rowAt(Position position) const noexcept;
-  [[nodiscard]] unsigned long columnAt(Position position) const noexcept;
-  [[nodiscard]] Cell const& cellAt(Position position) const noexcept;
+  [[nodiscard]] unsigned long rowAt(Position position) const noexcept {
+    return entryAt(position).key >> columnBits;
+  }
+  [[nodiscard]] unsigned long columnAt(Position position) const noexcept {
+    return entryAt(position).key & columnMask;
+  }
+  [[nodiscard]] Cell const& cellAt(Position position) const noexcept {
+    return entryAt(position).cell;
+  }
 
   /// The smallest range that holds every cell; empty where there is none. Linear.
   [[nodiscard]] TableRange getUsedRange() const noexcept;
@@ -58,6 +66,9 @@ public:
 
 private:
   using Key = std::uint64_t;
+  static constexpr unsigned columnBits = 14;  // 16,384 columns
+  static constexpr Key columnMask = (Key{1} << columnBits) - 1;
+
   struct Entry {
     Key key;
     Cell cell;
@@ -70,7 +81,10 @@ private:
   [[nodiscard]] Entry const& entryAt(Position position) const noexcept {
     return _blocks[position.block][position.offset];
   }
-  [[nodiscard]] Position normalised(Position position) const noexcept;
+  [[nodiscard]] Position normalised(Position position) const noexcept {
+    bool const inside = position.offset < _blocks[position.block].size();
+    return inside ? position : Position{position.block + 1, 0};
+  }
   void append(Entry entry);
   std::size_t makeRoom(std::size_t blockIndex, Key key);
   template <class NewKey>
