@@ -73,8 +73,9 @@ bool PreparedCondition::judge(FormulaOperator const& condition,
       return ownValues[number] = calculator.calculateInPlace(expr, data.cellIndex);
     }
     Argument& argument = _arguments[number];
-    std::call_once(argument.once,
-                   [&] { argument.value = calculator.calculateInPlace(expr, data.cellIndex); });
+    if (!argument.isEvaluated.load(std::memory_order_acquire)) {
+      evaluateOnce(argument, [&] { return calculator.calculateInPlace(expr, data.cellIndex); });
+    }
     return argument.value;
   };
   return condition.judge(data, calculate);
