@@ -29,6 +29,7 @@ target_sources(
                host/FormulaModel/FormulaValue.h
                host/FormulaModel/FormulaValueAccess.h
                host/Formulas/CalcExpr.h
+               host/Formulas/CalcShiftedExpr.h
                host/Formulas/Context.h
                host/Formulas/ContextProvider.h
                host/Formulas/ListObject.h
@@ -40,6 +41,7 @@ target_sources(
                host/OfficeUtils/DateTime.h
                host/OfficeUtils/FormulaValueCast.h
                host/OfficeUtils/LocaleContext.h
+               host/OfficeUtils/PinnedMoment.h
                host/OfficeUtils/SerialDate.h
                host/OfficeUtils/TimeZone.h
                host/Utils/Assert.h
@@ -64,6 +66,7 @@ target_sources(
                ConditionalFormatters/CndFrmt_Export.h
                ConditionalFormatters/CndFrmt_OperatorsFactory.h
                ConditionalFormatters/CndFrmt_StyleHierarchy.h
+               ConditionalFormatters/CndFrmt_TableResolver.h
                ConditionalFormatters/CndFrmt_ValueContextProvider.h
                ConditionalFormatters/Operators/CndFrmt_AboveAverageOperator.h
                ConditionalFormatters/Operators/CndFrmt_BinaryOperator.h

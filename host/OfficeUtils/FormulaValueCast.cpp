@@ -165,8 +165,9 @@ std::string writeGeneral(FloatNumber number, LocaleContext const& locale) {
   Decimal const decimal = toDecimal(value);
   bool const isPositional =
       smallestPositional <= decimal.exponent && decimal.exponent <= largestPositional;
-  return (decimal.isNegative ? "-" : "") +
-         (isPositional ? writePositional : writeScientific)(decimal, locale.getDecimalSeparator());
+  std::string text = decimal.isNegative ? "-" : "";
+  text += (isPositional ? writePositional : writeScientific)(decimal, locale.getDecimalSeparator());
+  return text;
 }
 
 struct ToString : boost::static_visitor<std::string> {

@@ -111,7 +111,9 @@ std::optional<std::string> NumberFormat::formatNumber(double number,
                                  ? section.condition->isOfNegatives()
                                  : index == 1 && leavesNegatives(*sections.front().condition);
   bool const hasSign = number < 0.0 && !isOfNegatives && !section.tokens.empty();
-  return (hasSign ? "-" : "") + writeUnsigned(section, std::abs(number), locale);
+  std::string text = hasSign ? "-" : "";
+  text += writeUnsigned(section, std::abs(number), locale);
+  return text;
 }
 
 std::string NumberFormat::formatText(std::string_view text) const {

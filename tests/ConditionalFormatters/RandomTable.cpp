@@ -1,6 +1,6 @@
 #include "ConditionalFormatters/RandomTable.h"
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -24,8 +24,8 @@ constexpr unsigned char styleCount = 6;
 constexpr double today = 46347;  // 2026-11-21
 
 template <class Value>
-Value pick(std::vector<Value> const& values) {
-  return *rc::gen::elementOf(values);
+Value const& pick(std::vector<Value> const& values) {
+  return values[*rc::gen::inRange<std::size_t>(0, values.size())];
 }
 
 int drawBelow(int end) { return *rc::gen::inRange(0, end); }
