@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <exception>
 #include <utility>
 
 #include "ConditionalFormatters/WholeTable/CndFrmt_OrderedParallel.h"
@@ -85,6 +86,13 @@ struct ResolvedCell {
   DOM::SharedCellStylePtr const* style;  ///< lives as long as the resolver's parts
 };
 
+/// What became of a band's cells, of those before the one that threw where one did.
+template <class Collected>
+struct BandResult {
+  Collected collected;
+  std::exception_ptr failure;
+};
+
 /// Resolves bands for one thread; `Collect` gathers what becomes of a band's cells.
 template <class Collect>
 class BandWorker {
@@ -100,10 +108,15 @@ public:
   auto operator()(std::size_t number) {
     PinnedMoment const pinned(_moment);
     Collect collect;
-    forEachCell(_table, _bands.at(number), _positions, [&](DOM::CellInfo const& cellInfo) {
-      collect.add(cellInfo, _cells.resolve(cellInfo));
-    });
-    return collect.finish();
+    std::exception_ptr failure;
+    try {
+      forEachCell(_table, _bands.at(number), _positions, [&](DOM::CellInfo const& cellInfo) {
+        collect.add(cellInfo, _cells.resolve(cellInfo));
+      });
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    return BandResult<decltype(collect.finish())>{collect.finish(), std::move(failure)};
   }
 
 private:
@@ -142,7 +155,13 @@ void resolveInBands(TableResolverParts const& parts, TableRange const& range, Po
   Bands const bands(parts.getTable(), range, positions);
   auto const moment = Clock::readCurrent();
   auto const makeWorker = [&] { return BandWorker<Collect>(parts, bands, positions, moment); };
-  OrderedParallel(bands.count(), threadCount, makeWorker, deliver).run();
+  auto const deliverBand = [&](auto const& result) {
+    deliver(result.collected);
+    if (result.failure) {
+      std::rethrow_exception(result.failure);
+    }
+  };
+  OrderedParallel(bands.count(), threadCount, makeWorker, deliverBand).run();
 }
 
 }  // namespace

@@ -63,9 +63,8 @@ public:
   ///
   /// The work is split over `threadCount` threads, the caller's among them. The visitor is then
   /// called by any of them, but never by two at once, and always in order. What it or a cell throws
-  /// ends the pass and reaches the caller once; with several threads, none of the cells of some
-  /// rows before the one that threw may have been visited. Memory: with several threads, some
-  /// thousands of cells for each.
+  /// ends the pass and reaches the caller once, after the cells before it were visited.
+  /// Memory: with several threads, some thousands of cells for each.
   void visit(TableRange const& range, Positions positions, Visitor const& visitor,
              unsigned threadCount = 1) const;
 

@@ -4,7 +4,6 @@
 
 #include "ConditionalFormatters/Operators/CndFrmt_SameKindComparison.h"
 #include "DOM/ConditionalFormatOperator.h"
-#include "FormulaModel/FormulaException.h"
 #include "Formulas/ContextProvider.h"
 #include "OfficeUtils/FormulaValueCast.h"
 #include "OfficeUtils/LocaleContext.h"
@@ -29,17 +28,15 @@ public:
 
   bool operator()(FormulaValue const& /*cellValue*/,
                   boost::optional<FormulaValue> const& argument) const {
-    try {
-      return argument ? cast(*argument) : cast(FormulaModel::FormulaBoolean{false});
-    } catch (FormulaModel::FormulaException const&) {
-      return false;
-    }
+    return argument ? cast(*argument) : cast(FormulaModel::FormulaBoolean{false});
   }
 
 private:
+  // False where the cast is refused. It is asked for without an exception: sheets where every
+  // second cell gives an error are common, and throwing costs a hundred casts.
   [[nodiscard]] bool cast(FormulaValue const& value) const {
     namespace Cast = OfficeUtils::FormulaValueCast;
-    return Cast::toBool(value, _locale, Cast::CastMode::Condition, false);
+    return Cast::toBoolOpt(value, _locale, Cast::CastMode::Condition, false).value_or(false);
   }
 
   OfficeUtils::LocaleContext _locale;

@@ -65,7 +65,7 @@ bool namesLocalWord(std::string const& text, std::string const& word, LocaleCont
                                         : isWordInAnyCase(text, word, getFolding(locale));
 }
 
-bool readTruthWord(std::string const& text, LocaleContext const& locale) {
+boost::optional<bool> readTruthWord(std::string const& text, LocaleContext const& locale) {
   if (isWordInAsciiCase(text, "TRUE")) {
     return true;
   }
@@ -78,26 +78,22 @@ bool readTruthWord(std::string const& text, LocaleContext const& locale) {
   if (namesLocalWord(text, locale.getFalseText(), locale)) {
     return false;
   }
-  throw FormulaException("the text \"" + text + "\" is not a truth value");
+  return boost::none;
 }
 
-struct ToBool : boost::static_visitor<bool> {
+struct ToBool : boost::static_visitor<boost::optional<bool>> {
   ToBool(LocaleContext const& itsLocale, bool itsStrict) noexcept
       : locale(itsLocale), strict(itsStrict) {}
 
-  bool operator()(FormulaEmpty const& /*empty*/) const noexcept { return false; }
-  bool operator()(FormulaNumber const& number) const noexcept { return number.value.get() != 0.0; }
-  bool operator()(FormulaString const& text) const {
-    if (strict) {
-      throw FormulaException("a text stands where a truth value is wanted");
-    }
-    return readTruthWord(text.value, locale);
+  result_type operator()(FormulaEmpty const& /*empty*/) const noexcept { return false; }
+  result_type operator()(FormulaNumber const& number) const noexcept {
+    return number.value.get() != 0.0;
   }
-  bool operator()(FormulaBoolean const& boolean) const noexcept { return boolean.value; }
-  bool operator()(FormulaError const& error) const {
-    throw FormulaException("the error " + std::string(FormulaModel::toText(error.code)) +
-                           " has no truth value");
+  result_type operator()(FormulaString const& text) const {
+    return strict ? boost::none : readTruthWord(text.value, locale);
   }
+  result_type operator()(FormulaBoolean const& boolean) const noexcept { return boolean.value; }
+  result_type operator()(FormulaError const& /*error*/) const noexcept { return boost::none; }
 
   LocaleContext const& locale;
   bool strict;
@@ -193,9 +189,19 @@ struct ToString : boost::static_visitor<std::string> {
 
 }  // namespace
 
-bool toBool(FormulaModel::FormulaValue const& value, LocaleContext const& locale,
-            CastMode /*mode: there is one set of rules*/, bool strict) {
+boost::optional<bool> toBoolOpt(FormulaModel::FormulaValue const& value,
+                                LocaleContext const& locale,
+                                CastMode /*mode: there is one set of rules*/, bool strict) {
   return boost::apply_visitor(ToBool(locale, strict), value);
+}
+
+bool toBool(FormulaModel::FormulaValue const& value, LocaleContext const& locale, CastMode mode,
+            bool strict) {
+  auto const truth = toBoolOpt(value, locale, mode, strict);
+  if (!truth) {
+    throw FormulaException('"' + toString(value, locale, nullptr) + "\" is not a truth value");
+  }
+  return *truth;
 }
 
 std::string toString(FormulaModel::FormulaValue const& value, LocaleContext const& locale,

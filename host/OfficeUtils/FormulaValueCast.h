@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include <boost/optional.hpp>
+
 #include "FormulaModel/FormulaValue.h"
 #include "OfficeUtils/LocaleContext.h"
 #include "Utils/Export.h"
@@ -40,6 +42,11 @@ enum class CastMode : unsigned {
 /// Throws FormulaException for an error value and for a text that names no truth value.
 [[nodiscard]] ZORV_HOST_EXPORT bool toBool(FormulaModel::FormulaValue const& value,
                                            LocaleContext const& locale, CastMode mode, bool strict);
+
+/// What toBool() answers, or nothing where it throws: for callers that meet many such values.
+[[nodiscard]] ZORV_HOST_EXPORT boost::optional<bool> toBoolOpt(
+    FormulaModel::FormulaValue const& value, LocaleContext const& locale, CastMode mode,
+    bool strict);
 
 /// The text of a value: a number in general format with at most 15 significant digits and the
 /// locale's decimal separator, or as `formatter` writes it when there is one; TRUE or FALSE; the

@@ -71,7 +71,7 @@ FormulaSyntaxTree::Expr drawFormula() {
                                                     "1/0",
                                                     "IF(A1=\"a\",1,0)",
                                                     "TODAY()",
-                                                    "A1:A2,B1:B2",
+                                                    "(A1:A2,B1:B2)",
                                                     "AND(A1>0,B1<5)",
                                                     "A1&\"b\"",
                                                     "XFD1048576",

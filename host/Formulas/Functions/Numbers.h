@@ -81,7 +81,7 @@ template <class Take>
 /// Adds a number to a list some times. Throws EvaluationTooLarge for a list that is longer than one
 /// evaluation may keep.
 inline void addNumber(std::vector<double>& numbers, double number, std::uint64_t times) {
-  constexpr std::uint64_t mostNumbers = std::uint64_t{1} << 25U;
+  constexpr std::uint64_t mostNumbers = std::uint64_t{1} << 24U;
   if (times > mostNumbers - numbers.size()) {
     throw EvaluationTooLarge();
   }
