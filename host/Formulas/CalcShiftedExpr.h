@@ -14,9 +14,10 @@ namespace Zorv::Formulas {
 ///
 /// Ordinary formulas whose result is a number or a truth value allocate nothing. Threads: may be
 /// called from several threads at once while the document stays unchanged.
-[[nodiscard]] ZORV_HOST_EXPORT CalcResult calcShiftedExpr(
-    DOM::FormulaSyntaxTree::Expr const& expr, int columnOffset, int rowOffset,
-    Context const& context, ContextProvider const& contextProvider,
-    RuntimeDependenciesResolver& resolver);
+[[nodiscard]] ZORV_HOST_EXPORT CalcResult calcShiftedExpr(DOM::FormulaSyntaxTree::Expr const& expr,
+                                                          int columnOffset, int rowOffset,
+                                                          Context const& context,
+                                                          ContextProvider const& contextProvider,
+                                                          RuntimeDependenciesResolver& resolver);
 
 }  // namespace Zorv::Formulas

@@ -134,8 +134,8 @@ CalcResult calcShiftedExpr(DOM::FormulaSyntaxTree::Expr const& expr, int columnO
                            ContextProvider const& contextProvider,
                            RuntimeDependenciesResolver& resolver) {
   auto const& tableContext = *context.getTableContext();
-  auto const shifted = shiftExpr(expr, tableContext, columnOffset, rowOffset,
-                                 tableContext.getDocTableIndex(), true);
+  auto const shifted =
+      shiftExpr(expr, tableContext, columnOffset, rowOffset, tableContext.getDocTableIndex(), true);
   return calcExpr(*shifted, context, contextProvider, resolver);
 }
 
