@@ -50,6 +50,14 @@ bool isEmpty(TableRange const& range) noexcept {
   return range.firstRow == range.endRow || range.firstColumn == range.endColumn;
 }
 
+TableRange extend(TableRange const& range, unsigned long count) noexcept {
+  if (isEmpty(range)) {
+    return range;
+  }
+  return {range.firstRow, range.firstColumn, std::min(range.endRow + count, DOM::Table::rowCount),
+          std::min(range.endColumn + count, DOM::Table::columnCount)};
+}
+
 bool PositionUnion::Band::contains(unsigned long column) const noexcept {
   return std::any_of(columns.begin(), columns.end(), [column](Columns const& part) {
     return part.first <= column && column < part.end;

@@ -13,6 +13,10 @@ namespace Zorv::Tool {
 [[nodiscard]] TableRange intersect(TableRange const& a, TableRange const& b) noexcept;
 [[nodiscard]] bool isEmpty(TableRange const& range) noexcept;
 
+/// The range with so many more rows below it and columns to its right, as far as the sheet goes. An
+/// empty range stays empty.
+[[nodiscard]] TableRange extend(TableRange const& range, unsigned long count) noexcept;
+
 /// The positions that lie in at least one of some ranges, each once: row by row from the top, each
 /// row from the left.
 class PositionUnion {

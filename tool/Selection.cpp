@@ -40,8 +40,8 @@ std::vector<std::size_t> selectSheets(Workbook::Document const& document, Option
 Selection::Selection(Workbook::Document const& document, Options const& options)
     : _document(document), _options(options), _sheets(selectSheets(document, options)) {}
 
-TableRange Selection::getBounds(std::size_t sheet) const noexcept {
-  auto const used = _document.getSheets()[sheet].table->getUsedRange();
+TableRange Selection::getBounds(std::size_t sheet, unsigned long margin) const noexcept {
+  auto const used = extend(_document.getSheets()[sheet].table->getUsedRange(), margin);
   return _options.range ? intersect(used, *_options.range) : used;
 }
 

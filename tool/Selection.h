@@ -21,9 +21,9 @@ public:
   /// Indices of the document's sheets, ascending.
   [[nodiscard]] std::vector<std::size_t> const& getSheets() const noexcept { return _sheets; }
 
-  /// The part of a sheet that is looked at: the smallest range with all its cells, cut to the range
-  /// that the options name.
-  [[nodiscard]] TableRange getBounds(std::size_t sheet) const noexcept;
+  /// The part of a sheet that is looked at: the smallest range with all its cells, with so many
+  /// rows and columns behind them, cut to the range that the options name.
+  [[nodiscard]] TableRange getBounds(std::size_t sheet, unsigned long margin = 0) const noexcept;
 
   /// The rules of a sheet by priority, those without one last, equal ones in the file's order;
   /// those that do not touch the range that the options name are left out.

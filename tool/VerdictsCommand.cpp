@@ -14,6 +14,9 @@ namespace Zorv::Tool {
 
 namespace {
 
+/// Other programs judge empty positions somewhat beyond the last cells, too.
+constexpr unsigned long margin = 10;
+
 void judge(Workbook::Rule const& rule, SheetConditions& conditions, Selection const& selection,
            std::ostream& out, Report const& report) {
   auto const& sheet = selection.getDocument().getSheets()[rule.sheet];
@@ -25,7 +28,7 @@ void judge(Workbook::Rule const& rule, SheetConditions& conditions, Selection co
                          *holds ? 1 : 0);
     }
   };
-  PositionUnion const positions(rule.ranges, selection.getBounds(rule.sheet));
+  PositionUnion const positions(rule.ranges, selection.getBounds(rule.sheet, margin));
   if (positions.size() <= mostPositions) {
     positions.forEachPosition(*sheet.table, judgeCell);
   } else {

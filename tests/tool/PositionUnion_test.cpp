@@ -49,6 +49,12 @@ TEST(PositionUnion, MayBeEmpty) {
   EXPECT_EQ(PositionUnion({{0, 0, 2, 2}}, {}).size(), 0U);
 }
 
+TEST(PositionUnion, RangesAreExtendedDownAndRightAsFarAsTheSheetGoes) {
+  EXPECT_EQ(extend({2, 3, 4, 5}, 10), (TableRange{2, 3, 14, 15}));
+  EXPECT_EQ(extend({0, 0, DOM::Table::rowCount - 1, DOM::Table::columnCount}, 10), wholeSheet);
+  EXPECT_EQ(extend(TableRange{}, 10), TableRange{});
+}
+
 TEST(PositionUnion, CountsMoreThanCanBeVisited) {
   EXPECT_EQ(PositionUnion({wholeSheet}, wholeSheet).size(), 17'179'869'184U);
 }
