@@ -4,6 +4,7 @@
 namespace Zorv::Benchmarks {
 
 void registerCellCache();
+void registerLoader();
 void registerWholeTable();
 
 }  // namespace Zorv::Benchmarks

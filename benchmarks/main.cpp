@@ -8,6 +8,7 @@ int main(int argumentCount, char** arguments) {
     return 2;
   }
   Zorv::Benchmarks::registerCellCache();
+  Zorv::Benchmarks::registerLoader();
   Zorv::Benchmarks::registerWholeTable();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();

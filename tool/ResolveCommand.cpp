@@ -30,12 +30,11 @@ public:
         [this](Workbook::Rule const& rule, DOM::CellInfo const& cell, char const* problem) {
           _report.sayFailure(rule, cell.getCellIndex(), problem);
         });
+    auto const styles = _calculator.prepare(_selection.getDocument().getStyles(), *sheet.table);
     auto const resolveCell = [&](DOM::CellInfo const& cellInfo) {
       auto deciding = conditions.findDeciding(formatRefs, cellInfo);
       if (deciding && !deciding->empty()) {
-        auto style = _calculator.getConditionalFormatCellStyle(_selection.getDocument().getStyles(),
-                                                               cellInfo);
-        _output.add({cellInfo, std::move(style), std::move(*deciding)});
+        _output.add({cellInfo, styles.resolve(cellInfo), std::move(*deciding)});
       }
     };
 
