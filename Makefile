@@ -39,7 +39,7 @@ bench: release ## Measure, and write the tables of docs/performance.md
 	@build/release/bin/cndfrmt_bench --benchmark_min_time=0.2 --benchmark_out=build/bench.json --benchmark_out_format=json
 	@scripts/report_benchmarks.py build/bench.json docs/performance.md
 
-tidy: release ## Run clang-tidy over the sources
+tidy: packages build/tidy/build.ninja ## Run clang-tidy over the sources
 	@scripts/check_tidy.sh
 
 clean: ## Remove what was built

@@ -52,6 +52,8 @@ public:
   /// What a pass tells of a cell; the style is null where no format holds.
   using Visitor = std::function<void(DOM::CellInfo const&, DOM::SharedCellStylePtr const&)>;
 
+  TableResolver(TableResolver const&) = delete;
+  TableResolver& operator=(TableResolver const&) = delete;
   TableResolver(TableResolver&&) noexcept;
   TableResolver& operator=(TableResolver&&) noexcept;
   ~TableResolver();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include <boost/optional.hpp>
 
 #include "DOM/Ids.h"
@@ -19,7 +21,7 @@ public:
       : _tableContext(tableContext),
         _row(row),
         _column(column),
-        _arrayFormulaIndices(arrayFormulaIndices),
+        _arrayFormulaIndices(std::move(arrayFormulaIndices)),
         _rowID(rowID),
         _columnID(columnID) {}
 

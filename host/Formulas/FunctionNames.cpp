@@ -8,8 +8,7 @@ namespace {
 
 void sortUniquely(std::vector<std::string>& names) {
   std::ranges::sort(names);
-  auto const duplicates = std::ranges::unique(names);
-  names.erase(duplicates.begin(), duplicates.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
 }
 
 }  // namespace

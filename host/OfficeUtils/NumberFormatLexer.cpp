@@ -130,7 +130,7 @@ std::string findLocale(std::string_view digits) {
       number & languageBits, name.data(), static_cast<std::int32_t>(name.size()), &status);
   // The numbers of the system's own formats stand for no language.
   std::string const found(name.data(), static_cast<std::size_t>(std::max(length, 0)));
-  return U_SUCCESS(status) && found != "root" ? found : std::string();
+  return U_SUCCESS(status) != 0 && found != "root" ? found : std::string();
 }
 
 /// `$€-407`: a text and a locale, each of which may be missing.

@@ -123,7 +123,7 @@ constexpr std::array keys = {
 /// CELL(key, reference); without a reference, of the formula's cell.
 Value cell(Call& call) {
   std::string_view const name = call.text(0);
-  auto const key =
+  auto const* const key =
       std::ranges::find_if(keys, [&](Key const& each) { return equalTexts(each.name, name); });
   if (key == keys.end()) {
     return Value::error(FormulaErrorCode::Value);
