@@ -225,6 +225,12 @@ Value Evaluator::evaluateName(Frame const& frame, Node const& node, Mode mode) {
   if (expr == nullptr) {
     return Value::error(FormulaErrorCode::Name);
   }
+  // A name that uses itself twice, or names that use each other twice, would be evaluated without
+  // end long before they are nested too deeply.
+  constexpr std::uint32_t mostNames = 10'000;
+  if (++_nameCount > mostNames) {
+    return Value::error(FormulaErrorCode::Number);
+  }
   // Names are written as seen from the sheet's first cell.
   Offset const offset{static_cast<long>(row()), static_cast<long>(column())};
   return evaluate(expr->getParts(), offset, mode);

@@ -103,6 +103,7 @@ private:
   ContextProvider const* _provider;
   RuntimeDependenciesResolver* _dependencies;
   std::uint32_t _depth = 0;
+  std::uint32_t _nameCount = 0;  ///< how many uses of defined names were evaluated
   Arena _arena;
 };
 
