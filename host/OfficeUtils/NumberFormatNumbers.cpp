@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
+#include <limits>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -146,6 +147,11 @@ void writeScientific(Writer& writer, Section const& section, DecimalDigits digit
   writeExponent(writer, tokens.subspan(*section.exponent), exponent);
 }
 
+/// The largest number in place of what is beyond all numbers.
+double toFinite(double number) noexcept {
+  return std::min(number, std::numeric_limits<double>::max());
+}
+
 /// A number as a fraction, with the whole number apart where there are places for it.
 class FractionWriter {
 public:
@@ -176,7 +182,7 @@ private:
   [[nodiscard]] Ratio approximate(double number) const noexcept {
     constexpr std::size_t mostPlaces = 7;
     if (_layout.fixedDenominator != 0.0) {
-      return {std::round(number * _layout.fixedDenominator), _layout.fixedDenominator};
+      return {toFinite(std::round(number * _layout.fixedDenominator)), _layout.fixedDenominator};
     }
     std::size_t const places = std::min(_layout.end - _layout.slash - 1, mostPlaces);
     return findNearestRatio(number, std::pow(10.0, static_cast<double>(places)) - 1.0);
@@ -261,7 +267,7 @@ std::string writeNumber(Section const& section, double number, LocaleContext con
   digits.shift(section.powerOfTen);
   Tokens const tokens = section.tokens;
   if (section.fraction) {
-    FractionWriter(writer, section).write(number * std::pow(10.0, section.powerOfTen));
+    FractionWriter(writer, section).write(toFinite(number * std::pow(10.0, section.powerOfTen)));
   } else if (section.exponent) {
     writeScientific(writer, section, digits);
   } else {

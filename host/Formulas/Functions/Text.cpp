@@ -14,6 +14,7 @@
 #include "Formulas/Evaluation/Wildcards.h"
 #include "Formulas/Functions/Call.h"
 #include "Formulas/Functions/Families.h"
+#include "Formulas/Functions/TextBuilder.h"
 
 namespace Zorv::Formulas {
 
@@ -133,24 +134,25 @@ Value substitute(Call& call) {
   if (!which) {
     return Value::error(FormulaErrorCode::Value);
   }
-  std::string result;
+  TextBuilder result;
   std::size_t count = 0;
   std::size_t found = old.empty() ? std::string_view::npos : rest.find(old);
-  for (; found != std::string_view::npos; found = rest.find(old)) {
+  for (; found != std::string_view::npos && !result.isTooLong(); found = rest.find(old)) {
     bool const isReplaced = !call.has(3) || ++count == *which;
-    result += rest.substr(0, found);
-    result += isReplaced ? call.text(2) : old;
+    result.append(rest.substr(0, found));
+    result.append(isReplaced ? call.text(2) : old);
     rest.remove_prefix(found + old.size());
   }
-  return call.makeText(result.append(rest));
+  result.append(rest);
+  return result.toValue(call);
 }
 
 Value concatenate(Call& call) {
-  std::string result;
+  TextBuilder result;
   for (std::size_t i = 0; i < call.count(); ++i) {
-    result += call.text(i);
+    result.append(call.text(i));
   }
-  return call.makeText(result);
+  return result.toValue(call);
 }
 
 constexpr std::array entries = {

@@ -188,6 +188,9 @@ Value join(Call& call) {
   if (error) {
     return *error;
   }
+  if (delimiters.empty()) {
+    delimiters.emplace_back();
+  }
   bool const haveText =
       std::ranges::any_of(delimiters, [](std::string_view text) { return !text.empty(); });
   bool const withEmpty = haveText && !call.truth(1);

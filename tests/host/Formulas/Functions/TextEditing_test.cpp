@@ -81,6 +81,7 @@ TEST_F(TextEditing, JoinsTexts) {
                     {"TEXTJOIN({\"-\",\"+\"},TRUE,\"a\",\"b\",\"c\",\"d\")", "\"a-b+c-d\""},
                     {"TEXTJOIN(\",\",TRUE,IF({1,0,1},{\"a\",\"b\",\"c\"},\"\"))", "\"a,c\""},
                     {"TEXTJOIN(\",\",TRUE,\"\")", "\"\""},
+                    {"TEXTJOIN((X1,X3),FALSE,\"a\",\"b\")", "\"ab\""},
                     {"TEXTJOIN(\",\",FALSE,A:A)", "#VALUE!"},
                     {"TEXTJOIN(\",\",TRUE,B1)", "#DIV/0!"},
                     {"TEXTJOIN(B1,TRUE,\"a\")", "#DIV/0!"},
