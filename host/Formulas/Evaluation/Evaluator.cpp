@@ -68,7 +68,7 @@ Value Evaluator::evaluateInner(Frame const& frame, std::uint32_t node, Mode mode
   }
 }
 
-Value Evaluator::evaluateLeaf(Frame const& frame, Node const& node) {
+Value Evaluator::evaluateLeaf(Frame const& frame, Node const& node) const {
   switch (node.kind) {
     case NodeKind::Number:
       return Value::number(node.number);

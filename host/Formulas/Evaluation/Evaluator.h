@@ -89,7 +89,8 @@ public:
 
 private:
   Value evaluateInner(Frame const& frame, std::uint32_t node, Mode mode);
-  Value evaluateLeaf(Frame const& frame, DOM::FormulaSyntaxTree::Node const& node);
+  [[nodiscard]] Value evaluateLeaf(Frame const& frame,
+                                   DOM::FormulaSyntaxTree::Node const& node) const;
   Value evaluateUnary(Frame const& frame, DOM::FormulaSyntaxTree::Node const& node, Mode mode);
   Value evaluateValueOperators(Frame const& frame, std::uint32_t node, Mode mode);
   Value evaluateReferenceOperator(Frame const& frame, DOM::FormulaSyntaxTree::Node const& node,

@@ -60,16 +60,16 @@ Value sign(Call& call) {
 
 Value pi(Call& /*call*/) { return Value::number(std::numbers::pi); }
 
-/// The product of the numbers from `number` down to 1 in steps; not finite where it is too large.
-/// The wider type keeps the product's last bits right.
-double multiplyDown(double number, double step) noexcept {
+/// The product of the whole numbers from `number` down to 1 in steps; not finite where it is too
+/// large. The wider type keeps the product's last bits right.
+double multiplyDown(double number, int step) noexcept {
   // The products of both steps overflow far below.
   constexpr double tooMany = 400.0;
   if (number > tooMany) {
     return std::numeric_limits<double>::infinity();
   }
   long double product = 1.0L;
-  for (double factor = number; factor > 1.0; factor -= step) {
+  for (int factor = static_cast<int>(number); factor > 1; factor -= step) {
     product *= factor;
   }
   return static_cast<double>(product);
@@ -77,24 +77,24 @@ double multiplyDown(double number, double step) noexcept {
 
 Value factorial(Call& call) {
   double const number = std::trunc(call.number(0));
-  return number < 0.0 ? notANumber() : Value::number(multiplyDown(number, 1.0));
+  return number < 0.0 ? notANumber() : Value::number(multiplyDown(number, 1));
 }
 
 /// FACTDOUBLE: the product of every second number; -1 has the empty product, too.
 Value doubleFactorial(Call& call) {
   double const number = std::trunc(call.number(0));
-  return number < -1.0 ? notANumber() : Value::number(multiplyDown(number, 2.0));
+  return number < -1.0 ? notANumber() : Value::number(multiplyDown(number, 2));
 }
 
-/// How many ways there are to choose `chosen` things of `number`; not finite where there are too
-/// many. Requires whole numbers, 0 <= chosen <= number.
-double countChoices(double number, double chosen) noexcept {
-  double const fewer = std::min(chosen, number - chosen);
+/// How many ways there are to choose `chosen` things of `available` ones; not finite where there
+/// are too many. Requires whole numbers, 0 <= chosen <= available.
+double countChoices(double available, double chosen) noexcept {
+  double const fewer = std::min(chosen, available - chosen);
   long double count = 1.0L;
   // Each factor is at least 2 but for the last ones, so that the loop is short however many things
   // are chosen.
-  for (double i = 1.0; i <= fewer && count <= std::numeric_limits<double>::max(); ++i) {
-    count = std::round(count * (static_cast<long double>(number) - fewer + i) / i);
+  for (int i = 1; i <= fewer && count <= std::numeric_limits<double>::max(); ++i) {
+    count = std::round(count * (static_cast<long double>(available) - fewer + i) / i);
   }
   return static_cast<double>(count);
 }
