@@ -54,8 +54,8 @@ public:
 
   TableResolver(TableResolver const&) = delete;
   TableResolver& operator=(TableResolver const&) = delete;
-  TableResolver(TableResolver&&) noexcept;
-  TableResolver& operator=(TableResolver&&) noexcept;
+  TableResolver(TableResolver&& other) noexcept;
+  TableResolver& operator=(TableResolver&& other) noexcept;
   ~TableResolver();
 
   /// The style of one cell of the table.

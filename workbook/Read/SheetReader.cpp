@@ -126,7 +126,7 @@ void SheetReader::readMerge() {
 
 void SheetReader::readConditionalFormatting() {
   pugi::xml_document document;
-  _conditionalFormats.read(readTree(_reader, document));
+  _conditionalFormats.read(readTree(_reader, document.root()));
 }
 
 void SheetReader::readTablePart() {

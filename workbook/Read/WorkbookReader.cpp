@@ -67,7 +67,7 @@ void WorkbookReader::readMainPart() {
                     fmt::format("is no workbook: its root element is \"{}\"", reader->getName()));
   }
   pugi::xml_document document;
-  pugi::xml_node const workbook = readTree(*reader, document);
+  pugi::xml_node const workbook = readTree(*reader, document.root());
   reader->next();
   if (parseBoolean(workbook.child("workbookPr").attribute("date1904").value()).value_or(false)) {
     _state.document.setDateSystem(OfficeUtils::DateSystem::Since1904);

@@ -50,7 +50,7 @@ pugi::xml_node readRoot(XmlReader& reader, pugi::xml_document& document,
     reader.fail(fmt::format("the root element is \"{}\" in place of \"{}\"", reader.getName(),
                             expectedName));
   }
-  pugi::xml_node const root = readTree(reader, document);
+  pugi::xml_node const root = readTree(reader, document.root());
   reader.next();
   return root;
 }

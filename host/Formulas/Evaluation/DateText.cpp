@@ -292,8 +292,10 @@ private:
     }
     double result = *seconds;
     if (_cursor.take('.') || _cursor.take(_locale->getDecimalSeparator().front())) {
-      for (double unit = 0.1; _cursor.isAtDigit(); unit /= 10.0) {
+      double unit = 0.1;
+      while (_cursor.isAtDigit()) {
         result += unit * (_cursor.takeCharacter() - '0');
+        unit /= 10.0;
       }
     }
     return result;

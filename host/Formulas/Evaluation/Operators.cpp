@@ -114,7 +114,7 @@ Value concatenate(Value const& left, Value const& right, Evaluator& evaluator) {
       evaluator.arena().makeArray<char>((*leftText).size() + (*rightText).size());
   (*leftText).copy(room.data(), (*leftText).size());
   (*rightText).copy(room.data() + (*leftText).size(), (*rightText).size());
-  return evaluator.checkText({room.data(), room.size()});
+  return Evaluator::checkText({room.data(), room.size()});
 }
 
 }  // namespace
@@ -137,7 +137,7 @@ std::strong_ordering compareValues(Value const& left, Value const& right) noexce
     return left.kind() <=> right.kind();
   }
   return left.isText() ? compareTexts(left.asText(), right.asText())
-                       : left.asBoolean() <=> right.asBoolean();
+                       : std::compare_three_way()(left.asBoolean(), right.asBoolean());
 }
 
 Value applyBinary(Operator op, Value const& left, Value const& right, Evaluator& evaluator) {

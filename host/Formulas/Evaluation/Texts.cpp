@@ -77,7 +77,7 @@ std::strong_ordering compareTexts(std::string_view a, std::string_view b) noexce
       return order;
     }
   }
-  return b.empty() <=> a.empty();
+  return a.size() <=> b.size();  // at least one is at its end
 }
 
 }  // namespace Zorv::Formulas

@@ -12,13 +12,13 @@ namespace Zorv::Formulas {
 [[nodiscard]] inline std::weak_ordering orderValues(Value const& left,
                                                     Value const& right) noexcept {
   if (left.isEmpty() || right.isEmpty()) {
-    return left.isEmpty() <=> right.isEmpty();
+    return std::compare_three_way()(left.isEmpty(), right.isEmpty());
   }
   if (left.isError() && right.isError()) {
     return left.asError() <=> right.asError();
   }
   if (left.isError() || right.isError()) {
-    return left.isError() <=> right.isError();
+    return std::compare_three_way()(left.isError(), right.isError());
   }
   return compareValues(left, right);
 }
