@@ -1,5 +1,6 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_StyleSequences.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "ConditionalFormatters/CndFrmt_FormatWalk.h"
@@ -10,12 +11,28 @@ namespace Zorv::ConditionalFormatters {
 
 StyleSequences::StyleSequences(ConditionalFormatRefs const& formatRefs, DOM::Styles const& styles,
                                DOM::SharedObjectFactory const& sharedObjectFactory)
-    : _formatRefs(formatRefs),
-      _styles(styles),
-      _sharedObjectFactory(sharedObjectFactory),
-      _flattened(formatRefs.size()) {}
+    : _styles(styles), _sharedObjectFactory(sharedObjectFactory) {
+  boost::unordered_map<UUID, StyleNumber> numbers;
+  _styleOfFormat.reserve(formatRefs.size());
+  for (auto const& [ranges, format] : formatRefs) {
+    UUID const& uuid = format.get().getStyleUUID();
+    auto const [number, isNew] = numbers.emplace(uuid, static_cast<StyleNumber>(_uuids.size()));
+    if (isNew) {
+      _uuids.push_back(uuid);
+    }
+    _styleOfFormat.push_back(number->second);
+  }
+  _flattened.resize(_uuids.size());
+}
 
-DOM::SharedCellStylePtr const& StyleSequences::styleOf(FormatSequence const& sequence) const {
+void StyleSequences::append(StyleSequence& sequence, FormatNumber format) const {
+  StyleNumber const style = _styleOfFormat[format];
+  if (std::find(sequence.begin(), sequence.end(), style) == sequence.end()) {
+    sequence.push_back(style);
+  }
+}
+
+DOM::SharedCellStylePtr const& StyleSequences::styleOf(StyleSequence const& sequence) const {
   {
     std::shared_lock const lock(_mutex);
     auto const found = _styleOf.find(sequence);
@@ -31,23 +48,23 @@ DOM::SharedCellStylePtr const& StyleSequences::styleOf(FormatSequence const& seq
   return _styleOf.emplace(sequence, merge(sequence)).first->second;
 }
 
-DOM::CellStyle const& StyleSequences::flattened(FormatNumber format) const {
-  auto& style = _flattened[format];
-  if (!style) {
-    style = flattenNamedStyle(_styles, _formatRefs[format].second.get().getStyleUUID());
+DOM::CellStyle const& StyleSequences::flattened(StyleNumber style) const {
+  auto& known = _flattened[style];
+  if (!known) {
+    known = flattenNamedStyle(_styles, _uuids[style]);
   }
-  return *style;
+  return *known;
 }
 
-DOM::SharedCellStylePtr StyleSequences::merge(FormatSequence const& sequence) const {
+DOM::SharedCellStylePtr StyleSequences::merge(StyleSequence const& sequence) const {
   boost::optional<DOM::CellStyle> accumulated;
-  for (FormatNumber const format : sequence) {
-    mergeUnder(accumulated, flattened(format));
+  for (StyleNumber const style : sequence) {
+    mergeUnder(accumulated, flattened(style));
   }
   return _sharedObjectFactory.create(std::move(*accumulated));
 }
 
-DOM::SharedCellStylePtr const& StyleCursor::styleOf(FormatSequence const& sequence) {
+DOM::SharedCellStylePtr const& StyleCursor::styleOf(StyleSequence const& sequence) {
   static DOM::SharedCellStylePtr const noStyle;
   if (sequence.empty()) {
     return noStyle;

@@ -42,7 +42,7 @@ DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellIn
       return &condition;
     };
     auto const onHolds = [&](ConditionalFormatRef const& formatRef) {
-      _holding.push_back(number);
+      _parts._styleSequences.append(_holding, number);
       return stepAfter(formatRef.second);
     };
     if (judgeByFormat(_parts._formatRefs[number], obtainOperator, obtainValue, onHolds) ==

@@ -48,7 +48,7 @@ private:
   TableResolverParts const& _parts;
   FormatCursor _formatCursor;
   StyleCursor _styleCursor;
-  FormatSequence _holding;
+  StyleSequence _holding;
 };
 
 }  // namespace Zorv::ConditionalFormatters
