@@ -1,11 +1,11 @@
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <exception>
 #include <utility>
 
 #include "ConditionalFormatters/WholeTable/CndFrmt_OrderedParallel.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_RowBands.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_StyleRunBuilder.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_TableResolverParts.h"
 #include "DOM/Table.h"
@@ -20,42 +20,10 @@ using OfficeUtils::Clock;
 using OfficeUtils::PinnedMoment;
 using Positions = TableResolver::Positions;
 
-/// A range cut into bands of rows for several threads to work on.
-class Bands {
-public:
-  /// Of existing cells nothing lies below the used range, so bands there would be empty.
-  Bands(DOM::Table const& table, TableRange range, Positions positions) : _range(range) {
-    if (positions == Positions::Existing) {
-      TableRange const used = table.getUsedRange();
-      _range.firstRow = std::max(range.firstRow, used.firstRow);
-      _range.endRow = std::min(range.endRow, used.endRow);
-      _width =
-          std::min(range.endColumn, used.endColumn) - std::min(range.firstColumn, used.endColumn);
-    } else {
-      _width = range.endColumn - std::min(range.firstColumn, range.endColumn);
-    }
-    _height = std::max(1UL, cellsInBand / std::max(1UL, _width));
-  }
-
-  [[nodiscard]] std::size_t count() const noexcept {
-    unsigned long const rows = _range.endRow - std::min(_range.firstRow, _range.endRow);
-    return (rows + _height - 1) / _height;
-  }
-
-  [[nodiscard]] TableRange at(std::size_t number) const noexcept {
-    TableRange band = _range;
-    band.firstRow += number * _height;
-    band.endRow = std::min(_range.endRow, band.firstRow + _height);
-    return band;
-  }
-
-private:
-  static constexpr unsigned long cellsInBand = 4096;
-
-  TableRange _range;
-  unsigned long _width = 0;
-  unsigned long _height = 1;
-};
+RowBands cutIntoBands(DOM::Table const& table, TableRange const& range, Positions positions) {
+  return positions == Positions::Existing ? RowBands::ofCells(table, range)
+                                          : RowBands::ofPositions(range);
+}
 
 /// Calls `visit(cellInfo)` for the existing cells of a range, or for all its positions, in order.
 template <class Visit>
@@ -81,8 +49,9 @@ void forEachCell(DOM::Table const& table, TableRange const& range, Positions pos
   }
 }
 
-struct ResolvedCell {
-  DOM::CellInfo cellInfo;
+/// Cells that follow each other and have one style.
+struct StyledStretch {
+  std::size_t cellCount;
   DOM::SharedCellStylePtr const* style;  ///< lives as long as the resolver's parts
 };
 
@@ -97,7 +66,7 @@ struct BandResult {
 template <class Collect>
 class BandWorker {
 public:
-  BandWorker(TableResolverParts const& parts, Bands const& bands, Positions positions,
+  BandWorker(TableResolverParts const& parts, RowBands const& bands, Positions positions,
              Clock::TimePoint moment)
       : _table(parts.getTable()),
         _bands(bands),
@@ -121,21 +90,24 @@ public:
 
 private:
   DOM::Table const& _table;
-  Bands const& _bands;
+  RowBands const& _bands;
   Positions _positions;
   Clock::TimePoint _moment;
   CellResolver _cells;
 };
 
-class CollectCells {
+class CollectStretches {
 public:
-  void add(DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style) {
-    _cells.push_back({cellInfo, &style});
+  void add(DOM::CellInfo const& /*cellInfo*/, DOM::SharedCellStylePtr const& style) {
+    if (_stretches.empty() || _stretches.back().style != &style) {
+      _stretches.push_back({0, &style});
+    }
+    ++_stretches.back().cellCount;
   }
-  [[nodiscard]] std::vector<ResolvedCell> finish() { return std::move(_cells); }
+  [[nodiscard]] std::vector<StyledStretch> finish() { return std::move(_stretches); }
 
 private:
-  std::vector<ResolvedCell> _cells;
+  std::vector<StyledStretch> _stretches;
 };
 
 class CollectRuns {
@@ -149,14 +121,34 @@ private:
   StyleRunBuilder _runs;
 };
 
+/// Walks a band's cells again beside their styles, which is cheaper than handing each cell from one
+/// thread to another. The stretches end before the cell that threw, where one did.
+void visitStretches(DOM::Table const& table, TableRange const& band, Positions positions,
+                    std::vector<StyledStretch> const& stretches,
+                    TableResolver::Visitor const& visitor) {
+  auto stretch = stretches.begin();
+  std::size_t visited = 0;
+  forEachCell(table, band, positions, [&](DOM::CellInfo const& cellInfo) {
+    if (stretch == stretches.end()) {
+      return;
+    }
+    visitor(cellInfo, *stretch->style);
+    if (++visited == stretch->cellCount) {
+      ++stretch;
+      visited = 0;
+    }
+  });
+}
+
 template <class Collect, class Deliver>
 void resolveInBands(TableResolverParts const& parts, TableRange const& range, Positions positions,
                     unsigned threadCount, Deliver const& deliver) {
-  Bands const bands(parts.getTable(), range, positions);
+  RowBands const bands = cutIntoBands(parts.getTable(), range, positions);
   auto const moment = Clock::readCurrent();
   auto const makeWorker = [&] { return BandWorker<Collect>(parts, bands, positions, moment); };
+  std::size_t delivered = 0;
   auto const deliverBand = [&](auto const& result) {
-    deliver(result.collected);
+    deliver(bands.at(delivered++), result.collected);
     if (result.failure) {
       std::rethrow_exception(result.failure);
     }
@@ -186,12 +178,11 @@ void TableResolver::visit(TableRange const& range, Positions positions, Visitor 
                 [&](DOM::CellInfo const& cellInfo) { visitor(cellInfo, cells.resolve(cellInfo)); });
     return;
   }
-  resolveInBands<CollectCells>(*_parts, range, positions, threadCount,
-                               [&](std::vector<ResolvedCell> const& cells) {
-                                 for (ResolvedCell const& cell : cells) {
-                                   visitor(cell.cellInfo, *cell.style);
-                                 }
-                               });
+  resolveInBands<CollectStretches>(
+      *_parts, range, positions, threadCount,
+      [&](TableRange const& band, std::vector<StyledStretch> const& stretches) {
+        visitStretches(_parts->getTable(), band, positions, stretches, visitor);
+      });
 }
 
 std::vector<StyleRun> TableResolver::resolveRuns(TableRange const& range, Positions positions,
@@ -199,7 +190,9 @@ std::vector<StyleRun> TableResolver::resolveRuns(TableRange const& range, Positi
   StyleRunBuilder runs;
   resolveInBands<CollectRuns>(
       *_parts, range, positions, threadCount,
-      [&](std::vector<StyleRun> const& bandRuns) { runs.addRuns(bandRuns); });
+      [&](TableRange const& /*band*/, std::vector<StyleRun> const& bandRuns) {
+        runs.addRuns(bandRuns);
+      });
   return runs.finish();
 }
 

@@ -76,6 +76,13 @@ CellStore::Position CellStore::lowerBoundFrom(Position from, unsigned long row,
   return lowerBound(row, column);
 }
 
+std::pair<unsigned long, unsigned long> CellStore::getUsedRows() const noexcept {
+  if (_blocks.empty()) {
+    return {0, 0};
+  }
+  return {_firstKeys.front() >> columnBits, (_blocks.back().back().key >> columnBits) + 1};
+}
+
 TableRange CellStore::getUsedRange() const noexcept {
   if (_blocks.empty()) {
     return {};
@@ -88,8 +95,8 @@ TableRange CellStore::getUsedRange() const noexcept {
       lastColumn = std::max(lastColumn, entry.key & columnMask);
     }
   }
-  return {_firstKeys.front() >> columnBits, firstColumn,
-          (_blocks.back().back().key >> columnBits) + 1, lastColumn + 1};
+  auto const [firstRow, endRow] = getUsedRows();
+  return {firstRow, firstColumn, endRow, lastColumn + 1};
 }
 
 void CellStore::remapRows(Remap const& remap) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "DOM/Cell.h"
@@ -57,6 +58,8 @@ public:
     return entryAt(position).cell;
   }
 
+  /// The rows from the first to the last that hold a cell, half-open. Constant time.
+  [[nodiscard]] std::pair<unsigned long, unsigned long> getUsedRows() const noexcept;
   /// The smallest range that holds every cell; empty where there is none. Linear.
   [[nodiscard]] TableRange getUsedRange() const noexcept;
 

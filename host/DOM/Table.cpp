@@ -81,6 +81,10 @@ CellInfo Table::getCellInfo(unsigned long row, unsigned long column) const noexc
 
 std::size_t Table::getCellCount() const noexcept { return _cells.size(); }
 
+std::pair<unsigned long, unsigned long> Table::getUsedRows() const noexcept {
+  return _cells.getUsedRows();
+}
+
 TableRange Table::getUsedRange() const noexcept { return _cells.getUsedRange(); }
 
 std::pair<CellRangeIt<true>, CellRangeIt<true>> Table::getRangeIterators(
@@ -112,7 +116,7 @@ void Table::insertRows(unsigned long before, unsigned long count) {
   if (count == 0) {
     return;
   }
-  if (getUsedRange().endRow > rowCount - count) {
+  if (getUsedRows().second > rowCount - count) {
     throw BaseRuntimeError("inserting rows would push cells off the sheet");
   }
   _cells.remapRows(afterInsertion(before, count));

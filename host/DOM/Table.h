@@ -50,6 +50,9 @@ public:
   [[nodiscard]] Cell const* findCell(unsigned long row, unsigned long column) const noexcept;
   [[nodiscard]] CellInfo getCellInfo(unsigned long row, unsigned long column) const noexcept;
   [[nodiscard]] std::size_t getCellCount() const noexcept;
+  /// The rows from the first to the last that hold a cell, half-open; none where there is no cell.
+  /// Constant time.
+  [[nodiscard]] std::pair<unsigned long, unsigned long> getUsedRows() const noexcept;
   /// The smallest range that holds every cell; empty where there is none. Linear in the number of
   /// cells.
   [[nodiscard]] TableRange getUsedRange() const noexcept;

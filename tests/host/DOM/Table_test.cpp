@@ -30,12 +30,14 @@ TEST(Table, HoldsOnlyTheCellsThatItWasGiven) {
   Table table;
   EXPECT_EQ(table.getCellCount(), 0U);
   EXPECT_EQ(table.getUsedRange(), TableRange());
+  EXPECT_EQ(table.getUsedRows(), std::pair(0UL, 0UL));
   table.setValue(5, 2, number(1.5));
   table.obtainCell(7, 9);
   EXPECT_EQ(table.getCellCount(), 2U);
   EXPECT_EQ(readNumber(table, 5, 2), 1.5);
   EXPECT_EQ(table.findCell(5, 3), nullptr);
   EXPECT_EQ(table.getUsedRange(), (TableRange{5, 2, 8, 10}));
+  EXPECT_EQ(table.getUsedRows(), std::pair(5UL, 8UL));
   table.removeCell(5, 2);
   table.removeCell(5, 2);
   EXPECT_EQ(table.findCell(5, 2), nullptr);
