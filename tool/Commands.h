@@ -3,6 +3,7 @@
 #include <iosfwd>
 
 #include "tool/Errors.h"
+#include "tool/ProgressBar.h"
 #include "tool/Report.h"
 #include "tool/Selection.h"
 
@@ -11,8 +12,10 @@
 namespace Zorv::Tool {
 
 /// Every cell that conditional formats style, its style, and the rules that decide.
+/// The progress bar shows how far the resolving of each sheet is.
 /// BadFile where a condition could not be evaluated: the cell is then missing.
-[[nodiscard]] ExitStatus runResolve(Selection const& selection, std::ostream& out, Report& report);
+[[nodiscard]] ExitStatus runResolve(Selection const& selection, std::ostream& out, Report& report,
+                                    ProgressBar& progress);
 
 /// The rules of each sheet by priority, those that are not resolved included.
 [[nodiscard]] ExitStatus runRules(Selection const& selection, std::ostream& out);

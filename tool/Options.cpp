@@ -1,6 +1,9 @@
 #include "tool/Options.h"
 
+#include <algorithm>
+#include <charconv>
 #include <ostream>
+#include <thread>
 #include <utility>
 
 #include <fmt/format.h>
@@ -20,6 +23,7 @@ struct Arguments {
   std::optional<std::string> sheet;
   std::optional<std::string> range;
   std::string format = "table";
+  std::optional<std::string> threads;
   std::optional<std::string> now;
   std::string timeZone = "UTC";
   std::string locale = "en-US";
@@ -40,6 +44,11 @@ void addOptions(CLI::App& command, Arguments& arguments, bool withFormat) {
                      "The zone of that moment, such as Europe/Berlin (default: UTC)");
   command.add_option("--locale", arguments.locale,
                      "Language and country, such as de-DE (default: en-US)");
+}
+
+void addThreads(CLI::App& command, Arguments& arguments) {
+  command.add_option("--threads", arguments.threads,
+                     "How many threads work, 1 to 256 (default: one for each core)");
 }
 
 DOM::TimeZone findTimeZone(std::string const& name) {
@@ -86,6 +95,22 @@ TableRange readRange(std::string const& text) {
   return *range;
 }
 
+constexpr unsigned mostThreads = 256;
+
+unsigned readThreadCount(std::optional<std::string> const& text) {
+  if (!text) {
+    return std::clamp(std::thread::hardware_concurrency(), 1U, mostThreads);
+  }
+  unsigned count = 0;
+  auto const* const end = text->data() + text->size();
+  auto const [rest, error] = std::from_chars(text->data(), end, count);
+  if (error != std::errc() || rest != end || count < 1 || count > mostThreads) {
+    throw UsageError(fmt::format(
+        "--threads: \"{}\" is no number of threads; write one from 1 to {}", *text, mostThreads));
+  }
+  return count;
+}
+
 Options toOptions(Arguments arguments, Command command) {
   Options options;
   options.command = command;
@@ -95,6 +120,7 @@ Options toOptions(Arguments arguments, Command command) {
     options.range = readRange(*arguments.range);
   }
   options.format = arguments.format == "json" ? OutputFormat::Json : OutputFormat::Table;
+  options.threadCount = readThreadCount(arguments.threads);
   options.timeZone = findTimeZone(arguments.timeZone);
   options.now = readNow(arguments.now, options.timeZone);
   checkLocale(arguments.locale);
@@ -119,6 +145,7 @@ std::variant<Options, ExitStatus> parseCommandLine(int argc, char const* const* 
   auto* const verdicts = app.add_subcommand(
       "verdicts", "Print for each rule and cell whether the rule's condition holds by itself");
   addOptions(*resolve, arguments, true);
+  addThreads(*resolve, arguments);
   addOptions(*rules, arguments, true);
   addOptions(*verdicts, arguments, false);
   try {

@@ -23,6 +23,7 @@ struct Options {
   std::optional<std::string> sheet;
   std::optional<TableRange> range;
   OutputFormat format = OutputFormat::Table;
+  unsigned threadCount = 1;  ///< at least 1
   OfficeUtils::Clock::TimePoint now;
   DOM::TimeZone timeZone;
   std::string localeName;

@@ -24,6 +24,19 @@ std::vector<TableRange> clip(std::vector<TableRange> const& ranges, TableRange c
   return clipped;
 }
 
+/// The smallest range that holds both.
+TableRange enclose(TableRange const& a, TableRange const& b) noexcept {
+  return {std::min(a.firstRow, b.firstRow), std::min(a.firstColumn, b.firstColumn),
+          std::max(a.endRow, b.endRow), std::max(a.endColumn, b.endColumn)};
+}
+
+/// Whether a range that holds so many positions of a union holds few others.
+bool isWellFilled(TableRange const& range, std::uint64_t count) noexcept {
+  constexpr std::uint64_t leastShare = 8;
+  return std::uint64_t{range.endRow - range.firstRow} * (range.endColumn - range.firstColumn) <=
+         leastShare * count;
+}
+
 /// The rows at which a range begins or ends, ascending.
 std::vector<unsigned long> findEdges(std::vector<TableRange> const& ranges) {
   std::vector<unsigned long> edges;
@@ -62,6 +75,26 @@ bool PositionUnion::Band::contains(unsigned long column) const noexcept {
   return std::any_of(columns.begin(), columns.end(), [column](Columns const& part) {
     return part.first <= column && column < part.end;
   });
+}
+
+std::uint64_t PositionUnion::Band::size() const noexcept {
+  std::uint64_t width = 0;
+  for (auto const& part : columns) {
+    width += part.end - part.first;
+  }
+  return width * (endRow - firstRow);
+}
+
+TableRange PositionUnion::Band::getBounds() const noexcept {
+  return {firstRow, columns.front().first, endRow, columns.back().end};
+}
+
+void PositionUnion::Band::appendRows(std::vector<TableRange>& ranges) const {
+  for (auto row = firstRow; row < endRow; ++row) {
+    for (auto const& part : columns) {
+      ranges.push_back({row, part.first, row + 1, part.end});
+    }
+  }
 }
 
 PositionUnion::PositionUnion(std::vector<TableRange> const& ranges, TableRange const& bounds) {
@@ -103,11 +136,29 @@ std::vector<PositionUnion::Columns> PositionUnion::joinColumns(
 std::uint64_t PositionUnion::size() const noexcept {
   std::uint64_t count = 0;
   for (auto const& band : _bands) {
-    for (auto const& columns : band.columns) {
-      count += std::uint64_t{band.endRow - band.firstRow} * (columns.end - columns.first);
-    }
+    count += band.size();
   }
   return count;
+}
+
+std::vector<TableRange> PositionUnion::cover() const {
+  std::vector<TableRange> ranges;
+  std::uint64_t covered = 0;  // positions of the union in the last of them
+  for (auto const& band : _bands) {
+    auto const bounds = band.getBounds();
+    auto const joined = ranges.empty() ? bounds : enclose(ranges.back(), bounds);
+    if (covered > 0 && isWellFilled(joined, covered + band.size())) {
+      ranges.back() = joined;
+      covered += band.size();
+    } else if (isWellFilled(bounds, band.size())) {
+      ranges.push_back(bounds);
+      covered = band.size();
+    } else {
+      band.appendRows(ranges);
+      covered = 0;
+    }
+  }
+  return ranges;
 }
 
 }  // namespace Zorv::Tool

@@ -27,6 +27,11 @@ public:
   /// How many positions there are.
   [[nodiscard]] std::uint64_t size() const noexcept;
 
+  /// Ranges that hold every position, and at most seven others for each: one range for most unions.
+  /// They do not overlap, and going through one after the other, row by row, each row from the
+  /// left, is going through the union in order.
+  [[nodiscard]] std::vector<TableRange> cover() const;
+
   /// Calls `visit(cellInfo)` for every position, whether it holds a cell or not.
   template <class Visitor>
   void forEachPosition(DOM::Table const& table, Visitor const& visit) const {
@@ -68,6 +73,10 @@ private:
     std::vector<Columns> columns;  ///< ascending, apart from one another, at least one
 
     [[nodiscard]] bool contains(unsigned long column) const noexcept;
+    [[nodiscard]] std::uint64_t size() const noexcept;
+    [[nodiscard]] TableRange getBounds() const noexcept;
+    /// Each part of each row by itself.
+    void appendRows(std::vector<TableRange>& ranges) const;
   };
 
   static std::vector<Columns> joinColumns(std::vector<TableRange> const& ranges);

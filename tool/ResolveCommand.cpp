@@ -1,11 +1,13 @@
 #include <memory>
-#include <string_view>
+#include <numeric>
+#include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "tool/Commands.h"
 #include "tool/PositionUnion.h"
 #include "tool/ResolveOutput.h"
 #include "tool/SheetConditions.h"
+#include "tool/SheetPass.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Tool {
@@ -15,10 +17,11 @@ namespace {
 /// Hands the cells of one selection, sheet by sheet, to an output.
 class Resolver {
 public:
-  Resolver(Selection const& selection, Report& report, ResolveOutput& output)
+  Resolver(Selection const& selection, Report& report, ResolveOutput& output, ProgressBar& progress)
       : _selection(selection),
         _report(report),
         _output(output),
+        _progress(progress),
         _provider(makeProvider(selection)),
         _calculator(makeProvider(selection)) {}
 
@@ -28,23 +31,19 @@ public:
     SheetConditions conditions(
         *_provider, *sheet.table, rulesOf(index),
         [this](Workbook::Rule const& rule, DOM::CellInfo const& cell, char const* problem) {
+          _progress.clear();
           _report.sayFailure(rule, cell.getCellIndex(), problem);
         });
     auto const styles = _calculator.prepare(_selection.getDocument().getStyles(), *sheet.table);
-    auto const resolveCell = [&](DOM::CellInfo const& cellInfo) {
-      auto deciding = conditions.findDeciding(formatRefs, cellInfo);
-      if (deciding && !deciding->empty()) {
-        _output.add({cellInfo, styles.resolve(cellInfo), std::move(*deciding)});
-      }
-    };
+    SheetPass pass(*sheet.table, styles, formatRefs, conditions, _output, _progress);
 
     _output.beginSheet(sheet);
     auto const positions = positionsOf(formatRefs, index);
     if (positions.size() <= mostPositions) {
-      positions.forEachPosition(*sheet.table, resolveCell);
+      resolveRanges(sheet, positions.cover(), SheetPass::Positions::All, pass);
     } else {
       _report.saySparse(index, positions.size());
-      positions.forEachCell(*sheet.table, resolveCell);
+      resolveRanges(sheet, {_selection.getBounds(index)}, SheetPass::Positions::Existing, pass);
     }
   }
 
@@ -53,6 +52,18 @@ private:
     auto const& options = selection.getOptions();
     return std::make_unique<Workbook::DocumentValueProvider>(selection.getDocument(),
                                                              options.localeName, options.timeZone);
+  }
+
+  void resolveRanges(Workbook::Sheet const& sheet, std::vector<TableRange> const& ranges,
+                     SheetPass::Positions positions, SheetPass& pass) {
+    _progress.begin(sheet.name, std::accumulate(ranges.begin(), ranges.end(), std::uint64_t{0},
+                                                [](std::uint64_t rows, TableRange const& range) {
+                                                  return rows + range.endRow - range.firstRow;
+                                                }));
+    for (auto const& range : ranges) {
+      pass.resolve(range, positions, _selection.getOptions().threadCount);
+    }
+    _progress.clear();
   }
 
   PositionUnion positionsOf(ConditionalFormatters::ConditionalFormatRefs const& formatRefs,
@@ -78,19 +89,21 @@ private:
   Selection const& _selection;
   Report& _report;
   ResolveOutput& _output;
+  ProgressBar& _progress;
   std::unique_ptr<Workbook::DocumentValueProvider> _provider;
   ConditionalFormatters::ConditionalFormattingPropsCalculator _calculator;
 };
 
 }  // namespace
 
-ExitStatus runResolve(Selection const& selection, std::ostream& out, Report& report) {
+ExitStatus runResolve(Selection const& selection, std::ostream& out, Report& report,
+                      ProgressBar& progress) {
   auto const& options = selection.getOptions();
   OfficeUtils::LocaleContext const locale(options.localeName,
                                           selection.getDocument().getDateSystem());
   auto const output = options.format == OutputFormat::Json ? makeResolveJson(selection, out)
                                                            : makeResolveTable(locale, out);
-  Resolver resolver(selection, report, *output);
+  Resolver resolver(selection, report, *output, progress);
   for (auto const sheet : selection.getSheets()) {
     resolver.resolveSheet(sheet);
   }

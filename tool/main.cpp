@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <exception>
 #include <iostream>
 #include <variant>
@@ -6,6 +8,7 @@
 #include "tool/Commands.h"
 #include "tool/Errors.h"
 #include "tool/Options.h"
+#include "tool/ProgressBar.h"
 #include "tool/Report.h"
 #include "tool/Selection.h"
 #include "workbook/LoadWorkbook.h"
@@ -14,10 +17,23 @@ namespace {
 
 using namespace Zorv::Tool;
 
-ExitStatus runCommand(Selection const& selection, std::ostream& out, Report& report) {
+/// Results that come while the work goes on would run into a bar on the same terminal.
+bool canShowProgress(Options const& options) {
+  return isatty(STDERR_FILENO) == 1 &&
+         (options.format != OutputFormat::Json || isatty(STDOUT_FILENO) == 0);
+}
+
+ExitStatus runResolveWithProgress(Selection const& selection, std::ostream& out, std::ostream& err,
+                                  Report& report) {
+  ProgressBar progress(err, canShowProgress(selection.getOptions()));
+  return runResolve(selection, out, report, progress);
+}
+
+ExitStatus runCommand(Selection const& selection, std::ostream& out, std::ostream& err,
+                      Report& report) {
   switch (selection.getOptions().command) {
     case Command::Resolve:
-      return runResolve(selection, out, report);
+      return runResolveWithProgress(selection, out, err, report);
     case Command::Rules:
       return runRules(selection, out);
     case Command::Verdicts:
@@ -32,7 +48,7 @@ ExitStatus run(Options const& options, std::ostream& out, std::ostream& err) {
   Selection const selection(document, options);
   Report report(err, selection);
   report.sayFindings();
-  auto const status = runCommand(selection, out, report);
+  auto const status = runCommand(selection, out, err, report);
   out.flush();
   if (!out) {
     throw ContentError(options.file + ": the result could not be written; is the disk full?");

@@ -55,6 +55,34 @@ TEST(PositionUnion, RangesAreExtendedDownAndRightAsFarAsTheSheetGoes) {
   EXPECT_EQ(extend(TableRange{}, 10), TableRange{});
 }
 
+struct CoverCase {
+  std::string name;
+  std::vector<TableRange> ranges;
+  std::vector<TableRange> cover;
+};
+
+class PositionUnionCover : public testing::TestWithParam<CoverCase> {};
+
+TEST_P(PositionUnionCover, HoldsFewOtherPositions) {
+  EXPECT_EQ(PositionUnion(GetParam().ranges, wholeSheet).cover(), GetParam().cover);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Unions, PositionUnionCover,
+    testing::Values(
+        CoverCase{"Nothing", {}, {}}, CoverCase{"OneRange", {{1, 2, 30, 4}}, {{1, 2, 30, 4}}},
+        CoverCase{"Overlapping", {{0, 0, 4, 2}, {2, 1, 6, 3}}, {{0, 0, 6, 3}}},
+        CoverCase{"ColumnsWithSixBetween", {{0, 0, 9, 1}, {0, 7, 9, 8}}, {{0, 0, 9, 8}}},
+        CoverCase{"ColumnsWithFifteenBetween",
+                  {{0, 0, 2, 1}, {0, 16, 2, 17}},
+                  {{0, 0, 1, 1}, {0, 16, 1, 17}, {1, 0, 2, 1}, {1, 16, 2, 17}}},
+        CoverCase{"RowsWithSixBetween", {{0, 0, 1, 5}, {7, 0, 8, 5}}, {{0, 0, 8, 5}}},
+        CoverCase{"RowsFarApart", {{0, 0, 1, 5}, {90, 0, 91, 5}}, {{0, 0, 1, 5}, {90, 0, 91, 5}}},
+        CoverCase{"RowsAfterColumnsFarApart",
+                  {{0, 0, 1, 1}, {0, 90, 1, 91}, {1, 0, 5, 91}},
+                  {{0, 0, 1, 1}, {0, 90, 1, 91}, {1, 0, 5, 91}}}),
+    [](auto const& test) { return test.param.name; });
+
 TEST(PositionUnion, CountsMoreThanCanBeVisited) {
   EXPECT_EQ(PositionUnion({wholeSheet}, wholeSheet).size(), 17'179'869'184U);
 }
