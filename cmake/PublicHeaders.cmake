@@ -32,6 +32,7 @@ target_sources(
                host/Formulas/CalcShiftedExpr.h
                host/Formulas/Context.h
                host/Formulas/ContextProvider.h
+               host/Formulas/EvaluationSession.h
                host/Formulas/ListObject.h
                host/Formulas/ParseExpr.h
                host/Formulas/RuntimeDependenciesResolver.h

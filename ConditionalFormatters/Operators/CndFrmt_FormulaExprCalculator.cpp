@@ -95,14 +95,15 @@ boost::optional<FormulaValue> FormulaExprCalculator::calculate(
 }
 
 boost::optional<FormulaValue> FormulaExprCalculator::calculateInPlace(
-    DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell) const {
+    DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
+    Formulas::EvaluationSession& session) const {
   Formulas::RuntimeDependenciesResolver resolver;
   Formulas::TableContext const* const tableContext = _contextProvider->getTableContext(*_table);
   Formulas::Context const context(tableContext, cell.getRow(), cell.getColumn(), boost::none,
                                   DOM::RowID(0), DOM::ColumnID(0));
   auto const [columnOffset, rowOffset] = calculateOffsets(cell, _baseCell);
   return reduceToValue(Formulas::calcShiftedExpr(expr, columnOffset, rowOffset, context,
-                                                 getFormulasContextProvider(), resolver));
+                                                 getFormulasContextProvider(), resolver, session));
 }
 
 }  // namespace Zorv::ConditionalFormatters

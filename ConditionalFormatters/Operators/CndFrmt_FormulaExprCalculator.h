@@ -16,6 +16,7 @@ class Expr;
 
 namespace Zorv::Formulas {
 class ContextProvider;
+class EvaluationSession;
 }  // namespace Zorv::Formulas
 
 namespace Zorv::ConditionalFormatters {
@@ -43,9 +44,11 @@ public:
   [[nodiscard]] boost::optional<FormulaValue> calculate(DOM::FormulaSyntaxTree::Expr const& expr,
                                                         CellIndex cell) const;
 
-  /// The same value, evaluated without a shifted copy of the expression.
+  /// The same value, evaluated without a shifted copy of the expression, in a session of an
+  /// unchanged document.
   [[nodiscard]] boost::optional<FormulaValue> calculateInPlace(
-      DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell) const;
+      DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
+      Formulas::EvaluationSession& session) const;
 
 private:
   DOM::Table const* _table;

@@ -24,15 +24,16 @@ bool isSameForEveryCell(DOM::FormulaSyntaxTree::Expr const& expr) noexcept {
 
 }  // namespace
 
-bool PreparedCondition::operator()(FormulaValueData const& data) const {
+bool PreparedCondition::operator()(FormulaValueData const& data,
+                                   Formulas::EvaluationSession& session) const {
   Operator const& condition = *_ready.load(std::memory_order_acquire);
   switch (_formatRef.second.get().getOperator().which()) {
     case FormulaRecord::Unary:
-      return judge(static_cast<UnaryOperator const&>(condition), data);
+      return judge(static_cast<UnaryOperator const&>(condition), data, session);
     case FormulaRecord::Binary:
-      return judge(static_cast<BinaryOperator const&>(condition), data);
+      return judge(static_cast<BinaryOperator const&>(condition), data, session);
     case FormulaRecord::Text:
-      return judge(static_cast<TextOperator const&>(condition), data);
+      return judge(static_cast<TextOperator const&>(condition), data, session);
     default:
       return condition(data);
   }
@@ -62,19 +63,20 @@ void PreparedCondition::evaluateOnce(Argument& argument, Evaluate const& evaluat
 }
 
 template <class FormulaOperator>
-bool PreparedCondition::judge(FormulaOperator const& condition,
-                              FormulaValueData const& data) const {
+bool PreparedCondition::judge(FormulaOperator const& condition, FormulaValueData const& data,
+                              Formulas::EvaluationSession& session) const {
   std::array<boost::optional<FormulaValue>, 2> ownValues;
   auto const calculate =
       [&](std::size_t number,
           DOM::FormulaSyntaxTree::Expr const& expr) -> boost::optional<FormulaValue> const& {
     FormulaExprCalculator const& calculator = condition.getCalculator();
     if (!isSameForEveryCell(expr)) {
-      return ownValues[number] = calculator.calculateInPlace(expr, data.cellIndex);
+      return ownValues[number] = calculator.calculateInPlace(expr, data.cellIndex, session);
     }
     Argument& argument = _arguments[number];
     if (!argument.isEvaluated.load(std::memory_order_acquire)) {
-      evaluateOnce(argument, [&] { return calculator.calculateInPlace(expr, data.cellIndex); });
+      evaluateOnce(argument,
+                   [&] { return calculator.calculateInPlace(expr, data.cellIndex, session); });
     }
     return argument.value;
   };

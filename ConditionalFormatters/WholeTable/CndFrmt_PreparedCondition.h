@@ -17,6 +17,10 @@ namespace Zorv::DOM::FormulaSyntaxTree {
 class Expr;
 }  // namespace Zorv::DOM::FormulaSyntaxTree
 
+namespace Zorv::Formulas {
+class EvaluationSession;
+}  // namespace Zorv::Formulas
+
 namespace Zorv::ConditionalFormatters {
 
 class FormulaExprCalculator;
@@ -37,8 +41,9 @@ public:
     }
   }
 
-  /// What the operator answers. Requires obtainOperator().
-  [[nodiscard]] bool operator()(FormulaValueData const& data) const;
+  /// What the operator answers. Requires obtainOperator(), and a session of the calling thread.
+  [[nodiscard]] bool operator()(FormulaValueData const& data,
+                                Formulas::EvaluationSession& session) const;
 
 private:
   /// The value of an argument that is the same for every cell, once it is evaluated.
@@ -51,7 +56,8 @@ private:
   template <class Evaluate>
   void evaluateOnce(Argument& argument, Evaluate const& evaluate) const;
   template <class FormulaOperator>
-  [[nodiscard]] bool judge(FormulaOperator const& condition, FormulaValueData const& data) const;
+  [[nodiscard]] bool judge(FormulaOperator const& condition, FormulaValueData const& data,
+                           Formulas::EvaluationSession& session) const;
 
   OperatorsFactory const& _factory;
   ConditionalFormatRef const& _formatRef;

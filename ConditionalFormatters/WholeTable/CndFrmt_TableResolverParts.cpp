@@ -36,10 +36,11 @@ DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellIn
   };
   auto const& formats = _formatCursor.moveTo(cellInfo.getRowIndex(), cellInfo.getColIndex());
   for (FormatNumber const number : formats) {
+    PreparedCondition const& condition = _parts._conditions[number];
+    auto const ask = [&](FormulaValueData const& asked) { return condition(asked, _session); };
     auto const obtainOperator = [&](ConditionalFormatRef const&) {
-      PreparedCondition const& condition = _parts._conditions[number];
       condition.obtainOperator();
-      return &condition;
+      return &ask;
     };
     auto const onHolds = [&](ConditionalFormatRef const& formatRef) {
       _parts._styleSequences.append(_holding, number);

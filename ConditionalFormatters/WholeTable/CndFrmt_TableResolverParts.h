@@ -10,6 +10,7 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_StyleSequences.h"
 #include "DOM/CellInfo.h"
 #include "DOM/SharedStyle.h"
+#include "Formulas/EvaluationSession.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -49,6 +50,7 @@ private:
   FormatCursor _formatCursor;
   StyleCursor _styleCursor;
   StyleSequence _holding;
+  Formulas::EvaluationSession _session;
 };
 
 }  // namespace Zorv::ConditionalFormatters

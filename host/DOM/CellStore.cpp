@@ -58,12 +58,29 @@ Cell const* CellStore::find(unsigned long row, unsigned long column) const noexc
 }
 
 CellStore::Position CellStore::lowerBound(unsigned long row, unsigned long column) const noexcept {
+  return lowerBound(makeKey(row, column));
+}
+
+CellStore::Position CellStore::lowerBound(Key key) const noexcept {
   if (_blocks.empty()) {
     return end();
   }
-  Key const key = makeKey(row, column);
   std::size_t const block = blockOf(key);
   return normalised({block, offsetIn(_blocks[block], key)});
+}
+
+CellStore::Position CellStore::searchNear(Position hint, Key key) const noexcept {
+  if (isInside(hint)) {
+    Position const after = next(hint);
+    if (entryAt(hint).key < key && isInside(after) && key <= entryAt(after).key) {
+      return after;
+    }
+    Block const& block = _blocks[hint.block];
+    if (block.front().key <= key && key <= block.back().key) {
+      return {hint.block, offsetIn(block, key)};
+    }
+  }
+  return lowerBound(key);
 }
 
 CellStore::Position CellStore::lowerBoundFrom(Position from, unsigned long row,
@@ -111,10 +128,6 @@ void CellStore::remapColumns(Remap const& remap) {
     auto const column = remap(key & columnMask);
     return column ? std::optional<Key>(makeKey(key >> columnBits, *column)) : std::nullopt;
   });
-}
-
-CellStore::Key CellStore::makeKey(unsigned long row, unsigned long column) noexcept {
-  return (Key{row} << columnBits) | column;
 }
 
 std::size_t CellStore::offsetIn(Block const& block, Key key) noexcept {

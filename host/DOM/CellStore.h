@@ -38,6 +38,19 @@ public:
   void remove(unsigned long row, unsigned long column);
   [[nodiscard]] Cell const* find(unsigned long row, unsigned long column) const noexcept;
 
+  /// The same, where the cell is likely to be the one at `hint`, the next one, or near: constant
+  /// time for these two, and one binary search in a block of cells for one in the same block. Any
+  /// position will do as a hint, also one of an earlier state of the store. Sets the hint to the
+  /// first cell that is not before the row and the column.
+  [[nodiscard]] Cell const* find(unsigned long row, unsigned long column,
+                                 Position& hint) const noexcept {
+    Key const key = makeKey(row, column);
+    if (!isInside(hint) || entryAt(hint).key != key) {
+      hint = searchNear(hint, key);
+    }
+    return isInside(hint) && entryAt(hint).key == key ? &entryAt(hint).cell : nullptr;
+  }
+
   /// The first cell that is not before a row and a column, in the order of the cells.
   [[nodiscard]] Position lowerBound(unsigned long row, unsigned long column) const noexcept;
   /// The same, where it is known not to lie before `from`.
@@ -78,7 +91,10 @@ private:
   };
   using Block = std::vector<Entry>;
 
-  [[nodiscard]] static Key makeKey(unsigned long row, unsigned long column) noexcept;
+  [[nodiscard]] static Key makeKey(unsigned long row, unsigned long column) noexcept {
+    return (Key{row} << columnBits) | column;
+  }
+  [[nodiscard]] Position lowerBound(Key key) const noexcept;
   [[nodiscard]] static std::size_t offsetIn(Block const& block, Key key) noexcept;
   [[nodiscard]] std::size_t blockOf(Key key) const noexcept;
   [[nodiscard]] Entry const& entryAt(Position position) const noexcept {
@@ -88,6 +104,11 @@ private:
     bool const inside = position.offset < _blocks[position.block].size();
     return inside ? position : Position{position.block + 1, 0};
   }
+  [[nodiscard]] bool isInside(Position position) const noexcept {
+    return position.block < _blocks.size() && position.offset < _blocks[position.block].size();
+  }
+  /// The first cell that is not before a key, looked for near a position first.
+  [[nodiscard]] Position searchNear(Position hint, Key key) const noexcept;
   void append(Entry entry);
   std::size_t makeRoom(std::size_t blockIndex, Key key);
   template <class NewKey>

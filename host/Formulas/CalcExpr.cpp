@@ -9,7 +9,8 @@ namespace Zorv::Formulas {
 
 CalcResult calcExpr(DOM::FormulaSyntaxTree::Expr const& expr, Context const& context,
                     ContextProvider const& contextProvider, RuntimeDependenciesResolver& resolver) {
-  return evaluateExpr(expr, Offset{}, context, contextProvider, resolver);
+  Workspace workspace;
+  return evaluateExpr(expr, Offset{}, context, contextProvider, resolver, workspace);
 }
 
 }  // namespace Zorv::Formulas

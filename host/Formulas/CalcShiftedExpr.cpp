@@ -7,9 +7,9 @@ namespace Zorv::Formulas {
 CalcResult calcShiftedExpr(DOM::FormulaSyntaxTree::Expr const& expr, int columnOffset,
                            int rowOffset, Context const& context,
                            ContextProvider const& contextProvider,
-                           RuntimeDependenciesResolver& resolver) {
+                           RuntimeDependenciesResolver& resolver, EvaluationSession& session) {
   Offset const offset{.rows = rowOffset, .columns = columnOffset};
-  return evaluateExpr(expr, offset, context, contextProvider, resolver);
+  return evaluateExpr(expr, offset, context, contextProvider, resolver, session.obtainWorkspace());
 }
 
 }  // namespace Zorv::Formulas

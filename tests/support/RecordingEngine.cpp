@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/EvaluationSession.h"
 #include "Formulas/ShiftExpr.h"
 
 namespace Zorv::TestSupport {
@@ -94,6 +95,13 @@ Formulas::CalcResult makeReferenceResult() { return std::make_shared<Formulas::R
 
 namespace Zorv::Formulas {
 
+struct Workspace {};
+
+EvaluationSession::EvaluationSession() noexcept = default;
+EvaluationSession::EvaluationSession(EvaluationSession&&) noexcept = default;
+EvaluationSession& EvaluationSession::operator=(EvaluationSession&&) noexcept = default;
+EvaluationSession::~EvaluationSession() = default;
+
 CalcResult calcExpr(DOM::FormulaSyntaxTree::Expr const& expr, Context const& context,
                     ContextProvider const& contextProvider, RuntimeDependenciesResolver& resolver) {
   auto const result = TestSupport::RecordingEngine::getInForce().calc({
@@ -132,7 +140,7 @@ std::unique_ptr<DOM::FormulaSyntaxTree::Expr> shiftExpr(DOM::FormulaSyntaxTree::
 CalcResult calcShiftedExpr(DOM::FormulaSyntaxTree::Expr const& expr, int columnOffset,
                            int rowOffset, Context const& context,
                            ContextProvider const& contextProvider,
-                           RuntimeDependenciesResolver& resolver) {
+                           RuntimeDependenciesResolver& resolver, EvaluationSession& /*session*/) {
   auto const& tableContext = *context.getTableContext();
   auto const shifted =
       shiftExpr(expr, tableContext, columnOffset, rowOffset, tableContext.getDocTableIndex(), true);

@@ -19,6 +19,7 @@ void* Arena::LimitedHeap::do_allocate(std::size_t size, std::size_t alignment) {
 
 void Arena::LimitedHeap::do_deallocate(void* memory, std::size_t size, std::size_t alignment) {
   std::pmr::new_delete_resource()->deallocate(memory, size, alignment);
+  _taken -= size;
 }
 
 }  // namespace Zorv::Formulas

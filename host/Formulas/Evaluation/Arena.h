@@ -9,7 +9,8 @@
 
 namespace Zorv::Formulas {
 
-/// The memory of one evaluation: everything in it goes at once, when the evaluation ends.
+/// The memory of one evaluation after the other: everything in it goes at once, when the evaluation
+/// ends.
 ///
 /// The first part lies in the object itself, so that ordinary formulas take nothing from the heap.
 /// Throws EvaluationTooLarge when an evaluation takes more than its share.
@@ -42,6 +43,9 @@ public:
     text.copy(copy.data(), text.size());
     return {copy.data(), copy.size()};
   }
+
+  /// Ends the life of everything in it, and gives back what was taken from the heap.
+  void release() noexcept { _pool.release(); }
 
 private:
   /// The heap, up to a limit.

@@ -79,10 +79,10 @@ CalcResult toArrayResult(Evaluator& evaluator, Value const& value) {
 
 CalcResult evaluateExpr(DOM::FormulaSyntaxTree::Expr const& expr, Offset offset,
                         Context const& context, ContextProvider const& contextProvider,
-                        RuntimeDependenciesResolver& resolver) {
+                        RuntimeDependenciesResolver& resolver, Workspace& workspace) {
   bool const isArrayFormula = context.getArrayFormulaIndices().has_value();
   try {
-    Evaluator evaluator(context, contextProvider, resolver);
+    Evaluator evaluator(context, contextProvider, resolver, workspace);
     Mode const mode = isArrayFormula ? Mode::ByElement : Mode::Single;
     Value const value = evaluator.evaluate(expr.getParts(), offset, mode);
     return isArrayFormula ? toArrayResult(evaluator, value) : toResult(evaluator, value);

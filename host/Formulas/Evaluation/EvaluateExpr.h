@@ -13,6 +13,6 @@ namespace Zorv::Formulas {
 [[nodiscard]] CalcResult evaluateExpr(DOM::FormulaSyntaxTree::Expr const& expr, Offset offset,
                                       Context const& context,
                                       ContextProvider const& contextProvider,
-                                      RuntimeDependenciesResolver& resolver);
+                                      RuntimeDependenciesResolver& resolver, Workspace& workspace);
 
 }  // namespace Zorv::Formulas

@@ -30,7 +30,7 @@ Value Evaluator::evaluate(ExprParts const& parts, Offset offset, Mode mode) {
   if (parts.nodes.empty()) {
     return {};
   }
-  Frame const frame{&parts, offset, _arena.makeArray<Value>(parts.localNameCount)};
+  Frame const frame{&parts, offset, arena().makeArray<Value>(parts.localNameCount)};
   return evaluateNode(frame, static_cast<std::uint32_t>(parts.nodes.size() - 1), mode);
 }
 
@@ -125,13 +125,13 @@ Array const& Evaluator::toArray(Value const& value) {
     return value.asArray();
   }
   if (value.isReference()) {
-    return readArray(_arena, value.asArea());
+    return readArray(arena(), value.asArea());
   }
   Value const single = toOperand(value, Mode::Single);
-  return _arena.make(Array{1, 1, 1, &_arena.make(single)});
+  return arena().make(Array{1, 1, 1, &arena().make(single)});
 }
 
-Value Evaluator::makeText(std::string_view text) { return checkText(_arena.copyText(text)); }
+Value Evaluator::makeText(std::string_view text) { return checkText(arena().copyText(text)); }
 
 Value Evaluator::checkText(std::string_view text) noexcept {
   bool const isTooLong =
@@ -167,7 +167,7 @@ Value Evaluator::evaluateUnary(Frame const& frame, Node const& node, Mode mode) 
   if (!argument.isArray()) {
     return applyUnary(node.op, argument, locale());
   }
-  return mapArray(_arena, argument.asArray(),
+  return mapArray(arena(), argument.asArray(),
                   [&](Value const& element) { return applyUnary(node.op, element, locale()); });
 }
 
@@ -200,18 +200,18 @@ Value Evaluator::combine(Operator op, Value const& left, Value const& right) {
 Value Evaluator::evaluateReferenceOperator(Frame const& frame, Node const& node, Mode mode) {
   Value const left = evaluateNode(frame, node.firstArgument, mode);
   Value const right = evaluateNode(frame, frame.nodeAt(node.firstArgument).next, mode);
-  return combineReferences(_arena, node.op, left, right);
+  return combineReferences(arena(), node.op, left, right);
 }
 
 Value Evaluator::evaluateArrayConstant(Frame const& frame, Node const& node) {
-  std::span<Value> const values = _arena.makeArray<Value>(node.argumentCount);
+  std::span<Value> const values = arena().makeArray<Value>(node.argumentCount);
   std::uint32_t argument = node.firstArgument;
   for (Value& value : values) {
     value = evaluateLeaf(frame, frame.nodeAt(argument));
     argument = frame.nodeAt(argument).next;
   }
   std::uint32_t const rows = node.index;
-  return Value::array(_arena.make(Array{rows, node.argumentCount / rows, rows, values.data()}));
+  return Value::array(arena().make(Array{rows, node.argumentCount / rows, rows, values.data()}));
 }
 
 Value Evaluator::evaluateName(Frame const& frame, Node const& node, Mode mode) {

@@ -7,9 +7,9 @@
 #include "DOM/FormulaSyntaxTree/Expr.h"
 #include "Formulas/Context.h"
 #include "Formulas/ContextProvider.h"
-#include "Formulas/Evaluation/Arena.h"
 #include "Formulas/Evaluation/Outcome.h"
 #include "Formulas/Evaluation/Value.h"
+#include "Formulas/Evaluation/Workspace.h"
 #include "Formulas/Functions/FunctionEntry.h"
 #include "Formulas/RuntimeDependenciesResolver.h"
 
@@ -43,12 +43,18 @@ struct Frame {
 ///
 /// Cells are read in place. Ordinary formulas take no memory from the heap; what larger ones take
 /// is released with the evaluator. Values stay valid as long as the evaluator lives and the
-/// document is not changed.
+/// document is not changed. One evaluator at a time may have a workspace.
 class Evaluator {
 public:
   Evaluator(Context const& context, ContextProvider const& provider,
-            RuntimeDependenciesResolver& dependencies) noexcept
-      : _context(&context), _provider(&provider), _dependencies(&dependencies) {}
+            RuntimeDependenciesResolver& dependencies, Workspace& workspace) noexcept
+      : _context(&context),
+        _provider(&provider),
+        _dependencies(&dependencies),
+        _workspace(&workspace) {}
+  Evaluator(Evaluator const&) = delete;
+  Evaluator& operator=(Evaluator const&) = delete;
+  ~Evaluator() { _workspace->arena.release(); }
 
   /// The value of a whole formula.
   [[nodiscard]] Value evaluate(DOM::FormulaSyntaxTree::ExprParts const& parts, Offset offset,
@@ -73,7 +79,14 @@ public:
   /// The same for a text that lasts already.
   [[nodiscard]] static Value checkText(std::string_view text) noexcept;
 
-  [[nodiscard]] Arena& arena() noexcept { return _arena; }
+  /// The cell at a position of the formula's own table, or null. Fast for one beside the last.
+  [[nodiscard]] DOM::Cell const* findOwnCell(std::uint32_t row,
+                                             std::uint32_t column) const noexcept {
+    DOM::Table const& table = _context->getTableContext()->getTable();
+    return table.findCell(row, column, _workspace->lastCell);
+  }
+
+  [[nodiscard]] Arena& arena() noexcept { return _workspace->arena; }
   [[nodiscard]] Context const& context() const noexcept { return *_context; }
   [[nodiscard]] ContextProvider const& provider() const noexcept { return *_provider; }
   [[nodiscard]] RuntimeDependenciesResolver& dependencies() noexcept { return *_dependencies; }
@@ -103,9 +116,9 @@ private:
   Context const* _context;
   ContextProvider const* _provider;
   RuntimeDependenciesResolver* _dependencies;
+  Workspace* _workspace;
   std::uint32_t _depth = 0;
   std::uint32_t _nameCount = 0;  ///< how many uses of defined names were evaluated
-  Arena _arena;
 };
 
 }  // namespace Zorv::Formulas

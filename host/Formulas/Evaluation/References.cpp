@@ -114,8 +114,7 @@ Value readOwnCell(Evaluator const& evaluator, Frame const& frame, CellReference 
       moveRow(reference.firstRow, reference.firstRowIsRelative, frame.offset.rows);
   std::uint32_t const column =
       moveColumn(reference.firstColumn, reference.firstColumnIsRelative, frame.offset.columns);
-  DOM::Cell const* const cell =
-      evaluator.context().getTableContext()->getTable().findCell(row, column);
+  DOM::Cell const* const cell = evaluator.findOwnCell(row, column);
   return cell == nullptr ? Value() : fromFormulaValue(cell->value);
 }
 

@@ -117,6 +117,42 @@ TEST(CellStore, AgreesWithAMapOverRandomEdits) {
   }
 }
 
+TEST(CellStore, AHintChangesNoAnswer) {
+  std::mt19937 generator(11);
+  auto const upTo = [&](unsigned long largest) {
+    return std::uniform_int_distribution<unsigned long>(0, largest)(generator);
+  };
+  CellStore store;
+  CellStore::Position hint;
+  EXPECT_EQ(store.find(0, 0, hint), nullptr);
+  for (int cell = 0; cell < 3000; ++cell) {
+    setNumber(store, {upTo(199), upTo(29)}, cell);
+  }
+  for (int step = 0; step < 20'000; ++step) {
+    Place const place(upTo(201), upTo(31));
+    // Any position will do as a hint, beyond the last cell and beyond a block's end, too.
+    if (upTo(3) == 0) {
+      hint = {upTo(30), upTo(300)};
+    }
+    ASSERT_EQ(store.find(place.first, place.second, hint), store.find(place.first, place.second));
+    ASSERT_EQ(hint, store.lowerBound(place.first, place.second));
+  }
+}
+
+TEST(CellStore, AWalkWithAHintFindsEveryCell) {
+  CellStore store;
+  for (unsigned long row = 0; row < 2000; ++row) {
+    setNumber(store, {row, row % 5}, static_cast<double>(row));
+  }
+  CellStore::Position hint;
+  for (unsigned long row = 0; row < 2000; ++row) {
+    Cell const* const cell = store.find(row, row % 5, hint);
+    ASSERT_NE(cell, nullptr);
+    ASSERT_EQ(readNumber(*cell), static_cast<double>(row));
+    ASSERT_EQ(store.find(row, row % 5 + 1, hint), nullptr);
+  }
+}
+
 TEST(CellStore, CellsGoWhereTheyAreTold) {
   CellStore store;
   for (unsigned long row = 0; row < 1000; ++row) {

@@ -4,7 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "Formulas/Evaluation/EvaluateExpr.h"
+#include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/EvaluationSession.h"
 #include "Formulas/ParseExpr.h"
 #include "host/Formulas/FormulaDocument.h"
 
@@ -109,6 +110,7 @@ TEST_F(ShiftExprTest, EvaluationUnderAnOffsetEqualsThatOfTheShiftedFormula) {
   }
   document.define("Here", "A1");
   RuntimeDependenciesResolver resolver;
+  EvaluationSession session;
   for (std::string_view const formula :
        {"A1", "$A1+B$2", "SUM(A1:B2)", "XFD1048576", "SUM(XFD1:A1)", "A1:B2", "Here*2", "SUM(B:C)",
         "SUM(2:3)", "IF(A1>2,B2,C3)", "Sheet1!B2", "COUNTIF(A1:C3,\">10\")", "SUM(A1:B2*2)",
@@ -120,8 +122,9 @@ TEST_F(ShiftExprTest, EvaluationUnderAnOffsetEqualsThatOfTheShiftedFormula) {
                               DOM::RowID(0), DOM::ColumnID(0));
         auto const shifted = shiftExpr(expr, document.sheet(), columns, rows,
                                        document.sheet().getDocTableIndex(), true);
-        EXPECT_EQ(describe(evaluateExpr(expr, {rows, columns}, context, document, resolver)),
-                  describe(calcExpr(*shifted, context, document, resolver)))
+        EXPECT_EQ(
+            describe(calcShiftedExpr(expr, columns, rows, context, document, resolver, session)),
+            describe(calcExpr(*shifted, context, document, resolver)))
             << formula << " by " << columns << ", " << rows;
       }
     }

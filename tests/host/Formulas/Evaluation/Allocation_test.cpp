@@ -9,7 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include "Formulas/Evaluation/EvaluateExpr.h"
+#include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/EvaluationSession.h"
 #include "Formulas/ParseExpr.h"
 #include "host/Formulas/FormulaDocument.h"
 
@@ -51,9 +52,10 @@ TEST(Allocation, OrdinaryFormulasTakeNothingFromTheHeap) {
         "LEN(A2)>5", "OR(A1=1,A1=2,A1=3,A1=4,A1=5,A1=6)", "A1:A3>2", "LEFT(A2,4)=\"some\"",
         "IFERROR(A1/0,1)", "YEAR(A1)=1900"}) {
     auto const expr = parseExpr(formula);
-    static_cast<void>(evaluateExpr(expr, {1, 0}, context, document, resolver));
+    EvaluationSession session;
+    static_cast<void>(calcShiftedExpr(expr, 0, 1, context, document, resolver, session));
     std::size_t const before = allocationCount;
-    static_cast<void>(evaluateExpr(expr, {0, 0}, context, document, resolver));
+    static_cast<void>(calcShiftedExpr(expr, 0, 0, context, document, resolver, session));
     EXPECT_EQ(allocationCount - before, 0U) << formula;
   }
 }

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "DOM/CellStore.h"
+#include "Formulas/Evaluation/Arena.h"
+
+namespace Zorv::Formulas {
+
+/// What evaluations work with, one after the other.
+struct Workspace {
+  Arena arena;  ///< empty between evaluations
+  /// Where the last cell of the formula's own table was found.
+  DOM::CellStore::Position lastCell;
+};
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+
+#include "Utils/Export.h"
+
+namespace Zorv::Formulas {
+
+struct Workspace;
+
+/// What the evaluations of one thread share while the document stays unchanged: the memory in which
+/// they work, and the place of the cell that they read last, from which the next one is found
+/// without a search. The answers are those of evaluations without a session.
+///
+/// Ownership: borrows nothing. Made cheaply: the memory is taken at the first evaluation. Threads:
+/// for one evaluation at a time, which may not begin another one of the same session.
+class ZORV_HOST_EXPORT EvaluationSession {
+public:
+  EvaluationSession() noexcept;
+  EvaluationSession(EvaluationSession&&) noexcept;
+  EvaluationSession& operator=(EvaluationSession&&) noexcept;
+  ~EvaluationSession();
+
+  /// What an evaluation works with; the engine's own business.
+  [[nodiscard]] Workspace& obtainWorkspace();
+
+private:
+  std::unique_ptr<Workspace> _workspace;
+};
+
+}  // namespace Zorv::Formulas
