@@ -3,15 +3,15 @@
 namespace Zorv::DOM {
 
 void CellRangeIt<true>::searchInRange() noexcept {
-  while (_position != _cells->end()) {
-    unsigned long const row = _cells->rowAt(_position);
-    unsigned long const column = _cells->columnAt(_position);
+  while (_at != nullptr) {
+    unsigned long const row = _at->getRow();
+    unsigned long const column = _at->getColumn();
     if (row >= _range.endRow) {
-      _position = _cells->end();
+      enter(_cells->end());
     } else if (column < _range.firstColumn) {
-      _position = _cells->lowerBoundFrom(_position, row, _range.firstColumn);
+      enter(_cells->lowerBoundFrom({_block, 0}, row, _range.firstColumn));
     } else if (column >= _range.endColumn) {
-      _position = _cells->lowerBoundFrom(_position, row + 1, _range.firstColumn);
+      enter(_cells->lowerBoundFrom({_block, 0}, row + 1, _range.firstColumn));
     } else {
       return;
     }

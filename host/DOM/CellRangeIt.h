@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "DOM/CellInfo.h"
 #include "DOM/CellStore.h"
 #include "Utils/Export.h"
@@ -20,31 +22,37 @@ public:
   /// At the first cell of the range from `position` on.
   CellRangeIt(Table const& table, CellStore const& cells, TableRange const& range,
               CellStore::Position position) noexcept
-      : _table(&table), _cells(&cells), _range(range), _position(position) {
+      : _table(&table), _cells(&cells), _range(range) {
+    enter(position);
     skipToRange();
   }
 
   [[nodiscard]] CellInfo getCellInfo() const noexcept {
-    CellIndex const index(RowIndex(_cells->rowAt(_position)),
-                          ColumnIndex(_cells->columnAt(_position)));
-    return {*_table, index, &_cells->cellAt(_position)};
+    return {*_table, CellIndex(RowIndex(_at->getRow()), ColumnIndex(_at->getColumn())), &_at->cell};
   }
 
   CellRangeIt& operator++() noexcept {
-    _position = _cells->next(_position);
+    if (++_at == _stretchEnd) {
+      enter({_block + 1, 0});
+    }
     skipToRange();
     return *this;
   }
 
   /// Compares the places of two iterators over one range.
   friend bool operator==(CellRangeIt const& a, CellRangeIt const& b) noexcept {
-    return a._position == b._position;
+    return a._at == b._at;
   }
 
 private:
+  void enter(CellStore::Position position) noexcept {
+    auto const stretch = _cells->getStretch(position);
+    _block = position.block;
+    _at = stretch.empty() ? nullptr : stretch.data();
+    _stretchEnd = stretch.data() + stretch.size();
+  }
   void skipToRange() noexcept {
-    if (_position != _cells->end() &&
-        !_range.contains(_cells->rowAt(_position), _cells->columnAt(_position))) {
+    if (_at != nullptr && !_range.contains(_at->getRow(), _at->getColumn())) {
       searchInRange();
     }
   }
@@ -53,7 +61,9 @@ private:
   Table const* _table;
   CellStore const* _cells;
   TableRange _range;
-  CellStore::Position _position;
+  std::size_t _block = 0;
+  CellStore::Entry const* _at = nullptr;  ///< null at the end
+  CellStore::Entry const* _stretchEnd = nullptr;
 };
 
 }  // namespace Zorv::DOM

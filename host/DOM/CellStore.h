@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,18 @@ namespace Zorv::DOM {
 /// Threads: const members may run concurrently.
 class ZORV_HOST_EXPORT CellStore {
 public:
+  /// A row and a column in one number, in the order of the cells.
+  using Key = std::uint64_t;
+
+  /// A cell and where it lies.
+  struct Entry {
+    Key key;
+    Cell cell;
+
+    [[nodiscard]] unsigned long getRow() const noexcept { return key >> columnBits; }
+    [[nodiscard]] unsigned long getColumn() const noexcept { return key & columnMask; }
+  };
+
   /// A place in the order of the cells; valid until the store changes.
   struct Position {
     std::size_t block = 0;
@@ -61,14 +74,14 @@ public:
     return normalised({position.block, position.offset + 1});
   }
 
-  [[nodiscard]] unsigned long rowAt(Position position) const noexcept {
-    return entryAt(position).key >> columnBits;
+  [[nodiscard]] Entry const& entryAt(Position position) const noexcept {
+    return _blocks[position.block][position.offset];
   }
-  [[nodiscard]] unsigned long columnAt(Position position) const noexcept {
-    return entryAt(position).key & columnMask;
-  }
-  [[nodiscard]] Cell const& cellAt(Position position) const noexcept {
-    return entryAt(position).cell;
+  /// The cells from a position on that lie together in memory; none at the end alone.
+  [[nodiscard]] std::span<Entry const> getStretch(Position position) const noexcept {
+    return position.block < _blocks.size()
+               ? std::span(_blocks[position.block]).subspan(position.offset)
+               : std::span<Entry const>();
   }
 
   /// The rows from the first to the last that hold a cell, half-open. Constant time.
@@ -81,14 +94,8 @@ public:
   void remapColumns(Remap const& remap);
 
 private:
-  using Key = std::uint64_t;
   static constexpr unsigned columnBits = 14;  // 16,384 columns
   static constexpr Key columnMask = (Key{1} << columnBits) - 1;
-
-  struct Entry {
-    Key key;
-    Cell cell;
-  };
   using Block = std::vector<Entry>;
 
   [[nodiscard]] static Key makeKey(unsigned long row, unsigned long column) noexcept {
@@ -97,9 +104,6 @@ private:
   [[nodiscard]] Position lowerBound(Key key) const noexcept;
   [[nodiscard]] static std::size_t offsetIn(Block const& block, Key key) noexcept;
   [[nodiscard]] std::size_t blockOf(Key key) const noexcept;
-  [[nodiscard]] Entry const& entryAt(Position position) const noexcept {
-    return _blocks[position.block][position.offset];
-  }
   [[nodiscard]] Position normalised(Position position) const noexcept {
     bool const inside = position.offset < _blocks[position.block].size();
     return inside ? position : Position{position.block + 1, 0};

@@ -25,7 +25,8 @@ double readNumber(Cell const& cell) {
 std::vector<std::pair<Place, double>> contentOf(CellStore const& store) {
   std::vector<std::pair<Place, double>> content;
   for (auto it = store.lowerBound(0, 0); it != store.end(); it = store.next(it)) {
-    content.emplace_back(Place(store.rowAt(it), store.columnAt(it)), readNumber(store.cellAt(it)));
+    CellStore::Entry const& entry = store.entryAt(it);
+    content.emplace_back(Place(entry.getRow(), entry.getColumn()), readNumber(entry.cell));
   }
   return content;
 }
@@ -73,8 +74,8 @@ TEST(CellStore, ABoundIsTheFirstCellNotBefore) {
   for (unsigned long row = 0; row < 2000; ++row) {
     setNumber(store, {row, 5}, static_cast<double>(row));
   }
-  EXPECT_EQ(store.rowAt(store.lowerBound(700, 5)), 700UL);
-  EXPECT_EQ(store.rowAt(store.lowerBound(700, 6)), 701UL);
+  EXPECT_EQ(store.entryAt(store.lowerBound(700, 5)).getRow(), 700UL);
+  EXPECT_EQ(store.entryAt(store.lowerBound(700, 6)).getRow(), 701UL);
   EXPECT_EQ(store.lowerBound(1999, 6), store.end());
   auto const from = store.lowerBound(10, 0);
   EXPECT_EQ(store.lowerBoundFrom(from, 20, 0), store.lowerBound(20, 0));
@@ -163,7 +164,7 @@ TEST(CellStore, CellsGoWhereTheyAreTold) {
   });
   EXPECT_EQ(store.size(), 500U);
   EXPECT_EQ(readNumber(*store.find(999, 0)), 0.0);
-  EXPECT_EQ(store.rowAt(store.lowerBound(0, 0)), 500UL);
+  EXPECT_EQ(store.entryAt(store.lowerBound(0, 0)).getRow(), 500UL);
   store.remapColumns([](unsigned long column) {
     return column != 1 ? std::optional<unsigned long>(10 - column) : std::nullopt;
   });
