@@ -49,12 +49,6 @@ void forEachCell(DOM::Table const& table, TableRange const& range, Positions pos
   }
 }
 
-/// Cells that follow each other and have one style.
-struct StyledStretch {
-  std::size_t cellCount;
-  DOM::SharedCellStylePtr const* style;  ///< lives as long as the resolver's parts
-};
-
 /// What became of a band's cells, of those before the one that threw where one did.
 template <class Collected>
 struct BandResult {
@@ -67,12 +61,12 @@ template <class Collect>
 class BandWorker {
 public:
   BandWorker(TableResolverParts const& parts, RowBands const& bands, Positions positions,
-             Clock::TimePoint moment)
+             Clock::TimePoint moment, unsigned threadCount)
       : _table(parts.getTable()),
         _bands(bands),
         _positions(positions),
         _moment(moment),
-        _cells(parts) {}
+        _cells(parts, threadCount) {}
 
   auto operator()(std::size_t number) {
     PinnedMoment const pinned(_moment);
@@ -96,18 +90,18 @@ private:
   CellResolver _cells;
 };
 
-class CollectStretches {
+/// The styles of a band's cells, in their order; they live as long as the resolver's parts.
+using BandStyles = std::vector<DOM::SharedCellStylePtr const*>;
+
+class CollectStyles {
 public:
   void add(DOM::CellInfo const& /*cellInfo*/, DOM::SharedCellStylePtr const& style) {
-    if (_stretches.empty() || _stretches.back().style != &style) {
-      _stretches.push_back({0, &style});
-    }
-    ++_stretches.back().cellCount;
+    _styles.push_back(&style);
   }
-  [[nodiscard]] std::vector<StyledStretch> finish() { return std::move(_stretches); }
+  [[nodiscard]] BandStyles finish() { return std::move(_styles); }
 
 private:
-  std::vector<StyledStretch> _stretches;
+  BandStyles _styles;
 };
 
 class CollectRuns {
@@ -115,27 +109,21 @@ public:
   void add(DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style) {
     _runs.addCell(cellInfo.getRowIndex(), cellInfo.getColIndex(), style);
   }
-  [[nodiscard]] std::vector<StyleRun> finish() { return _runs.finish(); }
+  [[nodiscard]] std::vector<OpenStyleRun> finish() { return _runs.finish(); }
 
 private:
   StyleRunBuilder _runs;
 };
 
 /// Walks a band's cells again beside their styles, which is cheaper than handing each cell from one
-/// thread to another. The stretches end before the cell that threw, where one did.
-void visitStretches(DOM::Table const& table, TableRange const& band, Positions positions,
-                    std::vector<StyledStretch> const& stretches,
-                    TableResolver::Visitor const& visitor) {
-  auto stretch = stretches.begin();
-  std::size_t visited = 0;
+/// thread to another. The styles end before the cell that threw, where one did.
+void visitBand(DOM::Table const& table, TableRange const& band, Positions positions,
+               BandStyles const& styles, TableResolver::Visitor const& visitor) {
+  auto style = styles.begin();
   forEachCell(table, band, positions, [&](DOM::CellInfo const& cellInfo) {
-    if (stretch == stretches.end()) {
-      return;
-    }
-    visitor(cellInfo, *stretch->style);
-    if (++visited == stretch->cellCount) {
-      ++stretch;
-      visited = 0;
+    if (style != styles.end()) {
+      visitor(cellInfo, **style);
+      ++style;
     }
   });
 }
@@ -145,7 +133,9 @@ void resolveInBands(TableResolverParts const& parts, TableRange const& range, Po
                     unsigned threadCount, Deliver const& deliver) {
   RowBands const bands = cutIntoBands(parts.getTable(), range, positions);
   auto const moment = Clock::readCurrent();
-  auto const makeWorker = [&] { return BandWorker<Collect>(parts, bands, positions, moment); };
+  auto const makeWorker = [&] {
+    return BandWorker<Collect>(parts, bands, positions, moment, threadCount);
+  };
   std::size_t delivered = 0;
   auto const deliverBand = [&](auto const& result) {
     deliver(bands.at(delivered++), result.collected);
@@ -166,34 +156,38 @@ TableResolver::~TableResolver() = default;
 
 DOM::SharedCellStylePtr TableResolver::resolve(DOM::CellInfo const& cellInfo) const {
   PinnedMoment const pinned(Clock::readCurrent());
-  return CellResolver(*_parts).resolve(cellInfo);
+  return CellResolver(*_parts, 1).resolve(cellInfo);
 }
 
 void TableResolver::visit(TableRange const& range, Positions positions, Visitor const& visitor,
                           unsigned threadCount) const {
   if (threadCount <= 1) {
     PinnedMoment const pinned(Clock::readCurrent());
-    CellResolver cells(*_parts);
+    CellResolver cells(*_parts, 1);
     forEachCell(_parts->getTable(), range, positions,
                 [&](DOM::CellInfo const& cellInfo) { visitor(cellInfo, cells.resolve(cellInfo)); });
     return;
   }
-  resolveInBands<CollectStretches>(
-      *_parts, range, positions, threadCount,
-      [&](TableRange const& band, std::vector<StyledStretch> const& stretches) {
-        visitStretches(_parts->getTable(), band, positions, stretches, visitor);
-      });
+  resolveInBands<CollectStyles>(*_parts, range, positions, threadCount,
+                                [&](TableRange const& band, BandStyles const& styles) {
+                                  visitBand(_parts->getTable(), band, positions, styles, visitor);
+                                });
 }
 
 std::vector<StyleRun> TableResolver::resolveRuns(TableRange const& range, Positions positions,
                                                  unsigned threadCount) const {
   StyleRunBuilder runs;
-  resolveInBands<CollectRuns>(
-      *_parts, range, positions, threadCount,
-      [&](TableRange const& /*band*/, std::vector<StyleRun> const& bandRuns) {
-        runs.addRuns(bandRuns);
-      });
-  return runs.finish();
+  resolveInBands<CollectRuns>(*_parts, range, positions, threadCount,
+                              [&](TableRange const& band, std::vector<OpenStyleRun> const& ofBand) {
+                                runs.addRuns(band, ofBand);
+                              });
+  std::vector<OpenStyleRun> const joined = runs.finish();
+  std::vector<StyleRun> result;
+  result.reserve(joined.size());
+  for (OpenStyleRun const& run : joined) {
+    result.push_back({run.range, *run.style});
+  }
+  return result;
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -29,13 +29,23 @@ std::size_t resolveColumn(BenchTable const& table, unsigned threadCount) {
   return styled;
 }
 
-void measureScenario(benchmark::State& state, Scenario const& scenario, unsigned threadCount) {
+/// The same for an export that takes rectangles of one style.
+std::size_t resolveColumnAsRuns(BenchTable const& table, unsigned threadCount) {
+  auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
+  return resolver.resolveRuns(table.getColumn(), TableResolver::Positions::Existing, threadCount)
+      .size();
+}
+
+using Resolve = std::size_t (*)(BenchTable const& table, unsigned threadCount);
+
+void measureScenario(benchmark::State& state, Scenario const& scenario, Resolve resolve,
+                     unsigned threadCount) {
   auto const cellCount = static_cast<std::size_t>(state.range(0));
   BenchTable table(cellCount);
   scenario.addFormats(table);
   table.makeCalculator();
   for (auto _ : state) {
-    benchmark::DoNotOptimize(resolveColumn(table, threadCount));
+    benchmark::DoNotOptimize(resolve(table, threadCount));
   }
   state.counters["perCell"] = benchmark::Counter(
       static_cast<double>(cellCount),
@@ -64,6 +74,22 @@ void measureHandWrittenLoop(benchmark::State& state) {
 // A formula that counts its whole column for every cell takes minutes at the larger sizes.
 bool isQuadratic(Scenario const& scenario) { return scenario.name == std::string_view("countIf"); }
 
+void registerScenario(std::string name, Scenario const& scenario, Resolve resolve,
+                      unsigned threadCount) {
+  name += '/';
+  name += scenario.name;
+  name += "/threads:";
+  name += std::to_string(threadCount);
+  benchmark::RegisterBenchmark(name.c_str(),
+                               [&scenario, resolve, threadCount](benchmark::State& state) {
+                                 measureScenario(state, scenario, resolve, threadCount);
+                               })
+      ->ArgsProduct({isQuadratic(scenario) ? std::vector<long>{10'000}
+                                           : std::vector<long>{10'000, 100'000, 1'000'000}})
+      ->UseRealTime()
+      ->Unit(benchmark::kMillisecond);
+}
+
 }  // namespace
 
 void registerWholeTable() {
@@ -74,16 +100,8 @@ void registerWholeTable() {
       ->Unit(benchmark::kMillisecond);
   for (Scenario const& scenario : getScenarios()) {
     for (unsigned const threadCount : {1U, 2U}) {
-      std::string const name =
-          std::string("table/") + scenario.name + "/threads:" + std::to_string(threadCount);
-      benchmark::RegisterBenchmark(name.c_str(),
-                                   [&scenario, threadCount](benchmark::State& state) {
-                                     measureScenario(state, scenario, threadCount);
-                                   })
-          ->ArgsProduct({isQuadratic(scenario) ? std::vector<long>{10'000}
-                                               : std::vector<long>{10'000, 100'000, 1'000'000}})
-          ->UseRealTime()
-          ->Unit(benchmark::kMillisecond);
+      registerScenario("table", scenario, resolveColumn, threadCount);
+      registerScenario("runs", scenario, resolveColumnAsRuns, threadCount);
     }
   }
 }

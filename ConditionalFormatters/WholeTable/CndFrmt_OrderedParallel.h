@@ -16,8 +16,10 @@ namespace Zorv::ConditionalFormatters {
 ///
 /// Each thread, the caller's among them, makes a worker by `makeWorker()` and calls
 /// `worker(number)` for one part after the other; `deliver(result)` is called for the parts in
-/// their order, by whichever thread has the next one, never by two at once. Threads that run ahead
-/// wait, so that only a few results are kept. With one thread everything happens on the caller's.
+/// their order, never by two threads at once; it may take what is in the result. A thread delivers
+/// its own parts, which lie in its processor's cache, and those of others where they pile up.
+/// Threads that run ahead wait, so that only a few results are kept. With one thread everything
+/// happens on the caller's.
 ///
 /// What a worker or `deliver` throws reaches the caller once, after all threads have ended: of
 /// several exceptions the one of the first part, whose predecessors have then all been delivered.
@@ -37,12 +39,12 @@ public:
       std::size_t const useful = std::min<std::size_t>(_threadCount, _partCount);
       try {
         for (std::size_t number = 1; number < useful; ++number) {
-          threads.emplace_back([this] { work(); });
+          threads.emplace_back([this, number] { work(number); });
         }
       } catch (...) {
         // The threads that did start, and this one, do the work.
       }
-      work();
+      work(0);
     }
     if (_failure) {
       std::rethrow_exception(_failure);
@@ -55,23 +57,30 @@ private:
 
   /// The result of a part, or why there is none.
   struct Outcome {
+    std::size_t thread;
     std::vector<Result> result;  ///< one, or none
     std::exception_ptr failure;
   };
 
-  void work() {
+  void work(std::size_t thread) {
     try {
       auto worker = _makeWorker();
-      for (std::size_t part = 0; takePart(part);) {
-        hand(part, compute(worker, part));
+      std::unique_lock lock(_mutex);
+      while (waitForWork(thread, lock)) {
+        std::size_t const part = _nextPart++;
+        lock.unlock();
+        Outcome outcome = compute(worker, part, thread);
+        lock.lock();
+        _waiting.emplace(part, std::move(outcome));
       }
     } catch (...) {
+      std::lock_guard const lock(_mutex);
       fail(std::current_exception());
     }
   }
 
-  static Outcome compute(Worker& worker, std::size_t part) {
-    Outcome outcome;
+  static Outcome compute(Worker& worker, std::size_t part, std::size_t thread) {
+    Outcome outcome{thread, {}, nullptr};
     try {
       outcome.result.push_back(worker(part));
     } catch (...) {
@@ -80,43 +89,48 @@ private:
     return outcome;
   }
 
-  [[nodiscard]] bool takePart(std::size_t& part) {
-    std::unique_lock lock(_mutex);
-    // Without a limit the results of fast parts would pile up behind a slow one.
-    _delivered.wait(lock, [&] {
-      return _failure || _nextPart == _partCount || _nextPart < _nextDelivery + 4 * _threadCount;
-    });
-    if (_failure || _nextPart == _partCount) {
+  /// Delivers what is this thread's to deliver until there is a part for it to compute; false when
+  /// there will be none.
+  bool waitForWork(std::size_t thread, std::unique_lock<std::mutex>& lock) {
+    for (;;) {
+      while (isToDeliver(thread)) {
+        deliverNext(lock);
+      }
+      if (_failure || _nextPart == _partCount) {
+        return false;
+      }
+      // Without a limit the results of fast parts would pile up behind a slow one.
+      if (_nextPart < _nextDelivery + 4 * _threadCount) {
+        return true;
+      }
+      _changed.wait(lock);
+    }
+  }
+
+  [[nodiscard]] bool isToDeliver(std::size_t thread) const {
+    if (_isDelivering || _failure || _waiting.empty() || _waiting.begin()->first != _nextDelivery) {
       return false;
     }
-    part = _nextPart++;
-    return true;
+    bool const isPileHigh = _waiting.size() > 2 * _threadCount || _nextPart == _partCount;
+    return isPileHigh || _waiting.begin()->second.thread == thread;
   }
 
-  /// Adds an outcome to those that wait, and delivers those whose turn has come.
-  void hand(std::size_t part, Outcome outcome) {
-    std::unique_lock lock(_mutex);
-    _waiting.emplace(part, std::move(outcome));
-    if (_isDelivering) {
-      return;
-    }
+  void deliverNext(std::unique_lock<std::mutex>& lock) {
+    Outcome due = std::move(_waiting.begin()->second);
+    _waiting.erase(_waiting.begin());
     _isDelivering = true;
-    for (auto next = _waiting.begin();
-         !_failure && next != _waiting.end() && next->first == _nextDelivery;
-         next = _waiting.begin()) {
-      Outcome const due = std::move(next->second);
-      _waiting.erase(next);
-      lock.unlock();
-      std::exception_ptr failure = deliverOne(due);
-      lock.lock();
-      _failure = _failure ? _failure : failure;
-      ++_nextDelivery;
-      _delivered.notify_all();
-    }
+    lock.unlock();
+    std::exception_ptr const failure = deliverOne(due);
+    lock.lock();
     _isDelivering = false;
+    ++_nextDelivery;
+    if (failure) {
+      fail(failure);
+    }
+    _changed.notify_all();
   }
 
-  std::exception_ptr deliverOne(Outcome const& outcome) {
+  std::exception_ptr deliverOne(Outcome& outcome) {
     if (outcome.failure) {
       return outcome.failure;
     }
@@ -129,9 +143,8 @@ private:
   }
 
   void fail(std::exception_ptr failure) {
-    std::lock_guard const lock(_mutex);
     _failure = _failure ? _failure : std::move(failure);
-    _delivered.notify_all();
+    _changed.notify_all();
   }
 
   std::size_t const _partCount;
@@ -140,7 +153,7 @@ private:
   Deliver const& _deliver;
 
   std::mutex _mutex;  ///< guards what follows
-  std::condition_variable _delivered;
+  std::condition_variable _changed;
   std::size_t _nextPart = 0;
   std::size_t _nextDelivery = 0;
   bool _isDelivering = false;

@@ -1,86 +1,70 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
 
-#include <utility>
+#include <boost/variant/apply_visitor.hpp>
+#include <boost/variant/static_visitor.hpp>
 
 #include "ConditionalFormatters/Operators/CndFrmt_BinaryOperator.h"
-#include "ConditionalFormatters/Operators/CndFrmt_FormulaExprCalculator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_TextOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_UnaryOperator.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_FormulaCondition.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_UniquenessCondition.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_ValueCondition.h"
 #include "DOM/ConditionalFormat.h"
-#include "DOM/FormulaSyntaxTree/Expr.h"
+#include "DOM/ConditionalFormatOperator.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-/// The kinds of record whose conditions have formulas, by their place in the variant of records.
-enum FormulaRecord : int { Unary = 1, Binary = 2, Text = 3 };
+using ConditionPtr = std::unique_ptr<PreparedCondition const>;
 
-/// Whether every cell sees the same value of a formula, at every moment.
-bool isSameForEveryCell(DOM::FormulaSyntaxTree::Expr const& expr) noexcept {
-  auto const& traits = expr.getTraits();
-  return !traits.dependsOnCell && !traits.callsVolatileFunctions && !traits.usesNames;
-}
+class Preparer : public boost::static_visitor<ConditionPtr> {
+public:
+  Preparer(ConditionSources const& sources, ConditionalFormatRef const& formatRef) noexcept
+      : _sources(sources), _formatRef(formatRef) {}
+
+  ConditionPtr operator()(DOM::NullaryConditionalFormatOperator const& /*record*/) const {
+    return std::make_unique<ValueCondition>(_sources, _formatRef);
+  }
+  ConditionPtr operator()(DOM::UnaryConditionalFormatOperator const& /*record*/) const {
+    return std::make_unique<FormulaCondition<UnaryOperator>>(_sources, _formatRef);
+  }
+  ConditionPtr operator()(DOM::BinaryConditionalFormatOperator const& /*record*/) const {
+    return std::make_unique<FormulaCondition<BinaryOperator>>(_sources, _formatRef);
+  }
+  ConditionPtr operator()(DOM::TextConditionalFormatOperator const& /*record*/) const {
+    return std::make_unique<FormulaCondition<TextOperator>>(_sources, _formatRef);
+  }
+  ConditionPtr operator()(DOM::TopBottomConditionalFormatOperator const& /*record*/) const {
+    return std::make_unique<NumbersCondition>(_sources, _formatRef);
+  }
+  ConditionPtr operator()(DOM::AboveAverageConditionalFormatOperator const& /*record*/) const {
+    return std::make_unique<NumbersCondition>(_sources, _formatRef);
+  }
+  ConditionPtr operator()(DOM::UniquenessConditionalFormatOperator const& record) const {
+    return std::make_unique<UniquenessCondition>(_sources, _formatRef, record.type);
+  }
+
+private:
+  ConditionSources const& _sources;
+  ConditionalFormatRef const& _formatRef;
+};
 
 }  // namespace
 
-bool PreparedCondition::operator()(FormulaValueData const& data,
-                                   Formulas::EvaluationSession& session) const {
-  Operator const& condition = *_ready.load(std::memory_order_acquire);
-  switch (_formatRef.second.get().getOperator().which()) {
-    case FormulaRecord::Unary:
-      return judge(static_cast<UnaryOperator const&>(condition), data, session);
-    case FormulaRecord::Binary:
-      return judge(static_cast<BinaryOperator const&>(condition), data, session);
-    case FormulaRecord::Text:
-      return judge(static_cast<TextOperator const&>(condition), data, session);
-    default:
-      return condition(data);
-  }
-}
+PreparedCondition::~PreparedCondition() = default;
 
-void PreparedCondition::makeOperator() const {
+void PreparedCondition::makeOnce(unsigned threadCount) const {
   std::lock_guard const lock(_mutex);
-  if (!_operator) {
-    std::unique_ptr<Operator const> made = _factory.create(_formatRef);
-    if (!_operator) {
-      _operator = std::move(made);
-      _ready.store(_operator.get(), std::memory_order_release);
-    }
+  if (!_isReady.load(std::memory_order_relaxed)) {
+    make(threadCount);
+    _isReady.store(true, std::memory_order_release);
   }
 }
 
-template <class Evaluate>
-void PreparedCondition::evaluateOnce(Argument& argument, Evaluate const& evaluate) const {
-  // Evaluated without the lock, since an evaluation may ask about this condition again; of two
-  // threads that evaluate at once the first to finish decides.
-  auto value = evaluate();
-  std::lock_guard const lock(_mutex);
-  if (!argument.isEvaluated.load(std::memory_order_relaxed)) {
-    argument.value = std::move(value);
-    argument.isEvaluated.store(true, std::memory_order_release);
-  }
-}
-
-template <class FormulaOperator>
-bool PreparedCondition::judge(FormulaOperator const& condition, FormulaValueData const& data,
-                              Formulas::EvaluationSession& session) const {
-  std::array<boost::optional<FormulaValue>, 2> ownValues;
-  auto const calculate =
-      [&](std::size_t number,
-          DOM::FormulaSyntaxTree::Expr const& expr) -> boost::optional<FormulaValue> const& {
-    FormulaExprCalculator const& calculator = condition.getCalculator();
-    if (!isSameForEveryCell(expr)) {
-      return ownValues[number] = calculator.calculateInPlace(expr, data.cellIndex, session);
-    }
-    Argument& argument = _arguments[number];
-    if (!argument.isEvaluated.load(std::memory_order_acquire)) {
-      evaluateOnce(argument,
-                   [&] { return calculator.calculateInPlace(expr, data.cellIndex, session); });
-    }
-    return argument.value;
-  };
-  return condition.judge(data, calculate);
+ConditionPtr prepareCondition(ConditionSources const& sources,
+                              ConditionalFormatRef const& formatRef) {
+  return boost::apply_visitor(Preparer(sources, formatRef), formatRef.second.get().getOperator());
 }
 
 }  // namespace Zorv::ConditionalFormatters

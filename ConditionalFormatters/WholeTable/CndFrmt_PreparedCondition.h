@@ -1,21 +1,15 @@
 #pragma once
 
-#include <array>
 #include <atomic>
-#include <cstddef>
 #include <memory>
 #include <mutex>
 
-#include <boost/optional.hpp>
-
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
+#include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
-#include "FormulaModel/FormulaValue.h"
-
-namespace Zorv::DOM::FormulaSyntaxTree {
-class Expr;
-}  // namespace Zorv::DOM::FormulaSyntaxTree
+#include "DOM/CellInfo.h"
+#include "DOM/Table.h"
 
 namespace Zorv::Formulas {
 class EvaluationSession;
@@ -23,50 +17,52 @@ class EvaluationSession;
 
 namespace Zorv::ConditionalFormatters {
 
-class FormulaExprCalculator;
+/// What conditions are prepared from. Borrows everything.
+struct ConditionSources {
+  ValueContextProvider const& provider;
+  DOM::Table const& table;
+  OperatorsFactory const& factory;
+};
 
-/// One format's condition, to be asked about many cells of an unchanged document: its operator is
-/// made once, and arguments that are the same for every cell are evaluated once.
+/// One format's condition, to be asked about many cells of an unchanged document: what does not
+/// depend on the cell is made once, when the first cell needs it.
 ///
-/// Ownership: borrows the factory and the format. Threads: may be asked from several threads.
+/// Ownership: borrows what it is made from. Threads: may be asked from several threads.
 class PreparedCondition {
 public:
-  PreparedCondition(OperatorsFactory const& factory, ConditionalFormatRef const& formatRef) noexcept
-      : _factory(factory), _formatRef(formatRef) {}
+  PreparedCondition() = default;
+  PreparedCondition(PreparedCondition const&) = delete;
+  PreparedCondition& operator=(PreparedCondition const&) = delete;
+  virtual ~PreparedCondition();
 
-  /// Makes the operator, where that has not been done; throws what making it throws, each time.
-  void obtainOperator() const {
-    if (_ready.load(std::memory_order_acquire) == nullptr) {
-      makeOperator();
+  /// Makes what the condition needs, where that has not been done, with the help of as many threads
+  /// as a pass has; throws what making it throws, each time.
+  void obtain(unsigned threadCount) const {
+    if (!_isReady.load(std::memory_order_acquire)) {
+      makeOnce(threadCount);
     }
   }
 
-  /// What the operator answers. Requires obtainOperator(), and a session of the calling thread.
-  [[nodiscard]] bool operator()(FormulaValueData const& data,
-                                Formulas::EvaluationSession& session) const;
+  /// What the format's Operator answers for a cell. Requires obtain(), and a session of the calling
+  /// thread.
+  [[nodiscard]] virtual bool holdsFor(DOM::CellInfo const& cellInfo, FormulaValueData const& data,
+                                      Formulas::EvaluationSession& session) const = 0;
+
+protected:
+  virtual void make(unsigned threadCount) const = 0;
+
+  /// Guards what is made; recursive, because a provider may ask about the table that it is read
+  /// for.
+  mutable std::recursive_mutex _mutex;
 
 private:
-  /// The value of an argument that is the same for every cell, once it is evaluated.
-  struct Argument {
-    std::atomic<bool> isEvaluated = false;
-    boost::optional<FormulaValue> value;
-  };
+  void makeOnce(unsigned threadCount) const;
 
-  void makeOperator() const;
-  template <class Evaluate>
-  void evaluateOnce(Argument& argument, Evaluate const& evaluate) const;
-  template <class FormulaOperator>
-  [[nodiscard]] bool judge(FormulaOperator const& condition, FormulaValueData const& data,
-                           Formulas::EvaluationSession& session) const;
-
-  OperatorsFactory const& _factory;
-  ConditionalFormatRef const& _formatRef;
-  /// Guards the making of what follows; recursive, because a provider may ask about the table that
-  /// it is read for.
-  mutable std::recursive_mutex _mutex;
-  mutable std::unique_ptr<Operator const> _operator;
-  mutable std::atomic<Operator const*> _ready = nullptr;
-  mutable std::array<Argument, 2> _arguments;
+  mutable std::atomic<bool> _isReady = false;
 };
+
+/// Prepares the condition of a format.
+[[nodiscard]] std::unique_ptr<PreparedCondition const> prepareCondition(
+    ConditionSources const& sources, ConditionalFormatRef const& formatRef);
 
 }  // namespace Zorv::ConditionalFormatters

@@ -25,13 +25,6 @@ StyleSequences::StyleSequences(ConditionalFormatRefs const& formatRefs, DOM::Sty
   _flattened.resize(_uuids.size());
 }
 
-void StyleSequences::append(StyleSequence& sequence, FormatNumber format) const {
-  StyleNumber const style = _styleOfFormat[format];
-  if (std::find(sequence.begin(), sequence.end(), style) == sequence.end()) {
-    sequence.push_back(style);
-  }
-}
-
 DOM::SharedCellStylePtr const& StyleSequences::styleOf(StyleSequence const& sequence) const {
   {
     std::shared_lock const lock(_mutex);
@@ -64,24 +57,28 @@ DOM::SharedCellStylePtr StyleSequences::merge(StyleSequence const& sequence) con
   return _sharedObjectFactory.create(std::move(*accumulated));
 }
 
-DOM::SharedCellStylePtr const& StyleCursor::styleOf(StyleSequence const& sequence) {
+StyleCursor::StyleCursor(StyleSequences const& sequences)
+    : _sequences(sequences), _steps(1), _at(&_steps.front()) {
   static DOM::SharedCellStylePtr const noStyle;
-  if (sequence.empty()) {
-    return noStyle;
+  _steps.front().style = &noStyle;
+}
+
+StyleCursor::Step& StyleCursor::goOn(StyleNumber style) {
+  StyleSequence const& sequence = _at->sequence;
+  bool const isKnown = std::find(sequence.begin(), sequence.end(), style) != sequence.end();
+  Step* next = _at;
+  if (!isKnown) {
+    next = &_steps.emplace_back();
+    next->sequence = sequence;
+    next->sequence.push_back(style);
   }
-  if (_lastStyle != nullptr && sequence == _last) {
-    return *_lastStyle;
-  }
-  auto found = _styleOf.find(sequence);
-  if (found == _styleOf.end()) {
-    if (_styleOf.size() == rememberedSequences) {
-      _styleOf.clear();
-    }
-    found = _styleOf.emplace(sequence, &_sequences.styleOf(sequence)).first;
-  }
-  _last = sequence;
-  _lastStyle = found->second;
-  return *_lastStyle;
+  _at->next.emplace(style, next);
+  return *next;
+}
+
+DOM::SharedCellStylePtr const& StyleCursor::findStyle() {
+  _at->style = &_sequences.styleOf(_at->sequence);
+  return *_at->style;
 }
 
 }  // namespace Zorv::ConditionalFormatters

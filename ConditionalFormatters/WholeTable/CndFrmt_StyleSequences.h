@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <mutex>
 #include <shared_mutex>
 #include <vector>
 
+#include <boost/container/flat_map.hpp>
 #include <boost/container_hash/hash.hpp>
 #include <boost/optional.hpp>
 #include <boost/unordered_map.hpp>
@@ -39,8 +41,9 @@ public:
   StyleSequences(ConditionalFormatRefs const& formatRefs, DOM::Styles const& styles,
                  DOM::SharedObjectFactory const& sharedObjectFactory);
 
-  /// Adds the style of a format that holds, after those of higher priority.
-  void append(StyleSequence& sequence, FormatNumber format) const;
+  [[nodiscard]] StyleNumber styleNumberOf(FormatNumber format) const noexcept {
+    return _styleOfFormat[format];
+  }
 
   /// The style of a sequence that is not empty; the reference stays valid as long as this object.
   [[nodiscard]] DOM::SharedCellStylePtr const& styleOf(StyleSequence const& sequence) const;
@@ -58,23 +61,45 @@ private:
   mutable boost::unordered_map<StyleSequence, DOM::SharedCellStylePtr> _styleOf;
 };
 
-/// Looks styles up for one thread. Neighbouring cells mostly have the same styles, and a sheet few
-/// combinations of them, so most look-ups touch nothing that other threads write.
+/// Finds the styles of one cell after the other, for one thread: from each sequence of styles that
+/// it has met a step leads to every sequence that went on from there, so that neither the formats
+/// that hold are listed nor anything is touched that other threads write.
 class StyleCursor {
 public:
   /// Borrows the sequences, which must outlive the cursor.
-  explicit StyleCursor(StyleSequences const& sequences) : _sequences(sequences) {}
+  explicit StyleCursor(StyleSequences const& sequences);
+  StyleCursor(StyleCursor const&) = delete;
+  StyleCursor& operator=(StyleCursor const&) = delete;
+  ~StyleCursor() = default;
 
-  /// The style of a sequence of styles; null for the empty one.
-  [[nodiscard]] DOM::SharedCellStylePtr const& styleOf(StyleSequence const& sequence);
+  /// Begins with a cell: no format holds yet.
+  void restart() noexcept { _at = &_steps.front(); }
+
+  /// Adds a format that holds, after those of higher priority.
+  void add(FormatNumber format) {
+    StyleNumber const style = _sequences.styleNumberOf(format);
+    auto const next = _at->next.find(style);
+    _at = next != _at->next.end() ? next->second : &goOn(style);
+  }
+
+  /// The style of the formats added; null for none of them.
+  [[nodiscard]] DOM::SharedCellStylePtr const& getStyle() {
+    return _at->style != nullptr ? *_at->style : findStyle();
+  }
 
 private:
-  static constexpr std::size_t rememberedSequences = 64;
+  struct Step {
+    StyleSequence sequence;
+    DOM::SharedCellStylePtr const* style = nullptr;  ///< null until it is asked for
+    boost::container::flat_map<StyleNumber, Step*> next;
+  };
+
+  Step& goOn(StyleNumber style);
+  DOM::SharedCellStylePtr const& findStyle();
 
   StyleSequences const& _sequences;
-  StyleSequence _last;
-  DOM::SharedCellStylePtr const* _lastStyle = nullptr;
-  boost::unordered_map<StyleSequence, DOM::SharedCellStylePtr const*> _styleOf;
+  std::deque<Step> _steps;  ///< the first is that of no style
+  Step* _at;
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -9,41 +9,46 @@ TableResolverParts::TableResolverParts(ValueContextProvider const& valueContextP
                                        ConditionalFormatRefs const& formatRefs,
                                        DOM::Styles const& styles,
                                        DOM::SharedObjectFactory const& sharedObjectFactory)
-    : _valueContextProvider(valueContextProvider),
-      _table(table),
-      _formatRefs(formatRefs),
+    : _formatRefs(formatRefs),
       _factory(valueContextProvider, table),
+      _sources{valueContextProvider, table, _factory},
       _rangeIndex(formatRefs),
       _styleSequences(formatRefs, styles, sharedObjectFactory) {
+  _conditions.reserve(formatRefs.size());
   for (ConditionalFormatRef const& formatRef : formatRefs) {
-    _conditions.emplace_back(_factory, formatRef);
+    _conditions.push_back(prepareCondition(_sources, formatRef));
   }
 }
 
-CellResolver::CellResolver(TableResolverParts const& parts)
-    : _parts(parts), _formatCursor(parts._rangeIndex), _styleCursor(parts._styleSequences) {}
+CellResolver::CellResolver(TableResolverParts const& parts, unsigned threadCount)
+    : _parts(parts),
+      _threadCount(threadCount),
+      _formatCursor(parts._rangeIndex),
+      _styleCursor(parts._styleSequences) {}
 
 DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellInfo) {
-  _holding.clear();
+  _styleCursor.restart();
   FormulaValueData data{FormulaValue(), cellInfo.getCellIndex()};
   bool isRead = false;
   auto const obtainValue = [&]() -> FormulaValueData const& {
     if (!isRead) {
-      data.value = _parts._valueContextProvider.getCellValue(cellInfo);
+      data.value = _parts._sources.provider.getCellValue(cellInfo);
       isRead = true;
     }
     return data;
   };
   auto const& formats = _formatCursor.moveTo(cellInfo.getRowIndex(), cellInfo.getColIndex());
   for (FormatNumber const number : formats) {
-    PreparedCondition const& condition = _parts._conditions[number];
-    auto const ask = [&](FormulaValueData const& asked) { return condition(asked, _session); };
+    PreparedCondition const& condition = *_parts._conditions[number];
+    auto const ask = [&](FormulaValueData const& asked) {
+      return condition.holdsFor(cellInfo, asked, _session);
+    };
     auto const obtainOperator = [&](ConditionalFormatRef const&) {
-      condition.obtainOperator();
+      condition.obtain(_threadCount);
       return &ask;
     };
     auto const onHolds = [&](ConditionalFormatRef const& formatRef) {
-      _parts._styleSequences.append(_holding, number);
+      _styleCursor.add(number);
       return stepAfter(formatRef.second);
     };
     if (judgeByFormat(_parts._formatRefs[number], obtainOperator, obtainValue, onHolds) ==
@@ -51,7 +56,7 @@ DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellIn
       break;
     }
   }
-  return _styleCursor.styleOf(_holding);
+  return _styleCursor.getStyle();
 }
 
 }  // namespace Zorv::ConditionalFormatters

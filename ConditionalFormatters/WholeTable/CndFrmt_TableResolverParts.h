@@ -1,6 +1,7 @@
 #pragma once
 
-#include <deque>
+#include <memory>
+#include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
@@ -21,25 +22,25 @@ public:
                      ConditionalFormatRefs const& formatRefs, DOM::Styles const& styles,
                      DOM::SharedObjectFactory const& sharedObjectFactory);
 
-  [[nodiscard]] DOM::Table const& getTable() const noexcept { return _table; }
+  [[nodiscard]] DOM::Table const& getTable() const noexcept { return _sources.table; }
 
 private:
   friend class CellResolver;
 
-  ValueContextProvider const& _valueContextProvider;
-  DOM::Table const& _table;
   ConditionalFormatRefs const& _formatRefs;
   OperatorsFactory _factory;
+  ConditionSources _sources;
   RangeIndex _rangeIndex;
   StyleSequences _styleSequences;
-  std::deque<PreparedCondition> _conditions;  ///< by format
+  std::vector<std::unique_ptr<PreparedCondition const>> _conditions;  ///< by format
 };
 
 /// Resolves one cell after the other for one thread; fastest in row order.
 class CellResolver {
 public:
-  /// Borrows the parts, which must outlive the resolver.
-  explicit CellResolver(TableResolverParts const& parts);
+  /// Borrows the parts, which must outlive the resolver. What a condition makes once is made by as
+  /// many threads as the pass has.
+  CellResolver(TableResolverParts const& parts, unsigned threadCount);
 
   /// The cell's style, null where no format holds. The reference stays valid as long as the parts
   /// do.
@@ -47,9 +48,9 @@ public:
 
 private:
   TableResolverParts const& _parts;
+  unsigned _threadCount;
   FormatCursor _formatCursor;
   StyleCursor _styleCursor;
-  StyleSequence _holding;
   Formulas::EvaluationSession _session;
 };
 

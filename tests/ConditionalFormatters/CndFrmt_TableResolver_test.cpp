@@ -1,5 +1,6 @@
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <limits>
@@ -206,10 +207,11 @@ TEST_F(TableResolverTest, AnExceptionOfTheVisitorEndsThePass) {
   }
 }
 
-/// Counts how often each cell is read.
+/// Counts how often cells are read.
+template <class Count>
 class CountingProvider final : public ValueContextProvider {
 public:
-  CountingProvider(Table const& table, std::size_t& count) : _plain(table), _count(count) {}
+  CountingProvider(Table const& table, Count& count) : _plain(table), _count(count) {}
 
   [[nodiscard]] FormulaValue getCellValue(CellInfo const& cellInfo) const override {
     ++_count;
@@ -222,7 +224,7 @@ public:
 
 private:
   PlainValueContextProvider _plain;
-  std::size_t& _count;
+  Count& _count;
 };
 
 TEST_F(TableResolverTest, CollectsARangeOnceAndReadsEachCellOnceWhateverTheNumberOfFormats) {
@@ -232,21 +234,68 @@ TEST_F(TableResolverTest, CollectsARangeOnceAndReadsEachCellOnceWhateverTheNumbe
   }
   std::size_t reads = 0;
   ConditionalFormattingPropsCalculator const calculator(
-      std::make_unique<CountingProvider>(table, reads));
+      std::make_unique<CountingProvider<std::size_t>>(table, reads));
   auto const resolver = calculator.prepare(styles, table);
   EXPECT_EQ(reads, 0U) << "nothing is read before a cell needs it";
   static_cast<void>(visitAll(resolver, column, Positions::Existing, 1));
   EXPECT_EQ(reads, 4 * cellCount);
 }
 
+TEST_F(TableResolverTest, SeveralThreadsCollectTogetherAndStillReadEachCellOnce) {
+  addFormat(table, {column},
+            AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::Above),
+            makeUUID(1));
+  addFormat(table, {column}, UniquenessConditionalFormatOperator{UniquenessType::Unique},
+            makeUUID(1));
+  std::atomic<std::size_t> reads = 0;
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<CountingProvider<std::atomic<std::size_t>>>(table, reads));
+  static_cast<void>(visitAll(calculator.prepare(styles, table), column, Positions::Existing, 3));
+  EXPECT_EQ(reads, 3 * cellCount);
+}
+
 TEST_F(TableResolverTest, NothingIsCollectedForFormatsThatNoVisitedCellLiesIn) {
   addFormat(table, {{100, 0, cellCount, 1}}, UniquenessConditionalFormatOperator{}, makeUUID(1));
   std::size_t reads = 0;
   ConditionalFormattingPropsCalculator const calculator(
-      std::make_unique<CountingProvider>(table, reads));
+      std::make_unique<CountingProvider<std::size_t>>(table, reads));
   static_cast<void>(
       visitAll(calculator.prepare(styles, table), {0, 0, 100, 1}, Positions::Existing, 1));
   EXPECT_EQ(reads, 0U);
+}
+
+/// Has a value for every position, whether or not there is a cell.
+class EverywhereProvider final : public ValueContextProvider {
+public:
+  explicit EverywhereProvider(Table const& table) : _plain(table) {}
+
+  [[nodiscard]] FormulaValue getCellValue(CellInfo const& cellInfo) const override {
+    return number(static_cast<double>(cellInfo.getRowIndex() % 3));
+  }
+  [[nodiscard]] TimeZone const& getTimeZone() const override { return _plain.getTimeZone(); }
+  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
+    return _plain.getFormulasContextProvider();
+  }
+
+private:
+  PlainValueContextProvider _plain;
+};
+
+TEST_F(TableResolverTest, AValueWithoutACellIsJudgedByTheCellsThatExist) {
+  Table fewCells;
+  for (unsigned long const row : {0UL, 1UL, 2UL, 4UL}) {
+    fewCells.obtainCell(row, 0);
+  }
+  TableRange const range{0, 0, 9, 1};
+  addFormat(fewCells, {range}, UniquenessConditionalFormatOperator{UniquenessType::Unique},
+            makeUUID(1));
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<EverywhereProvider>(fewCells));
+  auto const resolver = calculator.prepare(styles, fewCells);
+  for (auto const& [index, style] : visitAll(resolver, range, Positions::All, 1)) {
+    // The cells hold 0, 1, 2 and 1.
+    EXPECT_EQ(style != nullptr, index.getRow().get() % 3 != 1) << index.getRow().get();
+  }
 }
 
 /// A clock that goes on a day each time it is read.

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <bitset>
+#include <cstdint>
+
+#include <boost/container_hash/hash.hpp>
+#include <boost/unordered_map.hpp>
+
+namespace Zorv::ConditionalFormatters {
+
+/// Cells of one sheet, by position. A cell of a well filled column costs one bit, one that stands
+/// alone about a hundred bytes. Threads: may be asked from several threads at once.
+class CellSet {
+public:
+  /// Adds a cell, if it is not there; fastest where the last one added is of the same column, not
+  /// far away.
+  void insert(std::uint32_t row, std::uint32_t column) {
+    std::uint64_t const key = keyOf(row, column);
+    if (_last == nullptr || key != _lastKey) {
+      _last = &_blocks[key];
+      _lastKey = key;
+    }
+    _last->set(row % rowsInBlock);
+  }
+
+  [[nodiscard]] bool contains(unsigned long row, unsigned long column) const noexcept {
+    auto const found = _blocks.find(keyOf(row, column));
+    return found != _blocks.end() && found->second.test(row % rowsInBlock);
+  }
+
+private:
+  static constexpr unsigned long rowsInBlock = 512;
+  using Block = std::bitset<rowsInBlock>;  ///< a piece of one column
+
+  static std::uint64_t keyOf(unsigned long row, unsigned long column) noexcept {
+    return column << 32U | row / rowsInBlock;
+  }
+
+  boost::unordered_map<std::uint64_t, Block> _blocks;
+  Block* _last = nullptr;
+  std::uint64_t _lastKey = 0;
+};
+
+}  // namespace Zorv::ConditionalFormatters
