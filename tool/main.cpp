@@ -44,7 +44,8 @@ ExitStatus runCommand(Selection const& selection, std::ostream& out, std::ostrea
 
 ExitStatus run(Options const& options, std::ostream& out, std::ostream& err) {
   Zorv::OfficeUtils::ScopedClock const clock(options.now);
-  auto const document = Zorv::Workbook::loadWorkbook(options.file);
+  auto const document = Zorv::Workbook::loadWorkbook(
+      options.file, {.limits = {}, .localeName = options.localeName, .timeZone = options.timeZone});
   Selection const selection(document, options);
   Report report(err, selection);
   report.sayFindings();

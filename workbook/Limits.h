@@ -25,6 +25,8 @@ struct Limits {
   std::size_t sheets = 10'000;
   /// Cells of all sheets together.
   std::uint64_t cells = 50'000'000;
+  /// Formulas whose results are not in the file: the cells to which they refer, together.
+  std::uint64_t calculatedPositions = 300'000'000;
   /// Conditional-formatting rules of all sheets together.
   std::size_t rules = 200'000;
   /// Areas of all rules together, each rule counted with all its areas.

@@ -4,6 +4,7 @@
 #include "workbook/Package/FileKind.h"
 #include "workbook/Package/PartError.h"
 #include "workbook/Read/LoadState.h"
+#include "workbook/Read/MissingResultCalculator.h"
 #include "workbook/Read/WorkbookReader.h"
 
 namespace Zorv::Workbook {
@@ -15,6 +16,7 @@ Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& opti
     Document document(file);
     LoadState state{archive, options.limits, document};
     WorkbookReader(state).read();
+    MissingResultCalculator(state, options.localeName, options.timeZone).calculate();
     return document;
   } catch (PartError const& error) {
     throw LoadError(file.string(), error.getPart(), error.getPlace(), error.getProblem());

@@ -17,6 +17,7 @@
 #include "OfficeUtils/Clock.h"
 #include "workbook/Addresses.h"
 #include "workbook/DocumentValueProvider.h"
+#include "workbook/Evaluation.h"
 #include "workbook/LoadWorkbook.h"
 
 namespace Zorv::Workbook {
@@ -115,6 +116,13 @@ TEST_P(RealWorkbooks, AgreeWithOtherProgramsExceptOnPurpose) {
     }
   }
   EXPECT_EQ(otherwise, GetParam().otherwise);
+}
+
+TEST(RealWorkbook, FormulasThatItsProgramStoredWithoutResultsAreCalculated) {
+  Document const document = loadWorkbook(folder() / "tLists4_complexRange.xlsx");
+  EXPECT_EQ(TestSupport::describeCell(document, "E18"),
+            "text 4-976 Sugarloaf Hwy Suite 103");  // "4-976 Sugarloaf Hwy"&" "&"Suite 103"
+  EXPECT_EQ(TestSupport::describeCell(document, "H14"), "number -0.1");  // G13-$J$4
 }
 
 INSTANTIATE_TEST_SUITE_P(

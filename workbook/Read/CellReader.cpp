@@ -35,7 +35,8 @@ CellReader::CellReader(LoadState& state, std::vector<std::string> const& sharedS
       _sharedStrings(sharedStrings),
       _styles(styles),
       _sheet(state.document.getSheets()[sheet]),
-      _reader(reader) {}
+      _reader(reader),
+      _formulas(state, sheet, reader) {}
 
 unsigned long CellReader::beginRow() {
   if (auto const text = _reader.getAttribute("r")) {
@@ -57,7 +58,7 @@ void CellReader::readCell() {
   _nextColumn = place.getColumn().get() + 1;
   DOM::SharedCellStylePtr style = findStyle(place);
   _content.type = _reader.getAttribute("t").value_or("n");
-  readContent();
+  readContent(place);
   store(place, std::move(style));
 }
 
@@ -93,7 +94,7 @@ DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
   return style;
 }
 
-void CellReader::readContent() {
+void CellReader::readContent(CellIndex place) {
   std::size_t const depth = _reader.getDepth();
   _content.value.clear();
   _content.inlineText.reset();
@@ -111,8 +112,10 @@ void CellReader::readContent() {
       readValueText();
     } else if (_reader.is("is")) {
       _content.inlineText = readTextItem(_reader);
+    } else if (_reader.is("f")) {
+      _content.hasFormula = true;
+      _formulas.read(place);
     } else {
-      _content.hasFormula = _content.hasFormula || _reader.is("f");
       _reader.skipElement();
     }
   }
@@ -134,6 +137,7 @@ void CellReader::readValueText() {
 }
 
 void CellReader::store(CellIndex place, DOM::SharedCellStylePtr style) {
+  bool const isMissing = lacksResult();  // interpret() takes the text
   FormulaValue value = interpret(place);
   if (FormulaModel::isFormulaEmpty(value) && !style && !_content.hasFormula) {
     return;
@@ -147,6 +151,15 @@ void CellReader::store(CellIndex place, DOM::SharedCellStylePtr style) {
   cell.value = std::move(value);
   cell.style = std::move(style);
   cell.hasFormula = _content.hasFormula;
+  if (isMissing) {
+    _formulas.addMissingResult(place);
+  }
+}
+
+/// An empty text is a result, if it is marked as a text.
+bool CellReader::lacksResult() const noexcept {
+  return _content.hasFormula && !_content.inlineText &&
+         (_content.type != "str" || !_content.hasValue) && trimXmlSpaces(_content.value).empty();
 }
 
 FormulaValue CellReader::interpret(CellIndex place) {

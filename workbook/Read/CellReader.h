@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Utils/CellIndex.h"
+#include "workbook/Read/FormulaReader.h"
 #include "workbook/Read/LoadState.h"
 #include "workbook/Read/StylesReader.h"
 #include "workbook/Xml/XmlReader.h"
@@ -41,9 +42,10 @@ private:
 
   [[nodiscard]] CellIndex findPlace();
   [[nodiscard]] DOM::SharedCellStylePtr findStyle(CellIndex place);
-  void readContent();
+  void readContent(CellIndex place);
   void readValueText();
   void store(CellIndex place, DOM::SharedCellStylePtr style);
+  [[nodiscard]] bool lacksResult() const noexcept;
   [[nodiscard]] FormulaValue interpret(CellIndex place);
   [[nodiscard]] FormulaValue interpretResult() const;
   [[nodiscard]] FormulaValue interpretShared(CellIndex place);
@@ -55,6 +57,7 @@ private:
   StylesReader const& _styles;
   Sheet& _sheet;
   XmlReader& _reader;
+  FormulaReader _formulas;
   unsigned long _nextRow = 0;
   unsigned long _nextColumn = 0;
   unsigned long _row = 0;

@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "workbook/Document.h"
 #include "workbook/Limits.h"
 #include "workbook/Package/Archive.h"
+#include "workbook/Read/MissingResult.h"
 
 namespace Zorv::Workbook {
 
@@ -16,6 +18,8 @@ struct LoadState {
   Document& document;
   std::uint64_t cellCount = 0;
   std::uint64_t ruleAreaCount = 0;
+  std::vector<FormulaSource> formulas{};
+  std::vector<MissingResult> missingResults{};
 
   /// Notes what was read another way than it was meant; a flood of the like is cut short.
   void report(Finding finding);

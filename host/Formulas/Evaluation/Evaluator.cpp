@@ -200,7 +200,12 @@ Value Evaluator::combine(Operator op, Value const& left, Value const& right) {
 Value Evaluator::evaluateReferenceOperator(Frame const& frame, Node const& node, Mode mode) {
   Value const left = evaluateNode(frame, node.firstArgument, mode);
   Value const right = evaluateNode(frame, frame.nodeAt(node.firstArgument).next, mode);
-  return combineReferences(arena(), node.op, left, right);
+  Value const result = combineReferences(arena(), node.op, left, right);
+  if (node.op == Operator::Range && result.isReference()) {
+    // What lies between the two is in neither; ranges of plain corners are parsed as one reference.
+    _dependencies->add(result.asArea().table->getDocTableIndex(), result.asArea().toTableRange());
+  }
+  return result;
 }
 
 Value Evaluator::evaluateArrayConstant(Frame const& frame, Node const& node) {

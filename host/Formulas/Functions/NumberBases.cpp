@@ -102,8 +102,9 @@ constexpr std::int64_t countComplements(std::int64_t radix) noexcept {
 template <std::int64_t radix>
 Value writeComplement(Call& call) {
   constexpr std::int64_t count = countComplements(radix);
+  constexpr std::int64_t half = count / 2;
   auto const number =
-      toWhole(call.number(0), static_cast<double>(-count / 2), static_cast<double>(count / 2));
+      toWhole(call.number(0), static_cast<double>(-half), static_cast<double>(half));
   auto const places = toWhole(call.number(1, 1.0), 1.0, placesOfComplement + 1.0);
   if (!number || !places) {
     return notANumber();

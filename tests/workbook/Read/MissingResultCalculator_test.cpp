@@ -1,0 +1,244 @@
+#include "workbook/Read/MissingResultCalculator.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "OfficeUtils/Clock.h"
+#include "workbook/Evaluation.h"
+#include "workbook/WorkbookBuilder.h"
+
+namespace Zorv::Workbook {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using TestSupport::describeCell;
+using TestSupport::WorkbookBuilder;
+
+/// A cell with a formula and no result.
+std::string formula(std::string const& cell, std::string const& text,
+                    std::string const& attributes = "") {
+  return "<c r='" + cell + "'><f " + attributes + ">" + text + "</f></c>";
+}
+
+std::string number(std::string const& cell, std::string const& value) {
+  return "<c r='" + cell + "'><v>" + value + "</v></c>";
+}
+
+std::string row(std::string const& cells) { return "<row>" + cells + "</row>"; }
+
+/// The findings as `sheet cell: message`.
+std::vector<std::string> messagesOf(Document const& document) {
+  std::vector<std::string> messages;
+  for (Finding const& finding : document.getFindings()) {
+    messages.push_back(finding.sheet + " " + finding.range + ": " + finding.message);
+  }
+  return messages;
+}
+
+struct Case {
+  std::string name;
+  std::string cells;
+  std::vector<std::pair<std::string, std::string>> expected;
+};
+
+class MissingResultsOf : public testing::TestWithParam<Case> {};
+
+TEST_P(MissingResultsOf, AreCalculated) {
+  Document const document =
+      WorkbookBuilder()
+          .setSheet(row(GetParam().cells))
+          .setWorkbook("",
+                       "<definedNames><definedName name='Rate'>Sheet1!$B$1</definedName>"
+                       "<definedName name='Left'>Sheet1!XFD1</definedName></definedNames>")
+          .load();
+  for (auto const& [cell, expected] : GetParam().expected) {
+    EXPECT_EQ(describeCell(document, cell), expected) << cell;
+  }
+  EXPECT_THAT(messagesOf(document), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    MissingResultCalculator, MissingResultsOf,
+    testing::Values(
+        Case{"OfEveryKind",
+             formula("A1", "1+1") + formula("A2", "\"a\"&amp;\"b\"") + formula("A3", "1=1") +
+                 formula("A4", "1/0"),
+             {{"A1", "number 2"},
+              {"A2", "text ab"},
+              {"A3", "boolean TRUE"},
+              {"A4", "error #DIV/0!"}}},
+        Case{"OfEmptyCellsAreZero", formula("A1", "B1"), {{"A1", "number 0"}}},
+        Case{"ThatWaitForOneAnother",
+             formula("A1", "A2+1") + formula("A2", "A3+1") + formula("A3", "40"),
+             {{"A1", "number 42"}, {"A2", "number 41"}}},
+        Case{"ThatWaitForManyCells",
+             formula("A1", "SUM(B1:C3)") + formula("B1", "C3*2") + formula("C3", "5") +
+                 number("B2", "100") + formula("B4", "1000"),
+             {{"A1", "number 115"}}},
+        Case{"ThatWaitForWholeColumns",
+             formula("A1", "SUM(C:C)") + formula("C900000", "3") + formula("C2", "C900000+1"),
+             {{"A1", "number 7"}}},
+        Case{"OfNames",
+             formula("A1", "Rate*2") + formula("B1", "3") + formula("C1", "4") +
+                 formula("D1", "Left+1"),
+             {{"A1", "number 6"}, {"D1", "number 5"}}},
+        Case{"ThatFindTheirCellsWhenTheyAreCalculated",
+             formula("A1", "INDIRECT(\"B\"&amp;C1)") + formula("C1", "2") + formula("B2", "C2+1") +
+                 formula("C2", "9"),
+             {{"A1", "number 10"}}},
+        Case{"OfOffsetsFromTheirOwnPlace",
+             number("A1", "5") + formula("A2", "OFFSET(A2,-1,0)+1") +
+                 formula("A3", "OFFSET(A3,-1,0)+1"),
+             {{"A2", "number 6"}, {"A3", "number 7"}}},
+        Case{"OfRangesWhoseEndIsCalculated",
+             formula("A1", "SUM(B1:INDEX(D1:D9,3))") + formula("B2", "7") + formula("C3", "8"),
+             {{"A1", "number 15"}}},
+        Case{"OfRowNumbersOfTheirOwn", formula("A3", "ROW(A3)+ROWS(A$1:A3)"), {{"A3", "number 6"}}},
+        Case{"OfSharedFormulas",
+             number("B1", "10") + number("B2", "20") + formula("B3", "B2*2") +
+                 formula("A1", "B1+C$1", "t='shared' si='0' ref='A1:A3'") +
+                 formula("A2", "", "t='shared' si='0'") + formula("A3", "", "t='shared' si='0'") +
+                 number("C1", "1"),
+             {{"A1", "number 11"}, {"A2", "number 21"}, {"A3", "number 41"}}},
+        Case{"OfSharedFormulasWhoseFirstCellHasOne",
+             "<c r='A1'><f t='shared' si='7' ref='A1:A2'>B1</f><v>99</v></c>" +
+                 formula("A2", "", "t='shared' si='7'") + number("B2", "4"),
+             {{"A1", "number 99"}, {"A2", "number 4"}}},
+        Case{"OfArrayFormulas",
+             number("B1", "1") + number("B2", "2") + number("C1", "3") + number("C2", "4") +
+                 formula("A1", "SUM(B1:B2*C1:C2)", "t='array' ref='A1'"),
+             {{"A1", "number 11"}}},
+        Case{"OfOneCellOutOfARange",
+             number("B1", "1") + number("B2", "2") + number("B3", "3") + formula("A2", "B1:B3"),
+             {{"A2", "number 2"}}},
+        Case{"OfARangeElsewhere",
+             number("B1", "1") + number("B2", "2") + formula("A9", "B1:B2"),
+             {{"A9", "error #VALUE!"}}},
+        Case{"BesideThoseThatTheFileHas",
+             "<c r='A1'><f>1+1</f><v>7</v></c><c r='A2' t='str'><f>1+1</f><v></v></c>"
+             "<c r='A3'><v></v><f>A1</f></c>",
+             {{"A1", "number 7"}, {"A2", "text "}, {"A3", "number 7"}}}),
+    [](auto const& test) { return test.param.name; });
+
+struct DoubtCase {
+  std::string name;
+  std::string cells;
+  std::pair<std::string, std::string> expected;
+  std::string message;
+};
+
+class MissingResultsInDoubt : public testing::TestWithParam<DoubtCase> {};
+
+TEST_P(MissingResultsInDoubt, AreReported) {
+  Document const document = WorkbookBuilder().setSheet(row(GetParam().cells)).load();
+  EXPECT_EQ(describeCell(document, GetParam().expected.first), GetParam().expected.second);
+  EXPECT_THAT(messagesOf(document), ElementsAre("Sheet1 " + GetParam().message));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    MissingResultCalculator, MissingResultsInDoubt,
+    testing::Values(
+        DoubtCase{"NeedingThemselves",
+                  formula("A1", "A1+1"),
+                  {"A1", "number 1"},
+                  "A1: the cell has no result and a formula that needs its own result, which "
+                  "counted as empty"},
+        DoubtCase{"NeedingOneAnother",
+                  formula("A1", "B1+1") + formula("B1", "C1+1") + formula("C1", "A1+1"),
+                  {"A1", "number 3"},
+                  "C1: the cell has no result and a formula that needs its own result, which "
+                  "counted as empty"},
+        DoubtCase{"NeedingThemselvesInARange",
+                  formula("A3", "SUM(A1:A3)") + number("A1", "4"),
+                  {"A3", "number 4"},
+                  "A3: the cell has no result and a formula that needs its own result, which "
+                  "counted as empty"},
+        DoubtCase{"FindingThemselves",
+                  formula("A1", "INDIRECT(\"A1\")+1"),
+                  {"A1", "number 1"},
+                  "A1: the cell has no result and a formula that needs its own result, which "
+                  "counted as empty"},
+        DoubtCase{"OfNoFormula",
+                  formula("B2", "1+") + formula("A3", "((("),
+                  {"B2", "empty"},
+                  "B2: 2 cells, this one first, have no result and a formula that cannot be read; "
+                  "read as empty: the formula ends where a value is wanted at position 2"},
+        DoubtCase{"WithoutAnything",
+                  formula("A1", "") + formula("A2", "", "t='shared' si='3'"),
+                  {"A1", "empty"},
+                  "A1: 2 cells, this one first, have neither a formula nor a result; read as "
+                  "empty"},
+        DoubtCase{"OfDataTables",
+                  formula("A1", "B1", "t='dataTable' ref='A1'"),
+                  {"A1", "empty"},
+                  "A1: the cell has neither a formula nor a result; read as empty"},
+        DoubtCase{"OfArraysForSeveralCells",
+                  formula("A1", "{1,2}", "t='array' ref='A1:B1'"),
+                  {"A1", "number 1"},
+                  "A1: the cell has no result and an array formula for several cells; calculated "
+                  "for the first alone"},
+        DoubtCase{"OfUnknownFunctions",
+                  formula("A1", "NOSUCH(1)") + formula("A2", "OTHER()+NOSUCH()"),
+                  {"A2", "error #NAME?"},
+                  "A1: 2 cells, this one first, have no result and a formula with functions that "
+                  "are not known: NOSUCH, OTHER"}),
+    [](auto const& test) { return test.param.name; });
+
+TEST(MissingResultCalculator, CalculatesAcrossSheets) {
+  Document const document =
+      WorkbookBuilder()
+          .addSheet("First", TestSupport::sheetData(row(formula("A1", "Second!A1+1"))))
+          .addSheet("Second",
+                    TestSupport::sheetData(row(formula("A1", "First!B1*2") + number("B1", "1"))))
+          .load();
+  EXPECT_EQ(describeCell(document, "A1", 0), "number 1");
+}
+
+TEST(MissingResultCalculator, FollowsChainsOfAnyLength) {
+  constexpr int length = 200'000;
+  std::string rows;
+  for (int i = 1; i < length; ++i) {
+    rows += row(formula("A" + std::to_string(i), "A" + std::to_string(i + 1) + "+1"));
+  }
+  rows += row(number("A" + std::to_string(length), "0"));
+  Document const document = WorkbookBuilder().setSheet(rows).load();
+  EXPECT_EQ(describeCell(document, "A1"), "number " + std::to_string(length - 1));
+}
+
+TEST(MissingResultCalculator, StopsAtTheLimit) {
+  LoadOptions options;
+  options.limits.calculatedPositions = 40;
+  Document const document =
+      WorkbookBuilder()
+          .setSheet(row(number("B1", "1") + number("B9", "1") + formula("A1", "SUM(B:B)") +
+                        formula("A2", "SUM(B:B)") + formula("A3", "SUM(B:B)")))
+          .load(options);
+  EXPECT_EQ(describeCell(document, "A1"), "number 2");
+  EXPECT_EQ(describeCell(document, "A3"), "empty");
+  EXPECT_THAT(messagesOf(document),
+              ElementsAre("Sheet1 A3: the cell has no result and formulas that would take too "
+                          "long; read as empty"));
+}
+
+TEST(MissingResultCalculator, ReadsTheClockInTheZoneAndTextsInTheLocale) {
+  LoadOptions options;
+  options.localeName = "de-DE";
+  options.timeZone = DOM::TimeZone("Asia/Tokyo");
+  // 2026-11-21 20:00 in UTC is the next day in Tokyo.
+  OfficeUtils::ScopedClock const clock(OfficeUtils::Clock::TimePoint(
+      std::chrono::sys_days(std::chrono::year(2026) / 11 / 21) + std::chrono::hours(20)));
+  Document const document =
+      WorkbookBuilder()
+          .setSheet(row(formula("A1", "TODAY()") + formula("A2", "\"1,5\"+1")))
+          .load(options);
+  EXPECT_EQ(describeCell(document, "A1"), "number 46348");
+  EXPECT_EQ(describeCell(document, "A2"), "number 2.5");
+}
+
+}  // namespace
+}  // namespace Zorv::Workbook

@@ -1,0 +1,44 @@
+#include "workbook/Read/FormulaReader.h"
+
+#include <utility>
+
+#include "workbook/Addresses.h"
+
+namespace Zorv::Workbook {
+
+void FormulaReader::read(CellIndex place) {
+  auto const type = _reader.getAttribute("t").value_or("normal");
+  bool const isArray = type == "array";
+  auto const area = isArray ? parseRange(_reader.getAttribute("ref").value_or("")) : std::nullopt;
+  bool const hasSeveralCells =
+      area && (area->endRow - area->firstRow > 1 || area->endColumn - area->firstColumn > 1);
+  _lastGroup = type == "shared" ? _reader.getAttribute("si").value_or("") : "";
+  bool const isTable = type == "dataTable";
+  std::string text = _reader.readElementText();
+  // What a data table writes is no formula.
+  _last = {{isTable ? std::string() : std::move(text), place, !_lastGroup.empty(), isArray,
+            hasSeveralCells},
+           std::nullopt};
+  if (!_lastGroup.empty() && !_last.source.text.empty()) {
+    _shared.insert_or_assign(_lastGroup, _last);
+  }
+}
+
+/// Cells of a group that have no formula of their own share that of the group's first cell.
+FormulaReader::Formula& FormulaReader::findFormula() {
+  auto const shared = _lastGroup.empty() ? _shared.end() : _shared.find(_lastGroup);
+  return shared == _shared.end() ? _last : shared->second;
+}
+
+void FormulaReader::addMissingResult(CellIndex place) {
+  Formula& formula = findFormula();
+  if (!formula.number) {
+    formula.number = static_cast<std::uint32_t>(_state.formulas.size());
+    _state.formulas.push_back(formula.source);
+  }
+  _state.missingResults.push_back(
+      {static_cast<std::uint32_t>(_sheet), static_cast<std::uint32_t>(place.getColumn().get()),
+       static_cast<std::uint32_t>(place.getRow().get()), *formula.number});
+}
+
+}  // namespace Zorv::Workbook

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "workbook/Read/LoadState.h"
+#include "workbook/Xml/XmlReader.h"
+
+namespace Zorv::Workbook {
+
+/// Reads the formulas of one sheet's cells, and keeps those that are needed because the file lacks
+/// their results.
+class FormulaReader {
+public:
+  /// Borrows everything.
+  FormulaReader(LoadState& state, std::size_t sheet, XmlReader& reader) noexcept
+      : _state(state), _sheet(sheet), _reader(reader) {}
+
+  /// After the start of an `f` element (ISO/IEC 29500-1, 18.3.1.40): reads on to its end.
+  void read(CellIndex place);
+
+  /// The cell whose formula was read last has no result.
+  void addMissingResult(CellIndex place);
+
+private:
+  /// A formula that may be kept already.
+  struct Formula {
+    FormulaSource source;
+    std::optional<std::uint32_t> number;  ///< among those that are kept
+  };
+
+  [[nodiscard]] Formula& findFormula();
+
+  LoadState& _state;
+  std::size_t _sheet;
+  XmlReader& _reader;
+  Formula _last;
+  std::string _lastGroup;  ///< of the shared formula; empty where the last one is not shared
+  std::map<std::string, Formula, std::less<>> _shared;  ///< by the names of their groups
+};
+
+}  // namespace Zorv::Workbook

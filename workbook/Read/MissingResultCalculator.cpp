@@ -1,0 +1,257 @@
+#include "workbook/Read/MissingResultCalculator.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <exception>
+#include <utility>
+
+#include <boost/variant/apply_visitor.hpp>
+#include <boost/variant/get.hpp>
+#include <boost/variant/static_visitor.hpp>
+
+#include "FormulaModel/FormulaValueAccess.h"
+#include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/FindReferences.h"
+#include "Formulas/FunctionNames.h"
+#include "Formulas/ParseExpr.h"
+
+namespace Zorv::Workbook {
+
+namespace {
+
+FormulaValue errorValue(FormulaModel::FormulaErrorCode code) {
+  return FormulaModel::FormulaError{code};
+}
+
+/// The part of one dimension of a range that may hold cells.
+std::uint64_t countCommon(unsigned long first, unsigned long end, unsigned long usedFirst,
+                          unsigned long usedEnd) noexcept {
+  unsigned long const from = std::max(first, usedFirst);
+  return std::max(from, std::min(end, usedEnd)) - from;
+}
+
+/// One value out of a formula's result, at the formula's cell.
+class OneValue : public boost::static_visitor<FormulaValue> {
+public:
+  OneValue(DocumentContextProvider const& provider, CellIndex place) noexcept
+      : _provider(provider), _place(place) {}
+
+  FormulaValue operator()(FormulaValue const& value) const { return value; }
+  FormulaValue operator()(std::shared_ptr<FormulaModel::FormulaArray const> const& array) const {
+    return array->at(0, 0);
+  }
+  /// The cell of a single row or column that stands beside the formula's own.
+  FormulaValue operator()(std::shared_ptr<Formulas::Reference const> const& reference) const {
+    TableRange const& range = reference->range;
+    unsigned long const row = range.endRow - range.firstRow == 1 ? range.firstRow : rowOfPlace();
+    unsigned long const column =
+        range.endColumn - range.firstColumn == 1 ? range.firstColumn : columnOfPlace();
+    auto const* const table = _provider.findTableContextAt(reference->table);
+    if (!table || !range.contains(row, column)) {
+      return errorValue(FormulaModel::FormulaErrorCode::Value);
+    }
+    DOM::Cell const* const cell = table->getTable().findCell(row, column);
+    return cell ? cell->value : FormulaValue();
+  }
+  template <class Union>
+  FormulaValue operator()(Union const&) const {
+    return errorValue(FormulaModel::FormulaErrorCode::Value);
+  }
+
+private:
+  [[nodiscard]] unsigned long rowOfPlace() const noexcept { return _place.getRow().get(); }
+  [[nodiscard]] unsigned long columnOfPlace() const noexcept { return _place.getColumn().get(); }
+
+  DocumentContextProvider const& _provider;
+  CellIndex _place;
+};
+
+int distance(unsigned long from, unsigned long to) noexcept {
+  return static_cast<int>(to) - static_cast<int>(from);
+}
+
+}  // namespace
+
+MissingResultCalculator::MissingResultCalculator(LoadState& state, std::string const& localeName,
+                                                 DOM::TimeZone const& timeZone)
+    : _state(state),
+      _provider(state.document, localeName, timeZone),
+      _formulas(std::move(state.formulas)),
+      _sharedExprs(_formulas.size()),
+      _missing(std::move(state.missingResults)),
+      _isUnderWay(_missing.size(), false) {}
+
+void MissingResultCalculator::calculate() {
+  if (_missing.size() == 0) {
+    return;
+  }
+  for (Sheet const& sheet : _state.document.getSheets()) {
+    _usedRanges.push_back(sheet.table->getUsedRange());
+  }
+  for (std::size_t number = 0; number < _missing.size(); ++number) {
+    if (_missing.isMissing(number)) {
+      waitFor(number);
+    }
+    while (!_underWay.empty()) {
+      takeStep(_underWay.back());
+    }
+  }
+  _report.writeTo(_state);
+}
+
+/// Calculates the cell on top, or puts one above it whose result it needs first.
+void MissingResultCalculator::takeStep(std::size_t number) {
+  FormulaSource const& source = sourceOf(number);
+  _work += source.text.size();
+  try {
+    if (source.text.empty()) {
+      giveUp(number, Uncalculated::NoText);
+    } else if (_work > _state.limits.calculatedPositions) {
+      giveUp(number, Uncalculated::TooMuch);
+    } else {
+      calculate(number);
+    }
+  } catch (Formulas::FormulaParseError const& error) {
+    giveUp(number, Uncalculated::Unreadable, {error.what()});
+  } catch (std::exception const& error) {
+    giveUp(number, Uncalculated::Failed, {error.what()});
+  }
+}
+
+void MissingResultCalculator::calculate(std::size_t number) {
+  Placed const formula = place(number);
+  auto const references = Formulas::findReferences(*formula.expr, formula.columnOffset,
+                                                   formula.rowOffset, formula.context, _provider);
+  Search found = search(references);
+  if (found.missing) {
+    waitFor(*found.missing);
+    return;
+  }
+  _work += countPositions(references);
+  Formulas::RuntimeDependenciesResolver dependencies;
+  // Of its own: values change between two evaluations.
+  Formulas::EvaluationSession session;
+  auto const result =
+      Formulas::calcShiftedExpr(*formula.expr, formula.columnOffset, formula.rowOffset,
+                                formula.context, _provider, dependencies, session);
+  if (!found.foundUnderWay) {
+    // Cells that are found on the way may have no results yet; then all is done again after them.
+    Ranges ranges;
+    for (auto const& dependency : dependencies.getDependencies()) {
+      ranges.push_back({dependency.table, dependency.range});
+    }
+    _work += countPositions(ranges);
+    found = search(ranges);
+    if (found.missing) {
+      waitFor(*found.missing);
+      return;
+    }
+  }
+  auto value = boost::apply_visitor(OneValue(_provider, _missing[number].getPlace()), result);
+  reportDoubts(number, formula, value, found.foundUnderWay);
+  finish(number, std::move(value));
+}
+
+/// Looks no further than to a cell that is under way: its formula goes round in a circle, and there
+/// may be as many such cells as the file has.
+MissingResultCalculator::Search MissingResultCalculator::search(Ranges const& ranges) {
+  for (auto const& [table, range] : ranges) {
+    if (auto const found = _missing.findIn(table.get(), range)) {
+      return _isUnderWay[*found] ? Search{std::nullopt, true} : Search{found, false};
+    }
+  }
+  return {};
+}
+
+void MissingResultCalculator::waitFor(std::size_t number) {
+  _isUnderWay[number] = true;
+  _underWay.push_back(number);
+}
+
+/// A formula whose value is an empty cell's gives 0.
+void MissingResultCalculator::finish(std::size_t number, FormulaValue value) {
+  MissingResult const& missing = _missing[number];
+  auto& cell =
+      _state.document.getSheets()[missing.sheet].table->obtainCell(missing.row, missing.column);
+  cell.value = FormulaModel::isFormulaEmpty(value) ? FormulaModel::FormulaNumber{FloatNumber(0.0)}
+                                                   : std::move(value);
+  _isUnderWay[number] = false;
+  _underWay.pop_back();
+  _missing.finish(number);
+}
+
+void MissingResultCalculator::giveUp(std::size_t number, Uncalculated reason,
+                                     std::vector<std::string> const& details) {
+  report(number, reason, details);
+  _isUnderWay[number] = false;
+  _underWay.pop_back();
+  _missing.finish(number);
+}
+
+void MissingResultCalculator::report(std::size_t number, Uncalculated reason,
+                                     std::vector<std::string> const& details) {
+  _report.add(_missing[number].sheet, reason, _missing[number].getPlace(), details);
+}
+
+/// Reports what other programs might calculate otherwise.
+void MissingResultCalculator::reportDoubts(std::size_t number, Placed const& placed,
+                                           FormulaValue const& value, bool isCircular) {
+  if (isCircular) {
+    report(number, Uncalculated::Circular);
+  }
+  if (sourceOf(number).hasSeveralCells) {
+    report(number, Uncalculated::SeveralCells);
+  }
+  auto const* const error = boost::get<FormulaModel::FormulaError>(&value);
+  if (error && error->code == FormulaModel::FormulaErrorCode::Name) {
+    auto const unknown = Formulas::findFunctionNames(*placed.expr).unknown;
+    if (!unknown.empty()) {
+      report(number, Uncalculated::UnknownFunctions, unknown);
+    }
+  }
+}
+
+FormulaSource const& MissingResultCalculator::sourceOf(std::size_t number) const noexcept {
+  return _formulas[_missing[number].formula];
+}
+
+MissingResultCalculator::ExprPtr MissingResultCalculator::parse(std::size_t number) {
+  FormulaSource const& source = sourceOf(number);
+  ExprPtr& shared = _sharedExprs[_missing[number].formula];
+  if (shared) {
+    return shared;
+  }
+  auto expr =
+      std::make_shared<DOM::FormulaSyntaxTree::Expr const>(Formulas::parseExpr(source.text));
+  if (source.isShared) {
+    shared = expr;
+  }
+  return expr;
+}
+
+MissingResultCalculator::Placed MissingResultCalculator::place(std::size_t number) {
+  FormulaSource const& source = sourceOf(number);
+  MissingResult const& missing = _missing[number];
+  auto const indices = source.isArray
+                           ? boost::make_optional(FormulaModel::ArrayFormulaIndices{0, 0})
+                           : boost::optional<FormulaModel::ArrayFormulaIndices>();
+  DOM::Table const& table = *_state.document.getSheets()[missing.sheet].table;
+  CellIndex const cell = missing.getPlace();
+  return {
+      parse(number), distance(source.place.getColumn().get(), missing.column),
+      distance(source.place.getRow().get(), missing.row),
+      Formulas::Context(_provider.getTableContext(table), cell.getRow(), cell.getColumn(), indices,
+                        table.getRowID(missing.row), table.getColumnID(missing.column))};
+}
+
+std::uint64_t MissingResultCalculator::countPositions(Ranges const& ranges) const {
+  std::uint64_t count = 0;
+  for (auto const& [table, range] : ranges) {
+    TableRange const& used = _usedRanges[table.get()];
+    count += countCommon(range.firstRow, range.endRow, used.firstRow, used.endRow) *
+             countCommon(range.firstColumn, range.endColumn, used.firstColumn, used.endColumn);
+  }
+  return count;
+}
+
+}  // namespace Zorv::Workbook

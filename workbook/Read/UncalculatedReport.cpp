@@ -1,0 +1,69 @@
+#include "workbook/Read/UncalculatedReport.h"
+
+#include <string_view>
+
+#include <fmt/format.h>
+
+#include "workbook/Addresses.h"
+
+namespace Zorv::Workbook {
+
+namespace {
+
+/// What a finding says after the number of cells; `{}` stands for the details.
+std::string_view phraseOf(Uncalculated reason) noexcept {
+  switch (reason) {
+    case Uncalculated::NoText:
+      return "neither a formula nor a result; read as empty";
+    case Uncalculated::Unreadable:
+      return "no result and a formula that cannot be read; read as empty: {}";
+    case Uncalculated::TooMuch:
+      return "no result and formulas that would take too long; read as empty";
+    case Uncalculated::Failed:
+      return "no result and a formula that cannot be calculated; read as empty: {}";
+    case Uncalculated::Circular:
+      return "no result and a formula that needs its own result, which counted as empty";
+    case Uncalculated::SeveralCells:
+      return "no result and an array formula for several cells; calculated for the first alone";
+    case Uncalculated::UnknownFunctions:
+      return "no result and a formula with functions that are not known: {}";
+  }
+  return "";
+}
+
+/// Where the details are names and not messages.
+constexpr bool listsDetails(Uncalculated reason) noexcept {
+  return reason == Uncalculated::UnknownFunctions;
+}
+
+}  // namespace
+
+void UncalculatedReport::add(std::size_t sheet, Uncalculated reason, CellIndex cell,
+                             std::vector<std::string> const& details) {
+  Entry& entry = _entries[{sheet, reason}];
+  ++entry.count;
+  bool const isFirst = entry.count == 1 || cell < entry.first;
+  if (isFirst) {
+    entry.first = cell;
+  }
+  if (listsDetails(reason)) {
+    entry.details.insert(details.begin(), details.end());
+  } else if (isFirst) {
+    entry.details = {details.begin(), details.end()};
+  }
+}
+
+void UncalculatedReport::writeTo(LoadState& state) const {
+  for (auto const& [key, entry] : _entries) {
+    auto const& [sheetNumber, reason] = key;
+    Sheet const& sheet = state.document.getSheets()[sheetNumber];
+    auto const details = fmt::format("{}", fmt::join(entry.details, ", "));
+    auto const cells = entry.count == 1
+                           ? std::string("the cell has ")
+                           : fmt::format("{} cells, this one first, have ", entry.count);
+    state.report({sheet.part, sheet.name, toAddress(entry.first),
+                  cells + fmt::format(fmt::runtime(phraseOf(reason)), details)});
+  }
+}
+
+}  // namespace Zorv::Workbook

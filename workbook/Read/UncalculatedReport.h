@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Utils/CellIndex.h"
+#include "workbook/Read/LoadState.h"
+
+namespace Zorv::Workbook {
+
+/// Why the result of a formula is missing, or not what it should be.
+enum class Uncalculated : std::uint8_t {
+  NoText,            ///< the file does not say what the formula is
+  Unreadable,        ///< the text is no formula; the detail is the parser's word
+  TooMuch,           ///< beyond the limit of what is calculated
+  Failed,            ///< the detail is the exception's word
+  Circular,          ///< it needs its own result
+  SeveralCells,      ///< an array formula of several cells, of which the first alone is calculated
+  UnknownFunctions,  ///< the details are their names
+};
+
+/// Gathers the formulas that could not be calculated: one finding for each sheet and reason.
+class UncalculatedReport {
+public:
+  void add(std::size_t sheet, Uncalculated reason, CellIndex cell,
+           std::vector<std::string> const& details);
+
+  void writeTo(LoadState& state) const;
+
+private:
+  struct Entry {
+    std::uint64_t count = 0;
+    CellIndex first{RowIndex(0), ColumnIndex(0)};
+    std::set<std::string> details;
+  };
+
+  std::map<std::pair<std::size_t, Uncalculated>, Entry> _entries;
+};
+
+}  // namespace Zorv::Workbook
