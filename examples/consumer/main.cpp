@@ -1,4 +1,5 @@
-// Builds a table with two conditional formats and asks which style they give each cell.
+// Builds a table with two conditional formats and asks which style they give its cells: one, and
+// all of them.
 
 #include <cstdlib>
 #include <iostream>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include <ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h>
+#include <ConditionalFormatters/CndFrmt_TableResolver.h>
 #include <DOM/ConditionalFormat.h>
 #include <DOM/Styles.h>
 #include <DOM/Table.h>
@@ -17,6 +19,7 @@
 
 namespace DOM = Zorv::DOM;
 using Zorv::ConditionalFormatters::ConditionalFormattingPropsCalculator;
+using Zorv::ConditionalFormatters::TableResolver;
 
 namespace {
 
@@ -74,6 +77,30 @@ int main() {
   auto const none = calculator.getConditionalFormatCellStyle(styles, table.getCellInfo(0, 0));
   // [resolve]
 
+  // [table]
+  // For an export all cells are asked at once: each condition is made once, and the work is split
+  // over four threads. The visitor is called for one cell after the other, row by row.
+  auto const resolver = calculator.prepare(styles, table);
+  std::vector<unsigned long> boldRows;
+  resolver.visit(
+      table.getUsedRange(), TableResolver::Positions::Existing,
+      [&](DOM::CellInfo const& cell, DOM::SharedCellStylePtr const& cellStyle) {
+        if (cellStyle && cellStyle->get().getRunProps()->bold) {
+          boldRows.push_back(cell.getRowIndex());
+        }
+      },
+      4);
+
+  // Or as rectangles of one style each.
+  auto const runs =
+      resolver.resolveRuns(table.getUsedRange(), TableResolver::Positions::Existing, 4);
+  // [table]
+
+  expect(boldRows == std::vector{1UL, 4UL}, "48 and 40 are bold");
+  expect(runs.size() == 2 && runs[0].range == Zorv::TableRange{1, 0, 2, 1} &&
+             runs[1].range == Zorv::TableRange{4, 0, 5, 1},
+         "two cells have a style, each by itself");
+  expect(runs[0].style == style && runs[1].style == style, "whole tables have the same styles");
   expect(style != nullptr, "48 has a style");
   expect(style->get().getRunProps()->bold == true, "48 is bold");
   expect(style->get().getRunProps()->colour == DOM::Colour{0, 97, 0}, "48 has the text of Good");
