@@ -20,7 +20,7 @@ namespace {
 
 class ValueToJson : public boost::static_visitor<Json> {
 public:
-  Json operator()(FormulaModel::FormulaEmpty const&) const { return nullptr; }
+  Json operator()(FormulaModel::FormulaEmpty const& /*empty*/) const { return nullptr; }
   Json operator()(FormulaModel::FormulaNumber const& number) const { return number.value.get(); }
   Json operator()(FormulaModel::FormulaString const& text) const { return text.value; }
   Json operator()(FormulaModel::FormulaBoolean const& boolean) const { return boolean.value; }

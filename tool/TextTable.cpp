@@ -1,6 +1,7 @@
 #include "tool/TextTable.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <cstdint>
 #include <utility>
@@ -27,10 +28,10 @@ void forEachCharacter(std::string_view text, Visitor const& visit) {
 }
 
 void append(std::string& text, UChar32 character) {
-  std::uint8_t bytes[U8_MAX_LENGTH];
+  std::array<std::uint8_t, U8_MAX_LENGTH> bytes{};
   std::int32_t length = 0;
   U8_APPEND_UNSAFE(bytes, length, character);
-  text.append(reinterpret_cast<char const*>(bytes), static_cast<std::size_t>(length));
+  text.append(reinterpret_cast<char const*>(bytes.data()), static_cast<std::size_t>(length));
 }
 
 bool isUnprintable(UChar32 character) noexcept {
@@ -58,7 +59,7 @@ std::string toPrintable(std::string_view text) {
     if (character < 0) {
       append(result, replacementCharacter);
     } else {
-      append(result, isUnprintable(character) ? U' ' : character);
+      append(result, isUnprintable(character) ? UChar32{' '} : character);
     }
   });
   return result;

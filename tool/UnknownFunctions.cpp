@@ -36,7 +36,7 @@ public:
     }
   }
   template <class RecordWithoutFormulas>
-  void operator()(RecordWithoutFormulas const&) const noexcept {}
+  void operator()(RecordWithoutFormulas const& /*record*/) const noexcept {}
 
 private:
   void gather(Expr const& expr) const {

@@ -22,8 +22,9 @@ using Symbols = icu::DateFormatSymbols;
 icu::Locale toIcuLocale(std::string const& name) {
   UErrorCode status = U_ZERO_ERROR;
   icu::Locale const locale = icu::Locale::forLanguageTag(name, status);
-  return U_SUCCESS(status) && !locale.isBogus() ? locale
-                                                : icu::Locale::createCanonical(name.c_str());
+  return U_SUCCESS(status) != 0 && locale.isBogus() == 0
+             ? locale
+             : icu::Locale::createCanonical(name.c_str());
 }
 
 /// Copies names, of which the library counts some from 1.
@@ -75,7 +76,7 @@ DateNames makeNames(std::string const& localeName) {
   icu::Locale locale = toIcuLocale(localeName);
   UErrorCode status = U_ZERO_ERROR;
   auto symbols = std::make_unique<Symbols>(locale, status);
-  if (U_FAILURE(status)) {
+  if (U_FAILURE(status) != 0) {
     status = U_ZERO_ERROR;
     locale = icu::Locale::getUS();
     symbols = std::make_unique<Symbols>(locale, status);

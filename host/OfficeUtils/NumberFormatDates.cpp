@@ -61,8 +61,8 @@ std::optional<Moment> toMoment(Section const& section, double serial, DateSystem
       static_cast<std::int64_t>(std::round(shown * static_cast<double>(secondsPerDay * scale)));
   moment.elapsedSeconds = units / scale;
   moment.fraction = units % scale;
-  auto const day = static_cast<double>(moment.elapsedSeconds / secondsPerDay);
-  auto const date = SerialDate::toCivilDate(day, system);
+  std::int64_t const day = moment.elapsedSeconds / secondsPerDay;
+  auto const date = SerialDate::toCivilDate(static_cast<double>(day), system);
   if (!date) {
     return std::nullopt;
   }
@@ -179,7 +179,7 @@ private:
     constexpr std::int64_t noon = 12;
     bool const isAfternoon = _moment->hour() >= noon;
     if (written.size() == std::string_view("A/P").size()) {
-      return std::string(1, written[isAfternoon ? 2 : 0]);
+      return std::string(written.substr(isAfternoon ? 2 : 0, 1));
     }
     return _names->halvesOfDay[isAfternoon ? 1 : 0];
   }

@@ -1,6 +1,7 @@
 #include "workbook/Xml/Utf8Source.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iterator>
 #include <string_view>
@@ -151,10 +152,10 @@ void Utf8Source::convertUtf16() {
     if (character == 0 || U_IS_SURROGATE(character)) {
       fail();
     }
-    char encoded[U8_MAX_LENGTH];
+    std::array<char, U8_MAX_LENGTH> encoded{};
     int length = 0;
     U8_APPEND_UNSAFE(encoded, length, character);
-    _text.insert(_text.end(), encoded, encoded + length);
+    _text.insert(_text.end(), encoded.begin(), encoded.begin() + length);
     at = next;
   }
   _raw.erase(_raw.begin(), _raw.begin() + static_cast<std::ptrdiff_t>(at));

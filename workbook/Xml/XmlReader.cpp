@@ -268,10 +268,11 @@ void XmlReader::resolveNames() {
 }
 
 XmlNamespace XmlReader::findPrefix(std::string_view prefix) const noexcept {
-  for (auto binding = _bindings.rbegin(); binding != _bindings.rend(); ++binding) {
-    if (binding->prefix == prefix) {
-      return binding->ns;
-    }
+  auto const innermost =
+      std::find_if(_bindings.rbegin(), _bindings.rend(),
+                   [prefix](Binding const& binding) { return binding.prefix == prefix; });
+  if (innermost != _bindings.rend()) {
+    return innermost->ns;
   }
   if (prefix == "xml") {
     return XmlNamespace::Xml;
@@ -282,7 +283,7 @@ XmlNamespace XmlReader::findPrefix(std::string_view prefix) const noexcept {
 bool XmlReader::understandsChoice() const {
   std::string_view required = trimXmlSpaces(getAttribute("Requires").value_or(""));
   while (!required.empty()) {
-    std::size_t const size = static_cast<std::size_t>(
+    auto const size = static_cast<std::size_t>(
         std::find_if(required.begin(), required.end(), isXmlSpace) - required.begin());
     if (findPrefix(required.substr(0, size)) == XmlNamespace::Other) {
       return false;

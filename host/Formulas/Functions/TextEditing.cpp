@@ -229,7 +229,7 @@ Value characterOfCode(Call& call) {
 /// The first character of a text; nothing where there is none.
 std::optional<UChar32> readFirst(std::string_view text) {
   icu::UnicodeString const first = toUnicode(text.substr(0, bytesOfCharacters(text, 1)));
-  return first.isEmpty() ? std::nullopt : std::optional(first.char32At(0));
+  return first.isEmpty() != 0 ? std::nullopt : std::optional(first.char32At(0));
 }
 
 /// CODE(text): of the first character; that of a question mark where it has none.

@@ -105,7 +105,7 @@ Value formatMoney(Call& call) {
   auto const locale = icu::Locale::createCanonical(call.locale().getName().c_str());
   std::unique_ptr<icu::NumberFormat> const format(
       icu::NumberFormat::createInstance(locale, UNUM_CURRENCY_ACCOUNTING, status));
-  if (U_FAILURE(status)) {
+  if (U_FAILURE(status) != 0) {
     return wrongValue();
   }
   auto const shown = static_cast<std::int32_t>(std::max(*digits, 0.0));

@@ -15,7 +15,6 @@ namespace Zorv::Formulas {
 
 namespace {
 
-using DOM::FormulaSyntaxTree::NodeKind;
 using DOM::FormulaSyntaxTree::noIndex;
 using DOM::FormulaSyntaxTree::Operator;
 using FormulaModel::FormulaErrorCode;
@@ -68,7 +67,8 @@ bool isLarge(std::string_view text) noexcept {
   bool const hasDigits = significant != std::string_view::npos && isDigit(text[significant]);
   bool const isSmallExponent = text.find('-') != std::string_view::npos;
   bool const isFraction = text.find('.') < significant;
-  return hasDigits && !isSmallExponent && !(isFraction && text.find_first_of("eE") == text.npos);
+  return hasDigits && !isSmallExponent &&
+         !(isFraction && text.find_first_of("eE") == std::string_view::npos);
 }
 
 [[noreturn]] void failNesting(std::size_t position) {

@@ -67,7 +67,7 @@ private:
   Subtree parseStructured(std::uint32_t list);
   Subtree parseSheetRange();
   [[nodiscard]] bool isSheetRangeNext() const;
-  [[nodiscard]] bool beginsReference(Token const& token) const noexcept;
+  [[nodiscard]] static bool beginsReference(Token const& token) noexcept;
   [[nodiscard]] bool mayBeReference(Subtree tree) const noexcept;
 
   Subtree checkDepth(Subtree tree) const;

@@ -19,9 +19,7 @@ using A1Text::Shape;
 using DOM::FormulaSyntaxTree::CellReference;
 using DOM::FormulaSyntaxTree::NodeKind;
 using DOM::FormulaSyntaxTree::noIndex;
-using DOM::FormulaSyntaxTree::Operator;
 using DOM::FormulaSyntaxTree::StructuredReference;
-using FormulaModel::FormulaErrorCode;
 
 constexpr auto lastRowOfSheet = static_cast<std::uint32_t>(DOM::Table::rowCount - 1);
 constexpr auto lastColumnOfSheet = static_cast<std::uint32_t>(DOM::Table::columnCount - 1);
@@ -275,7 +273,7 @@ Subtree Parser::parseSheetRange() {
   return parseAfterSheet({});
 }
 
-bool Parser::beginsReference(Token const& token) const noexcept {
+bool Parser::beginsReference(Token const& token) noexcept {
   return token.kind == TokenKind::Identifier || token.kind == TokenKind::QuotedSheet ||
          token.kind == TokenKind::Bracketed || token.kind == TokenKind::OpenParenthesis ||
          token.kind == TokenKind::At;
