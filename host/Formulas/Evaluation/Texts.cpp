@@ -1,5 +1,7 @@
 #include "Formulas/Evaluation/Texts.h"
 
+#include <algorithm>
+
 #include <unicode/uchar.h>
 
 namespace Zorv::Formulas {
@@ -71,6 +73,22 @@ std::int32_t takeFolded(std::string_view& text) noexcept {
 }
 
 std::strong_ordering compareTexts(std::string_view a, std::string_view b) noexcept {
+  // Most texts begin with ASCII, and most comparisons end there.
+  std::size_t same = 0;
+  std::size_t const shorter = std::min(a.size(), b.size());
+  for (; same < shorter; ++same) {
+    auto const codeA = static_cast<unsigned char>(a[same]);
+    auto const codeB = static_cast<unsigned char>(b[same]);
+    if (codeA >= 0x80 || codeB >= 0x80) {
+      break;
+    }
+    auto const order = foldAscii(codeA) <=> foldAscii(codeB);
+    if (order != 0) {
+      return order;
+    }
+  }
+  a.remove_prefix(same);
+  b.remove_prefix(same);
   while (!a.empty() && !b.empty()) {
     auto const order = takeFolded(a) <=> takeFolded(b);
     if (order != 0) {

@@ -22,6 +22,15 @@ namespace Zorv::Formulas {
 [[nodiscard]] std::strong_ordering compareTexts(std::string_view a, std::string_view b) noexcept;
 
 [[nodiscard]] inline bool equalTexts(std::string_view a, std::string_view b) noexcept {
+  if (!a.empty() && !b.empty()) {
+    // Most texts differ in their first letters, which in ASCII are alike but for one bit.
+    constexpr unsigned caseBit = 0x20;
+    auto const firstA = static_cast<unsigned char>(a.front());
+    auto const firstB = static_cast<unsigned char>(b.front());
+    if ((firstA | firstB) < 0x80 && (firstA | caseBit) != (firstB | caseBit)) {
+      return false;
+    }
+  }
   return compareTexts(a, b) == std::strong_ordering::equal;
 }
 

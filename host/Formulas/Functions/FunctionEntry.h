@@ -55,7 +55,11 @@ public:
   /// How the argument at an index is taken; requires that there may be one.
   [[nodiscard]] constexpr Parameter at(std::size_t index) const noexcept {
     std::size_t const fixed = std::size_t{_size} - _groupSize;
-    return _parameters[index < fixed ? index : fixed + (index - fixed) % _groupSize];
+    if (index < fixed) {
+      return _parameters[index];
+    }
+    // Most groups are of one parameter, and divisions take long.
+    return _parameters[_groupSize == 1 ? fixed : fixed + (index - fixed) % _groupSize];
   }
 
 private:

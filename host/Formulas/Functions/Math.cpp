@@ -18,6 +18,21 @@ Value absolute(Call& call) { return Value::number(std::abs(call.number(0))); }
 /// INT: the largest whole number that is not above.
 Value wholePart(Call& call) { return Value::number(roundDown(call.number(0))); }
 
+/// The remainder, with the number's sign. Whole numbers are divided as such, which is exact, too,
+/// and many times faster.
+double remainderOf(double number, double divisor) noexcept {
+  constexpr double allWhole = 0x1p53;
+  if (std::abs(number) < allWhole && std::abs(divisor) < allWhole) {
+    auto const wholeNumber = static_cast<std::int64_t>(number);
+    auto const wholeDivisor = static_cast<std::int64_t>(divisor);
+    if (static_cast<double>(wholeNumber) == number &&
+        static_cast<double>(wholeDivisor) == divisor) {
+      return static_cast<double>(wholeNumber % wholeDivisor);
+    }
+  }
+  return std::fmod(number, divisor);
+}
+
 /// MOD(number, divisor): the remainder, with the divisor's sign.
 Value mod(Call& call) {
   double const number = call.number(0);
@@ -25,7 +40,7 @@ Value mod(Call& call) {
   if (divisor == 0.0) {
     return Value::error(FormulaErrorCode::DivisionByZero);
   }
-  double const remainder = std::fmod(number, divisor);
+  double const remainder = remainderOf(number, divisor);
   bool const hasOtherSign = remainder != 0.0 && (remainder < 0.0) != (divisor < 0.0);
   return Value::number(hasOtherSign ? remainder + divisor : remainder);
 }
