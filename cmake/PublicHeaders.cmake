@@ -34,6 +34,7 @@ target_sources(
                host/Formulas/ContextProvider.h
                host/Formulas/EvaluationSession.h
                host/Formulas/ListObject.h
+               host/Formulas/LookupCache.h
                host/Formulas/ParseExpr.h
                host/Formulas/RuntimeDependenciesResolver.h
                host/Formulas/ShiftExpr.h

@@ -24,7 +24,8 @@ CellResolver::CellResolver(TableResolverParts const& parts, unsigned threadCount
     : _parts(parts),
       _threadCount(threadCount),
       _formatCursor(parts._rangeIndex),
-      _styleCursor(parts._styleSequences) {}
+      _styleCursor(parts._styleSequences),
+      _session(parts._lookups) {}
 
 DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellInfo) {
   _styleCursor.restart();

@@ -12,6 +12,7 @@
 #include "DOM/CellInfo.h"
 #include "DOM/SharedStyle.h"
 #include "Formulas/EvaluationSession.h"
+#include "Formulas/LookupCache.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -33,6 +34,7 @@ private:
   RangeIndex _rangeIndex;
   StyleSequences _styleSequences;
   std::vector<std::unique_ptr<PreparedCondition const>> _conditions;  ///< by format
+  mutable Formulas::LookupCache _lookups;
 };
 
 /// Resolves one cell after the other for one thread; fastest in row order.

@@ -1,10 +1,12 @@
 #include "Formulas/EvaluationSession.h"
 
 #include "Formulas/Evaluation/Workspace.h"
+#include "Formulas/LookupCache.h"
 
 namespace Zorv::Formulas {
 
 EvaluationSession::EvaluationSession() noexcept = default;
+EvaluationSession::EvaluationSession(LookupCache& lookups) noexcept : _lookups(&lookups) {}
 EvaluationSession::EvaluationSession(EvaluationSession&&) noexcept = default;
 EvaluationSession& EvaluationSession::operator=(EvaluationSession&&) noexcept = default;
 EvaluationSession::~EvaluationSession() = default;
@@ -12,6 +14,9 @@ EvaluationSession::~EvaluationSession() = default;
 Workspace& EvaluationSession::obtainWorkspace() {
   if (!_workspace) {
     _workspace = std::make_unique<Workspace>();
+    if (_lookups != nullptr) {
+      _workspace->lookups.emplace(_lookups->getStore());
+    }
   }
   return *_workspace;
 }

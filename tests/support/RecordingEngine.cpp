@@ -8,6 +8,7 @@
 
 #include "Formulas/CalcShiftedExpr.h"
 #include "Formulas/EvaluationSession.h"
+#include "Formulas/LookupCache.h"
 #include "Formulas/ShiftExpr.h"
 
 namespace Zorv::TestSupport {
@@ -96,8 +97,15 @@ Formulas::CalcResult makeReferenceResult() { return std::make_shared<Formulas::R
 namespace Zorv::Formulas {
 
 struct Workspace {};
+class LookupStore {};
+
+LookupCache::LookupCache() = default;
+LookupCache::LookupCache(LookupCache&&) noexcept = default;
+LookupCache& LookupCache::operator=(LookupCache&&) noexcept = default;
+LookupCache::~LookupCache() = default;
 
 EvaluationSession::EvaluationSession() noexcept = default;
+EvaluationSession::EvaluationSession(LookupCache& lookups) noexcept : _lookups(&lookups) {}
 EvaluationSession::EvaluationSession(EvaluationSession&&) noexcept = default;
 EvaluationSession& EvaluationSession::operator=(EvaluationSession&&) noexcept = default;
 EvaluationSession::~EvaluationSession() = default;

@@ -15,6 +15,8 @@ namespace Zorv::Formulas {
 /// Borrows the text of the value it is made of; allocates nothing.
 class Criterion {
 public:
+  using Operator = DOM::FormulaSyntaxTree::Operator;
+
   /// `value` is a single value of any kind, errors too.
   Criterion(Value const& value, OfficeUtils::LocaleContext const& locale);
 
@@ -24,9 +26,25 @@ public:
   /// Whether positions without a cell fulfil it; matches() says the same of an empty value.
   [[nodiscard]] bool matchesEmpty() const noexcept { return _matchesEmpty; }
 
-private:
-  using Operator = DOM::FormulaSyntaxTree::Operator;
+  /// What it says: how a value must stand to the operand, which is a number, a text, a truth value
+  /// or an error.
+  [[nodiscard]] Operator op() const noexcept { return _op; }
+  [[nodiscard]] Value const& operand() const noexcept { return _operand; }
+  /// Whether texts are compared with a pattern.
+  [[nodiscard]] bool isPattern() const noexcept {
+    return _hasWildcards && (_op == Operator::Equal || _op == Operator::NotEqual);
+  }
+  /// Whether it is `=` or `<>` alone, which tell empty cells from all others.
+  [[nodiscard]] bool asksForEmptyCells() const noexcept {
+    return _hasOperator && _operand.isText() && _operand.asText().empty();
+  }
+  /// Whether it is fulfilled by the values that are equal to the operand and by nothing else; texts
+  /// that read as a number are equal to it.
+  [[nodiscard]] bool isEquality() const noexcept {
+    return _op == Operator::Equal && !_hasWildcards && !_matchesEmpty;
+  }
 
+private:
   void readText(std::string_view text);
   void readOperand(std::string_view text);
   [[nodiscard]] bool decideEmpty() const noexcept;

@@ -86,6 +86,11 @@ public:
     return table.findCell(row, column, _workspace->lastCell);
   }
 
+  /// What is remembered of ranges; null where nothing is.
+  [[nodiscard]] LookupSession* lookups() noexcept {
+    return _workspace->lookups ? &*_workspace->lookups : nullptr;
+  }
+
   [[nodiscard]] Arena& arena() noexcept { return _workspace->arena; }
   [[nodiscard]] Context const& context() const noexcept { return *_context; }
   [[nodiscard]] ContextProvider const& provider() const noexcept { return *_provider; }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <optional>
+
 #include "DOM/CellStore.h"
 #include "Formulas/Evaluation/Arena.h"
+#include "Formulas/Lookups/LookupSession.h"
 
 namespace Zorv::Formulas {
 
@@ -10,6 +13,7 @@ struct Workspace {
   Arena arena;  ///< empty between evaluations
   /// Where the last cell of the formula's own table was found.
   DOM::CellStore::Position lastCell;
+  std::optional<LookupSession> lookups;
 };
 
 }  // namespace Zorv::Formulas

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <set>
 #include <utility>
@@ -16,26 +15,23 @@
 #include "Formulas/Evaluation/Criterion.h"
 #include "Formulas/Functions/Call.h"
 #include "Formulas/Functions/Families.h"
+#include "Formulas/Lookups/Gathered.h"
+#include "Formulas/Lookups/LookupSession.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
-/// An area of which each cell must fulfil a criterion.
-struct Condition {
-  Area area;
-  Criterion criterion;
-
-  [[nodiscard]] bool holdsAt(std::uint32_t row, std::uint32_t column) const {
-    return criterion.matches(readCell(area, row, column));
-  }
-};
+bool holdsAt(Condition const& condition, std::uint32_t row, std::uint32_t column) {
+  return condition.criterion.matches(readCell(condition.area, row, column));
+}
 
 /// The conditions of a call: pairs of a range and a criterion. All ranges have the same size.
 class Conditions {
 public:
   /// Reads the pairs among some arguments.
-  Conditions(Call const& call, std::size_t first, std::size_t end) {
+  Conditions(Call const& call, std::size_t first, std::size_t end)
+      : _lookups(call.evaluator().lookups()), _locale(&call.locale()) {
     for (std::size_t i = first; i + 1 < end && !_error; i += 2) {
       add(call[i], Criterion(call[i + 1], call.locale()));
     }
@@ -46,26 +42,27 @@ public:
 
   [[nodiscard]] bool holdAt(std::uint32_t row, std::uint32_t column) const {
     return std::ranges::all_of(
-        _conditions, [&](Condition const& condition) { return condition.holdsAt(row, column); });
+        _conditions, [&](Condition const& condition) { return holdsAt(condition, row, column); });
   }
 
   /// How many positions fulfil all conditions; visits existing cells only.
   [[nodiscard]] std::uint64_t count() const {
-    auto const selective = std::ranges::find_if(_conditions, [](Condition const& condition) {
-      return !condition.criterion.matchesEmpty();
-    });
-    if (selective == _conditions.end()) {
-      return area().size() - countFailing();
+    if (_lookups != nullptr && _conditions.size() == 1) {
+      if (auto const counted = _lookups->count(_conditions.front(), *_locale)) {
+        return *counted;
+      }
     }
-    if (_conditions.size() == 1) {
-      return countMatching(*selective);
+    auto const matching = findMatching();
+    if (matching.cells) {
+      return countWhereOthersHold(matching);
     }
-    std::uint64_t matching = 0;
-    forEachCell(selective->area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
-      matching += selective->criterion.matches(value) && holdAt(row, column) ? 1 : 0;
-      return true;
-    });
-    return matching;
+    return countByWalking();
+  }
+
+  /// Gathers from the cells of an area whose counterparts fulfil the conditions.
+  [[nodiscard]] Gathered gather(Area const& values) const {
+    auto const matching = findMatching();
+    return matching.cells ? gatherFrom(matching, values) : gatherByWalking(values);
   }
 
 private:
@@ -81,6 +78,90 @@ private:
       return;
     }
     _conditions.push_back({its, criterion});
+  }
+
+  /// The cells that an index finds, and the conditions that it leaves open.
+  struct Found {
+    std::optional<MatchingCells> cells;
+    boost::container::small_vector<Condition const*, 4> others;
+
+    [[nodiscard]] bool othersHoldAt(std::uint32_t row, std::uint32_t column) const {
+      return std::ranges::all_of(
+          others, [&](Condition const* other) { return holdsAt(*other, row, column); });
+    }
+  };
+
+  [[nodiscard]] Found findMatching() const {
+    Found found;
+    if (_lookups == nullptr) {
+      return found;
+    }
+    boost::container::small_vector<Condition const*, 4> equalities;
+    for (Condition const& condition : _conditions) {
+      (condition.criterion.isEquality() ? equalities : found.others).push_back(&condition);
+    }
+    found.cells = _lookups->findMatching({equalities.data(), equalities.size()}, *_locale);
+    return found;
+  }
+
+  static std::uint64_t countWhereOthersHold(Found const& found) {
+    if (found.others.empty()) {
+      return found.cells->cells().size();
+    }
+    std::uint64_t count = 0;
+    found.cells->forEach([&](std::uint32_t row, std::uint32_t column) {
+      count += found.othersHoldAt(row, column) ? 1 : 0;
+      return true;
+    });
+    return count;
+  }
+
+  [[nodiscard]] Gathered gatherFrom(Found const& found, Area const& values) const {
+    if (found.others.empty()) {
+      if (Gathered const* const totals = _lookups->findTotals(*found.cells, values)) {
+        return *totals;
+      }
+    }
+    Gathered gathered;
+    found.cells->forEach([&](std::uint32_t row, std::uint32_t column) {
+      if (row < values.height() && column < values.width()) {
+        Value const value = readCell(values, row, column);
+        if ((value.isNumber() || value.isError()) && found.othersHoldAt(row, column)) {
+          gathered.take(value);
+        }
+      }
+      return !gathered.error;
+    });
+    return gathered;
+  }
+
+  [[nodiscard]] Gathered gatherByWalking(Area const& values) const {
+    Gathered gathered;
+    forEachCell(values, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+      if ((value.isNumber() || value.isError()) && holdAt(row, column)) {
+        gathered.take(value);
+      }
+      return !gathered.error;
+    });
+    return gathered;
+  }
+
+  [[nodiscard]] std::uint64_t countByWalking() const {
+    auto const selective = std::ranges::find_if(_conditions, [](Condition const& condition) {
+      return !condition.criterion.matchesEmpty();
+    });
+    if (selective == _conditions.end()) {
+      return area().size() - countFailing();
+    }
+    if (_conditions.size() == 1) {
+      return countMatching(*selective);
+    }
+    std::uint64_t matching = 0;
+    forEachCell(selective->area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+      matching += selective->criterion.matches(value) && holdAt(row, column) ? 1 : 0;
+      return true;
+    });
+    return matching;
   }
 
   static std::uint64_t countMatching(Condition const& condition) {
@@ -107,41 +188,11 @@ private:
     return failing.size();
   }
 
+  LookupSession* _lookups;
+  OfficeUtils::LocaleContext const* _locale;
   boost::container::small_vector<Condition, 4> _conditions;
   std::optional<Value> _error;
 };
-
-/// What is gathered from the numbers of the cells that fulfil the conditions.
-struct Gathered {
-  double total = 0.0;
-  double least = std::numeric_limits<double>::infinity();
-  double most = -std::numeric_limits<double>::infinity();
-  std::uint64_t count = 0;
-  std::optional<Value> error;
-
-  void take(Value const& value) {
-    if (value.isError()) {
-      error = value;
-    } else if (value.isNumber()) {
-      total += value.asNumber();
-      least = std::min(least, value.asNumber());
-      most = std::max(most, value.asNumber());
-      ++count;
-    }
-  }
-};
-
-/// Gathers from the cells of an area whose counterparts fulfil the conditions.
-Gathered gather(Area const& values, Conditions const& conditions) {
-  Gathered gathered;
-  forEachCell(values, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
-    if ((value.isNumber() || value.isError()) && conditions.holdAt(row, column)) {
-      gathered.take(value);
-    }
-    return !gathered.error;
-  });
-  return gathered;
-}
 
 using Finish = Value (*)(Gathered const&);
 
@@ -158,6 +209,11 @@ Value finishLeast(Gathered const& gathered) {
 
 Value finishMost(Gathered const& gathered) {
   return Value::number(gathered.count == 0 ? 0.0 : gathered.most);
+}
+
+template <Finish finish>
+Value finishOrFail(Gathered const& gathered) {
+  return gathered.error ? Value::error(*gathered.error) : finish(gathered);
 }
 
 /// As large as the conditions' area, from the same first cell on; cut off at the sheet's edge.
@@ -180,8 +236,7 @@ Value gatherIf(Call& call) {
   if (!values.isReference()) {
     return values.isError() ? values : Value::error(FormulaErrorCode::Value);
   }
-  Gathered const gathered = gather(resizeLike(values.asArea(), conditions.area()), conditions);
-  return gathered.error ? *gathered.error : finish(gathered);
+  return finishOrFail<finish>(conditions.gather(resizeLike(values.asArea(), conditions.area())));
 }
 
 /// SUMIFS(values, range, criterion, ...)
@@ -199,8 +254,7 @@ Value gatherIfs(Call& call) {
   if (area.height() != conditions.area().height() || area.width() != conditions.area().width()) {
     return Value::error(FormulaErrorCode::Value);
   }
-  Gathered const gathered = gather(area, conditions);
-  return gathered.error ? *gathered.error : finish(gathered);
+  return finishOrFail<finish>(conditions.gather(area));
 }
 
 /// COUNTIF(range, criterion) and COUNTIFS(range, criterion, ...)

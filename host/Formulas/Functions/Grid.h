@@ -26,6 +26,9 @@ public:
   [[nodiscard]] std::uint32_t columns() const noexcept { return _columns; }
   [[nodiscard]] std::uint64_t size() const noexcept { return std::uint64_t{_rows} * _columns; }
   [[nodiscard]] bool isReference() const noexcept { return _value.isReference(); }
+  /// The area of a rectangle inside; requires a reference.
+  [[nodiscard]] Area areaOf(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn,
+                            std::uint32_t endColumn) const noexcept;
 
   /// The value at a place inside.
   [[nodiscard]] Value at(std::uint32_t row, std::uint32_t column) const {
@@ -51,8 +54,6 @@ private:
   Grid(Value const& value, std::uint32_t rows, std::uint32_t columns) noexcept
       : _value(value), _rows(rows), _columns(columns) {}
 
-  [[nodiscard]] Area areaOf(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn,
-                            std::uint32_t endColumn) const noexcept;
   /// The first row below which all rows are alike.
   [[nodiscard]] std::uint32_t storedRows() const noexcept {
     return _value.isArray() ? _value.asArray().storedRows : 1;
@@ -108,6 +109,11 @@ public:
   }
   [[nodiscard]] bool isColumn() const noexcept { return _isColumn; }
   [[nodiscard]] bool isReference() const noexcept { return _grid.isReference(); }
+  /// Its cells; requires a reference.
+  [[nodiscard]] Area area() const noexcept {
+    return _isColumn ? _grid.areaOf(0, _grid.rows(), _line, _line + 1)
+                     : _grid.areaOf(_line, _line + 1, 0, _grid.columns());
+  }
   [[nodiscard]] Value at(std::uint32_t place) const {
     return _isColumn ? _grid.at(place, _line) : _grid.at(_line, place);
   }

@@ -63,13 +63,20 @@ std::optional<Found> findComparable(Line const& line, std::uint32_t first, std::
 
 }  // namespace
 
-std::optional<std::uint32_t> findEqual(Line const& line, Value const& key, TextMatch textMatch,
-                                       Direction direction) {
+std::optional<std::uint32_t> findEqual(Evaluator& evaluator, Line const& line, Value const& key,
+                                       TextMatch textMatch, Direction direction) {
   if (key.isEmpty()) {
     return findEmpty(line);
   }
   bool const hasPattern =
       textMatch == TextMatch::Wildcards && key.isText() && hasWildcards(key.asText());
+  bool const mayBeKnown = line.isReference() && !hasPattern && !key.isError();
+  if (LookupSession* const lookups = mayBeKnown ? evaluator.lookups() : nullptr) {
+    if (auto const found = lookups->findEqual(line.area(), key, direction == Direction::Backwards,
+                                              evaluator.locale())) {
+      return *found;
+    }
+  }
   return findValue(line, direction, [&](Value const& value) {
     return hasPattern ? value.isText() && matchesWildcards(value.asText(), key.asText())
                       : isEqual(value, key);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "Formulas/Evaluation/Evaluator.h"
 #include "Formulas/Functions/Grid.h"
 
 /// Searches for a value in a row or a column. A value is only ever found among those of its own
@@ -14,9 +15,10 @@ enum class TextMatch : std::uint8_t { Plain, Wildcards };
 enum class Direction : std::uint8_t { Forwards, Backwards };
 
 /// Where the first value equal to a key stands, or the last one. An empty key is equal to positions
-/// without a value.
-[[nodiscard]] std::optional<std::uint32_t> findEqual(Line const& line, Value const& key,
-                                                     TextMatch textMatch, Direction direction);
+/// without a value. What the evaluator remembers of the line spares the walk over it.
+[[nodiscard]] std::optional<std::uint32_t> findEqual(Evaluator& evaluator, Line const& line,
+                                                     Value const& key, TextMatch textMatch,
+                                                     Direction direction);
 
 /// In a line of ascending order, where the last value stands that is not above a key. By bisection,
 /// which steps over values of other kinds.

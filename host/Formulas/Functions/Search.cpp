@@ -39,7 +39,8 @@ Value match(Call& call) {
   Value const key = toKey(call[0]);
   double const kind = call.number(2, 1.0);
   if (kind == 0.0) {
-    return fromPlace(findEqual(*line, key, TextMatch::Wildcards, Direction::Forwards));
+    return fromPlace(
+        findEqual(call.evaluator(), *line, key, TextMatch::Wildcards, Direction::Forwards));
   }
   return fromPlace(kind > 0.0 ? findLastNotAbove(*line, key) : findLastNotBelow(*line, key));
 }
@@ -60,9 +61,9 @@ Value lookUpInTable(Call& call) {
   }
   Line const line = isVertical ? Line::ofColumn(*grid, 0) : Line::ofRow(*grid, 0);
   Value const key = toKey(call[0]);
-  auto const place = call.truth(3, true)
-                         ? findLastNotAbove(line, key)
-                         : findEqual(line, key, TextMatch::Wildcards, Direction::Forwards);
+  auto const place = call.truth(3, true) ? findLastNotAbove(line, key)
+                                         : findEqual(call.evaluator(), line, key,
+                                                     TextMatch::Wildcards, Direction::Forwards);
   if (!place) {
     return notFound();
   }
@@ -126,14 +127,15 @@ struct XSearch {
                    wholeOrder == -1.0 ? Direction::Backwards : Direction::Forwards};
   }
 
-  [[nodiscard]] std::optional<std::uint32_t> run(Line const& line, Value const& key) const {
+  [[nodiscard]] std::optional<std::uint32_t> run(Evaluator& evaluator, Line const& line,
+                                                 Value const& key) const {
     switch (mode) {
       case XMatchMode::NextSmaller:
         return findNearest(line, key, Side::Below, direction);
       case XMatchMode::NextLarger:
         return findNearest(line, key, Side::Above, direction);
       default:
-        return findEqual(line, key,
+        return findEqual(evaluator, line, key,
                          mode == XMatchMode::Wildcards ? TextMatch::Wildcards : TextMatch::Plain,
                          direction);
     }
@@ -173,8 +175,9 @@ XArguments readXArguments(Call const& call, std::size_t modeIndex) {
 /// XMATCH(key, line, mode, order)
 Value xMatch(Call& call) {
   XArguments const arguments = readXArguments(call, 2);
-  return arguments.line ? fromPlace(arguments.search.run(*arguments.line, call[0]))
-                        : arguments.error;
+  return arguments.line
+             ? fromPlace(arguments.search.run(call.evaluator(), *arguments.line, call[0]))
+             : arguments.error;
 }
 
 /// XLOOKUP(key, line, results, otherwise, mode, order): the row or column of the results beside the
@@ -189,7 +192,7 @@ Value xLookUp(Call& call) {
   if (line.size() != (line.isColumn() ? results->rows() : results->columns())) {
     return Value::error(FormulaErrorCode::Value);
   }
-  auto const place = arguments.search.run(line, call[0]);
+  auto const place = arguments.search.run(call.evaluator(), line, call[0]);
   if (!place) {
     Value const otherwise = call.has(3) ? call.evaluate(3) : Value::missing();
     return otherwise.isMissing() ? notFound() : otherwise;

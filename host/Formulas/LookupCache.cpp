@@ -1,0 +1,12 @@
+#include "Formulas/LookupCache.h"
+
+#include "Formulas/Lookups/LookupStore.h"
+
+namespace Zorv::Formulas {
+
+LookupCache::LookupCache() : _store(std::make_unique<LookupStore>()) {}
+LookupCache::LookupCache(LookupCache&&) noexcept = default;
+LookupCache& LookupCache::operator=(LookupCache&&) noexcept = default;
+LookupCache::~LookupCache() = default;
+
+}  // namespace Zorv::Formulas

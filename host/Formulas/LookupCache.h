@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+
+#include "Utils/Export.h"
+
+namespace Zorv::Formulas {
+
+class LookupStore;
+
+/// What COUNTIF, MATCH, VLOOKUP and their kin remember of the ranges in which they search, so that
+/// the same range searched for every cell of a table costs one walk over it and not one for each
+/// cell. Answers are those of a walk, to the last bit.
+///
+/// A range is indexed when it is searched again and again; ranges of a few cells, ranges that move
+/// with the cell and patterns are walked as ever. Takes up to 256 MiB, at most some 100 bytes for a
+/// cell while an index is made and about half of it afterwards; what does not fit is walked.
+///
+/// Lifetime: good for one ContextProvider whose document and locale do not change; borrows the
+/// texts of its cells. Threads: may be shared by the sessions of several threads.
+class ZORV_HOST_EXPORT LookupCache {
+public:
+  LookupCache();
+  LookupCache(LookupCache&&) noexcept;
+  LookupCache& operator=(LookupCache&&) noexcept;
+  ~LookupCache();
+
+  /// What is remembered; the engine's own business.
+  [[nodiscard]] LookupStore& getStore() noexcept { return *_store; }
+
+private:
+  std::unique_ptr<LookupStore> _store;
+};
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,211 @@
+#include "Formulas/Lookups/LookupSession.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+#include "DOM/Table.h"
+#include "Formulas/Lookups/ClassTotals.h"
+#include "Formulas/Lookups/EqualValues.h"
+#include "Formulas/Lookups/OrderedValues.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::Operator;
+
+/// Areas up to this size are walked: that costs no more than finding their index.
+constexpr std::uint64_t fewPositions = 64;
+
+bool isIndexed(Area const& area) noexcept {
+  return area.size() > fewPositions && area.size() <= std::numeric_limits<std::uint32_t>::max();
+}
+
+/// The area whose index serves an area: a part of a column shares that of the whole column, so that
+/// ranges which grow or move along it need one index only.
+Area indexedArea(Area area) noexcept {
+  if (area.width() == 1) {
+    area.firstRow = 0;
+    area.endRow = DOM::Table::rowCount;
+  }
+  return area;
+}
+
+std::uint64_t cellsIn(Area const& area) {
+  return std::min<std::uint64_t>(area.size(), area.table->getTable().getCellCount());
+}
+
+/// An index over `indexed` spares a walk over `area`.
+LookupStore::Effort effortOf(Area const& area, Area const& indexed) {
+  return {.spared = cellsIn(area), .price = cellsIn(indexed)};
+}
+
+ClassesOfArea partOf(CellClasses const& classes, Area const& area, Area const& indexed) noexcept {
+  std::uint64_t const first = std::uint64_t{area.firstRow - indexed.firstRow} * area.width();
+  return {.classes = &classes,
+          .firstPosition = static_cast<std::uint32_t>(first),
+          .firstCell = classes.firstCellAt(first),
+          .endCell = classes.firstCellAt(first + area.size())};
+}
+
+bool isOrder(Operator op) noexcept { return op != Operator::Equal && op != Operator::NotEqual; }
+
+}  // namespace
+
+template <class Make>
+LookupSession::Known* LookupSession::obtain(LookupKey const& key, LookupStore::Effort effort,
+                                            Make const& make) {
+  auto const known = std::ranges::find_if(
+      _known, [&](Known const& candidate) { return candidate.index && candidate.key == key; });
+  if (known != _known.end()) {
+    return &*known;
+  }
+  LookupIndex const* const index = _store->obtain(key, effort, std::cref(make));
+  return index == nullptr ? nullptr : remember(key, index);
+}
+
+LookupSession::Known* LookupSession::remember(LookupKey const& key, LookupIndex const* index) {
+  Known& known = _known[_nextKnown];
+  _nextKnown = (_nextKnown + 1) % knownCount;
+  known = Known();
+  known.key = key;
+  known.index = index;
+  return &known;
+}
+
+LookupSession::Known* LookupSession::obtainClasses(Area const& area, LookupKind kind,
+                                                   OfficeUtils::LocaleContext const& locale) {
+  if (!isIndexed(area)) {
+    return nullptr;
+  }
+  Area const indexed = indexedArea(area);
+  LookupKey const key(kind, indexed);
+  Known* const known = obtain(key, effortOf(area, indexed), [&] {
+    return std::make_unique<EqualValues const>(indexed, kind, locale);
+  });
+  if (known != nullptr && known->lastArea != TableArea(area)) {
+    known->lastArea = TableArea(area);
+    known->lastClasses = partOf(static_cast<EqualValues const&>(*known->index), area, indexed);
+  }
+  return known;
+}
+
+std::optional<std::uint64_t> LookupSession::count(Condition const& condition,
+                                                  OfficeUtils::LocaleContext const& locale) {
+  auto const& [area, criterion] = condition;
+  if (criterion.isPattern() || !isIndexed(area)) {
+    return std::nullopt;
+  }
+  if (isOrder(criterion.op())) {
+    Known const* const known = obtain(LookupKey(LookupKind::Order, area), effortOf(area, area), [&] {
+      return std::make_unique<OrderedValues const>(area);
+    });
+    return known == nullptr ? std::nullopt
+                            : std::optional(static_cast<OrderedValues const&>(*known->index)
+                                                .count(criterion.op(), criterion.operand()));
+  }
+  Known* const known = obtainClasses(area, LookupKind::CriterionClasses, locale);
+  if (known == nullptr) {
+    return std::nullopt;
+  }
+  ClassesOfArea const& classes = known->lastClasses;
+  std::uint64_t const values = classes.endCell - classes.firstCell;
+  std::uint64_t const empties = criterion.matchesEmpty() ? area.size() - values : 0;
+  auto const number = static_cast<EqualValues const&>(*known->index)
+                          .find(criterion.operand(), known->lastCell);
+  std::uint64_t const equal =
+      number && !criterion.asksForEmptyCells() ? classes.membersOf(*number).size() : 0;
+  return empties + (criterion.op() == Operator::Equal ? equal : values - equal);
+}
+
+std::optional<MatchingCells> LookupSession::findMatching(
+    std::span<Condition const* const> conditions, OfficeUtils::LocaleContext const& locale) {
+  if (conditions.empty() || conditions.size() >= Few<TableArea>::capacity) {
+    return std::nullopt;
+  }
+  if (conditions.size() > 1) {
+    return findTuple(conditions, locale);
+  }
+  auto const& [area, criterion] = *conditions.front();
+  Known* const known = obtainClasses(area, LookupKind::CriterionClasses, locale);
+  if (known == nullptr) {
+    return std::nullopt;
+  }
+  MatchingCells matching;
+  matching.area = known->lastClasses;
+  matching.width = area.width();
+  matching.number = static_cast<EqualValues const&>(*known->index)
+                        .find(criterion.operand(), known->lastCell);
+  matching.areas.push_back(TableArea(area));
+  return matching;
+}
+
+std::optional<MatchingCells> LookupSession::findTuple(std::span<Condition const* const> conditions,
+                                                      OfficeUtils::LocaleContext const& locale) {
+  MatchingCells matching;
+  Few<ClassesOfArea> parts;
+  Few<std::uint32_t> numbers;
+  for (Condition const* const condition : conditions) {
+    Known* const known = obtainClasses(condition->area, LookupKind::CriterionClasses, locale);
+    if (known == nullptr) {
+      return std::nullopt;
+    }
+    auto const number = static_cast<EqualValues const&>(*known->index)
+                            .find(condition->criterion.operand(), known->lastCell);
+    if (number) {
+      numbers.push_back(*number);
+    }
+    parts.push_back(known->lastClasses);
+    matching.areas.push_back(TableArea(condition->area));
+  }
+  matching.area = parts.front();
+  matching.width = conditions.front()->area.width();
+  if (numbers.size() != parts.size()) {
+    return matching;
+  }
+  Area const& area = conditions.front()->area;
+  Known const* const known =
+      obtain(LookupKey(LookupKind::TupleClasses, matching.areas), effortOf(area, area), [&] {
+        return std::make_unique<EqualTuples const>(parts);
+      });
+  if (known == nullptr) {
+    return std::nullopt;
+  }
+  auto const& tuples = static_cast<EqualTuples const&>(*known->index);
+  matching.area = {.classes = &tuples, .endCell = tuples.size()};
+  matching.number = tuples.find(numbers);
+  return matching;
+}
+
+Gathered const* LookupSession::findTotals(MatchingCells const& matching, Area const& values) {
+  if (!matching.number) {
+    return nullptr;
+  }
+  LookupKey key(LookupKind::Totals, matching.areas);
+  key.areas.push_back(TableArea(values));
+  Known const* const known = obtain(key, effortOf(values, values), [&] {
+    return std::make_unique<ClassTotals const>(matching.area, matching.width, values);
+  });
+  return known == nullptr ? nullptr
+                          : static_cast<ClassTotals const&>(*known->index).find(*matching.number);
+}
+
+std::optional<std::optional<std::uint32_t>> LookupSession::findEqual(
+    Area const& line, Value const& key, bool isBackwards,
+    OfficeUtils::LocaleContext const& locale) {
+  Known* const known = obtainClasses(line, LookupKind::ValueClasses, locale);
+  if (known == nullptr) {
+    return std::nullopt;
+  }
+  auto const number =
+      static_cast<EqualValues const&>(*known->index).find(key, known->lastCell);
+  auto const members = number ? known->lastClasses.membersOf(*number)
+                              : std::span<std::uint32_t const>();
+  if (members.empty()) {
+    return std::optional<std::optional<std::uint32_t>>(std::in_place);
+  }
+  return known->lastClasses.positionOf(isBackwards ? members.back() : members.front());
+}
+
+}  // namespace Zorv::Formulas

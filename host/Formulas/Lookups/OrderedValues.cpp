@@ -1,0 +1,64 @@
+#include "Formulas/Lookups/OrderedValues.h"
+
+#include <algorithm>
+
+#include "Formulas/Evaluation/Cells.h"
+#include "Formulas/Evaluation/Texts.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::Operator;
+
+bool isTextBefore(std::string_view a, std::string_view b) noexcept {
+  return compareTexts(a, b) < 0;
+}
+
+template <class T, class Before = std::ranges::less>
+std::uint64_t countIn(std::vector<T> const& values, Operator op, T const& operand,
+                      Before const& before = {}) noexcept {
+  bool const withEqual = op == Operator::LessOrEqual || op == Operator::Greater;
+  auto const bound = withEqual ? std::ranges::upper_bound(values, operand, before)
+                               : std::ranges::lower_bound(values, operand, before);
+  auto const below = static_cast<std::uint64_t>(bound - values.begin());
+  bool const isBelow = op == Operator::Less || op == Operator::LessOrEqual;
+  return isBelow ? below : values.size() - below;
+}
+
+}  // namespace
+
+OrderedValues::OrderedValues(Area const& area) {
+  forEachCell(area, [this](std::uint32_t /*row*/, std::uint32_t /*column*/, Value const& value) {
+    if (value.isNumber()) {
+      _numbers.push_back(value.asNumber());
+    } else if (value.isText()) {
+      _texts.push_back(value.asText());
+    } else if (value.isBoolean()) {
+      _truths.push_back(value.asBoolean() ? 1 : 0);
+    }
+    return true;
+  });
+  std::ranges::sort(_numbers);
+  std::ranges::sort(_texts, isTextBefore);
+  std::ranges::sort(_truths);
+}
+
+std::uint64_t OrderedValues::count(Operator op, Value const& operand) const noexcept {
+  switch (operand.kind()) {
+    case Value::Kind::Number:
+      return countIn(_numbers, op, operand.asNumber());
+    case Value::Kind::Text:
+      return countIn(_texts, op, operand.asText(), isTextBefore);
+    case Value::Kind::Boolean:
+      return countIn(_truths, op, std::uint8_t{operand.asBoolean() ? std::uint8_t{1} : std::uint8_t{0}});
+    default:
+      return 0;
+  }
+}
+
+std::size_t OrderedValues::memory() const noexcept {
+  return memoryOf(_numbers) + memoryOf(_texts) + memoryOf(_truths);
+}
+
+}  // namespace Zorv::Formulas

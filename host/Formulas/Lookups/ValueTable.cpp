@@ -1,0 +1,130 @@
+#include "Formulas/Lookups/ValueTable.h"
+
+#include <bit>
+#include <limits>
+
+#include "Formulas/Evaluation/Texts.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+constexpr std::uint32_t freeSlot = std::numeric_limits<std::uint32_t>::max();
+constexpr unsigned halfBits = 32;
+
+/// Spreads what differs in a few bits only, such as whole numbers, over all of them.
+constexpr std::uint64_t mix(std::uint64_t bits) noexcept {
+  bits ^= bits >> 32U;
+  bits *= 0xD6E8FEB86659FD93U;
+  bits ^= bits >> 32U;
+  bits *= 0xD6E8FEB86659FD93U;
+  return bits ^ (bits >> 32U);
+}
+
+/// Equal for texts that differ in letter case only.
+std::uint64_t hashText(std::string_view text) noexcept {
+  std::uint64_t hash = 0xCBF29CE484222325U;
+  while (!text.empty()) {
+    hash = (hash ^ static_cast<std::uint64_t>(takeFolded(text))) * 0x100000001B3U;
+  }
+  return mix(hash);
+}
+
+}  // namespace
+
+ValueTable::ValueTable() : _slots(16, freeSlot) {}
+
+ValueTable::Key ValueTable::keyOf(Value const& value) noexcept {
+  switch (value.kind()) {
+    case Value::Kind::Number:
+      // Both zeros are one number.
+      return {std::bit_cast<std::uint64_t>(value.asNumber() == 0.0 ? 0.0 : value.asNumber()),
+              value.kind()};
+    case Value::Kind::Text:
+      return {hashText(value.asText()) >> halfBits << halfBits, value.kind()};
+    case Value::Kind::Boolean:
+      return {value.asBoolean() ? 1U : 0U, value.kind()};
+    default:
+      return {static_cast<std::uint64_t>(value.asError()), value.kind()};
+  }
+}
+
+std::uint64_t ValueTable::hash(Key const& key) noexcept {
+  std::uint64_t const bits = key.kind == Value::Kind::Text ? key.bits >> halfBits : key.bits;
+  return mix(bits + static_cast<std::uint64_t>(key.kind));
+}
+
+bool ValueTable::isEqual(std::uint32_t number, Key const& key, Value const& value) const noexcept {
+  if (_kinds[number] != key.kind) {
+    return false;
+  }
+  if (key.kind != Value::Kind::Text) {
+    return _keys[number] == key.bits;
+  }
+  return _keys[number] >> halfBits == key.bits >> halfBits &&
+         equalTexts(_texts[_keys[number] & freeSlot], value.asText());
+}
+
+bool ValueTable::isNumberOf(std::uint32_t number, Value const& value) const noexcept {
+  if (_kinds[number] != value.kind()) {
+    return false;
+  }
+  // Comparing a text costs less than its hash.
+  return value.isText() ? equalTexts(_texts[_keys[number] & freeSlot], value.asText())
+                        : _keys[number] == keyOf(value).bits;
+}
+
+std::size_t ValueTable::findSlot(Key const& key, Value const& value) const noexcept {
+  std::size_t const mask = _slots.size() - 1;
+  std::size_t slot = hash(key) & mask;
+  while (_slots[slot] != freeSlot && !isEqual(_slots[slot], key, value)) {
+    slot = (slot + 1) & mask;
+  }
+  return slot;
+}
+
+std::optional<std::uint32_t> ValueTable::find(Value const& value) const noexcept {
+  if (value.isEmpty() || !value.isSingle()) {
+    return std::nullopt;
+  }
+  std::uint32_t const number = _slots[findSlot(keyOf(value), value)];
+  return number == freeSlot ? std::nullopt : std::optional(number);
+}
+
+std::uint32_t ValueTable::obtain(Value const& value) {
+  Key const key = keyOf(value);
+  std::size_t const slot = findSlot(key, value);
+  if (_slots[slot] != freeSlot) {
+    return _slots[slot];
+  }
+  std::uint32_t const number = size();
+  _slots[slot] = number;
+  _keys.push_back(value.isText() ? key.bits | _texts.size() : key.bits);
+  _kinds.push_back(key.kind);
+  if (value.isText()) {
+    _texts.push_back(value.asText());
+  }
+  if (_keys.size() * 2 > _slots.size()) {
+    grow();
+  }
+  return number;
+}
+
+void ValueTable::grow() {
+  std::size_t const mask = _slots.size() * 2 - 1;
+  _slots.assign(mask + 1, freeSlot);
+  for (std::uint32_t number = 0; number < size(); ++number) {
+    std::size_t slot = hash({_keys[number], _kinds[number]}) & mask;
+    while (_slots[slot] != freeSlot) {
+      slot = (slot + 1) & mask;
+    }
+    _slots[slot] = number;
+  }
+}
+
+std::size_t ValueTable::memory() const noexcept {
+  return _keys.capacity() * sizeof(std::uint64_t) + _kinds.capacity() +
+         _texts.capacity() * sizeof(std::string_view) + _slots.capacity() * sizeof(std::uint32_t);
+}
+
+}  // namespace Zorv::Formulas
