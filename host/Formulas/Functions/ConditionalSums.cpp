@@ -106,7 +106,7 @@ private:
 
   static std::uint64_t countWhereOthersHold(Found const& found) {
     if (found.others.empty()) {
-      return found.cells->cells().size();
+      return found.cells->count();
     }
     std::uint64_t count = 0;
     found.cells->forEach([&](std::uint32_t row, std::uint32_t column) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Formulas/Lookups/LookupIndex.h"
+#include "Formulas/Lookups/Prefetch.h"
 
 namespace Zorv::Formulas {
 
@@ -31,9 +32,14 @@ public:
   }
   /// The cells of a class, ascending.
   [[nodiscard]] std::span<std::uint32_t const> membersOf(std::uint32_t number) const noexcept {
-    return std::span(_members).subspan(_firstMembers[number],
-                                       _firstMembers[number + 1] - _firstMembers[number]);
+    return std::span(_members).subspan(_firstMembers[number], countOf(number));
   }
+  /// How many cells a class has.
+  [[nodiscard]] std::uint32_t countOf(std::uint32_t number) const noexcept {
+    return _firstMembers[number + 1] - _firstMembers[number];
+  }
+  /// Makes the next countOf() for a class fast.
+  void prepare(std::uint32_t number) const noexcept { prefetch(_firstMembers, number); }
   /// The first cell at a position or behind it; size() where there is none.
   [[nodiscard]] std::uint32_t firstCellAt(std::uint64_t position) const noexcept;
 

@@ -41,7 +41,7 @@ private:
 
 std::span<std::uint32_t const> ClassesOfArea::membersOf(std::uint32_t number) const noexcept {
   auto const members = classes->membersOf(number);
-  if (firstCell <= members.front() && members.back() < endCell) {
+  if (firstCell == 0 && endCell == classes->size()) {
     return members;
   }
   return {std::ranges::lower_bound(members, firstCell), std::ranges::lower_bound(members, endCell)};

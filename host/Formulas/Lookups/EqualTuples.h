@@ -19,6 +19,11 @@ struct ClassesOfArea {
 
   /// The cells of a class that lie in the area.
   [[nodiscard]] std::span<std::uint32_t const> membersOf(std::uint32_t number) const noexcept;
+  /// How many these are.
+  [[nodiscard]] std::size_t countOf(std::uint32_t number) const noexcept {
+    bool const isAll = firstCell == 0 && endCell == classes->size();
+    return isAll ? classes->countOf(number) : membersOf(number).size();
+  }
   /// A cell's position in the area.
   [[nodiscard]] std::uint32_t positionOf(std::uint32_t cell) const noexcept {
     return classes->positionOf(cell) - firstPosition;
@@ -45,7 +50,7 @@ private:
   [[nodiscard]] std::size_t findSlot(std::span<std::uint32_t const> classes) const noexcept;
   void grow();
 
-  std::size_t _width;                 ///< how many areas there are
+  std::size_t _width;                  ///< how many areas there are
   std::vector<std::uint32_t> _tuples;  ///< class after class
   std::vector<std::uint32_t> _slots;   ///< a hash table with open addresses, a power of two
 };

@@ -1,6 +1,7 @@
 #include "Formulas/Lookups/EqualValues.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "Formulas/Evaluation/Cells.h"
@@ -9,6 +10,11 @@
 namespace Zorv::Formulas {
 
 namespace {
+
+constexpr std::size_t cellsAtOnce = 256;
+
+/// So many cells later a class is asked for that is fetched now.
+constexpr std::uint32_t cellsAhead = 4;
 
 /// What a cell is to a criterion: a text that reads as a number is that number.
 Value asCriteriaSee(Value const& value, OfficeUtils::LocaleContext const& locale) {
@@ -23,15 +29,31 @@ Value asCriteriaSee(Value const& value, OfficeUtils::LocaleContext const& locale
 
 EqualValues::EqualValues(Area const& area, LookupKind kind,
                          OfficeUtils::LocaleContext const& locale) {
+  bool const isForCriteria = kind == LookupKind::CriterionClasses;
+  std::vector<Value> values;
+  std::vector<std::uint32_t> positions;
   forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
     if (!value.isEmpty()) {
-      bool const isForCriteria = kind == LookupKind::CriterionClasses;
-      add(row * area.width() + column,
-          _values.obtain(isForCriteria ? asCriteriaSee(value, locale) : value));
+      values.push_back(isForCriteria ? asCriteriaSee(value, locale) : value);
+      positions.push_back(row * area.width() + column);
+      if (values.size() == cellsAtOnce) {
+        addCells(values, positions);
+      }
     }
     return true;
   });
+  addCells(values, positions);
   finish(_values.size());
+}
+
+void EqualValues::addCells(std::vector<Value>& values, std::vector<std::uint32_t>& positions) {
+  std::array<std::uint32_t, cellsAtOnce> numbers{};
+  _values.obtain(values, numbers);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    add(positions[i], numbers[i]);
+  }
+  values.clear();
+  positions.clear();
 }
 
 std::optional<std::uint32_t> EqualValues::find(Value const& value,
@@ -39,6 +61,9 @@ std::optional<std::uint32_t> EqualValues::find(Value const& value,
   std::uint32_t const next = lastCell + 1;
   if (next < size() && _values.isNumberOf(classOf(next), value)) {
     lastCell = next;
+    std::uint32_t const later = classOf(std::min(next + cellsAhead, size() - 1));
+    _values.prepare(later);
+    prepare(later);
     return classOf(next);
   }
   auto const found = _values.find(value);

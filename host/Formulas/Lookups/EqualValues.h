@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "Formulas/Evaluation/Area.h"
 #include "Formulas/Evaluation/Value.h"
@@ -30,6 +31,9 @@ public:
   [[nodiscard]] std::size_t memory() const noexcept override;
 
 private:
+  /// Adds cells behind all others, and empties the lists of them.
+  void addCells(std::vector<Value>& values, std::vector<std::uint32_t>& positions);
+
   ValueTable _values;
 };
 

@@ -98,9 +98,8 @@ std::optional<std::uint64_t> LookupSession::count(Condition const& condition,
     return std::nullopt;
   }
   if (isOrder(criterion.op())) {
-    Known const* const known = obtain(LookupKey(LookupKind::Order, area), effortOf(area, area), [&] {
-      return std::make_unique<OrderedValues const>(area);
-    });
+    Known const* const known = obtain(LookupKey(LookupKind::Order, area), effortOf(area, area),
+                                      [&] { return std::make_unique<OrderedValues const>(area); });
     return known == nullptr ? std::nullopt
                             : std::optional(static_cast<OrderedValues const&>(*known->index)
                                                 .count(criterion.op(), criterion.operand()));
@@ -112,10 +111,10 @@ std::optional<std::uint64_t> LookupSession::count(Condition const& condition,
   ClassesOfArea const& classes = known->lastClasses;
   std::uint64_t const values = classes.endCell - classes.firstCell;
   std::uint64_t const empties = criterion.matchesEmpty() ? area.size() - values : 0;
-  auto const number = static_cast<EqualValues const&>(*known->index)
-                          .find(criterion.operand(), known->lastCell);
+  auto const number =
+      static_cast<EqualValues const&>(*known->index).find(criterion.operand(), known->lastCell);
   std::uint64_t const equal =
-      number && !criterion.asksForEmptyCells() ? classes.membersOf(*number).size() : 0;
+      number && !criterion.asksForEmptyCells() ? classes.countOf(*number) : 0;
   return empties + (criterion.op() == Operator::Equal ? equal : values - equal);
 }
 
@@ -135,8 +134,8 @@ std::optional<MatchingCells> LookupSession::findMatching(
   MatchingCells matching;
   matching.area = known->lastClasses;
   matching.width = area.width();
-  matching.number = static_cast<EqualValues const&>(*known->index)
-                        .find(criterion.operand(), known->lastCell);
+  matching.number =
+      static_cast<EqualValues const&>(*known->index).find(criterion.operand(), known->lastCell);
   matching.areas.push_back(TableArea(area));
   return matching;
 }
@@ -166,9 +165,8 @@ std::optional<MatchingCells> LookupSession::findTuple(std::span<Condition const*
   }
   Area const& area = conditions.front()->area;
   Known const* const known =
-      obtain(LookupKey(LookupKind::TupleClasses, matching.areas), effortOf(area, area), [&] {
-        return std::make_unique<EqualTuples const>(parts);
-      });
+      obtain(LookupKey(LookupKind::TupleClasses, matching.areas), effortOf(area, area),
+             [&] { return std::make_unique<EqualTuples const>(parts); });
   if (known == nullptr) {
     return std::nullopt;
   }
@@ -198,10 +196,9 @@ std::optional<std::optional<std::uint32_t>> LookupSession::findEqual(
   if (known == nullptr) {
     return std::nullopt;
   }
-  auto const number =
-      static_cast<EqualValues const&>(*known->index).find(key, known->lastCell);
-  auto const members = number ? known->lastClasses.membersOf(*number)
-                              : std::span<std::uint32_t const>();
+  auto const number = static_cast<EqualValues const&>(*known->index).find(key, known->lastCell);
+  auto const members =
+      number ? known->lastClasses.membersOf(*number) : std::span<std::uint32_t const>();
   if (members.empty()) {
     return std::optional<std::optional<std::uint32_t>>(std::in_place);
   }

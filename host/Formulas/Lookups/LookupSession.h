@@ -26,10 +26,11 @@ struct Condition {
 /// Cells that fulfil conditions, told by an index.
 struct MatchingCells {
   ClassesOfArea area;
-  std::uint32_t width = 1;             ///< of the area
+  std::uint32_t width = 1;              ///< of the area
   std::optional<std::uint32_t> number;  ///< their class; nothing where there are none
   Few<TableArea> areas;                 ///< those of the conditions
 
+  [[nodiscard]] std::size_t count() const noexcept { return number ? area.countOf(*number) : 0; }
   [[nodiscard]] std::span<std::uint32_t const> cells() const noexcept {
     return number ? area.membersOf(*number) : std::span<std::uint32_t const>();
   }

@@ -51,7 +51,8 @@ std::uint64_t OrderedValues::count(Operator op, Value const& operand) const noex
     case Value::Kind::Text:
       return countIn(_texts, op, operand.asText(), isTextBefore);
     case Value::Kind::Boolean:
-      return countIn(_truths, op, std::uint8_t{operand.asBoolean() ? std::uint8_t{1} : std::uint8_t{0}});
+      return countIn(_truths, op,
+                     std::uint8_t{operand.asBoolean() ? std::uint8_t{1} : std::uint8_t{0}});
     default:
       return 0;
   }

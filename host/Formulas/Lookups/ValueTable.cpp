@@ -1,5 +1,7 @@
 #include "Formulas/Lookups/ValueTable.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <limits>
 
@@ -91,8 +93,26 @@ std::optional<std::uint32_t> ValueTable::find(Value const& value) const noexcept
   return number == freeSlot ? std::nullopt : std::optional(number);
 }
 
-std::uint32_t ValueTable::obtain(Value const& value) {
-  Key const key = keyOf(value);
+void ValueTable::obtain(std::span<Value const> values, std::span<std::uint32_t> numbers) {
+  constexpr std::size_t most = 32;
+  std::array<Key, most> keys;
+  for (; values.size() > most; values = values.subspan(most), numbers = numbers.subspan(most)) {
+    obtain(values.first(most), numbers.first(most));
+  }
+  std::ranges::transform(values, keys.begin(), keyOf);
+  std::size_t const mask = _slots.size() - 1;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    prefetch(_slots, hash(keys[i]) & mask);
+  }
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    prefetch(_keys, _slots[hash(keys[i]) & mask]);
+  }
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    numbers[i] = obtain(keys[i], values[i]);
+  }
+}
+
+std::uint32_t ValueTable::obtain(Key const& key, Value const& value) {
   std::size_t const slot = findSlot(key, value);
   if (_slots[slot] != freeSlot) {
     return _slots[slot];

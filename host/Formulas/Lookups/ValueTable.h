@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
 #include "Formulas/Evaluation/Value.h"
+#include "Formulas/Lookups/Prefetch.h"
 
 namespace Zorv::Formulas {
 
@@ -18,13 +20,19 @@ class ValueTable {
 public:
   ValueTable();
 
-  /// The number of a value, given to it if it has none. Requires a number, a text, a truth value or
-  /// an error.
-  std::uint32_t obtain(Value const& value);
+  /// The numbers of some values, given to them where they have none. Requires numbers, texts, truth
+  /// values and errors, and a number's room for each. Best some dozens at once: then their places
+  /// in memory are fetched together.
+  void obtain(std::span<Value const> values, std::span<std::uint32_t> numbers);
   /// The number of a value, if it has one; none for other kinds.
   [[nodiscard]] std::optional<std::uint32_t> find(Value const& value) const noexcept;
   /// Whether a number is that of a value.
   [[nodiscard]] bool isNumberOf(std::uint32_t number, Value const& value) const noexcept;
+  /// Makes the next isNumberOf() for a number fast.
+  void prepare(std::uint32_t number) const noexcept {
+    prefetch(_keys, number);
+    prefetch(_kinds, number);
+  }
 
   [[nodiscard]] std::uint32_t size() const noexcept {
     return static_cast<std::uint32_t>(_keys.size());
@@ -44,6 +52,7 @@ private:
                              Value const& value) const noexcept;
   /// The slot that holds a value's number, or the free one to which it goes.
   [[nodiscard]] std::size_t findSlot(Key const& key, Value const& value) const noexcept;
+  [[nodiscard]] std::uint32_t obtain(Key const& key, Value const& value);
   void grow();
 
   std::vector<std::uint64_t> _keys;  ///< by number; of a text the hash and the place in `_texts`

@@ -5,12 +5,14 @@
 #include <cstddef>
 #include <cstdlib>
 #include <new>
+#include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>
 
 #include "Formulas/CalcShiftedExpr.h"
 #include "Formulas/EvaluationSession.h"
+#include "Formulas/LookupCache.h"
 #include "Formulas/ParseExpr.h"
 #include "host/Formulas/FormulaDocument.h"
 
@@ -56,6 +58,33 @@ TEST(Allocation, OrdinaryFormulasTakeNothingFromTheHeap) {
     static_cast<void>(calcShiftedExpr(expr, 0, 1, context, document, resolver, session));
     std::size_t const before = allocationCount;
     static_cast<void>(calcShiftedExpr(expr, 0, 0, context, document, resolver, session));
+    EXPECT_EQ(allocationCount - before, 0U) << formula;
+  }
+}
+
+TEST(Allocation, WhatIsRememberedOfARangeIsAskedWithoutTheHeap) {
+  FormulaDocument document;
+  for (int row = 1; row <= 100; ++row) {
+    document.set("A" + std::to_string(row), std::to_string(row % 7));
+    document.set("B" + std::to_string(row), row % 3 == 0 ? "\"a text that is no short one\"" : "2");
+  }
+  RuntimeDependenciesResolver resolver;
+  Context const context(&document.sheet(), RowIndex(0), ColumnIndex(5), boost::none, DOM::RowID(0),
+                        DOM::ColumnID(0));
+  LookupCache cache;
+  EvaluationSession session(cache);
+  for (std::string_view const formula :
+       {"COUNTIF($A$1:$A$100,A1)>1", "COUNTIF($B$1:$B$100,B1)>1", "COUNTIF($A$1:$A$100,\">3\")",
+        "COUNTIFS($A$1:$A$100,A1,$B$1:$B$100,B1)>1", "SUMIF($A$1:$A$100,A1,$A$1:$A$100)>5",
+        "MATCH(B1,$B$1:$B$100,0)=1", "VLOOKUP(A1,$A$1:$B$100,1,FALSE)=A1"}) {
+    auto const expr = parseExpr(formula);
+    for (int row = 0; row < 10; ++row) {
+      static_cast<void>(calcShiftedExpr(expr, 0, row, context, document, resolver, session));
+    }
+    std::size_t const before = allocationCount;
+    for (int row = 10; row < 20; ++row) {
+      static_cast<void>(calcShiftedExpr(expr, 0, row, context, document, resolver, session));
+    }
     EXPECT_EQ(allocationCount - before, 0U) << formula;
   }
 }
