@@ -57,6 +57,13 @@ TEST_F(DocumentContextProviderTest, TablesAreFoundByObjectAndByNameWithoutRegard
   EXPECT_EQ(provider.getTableCount(), 2U);
 }
 
+TEST_F(DocumentContextProviderTest, TablesAreFoundByTheirPlaceInTheDocument) {
+  EXPECT_EQ(provider.findTableContextAt(DocTableIndex(0)), provider.findTableContext("First"));
+  EXPECT_EQ(provider.findTableContextAt(DocTableIndex(1)),
+            provider.findTableContext("\xC3\x84nderung"));
+  EXPECT_EQ(provider.findTableContextAt(DocTableIndex(2)), nullptr);
+}
+
 TEST_F(DocumentContextProviderTest, ATableOfAnotherDocumentIsRefused) {
   DOM::Table const foreign;
   EXPECT_THROW(static_cast<void>(provider.getTableContext(foreign)), BaseRuntimeError);

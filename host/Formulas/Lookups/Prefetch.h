@@ -5,8 +5,8 @@
 
 namespace Zorv::Formulas {
 
-/// Has a value of a large vector fetched from memory while other work is done. Places beyond its end
-/// will do, too.
+/// Has a value of a large vector fetched from memory while other work is done. Places beyond its
+/// end will do, too.
 template <class T>
 inline void prefetch(std::vector<T> const& values, std::size_t place) noexcept {
   if (place < values.size()) {

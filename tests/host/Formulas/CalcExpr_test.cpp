@@ -367,6 +367,16 @@ TEST_F(CalcExprTest, NamesThatStandForThemselvesEnd) {
   EXPECT_EQ(document.calc("Ping"), "#NUM!");
 }
 
+TEST_F(CalcExprTest, NamesThatStandForThemselvesTwiceEndSoon) {
+  // Twice as many uses at each depth: without a bound on their number this would never end.
+  document.define("Twice", "Twice+Twice");
+  document.define("Left", "Right+Right");
+  document.define("Right", "SUM(Left,Left)");
+  EXPECT_EQ(document.calc("Twice"), "#NUM!");
+  EXPECT_EQ(document.calc("Left"), "#NUM!");
+  EXPECT_EQ(document.calc("IFERROR(Twice,7)"), "7");
+}
+
 TEST_F(CalcExprTest, UnknownFunctionsAreNameErrors) {
   document.set("A1", "1");
   expectResults(document, {

@@ -23,9 +23,8 @@ void expectPlainAnswers(FormulaDocument& document, std::string_view formula, Loo
   EvaluationSession session(cache);
   auto const expr = parseExpr(formula);
   for (unsigned long row = 0; row < LookupFormulas::rows; ++row) {
-    ASSERT_EQ(
-        LookupFormulas::calcInSession(document, document.sheet(), expr, row, session),
-        LookupFormulas::calcPlainly(document, formula, row))
+    ASSERT_EQ(LookupFormulas::calcInSession(document, document.sheet(), expr, row, session),
+              LookupFormulas::calcPlainly(document, formula, row))
         << formula << " in row " << row + 1;
   }
 }
@@ -142,8 +141,7 @@ TEST(LookupCache, AColumnLookedUpInItselfIsNoSquare) {
   constexpr unsigned long count = 100'000;
   FormulaDocument document;
   for (unsigned long row = 0; row < count; ++row) {
-    document.sheet().table.setValue(row, 0,
-                                    FormulaModel::FormulaNumber{FloatNumber(double(row))});
+    document.sheet().table.setValue(row, 0, FormulaModel::FormulaNumber{FloatNumber(double(row))});
   }
   LookupCache cache;
   EvaluationSession session(cache);

@@ -22,7 +22,8 @@ struct LookupFormulas {
   static std::vector<std::string_view> const& getFormulas();
 
   /// Fills columns A to D; `choose(n)` gives a number below n.
-  static void fill(FormulaDocument& document, std::function<std::size_t(std::size_t)> const& choose);
+  static void fill(FormulaDocument& document,
+                   std::function<std::size_t(std::size_t)> const& choose);
 
   /// The result of a formula in a row: as cell by cell resolution gets it, and in a session.
   static std::string calcPlainly(FormulaDocument& document, std::string_view formula,
