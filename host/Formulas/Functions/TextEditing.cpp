@@ -107,6 +107,12 @@ template <class Visit>
 std::optional<Value> visitTexts(Call const& call, Value const& value, bool withEmpty,
                                 Visit&& visit) {
   std::optional<Value> error;
+  if (value.isReferences()) {
+    for (Area const& area : value.asAreas()) {
+      error = error ? error : visitTexts(call, Value::reference(area), withEmpty, visit);
+    }
+    return error;
+  }
   bool isRowEmpty = true;
   auto const visitElement = [&](Value const& element) {
     auto const text = toText(element, call.evaluator());
