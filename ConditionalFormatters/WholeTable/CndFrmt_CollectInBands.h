@@ -8,7 +8,6 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_OrderedParallel.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_RowBands.h"
 #include "DOM/Table.h"
-#include "OfficeUtils/Clock.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "Utils/TableRange.h"
 
@@ -39,8 +38,7 @@ void collectInBands(CollectedRanges const& from, MakeCollector const& makeCollec
       bands.push_back(bandsOfRange.at(number));
     }
   }
-  auto const* const pinned = OfficeUtils::PinnedMoment::getCurrent();
-  auto const moment = pinned != nullptr ? pinned->getMoment() : OfficeUtils::Clock::readCurrent();
+  auto const moment = OfficeUtils::PinnedMoment::readMoment();
   auto const collectBand = [&](std::size_t number) {
     OfficeUtils::PinnedMoment const pinnedHere(moment);
     auto collector = makeCollector();

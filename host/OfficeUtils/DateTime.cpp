@@ -1,6 +1,5 @@
 #include "OfficeUtils/DateTime.h"
 
-#include "OfficeUtils/Clock.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "OfficeUtils/SerialDate.h"
 
@@ -21,8 +20,13 @@ DateTime::DateTime(FloatNumber serial, LocaleContext const& locale)
 
 DateTime DateTime::getNow(DOM::TimeZone const& timeZone, LocaleContext const& locale) {
   auto* const pinned = PinnedMoment::getCurrent();
-  auto const local =
-      pinned != nullptr ? pinned->toLocal(timeZone) : timeZone.toLocal(Clock::readCurrent());
+  return pinned != nullptr ? pinned->toDateTime(timeZone, locale)
+                           : fromMoment(Clock::readCurrent(), timeZone, locale);
+}
+
+DateTime DateTime::fromMoment(Clock::TimePoint moment, DOM::TimeZone const& timeZone,
+                              LocaleContext const& locale) {
+  auto const local = timeZone.toLocal(moment);
   auto const day = std::chrono::floor<std::chrono::days>(local);
   long const days =
       SerialDate::toSerial(std::chrono::sys_days(day.time_since_epoch()), locale.getDateSystem());
@@ -35,13 +39,26 @@ FloatNumber DateTime::calculateDays() const noexcept { return floor(_serial); }
 FloatNumber DateTime::getSerial() const noexcept { return _serial; }
 
 int DateTime::getYearWeek() const noexcept {
+  if (_yearWeek != notRead) {
+    return _yearWeek;
+  }
   auto const day = SerialDate::toDay(_serial.get(), _dateSystem);
   return day ? SerialDate::getYearWeek(*day, _dateSystem, _firstDayOfWeek) : noDate;
 }
 
 int DateTime::getMonth() const noexcept {
+  if (_month != notRead) {
+    return _month;
+  }
   auto const date = SerialDate::toCivilDate(_serial.get(), _dateSystem);
   return date ? static_cast<int>(date->month) : noDate;
+}
+
+DateTime DateTime::withCalendarRead() const noexcept {
+  DateTime read = *this;
+  read._yearWeek = static_cast<std::int8_t>(getYearWeek());
+  read._month = static_cast<std::int8_t>(getMonth());
+  return read;
 }
 
 }  // namespace Zorv::OfficeUtils

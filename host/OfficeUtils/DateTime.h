@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 
+#include "OfficeUtils/Clock.h"
 #include "OfficeUtils/LocaleContext.h"
 #include "OfficeUtils/TimeZone.h"
 #include "Utils/Export.h"
@@ -23,6 +25,10 @@ public:
   /// it; see Clock and PinnedMoment.
   [[nodiscard]] static DateTime getNow(DOM::TimeZone const& timeZone, LocaleContext const& locale);
 
+  /// What clocks in a time zone show at a moment.
+  [[nodiscard]] static DateTime fromMoment(Clock::TimePoint moment, DOM::TimeZone const& timeZone,
+                                           LocaleContext const& locale);
+
   /// The serial number of the date, without its time of day, on the scale of cell numbers.
   [[nodiscard]] FloatNumber calculateDays() const noexcept;
 
@@ -36,10 +42,17 @@ public:
   /// The month, from 1 to 12.
   [[nodiscard]] int getMonth() const noexcept;
 
+  /// The same, with its week and its month read already: for one that is asked for them often.
+  [[nodiscard]] DateTime withCalendarRead() const noexcept;
+
 private:
+  static constexpr std::int8_t notRead = 0;
+
   FloatNumber _serial;
   DateSystem _dateSystem;
   std::chrono::weekday _firstDayOfWeek;
+  std::int8_t _yearWeek = notRead;
+  std::int8_t _month = notRead;
 };
 
 }  // namespace Zorv::OfficeUtils

@@ -43,6 +43,11 @@ public:
   [[nodiscard]] std::string const& getTrueText() const noexcept;
   [[nodiscard]] std::string const& getFalseText() const noexcept;
 
+  /// Whether both are one and the same, by being copies of each other.
+  [[nodiscard]] bool sharesDataWith(LocaleContext const& other) const noexcept {
+    return _data == other._data;
+  }
+
 private:
   struct Data;
   std::shared_ptr<Data const> _data;

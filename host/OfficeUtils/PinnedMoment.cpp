@@ -1,5 +1,7 @@
 #include "OfficeUtils/PinnedMoment.h"
 
+#include <utility>
+
 namespace Zorv::OfficeUtils {
 
 namespace {
@@ -15,11 +17,14 @@ PinnedMoment::~PinnedMoment() { innermost = _outer; }
 
 PinnedMoment* PinnedMoment::getCurrent() noexcept { return innermost; }
 
-PinnedMoment::LocalMoment PinnedMoment::toLocal(DOM::TimeZone const& timeZone) {
-  if (!_lastLocal || !_lastLocal->first.sharesDataWith(timeZone)) {
-    _lastLocal.emplace(timeZone, timeZone.toLocal(_moment));
+DateTime const& PinnedMoment::toDateTime(DOM::TimeZone const& timeZone,
+                                         LocaleContext const& locale) {
+  if (!_last || !_last->timeZone.sharesDataWith(timeZone) ||
+      !_last->locale.sharesDataWith(locale)) {
+    _last.emplace(Remembered{timeZone, locale,
+                             DateTime::fromMoment(_moment, timeZone, locale).withCalendarRead()});
   }
-  return _lastLocal->second;
+  return _last->dateTime;
 }
 
 }  // namespace Zorv::OfficeUtils

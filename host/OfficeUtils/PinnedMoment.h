@@ -1,10 +1,10 @@
 #pragma once
 
-#include <chrono>
 #include <optional>
-#include <utility>
 
 #include "OfficeUtils/Clock.h"
+#include "OfficeUtils/DateTime.h"
+#include "OfficeUtils/LocaleContext.h"
 #include "OfficeUtils/TimeZone.h"
 #include "Utils/Export.h"
 
@@ -16,8 +16,6 @@ namespace Zorv::OfficeUtils {
 /// Scopes nest and end in reverse order. Ended by the thread that began it.
 class ZORV_HOST_EXPORT PinnedMoment {
 public:
-  using LocalMoment = std::chrono::local_time<std::chrono::milliseconds>;
-
   explicit PinnedMoment(Clock::TimePoint moment) noexcept;
   PinnedMoment(PinnedMoment const&) = delete;
   PinnedMoment& operator=(PinnedMoment const&) = delete;
@@ -26,16 +24,27 @@ public:
   /// The innermost scope of this thread, or null.
   [[nodiscard]] static PinnedMoment* getCurrent() noexcept;
 
-  [[nodiscard]] Clock::TimePoint getMoment() const noexcept { return _moment; }
+  /// The moment of the innermost scope of this thread; without one, what the clock in force shows.
+  [[nodiscard]] static Clock::TimePoint readMoment() {
+    auto const* const pinned = getCurrent();
+    return pinned != nullptr ? pinned->_moment : Clock::readCurrent();
+  }
 
-  /// What clocks in a zone show at the moment. Remembered for the zone asked about last: zones look
-  /// their offset up in tables.
-  [[nodiscard]] LocalMoment toLocal(DOM::TimeZone const& timeZone);
+  /// What clocks in a zone show at the moment. Remembered for the zone and the locale asked about
+  /// last: zones look their offset up in tables, and calendars are reckoned.
+  [[nodiscard]] DateTime const& toDateTime(DOM::TimeZone const& timeZone,
+                                           LocaleContext const& locale);
 
 private:
+  struct Remembered {
+    DOM::TimeZone timeZone;
+    LocaleContext locale;
+    DateTime dateTime;
+  };
+
   Clock::TimePoint _moment;
   PinnedMoment* _outer;
-  std::optional<std::pair<DOM::TimeZone, LocalMoment>> _lastLocal;
+  std::optional<Remembered> _last;
 };
 
 }  // namespace Zorv::OfficeUtils

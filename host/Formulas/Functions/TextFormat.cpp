@@ -26,8 +26,8 @@
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Rounding.h"
 #include "Formulas/Parsing/Characters.h"
-#include "OfficeUtils/Clock.h"
 #include "OfficeUtils/NumberFormat.h"
+#include "OfficeUtils/PinnedMoment.h"
 
 namespace Zorv::Formulas {
 
@@ -120,7 +120,7 @@ Value formatMoney(Call& call) {
 /// The year in which the document is read.
 int readYear(Call const& call) {
   auto const local =
-      call.evaluator().provider().getTimeZone().toLocal(OfficeUtils::Clock::readCurrent());
+      call.evaluator().provider().getTimeZone().toLocal(OfficeUtils::PinnedMoment::readMoment());
   auto const day = std::chrono::floor<std::chrono::days>(local);
   return static_cast<int>(std::chrono::year_month_day(day).year());
 }
