@@ -114,8 +114,13 @@ void BenchTable::addFormat(ConditionalFormatOperator condition, std::optional<Ta
 }
 
 void BenchTable::makeCalculator() {
+  makeCalculator(std::make_unique<TestSupport::PlainValueContextProvider>(_table));
+}
+
+void BenchTable::makeCalculator(
+    std::unique_ptr<ConditionalFormatters::ValueContextProvider> provider) {
   _calculator = std::make_unique<ConditionalFormatters::ConditionalFormattingPropsCalculator>(
-      std::make_unique<TestSupport::PlainValueContextProvider>(_table));
+      std::move(provider));
 }
 
 std::vector<FormulaValue> BenchTable::getValues() const {

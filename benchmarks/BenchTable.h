@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "DOM/Styles.h"
 #include "DOM/Table.h"
@@ -25,6 +26,7 @@ public:
   void addFormat(DOM::ConditionalFormatOperator condition,
                  std::optional<TableRange> range = std::nullopt);
   void makeCalculator();
+  void makeCalculator(std::unique_ptr<ConditionalFormatters::ValueContextProvider> provider);
 
   [[nodiscard]] DOM::Table const& getTable() const noexcept { return _table; }
   [[nodiscard]] DOM::Styles const& getStyles() const noexcept { return _styles; }

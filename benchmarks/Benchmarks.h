@@ -5,6 +5,7 @@ namespace Zorv::Benchmarks {
 
 void registerCellCache();
 void registerLoader();
+void registerMemory();
 void registerWholeTable();
 
 }  // namespace Zorv::Benchmarks

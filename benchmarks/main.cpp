@@ -9,6 +9,7 @@ int main(int argumentCount, char** arguments) {
   }
   Zorv::Benchmarks::registerCellCache();
   Zorv::Benchmarks::registerLoader();
+  Zorv::Benchmarks::registerMemory();
   Zorv::Benchmarks::registerWholeTable();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();

@@ -1,0 +1,108 @@
+// Memory: what the cache keeps for each remembered cell, and what a pass over a whole table takes.
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string>
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include "BenchTable.h"
+#include "Benchmarks.h"
+#include "ConditionalFormatters/CndFrmt_TableResolver.h"
+#include "support/PlainHost.h"
+
+namespace Zorv::Benchmarks {
+
+namespace {
+
+using ConditionalFormatters::TableResolver;
+
+double readAllocatedBytes() {
+  auto const info = mallinfo2();
+  return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
+}
+
+/// The most that was allocated at any of the moments at which it was asked to look.
+class Peak {
+public:
+  void look() noexcept {
+    constexpr std::size_t step = 1024;  // looking takes longer than resolving a cell
+    if (++_calls % step == 0) {
+      _bytes = std::max(_bytes, readAllocatedBytes());
+    }
+  }
+  [[nodiscard]] double getBytes() const noexcept { return _bytes; }
+
+private:
+  std::size_t _calls = 0;
+  double _bytes = 0;
+};
+
+/// Looks at the memory while values are read, also by conditions that collect them.
+class WatchingProvider final : public ConditionalFormatters::ValueContextProvider {
+public:
+  WatchingProvider(DOM::Table const& table, Peak& peak) : _plain(table), _peak(peak) {}
+
+  [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
+    _peak.look();
+    return _plain.getCellValue(cellInfo);
+  }
+  [[nodiscard]] DOM::TimeZone const& getTimeZone() const override { return _plain.getTimeZone(); }
+  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
+    return _plain.getFormulasContextProvider();
+  }
+
+private:
+  TestSupport::PlainValueContextProvider _plain;
+  Peak& _peak;
+};
+
+void measureCachedCells(benchmark::State& state) {
+  auto const cellCount = static_cast<std::size_t>(state.range(0));
+  BenchTable table(cellCount);
+  getScenarios().front().addFormats(table);
+  table.makeCalculator();
+  double const before = readAllocatedBytes();
+  for (auto _ : state) {
+    for (std::size_t row = 0; row < cellCount; ++row) {
+      benchmark::DoNotOptimize(table.getCalculator().getConditionalFormatCellStyle(
+          table.getStyles(), table.getTable().getCellInfo(row, 0)));
+    }
+  }
+  state.counters["keptPerCell"] =
+      (readAllocatedBytes() - before) / static_cast<double>(cellCount);
+}
+
+void measurePass(benchmark::State& state, Scenario const& scenario) {
+  auto const cellCount = static_cast<std::size_t>(state.range(0));
+  BenchTable table(cellCount);
+  scenario.addFormats(table);
+  Peak peak;
+  table.makeCalculator(std::make_unique<WatchingProvider>(table.getTable(), peak));
+  double const before = readAllocatedBytes();
+  for (auto _ : state) {
+    auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
+    resolver.visit(table.getColumn(), TableResolver::Positions::Existing,
+                   [](DOM::CellInfo const&, DOM::SharedCellStylePtr const&) {});
+    state.counters["keptPerCell"] =
+        (readAllocatedBytes() - before) / static_cast<double>(cellCount);
+  }
+  state.counters["peakPerCell"] = (peak.getBytes() - before) / static_cast<double>(cellCount);
+}
+
+}  // namespace
+
+void registerMemory() {
+  benchmark::RegisterBenchmark("memory/cached", measureCachedCells)->Arg(100'000)->Iterations(1);
+  for (Scenario const& scenario : getScenarios()) {
+    std::string name = "memory/";
+    name += scenario.name;
+    benchmark::RegisterBenchmark(name.c_str(), [&scenario](benchmark::State& state) {
+      measurePass(state, scenario);
+    })->Arg(100'000)->Iterations(1);
+  }
+}
+
+}  // namespace Zorv::Benchmarks
