@@ -71,8 +71,7 @@ void measureCachedCells(benchmark::State& state) {
           table.getStyles(), table.getTable().getCellInfo(row, 0)));
     }
   }
-  state.counters["keptPerCell"] =
-      (readAllocatedBytes() - before) / static_cast<double>(cellCount);
+  state.counters["keptPerCell"] = (readAllocatedBytes() - before) / static_cast<double>(cellCount);
 }
 
 void measurePass(benchmark::State& state, Scenario const& scenario) {
@@ -99,9 +98,10 @@ void registerMemory() {
   for (Scenario const& scenario : getScenarios()) {
     std::string name = "memory/";
     name += scenario.name;
-    benchmark::RegisterBenchmark(name.c_str(), [&scenario](benchmark::State& state) {
-      measurePass(state, scenario);
-    })->Arg(100'000)->Iterations(1);
+    benchmark::RegisterBenchmark(
+        name.c_str(), [&scenario](benchmark::State& state) { measurePass(state, scenario); })
+        ->Arg(100'000)
+        ->Iterations(1);
   }
 }
 

@@ -46,11 +46,15 @@ Test chooseTest(DOM::TextConditionalFormatType type) noexcept {
   return neverHolds;
 }
 
-// Asks for the locale anew: the provider may answer otherwise after an evaluation.
-std::string castToText(FormulaValue const& value,
-                       Formulas::ContextProvider const& contextProvider) {
-  return OfficeUtils::FormulaValueCast::toString(value, contextProvider.getLocaleContext(),
-                                                 nullptr);
+// The text of a value: its own where it is a text, and otherwise one that is made in `made`. Asks
+// for the locale anew: the provider may answer otherwise after an evaluation.
+std::string const& castToText(FormulaValue const& value,
+                              Formulas::ContextProvider const& contextProvider, std::string& made) {
+  OfficeUtils::LocaleContext const& locale = contextProvider.getLocaleContext();
+  if (auto const* string = boost::get<FormulaModel::FormulaString>(&value)) {
+    return string->value;
+  }
+  return made = OfficeUtils::FormulaValueCast::toString(value, locale, nullptr);
 }
 
 }  // namespace
@@ -69,14 +73,17 @@ bool TextOperator::operator()(FormulaValueData const& data) const {
 }
 
 bool TextOperator::testLiteral(FormulaValue const& cellValue, std::string const& literal) const {
-  return _test(castToText(cellValue, _calculator.getFormulasContextProvider()), literal);
+  std::string made;
+  return _test(castToText(cellValue, _calculator.getFormulasContextProvider(), made), literal);
 }
 
 bool TextOperator::testTextOf(FormulaValue const& cellValue, FormulaValue const& argument) const {
   auto const& contextProvider = _calculator.getFormulasContextProvider();
   // Two statements: where both casts throw, the pattern's exception is the one that callers see.
-  auto const pattern = castToText(argument, contextProvider);
-  auto const cellText = castToText(cellValue, contextProvider);
+  std::string madePattern;
+  std::string const& pattern = castToText(argument, contextProvider, madePattern);
+  std::string madeText;
+  std::string const& cellText = castToText(cellValue, contextProvider, madeText);
   return _test(cellText, pattern);
 }
 
