@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 
 #include "DOM/CellInfo.h"
@@ -27,7 +28,9 @@ public:
     skipToRange();
   }
 
+  /// Requires that this is not the end.
   [[nodiscard]] CellInfo getCellInfo() const noexcept {
+    assert(_at != nullptr);
     return {*_table, CellIndex(RowIndex(_at->getRow()), ColumnIndex(_at->getColumn())), &_at->cell};
   }
 

@@ -22,8 +22,10 @@ public:
   /// Of a session without a cache each search walks over its range.
   EvaluationSession() noexcept;
   explicit EvaluationSession(LookupCache& lookups) noexcept;
-  EvaluationSession(EvaluationSession&&) noexcept;
-  EvaluationSession& operator=(EvaluationSession&&) noexcept;
+  EvaluationSession(EvaluationSession const&) = delete;
+  EvaluationSession& operator=(EvaluationSession const&) = delete;
+  EvaluationSession(EvaluationSession&& other) noexcept;
+  EvaluationSession& operator=(EvaluationSession&& other) noexcept;
   ~EvaluationSession();
 
   /// What an evaluation works with; the engine's own business.

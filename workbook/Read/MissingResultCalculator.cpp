@@ -54,7 +54,7 @@ public:
     return cell ? cell->value : FormulaValue();
   }
   template <class Union>
-  FormulaValue operator()(Union const&) const {
+  FormulaValue operator()(Union const& /*areas*/) const {
     return errorValue(FormulaModel::FormulaErrorCode::Value);
   }
 
