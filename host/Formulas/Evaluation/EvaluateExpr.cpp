@@ -60,6 +60,9 @@ CalcResult makeArray(Array const& array) {
 }
 
 CalcResult toResult(Evaluator& evaluator, Value const& value) {
+  if (value.isSingle()) {
+    return toFormulaValue(value);
+  }
   if (value.isReferences()) {
     return makeReferences(value.asAreas());
   }

@@ -106,7 +106,11 @@ Value Evaluator::evaluateOperand(Frame const& frame, std::uint32_t node, Mode mo
       return readOwnCell(*this, frame, reference);
     }
   }
-  return toOperand(evaluateNode(frame, node, mode), mode);
+  Value value = evaluateNode(frame, node, mode);
+  if (value.isReference() || value.isReferences()) {
+    value = toOperand(value, mode);
+  }
+  return value;
 }
 
 Value Evaluator::toOperand(Value const& value, Mode mode) {
@@ -178,13 +182,15 @@ Value Evaluator::evaluateValueOperators(Frame const& frame, std::uint32_t node, 
     at = frame.nodeAt(at).firstArgument;
   }
   Value value = evaluateOperand(frame, at, mode);
-  while (at != node) {
+  while (true) {
     std::uint32_t const rightNode = frame.nodeAt(at).next;
     at = frame.nodeAt(rightNode).next;
     Value const right = evaluateOperand(frame, rightNode, mode);
+    if (at == node) {
+      return combine(frame.nodeAt(at).op, value, right);
+    }
     value = combine(frame.nodeAt(at).op, value, right);
   }
-  return value;
 }
 
 Value Evaluator::combine(Operator op, Value const& left, Value const& right) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <new>
 #include <span>
 
 #include "Formulas/Evaluation/Arrays.h"
@@ -50,7 +52,7 @@ Value fromNumber(Outcome<double> const& number) {
 Value convert(Evaluator& evaluator, Value const& argument, Parameter parameter) {
   switch (parameter) {
     case Parameter::Number:
-      return argument.isNumber() ? argument : fromNumber(toNumber(argument, evaluator.locale()));
+      return fromNumber(toNumber(argument, evaluator.locale()));
     case Parameter::Text:
       return fromText(toText(argument, evaluator));
     case Parameter::Truth:
@@ -58,6 +60,12 @@ Value convert(Evaluator& evaluator, Value const& argument, Parameter parameter) 
     default:
       return argument;
   }
+}
+
+/// Whether an argument needs no conversion.
+bool isOfKind(Value const& argument, Parameter parameter) noexcept {
+  return parameter == Parameter::Number ? argument.isNumber()
+                                        : parameter == Parameter::Truth && argument.isBoolean();
 }
 
 bool isRefused(Value const& argument, Parameter parameter) noexcept {
@@ -69,11 +77,12 @@ Value callOnce(Evaluator& evaluator, FunctionEntry const& entry, Frame const& fr
                std::uint32_t node, Mode mode, std::span<Value> arguments) {
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     Parameter const parameter = entry.signature.at(i);
-    if (isSingle(parameter)) {
-      arguments[i] = convert(evaluator, arguments[i], parameter);
-      if (isRefused(arguments[i], parameter)) {
-        return arguments[i];
-      }
+    if (!isSingle(parameter) || isOfKind(arguments[i], parameter)) {
+      continue;
+    }
+    arguments[i] = convert(evaluator, arguments[i], parameter);
+    if (isRefused(arguments[i], parameter)) {
+      return arguments[i];
     }
   }
   Call call(evaluator, frame, node, mode, arguments);
@@ -104,7 +113,8 @@ Value callWith(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mod
   std::uint32_t argument = entryNode.firstArgument;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     Parameter const parameter = entry.signature.at(i);
-    arguments[i] = evaluateArgument(evaluator, frame, argument, mode, parameter);
+    // Made in its place: a value that was just written in parts is slow to copy.
+    ::new (&arguments[i]) Value(evaluateArgument(evaluator, frame, argument, mode, parameter));
     isByElement = isByElement || (isSingle(parameter) && arguments[i].isArray());
     argument = frame.nodeAt(argument).next;
   }
@@ -118,8 +128,9 @@ Value callFunction(Evaluator& evaluator, Frame const& frame, std::uint32_t node,
   constexpr std::size_t fewArguments = 4;
   std::uint32_t const count = frame.nodeAt(node).argumentCount;
   if (count <= fewArguments) {
-    std::array<Value, fewArguments> arguments;
-    return callWith(evaluator, frame, node, mode, std::span(arguments).first(count));
+    // Room for values that are made when they are evaluated.
+    alignas(Value) std::array<std::byte, fewArguments * sizeof(Value)> room;
+    return callWith(evaluator, frame, node, mode, {reinterpret_cast<Value*>(room.data()), count});
   }
   return callWith(evaluator, frame, node, mode, evaluator.arena().makeArray<Value>(count));
 }
