@@ -13,8 +13,8 @@ class LookupStore;
 /// cell. Answers are those of a walk, to the last bit.
 ///
 /// A range is indexed when it is searched again and again; ranges of a few cells, ranges that move
-/// with the cell and patterns are walked as ever. Takes up to 256 MiB, at most some 100 bytes for a
-/// cell while an index is made and about half of it afterwards; what does not fit is walked.
+/// with the cell and patterns are walked as ever. Takes up to 256 MiB, at most 128 bytes for a cell
+/// while an index is made and about half of it afterwards; what does not fit is walked.
 ///
 /// Lifetime: good for one ContextProvider whose document and locale do not change; borrows the
 /// texts of its cells. Threads: may be shared by the sessions of several threads.

@@ -46,6 +46,11 @@ public:
   [[nodiscard]] std::size_t memory() const noexcept override;
 
 protected:
+  /// Takes room for some cells.
+  void reserve(std::size_t count) {
+    _positions.reserve(count);
+    _classOfCell.reserve(count);
+  }
   /// Adds a cell behind all others.
   void add(std::uint32_t position, std::uint32_t number) {
     _positions.push_back(position);

@@ -29,6 +29,8 @@ Value asCriteriaSee(Value const& value, OfficeUtils::LocaleContext const& locale
 
 EqualValues::EqualValues(Area const& area, LookupKind kind,
                          OfficeUtils::LocaleContext const& locale) {
+  std::uint64_t const tableSize = area.table->getTable().getCellCount();
+  reserve(std::min(area.size(), tableSize));
   bool const isForCriteria = kind == LookupKind::CriterionClasses;
   std::vector<Value> values;
   std::vector<std::uint32_t> positions;

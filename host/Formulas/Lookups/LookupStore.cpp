@@ -9,7 +9,7 @@ namespace Zorv::Formulas {
 namespace {
 
 /// The most that an index takes for a cell; vectors that grow have their old memory beside the new.
-constexpr std::size_t memoryOfCell = 96;
+constexpr std::size_t memoryOfCell = 128;
 
 /// What even an empty index is taken to need, which bounds their number.
 constexpr std::size_t memoryOfIndex = 4096;

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <limits>
+#include <utility>
 
 #include "Formulas/Evaluation/Texts.h"
 
@@ -11,7 +12,8 @@ namespace Zorv::Formulas {
 
 namespace {
 
-constexpr std::uint32_t freeSlot = std::numeric_limits<std::uint32_t>::max();
+/// The number in slots that are free; also the lower half of a text's key.
+constexpr std::uint32_t noNumber = std::numeric_limits<std::uint32_t>::max();
 constexpr unsigned halfBits = 32;
 
 /// Spreads what differs in a few bits only, such as whole numbers, over all of them.
@@ -34,7 +36,7 @@ std::uint64_t hashText(std::string_view text) noexcept {
 
 }  // namespace
 
-ValueTable::ValueTable() : _slots(16, freeSlot) {}
+ValueTable::ValueTable() : _slots(16, Slot{0, noNumber}) {}
 
 ValueTable::Key ValueTable::keyOf(Value const& value) noexcept {
   switch (value.kind()) {
@@ -51,20 +53,17 @@ ValueTable::Key ValueTable::keyOf(Value const& value) noexcept {
   }
 }
 
-std::uint64_t ValueTable::hash(Key const& key) noexcept {
+std::uint32_t ValueTable::hash(Key const& key) noexcept {
   std::uint64_t const bits = key.kind == Value::Kind::Text ? key.bits >> halfBits : key.bits;
-  return mix(bits + static_cast<std::uint64_t>(key.kind));
+  return static_cast<std::uint32_t>(mix(bits + static_cast<std::uint64_t>(key.kind)));
 }
 
 bool ValueTable::isEqual(std::uint32_t number, Key const& key, Value const& value) const noexcept {
-  if (_kinds[number] != key.kind) {
-    return false;
-  }
   if (key.kind != Value::Kind::Text) {
-    return _keys[number] == key.bits;
+    return _keys[number] == key.bits && _kinds[number] == key.kind;
   }
-  return _keys[number] >> halfBits == key.bits >> halfBits &&
-         equalTexts(_texts[_keys[number] & freeSlot], value.asText());
+  return _keys[number] >> halfBits == key.bits >> halfBits && _kinds[number] == key.kind &&
+         equalTexts(_texts[_keys[number] & noNumber], value.asText());
 }
 
 bool ValueTable::isNumberOf(std::uint32_t number, Value const& value) const noexcept {
@@ -72,14 +71,16 @@ bool ValueTable::isNumberOf(std::uint32_t number, Value const& value) const noex
     return false;
   }
   // Comparing a text costs less than its hash.
-  return value.isText() ? equalTexts(_texts[_keys[number] & freeSlot], value.asText())
+  return value.isText() ? equalTexts(_texts[_keys[number] & noNumber], value.asText())
                         : _keys[number] == keyOf(value).bits;
 }
 
 std::size_t ValueTable::findSlot(Key const& key, Value const& value) const noexcept {
   std::size_t const mask = _slots.size() - 1;
-  std::size_t slot = hash(key) & mask;
-  while (_slots[slot] != freeSlot && !isEqual(_slots[slot], key, value)) {
+  std::uint32_t const itsHash = hash(key);
+  std::size_t slot = itsHash & mask;
+  while (_slots[slot].number != noNumber &&
+         (_slots[slot].hash != itsHash || !isEqual(_slots[slot].number, key, value))) {
     slot = (slot + 1) & mask;
   }
   return slot;
@@ -89,8 +90,8 @@ std::optional<std::uint32_t> ValueTable::find(Value const& value) const noexcept
   if (value.isEmpty() || !value.isSingle()) {
     return std::nullopt;
   }
-  std::uint32_t const number = _slots[findSlot(keyOf(value), value)];
-  return number == freeSlot ? std::nullopt : std::optional(number);
+  std::uint32_t const number = _slots[findSlot(keyOf(value), value)].number;
+  return number == noNumber ? std::nullopt : std::optional(number);
 }
 
 void ValueTable::obtain(std::span<Value const> values, std::span<std::uint32_t> numbers) {
@@ -105,7 +106,7 @@ void ValueTable::obtain(std::span<Value const> values, std::span<std::uint32_t> 
     prefetch(_slots, hash(keys[i]) & mask);
   }
   for (std::size_t i = 0; i < values.size(); ++i) {
-    prefetch(_keys, _slots[hash(keys[i]) & mask]);
+    prepare(_slots[hash(keys[i]) & mask].number);
   }
   for (std::size_t i = 0; i < values.size(); ++i) {
     numbers[i] = obtain(keys[i], values[i]);
@@ -114,11 +115,11 @@ void ValueTable::obtain(std::span<Value const> values, std::span<std::uint32_t> 
 
 std::uint32_t ValueTable::obtain(Key const& key, Value const& value) {
   std::size_t const slot = findSlot(key, value);
-  if (_slots[slot] != freeSlot) {
-    return _slots[slot];
+  if (_slots[slot].number != noNumber) {
+    return _slots[slot].number;
   }
   std::uint32_t const number = size();
-  _slots[slot] = number;
+  _slots[slot] = {hash(key), number};
   _keys.push_back(value.isText() ? key.bits | _texts.size() : key.bits);
   _kinds.push_back(key.kind);
   if (value.isText()) {
@@ -132,19 +133,23 @@ std::uint32_t ValueTable::obtain(Key const& key, Value const& value) {
 
 void ValueTable::grow() {
   std::size_t const mask = _slots.size() * 2 - 1;
-  _slots.assign(mask + 1, freeSlot);
-  for (std::uint32_t number = 0; number < size(); ++number) {
-    std::size_t slot = hash({_keys[number], _kinds[number]}) & mask;
-    while (_slots[slot] != freeSlot) {
+  std::vector<Slot> slots(mask + 1, Slot{0, noNumber});
+  for (Slot const& old : _slots) {
+    if (old.number == noNumber) {
+      continue;
+    }
+    std::size_t slot = old.hash & mask;
+    while (slots[slot].number != noNumber) {
       slot = (slot + 1) & mask;
     }
-    _slots[slot] = number;
+    slots[slot] = old;
   }
+  _slots = std::move(slots);
 }
 
 std::size_t ValueTable::memory() const noexcept {
   return _keys.capacity() * sizeof(std::uint64_t) + _kinds.capacity() +
-         _texts.capacity() * sizeof(std::string_view) + _slots.capacity() * sizeof(std::uint32_t);
+         _texts.capacity() * sizeof(std::string_view) + _slots.capacity() * sizeof(Slot);
 }
 
 }  // namespace Zorv::Formulas

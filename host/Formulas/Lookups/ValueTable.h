@@ -15,7 +15,8 @@ namespace Zorv::Formulas {
 /// Gives equal values one number, from 0 on in the order in which they come.
 ///
 /// Values are equal that are of one kind and compare as equal, texts without regard to letter case.
-/// A hash table with open addresses, of some 16 bytes a number. Borrows the texts.
+/// A hash table with open addresses: nine bytes a value and some 24 for its slots, for a text 16
+/// more. Borrows the texts.
 class ValueTable {
 public:
   ValueTable();
@@ -46,8 +47,14 @@ private:
     Value::Kind kind;
   };
 
+  /// A place of the hash table. The hash beside the number spares looks at other values' keys.
+  struct Slot {
+    std::uint32_t hash;
+    std::uint32_t number;
+  };
+
   [[nodiscard]] static Key keyOf(Value const& value) noexcept;
-  [[nodiscard]] static std::uint64_t hash(Key const& key) noexcept;
+  [[nodiscard]] static std::uint32_t hash(Key const& key) noexcept;
   [[nodiscard]] bool isEqual(std::uint32_t number, Key const& key,
                              Value const& value) const noexcept;
   /// The slot that holds a value's number, or the free one to which it goes.
@@ -58,7 +65,7 @@ private:
   std::vector<std::uint64_t> _keys;  ///< by number; of a text the hash and the place in `_texts`
   std::vector<Value::Kind> _kinds;   ///< by number
   std::vector<std::string_view> _texts;
-  std::vector<std::uint32_t> _slots;  ///< a power of two
+  std::vector<Slot> _slots;  ///< a power of two
 };
 
 }  // namespace Zorv::Formulas
