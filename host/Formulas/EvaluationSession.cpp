@@ -7,8 +7,6 @@ namespace Zorv::Formulas {
 
 EvaluationSession::EvaluationSession() noexcept = default;
 EvaluationSession::EvaluationSession(LookupCache& lookups) noexcept : _lookups(&lookups) {}
-EvaluationSession::EvaluationSession(EvaluationSession&&) noexcept = default;
-EvaluationSession& EvaluationSession::operator=(EvaluationSession&&) noexcept = default;
 EvaluationSession::~EvaluationSession() = default;
 
 Workspace& EvaluationSession::obtainWorkspace() {

@@ -24,8 +24,6 @@ public:
   explicit EvaluationSession(LookupCache& lookups) noexcept;
   EvaluationSession(EvaluationSession const&) = delete;
   EvaluationSession& operator=(EvaluationSession const&) = delete;
-  EvaluationSession(EvaluationSession&& other) noexcept;
-  EvaluationSession& operator=(EvaluationSession&& other) noexcept;
   ~EvaluationSession();
 
   /// What an evaluation works with; the engine's own business.

@@ -5,8 +5,6 @@
 namespace Zorv::Formulas {
 
 LookupCache::LookupCache() : _store(std::make_unique<LookupStore>()) {}
-LookupCache::LookupCache(LookupCache&&) noexcept = default;
-LookupCache& LookupCache::operator=(LookupCache&&) noexcept = default;
 LookupCache::~LookupCache() = default;
 
 }  // namespace Zorv::Formulas

@@ -21,8 +21,8 @@ class LookupStore;
 class ZORV_HOST_EXPORT LookupCache {
 public:
   LookupCache();
-  LookupCache(LookupCache&&) noexcept;
-  LookupCache& operator=(LookupCache&&) noexcept;
+  LookupCache(LookupCache const&) = delete;
+  LookupCache& operator=(LookupCache const&) = delete;
   ~LookupCache();
 
   /// What is remembered; the engine's own business.

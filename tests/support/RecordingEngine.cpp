@@ -100,14 +100,10 @@ struct Workspace {};
 class LookupStore {};
 
 LookupCache::LookupCache() = default;
-LookupCache::LookupCache(LookupCache&&) noexcept = default;
-LookupCache& LookupCache::operator=(LookupCache&&) noexcept = default;
 LookupCache::~LookupCache() = default;
 
 EvaluationSession::EvaluationSession() noexcept = default;
 EvaluationSession::EvaluationSession(LookupCache& lookups) noexcept : _lookups(&lookups) {}
-EvaluationSession::EvaluationSession(EvaluationSession&&) noexcept = default;
-EvaluationSession& EvaluationSession::operator=(EvaluationSession&&) noexcept = default;
 EvaluationSession::~EvaluationSession() = default;
 
 CalcResult calcExpr(DOM::FormulaSyntaxTree::Expr const& expr, Context const& context,

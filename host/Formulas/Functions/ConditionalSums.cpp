@@ -52,17 +52,16 @@ public:
         return *counted;
       }
     }
-    auto const matching = findMatching();
-    if (matching.cells) {
-      return countWhereOthersHold(matching);
-    }
-    return countByWalking();
+    Others others;
+    auto const matching = findMatching(others);
+    return matching ? countAmong(*matching, others) : countByWalking();
   }
 
   /// Gathers from the cells of an area whose counterparts fulfil the conditions.
   [[nodiscard]] Gathered gather(Area const& values) const {
-    auto const matching = findMatching();
-    return matching.cells ? gatherFrom(matching, values) : gatherByWalking(values);
+    Others others;
+    auto const matching = findMatching(others);
+    return matching ? gatherAmong(*matching, others, values) : gatherByWalking(values);
   }
 
 private:
@@ -80,53 +79,50 @@ private:
     _conditions.push_back({its, criterion});
   }
 
-  /// The cells that an index finds, and the conditions that it leaves open.
-  struct Found {
-    std::optional<MatchingCells> cells;
-    boost::container::small_vector<Condition const*, 4> others;
+  /// The conditions that an index leaves open.
+  using Others = boost::container::small_vector<Condition const*, 4>;
 
-    [[nodiscard]] bool othersHoldAt(std::uint32_t row, std::uint32_t column) const {
-      return std::ranges::all_of(
-          others, [&](Condition const* other) { return holdsAt(*other, row, column); });
-    }
-  };
+  [[nodiscard]] static bool holdAt(Others const& others, std::uint32_t row, std::uint32_t column) {
+    return std::ranges::all_of(
+        others, [&](Condition const* other) { return holdsAt(*other, row, column); });
+  }
 
-  [[nodiscard]] Found findMatching() const {
-    Found found;
+  /// The cells that an index finds, and the conditions to which it does not look.
+  [[nodiscard]] std::optional<MatchingCells> findMatching(Others& others) const {
     if (_lookups == nullptr) {
-      return found;
+      return std::nullopt;
     }
     boost::container::small_vector<Condition const*, 4> equalities;
     for (Condition const& condition : _conditions) {
-      (condition.criterion.isEquality() ? equalities : found.others).push_back(&condition);
+      (condition.criterion.isEquality() ? equalities : others).push_back(&condition);
     }
-    found.cells = _lookups->findMatching({equalities.data(), equalities.size()}, *_locale);
-    return found;
+    return _lookups->findMatching({equalities.data(), equalities.size()}, *_locale);
   }
 
-  static std::uint64_t countWhereOthersHold(Found const& found) {
-    if (found.others.empty()) {
-      return found.cells->count();
+  static std::uint64_t countAmong(MatchingCells const& matching, Others const& others) {
+    if (others.empty()) {
+      return matching.count();
     }
     std::uint64_t count = 0;
-    found.cells->forEach([&](std::uint32_t row, std::uint32_t column) {
-      count += found.othersHoldAt(row, column) ? 1 : 0;
+    matching.forEach([&](std::uint32_t row, std::uint32_t column) {
+      count += holdAt(others, row, column) ? 1 : 0;
       return true;
     });
     return count;
   }
 
-  [[nodiscard]] Gathered gatherFrom(Found const& found, Area const& values) const {
-    if (found.others.empty()) {
-      if (Gathered const* const totals = _lookups->findTotals(*found.cells, values)) {
+  [[nodiscard]] Gathered gatherAmong(MatchingCells const& matching, Others const& others,
+                                     Area const& values) const {
+    if (others.empty()) {
+      if (Gathered const* const totals = _lookups->findTotals(matching, values)) {
         return *totals;
       }
     }
     Gathered gathered;
-    found.cells->forEach([&](std::uint32_t row, std::uint32_t column) {
+    matching.forEach([&](std::uint32_t row, std::uint32_t column) {
       if (row < values.height() && column < values.width()) {
         Value const value = readCell(values, row, column);
-        if ((value.isNumber() || value.isError()) && found.othersHoldAt(row, column)) {
+        if ((value.isNumber() || value.isError()) && holdAt(others, row, column)) {
           gathered.take(value);
         }
       }

@@ -60,7 +60,7 @@ struct LookupKey {
 
   friend bool operator==(LookupKey const& a, LookupKey const& b) noexcept = default;
   friend std::size_t hash_value(LookupKey const& key) noexcept {
-    std::size_t seed = static_cast<std::size_t>(key.kind);
+    auto seed = static_cast<std::size_t>(key.kind);
     for (TableArea const& area : key.areas) {
       boost::hash_combine(seed, hash_value(area));
     }

@@ -93,7 +93,8 @@ LookupSession::Known* LookupSession::obtainClasses(Area const& area, LookupKind 
 
 std::optional<std::uint64_t> LookupSession::count(Condition const& condition,
                                                   OfficeUtils::LocaleContext const& locale) {
-  auto const& [area, criterion] = condition;
+  Area const& area = condition.area;
+  Criterion const& criterion = condition.criterion;
   if (criterion.isPattern() || !isIndexed(area)) {
     return std::nullopt;
   }

@@ -2,7 +2,6 @@
 
 #include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -148,17 +147,6 @@ TEST(LookupCache, AColumnLookedUpInItselfIsNoSquare) {
   auto const expr = parseExpr("SUM(MATCH($A$1:$A$100000,$A$1:$A$100000,0))");
   EXPECT_EQ(LookupFormulas::calcInSession(document, document.sheet(), expr, 0, session),
             "5000050000");
-}
-
-TEST(LookupCache, MovesWithItsIndexes) {
-  FormulaDocument document;
-  fillAtRandom(document, 3);
-  LookupCache first;
-  expectPlainAnswers(document, "COUNTIF($A$1:$A$150,A1)", first);
-  LookupCache second(std::move(first));
-  expectPlainAnswers(document, "COUNTIF($A$1:$A$150,A1)", second);
-  first = std::move(second);
-  expectPlainAnswers(document, "COUNTIF($A$1:$A$150,A1)", first);
 }
 
 }  // namespace
