@@ -74,7 +74,7 @@ public:
     std::exception_ptr failure;
     try {
       forEachCell(_table, _bands.at(number), _positions, [&](DOM::CellInfo const& cellInfo) {
-        collect.add(cellInfo, _cells.resolve(cellInfo));
+        collect.add(cellInfo, _cells.resolve(cellInfo), _cells.getHolding());
       });
     } catch (...) {
       failure = std::current_exception();
@@ -95,7 +95,8 @@ using BandStyles = std::vector<DOM::SharedCellStylePtr const*>;
 
 class CollectStyles {
 public:
-  void add(DOM::CellInfo const& /*cellInfo*/, DOM::SharedCellStylePtr const& style) {
+  void add(DOM::CellInfo const& /*cellInfo*/, DOM::SharedCellStylePtr const& style,
+           FormatNumbers const& /*holding*/) {
     _styles.push_back(&style);
   }
   [[nodiscard]] BandStyles finish() { return std::move(_styles); }
@@ -104,9 +105,31 @@ private:
   BandStyles _styles;
 };
 
+/// The same, with the formats that hold for the cells: how many for each, and all in one list.
+struct BandExplanations {
+  BandStyles styles;
+  std::vector<std::size_t> formatCounts;
+  FormatNumbers formats;
+};
+
+class CollectExplanations {
+public:
+  void add(DOM::CellInfo const& /*cellInfo*/, DOM::SharedCellStylePtr const& style,
+           FormatNumbers const& holding) {
+    _band.styles.push_back(&style);
+    _band.formatCounts.push_back(holding.size());
+    _band.formats.insert(_band.formats.end(), holding.begin(), holding.end());
+  }
+  [[nodiscard]] BandExplanations finish() { return std::move(_band); }
+
+private:
+  BandExplanations _band;
+};
+
 class CollectRuns {
 public:
-  void add(DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style) {
+  void add(DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style,
+           FormatNumbers const& /*holding*/) {
     _runs.addCell(cellInfo.getRowIndex(), cellInfo.getColIndex(), style);
   }
   [[nodiscard]] std::vector<OpenStyleRun> finish() { return _runs.finish(); }
@@ -124,6 +147,20 @@ void visitBand(DOM::Table const& table, TableRange const& band, Positions positi
     if (style != styles.end()) {
       visitor(cellInfo, **style);
       ++style;
+    }
+  });
+}
+
+void explainBand(DOM::Table const& table, TableRange const& band, Positions positions,
+                 BandExplanations const& explanations, TableResolver::Explainer const& explainer) {
+  std::size_t number = 0;
+  std::span<FormatNumber const> formats = explanations.formats;
+  forEachCell(table, band, positions, [&](DOM::CellInfo const& cellInfo) {
+    if (number < explanations.styles.size()) {
+      std::size_t const count = explanations.formatCounts[number];
+      explainer(cellInfo, *explanations.styles[number], formats.first(count));
+      formats = formats.subspan(count);
+      ++number;
     }
   });
 }
@@ -172,6 +209,15 @@ void TableResolver::visit(TableRange const& range, Positions positions, Visitor 
                                 [&](TableRange const& band, BandStyles const& styles) {
                                   visitBand(_parts->getTable(), band, positions, styles, visitor);
                                 });
+}
+
+void TableResolver::explain(TableRange const& range, Positions positions,
+                            Explainer const& explainer, unsigned threadCount) const {
+  resolveInBands<CollectExplanations>(
+      *_parts, range, positions, threadCount,
+      [&](TableRange const& band, BandExplanations const& explanations) {
+        explainBand(_parts->getTable(), band, positions, explanations, explainer);
+      });
 }
 
 std::vector<StyleRun> TableResolver::resolveRuns(TableRange const& range, Positions positions,

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_Export.h"
@@ -52,6 +54,12 @@ public:
   /// What a pass tells of a cell; the style is null where no format holds.
   using Visitor = std::function<void(DOM::CellInfo const&, DOM::SharedCellStylePtr const&)>;
 
+  /// The same, and the formats that hold for the cell: their places, from 0, among those that
+  /// ConditionalFormattingPropsCalculator::getConditionalFormatRefs() gives for the table, in order
+  /// of priority up to the first that stops.
+  using Explainer = std::function<void(DOM::CellInfo const&, DOM::SharedCellStylePtr const&,
+                                       std::span<std::uint32_t const> formats)>;
+
   TableResolver(TableResolver const&) = delete;
   TableResolver& operator=(TableResolver const&) = delete;
   TableResolver(TableResolver&& other) noexcept;
@@ -69,6 +77,10 @@ public:
   /// Memory: with several threads, some thousands of cells for each.
   void visit(TableRange const& range, Positions positions, Visitor const& visitor,
              unsigned threadCount = 1) const;
+
+  /// A visit that also tells why cells have their styles.
+  void explain(TableRange const& range, Positions positions, Explainer const& explainer,
+               unsigned threadCount = 1) const;
 
   /// The range as rectangles of one style each, ordered by first row, then by first column;
   /// positions without a style are in none. A run is as wide as its style goes on, and as high as

@@ -41,7 +41,7 @@ std::optional<std::vector<Workbook::Rule const*>> SheetConditions::findDeciding(
     CF::walkFormats(
         formatRefs, cellInfo,
         [&](CF::ConditionalFormatRef const& formatRef) -> OperatorPtr const& {
-          current = _conditions.at(&formatRef.second.get()).rule;
+          current = &ruleOf(formatRef.second);
           return obtainOperator(formatRef);
         },
         [&] { return obtainValue(cellInfo); },

@@ -40,6 +40,11 @@ public:
       ConditionalFormatters::ConditionalFormatRefs const& formatRefs,
       DOM::CellInfo const& cellInfo);
 
+  /// The rule that a format of the sheet comes from.
+  [[nodiscard]] Workbook::Rule const& ruleOf(DOM::ConditionalFormat const& format) const {
+    return *_conditions.at(&format).rule;
+  }
+
 private:
   using OperatorPtr = std::unique_ptr<ConditionalFormatters::Operator>;
   struct Condition {

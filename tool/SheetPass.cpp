@@ -3,6 +3,7 @@
 #include <exception>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "DOM/Table.h"
 #include "tool/PositionUnion.h"
@@ -14,11 +15,12 @@ void SheetPass::resolve(TableRange const& range, Positions positions, unsigned t
   std::optional<CellIndex> last;  // that was visited
   bool isVisiting = false;
   try {
-    _styles.visit(
+    _styles.explain(
         range, positions,
-        [&](DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style) {
+        [&](DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style,
+            std::span<std::uint32_t const> formats) {
           isVisiting = true;
-          add(cellInfo, style);
+          add(cellInfo, style, formats);
           isVisiting = false;
           last = cellInfo.getCellIndex();
         },
@@ -32,15 +34,17 @@ void SheetPass::resolve(TableRange const& range, Positions positions, unsigned t
   moveTo(range.endRow);
 }
 
-void SheetPass::add(DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style) {
+void SheetPass::add(DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style,
+                    std::span<std::uint32_t const> formats) {
   moveTo(cellInfo.getRowIndex());
   if (!style) {
     return;
   }
-  auto deciding = _conditions.findDeciding(_formatRefs, cellInfo);
-  if (deciding && !deciding->empty()) {
-    _output.add({cellInfo, style, std::move(*deciding)});
+  std::vector<Workbook::Rule const*> deciding;
+  for (std::uint32_t const format : formats) {
+    deciding.push_back(&_conditions.ruleOf(_formatRefs[format].second));
   }
+  _output.add({cellInfo, style, std::move(deciding)});
 }
 
 /// A cell that cannot be resolved ends a pass; those behind it are resolved one by one, since where

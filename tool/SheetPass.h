@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 #include "tool/ProgressBar.h"
@@ -33,7 +34,8 @@ public:
   void resolve(TableRange const& range, Positions positions, unsigned threadCount);
 
 private:
-  void add(DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style);
+  void add(DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const& style,
+           std::span<std::uint32_t const> formats);
   void resolveRest(TableRange const& range, Positions positions,
                    std::optional<CellIndex> const& last);
   void moveTo(unsigned long row);

@@ -101,8 +101,7 @@ std::pair<unsigned long, unsigned long> RangeIndex::columnsOf(std::size_t slab) 
   return between(_columnBorders, slab);
 }
 
-void RangeIndex::findFormats(std::size_t band, std::size_t slab,
-                             std::vector<FormatNumber>& formats) const {
+void RangeIndex::findFormats(std::size_t band, std::size_t slab, FormatNumbers& formats) const {
   formats.clear();
   _tree->entries.query(boost::geometry::index::intersects(makeField(band, slab)),
                        boost::make_function_output_iterator(

@@ -12,6 +12,7 @@ namespace Zorv::ConditionalFormatters {
 
 /// A format by its place among its table's formats, which is its priority, from 0.
 using FormatNumber = std::uint32_t;
+using FormatNumbers = std::vector<FormatNumber>;
 
 /// Which formats' ranges hold a position, without trying each: years of copying and pasting leave
 /// thousands of ranges.
@@ -36,7 +37,7 @@ public:
 
   /// Writes the formats of a band in a slab, in order of priority and each once. Logarithmic in the
   /// number of ranges, and `n log n` in the number of those found.
-  void findFormats(std::size_t band, std::size_t slab, std::vector<FormatNumber>& formats) const;
+  void findFormats(std::size_t band, std::size_t slab, FormatNumbers& formats) const;
 
 private:
   // Defined with the code: the library behind it takes long to compile.
@@ -57,7 +58,7 @@ public:
 
   /// The formats of which a range holds the position, in order of priority; valid until the next
   /// call.
-  [[nodiscard]] std::vector<FormatNumber> const& moveTo(unsigned long row, unsigned long column) {
+  [[nodiscard]] FormatNumbers const& moveTo(unsigned long row, unsigned long column) {
     if (row < _rows.first || row >= _rows.second) {
       enterBand(row);
     }
@@ -70,7 +71,7 @@ public:
 private:
   struct Answer {
     bool isKnown = false;
-    std::vector<FormatNumber> formats;
+    FormatNumbers formats;
   };
 
   void enterBand(unsigned long row);
@@ -82,7 +83,7 @@ private:
   std::pair<unsigned long, unsigned long> _columns{0, 0};
   std::vector<Answer> _answers;  ///< of the band, by slab
   std::vector<std::size_t> _knownSlabs;
-  std::vector<FormatNumber> const* _formats = nullptr;
+  FormatNumbers const* _formats = nullptr;
 };
 
 }  // namespace Zorv::ConditionalFormatters

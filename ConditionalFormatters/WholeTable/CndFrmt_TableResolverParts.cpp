@@ -29,6 +29,7 @@ CellResolver::CellResolver(TableResolverParts const& parts, unsigned threadCount
 
 DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellInfo) {
   _styleCursor.restart();
+  _holding.clear();
   FormulaValueData data{FormulaValue(), cellInfo.getCellIndex()};
   bool isRead = false;
   auto const obtainValue = [&]() -> FormulaValueData const& {
@@ -50,6 +51,7 @@ DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellIn
     };
     auto const onHolds = [&](ConditionalFormatRef const& formatRef) {
       _styleCursor.add(number);
+      _holding.push_back(number);
       return stepAfter(formatRef.second);
     };
     if (judgeByFormat(_parts._formatRefs[number], obtainOperator, obtainValue, onHolds) ==

@@ -48,11 +48,15 @@ public:
   /// do.
   [[nodiscard]] DOM::SharedCellStylePtr const& resolve(DOM::CellInfo const& cellInfo);
 
+  /// The formats that held for the cell resolved last, in order of priority.
+  [[nodiscard]] FormatNumbers const& getHolding() const noexcept { return _holding; }
+
 private:
   TableResolverParts const& _parts;
   unsigned _threadCount;
   FormatCursor _formatCursor;
   StyleCursor _styleCursor;
+  FormatNumbers _holding;
   Formulas::EvaluationSession _session;
 };
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <typeindex>
@@ -15,6 +16,8 @@
 #include <rapidcheck/gtest.h>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "ConditionalFormatters/CndFrmt_FormatWalk.h"
+#include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
 #include "ConditionalFormatters/RandomTable.h"
 #include "Formulas/ParseExpr.h"
 #include "OfficeUtils/Clock.h"
@@ -109,6 +112,44 @@ RC_GTEST_PROP(TableResolver, VisitsTheSameStylesInOrderOnAnyNumberOfThreads, ())
   }
 }
 
+RC_GTEST_PROP(TableResolver, ExplainsEachStyleByTheFormatsThatHoldOnAnyNumberOfThreads, ()) {
+  ScopedClock const clock(noonOn21November());
+  RandomTable const random;
+  auto const calculator = makeCalculator(random.table);
+  auto const resolver = calculator->prepare(random.styles, random.table);
+  auto const& formatRefs = calculator->getConditionalFormatRefs(random.table);
+  PlainValueContextProvider const provider(random.table);
+  OperatorsFactory const factory(provider, random.table);
+  auto const findHolding = [&](CellInfo const& cell) {
+    std::vector<std::uint32_t> holding;
+    walkFormats(
+        formatRefs, cell,
+        [&](ConditionalFormatRef const& formatRef) { return factory.create(formatRef); },
+        [&] {
+          return FormulaValueData{provider.getCellValue(cell), cell.getCellIndex()};
+        },
+        [&](ConditionalFormatRef const& formatRef) {
+          holding.push_back(static_cast<std::uint32_t>(&formatRef - formatRefs.data()));
+          return stepAfter(formatRef.second);
+        });
+    return holding;
+  };
+  for (auto const positions : {Positions::All, Positions::Existing}) {
+    for (unsigned const threadCount : {1U, 2U, 7U}) {
+      Visited explained;
+      resolver.explain(
+          everything, positions,
+          [&](CellInfo const& cell, SharedCellStylePtr const& style,
+              std::span<std::uint32_t const> formats) {
+            explained.emplace_back(cell.getCellIndex(), style);
+            RC_ASSERT(std::vector(formats.begin(), formats.end()) == findHolding(cell));
+          },
+          threadCount);
+      RC_ASSERT(explained == visitAll(resolver, everything, positions, 1));
+    }
+  }
+}
+
 RC_GTEST_PROP(TableResolver, RunsCoverExactlyTheStyledPositions, ()) {
   ScopedClock const clock(noonOn21November());
   RandomTable const random;
@@ -182,6 +223,29 @@ TEST_F(TableResolverTest, AnExceptionOfACellReachesTheCallerOnceAfterTheCellsBef
     };
     EXPECT_THROW(visit(), std::bad_function_call);
     EXPECT_EQ(visited, 7'777U) << threadCount << " threads";
+  }
+}
+
+TEST_F(TableResolverTest, AnExplanationEndsBeforeTheCellThatThrows) {
+  addUnary(UnaryConditionalFormatType::GreaterOrEqual, "5000");
+  addFormat(table, {{7'777, 0, cellCount, 1}},
+            NullaryConditionalFormatOperator(static_cast<NullaryConditionalFormatType>(14)),
+            makeUUID(1));
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  for (unsigned const threadCount : {1U, 2U, 7U}) {
+    unsigned long explained = 0;
+    auto const explain = [&] {
+      resolver.explain(
+          column, Positions::Existing,
+          [&](CellInfo const& cell, SharedCellStylePtr const&, std::span<std::uint32_t const> why) {
+            EXPECT_EQ(cell.getRowIndex(), explained++);
+            EXPECT_EQ(why.size(), cell.getRowIndex() >= 5000 ? 1U : 0U);
+          },
+          threadCount);
+    };
+    EXPECT_THROW(explain(), std::bad_function_call);
+    EXPECT_EQ(explained, 7'777U) << threadCount << " threads";
   }
 }
 
