@@ -45,7 +45,8 @@ struct StyleRun {
 /// the styles and the table, which must outlive it, and is good as long as neither they nor the
 /// document's values change and the calculator's tables ranges are not cleared: make a new one
 /// after a change. Styles that it returned may outlive everything. Threads: the operations may be
-/// called from several threads at once, as far as the provider may.
+/// called from several threads at once, as far as the provider may. A provider that asks back about
+/// the resolver's table while it is read must be read by one thread.
 class CNDFRMT_EXPORT TableResolver {
 public:
   /// Whether a pass over a range sees only cells that exist, or all its positions.

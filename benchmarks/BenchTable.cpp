@@ -76,8 +76,9 @@ void addFragments(BenchTable& table) {
 }
 
 void addAll(BenchTable& table) {
-  for (auto const add : {addGreater, addFormula, addTop10, addTop10Percent, addAboveAverage,
-                         addDuplicate, addUnique, addTextContains, addBetween, addThisMonth}) {
+  for (auto const add :
+       {addGreater, addFormula, addTop10, addTop10Percent, addAboveAverage, addDuplicate, addUnique,
+        addTextContains, addBetween, addThisMonth, addCountIf}) {
     add(table);
   }
 }

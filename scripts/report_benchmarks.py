@@ -16,7 +16,8 @@ def read(path):
         results = json.load(file)
     times = {}
     counters = {}
-    for run in results["benchmarks"]:
+    # In the order of the program, not in the random one of the measurements.
+    for run in sorted(results["benchmarks"], key=lambda run: run["family_index"]):
         if run.get("run_type") == "aggregate":
             continue
         name = run["name"].replace("/real_time", "").replace("/iterations:1", "")
