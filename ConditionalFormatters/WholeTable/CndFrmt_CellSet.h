@@ -12,6 +12,14 @@ namespace Zorv::ConditionalFormatters {
 /// alone about a hundred bytes. Threads: may be asked from several threads at once.
 class CellSet {
 public:
+  CellSet() = default;
+  /// What was moved from may be assigned to, and nothing else.
+  CellSet(CellSet&&) = default;
+  CellSet& operator=(CellSet&&) = default;
+  CellSet(CellSet const&) = delete;
+  CellSet& operator=(CellSet const&) = delete;
+  ~CellSet() = default;
+
   /// Adds a cell, if it is not there; fastest where the last one added is of the same column, not
   /// far away.
   void insert(std::uint32_t row, std::uint32_t column) {
