@@ -40,8 +40,7 @@ public:
   void setHolidays(std::vector<long> holidays) {
     std::erase_if(holidays, [&](long day) { return isWeekend(day); });
     std::ranges::sort(holidays);
-    auto const duplicates = std::ranges::unique(holidays);
-    holidays.erase(duplicates.begin(), duplicates.end());
+    holidays.erase(std::unique(holidays.begin(), holidays.end()), holidays.end());
     _holidays = std::move(holidays);
   }
 

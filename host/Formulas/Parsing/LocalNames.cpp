@@ -1,7 +1,6 @@
 #include "Formulas/Parsing/LocalNames.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "Formulas/Parsing/Characters.h"
 
@@ -11,10 +10,11 @@ std::optional<std::uint32_t> LocalNames::find(std::string_view name) const {
   if (_names.empty()) {
     return std::nullopt;
   }
-  auto const innermostFirst = std::views::reverse(_names);
+  // The innermost of several equal names hides the others.
   auto const found =
-      std::ranges::find(innermostFirst, toKey(name), &std::pair<std::string, std::uint32_t>::first);
-  return found == innermostFirst.end() ? std::nullopt : std::optional(found->second);
+      std::find_if(_names.rbegin(), _names.rend(),
+                   [key = toKey(name)](auto const& given) { return given.first == key; });
+  return found == _names.rend() ? std::nullopt : std::optional(found->second);
 }
 
 std::string LocalNames::toKey(std::string_view name) {
