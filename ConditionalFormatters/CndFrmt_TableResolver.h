@@ -33,9 +33,9 @@ struct StyleRun {
 ///
 /// What resolve() does for each cell is done once: a format's condition is made when the first cell
 /// needs it, with the values of its ranges collected and with arguments evaluated that are the same
-/// for every cell; styles are flattened and merged once for each sequence of formats that holds. A
-/// cell costs its conditions and one look-up, whatever the number of formats elsewhere in the
-/// table.
+/// for every cell; styles are flattened once, and merged once for each sequence of them that some
+/// cell gets. A cell costs its conditions and one look-up, whatever the number of formats elsewhere
+/// in the table.
 ///
 /// Each call of an operation is one pass; date conditions and formulas see one moment in a pass.
 /// Assertions and exceptions are those that resolve() gives for the same cell; what failed is tried
