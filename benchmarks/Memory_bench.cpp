@@ -11,6 +11,7 @@
 #include "BenchTable.h"
 #include "Benchmarks.h"
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
+#include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
 
 namespace Zorv::Benchmarks {
@@ -41,21 +42,19 @@ private:
 };
 
 /// Looks at the memory while values are read, also by conditions that collect them.
-class WatchingProvider final : public ConditionalFormatters::ValueContextProvider {
+class WatchingProvider final : public TestSupport::ForwardingValueContextProvider {
 public:
-  WatchingProvider(DOM::Table const& table, Peak& peak) : _plain(table), _peak(peak) {}
+  WatchingProvider(DOM::Table const& table, Peak& peak)
+      : ForwardingValueContextProvider(
+            std::make_unique<TestSupport::PlainValueContextProvider>(table)),
+        _peak(peak) {}
 
   [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
     _peak.look();
-    return _plain.getCellValue(cellInfo);
-  }
-  [[nodiscard]] DOM::TimeZone const& getTimeZone() const override { return _plain.getTimeZone(); }
-  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
-    return _plain.getFormulasContextProvider();
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
   }
 
 private:
-  TestSupport::PlainValueContextProvider _plain;
   Peak& _peak;
 };
 

@@ -7,8 +7,7 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "DOM/Table.h"
 #include "support/Documents.h"
-#include "support/Journal.h"
-#include "support/RecordingContexts.h"
+#include "support/PlainHost.h"
 #include "support/Values.h"
 
 // Counts the allocations of the program, and makes them fail.
@@ -64,25 +63,6 @@ namespace {
 
 using namespace TestSupport;
 
-/// Hands over the cells' own values, and allocates nothing by itself.
-class PlainProvider : public ValueContextProvider {
-public:
-  explicit PlainProvider(Formulas::ContextProvider const& contextProvider)
-      : _contextProvider(contextProvider) {}
-  [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
-    return cellInfo.getCell() == nullptr ? FormulaValue() : cellInfo.getCell()->value;
-  }
-  [[nodiscard]] DOM::TimeZone const& getTimeZone() const override {
-    return _contextProvider.getTimeZone();
-  }
-  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
-    return _contextProvider;
-  }
-
-private:
-  Formulas::ContextProvider const& _contextProvider;
-};
-
 class AllocationTest : public testing::Test {
 protected:
   AllocationTest() {
@@ -106,10 +86,8 @@ protected:
 
   DOM::Table table;
   DOM::Styles styles;
-  Journal journal;
-  RecordingContextProvider contextProvider{table, journal};
   ConditionalFormattingPropsCalculator const calculator{
-      std::make_unique<PlainProvider>(contextProvider)};
+      std::make_unique<PlainValueContextProvider>(table)};
 };
 
 TEST_F(AllocationTest, TheCounterCounts) {

@@ -7,9 +7,8 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "DOM/Table.h"
+#include "support/CountingValueContextProvider.h"
 #include "support/Documents.h"
-#include "support/Journal.h"
-#include "support/RecordingContexts.h"
 #include "support/Threads.h"
 #include "support/Values.h"
 
@@ -20,28 +19,6 @@ namespace {
 using namespace TestSupport;
 
 constexpr unsigned long cellCount = 60;
-
-/// Hands over the cells' own values. Counts without synchronising, so as to hide no race.
-class CountingProvider : public ValueContextProvider {
-public:
-  CountingProvider(Formulas::ContextProvider const& contextProvider, std::atomic<int>& calls)
-      : _contextProvider(contextProvider), _calls(calls) {}
-
-  [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
-    _calls.fetch_add(1, std::memory_order_relaxed);
-    return cellInfo.getCell()->value;
-  }
-  [[nodiscard]] DOM::TimeZone const& getTimeZone() const override {
-    return _contextProvider.getTimeZone();
-  }
-  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
-    return _contextProvider;
-  }
-
-private:
-  Formulas::ContextProvider const& _contextProvider;
-  std::atomic<int>& _calls;
-};
 
 /// Numbers in one column, of which the upper ten, the lower half and the last are formatted.
 class CalculatorConcurrencyTest : public testing::TestWithParam<std::size_t> {
@@ -89,24 +66,22 @@ protected:
 
   DOM::Table table;
   DOM::Styles styles;
-  Journal journal;
-  RecordingContextProvider contextProvider{table, journal};
-  std::atomic<int> calls = 0;
+  std::atomic<std::size_t> reads = 0;
   ConditionalFormattingPropsCalculator const calculator{
-      std::make_unique<CountingProvider>(contextProvider, calls)};
+      std::make_unique<CountingValueContextProvider>(table, reads)};
 };
 
 TEST_P(CalculatorConcurrencyTest, ACellIsResolvedOnceHoweverManyThreadsAskForIt) {
   for (unsigned long row = 0; row < cellCount; ++row) {
     (void)resolve(row);
   }
-  int const callsOfOneRound = calls.exchange(0);
+  std::size_t const readsOfOneRound = reads.exchange(0);
   runOnThreads(GetParam(), [&](std::size_t) {
     for (unsigned long row = 0; row < cellCount; ++row) {
       EXPECT_EQ(sizeOf(getStyle(row)), expectedSizeAt(row)) << row;
     }
   });
-  EXPECT_EQ(calls, callsOfOneRound);
+  EXPECT_EQ(reads, readsOfOneRound);
 }
 
 TEST_P(CalculatorConcurrencyTest, ResolvingFromManyThreadsGivesTheSameStyles) {

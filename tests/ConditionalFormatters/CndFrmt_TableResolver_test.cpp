@@ -21,7 +21,9 @@
 #include "ConditionalFormatters/RandomTable.h"
 #include "Formulas/ParseExpr.h"
 #include "OfficeUtils/Clock.h"
+#include "support/CountingValueContextProvider.h"
 #include "support/Documents.h"
+#include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
 #include "support/Values.h"
 
@@ -271,34 +273,14 @@ TEST_F(TableResolverTest, AnExceptionOfTheVisitorEndsThePass) {
   }
 }
 
-/// Counts how often cells are read.
-template <class Count>
-class CountingProvider final : public ValueContextProvider {
-public:
-  CountingProvider(Table const& table, Count& count) : _plain(table), _count(count) {}
-
-  [[nodiscard]] FormulaValue getCellValue(CellInfo const& cellInfo) const override {
-    ++_count;
-    return _plain.getCellValue(cellInfo);
-  }
-  [[nodiscard]] TimeZone const& getTimeZone() const override { return _plain.getTimeZone(); }
-  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
-    return _plain.getFormulasContextProvider();
-  }
-
-private:
-  PlainValueContextProvider _plain;
-  Count& _count;
-};
-
 TEST_F(TableResolverTest, CollectsARangeOnceAndReadsEachCellOnceWhateverTheNumberOfFormats) {
   using Average = AboveAverageConditionalFormatType;
   for (auto const type : {Average::Above, Average::Below, Average::EqualOrAbove}) {
     addFormat(table, {column}, AboveAverageConditionalFormatOperator(type), makeUUID(1));
   }
-  std::size_t reads = 0;
+  std::atomic<std::size_t> reads = 0;
   ConditionalFormattingPropsCalculator const calculator(
-      std::make_unique<CountingProvider<std::size_t>>(table, reads));
+      std::make_unique<CountingValueContextProvider>(table, reads));
   auto const resolver = calculator.prepare(styles, table);
   EXPECT_EQ(reads, 0U) << "nothing is read before a cell needs it";
   static_cast<void>(visitAll(resolver, column, Positions::Existing, 1));
@@ -313,36 +295,30 @@ TEST_F(TableResolverTest, SeveralThreadsCollectTogetherAndStillReadEachCellOnce)
             makeUUID(1));
   std::atomic<std::size_t> reads = 0;
   ConditionalFormattingPropsCalculator const calculator(
-      std::make_unique<CountingProvider<std::atomic<std::size_t>>>(table, reads));
+      std::make_unique<CountingValueContextProvider>(table, reads));
   static_cast<void>(visitAll(calculator.prepare(styles, table), column, Positions::Existing, 3));
   EXPECT_EQ(reads, 3 * cellCount);
 }
 
 TEST_F(TableResolverTest, NothingIsCollectedForFormatsThatNoVisitedCellLiesIn) {
   addFormat(table, {{100, 0, cellCount, 1}}, UniquenessConditionalFormatOperator{}, makeUUID(1));
-  std::size_t reads = 0;
+  std::atomic<std::size_t> reads = 0;
   ConditionalFormattingPropsCalculator const calculator(
-      std::make_unique<CountingProvider<std::size_t>>(table, reads));
+      std::make_unique<CountingValueContextProvider>(table, reads));
   static_cast<void>(
       visitAll(calculator.prepare(styles, table), {0, 0, 100, 1}, Positions::Existing, 1));
   EXPECT_EQ(reads, 0U);
 }
 
 /// Has a value for every position, whether or not there is a cell.
-class EverywhereProvider final : public ValueContextProvider {
+class EverywhereProvider final : public ForwardingValueContextProvider {
 public:
-  explicit EverywhereProvider(Table const& table) : _plain(table) {}
+  explicit EverywhereProvider(Table const& table)
+      : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)) {}
 
   [[nodiscard]] FormulaValue getCellValue(CellInfo const& cellInfo) const override {
     return number(static_cast<double>(cellInfo.getRowIndex() % 3));
   }
-  [[nodiscard]] TimeZone const& getTimeZone() const override { return _plain.getTimeZone(); }
-  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
-    return _plain.getFormulasContextProvider();
-  }
-
-private:
-  PlainValueContextProvider _plain;
 };
 
 TEST_F(TableResolverTest, AValueWithoutACellIsJudgedByTheCellsThatExist) {

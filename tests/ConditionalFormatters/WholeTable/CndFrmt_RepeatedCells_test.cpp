@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <memory>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -11,6 +12,7 @@
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
 #include "ConditionalFormatters/CndFrmt_ValueCollectors.h"
 #include "ConditionalFormatters/Operators/CndFrmt_UniquenessOperator.h"
+#include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
 #include "support/Values.h"
 
@@ -142,23 +144,20 @@ TEST_F(ManyRepeatedCells, AreThoseOfWhichTheMultisetCountsSeveralOnAnyNumberOfTh
 }
 
 /// Throws for the cells from some row on.
-class ThrowingProvider final : public ValueContextProvider {
+class ThrowingProvider final : public ForwardingValueContextProvider {
 public:
-  ThrowingProvider(DOM::Table const& table, unsigned long row) : _plain(table), _row(row) {}
+  ThrowingProvider(DOM::Table const& table, unsigned long row)
+      : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)),
+        _row(row) {}
 
   [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
     if (cellInfo.getRowIndex() >= _row) {
       throw std::runtime_error(std::to_string(cellInfo.getRowIndex()));
     }
-    return _plain.getCellValue(cellInfo);
-  }
-  [[nodiscard]] DOM::TimeZone const& getTimeZone() const override { return _plain.getTimeZone(); }
-  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
-    return _plain.getFormulasContextProvider();
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
   }
 
 private:
-  PlainValueContextProvider _plain;
   unsigned long _row;
 };
 
