@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <exception>
+#include <optional>
 #include <utility>
 
 #include "ConditionalFormatters/WholeTable/CndFrmt_OrderedParallel.h"
@@ -194,6 +195,14 @@ TableResolver::~TableResolver() = default;
 DOM::SharedCellStylePtr TableResolver::resolve(DOM::CellInfo const& cellInfo) const {
   PinnedMoment const pinned(Clock::readCurrent());
   return CellResolver(*_parts, 1).resolve(cellInfo);
+}
+
+bool TableResolver::holds(std::size_t format, DOM::CellInfo const& cellInfo) const {
+  std::optional<PinnedMoment> pinned;
+  if (PinnedMoment::getCurrent() == nullptr) {
+    pinned.emplace(Clock::readCurrent());
+  }
+  return _parts->holds(format, cellInfo);
 }
 
 void TableResolver::visit(TableRange const& range, Positions positions, Visitor const& visitor,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -69,6 +70,16 @@ public:
 
   /// The style of one cell of the table.
   [[nodiscard]] DOM::SharedCellStylePtr resolve(DOM::CellInfo const& cellInfo) const;
+
+  /// Whether the condition of one format holds for a cell of the table by itself: wherever the
+  /// format's ranges lie, whatever its priority and whatever stops before it. The format is named
+  /// by its place, as for an Explainer; std::out_of_range is thrown where there is none.
+  ///
+  /// Answers, asserts and throws what the Operator does that OperatorsFactory creates for the
+  /// format; for a cell outside the format's ranges, that may be to stop the process. The moment is
+  /// the one that the calling thread has pinned, see OfficeUtils::PinnedMoment: so it can be the
+  /// same one for many cells. Where none is, each call has its own.
+  [[nodiscard]] bool holds(std::size_t format, DOM::CellInfo const& cellInfo) const;
 
   /// Calls the visitor for the cells of a range, row by row, each row from the left.
   ///

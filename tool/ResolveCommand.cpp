@@ -22,20 +22,21 @@ public:
         _report(report),
         _output(output),
         _progress(progress),
-        _provider(makeProvider(selection)),
-        _calculator(makeProvider(selection)) {}
+        _calculator(std::make_unique<Workbook::DocumentValueProvider>(
+            selection.getDocument(), selection.getOptions().localeName,
+            selection.getOptions().timeZone)) {}
 
   void resolveSheet(std::size_t index) {
     auto const& sheet = _selection.getDocument().getSheets()[index];
     auto const& formatRefs = _calculator.getConditionalFormatRefs(*sheet.table);
-    SheetConditions conditions(
-        *_provider, *sheet.table, rulesOf(index),
+    auto const styles = _calculator.prepare(_selection.getDocument().getStyles(), *sheet.table);
+    SheetConditions const conditions(
+        styles, formatRefs, rulesOf(index),
         [this](Workbook::Rule const& rule, DOM::CellInfo const& cell, char const* problem) {
           _progress.clear();
           _report.sayFailure(rule, cell.getCellIndex(), problem);
         });
-    auto const styles = _calculator.prepare(_selection.getDocument().getStyles(), *sheet.table);
-    SheetPass pass(*sheet.table, styles, formatRefs, conditions, _output, _progress);
+    SheetPass pass(*sheet.table, styles, conditions, _output, _progress);
 
     _output.beginSheet(sheet);
     auto const positions = positionsOf(formatRefs, index);
@@ -48,12 +49,6 @@ public:
   }
 
 private:
-  static std::unique_ptr<Workbook::DocumentValueProvider> makeProvider(Selection const& selection) {
-    auto const& options = selection.getOptions();
-    return std::make_unique<Workbook::DocumentValueProvider>(selection.getDocument(),
-                                                             options.localeName, options.timeZone);
-  }
-
   void resolveRanges(Workbook::Sheet const& sheet, std::vector<TableRange> const& ranges,
                      SheetPass::Positions positions, SheetPass& pass) {
     _progress.begin(sheet.name, std::accumulate(ranges.begin(), ranges.end(), std::uint64_t{0},
@@ -90,7 +85,6 @@ private:
   Report& _report;
   ResolveOutput& _output;
   ProgressBar& _progress;
-  std::unique_ptr<Workbook::DocumentValueProvider> _provider;
   ConditionalFormatters::ConditionalFormattingPropsCalculator _calculator;
 };
 

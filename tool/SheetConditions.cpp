@@ -4,29 +4,33 @@
 #include <utility>
 
 #include "ConditionalFormatters/CndFrmt_FormatWalk.h"
-#include "DOM/Table.h"
 
 namespace Zorv::Tool {
 
 namespace CF = ConditionalFormatters;
 
-SheetConditions::SheetConditions(CF::ValueContextProvider const& provider, DOM::Table const& table,
+SheetConditions::SheetConditions(CF::TableResolver const& resolver,
+                                 CF::ConditionalFormatRefs const& formatRefs,
                                  std::vector<Workbook::Rule const*> const& rules,
                                  OnFailure onFailure)
-    : _provider(provider), _factory(provider, table), _onFailure(std::move(onFailure)) {
+    : _resolver(resolver),
+      _formatRefs(formatRefs),
+      _rules(formatRefs.size()),
+      _onFailure(std::move(onFailure)) {
+  for (std::size_t place = 0; place < formatRefs.size(); ++place) {
+    _places[&formatRefs[place].second.get()] = place;
+  }
   for (auto const* rule : rules) {
-    if (rule->format) {
-      _conditions[rule->format].rule = rule;
+    if (rule->format != nullptr) {
+      _rules[_places.at(rule->format)] = rule;
     }
   }
 }
 
 std::optional<bool> SheetConditions::holds(Workbook::Rule const& rule,
-                                           DOM::CellInfo const& cellInfo) {
+                                           DOM::CellInfo const& cellInfo) const {
   try {
-    auto const ranges = DOM::convertToTableRanges(cellInfo.getTable(), rule.format->getRanges());
-    auto const& condition = obtainOperator({ranges, *rule.format});
-    return (*condition)(obtainValue(cellInfo));
+    return _resolver.holds(_places.at(rule.format), cellInfo);
   } catch (std::exception const& error) {
     _onFailure(rule, cellInfo, error.what());
     return std::nullopt;
@@ -34,39 +38,27 @@ std::optional<bool> SheetConditions::holds(Workbook::Rule const& rule,
 }
 
 std::optional<std::vector<Workbook::Rule const*>> SheetConditions::findDeciding(
-    CF::ConditionalFormatRefs const& formatRefs, DOM::CellInfo const& cellInfo) {
+    DOM::CellInfo const& cellInfo) const {
   std::vector<Workbook::Rule const*> deciding;
-  Workbook::Rule const* current = nullptr;
+  std::size_t place = 0;
+  auto const ask = [&](DOM::CellInfo const& asked) { return _resolver.holds(place, asked); };
   try {
     CF::walkFormats(
-        formatRefs, cellInfo,
-        [&](CF::ConditionalFormatRef const& formatRef) -> OperatorPtr const& {
-          current = &ruleOf(formatRef.second);
-          return obtainOperator(formatRef);
-        },
-        [&] { return obtainValue(cellInfo); },
+        _formatRefs, cellInfo,
         [&](CF::ConditionalFormatRef const& formatRef) {
-          deciding.push_back(current);
+          place = static_cast<std::size_t>(&formatRef - _formatRefs.data());
+          return &ask;
+        },
+        [&]() -> DOM::CellInfo const& { return cellInfo; },
+        [&](CF::ConditionalFormatRef const& formatRef) {
+          deciding.push_back(&ruleOf(place));
           return CF::stepAfter(formatRef.second);
         });
   } catch (std::exception const& error) {
-    _onFailure(*current, cellInfo, error.what());
+    _onFailure(ruleOf(place), cellInfo, error.what());
     return std::nullopt;
   }
   return deciding;
-}
-
-SheetConditions::OperatorPtr const& SheetConditions::obtainOperator(
-    CF::ConditionalFormatRef const& formatRef) {
-  auto& entry = _conditions.at(&formatRef.second.get());
-  if (!entry.condition) {
-    entry.condition = _factory.create(formatRef);
-  }
-  return entry.condition;
-}
-
-CF::FormulaValueData SheetConditions::obtainValue(DOM::CellInfo const& cellInfo) const {
-  return {_provider.getCellValue(cellInfo), cellInfo.getCellIndex()};
 }
 
 }  // namespace Zorv::Tool

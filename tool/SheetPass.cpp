@@ -42,7 +42,7 @@ void SheetPass::add(DOM::CellInfo const& cellInfo, DOM::SharedCellStylePtr const
   }
   std::vector<Workbook::Rule const*> deciding;
   for (std::uint32_t const format : formats) {
-    deciding.push_back(&_conditions.ruleOf(_formatRefs[format].second));
+    deciding.push_back(&_conditions.ruleOf(format));
   }
   _output.add({cellInfo, style, std::move(deciding)});
 }
@@ -56,7 +56,7 @@ void SheetPass::resolveRest(TableRange const& range, Positions positions,
       return;
     }
     moveTo(cellInfo.getRowIndex());
-    auto deciding = _conditions.findDeciding(_formatRefs, cellInfo);
+    auto deciding = _conditions.findDeciding(cellInfo);
     if (deciding && !deciding->empty()) {
       _output.add({cellInfo, _styles.resolve(cellInfo), std::move(*deciding)});
     }

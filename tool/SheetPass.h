@@ -20,11 +20,10 @@ public:
   using Positions = ConditionalFormatters::TableResolver::Positions;
 
   SheetPass(DOM::Table const& table, ConditionalFormatters::TableResolver const& styles,
-            ConditionalFormatters::ConditionalFormatRefs const& formatRefs,
-            SheetConditions& conditions, ResolveOutput& output, ProgressBar& progress) noexcept
+            SheetConditions const& conditions, ResolveOutput& output,
+            ProgressBar& progress) noexcept
       : _table(table),
         _styles(styles),
-        _formatRefs(formatRefs),
         _conditions(conditions),
         _output(output),
         _progress(progress) {}
@@ -42,8 +41,7 @@ private:
 
   DOM::Table const& _table;
   ConditionalFormatters::TableResolver const& _styles;
-  ConditionalFormatters::ConditionalFormatRefs const& _formatRefs;
-  SheetConditions& _conditions;
+  SheetConditions const& _conditions;
   ResolveOutput& _output;
   ProgressBar& _progress;
   std::uint64_t _rowsDone = 0;  ///< above `_row`, of all ranges

@@ -1,8 +1,13 @@
+#include <cstddef>
+#include <memory>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include <fmt/format.h>
 
+#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "OfficeUtils/PinnedMoment.h"
 #include "tool/Commands.h"
 #include "tool/PositionUnion.h"
 #include "tool/SheetConditions.h"
@@ -17,8 +22,8 @@ namespace {
 /// Other programs judge empty positions somewhat beyond the last cells, too.
 constexpr unsigned long margin = 10;
 
-void judge(Workbook::Rule const& rule, SheetConditions& conditions, Selection const& selection,
-           std::ostream& out, Report const& report) {
+void judge(Workbook::Rule const& rule, SheetConditions const& conditions,
+           Selection const& selection, std::ostream& out, Report const& report) {
   auto const& sheet = selection.getDocument().getSheets()[rule.sheet];
   auto const sheetName = toPrintable(sheet.name);
   auto const judgeCell = [&](DOM::CellInfo const& cellInfo) {
@@ -37,20 +42,36 @@ void judge(Workbook::Rule const& rule, SheetConditions& conditions, Selection co
   }
 }
 
+/// The rules of a sheet among those that are looked at, without those that are not resolved.
+std::vector<Workbook::Rule const*> findRules(Selection const& selection, std::size_t sheet) {
+  auto rules = selection.getRules();
+  std::erase_if(rules, [sheet](Workbook::Rule const* rule) {
+    return rule->sheet != sheet || rule->format == nullptr;
+  });
+  return rules;
+}
+
 }  // namespace
 
 ExitStatus runVerdicts(Selection const& selection, std::ostream& out, Report& report) {
+  auto const& document = selection.getDocument();
   auto const& options = selection.getOptions();
-  Workbook::DocumentValueProvider const provider(selection.getDocument(), options.localeName,
-                                                 options.timeZone);
+  ConditionalFormatters::ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<Workbook::DocumentValueProvider>(document, options.localeName,
+                                                        options.timeZone));
+  OfficeUtils::PinnedMoment const pinned(options.now);  // one for all verdicts
   out << "sheet\tcell\trule\tkind\tholds\n";
-  for (auto const* rule : selection.getRules()) {
-    if (rule->format) {
-      SheetConditions conditions(
-          provider, *selection.getDocument().getSheets()[rule->sheet].table, {rule},
-          [&](Workbook::Rule const& failed, DOM::CellInfo const& cell, char const* problem) {
-            report.sayFailure(failed, cell.getCellIndex(), problem);
-          });
+  // Rules are numbered sheet by sheet.
+  for (auto const index : selection.getSheets()) {
+    auto const& table = *document.getSheets()[index].table;
+    auto const rules = findRules(selection, index);
+    auto const resolver = calculator.prepare(document.getStyles(), table);
+    SheetConditions const conditions(
+        resolver, calculator.getConditionalFormatRefs(table), rules,
+        [&](Workbook::Rule const& failed, DOM::CellInfo const& cell, char const* problem) {
+          report.sayFailure(failed, cell.getCellIndex(), problem);
+        });
+    for (auto const* rule : rules) {
       judge(*rule, conditions, selection, out, report);
     }
   }

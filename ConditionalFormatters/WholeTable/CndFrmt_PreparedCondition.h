@@ -43,8 +43,8 @@ public:
     }
   }
 
-  /// What the format's Operator answers for a cell. Requires obtain(), and a session of the calling
-  /// thread.
+  /// What the format's Operator answers for a cell of the format's ranges, or for a position
+  /// without a cell anywhere. Requires obtain(), and a session of the calling thread.
   [[nodiscard]] virtual bool holdsFor(DOM::CellInfo const& cellInfo, FormulaValueData const& data,
                                       Formulas::EvaluationSession& session) const = 0;
 

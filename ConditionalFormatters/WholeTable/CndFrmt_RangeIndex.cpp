@@ -109,6 +109,14 @@ void RangeIndex::findFormats(std::size_t band, std::size_t slab, FormatNumbers& 
   sortWithoutRepeats(formats);
 }
 
+bool RangeIndex::holds(FormatNumber format, unsigned long row, unsigned long column) const {
+  namespace index = boost::geometry::index;
+  auto const isOfFormat = [format](Entry const& entry) { return entry.second == format; };
+  Field const field = makeField(bandOf(row), slabOf(column));
+  return _tree->entries.qbegin(index::intersects(field) && index::satisfies(isOfFormat)) !=
+         _tree->entries.qend();
+}
+
 FormatCursor::FormatCursor(RangeIndex const& index)
     : _index(index), _answers(index.getSlabCount()) {}
 

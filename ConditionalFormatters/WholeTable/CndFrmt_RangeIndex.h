@@ -39,6 +39,10 @@ public:
   /// number of ranges, and `n log n` in the number of those found.
   void findFormats(std::size_t band, std::size_t slab, FormatNumbers& formats) const;
 
+  /// Whether a range of the format holds a position. Logarithmic in the number of ranges, and
+  /// linear in the number of those that hold it.
+  [[nodiscard]] bool holds(FormatNumber format, unsigned long row, unsigned long column) const;
+
 private:
   // Defined with the code: the library behind it takes long to compile.
   struct Tree;

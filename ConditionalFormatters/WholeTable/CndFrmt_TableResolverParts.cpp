@@ -1,8 +1,23 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_TableResolverParts.h"
 
+#include <stdexcept>
+#include <string>
+
 #include "ConditionalFormatters/CndFrmt_FormatWalk.h"
 
 namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+[[noreturn]] void throwNoSuchFormat(std::size_t format, std::size_t count) {
+  std::string message = "there is no conditional format at place ";
+  message += std::to_string(format);
+  message += "; the table has ";
+  message += std::to_string(count);
+  throw std::out_of_range(message);
+}
+
+}  // namespace
 
 TableResolverParts::TableResolverParts(ValueContextProvider const& valueContextProvider,
                                        DOM::Table const& table,
@@ -18,6 +33,22 @@ TableResolverParts::TableResolverParts(ValueContextProvider const& valueContextP
   for (ConditionalFormatRef const& formatRef : formatRefs) {
     _conditions.push_back(prepareCondition(_sources, formatRef));
   }
+}
+
+bool TableResolverParts::holds(std::size_t format, DOM::CellInfo const& cellInfo) const {
+  if (format >= _conditions.size()) {
+    throwNoSuchFormat(format, _conditions.size());
+  }
+  PreparedCondition const& condition = *_conditions[format];
+  condition.obtain(1);
+  FormulaValueData const data{_sources.provider.getCellValue(cellInfo), cellInfo.getCellIndex()};
+  Formulas::EvaluationSession session(_lookups);
+  bool const isInRanges = _rangeIndex.holds(static_cast<FormatNumber>(format),
+                                            cellInfo.getRowIndex(), cellInfo.getColIndex());
+  // The value of a cell elsewhere was not collected, like one without a cell.
+  return condition.holdsFor(
+      isInRanges ? cellInfo : DOM::CellInfo(cellInfo.getTable(), data.cellIndex, nullptr), data,
+      session);
 }
 
 CellResolver::CellResolver(TableResolverParts const& parts, unsigned threadCount)

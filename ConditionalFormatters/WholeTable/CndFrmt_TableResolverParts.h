@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -24,6 +25,10 @@ public:
                      DOM::SharedObjectFactory const& sharedObjectFactory);
 
   [[nodiscard]] DOM::Table const& getTable() const noexcept { return _sources.table; }
+
+  /// Whether the condition of one format holds for a cell, wherever its ranges lie. Throws
+  /// std::out_of_range where there is no such format.
+  [[nodiscard]] bool holds(std::size_t format, DOM::CellInfo const& cellInfo) const;
 
 private:
   friend class CellResolver;

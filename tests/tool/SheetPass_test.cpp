@@ -13,6 +13,7 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "Formulas/ParseExpr.h"
 #include "Utils/Exceptions.h"
+#include "support/ForwardingValueContextProvider.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Tool {
@@ -22,24 +23,21 @@ using Positions = SheetPass::Positions;
 using Rows = std::vector<unsigned long>;
 
 /// Has no value for some rows.
-class FailingProvider final : public ConditionalFormatters::ValueContextProvider {
+class FailingProvider final : public TestSupport::ForwardingValueContextProvider {
 public:
   FailingProvider(Workbook::Document const& document, std::set<unsigned long> failingRows)
-      : _values(document, "en-US", DOM::TimeZone()), _failingRows(std::move(failingRows)) {}
+      : ForwardingValueContextProvider(
+            std::make_unique<Workbook::DocumentValueProvider>(document, "en-US", DOM::TimeZone())),
+        _failingRows(std::move(failingRows)) {}
 
   [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
     if (_failingRows.count(cellInfo.getRowIndex()) > 0) {
       throw BaseRuntimeError("no value");
     }
-    return _values.getCellValue(cellInfo);
-  }
-  [[nodiscard]] DOM::TimeZone const& getTimeZone() const override { return _values.getTimeZone(); }
-  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
-    return _values.getFormulasContextProvider();
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
   }
 
 private:
-  Workbook::DocumentValueProvider _values;
   std::set<unsigned long> _failingRows;
 };
 
@@ -86,20 +84,18 @@ protected:
 
   void resolve(std::set<unsigned long> const& failingRows) {
     auto const& table = *_document.getSheets().front().table;
-    FailingProvider const provider(_document, failingRows);
     ConditionalFormatters::ConditionalFormattingPropsCalculator const calculator(
         std::make_unique<FailingProvider>(_document, failingRows));
-    SheetConditions conditions(
-        provider, table, {&_rule},
+    auto const styles = calculator.prepare(_document.getStyles(), table);
+    SheetConditions const conditions(
+        styles, calculator.getConditionalFormatRefs(table), {&_rule},
         [this](Workbook::Rule const&, DOM::CellInfo const& cell, char const* problem) {
           EXPECT_STREQ(problem, "no value");
           _failures.push_back(cell.getRowIndex());
         });
-    auto const styles = calculator.prepare(_document.getStyles(), table);
     std::ostringstream terminal;
     ProgressBar progress(terminal, false);
-    SheetPass pass(table, styles, calculator.getConditionalFormatRefs(table), conditions, _output,
-                   progress);
+    SheetPass pass(table, styles, conditions, _output, progress);
     auto const [positions, threadCount] = GetParam();
     pass.resolve(range, positions, threadCount);
   }
