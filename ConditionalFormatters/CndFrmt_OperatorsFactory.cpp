@@ -42,11 +42,9 @@ CellIndex formulaBaseCell(std::vector<TableRange> const& ranges) {
 /// Makes the operator of each kind of record.
 class OperatorMaker : public boost::static_visitor<std::unique_ptr<Operator>> {
 public:
-  /// The numbers of the ranges are collected where `numbers` is null.
   OperatorMaker(OperatorsFactory const& factory, ValueContextProvider const& provider,
-                DOM::Table const& table, std::vector<TableRange> const& ranges,
-                std::vector<FloatNumber>* numbers) noexcept
-      : _factory(factory), _provider(provider), _table(table), _ranges(ranges), _numbers(numbers) {}
+                DOM::Table const& table, std::vector<TableRange> const& ranges) noexcept
+      : _factory(factory), _provider(provider), _table(table), _ranges(ranges) {}
 
   result_type operator()(DOM::NullaryConditionalFormatOperator const& record) const {
     DOM::TimeZone const& timeZone = _provider.getTimeZone();
@@ -63,10 +61,10 @@ public:
     return makeWithFormulas<TextOperator>(record);
   }
   result_type operator()(DOM::TopBottomConditionalFormatOperator const& record) const {
-    return std::make_unique<TopBottomOperator>(record, obtainNumbers());
+    return std::make_unique<TopBottomOperator>(record, collectNumbers());
   }
   result_type operator()(DOM::AboveAverageConditionalFormatOperator const& record) const {
-    return std::make_unique<AboveAverageOperator>(record, obtainNumbers());
+    return std::make_unique<AboveAverageOperator>(record, collectNumbers());
   }
   result_type operator()(DOM::UniquenessConditionalFormatOperator const& record) const {
     return std::make_unique<UniquenessOperator>(
@@ -81,10 +79,7 @@ private:
                                              baseCell);
   }
 
-  [[nodiscard]] std::vector<FloatNumber> obtainNumbers() const {
-    if (_numbers != nullptr) {
-      return std::move(*_numbers);
-    }
+  [[nodiscard]] std::vector<FloatNumber> collectNumbers() const {
     return _factory.collectValuesFromRange<std::vector<FloatNumber>>(_ranges, pushNumber);
   }
 
@@ -92,7 +87,6 @@ private:
   ValueContextProvider const& _provider;
   DOM::Table const& _table;
   std::vector<TableRange> const& _ranges;
-  std::vector<FloatNumber>* _numbers;
 };
 
 }  // namespace
@@ -103,14 +97,7 @@ OperatorsFactory::OperatorsFactory(ValueContextProvider const& valueContextProvi
 
 std::unique_ptr<Operator> OperatorsFactory::create(ConditionalFormatRef const& formatRef) const {
   auto const& [ranges, format] = formatRef;
-  OperatorMaker const maker(*this, _valueContextProvider, _table, ranges, nullptr);
-  return boost::apply_visitor(maker, format.get().getOperator());
-}
-
-std::unique_ptr<Operator> OperatorsFactory::createFromNumbers(
-    ConditionalFormatRef const& formatRef, std::vector<FloatNumber> numbers) const {
-  auto const& [ranges, format] = formatRef;
-  OperatorMaker const maker(*this, _valueContextProvider, _table, ranges, &numbers);
+  OperatorMaker const maker(*this, _valueContextProvider, _table, ranges);
   return boost::apply_visitor(maker, format.get().getOperator());
 }
 

@@ -9,7 +9,6 @@
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
 #include "DOM/Table.h"
-#include "Utils/FloatNumber.h"
 #include "Utils/TableRange.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -44,13 +43,6 @@ public:
                                                  Collector const& collector) const;
 
 private:
-  friend class NumbersCondition;
-
-  /// create() for a top/bottom or average condition whose numbers were collected already, as
-  /// collectValuesFromRange() collects them; the provider is not asked for values.
-  [[nodiscard, gnu::visibility("hidden")]] std::unique_ptr<Operator> createFromNumbers(
-      ConditionalFormatRef const& formatRef, std::vector<FloatNumber> numbers) const;
-
   ValueContextProvider const& _valueContextProvider;
   DOM::Table const& _table;
 };

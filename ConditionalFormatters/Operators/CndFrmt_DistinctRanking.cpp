@@ -34,8 +34,9 @@ public:
     *place = value;
   }
 
-  [[nodiscard]] bool empty() const noexcept { return _size == 0; }
-  [[nodiscard]] FloatNumber last() const noexcept { return _best[_size - 1]; }
+  [[nodiscard]] std::vector<FloatNumber> get() const {
+    return {_best.begin(), _best.begin() + static_cast<std::ptrdiff_t>(_size)};
+  }
 
 private:
   std::array<FloatNumber, largestSelectedRank> _best;
@@ -44,14 +45,18 @@ private:
 };
 
 template <class IsBetter>
-FloatNumber selectBest(std::vector<FloatNumber> const& values, std::size_t rank) noexcept {
-  BestDistinct<IsBetter> best(rank);
+std::vector<FloatNumber> selectBy(std::vector<FloatNumber> const& values, std::size_t count) {
+  BestDistinct<IsBetter> best(count);
   for (auto const value : values) {
     if (isNumber(value)) {
       best.add(value);
     }
   }
-  return best.empty() ? values.front() : best.last();
+  auto selected = best.get();
+  if (selected.empty() && !values.empty()) {
+    selected.push_back(values.front());
+  }
+  return selected;
 }
 
 }  // namespace
@@ -75,10 +80,10 @@ void rankDistinct(std::vector<FloatNumber>& values, RankingOrder order) {
   values.erase(std::unique(begin, end), values.end());
 }
 
-FloatNumber selectRanked(std::vector<FloatNumber> const& values, RankingOrder order,
-                         std::size_t rank) noexcept {
-  return order == RankingOrder::LargestFirst ? selectBest<std::greater<>>(values, rank)
-                                             : selectBest<std::less<>>(values, rank);
+std::vector<FloatNumber> selectBest(std::vector<FloatNumber> const& values, RankingOrder order,
+                                    std::size_t count) {
+  return order == RankingOrder::LargestFirst ? selectBy<std::greater<>>(values, count)
+                                             : selectBy<std::less<>>(values, count);
 }
 
 }  // namespace Zorv::ConditionalFormatters

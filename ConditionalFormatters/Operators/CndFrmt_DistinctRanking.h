@@ -15,17 +15,18 @@ namespace Zorv::ConditionalFormatters {
 
 enum class RankingOrder : bool { LargestFirst, SmallestFirst };
 
-/// Up to this rank, selectRanked() beats rankDistinct().
+/// Up to this rank, selectBest() beats rankDistinct().
 inline constexpr std::size_t largestSelectedRank = 64;
 
 /// Sorts numbers into their ranking and leaves each distinct one once. In place, n log n.
 void rankDistinct(std::vector<FloatNumber>& values, RankingOrder order);
 
-/// The number of rank `rank`, counted from 1, or the last in the ranking when that is shorter: what
-/// rankDistinct() would put there, found in one pass and without sorting.
+/// The first `count` numbers of the ranking, or all when it is shorter: what rankDistinct() would
+/// put there, found in one pass and without sorting. What is best among the best of several parts
+/// is best among all.
 ///
-/// Requires `0 < rank <= largestSelectedRank` and at least one value.
-[[nodiscard]] FloatNumber selectRanked(std::vector<FloatNumber> const& values, RankingOrder order,
-                                       std::size_t rank) noexcept;
+/// Requires `0 < count <= largestSelectedRank`.
+[[nodiscard]] std::vector<FloatNumber> selectBest(std::vector<FloatNumber> const& values,
+                                                  RankingOrder order, std::size_t count);
 
 }  // namespace Zorv::ConditionalFormatters

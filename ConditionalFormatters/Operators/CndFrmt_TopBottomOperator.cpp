@@ -1,18 +1,19 @@
 #include "ConditionalFormatters/Operators/CndFrmt_TopBottomOperator.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <cstdint>
+#include <utility>
 
 #include "ConditionalFormatters/Operators/CndFrmt_DistinctRanking.h"
 #include "ConditionalFormatters/Operators/CndFrmt_NeverHolds.h"
+#include "ConditionalFormatters/Operators/CndFrmt_TopBottomRank.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "FormulaModel/FormulaValueAccess.h"
-#include "Utils/NumCast.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
+
+using Compare = bool (*)(FloatNumber const& cellNumber, FloatNumber const& threshold);
 
 // Negations, so that the threshold itself is inside.
 
@@ -24,51 +25,39 @@ bool isAmongBottom(FloatNumber const& cellNumber, FloatNumber const& threshold) 
   return !(cellNumber > threshold);
 }
 
-std::uint64_t countRanks(DOM::TopBottomConditionalFormatOperator const& record,
-                         std::size_t distinctCount) noexcept {
-  std::uint64_t const value = record.getValue();
-  return record.getUsePercent() ? value * distinctCount / 100 : value;
-}
-
-bool canSelect(DOM::TopBottomConditionalFormatOperator const& record) noexcept {
-  return !record.getUsePercent() && record.getValue() != 0 &&
-         record.getValue() <= largestSelectedRank;
-}
-
-// The last number that is inside, or nothing when none is. Requires at least one number.
-boost::optional<FloatNumber> findThreshold(DOM::TopBottomConditionalFormatOperator const& record,
-                                           std::vector<FloatNumber>& values, RankingOrder order) {
-  if (canSelect(record)) {
-    return selectRanked(values, order, record.getValue());
+Compare chooseComparison(DOM::TopBottomConditionalFormatType type) noexcept {
+  switch (type) {
+    case DOM::TopBottomConditionalFormatType::Top:
+      return isAmongTop;
+    case DOM::TopBottomConditionalFormatType::Bottom:
+      return isAmongBottom;
   }
-  rankDistinct(values, order);
-  auto const count = countRanks(record, values.size());
-  auto const rank = numCast<unsigned long, double>(static_cast<double>(count));
-  if (rank == 0) {
+  return neverHolds;
+}
+
+boost::optional<FloatNumber> findThreshold(DOM::TopBottomConditionalFormatOperator const& record,
+                                           std::vector<FloatNumber> values) {
+  if (values.empty()) {
     return boost::none;
   }
-  return values[std::min(rank, values.size()) - 1];
+  RankingOrder const order = rankingOrderOf(record.getType());
+  if (auto const rank = selectableRank(record)) {
+    return selectBest(values, order, *rank).back();
+  }
+  rankDistinct(values, order);
+  std::size_t const rank = thresholdRank(record, values.size());
+  return rank == 0 ? boost::none : boost::make_optional(values[rank - 1]);
 }
 
 }  // namespace
 
 TopBottomOperator::TopBottomOperator(DOM::TopBottomConditionalFormatOperator const& record,
                                      std::vector<FloatNumber> values)
-    : _compare(neverHolds) {
-  if (values.empty()) {
-    return;
-  }
-  switch (record.getType()) {
-    case DOM::TopBottomConditionalFormatType::Top:
-      _compare = isAmongTop;
-      _threshold = findThreshold(record, values, RankingOrder::LargestFirst);
-      break;
-    case DOM::TopBottomConditionalFormatType::Bottom:
-      _compare = isAmongBottom;
-      _threshold = findThreshold(record, values, RankingOrder::SmallestFirst);
-      break;
-  }
-}
+    : TopBottomOperator(record, findThreshold(record, std::move(values))) {}
+
+TopBottomOperator::TopBottomOperator(DOM::TopBottomConditionalFormatOperator const& record,
+                                     boost::optional<FloatNumber> threshold) noexcept
+    : _threshold(threshold), _compare(chooseComparison(record.getType())) {}
 
 bool TopBottomOperator::operator()(FormulaValueData const& data) const {
   auto const number = FormulaModel::asFormulaNumberOpt(data.value);

@@ -7,6 +7,7 @@
 #include "ConditionalFormatters/Operators/CndFrmt_TextOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_UnaryOperator.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_FormulaCondition.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_NumbersConditions.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_UniquenessCondition.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_ValueCondition.h"
 #include "DOM/ConditionalFormat.h"
@@ -36,10 +37,10 @@ public:
     return std::make_unique<FormulaCondition<TextOperator>>(_sources, _formatRef);
   }
   ConditionPtr operator()(DOM::TopBottomConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<NumbersCondition>(_sources, _formatRef);
+    return std::make_unique<TopBottomCondition>(_sources, _formatRef);
   }
   ConditionPtr operator()(DOM::AboveAverageConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<NumbersCondition>(_sources, _formatRef);
+    return std::make_unique<AverageCondition>(_sources, _formatRef);
   }
   ConditionPtr operator()(DOM::UniquenessConditionalFormatOperator const& record) const {
     return std::make_unique<UniquenessCondition>(_sources, _formatRef, record.type);

@@ -1,12 +1,10 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_RepeatedCells.h"
 
-#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <numeric>
 #include <span>
 #include <string>
 #include <utility>
@@ -17,6 +15,7 @@
 #include <boost/variant/get.hpp>
 #include <boost/variant/static_visitor.hpp>
 
+#include "ConditionalFormatters/WholeTable/CndFrmt_Pieces.h"
 #include "FormulaModel/FormulaValue.h"
 #include "FormulaModel/FormulaValueAccess.h"
 
@@ -72,48 +71,6 @@ bool isComparable(FormulaValue const& value) noexcept {
   return number == nullptr ? !FormulaModel::isFormulaEmpty(value)
                            : !std::isnan(number->value.get());
 }
-
-/// Into how many pieces, as a power of two, the values of a table are sorted by their keys, so that
-/// one piece fits a processor's cache.
-unsigned choosePieceBits(DOM::Table const& table) noexcept {
-  constexpr std::size_t cellsInPiece = 16'384;
-  constexpr int mostBits = 8;
-  return static_cast<unsigned>(
-      std::min(mostBits, static_cast<int>(std::bit_width(table.getCellCount() / cellsInPiece))));
-}
-
-std::size_t pieceOf(std::uint64_t key, unsigned pieceBits) noexcept {
-  // Numbers near to each other differ in a few middle bits, which the multiplication carries up.
-  constexpr std::uint64_t goldenRatio = 0x9E37'79B9'7F4A'7C15;
-  return pieceBits == 0 ? 0 : ((key ^ key >> 32U) * goldenRatio) >> (64U - pieceBits);
-}
-
-/// Entries in the order of the pieces that their keys fall into.
-template <class AnyEntry>
-class Pieces {
-public:
-  Pieces() = default;
-  Pieces(std::vector<AnyEntry> const& entries, unsigned pieceBits)
-      : _entries(entries.size()), _ends(std::size_t{1} << pieceBits) {
-    for (AnyEntry const& entry : entries) {
-      ++_ends[pieceOf(entry.key, pieceBits)];
-    }
-    // Until its entries are in place, the end of a piece is where the next of them goes.
-    std::exclusive_scan(_ends.begin(), _ends.end(), _ends.begin(), std::uint32_t{0});
-    for (AnyEntry const& entry : entries) {
-      _entries[_ends[pieceOf(entry.key, pieceBits)]++] = entry;
-    }
-  }
-
-  [[nodiscard]] std::span<AnyEntry const> at(std::size_t piece) const noexcept {
-    std::uint32_t const begin = piece == 0 ? 0 : _ends[piece - 1];
-    return std::span(_entries).subspan(begin, _ends[piece] - begin);
-  }
-
-private:
-  std::vector<AnyEntry> _entries;
-  std::vector<std::uint32_t> _ends;
-};
 
 /// The values of one band, with its cells numbered as they were visited.
 struct Band {

@@ -23,13 +23,4 @@ protected:
   mutable std::unique_ptr<Operator const> _operator;
 };
 
-/// One that knows the numbers of its ranges, which several threads collect.
-class NumbersCondition final : public ValueCondition {
-public:
-  using ValueCondition::ValueCondition;
-
-protected:
-  void make(unsigned threadCount) const override;
-};
-
 }  // namespace Zorv::ConditionalFormatters
