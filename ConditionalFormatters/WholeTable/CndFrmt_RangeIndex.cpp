@@ -36,19 +36,18 @@ std::pair<unsigned long, unsigned long> between(std::vector<unsigned long> const
           number < borders.size() ? borders[number] : std::numeric_limits<unsigned long>::max()};
 }
 
-// Band and slab numbers as coordinates: small whole numbers, which doubles hold exactly.
-using Field = boost::geometry::model::point<double, 2, boost::geometry::cs::cartesian>;
-using Fields = boost::geometry::model::box<Field>;
-using Entry = std::pair<Fields, FormatNumber>;
+// Rows and columns as coordinates: doubles hold every one that a sheet has.
+using Position = boost::geometry::model::point<double, 2, boost::geometry::cs::cartesian>;
+using Positions = boost::geometry::model::box<Position>;
+using Entry = std::pair<Positions, FormatNumber>;
 
-Field makeField(std::size_t band, std::size_t slab) {
-  return {static_cast<double>(band), static_cast<double>(slab)};
+Position makePosition(unsigned long row, unsigned long column) {
+  return {static_cast<double>(row), static_cast<double>(column)};
 }
 
-/// The bands and slabs of a range. Its last ones lie before the borders at which it has ended.
-Fields fieldsOf(RangeIndex const& index, TableRange const& range) {
-  return {makeField(index.bandOf(range.firstRow), index.slabOf(range.firstColumn)),
-          makeField(index.bandOf(range.endRow) - 1, index.slabOf(range.endColumn) - 1)};
+Positions positionsOf(TableRange const& range) {
+  return {makePosition(range.firstRow, range.firstColumn),
+          makePosition(range.endRow - 1, range.endColumn - 1)};
 }
 
 }  // namespace
@@ -62,25 +61,18 @@ struct RangeIndex::Tree {
 RangeIndex::~RangeIndex() = default;
 
 RangeIndex::RangeIndex(ConditionalFormatRefs const& formatRefs) {
-  for (auto const& [ranges, format] : formatRefs) {
-    for (TableRange const& range : ranges) {
+  std::vector<Entry> entries;
+  for (FormatNumber number = 0; number < formatRefs.size(); ++number) {
+    for (TableRange const& range : formatRefs[number].first) {
       if (!isEmpty(range)) {
         _rowBorders.insert(_rowBorders.end(), {range.firstRow, range.endRow});
         _columnBorders.insert(_columnBorders.end(), {range.firstColumn, range.endColumn});
+        entries.emplace_back(positionsOf(range), number);
       }
     }
   }
   sortWithoutRepeats(_rowBorders);
   sortWithoutRepeats(_columnBorders);
-
-  std::vector<Entry> entries;
-  for (FormatNumber number = 0; number < formatRefs.size(); ++number) {
-    for (TableRange const& range : formatRefs[number].first) {
-      if (!isEmpty(range)) {
-        entries.emplace_back(fieldsOf(*this, range), number);
-      }
-    }
-  }
   // Given all entries at once, the tree packs them.
   _tree = std::make_unique<Tree const>(entries);
 }
@@ -103,7 +95,8 @@ std::pair<unsigned long, unsigned long> RangeIndex::columnsOf(std::size_t slab) 
 
 void RangeIndex::findFormats(std::size_t band, std::size_t slab, FormatNumbers& formats) const {
   formats.clear();
-  _tree->entries.query(boost::geometry::index::intersects(makeField(band, slab)),
+  auto const position = makePosition(rowsOf(band).first, columnsOf(slab).first);
+  _tree->entries.query(boost::geometry::index::intersects(position),
                        boost::make_function_output_iterator(
                            [&formats](Entry const& entry) { formats.push_back(entry.second); }));
   sortWithoutRepeats(formats);
@@ -112,8 +105,8 @@ void RangeIndex::findFormats(std::size_t band, std::size_t slab, FormatNumbers& 
 bool RangeIndex::holds(FormatNumber format, unsigned long row, unsigned long column) const {
   namespace index = boost::geometry::index;
   auto const isOfFormat = [format](Entry const& entry) { return entry.second == format; };
-  Field const field = makeField(bandOf(row), slabOf(column));
-  return _tree->entries.qbegin(index::intersects(field) && index::satisfies(isOfFormat)) !=
+  Position const position = makePosition(row, column);
+  return _tree->entries.qbegin(index::intersects(position) && index::satisfies(isOfFormat)) !=
          _tree->entries.qend();
 }
 
