@@ -136,7 +136,7 @@ public:
   [[nodiscard]] std::vector<OpenStyleRun> finish() { return _runs.finish(); }
 
 private:
-  StyleRunBuilder _runs;
+  BandRunsBuilder _runs;
 };
 
 /// Walks a band's cells again beside their styles, which is cheaper than handing each cell from one
@@ -231,18 +231,12 @@ void TableResolver::explain(TableRange const& range, Positions positions,
 
 std::vector<StyleRun> TableResolver::resolveRuns(TableRange const& range, Positions positions,
                                                  unsigned threadCount) const {
-  StyleRunBuilder runs;
+  TableRunsBuilder runs;
   resolveInBands<CollectRuns>(*_parts, range, positions, threadCount,
                               [&](TableRange const& band, std::vector<OpenStyleRun> const& ofBand) {
-                                runs.addRuns(band, ofBand);
+                                runs.addBand(band, ofBand);
                               });
-  std::vector<OpenStyleRun> const joined = runs.finish();
-  std::vector<StyleRun> result;
-  result.reserve(joined.size());
-  for (OpenStyleRun const& run : joined) {
-    result.push_back({run.range, *run.style});
-  }
-  return result;
+  return runs.finish();
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -4,7 +4,48 @@
 
 namespace Zorv::ConditionalFormatters {
 
-void StyleRunBuilder::addCell(unsigned long row, unsigned long column,
+namespace {
+
+DOM::SharedCellStylePtr const& styleOf(OpenStyleRun const& run) noexcept { return *run.style; }
+DOM::SharedCellStylePtr const& styleOf(StyleRun const& run) noexcept { return run.style; }
+
+void append(std::vector<OpenStyleRun>& runs, OpenStyleRun const& run) { runs.push_back(run); }
+void append(std::vector<StyleRun>& runs, OpenStyleRun const& run) {
+  runs.push_back({run.range, *run.style});
+}
+
+}  // namespace
+
+template <class Run>
+void StyleRunJoiner<Run>::join(OpenStyleRun const& run) {
+  auto const [lowest, isNew] = _lowestRuns.emplace(run.range.firstColumn, _runs.size());
+  if (!isNew) {
+    Run& above = _runs[lowest->second];
+    if (above.range.endRow == run.range.firstRow && above.range.endColumn == run.range.endColumn &&
+        styleOf(above) == *run.style) {
+      above.range.endRow = run.range.endRow;
+      return;
+    }
+    lowest->second = _runs.size();
+  }
+  append(run);
+}
+
+template <class Run>
+void StyleRunJoiner<Run>::append(OpenStyleRun const& run) {
+  ConditionalFormatters::append(_runs, run);
+}
+
+template <class Run>
+std::vector<Run> StyleRunJoiner<Run>::finish() {
+  _lowestRuns.clear();
+  return std::exchange(_runs, {});
+}
+
+template class StyleRunJoiner<OpenStyleRun>;
+template class StyleRunJoiner<StyleRun>;
+
+void BandRunsBuilder::addCell(unsigned long row, unsigned long column,
                               DOM::SharedCellStylePtr const& style) {
   if (_unfinished && _unfinished->range.firstRow == row && _unfinished->range.endColumn == column &&
       *_unfinished->style == style) {
@@ -17,43 +58,27 @@ void StyleRunBuilder::addCell(unsigned long row, unsigned long column,
   }
 }
 
-void StyleRunBuilder::addRuns(TableRange const& band, std::vector<OpenStyleRun> const& runs) {
+std::vector<OpenStyleRun> BandRunsBuilder::finish() {
   endRun();
-  for (OpenStyleRun const& run : runs) {
-    // Inside the band all runs are joined; others can only go on above it or below.
-    if (run.range.firstRow == band.firstRow || run.range.endRow == band.endRow) {
-      join(run);
-    } else {
-      _runs.push_back(run);
-    }
-  }
+  return _joiner.finish();
 }
 
-std::vector<OpenStyleRun> StyleRunBuilder::finish() {
-  endRun();
-  _lowestRuns.clear();
-  return std::exchange(_runs, {});
-}
-
-void StyleRunBuilder::endRun() {
+void BandRunsBuilder::endRun() {
   if (_unfinished) {
-    join(*_unfinished);
+    _joiner.join(*_unfinished);
     _unfinished = boost::none;
   }
 }
 
-void StyleRunBuilder::join(OpenStyleRun const& run) {
-  auto const [lowest, isNew] = _lowestRuns.emplace(run.range.firstColumn, _runs.size());
-  if (!isNew) {
-    OpenStyleRun& above = _runs[lowest->second];
-    if (above.range.endRow == run.range.firstRow && above.range.endColumn == run.range.endColumn &&
-        *above.style == *run.style) {
-      above.range.endRow = run.range.endRow;
-      return;
+void TableRunsBuilder::addBand(TableRange const& band, std::vector<OpenStyleRun> const& runs) {
+  for (OpenStyleRun const& run : runs) {
+    // Inside the band all runs are joined; others can only go on above it or below.
+    if (run.range.firstRow == band.firstRow || run.range.endRow == band.endRow) {
+      _joiner.join(run);
+    } else {
+      _joiner.append(run);
     }
-    lowest->second = _runs.size();
   }
-  _runs.push_back(run);
 }
 
 }  // namespace Zorv::ConditionalFormatters
