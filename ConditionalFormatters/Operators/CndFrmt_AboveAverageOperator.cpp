@@ -58,8 +58,7 @@ AboveAverageOperator::AboveAverageOperator(DOM::AboveAverageConditionalFormatOpe
 
 AboveAverageOperator::AboveAverageOperator(DOM::AboveAverageConditionalFormatOperator const& record,
                                            FloatNumber sum, std::size_t count) noexcept
-    : _average(sum / FloatNumber(static_cast<double>(count))),
-      _compare(chooseComparison(record)) {}
+    : _average(sum / FloatNumber(static_cast<double>(count))), _compare(chooseComparison(record)) {}
 
 bool AboveAverageOperator::operator()(FormulaValueData const& data) const {
   auto const number = FormulaModel::asFormulaNumberOpt(data.value);

@@ -73,8 +73,8 @@ boost::optional<FloatNumber> selectThreshold(CollectedRanges const& from, Rankin
   return best.empty() ? boost::none : boost::make_optional(best.back());
 }
 
-boost::optional<FloatNumber> rankThreshold(
-    CollectedRanges const& from, DOM::TopBottomConditionalFormatOperator const& record) {
+boost::optional<FloatNumber> rankThreshold(CollectedRanges const& from,
+                                           DOM::TopBottomConditionalFormatOperator const& record) {
   DistinctNumbers const numbers(from);
   std::size_t const rank = thresholdRank(record, numbers.count());
   return rank == 0 ? boost::none
@@ -84,15 +84,15 @@ boost::optional<FloatNumber> rankThreshold(
 }  // namespace
 
 void AverageCondition::make(unsigned threadCount) const {
-  auto const& record = boost::get<DOM::AboveAverageConditionalFormatOperator>(
-      _formatRef.second.get().getOperator());
+  auto const& record =
+      boost::get<DOM::AboveAverageConditionalFormatOperator>(_formatRef.second.get().getOperator());
   Sum const sum = sumUp({_sources.provider, _sources.table, _formatRef.first, threadCount});
   _operator = std::make_unique<AboveAverageOperator>(record, sum.value, sum.count);
 }
 
 void TopBottomCondition::make(unsigned threadCount) const {
-  auto const& record = boost::get<DOM::TopBottomConditionalFormatOperator>(
-      _formatRef.second.get().getOperator());
+  auto const& record =
+      boost::get<DOM::TopBottomConditionalFormatOperator>(_formatRef.second.get().getOperator());
   CollectedRanges const from{_sources.provider, _sources.table, _formatRef.first, threadCount};
   auto const rank = selectableRank(record);
   auto const threshold = rank ? selectThreshold(from, rankingOrderOf(record.getType()), *rank)

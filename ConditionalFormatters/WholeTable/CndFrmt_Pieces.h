@@ -27,8 +27,8 @@ inline std::size_t pieceOf(std::uint64_t key, unsigned pieceBits) noexcept {
   return pieceBits == 0 ? 0 : ((key ^ key >> 32U) * goldenRatio) >> (64U - pieceBits);
 }
 
-/// Entries, each with a `key`, in the order of the pieces that their keys fall into: equal keys fall
-/// into one piece, and about as many entries into each.
+/// Entries, each with a `key`, in the order of the pieces that their keys fall into: equal keys
+/// fall into one piece, and about as many entries into each.
 template <class Entry>
 class Pieces {
 public:
