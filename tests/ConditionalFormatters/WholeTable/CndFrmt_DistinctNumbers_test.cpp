@@ -51,10 +51,9 @@ std::vector<double> rankAll(DistinctNumbers const& numbers, RankingOrder order) 
 }
 
 TEST(DistinctNumbers, AreRankedFromEitherEnd) {
-  DistinctNumbers const numbers =
-      Column({number(-1), number(3), number(0.5), number(3), number(-infinity), number(infinity),
-              number(-2)})
-          .find(1);
+  DistinctNumbers const numbers = Column({number(-1), number(3), number(0.5), number(3),
+                                          number(-infinity), number(infinity), number(-2)})
+                                      .find(1);
   EXPECT_EQ(rankAll(numbers, RankingOrder::LargestFirst),
             (std::vector<double>{infinity, 3, 0.5, -1, -2, -infinity}));
   EXPECT_EQ(rankAll(numbers, RankingOrder::SmallestFirst),
