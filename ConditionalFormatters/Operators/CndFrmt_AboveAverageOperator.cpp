@@ -31,12 +31,9 @@ bool isEqualOrBelow(FloatNumber const& cellNumber, FloatNumber const& average) {
   return !(cellNumber > average);
 }
 
-Compare chooseComparison(DOM::AboveAverageConditionalFormatOperator const& record) noexcept {
+Compare chooseComparison(DOM::AboveAverageConditionalFormatType type) noexcept {
   using Type = DOM::AboveAverageConditionalFormatType;
-  if (record.getStdDev()) {
-    return neverHolds;
-  }
-  switch (record.getType()) {
+  switch (type) {
     case Type::Above:
       return isAbove;
     case Type::EqualOrAbove:
@@ -53,12 +50,14 @@ Compare chooseComparison(DOM::AboveAverageConditionalFormatOperator const& recor
 
 AboveAverageOperator::AboveAverageOperator(DOM::AboveAverageConditionalFormatOperator const& record,
                                            std::vector<FloatNumber> values)
-    : AboveAverageOperator(record, std::accumulate(values.begin(), values.end(), FloatNumber(0.0)),
-                           values.size()) {}
-
-AboveAverageOperator::AboveAverageOperator(DOM::AboveAverageConditionalFormatOperator const& record,
-                                           FloatNumber sum, std::size_t count) noexcept
-    : _average(sum / FloatNumber(static_cast<double>(count))), _compare(chooseComparison(record)) {}
+    : _average(0.0), _compare(chooseComparison(record.getType())) {
+  if (record.getStdDev()) {
+    _compare = neverHolds;
+    return;
+  }
+  auto const sum = std::accumulate(values.begin(), values.end(), FloatNumber(0.0));
+  _average = sum / FloatNumber(static_cast<double>(values.size()));
+}
 
 bool AboveAverageOperator::operator()(FormulaValueData const& data) const {
   auto const number = FormulaModel::asFormulaNumberOpt(data.value);

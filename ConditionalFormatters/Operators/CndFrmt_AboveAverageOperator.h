@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_Export.h"
@@ -28,10 +27,6 @@ public:
   /// A record of an unknown kind gives a condition that never holds.
   AboveAverageOperator(DOM::AboveAverageConditionalFormatOperator const& record,
                        std::vector<FloatNumber> values);
-
-  /// The same where the sum of the numbers, and how many they are, is known.
-  AboveAverageOperator(DOM::AboveAverageConditionalFormatOperator const& record, FloatNumber sum,
-                       std::size_t count) noexcept;
 
   /// Never throws, and never reads the cell's index.
   [[nodiscard]] bool operator()(FormulaValueData const& data) const override;

@@ -53,11 +53,8 @@ boost::optional<FloatNumber> findThreshold(DOM::TopBottomConditionalFormatOperat
 
 TopBottomOperator::TopBottomOperator(DOM::TopBottomConditionalFormatOperator const& record,
                                      std::vector<FloatNumber> values)
-    : TopBottomOperator(record, findThreshold(record, std::move(values))) {}
-
-TopBottomOperator::TopBottomOperator(DOM::TopBottomConditionalFormatOperator const& record,
-                                     boost::optional<FloatNumber> threshold) noexcept
-    : _threshold(threshold), _compare(chooseComparison(record.getType())) {}
+    : _threshold(findThreshold(record, std::move(values))),
+      _compare(chooseComparison(record.getType())) {}
 
 bool TopBottomOperator::operator()(FormulaValueData const& data) const {
   auto const number = FormulaModel::asFormulaNumberOpt(data.value);

@@ -31,10 +31,6 @@ public:
   TopBottomOperator(DOM::TopBottomConditionalFormatOperator const& record,
                     std::vector<FloatNumber> values);
 
-  /// The same where the last number that is inside is known, or that none is.
-  TopBottomOperator(DOM::TopBottomConditionalFormatOperator const& record,
-                    boost::optional<FloatNumber> threshold) noexcept;
-
   /// Never throws, and never reads the cell's index.
   [[nodiscard]] bool operator()(FormulaValueData const& data) const override;
   ~TopBottomOperator() override = default;

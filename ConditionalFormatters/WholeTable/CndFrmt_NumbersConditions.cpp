@@ -39,22 +39,18 @@ private:
   std::vector<FloatNumber> _numbers;
 };
 
-struct Sum {
-  FloatNumber value{0.0};
-  std::size_t count = 0;
-};
-
-Sum sumUp(CollectedRanges const& from) {
+FloatNumber findMean(CollectedRanges const& from) {
   auto const keepAll = [](std::vector<FloatNumber> numbers) { return numbers; };
-  Sum sum;
+  FloatNumber sum(0.0);
+  std::size_t count = 0;
   collectInBands(
       from, [&] { return CollectNumbers(keepAll); },
       [&](std::vector<FloatNumber> const& ofBand) {
         // In the order of the cells: the rounding depends on it.
-        sum.value = std::accumulate(ofBand.begin(), ofBand.end(), sum.value);
-        sum.count += ofBand.size();
+        sum = std::accumulate(ofBand.begin(), ofBand.end(), sum);
+        count += ofBand.size();
       });
-  return sum;
+  return sum / FloatNumber(static_cast<double>(count));
 }
 
 /// The number of a rank, or the last in the ranking when that is shorter.
@@ -86,8 +82,10 @@ boost::optional<FloatNumber> rankThreshold(CollectedRanges const& from,
 void AverageCondition::make(unsigned threadCount) const {
   auto const& record =
       boost::get<DOM::AboveAverageConditionalFormatOperator>(_formatRef.second.get().getOperator());
-  Sum const sum = sumUp({_sources.provider, _sources.table, _formatRef.first, threadCount});
-  _operator = std::make_unique<AboveAverageOperator>(record, sum.value, sum.count);
+  FloatNumber const mean =
+      findMean({_sources.provider, _sources.table, _formatRef.first, threadCount});
+  // The mean of the mean alone is the same.
+  _operator = std::make_unique<AboveAverageOperator>(record, std::vector{mean});
 }
 
 void TopBottomCondition::make(unsigned threadCount) const {
@@ -97,7 +95,10 @@ void TopBottomCondition::make(unsigned threadCount) const {
   auto const rank = selectableRank(record);
   auto const threshold = rank ? selectThreshold(from, rankingOrderOf(record.getType()), *rank)
                               : rankThreshold(from, record);
-  _operator = std::make_unique<TopBottomOperator>(record, threshold);
+  // What is inside by the whole ranking is what is not beyond the first of the threshold alone.
+  DOM::TopBottomConditionalFormatOperator const first(record.getType(), 1, false);
+  _operator = std::make_unique<TopBottomOperator>(
+      first, threshold ? std::vector{*threshold} : std::vector<FloatNumber>());
 }
 
 }  // namespace Zorv::ConditionalFormatters
