@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <thread>
 
 #include <benchmark/benchmark.h>
 #include <boost/variant/get.hpp>
@@ -34,6 +35,26 @@ std::size_t resolveColumnAsRuns(BenchTable const& table, unsigned threadCount) {
       .size();
 }
 
+/// What two cores can give at best: each resolves one half of the column, with a resolver of its
+/// own.
+std::size_t resolveHalvesApart(BenchTable const& table) {
+  auto const resolveHalf = [&table](unsigned long firstRow, unsigned long endRow) {
+    std::size_t styled = 0;
+    auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
+    resolver.visit({firstRow, 0, endRow, 1}, TableResolver::Positions::Existing,
+                   [&](DOM::CellInfo const&, DOM::SharedCellStylePtr const& style) {
+                     styled += style ? 1 : 0;
+                   });
+    return styled;
+  };
+  unsigned long const middle = table.getCellCount() / 2;
+  std::size_t styledAbove = 0;
+  std::jthread above([&] { styledAbove = resolveHalf(0, middle); });
+  std::size_t const styledBelow = resolveHalf(middle, table.getCellCount());
+  above.join();
+  return styledAbove + styledBelow;
+}
+
 using Resolve = std::size_t (*)(BenchTable const& table, unsigned threadCount);
 
 void measureScenario(benchmark::State& state, Scenario const& scenario, Resolve resolve,
@@ -48,6 +69,15 @@ void measureScenario(benchmark::State& state, Scenario const& scenario, Resolve 
   state.counters["perCell"] = benchmark::Counter(
       static_cast<double>(cellCount),
       benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void measureHalvesApart(benchmark::State& state) {
+  BenchTable table(static_cast<std::size_t>(state.range(0)));
+  getScenarios().front().addFormats(table);
+  table.makeCalculator();
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(resolveHalvesApart(table));
+  }
 }
 
 /// The floor: what "greater" compares, over a plain vector of values.
@@ -93,6 +123,10 @@ void registerWholeTable() {
       ->Arg(10'000)
       ->Arg(100'000)
       ->Arg(1'000'000)
+      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("apart/greater", measureHalvesApart)
+      ->Arg(1'000'000)
+      ->UseRealTime()
       ->Unit(benchmark::kMillisecond);
   for (Scenario const& scenario : getScenarios()) {
     for (unsigned const threadCount : {1U, 2U}) {
