@@ -3,6 +3,7 @@
 #include "workbook/Package/Archive.h"
 #include "workbook/Package/FileKind.h"
 #include "workbook/Package/PartError.h"
+#include "workbook/Read/ArrayCells.h"
 #include "workbook/Read/LoadState.h"
 #include "workbook/Read/MissingResultCalculator.h"
 #include "workbook/Read/WorkbookReader.h"
@@ -16,6 +17,7 @@ Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& opti
     Document document(file);
     LoadState state{archive, options.limits, document};
     WorkbookReader(state).read();
+    addArrayCells(state);
     MissingResultCalculator(state, options.localeName, options.timeZone).calculate();
     return document;
   } catch (PartError const& error) {

@@ -1,23 +1,36 @@
 #include "workbook/Read/FormulaReader.h"
 
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "workbook/Addresses.h"
 
 namespace Zorv::Workbook {
 
+namespace {
+
+/// The cells that belong to an array formula, where it has several: it stands in the first.
+std::optional<TableRange> findArea(std::string_view reference, CellIndex place) noexcept {
+  auto const area = parseRange(reference);
+  bool const hasSeveralCells =
+      area && place == CellIndex(RowIndex(area->firstRow), ColumnIndex(area->firstColumn)) &&
+      (area->endRow - area->firstRow > 1 || area->endColumn - area->firstColumn > 1);
+  return hasSeveralCells ? area : std::nullopt;
+}
+
+}  // namespace
+
 void FormulaReader::read(CellIndex place) {
   auto const type = _reader.getAttribute("t").value_or("normal");
   bool const isArray = type == "array";
-  auto const area = isArray ? parseRange(_reader.getAttribute("ref").value_or("")) : std::nullopt;
-  bool const hasSeveralCells =
-      area && (area->endRow - area->firstRow > 1 || area->endColumn - area->firstColumn > 1);
+  auto const area =
+      isArray ? findArea(_reader.getAttribute("ref").value_or(""), place) : std::nullopt;
   _lastGroup = type == "shared" ? _reader.getAttribute("si").value_or("") : "";
   bool const isTable = type == "dataTable";
   std::string text = _reader.readElementText();
   // What a data table writes is no formula.
-  _last = {{isTable ? std::string() : std::move(text), place, !_lastGroup.empty(), isArray,
-            hasSeveralCells},
+  _last = {{isTable ? std::string() : std::move(text), place, !_lastGroup.empty(), isArray, area},
            std::nullopt};
   if (!_lastGroup.empty() && !_last.source.text.empty()) {
     _shared.insert_or_assign(_lastGroup, _last);

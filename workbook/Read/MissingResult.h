@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "Utils/CellIndex.h"
+#include "Utils/TableRange.h"
 
 namespace Zorv::Workbook {
 
@@ -12,8 +14,9 @@ struct FormulaSource {
   std::string text;
   CellIndex place{RowIndex(0), ColumnIndex(0)};  ///< the cell for which it is written
   bool isShared = false;
-  bool isArray = false;          ///< to be evaluated as an array formula
-  bool hasSeveralCells = false;  ///< its array belongs to several cells
+  bool isArray = false;            ///< to be evaluated as an array formula
+  std::optional<TableRange> area;  ///< the cells that its array fills, where those are several
+  bool isTooLarge = false;         ///< its area has more cells than a workbook may have
 };
 
 /// A cell with a formula whose result the file does not have.

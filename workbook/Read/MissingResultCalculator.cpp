@@ -23,6 +23,11 @@ FormulaValue errorValue(FormulaModel::FormulaErrorCode code) {
   return FormulaModel::FormulaError{code};
 }
 
+bool isNameError(FormulaValue const& value) noexcept {
+  auto const* const error = boost::get<FormulaModel::FormulaError>(&value);
+  return error != nullptr && error->code == FormulaModel::FormulaErrorCode::Name;
+}
+
 /// The part of one dimension of a range that may hold cells.
 std::uint64_t countCommon(unsigned long first, unsigned long end, unsigned long usedFirst,
                           unsigned long usedEnd) noexcept {
@@ -30,15 +35,22 @@ std::uint64_t countCommon(unsigned long first, unsigned long end, unsigned long 
   return std::max(from, std::min(end, usedEnd)) - from;
 }
 
-/// One value out of a formula's result, at the formula's cell.
+/// One value out of a formula's result, for a cell of the formula. An array has its first value at
+/// `origin`.
 class OneValue : public boost::static_visitor<FormulaValue> {
 public:
-  OneValue(DocumentContextProvider const& provider, CellIndex place) noexcept
-      : _provider(provider), _place(place) {}
+  OneValue(DocumentContextProvider const& provider, CellIndex place, CellIndex origin) noexcept
+      : _provider(provider), _place(place), _origin(origin) {}
 
   FormulaValue operator()(FormulaValue const& value) const { return value; }
+  /// A single row or column is repeated, as a single value is.
   FormulaValue operator()(std::shared_ptr<FormulaModel::FormulaArray const> const& array) const {
-    return array->at(0, 0);
+    unsigned long const row = array->getHeight() == 1 ? 0 : rowOfPlace() - _origin.getRow().get();
+    unsigned long const column =
+        array->getWidth() == 1 ? 0 : columnOfPlace() - _origin.getColumn().get();
+    return row < array->getHeight() && column < array->getWidth()
+               ? array->at(row, column)
+               : errorValue(FormulaModel::FormulaErrorCode::NotAvailable);
   }
   /// The cell of a single row or column that stands beside the formula's own.
   FormulaValue operator()(std::shared_ptr<Formulas::Reference const> const& reference) const {
@@ -64,7 +76,24 @@ private:
 
   DocumentContextProvider const& _provider;
   CellIndex _place;
+  CellIndex _origin;
 };
+
+/// Whether a formula has another value in each cell because it asks where that stands: `ROW()`.
+bool asksForItsPlace(DOM::FormulaSyntaxTree::Expr const& expr) {
+  auto const& parts = expr.getParts();
+  return std::any_of(parts.nodes.begin(), parts.nodes.end(), [&](auto const& node) {
+    return node.kind == DOM::FormulaSyntaxTree::NodeKind::Function && node.argumentCount == 0 &&
+           (parts.texts[node.index] == "ROW" || parts.texts[node.index] == "COLUMN");
+  });
+}
+
+void include(MissingResult const& missing, TableRange& range) noexcept {
+  range.firstRow = std::min<unsigned long>(range.firstRow, missing.row);
+  range.firstColumn = std::min<unsigned long>(range.firstColumn, missing.column);
+  range.endRow = std::max<unsigned long>(range.endRow, missing.row + 1UL);
+  range.endColumn = std::max<unsigned long>(range.endColumn, missing.column + 1UL);
+}
 
 int distance(unsigned long from, unsigned long to) noexcept {
   return static_cast<int>(to) - static_cast<int>(from);
@@ -79,7 +108,9 @@ MissingResultCalculator::MissingResultCalculator(LoadState& state, std::string c
       _formulas(std::move(state.formulas)),
       _sharedExprs(_formulas.size()),
       _missing(std::move(state.missingResults)),
-      _isUnderWay(_missing.size(), false) {}
+      _isUnderWay(_missing.size(), false) {
+  findArrays();
+}
 
 void MissingResultCalculator::calculate() {
   if (_missing.size() == 0) {
@@ -89,11 +120,14 @@ void MissingResultCalculator::calculate() {
     _usedRanges.push_back(sheet.table->getUsedRange());
   }
   for (std::size_t number = 0; number < _missing.size(); ++number) {
-    if (_missing.isMissing(number)) {
-      waitFor(number);
-    }
-    while (!_underWay.empty()) {
-      takeStep(_underWay.back());
+    include(_missing[number], _usedRanges[_missing[number].sheet]);
+  }
+  for (std::size_t number = 0; number < _missing.size(); ++number) {
+    while (_missing.isMissing(number)) {
+      waitFor(leaderOf(number));
+      while (!_underWay.empty()) {
+        takeStep(_underWay.back());
+      }
     }
   }
   _report.writeTo(_state);
@@ -106,7 +140,7 @@ void MissingResultCalculator::takeStep(std::size_t number) {
   try {
     if (source.text.empty()) {
       giveUp(number, Uncalculated::NoText);
-    } else if (_work > _state.limits.calculatedPositions) {
+    } else if (source.isTooLarge || _work > _state.limits.calculatedPositions) {
       giveUp(number, Uncalculated::TooMuch);
     } else {
       calculate(number);
@@ -120,6 +154,10 @@ void MissingResultCalculator::takeStep(std::size_t number) {
 
 void MissingResultCalculator::calculate(std::size_t number) {
   Placed const formula = place(number);
+  if (asksForItsPlace(*formula.expr)) {
+    // Each cell of an array is calculated by itself.
+    _arrays.erase(_missing[number].formula);
+  }
   auto const references = Formulas::findReferences(*formula.expr, formula.columnOffset,
                                                    formula.rowOffset, formula.context, _provider);
   Search found = search(references);
@@ -127,6 +165,7 @@ void MissingResultCalculator::calculate(std::size_t number) {
     waitFor(*found.missing);
     return;
   }
+  forEachCellOf(number, [this](std::size_t) { ++_work; });
   _work += countPositions(references);
   Formulas::RuntimeDependenciesResolver dependencies;
   // Of its own: values change between two evaluations.
@@ -147,9 +186,7 @@ void MissingResultCalculator::calculate(std::size_t number) {
       return;
     }
   }
-  auto value = boost::apply_visitor(OneValue(_provider, _missing[number].getPlace()), result);
-  reportDoubts(number, formula, value, found.foundUnderWay);
-  finish(number, std::move(value));
+  finish(number, formula, result, found.foundUnderWay);
 }
 
 /// Looks no further than to a cell that is under way: its formula goes round in a circle, and there
@@ -157,7 +194,8 @@ void MissingResultCalculator::calculate(std::size_t number) {
 MissingResultCalculator::Search MissingResultCalculator::search(Ranges const& ranges) {
   for (auto const& [table, range] : ranges) {
     if (auto const found = _missing.findIn(table.get(), range)) {
-      return _isUnderWay[*found] ? Search{std::nullopt, true} : Search{found, false};
+      std::size_t const leader = leaderOf(*found);
+      return _isUnderWay[leader] ? Search{std::nullopt, true} : Search{leader, false};
     }
   }
   return {};
@@ -168,46 +206,77 @@ void MissingResultCalculator::waitFor(std::size_t number) {
   _underWay.push_back(number);
 }
 
+void MissingResultCalculator::finish(std::size_t number, Placed const& formula,
+                                     Formulas::CalcResult const& result, bool isCircular) {
+  CellIndex const origin = sourceOf(number).place;
+  bool hasUnknownName = false;
+  forEachCellOf(number, [&](std::size_t cell) {
+    CellIndex const place = _missing[cell].getPlace();
+    auto value = boost::apply_visitor(OneValue(_provider, place, origin), result);
+    hasUnknownName = hasUnknownName || isNameError(value);
+    store(cell, std::move(value));
+  });
+  if (isCircular) {
+    report(number, Uncalculated::Circular);
+  }
+  if (hasUnknownName) {
+    auto const unknown = Formulas::findFunctionNames(*formula.expr).unknown;
+    if (!unknown.empty()) {
+      report(number, Uncalculated::UnknownFunctions, unknown);
+    }
+  }
+  leave(number);
+}
+
 /// A formula whose value is an empty cell's gives 0.
-void MissingResultCalculator::finish(std::size_t number, FormulaValue value) {
+void MissingResultCalculator::store(std::size_t number, FormulaValue value) {
   MissingResult const& missing = _missing[number];
   auto& cell =
       _state.document.getSheets()[missing.sheet].table->obtainCell(missing.row, missing.column);
   cell.value = FormulaModel::isFormulaEmpty(value) ? FormulaModel::FormulaNumber{FloatNumber(0.0)}
                                                    : std::move(value);
+}
+
+/// The cell on top, and those that it stands for, have what they get.
+void MissingResultCalculator::leave(std::size_t number) {
+  forEachCellOf(number, [this](std::size_t cell) { _missing.finish(cell); });
   _isUnderWay[number] = false;
   _underWay.pop_back();
-  _missing.finish(number);
 }
 
 void MissingResultCalculator::giveUp(std::size_t number, Uncalculated reason,
                                      std::vector<std::string> const& details) {
   report(number, reason, details);
-  _isUnderWay[number] = false;
-  _underWay.pop_back();
-  _missing.finish(number);
+  leave(number);
 }
 
 void MissingResultCalculator::report(std::size_t number, Uncalculated reason,
                                      std::vector<std::string> const& details) {
-  _report.add(_missing[number].sheet, reason, _missing[number].getPlace(), details);
+  forEachCellOf(number, [&](std::size_t cell) {
+    _report.add(_missing[cell].sheet, reason, _missing[cell].getPlace(), details);
+  });
 }
 
-/// Reports what other programs might calculate otherwise.
-void MissingResultCalculator::reportDoubts(std::size_t number, Placed const& placed,
-                                           FormulaValue const& value, bool isCircular) {
-  if (isCircular) {
-    report(number, Uncalculated::Circular);
-  }
-  if (sourceOf(number).hasSeveralCells) {
-    report(number, Uncalculated::SeveralCells);
-  }
-  auto const* const error = boost::get<FormulaModel::FormulaError>(&value);
-  if (error && error->code == FormulaModel::FormulaErrorCode::Name) {
-    auto const unknown = Formulas::findFunctionNames(*placed.expr).unknown;
-    if (!unknown.empty()) {
-      report(number, Uncalculated::UnknownFunctions, unknown);
+void MissingResultCalculator::findArrays() {
+  for (std::size_t number = 0; number < _missing.size(); ++number) {
+    if (sourceOf(number).area) {
+      _arrays[_missing[number].formula].push_back(number);
     }
+  }
+}
+
+std::size_t MissingResultCalculator::leaderOf(std::size_t number) const {
+  auto const array = _arrays.find(_missing[number].formula);
+  return array == _arrays.end() ? number : array->second.front();
+}
+
+template <class Visit>
+void MissingResultCalculator::forEachCellOf(std::size_t number, Visit const& visit) const {
+  auto const array = _arrays.find(_missing[number].formula);
+  if (array == _arrays.end()) {
+    visit(number);
+  } else {
+    std::ranges::for_each(array->second, visit);
   }
 }
 
@@ -223,7 +292,7 @@ MissingResultCalculator::ExprPtr MissingResultCalculator::parse(std::size_t numb
   }
   auto expr =
       std::make_shared<DOM::FormulaSyntaxTree::Expr const>(Formulas::parseExpr(source.text));
-  if (source.isShared) {
+  if (source.isShared || source.area) {
     shared = expr;
   }
   return expr;
@@ -237,9 +306,11 @@ MissingResultCalculator::Placed MissingResultCalculator::place(std::size_t numbe
                            : boost::optional<FormulaModel::ArrayFormulaIndices>();
   DOM::Table const& table = *_state.document.getSheets()[missing.sheet].table;
   CellIndex const cell = missing.getPlace();
+  // All cells of an array have the formula of its first.
+  CellIndex const seenFrom = source.isArray ? source.place : cell;
   return {
-      parse(number), distance(source.place.getColumn().get(), missing.column),
-      distance(source.place.getRow().get(), missing.row),
+      parse(number), distance(source.place.getColumn().get(), seenFrom.getColumn().get()),
+      distance(source.place.getRow().get(), seenFrom.getRow().get()),
       Formulas::Context(_provider.getTableContext(table), cell.getRow(), cell.getColumn(), indices,
                         table.getRowID(missing.row), table.getColumnID(missing.column))};
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
@@ -19,6 +20,7 @@ namespace Zorv::Workbook {
 /// Calculates the formulas whose results the file does not have, each after those on which it
 /// depends, and says which ones could not be calculated and why.
 ///
+/// The cells of an array formula are calculated together, but where it asks for the place of each.
 /// A formula that needs the result of one that is under way, itself for instance, finds an empty
 /// cell there. Results that the file has are never changed. Nothing recurses, however long a chain
 /// of formulas is.
@@ -42,7 +44,7 @@ private:
     int rowOffset;
     Formulas::Context context;
   };
-  /// Whether some ranges hold cells without results.
+  /// Whether some ranges hold cells without results: one of them, or what stands for it.
   struct Search {
     std::optional<std::size_t> missing;
     bool foundUnderWay = false;
@@ -52,14 +54,20 @@ private:
   void calculate(std::size_t number);
   [[nodiscard]] Search search(Ranges const& ranges);
   void waitFor(std::size_t number);
-  void finish(std::size_t number, FormulaValue value);
+  void finish(std::size_t number, Placed const& formula, Formulas::CalcResult const& result,
+              bool isCircular);
+  void store(std::size_t number, FormulaValue value);
+  void leave(std::size_t number);
   void giveUp(std::size_t number, Uncalculated reason,
               std::vector<std::string> const& details = {});
   void report(std::size_t number, Uncalculated reason,
               std::vector<std::string> const& details = {});
-  void reportDoubts(std::size_t number, Placed const& placed, FormulaValue const& value,
-                    bool isCircular);
-
+  void findArrays();
+  /// The cell that stands for a cell: itself, but for the others of an array.
+  [[nodiscard]] std::size_t leaderOf(std::size_t number) const;
+  /// Calls `visit(CELL)` for the cells that a cell stands for, itself among them.
+  template <class Visit>
+  void forEachCellOf(std::size_t number, Visit const& visit) const;
   [[nodiscard]] FormulaSource const& sourceOf(std::size_t number) const noexcept;
   [[nodiscard]] ExprPtr parse(std::size_t number);
   [[nodiscard]] Placed place(std::size_t number);
@@ -70,6 +78,8 @@ private:
   std::vector<FormulaSource> _formulas;
   std::vector<ExprPtr> _sharedExprs;  ///< by formula; null until one is needed
   MissingResults _missing;
+  /// The cells of an array, by formula, which are calculated together; the first stands for all.
+  std::unordered_map<std::uint32_t, std::vector<std::size_t>> _arrays;
   std::vector<bool> _isUnderWay;
   /// Each waits for the one above it. No more than a number is kept of each, since a chain may be
   /// as long as the file.

@@ -23,8 +23,6 @@ std::string_view phraseOf(Uncalculated reason) noexcept {
       return "no result and a formula that cannot be calculated; read as empty: {}";
     case Uncalculated::Circular:
       return "no result and a formula that needs its own result, which counted as empty";
-    case Uncalculated::SeveralCells:
-      return "no result and an array formula for several cells; calculated for the first alone";
     case Uncalculated::UnknownFunctions:
       return "no result and a formula with functions that are not known: {}";
   }

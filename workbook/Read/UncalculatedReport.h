@@ -20,7 +20,6 @@ enum class Uncalculated : std::uint8_t {
   TooMuch,           ///< beyond the limit of what is calculated
   Failed,            ///< the detail is the exception's word
   Circular,          ///< it needs its own result
-  SeveralCells,      ///< an array formula of several cells, of which the first alone is calculated
   UnknownFunctions,  ///< the details are their names
 };
 

@@ -109,6 +109,56 @@ INSTANTIATE_TEST_SUITE_P(
              "<c r='A1'><f t='shared' si='7' ref='A1:A2'>B1</f><v>99</v></c>" +
                  formula("A2", "", "t='shared' si='7'") + number("B2", "4"),
              {{"A1", "number 99"}, {"A2", "number 4"}}},
+        Case{"OfArraysForSeveralCells",
+             formula("A1", "B1:B3*2", "t='array' ref='A1:A3'") + number("B1", "1") +
+                 number("B2", "2") + number("B3", "3"),
+             {{"A1", "number 2"}, {"A2", "number 4"}, {"A3", "number 6"}}},
+        Case{"OfArraysOverRowsAndColumns",
+             formula("B2", "{1,\"a\";TRUE,#N/A}", "t='array' ref='B2:C3'") +
+                 "<c r='C3' s='0'/><c r='B3'></c>",
+             {{"B2", "number 1"}, {"C2", "text a"}, {"B3", "boolean TRUE"}, {"C3", "error #N/A"}}},
+        Case{"OfArraysSmallerThanTheirCells",
+             formula("A1", "{1;2}", "t='array' ref='A1:B3'") +
+                 formula("D1", "{1,2}", "t='array' ref='D1:F2'") +
+                 formula("H1", "7", "t='array' ref='H1:I2'"),
+             {{"A1", "number 1"},
+              {"B2", "number 2"},
+              {"A3", "error #N/A"},
+              {"B3", "error #N/A"},
+              {"D2", "number 1"},
+              {"E2", "number 2"},
+              {"F1", "error #N/A"},
+              {"I2", "number 7"}}},
+        Case{"OfArraysLargerThanTheirCells",
+             formula("A1", "{1,2,3;4,5,6}", "t='array' ref='A1:B1'"),
+             {{"A1", "number 1"}, {"B1", "number 2"}, {"C1", "none"}, {"A2", "none"}}},
+        Case{"OfArraysWhoseEmptyValuesAreZero",
+             formula("A1", "B1:B2", "t='array' ref='A1:A2'") + number("B1", "5"),
+             {{"A1", "number 5"}, {"A2", "number 0"}}},
+        Case{"ThatWaitForCellsOfArrays",
+             formula("A1", "SUM(D1:D9)+D3") + formula("D1", "E1:E3+1", "t='array' ref='D1:D3'") +
+                 formula("E2", "F9") + formula("F9", "40"),
+             {{"A1", "number 44"}, {"D2", "number 41"}, {"D3", "number 1"}}},
+        Case{"OfArraysButNotTheResultsThatTheFileHas",
+             formula("A1", "{1;2;3}", "t='array' ref='A1:A3'") + number("A2", "99") +
+                 formula("A3", "50"),
+             {{"A1", "number 1"}, {"A2", "number 99"}, {"A3", "number 50"}}},
+        Case{"OfArraysWhoseFirstCellHasOneAreNotAskedFor",
+             "<c r='A1'><f t='array' ref='A1:A2'>{1;2}</f><v>9</v></c>",
+             {{"A1", "number 9"}, {"A2", "none"}}},
+        Case{"OfArraysThatAskForTheirPlace",
+             formula("B3", "ROW()*10+COLUMN()", "t='array' ref='B3:C4'") +
+                 formula("E1", "ROW()+{10;20}", "t='array' ref='E1:E2'") + formula("G1", "C4+E2"),
+             {{"B3", "number 32"},
+              {"C3", "number 33"},
+              {"B4", "number 42"},
+              {"C4", "number 43"},
+              {"E1", "number 11"},
+              {"E2", "number 22"},
+              {"G1", "number 65"}}},
+        Case{"OfArraysWhoseAreaIsAnotherPlaceAlone",
+             formula("B1", "{1,2}", "t='array' ref='A1:C1'"),
+             {{"B1", "number 1"}, {"A1", "none"}, {"C1", "none"}}},
         Case{"OfArrayFormulas",
              number("B1", "1") + number("B2", "2") + number("C1", "3") + number("C2", "4") +
                  formula("A1", "SUM(B1:B2*C1:C2)", "t='array' ref='A1'"),
@@ -177,11 +227,26 @@ INSTANTIATE_TEST_SUITE_P(
                   formula("A1", "B1", "t='dataTable' ref='A1'"),
                   {"A1", "empty"},
                   "A1: the cell has neither a formula nor a result; read as empty"},
-        DoubtCase{"OfArraysForSeveralCells",
-                  formula("A1", "{1,2}", "t='array' ref='A1:B1'"),
-                  {"A1", "number 1"},
-                  "A1: the cell has no result and an array formula for several cells; calculated "
-                  "for the first alone"},
+        DoubtCase{"OfArraysNeedingThemselves",
+                  formula("A1", "A1:A3+1", "t='array' ref='A1:A3'"),
+                  {"A3", "number 1"},
+                  "A1: 3 cells, this one first, have no result and a formula that needs its own "
+                  "result, which counted as empty"},
+        DoubtCase{"OfArraysNeedingThemselvesByAnotherCell",
+                  formula("A1", "B1:B3+1", "t='array' ref='A1:A3'") + formula("B2", "A3*2"),
+                  {"A2", "number 1"},
+                  "B2: the cell has no result and a formula that needs its own result, which "
+                  "counted as empty"},
+        DoubtCase{"OfArraysOfNoFormula",
+                  formula("A1", "1+", "t='array' ref='A1:B2'"),
+                  {"B2", "none"},
+                  "A1: 4 cells, this one first, have no result and a formula that cannot be read; "
+                  "read as empty: the formula ends where a value is wanted at position 2"},
+        DoubtCase{"OfArraysWithUnknownFunctions",
+                  formula("A1", "IF({1;0},1,NOSUCH(1))", "t='array' ref='A1:A2'"),
+                  {"A2", "error #NAME?"},
+                  "A1: 2 cells, this one first, have no result and a formula with functions that "
+                  "are not known: NOSUCH"},
         DoubtCase{"OfUnknownFunctions",
                   formula("A1", "NOSUCH(1)") + formula("A2", "OTHER()+NOSUCH()"),
                   {"A2", "error #NAME?"},
@@ -223,6 +288,36 @@ TEST(MissingResultCalculator, StopsAtTheLimit) {
   EXPECT_THAT(messagesOf(document),
               ElementsAre("Sheet1 A3: the cell has no result and formulas that would take too "
                           "long; read as empty"));
+}
+
+TEST(MissingResultCalculator, LeavesArraysOutThatNeedMoreCellsThanAWorkbookMayHave) {
+  LoadOptions options;
+  options.limits.cells = 10;
+  Document const document = WorkbookBuilder()
+                                .setSheet(row(formula("A1", "1", "t='array' ref='A1:XFD1048576'") +
+                                              formula("B1", "2", "t='array' ref='B1:B9'") +
+                                              formula("C1", "3", "t='array' ref='C1:C2'")))
+                                .load(options);
+  EXPECT_EQ(describeCell(document, "A1"), "empty");
+  EXPECT_EQ(describeCell(document, "B9"), "none");
+  EXPECT_EQ(describeCell(document, "C2"), "number 3");
+  EXPECT_THAT(messagesOf(document),
+              ElementsAre("Sheet1 A1: 2 cells, this one first, have no result and formulas that "
+                          "would take too long; read as empty"));
+}
+
+TEST(MissingResultCalculator, CalculatesALargeArrayOnce) {
+  LoadOptions options;
+  options.limits.calculatedPositions = 250'000;
+  Document const document =
+      WorkbookBuilder()
+          .setSheet(row(number("B1", "1")) + "<row r='100000'>" + number("B100000", "5") +
+                    "</row>" + "<row r='100001'>" +
+                    formula("C1", "$B$1:$B$100000+1", "t='array' ref='C1:C100000'") + "</row>")
+          .load(options);
+  EXPECT_EQ(describeCell(document, "C1"), "number 2");
+  EXPECT_EQ(describeCell(document, "C100000"), "number 6");
+  EXPECT_THAT(messagesOf(document), IsEmpty());
 }
 
 TEST(MissingResultCalculator, ReadsTheClockInTheZoneAndTextsInTheLocale) {
