@@ -21,6 +21,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Wildcards.cpp
           ${CMAKE_CURRENT_LIST_DIR}/EvaluationSession.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FindReferences.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/FoldExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FunctionNames.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/AddressText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Addressing.cpp

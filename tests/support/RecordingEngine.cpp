@@ -3,11 +3,13 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "Formulas/CalcShiftedExpr.h"
 #include "Formulas/EvaluationSession.h"
+#include "Formulas/FoldExpr.h"
 #include "Formulas/LookupCache.h"
 #include "Formulas/ShiftExpr.h"
 
@@ -139,6 +141,13 @@ std::unique_ptr<DOM::FormulaSyntaxTree::Expr> shiftExpr(DOM::FormulaSyntaxTree::
       .table = table.get(),
       .wrapAround = wrapAround,
   });
+}
+
+std::optional<DOM::FormulaSyntaxTree::Expr> foldExpr(DOM::FormulaSyntaxTree::Expr const& /*expr*/,
+                                                     Context const& /*context*/,
+                                                     ContextProvider const& /*contextProvider*/,
+                                                     EvaluationSession& /*session*/) {
+  return std::nullopt;
 }
 
 CalcResult calcShiftedExpr(DOM::FormulaSyntaxTree::Expr const& expr, int columnOffset,

@@ -1,5 +1,6 @@
 #include "Formulas/Parsing/ExprAnalysis.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -24,95 +25,134 @@ enum class Use : std::uint8_t {
   ByElement,  ///< evaluates everything element by element
 };
 
+/// What is known of one node, and of what is below it.
+struct NodeFacts {
+  Use use = Use::Whole;
+  bool varies = false;      ///< its value may be another for another cell, or the next time
+  bool readsRange = false;  ///< it reads more than one cell
+};
+
 class Analyser {
 public:
-  explicit Analyser(ExprParts const& parts)
-      : _parts(&parts), _uses(parts.nodes.size(), Use::Whole) {}
-
   /// Walks from the root to the leaves, since what becomes of a range is its parent's affair.
-  ExprTraits run() {
+  explicit Analyser(ExprParts const& parts) : _parts(&parts), _facts(parts.nodes.size()) {
     for (std::size_t i = _parts->nodes.size(); i-- > 0;) {
-      Node const& node = _parts->nodes[i];
-      inspect(node, _uses[i]);
-      passUseOn(node, _uses[i]);
+      inspect(_parts->nodes[i], _facts[i]);
+      passUseOn(_parts->nodes[i], _facts[i].use);
     }
-    return _traits;
+  }
+
+  [[nodiscard]] ExprTraits const& traits() const noexcept { return _traits; }
+
+  /// The facts of each node, what is below it taken in.
+  [[nodiscard]] std::vector<NodeFacts> collectFacts() const {
+    std::vector<NodeFacts> facts = _facts;
+    for (std::size_t i = 0; i < facts.size(); ++i) {
+      forEachArgument(_parts->nodes[i], [&](std::uint32_t /*number*/, std::uint32_t argument) {
+        facts[i].varies = facts[i].varies || facts[argument].varies;
+        facts[i].readsRange = facts[i].readsRange || facts[argument].readsRange;
+      });
+    }
+    return facts;
+  }
+
+  template <class Visit>
+  void forEachArgument(Node const& node, Visit const& visit) const {
+    std::uint32_t argument = node.firstArgument;
+    for (std::uint32_t number = 0; number < node.argumentCount; ++number) {
+      visit(number, argument);
+      argument = _parts->nodes[argument].next;
+    }
   }
 
 private:
-  void inspect(Node const& node, Use use) {
+  void inspect(Node const& node, NodeFacts& facts) {
     switch (node.kind) {
       case NodeKind::Reference:
-        inspectReference(_parts->references[node.index], use);
+        inspectReference(_parts->references[node.index], facts);
         break;
       case NodeKind::StructuredReference:
-        inspectStructured(_parts->structuredReferences[node.index], use);
+        inspectStructured(_parts->structuredReferences[node.index], facts);
         break;
       case NodeKind::Name:
         _traits.usesNames = true;
-        _traits.dependsOnCell = true;
+        dependOnCell(facts);
         break;
       case NodeKind::Unary:
       case NodeKind::Binary:
-        inspectOperator(node, use);
+        inspectOperator(node, facts);
         break;
       case NodeKind::LocalName:
-        noteRange(use);
+        facts.varies = true;
+        noteRange(facts);
         break;
       case NodeKind::Function:
-        inspectFunction(node, use);
+        inspectFunction(node, facts);
         break;
       default:
         break;
     }
   }
 
-  void inspectReference(CellReference const& reference, Use use) {
+  void inspectReference(CellReference const& reference, NodeFacts& facts) {
     if (reference.isRelative()) {
       _traits.hasRelativeReferences = true;
-      _traits.dependsOnCell = true;
+      dependOnCell(facts);
     }
     if (!reference.isSingleCell()) {
-      noteRange(use);
+      facts.readsRange = true;
+      noteRange(facts);
     }
   }
 
-  void inspectStructured(StructuredReference const& reference, Use use) {
+  void inspectStructured(StructuredReference const& reference, NodeFacts& facts) {
     if (reference.thisRow || reference.list == noIndex) {
-      _traits.dependsOnCell = true;
+      dependOnCell(facts);
     }
-    noteRange(use);
+    facts.readsRange = true;
+    noteRange(facts);
   }
 
-  void inspectOperator(Node const& node, Use use) {
+  void inspectOperator(Node const& node, NodeFacts& facts) {
+    using DOM::FormulaSyntaxTree::Operator;
     if (isReferenceOperator(node.op)) {
-      noteRange(use);
-    } else if (node.op == DOM::FormulaSyntaxTree::Operator::Single) {
-      _traits.dependsOnCell = true;
+      // Which cells lie between two references is told to whoever evaluates, each time.
+      facts.varies = node.op == Operator::Range;
+      noteRange(facts);
+    } else if (node.op == Operator::Single) {
+      dependOnCell(facts);
     }
   }
 
-  void inspectFunction(Node const& node, Use use) {
+  void inspectFunction(Node const& node, NodeFacts& facts) {
     FunctionTraits const& traits = FunctionRegistry::get().at(node.function).traits;
     if (traits.isVolatile) {
       _traits.callsVolatileFunctions = true;
+      facts.varies = true;
     }
     if (traits.dependsOnCell || (traits.asksPosition && node.argumentCount == 0)) {
-      _traits.dependsOnCell = true;
+      dependOnCell(facts);
     }
     if (traits.returnsReference) {
-      noteRange(use);
+      noteRange(facts);
     }
   }
 
-  void noteRange(Use use) { _traits.dependsOnCell = _traits.dependsOnCell || use == Use::Single; }
+  void noteRange(NodeFacts& facts) {
+    if (facts.use == Use::Single) {
+      dependOnCell(facts);
+    }
+  }
+
+  void dependOnCell(NodeFacts& facts) {
+    _traits.dependsOnCell = true;
+    facts.varies = true;
+  }
 
   void passUseOn(Node const& node, Use use) {
-    std::uint32_t argument = node.firstArgument;
-    for (std::uint32_t i = 0; i < node.argumentCount; ++i) {
-      _uses[argument] = useOfArgument(node, i, use);
-      argument = _parts->nodes[argument].next;
-    }
+    forEachArgument(node, [&](std::uint32_t number, std::uint32_t argument) {
+      _facts[argument].use = useOfArgument(node, number, use);
+    });
   }
 
   static Use useOfArgument(Node const& node, std::uint32_t index, Use use) {
@@ -132,12 +172,33 @@ private:
   }
 
   ExprParts const* _parts;
-  std::vector<Use> _uses;
+  std::vector<NodeFacts> _facts;  ///< by node, each without what is below it
   ExprTraits _traits;
 };
 
 }  // namespace
 
-ExprTraits analyse(ExprParts const& parts) { return Analyser(parts).run(); }
+ExprTraits analyse(ExprParts const& parts) { return Analyser(parts).traits(); }
+
+std::vector<InnerCall> findInvariantCalls(ExprParts const& parts) {
+  Analyser const analyser(parts);
+  std::vector<NodeFacts> const facts = analyser.collectFacts();
+  std::vector<InnerCall> calls;
+  std::vector<bool> isInside(parts.nodes.size());  // of a call that was found
+  for (std::size_t i = parts.nodes.size(); i-- > 0;) {
+    Node const& node = parts.nodes[i];
+    bool const isFound =
+        !isInside[i] && node.kind == NodeKind::Function && facts[i].readsRange && !facts[i].varies;
+    if (isFound) {
+      calls.push_back({static_cast<std::uint32_t>(i), facts[i].use == Use::ByElement});
+    }
+    if (isFound || isInside[i]) {
+      analyser.forEachArgument(node, [&](std::uint32_t /*number*/, std::uint32_t argument) {
+        isInside[argument] = true;
+      });
+    }
+  }
+  return calls;
+}
 
 }  // namespace Zorv::Formulas

@@ -8,6 +8,8 @@
 #include <boost/variant/apply_visitor.hpp>
 
 #include "FormulaModel/FormulaValueAccess.h"
+#include "Formulas/EvaluationSession.h"
+#include "Formulas/FoldExpr.h"
 #include "Formulas/ParseExpr.h"
 
 namespace Zorv::Formulas {
@@ -137,6 +139,21 @@ CalcResult FormulaDocument::calcResult(DOM::FormulaSyntaxTree::Expr const& expr,
 
 std::string FormulaDocument::calc(std::string_view formula, std::string_view cell) {
   return describe(calcResult(parseExpr(formula), cell));
+}
+
+std::string FormulaDocument::calcFolded(std::string_view formula) {
+  auto parts = parseExpr(formula).getParts();
+  for (auto& reference : parts.references) {
+    reference.firstRowIsRelative = reference.firstColumnIsRelative = false;
+    reference.lastRowIsRelative = reference.lastColumnIsRelative = false;
+  }
+  DOM::FormulaSyntaxTree::Expr const expr(std::move(parts));
+  std::string_view const cell = "XFD1048576";
+  auto const [row, column] = toPosition(cell);
+  Context const context(&sheet(), RowIndex(row), ColumnIndex(column), boost::none, DOM::RowID(0),
+                        DOM::ColumnID(0));
+  EvaluationSession session;
+  return describe(calcResult(foldExpr(expr, context, *this, session).value_or(expr), cell));
 }
 
 std::string FormulaDocument::calcArray(std::string_view formula) {

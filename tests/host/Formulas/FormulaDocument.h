@@ -56,6 +56,8 @@ public:
 
   /// The result of a formula at a cell of the first sheet, as a text: see describe().
   [[nodiscard]] std::string calc(std::string_view formula, std::string_view cell = "XFD1048576");
+  /// The same, its calls over ranges evaluated beforehand; its references may move with no cell.
+  [[nodiscard]] std::string calcFolded(std::string_view formula);
   [[nodiscard]] std::string calcArray(std::string_view formula);
   [[nodiscard]] CalcResult calcResult(DOM::FormulaSyntaxTree::Expr const& expr,
                                       std::string_view cell, bool isArrayFormula = false);

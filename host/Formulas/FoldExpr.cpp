@@ -1,0 +1,122 @@
+#include "Formulas/FoldExpr.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Formulas/Evaluation/Evaluator.h"
+#include "Formulas/Parsing/ExprAnalysis.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::Expr;
+using DOM::FormulaSyntaxTree::ExprParts;
+using DOM::FormulaSyntaxTree::Node;
+using DOM::FormulaSyntaxTree::NodeKind;
+using DOM::FormulaSyntaxTree::noIndex;
+
+/// The constants that take the places of calls, by node.
+using Constants = std::map<std::size_t, Node>;
+
+/// A single value as a node; a text is put into the pool.
+std::optional<Node> makeConstant(Value const& value, std::vector<std::string>& texts) {
+  switch (value.kind()) {
+    case Value::Kind::Number:
+      return Node{.kind = NodeKind::Number, .number = value.asNumber()};
+    case Value::Kind::Text:
+      texts.emplace_back(value.asText());
+      return Node{.kind = NodeKind::Text, .index = static_cast<std::uint32_t>(texts.size() - 1)};
+    case Value::Kind::Boolean:
+      return Node{.kind = NodeKind::Boolean, .index = value.asBoolean() ? 1U : 0U};
+    case Value::Kind::Error:
+      return Node{.kind = NodeKind::Error, .index = static_cast<std::uint32_t>(value.asError())};
+    default:
+      return std::nullopt;
+  }
+}
+
+Constants evaluateCalls(ExprParts const& parts, std::vector<InnerCall> const& calls,
+                        Evaluator& evaluator, std::vector<std::string>& texts) {
+  Constants constants;
+  Frame const frame{&parts, Offset{}, {}};
+  for (InnerCall const& call : calls) {
+    Mode const mode = call.isByElement ? Mode::ByElement : Mode::Single;
+    if (auto const constant = makeConstant(evaluator.evaluateNode(frame, call.node, mode), texts)) {
+      constants.emplace(call.node, *constant);
+    }
+  }
+  return constants;
+}
+
+/// Which nodes are left when calls become constants.
+std::vector<bool> findKept(ExprParts const& parts, Constants const& constants) {
+  std::vector<bool> isKept(parts.nodes.size());
+  isKept.back() = true;
+  for (std::size_t i = parts.nodes.size(); i-- > 0;) {
+    if (isKept[i] && !constants.contains(i)) {
+      std::uint32_t argument = parts.nodes[i].firstArgument;
+      for (std::uint32_t number = 0; number < parts.nodes[i].argumentCount; ++number) {
+        isKept[argument] = true;
+        argument = parts.nodes[argument].next;
+      }
+    }
+  }
+  return isKept;
+}
+
+std::vector<Node> replaceCalls(ExprParts const& parts, Constants const& constants) {
+  auto const isKept = findKept(parts, constants);
+  std::vector<std::uint32_t> newPlaces(parts.nodes.size());
+  std::uint32_t count = 0;
+  for (std::size_t i = 0; i < isKept.size(); ++i) {
+    newPlaces[i] = count;
+    count += isKept[i] ? 1 : 0;
+  }
+  auto const move = [&](std::uint32_t place) {
+    return place == noIndex ? noIndex : newPlaces[place];
+  };
+  std::vector<Node> nodes;
+  nodes.reserve(count);
+  for (std::size_t i = 0; i < isKept.size(); ++i) {
+    if (isKept[i]) {
+      auto const constant = constants.find(i);
+      nodes.push_back(constant == constants.end() ? parts.nodes[i] : constant->second);
+      nodes.back().firstArgument = move(nodes.back().firstArgument);
+      nodes.back().next = move(parts.nodes[i].next);
+    }
+  }
+  return nodes;
+}
+
+}  // namespace
+
+std::optional<Expr> foldExpr(Expr const& expr, Context const& context,
+                             ContextProvider const& contextProvider, EvaluationSession& session) {
+  ExprParts const& parts = expr.getParts();
+  auto const calls = findInvariantCalls(parts);
+  if (calls.empty()) {
+    return std::nullopt;
+  }
+  ExprParts folded = parts;
+  Constants constants;
+  try {
+    RuntimeDependenciesResolver nothingIsFound;
+    Evaluator evaluator(context, contextProvider, nothingIsFound, session.obtainWorkspace());
+    constants = evaluateCalls(parts, calls, evaluator, folded.texts);
+  } catch (EvaluationTooLarge const&) {
+    // So is the whole expression, where it needs that call.
+  }
+  if (constants.empty()) {
+    return std::nullopt;
+  }
+  folded.nodes = replaceCalls(parts, constants);
+  folded.traits = analyse(folded);
+  return Expr(std::move(folded));
+}
+
+}  // namespace Zorv::Formulas
