@@ -64,6 +64,13 @@ void addCountIf(BenchTable& table) {
   table.addFormat(unary(UnaryConditionalFormatType::FormulaIsTrue, "COUNTIF(" + column + ",A1)>1"));
 }
 
+void addFormulaOfColumn(BenchTable& table) {
+  std::string formula = "A1>AVERAGE($A$1:$A$";
+  formula += std::to_string(table.getCellCount());
+  formula += ")";
+  table.addFormat(unary(UnaryConditionalFormatType::FormulaIsTrue, formula));
+}
+
 /// 5,000 disjoint pieces of the column for each of two rules, as years of copying leave them.
 void addFragments(BenchTable& table) {
   constexpr std::size_t fragmentCount = 5000;
@@ -145,6 +152,7 @@ std::vector<Scenario> const& getScenarios() {
       {"duplicate", addDuplicate},
       {"unique", addUnique},
       {"formula", addFormula},
+      {"formulaOfColumn", addFormulaOfColumn},
       {"countIf", addCountIf},
       {"fragments", addFragments},
       {"all", addAll},

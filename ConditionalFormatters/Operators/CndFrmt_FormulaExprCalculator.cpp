@@ -13,6 +13,7 @@
 #include "Formulas/CalcShiftedExpr.h"
 #include "Formulas/Context.h"
 #include "Formulas/ContextProvider.h"
+#include "Formulas/FoldExpr.h"
 #include "Formulas/RuntimeDependenciesResolver.h"
 #include "Formulas/ShiftExpr.h"
 #include "Formulas/TableContext.h"
@@ -41,6 +42,16 @@ Offsets calculateOffsets(CellIndex cell, CellIndex baseCell) {
   int const row = numCast<int>(cell.getRow().get());
   int const baseRow = numCast<int>(baseCell.getRow().get());
   return {column - baseColumn, row - baseRow};
+}
+
+Formulas::Context makeContext(Formulas::ContextProvider const& provider, DOM::Table const& table,
+                              CellIndex cell) {
+  return {provider.getTableContext(table),
+          cell.getRow(),
+          cell.getColumn(),
+          boost::none,
+          DOM::RowID(0),
+          DOM::ColumnID(0)};
 }
 
 FormulaValue takeOnlyValue(std::shared_ptr<FormulaModel::FormulaArray const> const& result) {
@@ -80,14 +91,13 @@ Formulas::ContextProvider const& FormulaExprCalculator::getFormulasContextProvid
 boost::optional<FormulaValue> FormulaExprCalculator::calculate(
     DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell) const {
   Formulas::RuntimeDependenciesResolver resolver;
-  Formulas::TableContext const* const tableContext = _contextProvider->getTableContext(*_table);
-  Formulas::Context const context(tableContext, cell.getRow(), cell.getColumn(), boost::none,
-                                  DOM::RowID(0), DOM::ColumnID(0));
+  Formulas::Context const context = makeContext(*_contextProvider, *_table, cell);
 
   auto const [columnOffset, rowOffset] = calculateOffsets(cell, _baseCell);
   if (columnOffset == 0 && rowOffset == 0) {
     return reduceToValue(Formulas::calcExpr(expr, context, getFormulasContextProvider(), resolver));
   }
+  Formulas::TableContext const* const tableContext = context.getTableContext();
   auto const shifted = Formulas::shiftExpr(expr, *tableContext, columnOffset, rowOffset,
                                            tableContext->getDocTableIndex(), true);
   return reduceToValue(Formulas::calcExpr(PtrUtils::derefObtained(shifted), context,
@@ -98,12 +108,17 @@ boost::optional<FormulaValue> FormulaExprCalculator::calculateInPlace(
     DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
     Formulas::EvaluationSession& session) const {
   Formulas::RuntimeDependenciesResolver resolver;
-  Formulas::TableContext const* const tableContext = _contextProvider->getTableContext(*_table);
-  Formulas::Context const context(tableContext, cell.getRow(), cell.getColumn(), boost::none,
-                                  DOM::RowID(0), DOM::ColumnID(0));
+  Formulas::Context const context = makeContext(*_contextProvider, *_table, cell);
   auto const [columnOffset, rowOffset] = calculateOffsets(cell, _baseCell);
   return reduceToValue(Formulas::calcShiftedExpr(expr, columnOffset, rowOffset, context,
                                                  getFormulasContextProvider(), resolver, session));
+}
+
+std::optional<DOM::FormulaSyntaxTree::Expr> FormulaExprCalculator::fold(
+    DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
+    Formulas::EvaluationSession& session) const {
+  return Formulas::foldExpr(expr, makeContext(*_contextProvider, *_table, cell),
+                            getFormulasContextProvider(), session);
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include <boost/optional.hpp>
 
 #include "ConditionalFormatters/CndFrmt_Export.h"
@@ -47,6 +49,12 @@ public:
   /// The same value, evaluated without a shifted copy of the expression, in a session of an
   /// unchanged document.
   [[nodiscard]] boost::optional<FormulaValue> calculateInPlace(
+      DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
+      Formulas::EvaluationSession& session) const;
+
+  /// The expression with its calls that are the same for every cell evaluated; see
+  /// Formulas::foldExpr().
+  [[nodiscard]] std::optional<DOM::FormulaSyntaxTree::Expr> fold(
       DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
       Formulas::EvaluationSession& session) const;
 

@@ -4,6 +4,8 @@
 #include <atomic>
 #include <cstddef>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <utility>
 
 #include <boost/optional.hpp>
@@ -15,8 +17,8 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// A condition with formulas: arguments that are the same for every cell are evaluated once, for
-/// the first one; the others without a shifted copy.
+/// A condition with formulas: arguments, and calls in them, that are the same for every cell are
+/// evaluated once, for the first one; the rest without a shifted copy.
 template <class FormulaOperator>
 class FormulaCondition final : public PreparedCondition {
 public:
@@ -31,20 +33,29 @@ public:
     auto const calculate =
         [&](std::size_t number,
             DOM::FormulaSyntaxTree::Expr const& expr) -> boost::optional<FormulaValue> const& {
-      auto const evaluate = [&] {
-        return calculator.calculateInPlace(expr, data.cellIndex, session);
-      };
-      return isSameForEveryCell(expr) ? evaluateOnce(_arguments[number], evaluate)
-                                      : ownValues[number] = evaluate();
+      Argument& argument = _arguments[number];
+      auto& ownValue = ownValues[number];
+      if (!argument.isKnown.load(std::memory_order_acquire)) {
+        ownValue = calculator.calculateInPlace(expr, data.cellIndex, session);
+        learn(argument, expr, ownValue,
+              [&] { return calculator.fold(expr, data.cellIndex, session); });
+        return ownValue;
+      }
+      if (isSameForEveryCell(expr)) {
+        return argument.value;
+      }
+      return ownValue = calculator.calculateInPlace(argument.folded ? *argument.folded : expr,
+                                                    data.cellIndex, session);
     };
     return condition.judge(data, calculate);
   }
 
 private:
-  /// The value of an argument that is the same for every cell, once it is evaluated.
+  /// What an argument comes to for every cell, known once it was evaluated for one.
   struct Argument {
-    std::atomic<bool> isEvaluated = false;
-    boost::optional<FormulaValue> value;
+    std::atomic<bool> isKnown = false;
+    boost::optional<FormulaValue> value;                 ///< where all of it is the same
+    std::optional<DOM::FormulaSyntaxTree::Expr> folded;  ///< where a part of it is
   };
 
   static bool isSameForEveryCell(DOM::FormulaSyntaxTree::Expr const& expr) noexcept {
@@ -56,20 +67,31 @@ private:
     _operator = _sources.factory.create(_formatRef);
   }
 
-  template <class Evaluate>
-  boost::optional<FormulaValue> const& evaluateOnce(Argument& argument,
-                                                    Evaluate const& evaluate) const {
-    if (!argument.isEvaluated.load(std::memory_order_acquire)) {
-      // Evaluated without the lock, since an evaluation may ask about this condition again; of two
-      // threads that evaluate at once the first to finish decides.
-      auto value = evaluate();
-      std::lock_guard const lock(_mutex);
-      if (!argument.isEvaluated.load(std::memory_order_relaxed)) {
-        argument.value = std::move(value);
-        argument.isEvaluated.store(true, std::memory_order_release);
+  /// Evaluates and folds without the lock, since an evaluation may ask about this condition again;
+  /// of two threads that do so at once the first to finish decides.
+  template <class Fold>
+  void learn(Argument& argument, DOM::FormulaSyntaxTree::Expr const& expr,
+             boost::optional<FormulaValue> const& value, Fold const& fold) const {
+    bool const isSame = isSameForEveryCell(expr);
+    auto folded = isSame ? std::nullopt : foldIfPossible(fold);
+    std::lock_guard const lock(_mutex);
+    if (!argument.isKnown.load(std::memory_order_relaxed)) {
+      if (isSame) {
+        argument.value = value;
       }
+      argument.folded = std::move(folded);
+      argument.isKnown.store(true, std::memory_order_release);
     }
-    return argument.value;
+  }
+
+  template <class Fold>
+  static std::optional<DOM::FormulaSyntaxTree::Expr> foldIfPossible(Fold const& fold) {
+    try {
+      return fold();
+    } catch (...) {
+      // A call may stand where no cell asks for it: only then does what it throws matter.
+      return std::nullopt;
+    }
   }
 
   ConditionSources const& _sources;

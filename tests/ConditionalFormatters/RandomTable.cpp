@@ -68,6 +68,8 @@ FormulaSyntaxTree::Expr drawFormula() {
                                                     "MOD(ROW(),2)",
                                                     "COUNTIF($A$1:$A$14,A1)>1",
                                                     "SUM(A1:B2)",
+                                                    "A1>AVERAGE($A$1:$A$14)",
+                                                    "IF(A1=\"a\",1,SUM($A$1:$B$14)>B1)",
                                                     "1/0",
                                                     "IF(A1=\"a\",1,0)",
                                                     "TODAY()",

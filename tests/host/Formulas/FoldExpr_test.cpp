@@ -30,8 +30,8 @@ protected:
   }
 
   Context contextAt(unsigned long row) {
-    return {&document.sheet(), RowIndex(row), ColumnIndex(0), boost::none, DOM::RowID(0),
-            DOM::ColumnID(0)};
+    return {&document.sheet(), RowIndex(row), ColumnIndex(0),
+            boost::none,       DOM::RowID(0), DOM::ColumnID(0)};
   }
 
   std::optional<Expr> fold(std::string_view formula) {
@@ -117,17 +117,17 @@ TEST_F(FoldExprTest, CallsThatVaryStay) {
       "1",
       "A1",
       "A1>$A$1",
-      "A1>SUM($A$1)",               // reads one cell
-      "A1>SUM(A1:A3)",              // moves
-      "A1>SUM($A$1:$A3)",           // grows
+      "A1>SUM($A$1)",      // reads one cell
+      "A1>SUM(A1:A3)",     // moves
+      "A1>SUM($A$1:$A3)",  // grows
       "A1>MAX($A$1:$A$4,RAND())",
       "A1>SUM(OFFSET($A$1,0,0,3,1))",
       "A1>SUM(Fixed)",
       "A1>MAX($A$1:$A$4,ROW())",
       "A1>SUM($A$1:INDEX($A$1:$A$4,3))",
-      "A1>ABS($A$1:$A$4)",          // takes the cell of the row
+      "A1>ABS($A$1:$A$4)",  // takes the cell of the row
       "A1>SUM(@$A$1:$A$4,1)",
-      "A1=INDEX($A$1:$A$4,2)",      // gives a reference
+      "A1=INDEX($A$1:$A$4,2)",  // gives a reference
       "MATCH(A1,$A$1:$A$4,0)",
       "LET(x,$A$1:$A$4,SUM(x)+A1)",
   };
