@@ -72,6 +72,43 @@ void readOrder(DateNames& names, icu::Locale const& locale) {
   }
 }
 
+constexpr std::size_t letterCount = 26;
+
+bool isAscii(std::string_view text) noexcept {
+  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// The place of a letter of ASCII in the alphabet, or a number beyond it.
+std::size_t toLetter(char c) noexcept {
+  constexpr unsigned lowerCase = 0x20;
+  return (static_cast<unsigned char>(c) | lowerCase) - std::size_t{'a'};
+}
+
+/// All lengths that do not fit count as the highest one.
+std::uint32_t bitOfLength(std::size_t length) noexcept {
+  constexpr std::size_t highest = 31;
+  return std::uint32_t{1} << std::min(length, highest);
+}
+
+void readLengths(DateNames& names, std::string const& name) {
+  // The only characters beyond ASCII that equal letters of it: the long s and the kelvin sign.
+  if (name.find("\u017F") != std::string::npos || name.find("\u212A") != std::string::npos) {
+    names.lengthsByInitial.fill(~std::uint32_t{0});
+  } else if (!name.empty() && isAscii(name) && toLetter(name.front()) < letterCount) {
+    names.lengthsByInitial.at(toLetter(name.front())) |= bitOfLength(name.size());
+  }
+}
+
+void readLengths(DateNames& names) {
+  auto const readAll = [&](auto const& list) {
+    std::ranges::for_each(list, [&](std::string const& name) { readLengths(names, name); });
+  };
+  readAll(names.months);
+  readAll(names.shortMonths);
+  readAll(names.weekdays);
+  readAll(names.shortWeekdays);
+}
+
 DateNames makeNames(std::string const& localeName) {
   icu::Locale locale = toIcuLocale(localeName);
   UErrorCode status = U_ZERO_ERROR;
@@ -84,24 +121,46 @@ DateNames makeNames(std::string const& localeName) {
   DateNames names;
   readNames(names, *symbols);
   readOrder(names, locale);
+  readLengths(names);
   return names;
 }
 
-}  // namespace
+using NamedNames = std::map<std::string, DateNames>::value_type;
 
-DateNames const& DateNames::of(std::string const& localeName) {
+/// What is known of a locale; neither moves nor goes.
+NamedNames const& obtain(std::string const& localeName) {
   static std::shared_mutex mutex;
   static std::map<std::string, DateNames> known;
   {
     std::shared_lock const lock(mutex);
     auto const found = known.find(localeName);
     if (found != known.end()) {
-      return found->second;
+      return *found;
     }
   }
   DateNames names = makeNames(localeName);
   std::unique_lock const lock(mutex);
-  return known.try_emplace(localeName, std::move(names)).first->second;
+  return *known.try_emplace(localeName, std::move(names)).first;
+}
+
+}  // namespace
+
+bool DateNames::mayName(std::string_view word) const noexcept {
+  if (word.empty() || !isAscii(word)) {
+    return !word.empty();
+  }
+  std::size_t const letter = toLetter(word.front());
+  return letter >= letterCount || (lengthsByInitial[letter] & bitOfLength(word.size())) != 0;
+}
+
+DateNames const& DateNames::of(std::string const& localeName) {
+  // A thread asks for one locale nearly always, and for thousands of texts: threads that locked
+  // anything each time would hold each other up.
+  thread_local NamedNames const* last = nullptr;
+  if (last == nullptr || last->first != localeName) {
+    last = &obtain(localeName);
+  }
+  return last->second;
 }
 
 }  // namespace Zorv::OfficeUtils

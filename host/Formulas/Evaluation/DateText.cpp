@@ -33,6 +33,9 @@ template <auto names, auto shortNames>
 std::optional<std::size_t> findAnyName(DateNames const& local, std::string_view word) {
   static DateNames const& english = DateNames::of("en-US");
   for (DateNames const* const known : {&local, &english}) {
+    if (!known->mayName(word)) {
+      continue;
+    }
     for (auto const member : {names, shortNames}) {
       if (auto const found = findName(known->*member, word)) {
         return found;

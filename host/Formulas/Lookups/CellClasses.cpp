@@ -28,6 +28,17 @@ void CellClasses::finish(std::uint32_t classCount) {
   _firstMembers.front() = 0;
 }
 
+void CellClasses::resizeCells(std::uint32_t count) {
+  for (Numbers* const numbers : {&_positions, &_classOfCell, &_members}) {
+    numbers->resize(count, boost::container::default_init);
+  }
+}
+
+void CellClasses::resizeClasses(std::uint32_t count) {
+  _firstMembers.resize(std::size_t{count} + 1, boost::container::default_init);
+  _firstMembers.front() = 0;
+}
+
 std::size_t CellClasses::memory() const noexcept {
   return memoryOf(_positions) + memoryOf(_classOfCell) + memoryOf(_members) +
          memoryOf(_firstMembers);

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <span>
 #include <utility>
-#include <vector>
+
+#include <boost/container/vector.hpp>
 
 #include "Formulas/Lookups/LookupIndex.h"
 #include "Formulas/Lookups/Prefetch.h"
@@ -32,7 +33,7 @@ public:
   }
   /// The cells of a class, ascending.
   [[nodiscard]] std::span<std::uint32_t const> membersOf(std::uint32_t number) const noexcept {
-    return std::span(_members).subspan(_firstMembers[number], countOf(number));
+    return {_members.data() + _firstMembers[number], countOf(number)};
   }
   /// How many cells a class has.
   [[nodiscard]] std::uint32_t countOf(std::uint32_t number) const noexcept {
@@ -59,11 +60,39 @@ protected:
   /// Ends the adding.
   void finish(std::uint32_t classCount);
 
+  // Instead of adding cells and finishing, whoever knows where everything goes fills these lists,
+  // by several threads if need be.
+
+  /// Makes the lists of the cells, with any numbers in them.
+  void resizeCells(std::uint32_t count);
+  /// Makes the list of the classes, with any numbers in it.
+  void resizeClasses(std::uint32_t count);
+  /// What positionOf() gives, by cell.
+  [[nodiscard]] std::span<std::uint32_t> positions() noexcept {
+    return {_positions.data(), _positions.size()};
+  }
+  /// What classOf() gives, by cell.
+  [[nodiscard]] std::span<std::uint32_t> classesOfCells() noexcept {
+    return {_classOfCell.data(), _classOfCell.size()};
+  }
+  /// The cells of one class after the other.
+  [[nodiscard]] std::span<std::uint32_t> members() noexcept {
+    return {_members.data(), _members.size()};
+  }
+  /// Where each class ends among the members, by class.
+  [[nodiscard]] std::span<std::uint32_t> ends() noexcept {
+    return {_firstMembers.data() + 1, _firstMembers.size() - 1};
+  }
+
 private:
-  std::vector<std::uint32_t> _positions;
-  std::vector<std::uint32_t> _classOfCell;
-  std::vector<std::uint32_t> _members;       ///< class after class
-  std::vector<std::uint32_t> _firstMembers;  ///< of each class in `_members`, and one past the last
+  /// Unlike a standard vector it can grow without touching its memory, which is done by the threads
+  /// that fill it.
+  using Numbers = boost::container::vector<std::uint32_t>;
+
+  Numbers _positions;
+  Numbers _classOfCell;
+  Numbers _members;       ///< class after class
+  Numbers _firstMembers;  ///< of each class in `_members`, and one past the last
 };
 
 }  // namespace Zorv::Formulas

@@ -1,17 +1,18 @@
 #include "Formulas/Lookups/EqualValues.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <numeric>
+#include <span>
+#include <utility>
 
 #include "Formulas/Evaluation/Cells.h"
 #include "Formulas/Evaluation/ValueText.h"
+#include "Formulas/Lookups/AreaBands.h"
 
 namespace Zorv::Formulas {
 
 namespace {
-
-constexpr std::size_t cellsAtOnce = 256;
 
 /// So many cells later a class is asked for that is fetched now.
 constexpr std::uint32_t cellsAhead = 4;
@@ -27,35 +28,152 @@ Value asCriteriaSee(Value const& value, OfficeUtils::LocaleContext const& locale
 
 }  // namespace
 
-EqualValues::EqualValues(Area const& area, LookupKind kind,
-                         OfficeUtils::LocaleContext const& locale) {
-  std::uint64_t const tableSize = area.table->getTable().getCellCount();
-  reserve(std::min(area.size(), tableSize));
-  bool const isForCriteria = kind == LookupKind::CriterionClasses;
-  std::vector<Value> values;
-  std::vector<std::uint32_t> positions;
-  forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
-    if (!value.isEmpty()) {
-      values.push_back(isForCriteria ? asCriteriaSee(value, locale) : value);
-      positions.push_back(row * area.width() + column);
-      if (values.size() == cellsAtOnce) {
-        addCells(values, positions);
+/// Sorts the cells into classes, stage by stage.
+class EqualValues::Making {
+public:
+  Making(EqualValues& made, Area const& area, LookupKind kind,
+         OfficeUtils::LocaleContext const& locale)
+      : _made(made),
+        _area(area),
+        _areas(area),
+        _isForCriteria(kind == LookupKind::CriterionClasses),
+        _locale(locale),
+        _bands(_areas.count()),
+        _firstCells(_bands.size()),
+        _pieces(made._values.pieceCount()) {}
+
+  void run(SharedWork& work) {
+    work.run(_bands.size(), [this](std::size_t band) { readBand(band); });
+    placeAll();
+    work.run(_pieces.size(), [this](std::size_t piece) { classifyPiece(piece); });
+    joinAll();
+    work.run(_bands.size(), [this](std::size_t band) { numberBand(band); });
+    work.run(_pieces.size(), [this](std::size_t piece) { settlePiece(piece); });
+  }
+
+private:
+  /// What is known of a piece of the values.
+  struct Piece {
+    std::uint32_t firstMember = 0;
+    std::vector<std::uint32_t> ends;  ///< of each class among the members of all
+  };
+
+  void readBand(std::size_t number) {
+    Area const area = _areas.at(number);
+    std::uint32_t const firstRow = area.firstRow - _area.firstRow;
+    CellBand band;
+    forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+      if (!value.isEmpty()) {
+        band.add((firstRow + row) * _area.width() + column,
+                 _isForCriteria ? asCriteriaSee(value, _locale) : value);
+      }
+      return true;
+    });
+    band.sortInto(_made._values);
+    _bands[number] = std::move(band);
+  }
+
+  /// Says where the cells of each band and the members of each piece go.
+  void placeAll() {
+    std::uint32_t cellCount = 0;
+    for (std::size_t number = 0; number < _bands.size(); ++number) {
+      _firstCells[number] = cellCount;
+      cellCount += static_cast<std::uint32_t>(_bands[number].positions().size());
+    }
+    std::uint32_t memberCount = 0;
+    for (std::size_t number = 0; number < _pieces.size(); ++number) {
+      _pieces[number].firstMember = memberCount;
+      for (CellBand const& band : _bands) {
+        memberCount += static_cast<std::uint32_t>(band.sizeOf(number));
       }
     }
-    return true;
-  });
-  addCells(values, positions);
-  finish(_values.size());
-}
-
-void EqualValues::addCells(std::vector<Value>& values, std::vector<std::uint32_t>& positions) {
-  std::array<std::uint32_t, cellsAtOnce> numbers{};
-  _values.obtain(values, numbers);
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    add(positions[i], numbers[i]);
+    _made.resizeCells(cellCount);
   }
-  values.clear();
-  positions.clear();
+
+  void classifyPiece(std::size_t number) {
+    ValuePiece values;
+    values.reserve(endOfMembers(number) - _pieces[number].firstMember);
+    std::vector<std::uint32_t> counts = numberValues(number, values);
+    values.shrink();
+    _made._values.put(number, std::move(values));
+
+    // Each class is filled from its first place on, which ends at its end.
+    std::exclusive_scan(counts.begin(), counts.end(), counts.begin(), _pieces[number].firstMember);
+    std::span<std::uint32_t> const members = _made.members();
+    forEachEntry(number, [&](std::size_t band, CellBand::Entry const& entry) {
+      members[counts[entry.link]++] = _firstCells[band] + entry.cell;
+    });
+    _pieces[number].ends = std::move(counts);
+  }
+
+  /// Links the entries of a piece with their values; returns how many each value has.
+  [[nodiscard]] std::vector<std::uint32_t> numberValues(std::size_t piece, ValuePiece& values) {
+    std::vector<std::uint32_t> counts;
+    forEachEntry(piece, [&](std::size_t band, CellBand::Entry& entry) {
+      entry.link = values.obtain(_bands[band].valueOf(entry));
+      if (entry.link == counts.size()) {
+        counts.push_back(0);
+      }
+      ++counts[entry.link];
+    });
+    counts.shrink_to_fit();
+    return counts;
+  }
+
+  void joinAll() {
+    for (CellBand& band : _bands) {
+      band.forgetTexts();
+    }
+    _made._values.join();
+    _made.resizeClasses(_made._values.size());
+  }
+
+  void numberBand(std::size_t number) {
+    CellBand band = std::move(_bands[number]);
+    std::ranges::copy(band.positions(), _made.positions().begin() + _firstCells[number]);
+    auto const classes = _made.classesOfCells().subspan(_firstCells[number]);
+    for (std::size_t piece = 0; piece < _pieces.size(); ++piece) {
+      std::uint32_t const firstClass = _made._values.firstNumber(piece);
+      for (CellBand::Entry const& entry : band.entriesOf(piece)) {
+        classes[entry.cell] = firstClass + entry.link;
+      }
+    }
+  }
+
+  void settlePiece(std::size_t number) {
+    std::uint32_t const firstClass = _made._values.firstNumber(number);
+    std::ranges::copy(_pieces[number].ends, _made.ends().begin() + firstClass);
+    _made._values.settle(number);
+  }
+
+  [[nodiscard]] std::uint32_t endOfMembers(std::size_t piece) const noexcept {
+    return piece + 1 == _pieces.size() ? _made.size() : _pieces[piece + 1].firstMember;
+  }
+
+  /// Calls `visit(band, entry)` for the entries of a piece, in the order of their cells.
+  template <class Visit>
+  void forEachEntry(std::size_t piece, Visit const& visit) {
+    for (std::size_t band = 0; band < _bands.size(); ++band) {
+      for (CellBand::Entry& entry : _bands[band].entriesOf(piece)) {
+        visit(band, entry);
+      }
+    }
+  }
+
+  EqualValues& _made;
+  Area _area;
+  AreaBands _areas;
+  bool _isForCriteria;
+  OfficeUtils::LocaleContext const& _locale;
+  std::vector<CellBand> _bands;
+  std::vector<std::uint32_t> _firstCells;  ///< of each band, among those of all
+  std::vector<Piece> _pieces;
+};
+
+EqualValues::EqualValues(Area const& area, LookupKind kind,
+                         OfficeUtils::LocaleContext const& locale, SharedWork& work)
+    : _values(mostCellsIn(area)) {
+  Making(*this, area, kind, locale).run(work);
 }
 
 std::optional<std::uint32_t> EqualValues::find(Value const& value,

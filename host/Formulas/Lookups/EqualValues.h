@@ -7,8 +7,10 @@
 
 #include "Formulas/Evaluation/Area.h"
 #include "Formulas/Evaluation/Value.h"
+#include "Formulas/Lookups/CellBand.h"
 #include "Formulas/Lookups/CellClasses.h"
 #include "Formulas/Lookups/LookupKey.h"
+#include "Formulas/Lookups/SharedWork.h"
 #include "Formulas/Lookups/ValueTable.h"
 #include "OfficeUtils/LocaleContext.h"
 
@@ -19,7 +21,11 @@ class EqualValues final : public CellClasses {
 public:
   /// `kind` says which values are equal: CriterionClasses or ValueClasses. Linear in the number of
   /// the area's cells. Requires fewer than 2^32 positions.
-  EqualValues(Area const& area, LookupKind kind, OfficeUtils::LocaleContext const& locale);
+  ///
+  /// Reads the cells in bands and compares their values in pieces; all threads that help in the
+  /// work take some of both. The classes do not depend on these threads.
+  EqualValues(Area const& area, LookupKind kind, OfficeUtils::LocaleContext const& locale,
+              SharedWork& work);
 
   /// The class of the cells that are equal to a value, or nothing where there are none.
   ///
@@ -31,8 +37,7 @@ public:
   [[nodiscard]] std::size_t memory() const noexcept override;
 
 private:
-  /// Adds cells behind all others, and empties the lists of them.
-  void addCells(std::vector<Value>& values, std::vector<std::uint32_t>& positions);
+  class Making;
 
   ValueTable _values;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
 
 namespace Zorv::Formulas {
 
@@ -18,9 +17,9 @@ public:
   [[nodiscard]] virtual std::size_t memory() const noexcept = 0;
 
 protected:
-  template <class T>
-  [[nodiscard]] static std::size_t memoryOf(std::vector<T> const& values) noexcept {
-    return values.capacity() * sizeof(T);
+  template <class Vector>
+  [[nodiscard]] static std::size_t memoryOf(Vector const& values) noexcept {
+    return values.capacity() * sizeof(typename Vector::value_type);
   }
 };
 

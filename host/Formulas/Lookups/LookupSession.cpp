@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "DOM/Table.h"
+#include "Formulas/Lookups/AreaBands.h"
 #include "Formulas/Lookups/ClassTotals.h"
 #include "Formulas/Lookups/EqualValues.h"
 #include "Formulas/Lookups/OrderedValues.h"
@@ -17,6 +18,9 @@ using DOM::FormulaSyntaxTree::Operator;
 
 /// Areas up to this size are walked: that costs no more than finding their index.
 constexpr std::uint64_t fewPositions = 64;
+
+/// From so many cells on, sharing an index out takes less time than waking the threads that help.
+constexpr std::uint64_t cellsToShare = 16'384;
 
 bool isIndexed(Area const& area) noexcept {
   return area.size() > fewPositions && area.size() <= std::numeric_limits<std::uint32_t>::max();
@@ -32,13 +36,16 @@ Area indexedArea(Area area) noexcept {
   return area;
 }
 
-std::uint64_t cellsIn(Area const& area) {
-  return std::min<std::uint64_t>(area.size(), area.table->getTable().getCellCount());
-}
-
 /// An index over `indexed` spares a walk over `area`.
 LookupStore::Effort effortOf(Area const& area, Area const& indexed) {
-  return {.spared = cellsIn(area), .price = cellsIn(indexed)};
+  return {.spared = mostCellsIn(area), .price = mostCellsIn(indexed)};
+}
+
+/// The same for an index that is made in parts.
+LookupStore::Effort sharedEffortOf(Area const& area, Area const& indexed) {
+  LookupStore::Effort effort = effortOf(area, indexed);
+  effort.isShared = effort.price >= cellsToShare;
+  return effort;
 }
 
 ClassesOfArea partOf(CellClasses const& classes, Area const& area, Area const& indexed) noexcept {
@@ -81,8 +88,8 @@ LookupSession::Known* LookupSession::obtainClasses(Area const& area, LookupKind 
   }
   Area const indexed = indexedArea(area);
   LookupKey const key(kind, indexed);
-  Known* const known = obtain(key, effortOf(area, indexed), [&] {
-    return std::make_unique<EqualValues const>(indexed, kind, locale);
+  Known* const known = obtain(key, sharedEffortOf(area, indexed), [&](SharedWork& work) {
+    return std::make_unique<EqualValues const>(indexed, kind, locale, work);
   });
   if (known != nullptr && known->lastArea != TableArea(area)) {
     known->lastArea = TableArea(area);
@@ -99,8 +106,9 @@ std::optional<std::uint64_t> LookupSession::count(Condition const& condition,
     return std::nullopt;
   }
   if (isOrder(criterion.op())) {
-    Known const* const known = obtain(LookupKey(LookupKind::Order, area), effortOf(area, area),
-                                      [&] { return std::make_unique<OrderedValues const>(area); });
+    Known const* const known =
+        obtain(LookupKey(LookupKind::Order, area), effortOf(area, area),
+               [&](SharedWork& /*work*/) { return std::make_unique<OrderedValues const>(area); });
     return known == nullptr ? std::nullopt
                             : std::optional(static_cast<OrderedValues const&>(*known->index)
                                                 .count(criterion.op(), criterion.operand()));
@@ -167,7 +175,7 @@ std::optional<MatchingCells> LookupSession::findTuple(std::span<Condition const*
   Area const& area = conditions.front()->area;
   Known const* const known =
       obtain(LookupKey(LookupKind::TupleClasses, matching.areas), effortOf(area, area),
-             [&] { return std::make_unique<EqualTuples const>(parts); });
+             [&](SharedWork& /*work*/) { return std::make_unique<EqualTuples const>(parts); });
   if (known == nullptr) {
     return std::nullopt;
   }
@@ -183,7 +191,7 @@ Gathered const* LookupSession::findTotals(MatchingCells const& matching, Area co
   }
   LookupKey key(LookupKind::Totals, matching.areas);
   key.areas.push_back(TableArea(values));
-  Known const* const known = obtain(key, effortOf(values, values), [&] {
+  Known const* const known = obtain(key, effortOf(values, values), [&](SharedWork& /*work*/) {
     return std::make_unique<ClassTotals const>(matching.area, matching.width, values);
   });
   return known == nullptr ? nullptr

@@ -49,7 +49,8 @@ struct MatchingCells {
 /// One thread's way to the indexes of a store, which must outlive it.
 ///
 /// Each operation answers exactly what a walk over the cells would give, or nothing where that walk
-/// has to be done: for small areas, for patterns, and as long as an index does not pay.
+/// has to be done: for small areas, for patterns, and as long as an index does not pay. The thread
+/// may make an index meanwhile, or help another one to.
 class LookupSession {
 public:
   explicit LookupSession(LookupStore& store) noexcept : _store(&store) {}

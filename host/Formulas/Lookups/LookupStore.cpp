@@ -1,6 +1,7 @@
 #include "Formulas/Lookups/LookupStore.h"
 
 #include <algorithm>
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -20,31 +21,62 @@ constexpr std::uint32_t usesInOneFormula = 2;
 /// Ranges that move with the cell are asked for once each; that many are remembered.
 constexpr std::size_t mostCountingEntries = 256;
 
+/// Whether this thread makes an index, or helps to.
+thread_local bool isMaking = false;
+
+class MakingScope {
+public:
+  MakingScope() noexcept : _wasMaking(std::exchange(isMaking, true)) {}
+  MakingScope(MakingScope const&) = delete;
+  MakingScope& operator=(MakingScope const&) = delete;
+  ~MakingScope() { isMaking = _wasMaking; }
+
+private:
+  bool _wasMaking;
+};
+
 std::size_t memoryFor(LookupStore::Effort effort) noexcept {
   return effort.price * memoryOfCell + memoryOfIndex;
 }
 
 }  // namespace
 
-LookupIndex const* LookupStore::obtain(
-    LookupKey const& key, Effort effort,
-    std::function<std::unique_ptr<LookupIndex const>()> const& make) {
-  LookupIndex const* ready = nullptr;
-  if (!claim(key, effort, ready)) {
-    return ready;
+LookupIndex const* LookupStore::obtain(LookupKey const& key, Effort effort, Make const& make) {
+  Task const task = claim(key, effort);
+  if (task.isToMake) {
+    return makeClaimed(key, effort, make, *task.work);
   }
+  // Two threads that each had a part of the other's index in hand would wait for ever.
+  if (task.work == nullptr || isMaking) {
+    return task.ready;
+  }
+  MakingScope const scope;
+  task.work->help();
+  return findReady(key);
+}
+
+LookupIndex const* LookupStore::makeClaimed(LookupKey const& key, Effort effort, Make const& make,
+                                            SharedWork& work) {
   std::unique_ptr<LookupIndex const> index;
+  std::exception_ptr failure;
   try {
-    index = make();
+    MakingScope const scope;
+    index = make(work);
   } catch (std::bad_alloc const&) {
     // Without it the answers are the same.
+  } catch (...) {
+    failure = std::current_exception();
   }
-  ready = index.get();
+  LookupIndex const* const ready = index.get();
   put(key, effort, std::move(index));
+  work.close();
+  if (failure) {
+    std::rethrow_exception(failure);
+  }
   return ready;
 }
 
-bool LookupStore::claim(LookupKey const& key, Effort effort, LookupIndex const*& ready) {
+LookupStore::Task LookupStore::claim(LookupKey const& key, Effort effort) {
   std::lock_guard const lock(_mutex);
   auto found = _entries.find(key);
   if (found == _entries.end()) {
@@ -56,18 +88,19 @@ bool LookupStore::claim(LookupKey const& key, Effort effort, LookupIndex const*&
   }
   Entry& entry = found->second;
   if (entry.state != State::Counting) {
-    ready = entry.index.get();
-    return false;
+    return {.work = entry.work, .ready = entry.index.get()};
   }
   bool const pays = ++entry.timesAsked > usesInOneFormula && entry.spared >= effort.price;
   entry.spared += effort.spared;
   if (!pays || memoryFor(effort) > _freeMemory) {
-    return false;
+    return {};
   }
+  Task task{.isToMake = true, .work = std::make_shared<SharedWork>()};
+  entry.work = effort.isShared ? task.work : nullptr;
   --_countingEntries;
   _freeMemory -= memoryFor(effort);
   entry.state = State::InTheMaking;
-  return true;
+  return task;
 }
 
 void LookupStore::put(LookupKey const& key, Effort effort,
@@ -79,6 +112,12 @@ void LookupStore::put(LookupKey const& key, Effort effort,
   _freeMemory -= std::min(_freeMemory, std::max(taken, memoryOfIndex));
   entry.state = index ? State::Ready : State::Refused;
   entry.index = std::move(index);
+  entry.work = nullptr;
+}
+
+LookupIndex const* LookupStore::findReady(LookupKey const& key) {
+  std::lock_guard const lock(_mutex);
+  return _entries.find(key)->second.index.get();
 }
 
 void LookupStore::forgetCounts() {

@@ -11,6 +11,7 @@
 
 #include "Formulas/Lookups/LookupIndex.h"
 #include "Formulas/Lookups/LookupKey.h"
+#include "Formulas/Lookups/SharedWork.h"
 
 namespace Zorv::Formulas {
 
@@ -27,7 +28,11 @@ public:
   struct Effort {
     std::uint64_t spared = 0;
     std::uint64_t price = 0;
+    bool isShared = false;  ///< whether the index is made in parts that several threads may do
   };
+
+  /// Makes an index; one that is made in parts has them done by the work.
+  using Make = std::function<std::unique_ptr<LookupIndex const>(SharedWork&)>;
 
   /// Takes what an index may need at most; tests give less.
   explicit LookupStore(std::size_t memoryLimit = maximalMemory) noexcept
@@ -37,11 +42,13 @@ public:
   ///
   /// It is made by `make` when it is asked for again and again, and what it would have spared
   /// outweighs what it costs: a range that each cell has for itself does not come so far. Whoever
-  /// asks while another thread makes it is told that there is none, and does not wait. There is
-  /// none where the memory does not suffice.
-  [[nodiscard]] LookupIndex const* obtain(
-      LookupKey const& key, Effort effort,
-      std::function<std::unique_ptr<LookupIndex const>()> const& make);
+  /// asks while another thread makes it helps until it is made, if it is made in parts, and is told
+  /// otherwise that there is none. So is a thread that asks from within the making of an index: it
+  /// never waits. There is none where the memory does not suffice.
+  ///
+  /// What `make` throws reaches its caller, and there will be no such index; std::bad_alloc is as
+  /// good as a lack of memory.
+  [[nodiscard]] LookupIndex const* obtain(LookupKey const& key, Effort effort, Make const& make);
 
 private:
   enum class State : std::uint8_t { Counting, InTheMaking, Ready, Refused };
@@ -50,12 +57,23 @@ private:
     State state = State::Counting;
     std::uint32_t timesAsked = 0;
     std::uint64_t spared = 0;
+    std::shared_ptr<SharedWork> work;  ///< while the index is made, if it is made in parts
     std::unique_ptr<LookupIndex const> index;
   };
 
-  /// Whether the caller is the one to make the index; the memory for it is taken then.
-  [[nodiscard]] bool claim(LookupKey const& key, Effort effort, LookupIndex const*& ready);
+  /// What is to be done by a thread that asks: to make the index if it is the one to do so, for
+  /// which the memory is taken then; to help; or nothing but to take what is ready.
+  struct Task {
+    bool isToMake = false;
+    std::shared_ptr<SharedWork> work;  ///< of the making, own or not
+    LookupIndex const* ready = nullptr;
+  };
+  [[nodiscard]] Task claim(LookupKey const& key, Effort effort);
+  /// Makes the index that was claimed.
+  [[nodiscard]] LookupIndex const* makeClaimed(LookupKey const& key, Effort effort,
+                                               Make const& make, SharedWork& work);
   void put(LookupKey const& key, Effort effort, std::unique_ptr<LookupIndex const> index);
+  [[nodiscard]] LookupIndex const* findReady(LookupKey const& key);
   void forgetCounts();
 
   std::mutex _mutex;

@@ -3,69 +3,76 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include <boost/container/vector.hpp>
 
 #include "Formulas/Evaluation/Value.h"
 #include "Formulas/Lookups/Prefetch.h"
+#include "Formulas/Lookups/ValueKey.h"
+#include "Formulas/Lookups/ValuePiece.h"
 
 namespace Zorv::Formulas {
 
-/// Gives equal values one number, from 0 on in the order in which they come.
+/// Gives equal values one number, from 0 on.
 ///
-/// Values are equal that are of one kind and compare as equal, texts without regard to letter case.
-/// A hash table with open addresses: nine bytes a value and some 24 for its slots, for a text 16
-/// more. Borrows the texts.
+/// The values are sorted into pieces by their hashes, so that what is searched while a piece is
+/// filled fits a processor's cache, and several threads can fill pieces. Then the pieces are joined
+/// and settled, which gives the values of the first piece the lowest numbers. Eight bytes a value
+/// and 16 to 32 for its slots, for a text 16 more. Borrows the texts.
+///
+/// Threads: different pieces may be put, and later settled, by several threads at once.
 class ValueTable {
 public:
-  ValueTable();
+  /// For the values of so many cells.
+  explicit ValueTable(std::uint64_t cellCount);
 
-  /// The numbers of some values, given to them where they have none. Requires numbers, texts, truth
-  /// values and errors, and a number's room for each. Best some dozens at once: then their places
-  /// in memory are fetched together.
-  void obtain(std::span<Value const> values, std::span<std::uint32_t> numbers);
+  [[nodiscard]] std::size_t pieceCount() const noexcept { return _pieces.size(); }
+  /// The piece to which a value goes.
+  [[nodiscard]] std::size_t pieceOf(ValueKey key) const noexcept {
+    return (key.hash() >> 32U) & (_pieces.size() - 1);
+  }
+  /// Takes a piece that was filled.
+  void put(std::size_t piece, ValuePiece&& values) noexcept { _pieces[piece] = std::move(values); }
+
+  /// Numbers the values of all pieces, once these are put.
+  void join();
+  /// Brings the values of a piece to those of the others, once these are joined.
+  void settle(std::size_t piece) noexcept;
+  /// By how much the numbers of a piece's values are higher than in the piece.
+  [[nodiscard]] std::uint32_t firstNumber(std::size_t piece) const noexcept {
+    return _first[piece].number;
+  }
+
+  // The rest requires that all pieces are settled.
+
   /// The number of a value, if it has one; none for other kinds.
   [[nodiscard]] std::optional<std::uint32_t> find(Value const& value) const noexcept;
   /// Whether a number is that of a value.
   [[nodiscard]] bool isNumberOf(std::uint32_t number, Value const& value) const noexcept;
   /// Makes the next isNumberOf() for a number fast.
-  void prepare(std::uint32_t number) const noexcept {
-    prefetch(_keys, number);
-    prefetch(_kinds, number);
-  }
+  void prepare(std::uint32_t number) const noexcept { prefetch(_keys, number); }
 
+  /// How many values there are, once the pieces are joined.
   [[nodiscard]] std::uint32_t size() const noexcept {
     return static_cast<std::uint32_t>(_keys.size());
   }
   [[nodiscard]] std::size_t memory() const noexcept;
 
 private:
-  /// A value's key, equal for equal values; of a text the hash, in the upper half.
-  struct Key {
-    std::uint64_t bits;
-    Value::Kind kind;
+  /// What comes first of a piece.
+  struct First {
+    std::uint32_t number = 0;
+    std::uint32_t text = 0;
   };
 
-  /// A place of the hash table. The hash beside the number spares looks at other values' keys.
-  struct Slot {
-    std::uint32_t hash;
-    std::uint32_t number;
-  };
-
-  [[nodiscard]] static Key keyOf(Value const& value) noexcept;
-  [[nodiscard]] static std::uint32_t hash(Key const& key) noexcept;
-  [[nodiscard]] bool isEqual(std::uint32_t number, Key const& key,
-                             Value const& value) const noexcept;
-  /// The slot that holds a value's number, or the free one to which it goes.
-  [[nodiscard]] std::size_t findSlot(Key const& key, Value const& value) const noexcept;
-  [[nodiscard]] std::uint32_t obtain(Key const& key, Value const& value);
-  void grow();
-
-  std::vector<std::uint64_t> _keys;  ///< by number; of a text the hash and the place in `_texts`
-  std::vector<Value::Kind> _kinds;   ///< by number
-  std::vector<std::string_view> _texts;
-  std::vector<Slot> _slots;  ///< a power of two
+  std::vector<ValuePiece> _pieces;  ///< a power of two
+  std::vector<First> _first;        ///< by piece
+  // These can grow without touching their memory, which is done by the threads that settle.
+  boost::container::vector<ValueKey> _keys;  ///< by number; a text is told by its place in `_texts`
+  boost::container::vector<std::string_view> _texts;
 };
 
 }  // namespace Zorv::Formulas

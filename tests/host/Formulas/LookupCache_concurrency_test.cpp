@@ -65,6 +65,58 @@ TEST(LookupCacheConcurrency, ThreadsGetThePlainAnswers) {
   }
 }
 
+/// A column in which each number stands as often as it is high, as a number, as a text that reads
+/// as one, or as a text with a word.
+std::string valueInRow(unsigned long row) {
+  unsigned long number = 1;
+  for (unsigned long last = number; last <= row; last += number) {
+    ++number;
+  }
+  return std::to_string(number);
+}
+
+TEST(LookupCacheConcurrency, ThreadsThatAskForALargeRangeAtOnceGetThePlainAnswers) {
+  constexpr unsigned long rows = 40'000;
+  FormulaDocument document;
+  std::vector<std::string> expected;
+  std::map<std::string, unsigned long> counts;
+  for (unsigned long row = 0; row < rows; ++row) {
+    // Neighbours are far apart in the order of their numbers.
+    std::string const number = valueInRow(row * 7919 % rows);
+    bool const isWord = row % 3 == 2;
+    std::string const value = isWord ? (row % 2 == 0 ? "Item " : "ITEM ") + number : number;
+    FormulaValue cell = FormulaModel::FormulaString{value};
+    if (row % 3 == 0) {
+      cell = FormulaModel::FormulaNumber{FloatNumber(std::stod(value))};
+    }
+    document.sheet().table.setValue(row, 0, cell);
+    expected.push_back((isWord ? "word " : "number ") + number);
+    ++counts[expected.back()];
+  }
+  for (std::string& answer : expected) {
+    answer = std::to_string(counts[answer]);
+  }
+  auto const expr = parseExpr("COUNTIF($A:$A,A1)");
+  TableContext const& sheet = document.sheet();
+  for (std::size_t const threadCount : {1U, 2U, 7U}) {
+    LookupCache cache;
+    std::vector<std::string> answers(rows);
+    std::barrier start(static_cast<std::ptrdiff_t>(threadCount));
+    std::vector<std::jthread> threads;
+    for (std::size_t number = 0; number < threadCount; ++number) {
+      threads.emplace_back([&, number] {
+        EvaluationSession session(cache);
+        start.arrive_and_wait();
+        for (unsigned long row = number; row < rows; row += threadCount) {
+          answers[row] = LookupFormulas::calcInSession(document, sheet, expr, row, session);
+        }
+      });
+    }
+    threads.clear();
+    EXPECT_TRUE(answers == expected) << threadCount << " threads";
+  }
+}
+
 }  // namespace
 
 }  // namespace Zorv::Formulas

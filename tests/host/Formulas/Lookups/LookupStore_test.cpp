@@ -1,7 +1,9 @@
 #include "Formulas/Lookups/LookupStore.h"
 
+#include <cstddef>
 #include <memory>
 #include <new>
+#include <stdexcept>
 
 #include <gtest/gtest.h>
 
@@ -31,13 +33,14 @@ class LookupStoreTest : public testing::Test {
 protected:
   LookupIndex const* ask(LookupStore& store, std::uint32_t row,
                          LookupStore::Effort effort = {.spared = 100, .price = 100}) {
-    return store.obtain(keyOf(row), effort, [this]() -> std::unique_ptr<LookupIndex const> {
-      ++made;
-      if (throws) {
-        throw std::bad_alloc();
-      }
-      return std::make_unique<FakeIndex>(memoryOfIndex);
-    });
+    return store.obtain(keyOf(row), effort,
+                        [this](SharedWork&) -> std::unique_ptr<LookupIndex const> {
+                          ++made;
+                          if (throws) {
+                            throw std::bad_alloc();
+                          }
+                          return std::make_unique<FakeIndex>(memoryOfIndex);
+                        });
   }
 
   int made = 0;
@@ -121,18 +124,40 @@ TEST_F(LookupStoreTest, DoesWithoutAnIndexForWhichTheMemoryDidNotSuffice) {
   EXPECT_EQ(made, 1);
 }
 
+TEST_F(LookupStoreTest, OtherFailuresReachTheCallerOnce) {
+  LookupStore store(80'000);
+  auto const fail = [&](SharedWork&) -> std::unique_ptr<LookupIndex const> {
+    ++made;
+    throw std::runtime_error("broken");
+  };
+  for (std::uint32_t row = 0; row < 10; ++row) {
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_EQ(ask(store, row), nullptr);
+    }
+    // The memory that the others were to take is there again.
+    EXPECT_THROW(static_cast<void>(store.obtain(keyOf(row), {.spared = 100, .price = 100}, fail)),
+                 std::runtime_error);
+    EXPECT_EQ(ask(store, row), nullptr);
+  }
+  EXPECT_EQ(made, 10);
+}
+
 TEST_F(LookupStoreTest, WhoAsksWhileItIsMadeIsNotHeldUp) {
-  LookupStore store;
-  static_cast<void>(ask(store, 1));
-  static_cast<void>(ask(store, 1));
-  LookupIndex const* meanwhile = nullptr;
-  auto const* const index = store.obtain(keyOf(1), {.spared = 100, .price = 100}, [&] {
-    meanwhile = ask(store, 1);
-    return std::make_unique<FakeIndex>(memoryOfIndex);
-  });
-  EXPECT_NE(index, nullptr);
-  EXPECT_EQ(meanwhile, nullptr);
-  EXPECT_EQ(made, 0);
+  for (bool const isShared : {false, true}) {
+    LookupStore store;
+    LookupStore::Effort const effort{.spared = 100, .price = 100, .isShared = isShared};
+    static_cast<void>(ask(store, 1, effort));
+    static_cast<void>(ask(store, 1, effort));
+    LookupIndex const* meanwhile = nullptr;
+    auto const* const index = store.obtain(keyOf(1), effort, [&](SharedWork& work) {
+      meanwhile = ask(store, 1, effort);
+      work.run(1, [&](std::size_t) { EXPECT_EQ(ask(store, 1, effort), nullptr); });
+      return std::make_unique<FakeIndex>(memoryOfIndex);
+    });
+    EXPECT_NE(index, nullptr);
+    EXPECT_EQ(meanwhile, nullptr);
+    EXPECT_EQ(made, 0);
+  }
 }
 
 }  // namespace

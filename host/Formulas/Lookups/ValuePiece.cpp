@@ -1,0 +1,40 @@
+#include "Formulas/Lookups/ValuePiece.h"
+
+#include <algorithm>
+
+namespace Zorv::Formulas {
+
+void ValuePiece::reserve(std::size_t cellCount) {
+  // Where there are many more cells, most of them repeat a value.
+  constexpr std::size_t mostAtOnce = 32'768;
+  std::size_t const count = std::min(cellCount, mostAtOnce);
+  _keys.reserve(count);
+  _slots.reserve(count);
+}
+
+void ValuePiece::append(KeyedValue const& value) {
+  if (value.key.isText()) {
+    _keys.push_back(ValueKey::ofTextAt(textCount()));
+    _texts.push_back(value.text);
+  } else {
+    _keys.push_back(value.key);
+  }
+}
+
+void ValuePiece::shrink() {
+  _slots.shrink();
+  _keys.shrink_to_fit();
+  _texts.shrink_to_fit();
+}
+
+void ValuePiece::moveValues(ValueKey* keys, std::string_view* texts,
+                            std::uint32_t firstText) noexcept {
+  std::ranges::transform(_keys, keys, [&](ValueKey key) {
+    return key.isText() ? ValueKey::ofTextAt(firstText + key.textPlace()) : key;
+  });
+  std::ranges::copy(_texts, texts + firstText);
+  _keys = {};
+  _texts = {};
+}
+
+}  // namespace Zorv::Formulas

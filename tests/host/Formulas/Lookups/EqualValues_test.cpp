@@ -1,0 +1,263 @@
+#include "Formulas/Lookups/EqualValues.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <numeric>
+#include <optional>
+#include <random>
+#include <set>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "Formulas/Evaluation/Cells.h"
+#include "host/Formulas/FormulaDocument.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using FormulaModel::FormulaBoolean;
+using FormulaModel::FormulaEmpty;
+using FormulaModel::FormulaError;
+using FormulaModel::FormulaNumber;
+using FormulaModel::FormulaString;
+
+/// A cell's value, and names of the classes to which it belongs; no name where it has none.
+struct Labelled {
+  FormulaValue value;
+  std::string forCriteria;
+  std::string forSearches;
+};
+
+Labelled number(double value, std::string const& label) {
+  return {FormulaNumber{FloatNumber(value)}, "number " + label, "number " + label};
+}
+
+Labelled text(std::string const& value, std::string const& label) {
+  return {FormulaString{value}, "text " + label, "text " + label};
+}
+
+Labelled numberAsText(std::string const& value, std::string const& label) {
+  return {FormulaString{value}, "number " + label, "text " + value};
+}
+
+/// One of the values for which equality is anything but plain.
+Labelled chooseOddValue(std::size_t choice) {
+  static std::vector<Labelled> const values = {
+      number(0.0, "0"),
+      number(-0.0, "0"),
+      numberAsText("0", "0"),
+      numberAsText("17", "17"),
+      numberAsText("1.7E1", "17"),
+      text("abc", "abc"),
+      text("ABC", "abc"),
+      text("\xC3\xA4", "ae"),
+      text("\xC3\x84", "ae"),
+      text("", "empty"),
+      text("\xFF", "stray"),
+      {FormulaBoolean{true}, "true", "true"},
+      {FormulaBoolean{false}, "false", "false"},
+      {FormulaString{"TRUE"}, "text true", "text true"},
+      {FormulaError{FormulaErrorCode::NotAvailable}, "#N/A", "#N/A"},
+      {FormulaError{FormulaErrorCode::DivisionByZero}, "#DIV/0!", "#DIV/0!"},
+      {FormulaEmpty(), "", ""},
+  };
+  return values[choice % values.size()];
+}
+
+/// A table with enough cells for several pieces and many bands, and what is known of them.
+class LargeTable {
+public:
+  static constexpr std::uint32_t rows = 14'000;
+  static constexpr std::uint32_t columns = 5;
+
+  explicit LargeTable(unsigned seed) : _generator(seed), _cells(std::size_t{rows} * columns) {
+    for (std::uint32_t row = 0; row < rows; ++row) {
+      for (std::uint32_t column = 0; column < columns; ++column) {
+        if (choose(10) != 0) {
+          Labelled& cell = _cells[row * columns + column];
+          cell = chooseValue();
+          _document.sheet().table.setValue(row, column, cell.value);
+        }
+      }
+    }
+  }
+
+  [[nodiscard]] Area area(std::uint32_t firstRow, std::uint32_t firstColumn, std::uint32_t endRow,
+                          std::uint32_t endColumn) {
+    return {&_document.sheet(), firstRow, firstColumn, endRow, endColumn};
+  }
+  [[nodiscard]] OfficeUtils::LocaleContext const& locale() const {
+    return _document.getLocaleContext();
+  }
+  [[nodiscard]] Labelled const& at(std::uint32_t row, std::uint32_t column) const {
+    static Labelled const none;
+    return row < rows && column < columns ? _cells[row * columns + column] : none;
+  }
+
+private:
+  std::size_t choose(std::size_t count) {
+    return std::uniform_int_distribution<std::size_t>(0, count - 1)(_generator);
+  }
+
+  Labelled chooseValue() {
+    auto const figures = std::to_string(choose(20'000));
+    switch (choose(8)) {
+      case 0:
+        return text("Item " + figures, "item " + figures);
+      case 1:
+        return text("ITEM " + figures, "item " + figures);
+      case 2:
+        return numberAsText(figures, figures);
+      case 3:
+        return chooseOddValue(choose(100));
+      default:
+        return number(std::stod(figures), figures);
+    }
+  }
+
+  std::mt19937 _generator;
+  FormulaDocument _document;
+  std::vector<Labelled> _cells;
+};
+
+/// The positions of an area by the classes of their values.
+std::map<std::string, std::vector<std::uint32_t>> sortPlainly(LargeTable const& table,
+                                                              Area const& area, LookupKind kind) {
+  std::map<std::string, std::vector<std::uint32_t>> positions;
+  std::uint32_t const endRow = std::min(area.endRow, LargeTable::rows);
+  for (std::uint32_t row = area.firstRow; row < endRow; ++row) {
+    for (std::uint32_t column = area.firstColumn; column < area.endColumn; ++column) {
+      Labelled const& cell = table.at(row, column);
+      auto const& label = kind == LookupKind::CriterionClasses ? cell.forCriteria : cell.forSearches;
+      if (!label.empty()) {
+        positions[label].push_back((row - area.firstRow) * area.width() + column -
+                                   area.firstColumn);
+      }
+    }
+  }
+  return positions;
+}
+
+std::unique_ptr<EqualValues const> makeTogether(LargeTable const& table, Area const& area,
+                                                LookupKind kind, std::size_t helperCount) {
+  SharedWork work;
+  std::vector<std::jthread> helpers;
+  for (std::size_t i = 0; i < helperCount; ++i) {
+    helpers.emplace_back([&] { work.help(); });
+  }
+  auto values = std::make_unique<EqualValues const>(area, kind, table.locale(), work);
+  work.close();
+  return values;
+}
+
+void expectClasses(EqualValues const& values,
+                   std::map<std::string, std::vector<std::uint32_t>> const& expected) {
+  std::set<std::vector<std::uint32_t>> classes;
+  std::vector<std::uint32_t> members;
+  for (std::uint32_t number = 0; number < values.classCount(); ++number) {
+    std::vector<std::uint32_t> positions;
+    ASSERT_EQ(values.countOf(number), values.membersOf(number).size());
+    for (std::uint32_t const cell : values.membersOf(number)) {
+      ASSERT_EQ(values.classOf(cell), number);
+      positions.push_back(values.positionOf(cell));
+      members.push_back(cell);
+    }
+    ASSERT_TRUE(std::ranges::is_sorted(positions));
+    classes.insert(positions);
+  }
+  std::set<std::vector<std::uint32_t>> expectedClasses;
+  for (auto const& [label, positions] : expected) {
+    expectedClasses.insert(positions);
+  }
+  EXPECT_TRUE(classes == expectedClasses);
+  EXPECT_EQ(values.classCount(), expected.size());
+  std::ranges::sort(members);
+  std::vector<std::uint32_t> all(values.size());
+  std::iota(all.begin(), all.end(), 0U);
+  EXPECT_TRUE(members == all);
+}
+
+/// Asks for the value of each position, from the first one on or with a hint that is of no use.
+void expectFound(EqualValues const& values, Area const& area,
+                 std::map<std::string, std::vector<std::uint32_t>> const& expected,
+                 bool withWrongHints) {
+  std::uint32_t lastCell = 0;
+  std::uint32_t const width = area.width();
+  for (auto const& [label, positions] : expected) {
+    for (std::uint32_t const position : positions) {
+      Value const value = readCell(area, position / width, position % width);
+      bool const isConverted = value.isText() && label.starts_with("number");
+      if (isConverted) {
+        continue;  // who asks converts it, too
+      }
+      lastCell = withWrongHints ? position % (values.size() + 7) : lastCell;
+      auto const found = values.find(value, lastCell);
+      ASSERT_TRUE(found.has_value()) << label;
+      ASSERT_EQ(values.countOf(*found), positions.size()) << label;
+      ASSERT_EQ(values.positionOf(values.membersOf(*found).front()), positions.front()) << label;
+    }
+  }
+}
+
+class EqualValuesTest : public testing::Test {
+protected:
+  LargeTable table{3};
+};
+
+TEST_F(EqualValuesTest, ClassesAreThoseOfAWalkWhoeverHelps) {
+  for (Area const& area :
+       {table.area(0, 0, LargeTable::rows, LargeTable::columns), table.area(777, 1, 13'000, 4),
+        table.area(0, 2, DOM::Table::rowCount, 3), table.area(10, 0, 12, LargeTable::columns),
+        table.area(DOM::Table::rowCount - 200, 0, DOM::Table::rowCount, 1)}) {
+    for (LookupKind const kind : {LookupKind::CriterionClasses, LookupKind::ValueClasses}) {
+      auto const expected = sortPlainly(table, area, kind);
+      for (std::size_t const helperCount : {0U, 1U, 6U}) {
+        auto const values = makeTogether(table, area, kind, helperCount);
+        expectClasses(*values, expected);
+      }
+    }
+  }
+}
+
+TEST_F(EqualValuesTest, FindsEveryValueWithAnyHint) {
+  Area const area = table.area(0, 0, LargeTable::rows, LargeTable::columns);
+  for (LookupKind const kind : {LookupKind::CriterionClasses, LookupKind::ValueClasses}) {
+    auto const expected = sortPlainly(table, area, kind);
+    auto const values = makeTogether(table, area, kind, 1);
+    expectFound(*values, area, expected, false);
+    expectFound(*values, area, expected, true);
+  }
+}
+
+TEST_F(EqualValuesTest, FindsNoValueThatIsNotThere) {
+  Area const area = table.area(0, 0, LargeTable::rows, LargeTable::columns);
+  auto const values = makeTogether(table, area, LookupKind::CriterionClasses, 0);
+  std::uint32_t lastCell = 0;
+  for (Value const& value :
+       {Value::number(0.5), Value::number(-1), Value::text("Item"), Value::text("17"), Value(),
+        Value::error(FormulaErrorCode::Null), Value::missing(), Value::reference(area)}) {
+    EXPECT_EQ(values->find(value, lastCell), std::nullopt);
+  }
+}
+
+TEST_F(EqualValuesTest, TakesTheMemoryThatItSays) {
+  Area const area = table.area(0, 0, LargeTable::rows, LargeTable::columns);
+  auto const values = makeTogether(table, area, LookupKind::ValueClasses, 0);
+  std::size_t const cells = values->size();
+  std::size_t const classes = values->classCount();
+  // Three numbers a cell; for a class its key, its first member and two slots at least.
+  EXPECT_GE(values->memory(), 12 * cells + 28 * classes);
+  EXPECT_LE(values->memory(), 12 * cells + 64 * classes + 100'000);
+}
+
+}  // namespace
+
+}  // namespace Zorv::Formulas
