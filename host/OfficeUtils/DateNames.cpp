@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <shared_mutex>
+#include <utility>
 
 #include <unicode/datefmt.h>
 #include <unicode/dtfmtsym.h>

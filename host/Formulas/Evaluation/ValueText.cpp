@@ -63,11 +63,14 @@ std::optional<double> readMoney(std::string_view text, OfficeUtils::LocaleContex
 
 std::optional<double> readValue(std::string_view text, OfficeUtils::LocaleContext const& locale,
                                 std::optional<int> currentYear) {
-  if (auto const number = readNumber(text, locale)) {
-    return number;
-  }
-  if (auto const money = readMoney(text, locale)) {
-    return money;
+  // Most texts begin with a letter, which is no part of a number.
+  if (text.empty() || !isLetter(text.front())) {
+    if (auto const number = readNumber(text, locale)) {
+      return number;
+    }
+    if (auto const money = readMoney(text, locale)) {
+      return money;
+    }
   }
   auto const moment = readMoment(text, locale, currentYear);
   return moment ? std::optional(moment->serial()) : std::nullopt;
