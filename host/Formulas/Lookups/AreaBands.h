@@ -20,7 +20,7 @@ public:
   [[nodiscard]] Area at(std::size_t band) const noexcept;
 
 private:
-  Area _used;  ///< has no rows where there are no cells
+  Area _used;                 ///< has no rows where there are no cells
   std::uint32_t _height = 1;  ///< of a band
 };
 

@@ -37,7 +37,8 @@ void CellBand::sortTexts() {
   sorted.reserve(_texts.size());
   for (Entry& entry : _entries) {
     if (entry.key.isText()) {
-      sorted.push_back(_texts[std::exchange(entry.link, static_cast<std::uint32_t>(sorted.size()))]);
+      sorted.push_back(
+          _texts[std::exchange(entry.link, static_cast<std::uint32_t>(sorted.size()))]);
     }
   }
   _texts = std::move(sorted);

@@ -23,6 +23,11 @@ public:
     std::uint32_t link;
   };
 
+  /// Makes room for some cells.
+  void reserve(std::size_t cellCount) {
+    _positions.reserve(cellCount);
+    _entries.reserve(cellCount);
+  }
   /// Adds a cell behind all others; its value is neither empty nor a reference.
   void add(std::uint32_t position, Value const& value);
   /// Ends the adding.

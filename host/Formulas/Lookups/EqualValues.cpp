@@ -14,7 +14,7 @@ namespace Zorv::Formulas {
 
 namespace {
 
-/// So many cells later a class is asked for that is fetched now.
+/// Classes are fetched in two steps, so many cells apart, before they are asked for.
 constexpr std::uint32_t cellsAhead = 4;
 
 /// What a cell is to a criterion: a text that reads as a number is that number.
@@ -62,6 +62,7 @@ private:
     Area const area = _areas.at(number);
     std::uint32_t const firstRow = area.firstRow - _area.firstRow;
     CellBand band;
+    band.reserve(mostCellsIn(area));
     forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
       if (!value.isEmpty()) {
         band.add((firstRow + row) * _area.width() + column,
@@ -181,9 +182,12 @@ std::optional<std::uint32_t> EqualValues::find(Value const& value,
   std::uint32_t const next = lastCell + 1;
   if (next < size() && _values.isNumberOf(classOf(next), value)) {
     lastCell = next;
-    std::uint32_t const later = classOf(std::min(next + cellsAhead, size() - 1));
+    // Here and not in a function of its own, which compilers leave out as one without effects.
+    std::uint32_t const soon = classOf(std::min(next + cellsAhead, size() - 1));
+    std::uint32_t const later = classOf(std::min(next + 2 * cellsAhead, size() - 1));
     _values.prepare(later);
     prepare(later);
+    _values.completePreparing(soon);
     return classOf(next);
   }
   auto const found = _values.find(value);

@@ -32,10 +32,9 @@ public:
   void reserve(std::size_t cellCount);
   /// The number of a value, given to it where it has none.
   [[nodiscard]] std::uint32_t obtain(KeyedValue const& value) {
-    std::uint32_t const number =
-        _slots.obtain(slotHash(value.key), [&](std::uint32_t candidate) {
-          return isEqual(_keys[candidate], _texts.data(), value);
-        });
+    std::uint32_t const number = _slots.obtain(slotHash(value.key), [&](std::uint32_t candidate) {
+      return isEqual(_keys[candidate], _texts.data(), value);
+    });
     if (number == _keys.size()) {
       append(value);
     }

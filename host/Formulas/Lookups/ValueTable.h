@@ -52,8 +52,14 @@ public:
   [[nodiscard]] std::optional<std::uint32_t> find(Value const& value) const noexcept;
   /// Whether a number is that of a value.
   [[nodiscard]] bool isNumberOf(std::uint32_t number, Value const& value) const noexcept;
-  /// Makes the next isNumberOf() for a number fast.
+  /// Makes the next isNumberOf() for a number fast, and before it completePreparing().
   void prepare(std::uint32_t number) const noexcept { prefetch(_keys, number); }
+  /// Some time after prepare(), makes the next isNumberOf() fast for a text, too.
+  void completePreparing(std::uint32_t number) const noexcept {
+    if (_keys[number].isText()) {
+      prefetch(_texts, _keys[number].textPlace());
+    }
+  }
 
   /// How many values there are, once the pieces are joined.
   [[nodiscard]] std::uint32_t size() const noexcept {

@@ -136,7 +136,8 @@ std::map<std::string, std::vector<std::uint32_t>> sortPlainly(LargeTable const& 
   for (std::uint32_t row = area.firstRow; row < endRow; ++row) {
     for (std::uint32_t column = area.firstColumn; column < area.endColumn; ++column) {
       Labelled const& cell = table.at(row, column);
-      auto const& label = kind == LookupKind::CriterionClasses ? cell.forCriteria : cell.forSearches;
+      auto const& label =
+          kind == LookupKind::CriterionClasses ? cell.forCriteria : cell.forSearches;
       if (!label.empty()) {
         positions[label].push_back((row - area.firstRow) * area.width() + column -
                                    area.firstColumn);

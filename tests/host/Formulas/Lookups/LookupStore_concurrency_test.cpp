@@ -118,9 +118,8 @@ TEST(LookupStoreConcurrency, AThreadAtWorkOnAnIndexWaitsForNoOther) {
       EXPECT_EQ(store.obtain(key, sharedEffort, makeFake), nullptr);
     }
   }
-  std::jthread const thread([&] {
-    EXPECT_NE(store.obtain(other, sharedEffort, makeAskingFor(one)), nullptr);
-  });
+  std::jthread const thread(
+      [&] { EXPECT_NE(store.obtain(other, sharedEffort, makeAskingFor(one)), nullptr); });
   EXPECT_NE(store.obtain(one, sharedEffort, makeAskingFor(other)), nullptr);
 }
 
