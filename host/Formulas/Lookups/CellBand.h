@@ -46,7 +46,7 @@ public:
     return {entry.key, entry.key.isText() ? _texts[entry.link] : std::string_view()};
   }
   /// Gives the texts' memory back; valueOf() must not be called any more.
-  void forgetTexts() noexcept { _texts = {}; }
+  void forgetTexts() noexcept { _texts = std::vector<std::string_view>(); }
 
 private:
   /// Brings the texts into the order of the entries, in which they are read.

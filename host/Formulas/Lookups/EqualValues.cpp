@@ -93,7 +93,7 @@ private:
 
   void classifyPiece(std::size_t number) {
     ValuePiece values;
-    values.reserve(endOfMembers(number) - _pieces[number].firstMember);
+    values.reserve(endOfMembers(number) - _pieces[number].firstMember, countTexts(number));
     std::vector<std::uint32_t> counts = numberValues(number, values);
     values.shrink();
     _made._values.put(number, std::move(values));
@@ -105,6 +105,14 @@ private:
       members[counts[entry.link]++] = _firstCells[band] + entry.cell;
     });
     _pieces[number].ends = std::move(counts);
+  }
+
+  [[nodiscard]] std::size_t countTexts(std::size_t piece) {
+    std::size_t count = 0;
+    forEachEntry(piece, [&](std::size_t /*band*/, CellBand::Entry const& entry) {
+      count += entry.key.isText() ? 1 : 0;
+    });
+    return count;
   }
 
   /// Links the entries of a piece with their values; returns how many each value has.

@@ -9,12 +9,6 @@ namespace Zorv::Formulas {
 
 namespace {
 
-/// The most that an index takes for a cell; vectors that grow have their old memory beside the new.
-constexpr std::size_t memoryOfCell = 128;
-
-/// What even an empty index is taken to need, which bounds their number.
-constexpr std::size_t memoryOfIndex = 4096;
-
 /// A formula may use one range more than once, although each cell has another range.
 constexpr std::uint32_t usesInOneFormula = 2;
 
@@ -36,7 +30,7 @@ private:
 };
 
 std::size_t memoryFor(LookupStore::Effort effort) noexcept {
-  return effort.price * memoryOfCell + memoryOfIndex;
+  return effort.price * LookupStore::memoryOfCell + LookupStore::memoryOfIndex;
 }
 
 }  // namespace

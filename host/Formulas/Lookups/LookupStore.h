@@ -23,6 +23,10 @@ class LookupStore {
 public:
   /// What all indexes together may take, in bytes.
   static constexpr std::size_t maximalMemory = std::size_t{256} << 20U;
+  /// The most that an index takes for a cell while it is made: a column of different texts.
+  static constexpr std::size_t memoryOfCell = 128;
+  /// What even an empty index is taken to need, which bounds their number.
+  static constexpr std::size_t memoryOfIndex = 4096;
 
   /// What asking costs without an index, and what the index costs, counted in cells.
   struct Effort {

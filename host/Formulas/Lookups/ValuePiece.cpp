@@ -4,12 +4,13 @@
 
 namespace Zorv::Formulas {
 
-void ValuePiece::reserve(std::size_t cellCount) {
+void ValuePiece::reserve(std::size_t cellCount, std::size_t textCount) {
   // Where there are many more cells, most of them repeat a value.
   constexpr std::size_t mostAtOnce = 32'768;
   std::size_t const count = std::min(cellCount, mostAtOnce);
-  _keys.reserve(count);
   _slots.reserve(count);
+  _keys.reserve(count);
+  _texts.reserve(std::min(textCount, count));
 }
 
 void ValuePiece::append(KeyedValue const& value) {
@@ -33,8 +34,8 @@ void ValuePiece::moveValues(ValueKey* keys, std::string_view* texts,
     return key.isText() ? ValueKey::ofTextAt(firstText + key.textPlace()) : key;
   });
   std::ranges::copy(_texts, texts + firstText);
-  _keys = {};
-  _texts = {};
+  _keys = std::vector<ValueKey>();
+  _texts = std::vector<std::string_view>();
 }
 
 }  // namespace Zorv::Formulas

@@ -28,8 +28,8 @@ struct KeyedValue {
 /// Borrows the texts.
 class ValuePiece {
 public:
-  /// Makes room for the values of some cells. Requires that there are none yet.
-  void reserve(std::size_t cellCount);
+  /// Makes room for the values of some cells, some of them texts. Requires that there are none yet.
+  void reserve(std::size_t cellCount, std::size_t textCount);
   /// The number of a value, given to it where it has none.
   [[nodiscard]] std::uint32_t obtain(KeyedValue const& value) {
     std::uint32_t const number = _slots.obtain(slotHash(value.key), [&](std::uint32_t candidate) {

@@ -1,6 +1,9 @@
 // Ordinary formulas take nothing from the heap. A program of its own, since it replaces the
 // operators that take memory.
 
+#include <malloc.h>
+
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdlib>
@@ -13,29 +16,41 @@
 #include "Formulas/CalcShiftedExpr.h"
 #include "Formulas/EvaluationSession.h"
 #include "Formulas/LookupCache.h"
+#include "Formulas/Lookups/EqualValues.h"
+#include "Formulas/Lookups/LookupStore.h"
 #include "Formulas/ParseExpr.h"
 #include "host/Formulas/FormulaDocument.h"
 
 namespace {
 
 std::atomic<std::size_t> allocationCount = 0;
+std::atomic<std::size_t> bytesTaken = 0;
+std::atomic<std::size_t> mostBytesTaken = 0;
 
 void* allocate(std::size_t size) {
   ++allocationCount;
-  if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
-    return memory;
+  void* const memory = std::malloc(size == 0 ? 1 : size);
+  if (memory == nullptr) {
+    throw std::bad_alloc();
   }
-  throw std::bad_alloc();
+  bytesTaken += malloc_usable_size(memory);
+  mostBytesTaken = std::max<std::size_t>(mostBytesTaken, bytesTaken);
+  return memory;
+}
+
+void release(void* memory) noexcept {
+  bytesTaken -= malloc_usable_size(memory);
+  std::free(memory);
 }
 
 }  // namespace
 
 void* operator new(std::size_t size) { return allocate(size); }
 void* operator new[](std::size_t size) { return allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { release(memory); }
+void operator delete[](void* memory) noexcept { release(memory); }
+void operator delete(void* memory, std::size_t) noexcept { release(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { release(memory); }
 
 namespace Zorv::Formulas {
 
@@ -93,6 +108,31 @@ TEST(Allocation, TheCounterCounts) {
   std::size_t const before = allocationCount;
   static_cast<void>(parseExpr("A1>5"));
   EXPECT_GT(allocationCount - before, 0U);
+}
+
+TEST(Allocation, AnIndexTakesNoMoreWhileItIsMadeThanIsSetAsideForIt) {
+  for (std::uint32_t const rows : {100U, 8193U, 10'000U, 16'385U, 100'000U, 140'000U}) {
+    for (bool const isOfTexts : {false, true}) {
+      FormulaDocument document;
+      for (std::uint32_t row = 0; row < rows; ++row) {
+        document.sheet().table.setValue(
+            row, 0,
+            isOfTexts ? FormulaValue(FormulaModel::FormulaString{"text " + std::to_string(row)})
+                      : FormulaValue(FormulaModel::FormulaNumber{FloatNumber(double(row))}));
+      }
+      std::size_t const before = bytesTaken;
+      mostBytesTaken = before;
+      SharedWork work;
+      EqualValues const values({&document.sheet(), 0, 0, rows, 1}, LookupKind::CriterionClasses,
+                               document.getLocaleContext(), work);
+      EXPECT_LE(mostBytesTaken - before,
+                rows * LookupStore::memoryOfCell + LookupStore::memoryOfIndex)
+          << rows << (isOfTexts ? " texts" : " numbers");
+      // The allocator gives whole pages.
+      auto const taken = static_cast<double>(bytesTaken - before);
+      EXPECT_NEAR(static_cast<double>(values.memory()), taken, 0.01 * taken + 2000.0);
+    }
+  }
 }
 
 }  // namespace
