@@ -17,7 +17,8 @@ class LookupStore;
 /// while an index is made and about half of it afterwards; what does not fit is walked.
 ///
 /// Lifetime: good for one ContextProvider whose document and locale do not change; borrows the
-/// texts of its cells. Threads: may be shared by the sessions of several threads.
+/// texts of its cells. Threads: may be shared by the sessions of several threads; those that need
+/// the index of a large range while one of them makes it take a share of that work.
 class ZORV_HOST_EXPORT LookupCache {
 public:
   LookupCache();
