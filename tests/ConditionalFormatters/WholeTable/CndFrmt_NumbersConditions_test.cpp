@@ -45,7 +45,7 @@ protected:
     ConditionalFormatRef const formatRef(ranges, format);
     auto const expected = _factory.create(formatRef);
     for (unsigned const threadCount : {1U, 2U, 7U}) {
-      auto const condition = prepareCondition({_provider, _table, _factory}, formatRef);
+      auto const condition = prepareCondition(_sources, formatRef);
       condition->obtain(threadCount);
       auto const [begin, end] = _table.getRangeIterators({0, 0, rows, 3});
       for (auto cell = begin; cell != end; ++cell) {
@@ -62,6 +62,7 @@ protected:
   Table _table;
   PlainValueContextProvider _provider{_table};
   OperatorsFactory _factory{_provider, _table};
+  ConditionSources _sources{_provider, _table, _factory};
   Formulas::EvaluationSession _session;
   std::vector<std::vector<TableRange>> const _ranges = {
       {},
@@ -113,6 +114,7 @@ TEST_F(NumbersConditionsTest, TheMeanIsThatOfTheNumbersAddedOneAfterTheOther) {
   table.setValue(rows, 0, number(-1e16));
   PlainValueContextProvider const provider(table);
   OperatorsFactory const factory(provider, table);
+  ConditionSources const sources{provider, table, factory};
   std::vector<TableRange> const ranges{{0, 0, rows + 1, 1}};
   ConditionalFormat const format(
       {}, AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::EqualOrAbove),
@@ -120,7 +122,7 @@ TEST_F(NumbersConditionsTest, TheMeanIsThatOfTheNumbersAddedOneAfterTheOther) {
   ConditionalFormatRef const formatRef(ranges, format);
   CellInfo const cell = table.getCellInfo(0, 0);
   for (unsigned const threadCount : {1U, 2U, 7U}) {
-    auto const condition = prepareCondition({provider, table, factory}, formatRef);
+    auto const condition = prepareCondition(sources, formatRef);
     condition->obtain(threadCount);
     EXPECT_TRUE(condition->holdsFor(cell, {number(0), cell.getCellIndex()}, _session));
     EXPECT_FALSE(condition->holdsFor(cell, {number(-1e-9), cell.getCellIndex()}, _session));
