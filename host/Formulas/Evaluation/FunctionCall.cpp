@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <new>
 #include <span>
 
@@ -105,6 +106,38 @@ Value callByElement(Evaluator& evaluator, FunctionEntry const& entry, Frame cons
   });
 }
 
+/// Whether the arguments tell what the call gives, and are areas, which numbers may follow. (A
+/// number that comes first is what is looked for in the areas, another one for each cell.)
+bool isToldByAreas(FunctionEntry const& entry, std::span<Value const> arguments) noexcept {
+  FunctionTraits const& traits = entry.traits;
+  if (traits.isVolatile || traits.dependsOnCell || traits.returnsReference || arguments.empty() ||
+      arguments.size() > Few<TableArea>::capacity || !arguments.front().isReference()) {
+    return false;
+  }
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    Parameter const parameter = entry.signature.at(i);
+    bool const isArea = arguments[i].isReference() && !isSingle(parameter);
+    if (!isArea && !(arguments[i].isNumber() && parameter == Parameter::Number)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+/// Calls the function, or takes what it gave for the same areas before.
+Value callOrRecall(Evaluator& evaluator, FunctionEntry const& entry, Frame const& frame,
+                   std::uint32_t node, Mode mode, std::span<Value> arguments) {
+  auto const calculate = [&] { return callOnce(evaluator, entry, frame, node, mode, arguments); };
+  LookupSession* const lookups = evaluator.lookups();
+  if (lookups != nullptr && isToldByAreas(entry, arguments)) {
+    std::uint16_t const function = frame.nodeAt(node).function;
+    if (auto const result = lookups->obtainResult(function, arguments, std::cref(calculate))) {
+      return *result;
+    }
+  }
+  return calculate();
+}
+
 Value callWith(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mode mode,
                std::span<Value> arguments) {
   Node const& entryNode = frame.nodeAt(node);
@@ -119,7 +152,7 @@ Value callWith(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mod
     argument = frame.nodeAt(argument).next;
   }
   return isByElement ? callByElement(evaluator, entry, frame, node, mode, arguments)
-                     : callOnce(evaluator, entry, frame, node, mode, arguments);
+                     : callOrRecall(evaluator, entry, frame, node, mode, arguments);
 }
 
 }  // namespace

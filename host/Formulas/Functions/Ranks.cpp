@@ -25,35 +25,42 @@ Value notAvailable() { return Value::error(FormulaErrorCode::NotAvailable); }
 
 double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
 
-/// Where a number stands in others.
-struct Standing {
-  double below = 0.0;  ///< how many others are smaller
-  double equal = 0.0;
-  double above = 0.0;
-};
-
 Standing findStanding(Numbers const& numbers, double number) noexcept {
   Standing standing;
   for (double const other : numbers) {
-    (other < number ? standing.below : other > number ? standing.above : standing.equal) += 1.0;
+    ++(other < number ? standing.below : other > number ? standing.above : standing.equal);
   }
   return standing;
+}
+
+/// The same by what is remembered of a range; nothing where it must be walked.
+std::optional<Standing> recallStanding(Call const& call, Value const& numbers, double number) {
+  LookupSession* const lookups = call.evaluator().lookups();
+  return lookups != nullptr && numbers.isReference()
+             ? lookups->findStanding(numbers.asArea(), number)
+             : std::nullopt;
 }
 
 /// RANK(number, numbers, ascending): from 1 on; equal numbers have the first of their ranks, or the
 /// mean of them.
 template <bool isMeanOfEquals>
 Value rank(Call& call) {
-  NumberList list(call, 1, 2);
-  if (list.error()) {
-    return *list.error();
+  double const number = call.number(0);
+  auto standing = recallStanding(call, call[1], number);
+  if (!standing) {
+    NumberList list(call, 1, 2);
+    if (list.error()) {
+      return *list.error();
+    }
+    standing = findStanding(list.numbers(), number);
   }
-  Standing const standing = findStanding(list.numbers(), call.number(0));
-  if (standing.equal == 0.0) {
+  if (standing->equal == 0) {
     return notAvailable();
   }
-  double const first = call.number(2, 0.0) == 0.0 ? standing.above : standing.below;
-  return Value::number(first + 1.0 + (isMeanOfEquals ? (standing.equal - 1.0) / 2.0 : 0.0));
+  auto const before = call.number(2, 0.0) == 0.0 ? standing->above : standing->below;
+  auto const equal = static_cast<double>(standing->equal);
+  return Value::number(static_cast<double>(before) + 1.0 +
+                       (isMeanOfEquals ? (equal - 1.0) / 2.0 : 0.0));
 }
 
 /// The number at a place, from 0 to the last one, of the sorted numbers; between two places one
@@ -112,11 +119,11 @@ Value quartile(Call& call) {
 /// where it lies outside.
 std::optional<double> findShare(Numbers const& numbers, double number, Ends ends) {
   Standing const standing = findStanding(numbers, number);
-  if (standing.equal == 0.0 && (standing.below == 0.0 || standing.above == 0.0)) {
+  if (standing.equal == 0 && (standing.below == 0 || standing.above == 0)) {
     return std::nullopt;
   }
-  double place = standing.below;
-  if (standing.equal == 0.0) {
+  auto place = static_cast<double>(standing.below);
+  if (standing.equal == 0) {
     double below = -std::numeric_limits<double>::infinity();
     double above = std::numeric_limits<double>::infinity();
     for (double const other : numbers) {

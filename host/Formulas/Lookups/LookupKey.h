@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -28,6 +29,16 @@ struct TableArea {
         endRow(area.endRow),
         endColumn(area.endColumn) {}
 
+  /// A number that stands among areas: it has no table.
+  [[nodiscard]] static TableArea ofNumber(double number) noexcept {
+    constexpr unsigned halfBits = 32;
+    auto const bits = std::bit_cast<std::uint64_t>(number);
+    TableArea area;
+    area.firstRow = static_cast<std::uint32_t>(bits >> halfBits);
+    area.endRow = static_cast<std::uint32_t>(bits);
+    return area;
+  }
+
   friend bool operator==(TableArea const&, TableArea const&) noexcept = default;
   friend std::size_t hash_value(TableArea const& area) noexcept {
     std::size_t seed = boost::hash<DOM::Table const*>()(area.table);
@@ -44,11 +55,13 @@ enum class LookupKind : std::uint8_t {
   TupleClasses,      ///< places where several areas hold equal values, as criteria see them
   Order,             ///< values in their order
   Totals,            ///< what is gathered from the last area, by the classes of the others
+  CallResult,        ///< what a function gives for areas and numbers
 };
 
 /// Names an index: its kind and the areas that it is made of.
 struct LookupKey {
   LookupKind kind = LookupKind::Order;
+  std::uint16_t function = 0;  ///< of a CallResult, its number in the table of functions
   Few<TableArea> areas;
 
   LookupKey() = default;
@@ -60,7 +73,7 @@ struct LookupKey {
 
   friend bool operator==(LookupKey const& a, LookupKey const& b) noexcept = default;
   friend std::size_t hash_value(LookupKey const& key) noexcept {
-    auto seed = static_cast<std::size_t>(key.kind);
+    std::size_t seed = static_cast<std::size_t>(key.kind) << 16U | key.function;
     for (TableArea const& area : key.areas) {
       boost::hash_combine(seed, hash_value(area));
     }

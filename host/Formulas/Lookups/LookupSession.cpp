@@ -6,9 +6,9 @@
 
 #include "DOM/Table.h"
 #include "Formulas/Lookups/AreaBands.h"
+#include "Formulas/Lookups/CallResult.h"
 #include "Formulas/Lookups/ClassTotals.h"
 #include "Formulas/Lookups/EqualValues.h"
-#include "Formulas/Lookups/OrderedValues.h"
 
 namespace Zorv::Formulas {
 
@@ -98,6 +98,16 @@ LookupSession::Known* LookupSession::obtainClasses(Area const& area, LookupKind 
   return known;
 }
 
+OrderedValues const* LookupSession::obtainOrder(Area const& area) {
+  if (!isIndexed(area)) {
+    return nullptr;
+  }
+  Known const* const known =
+      obtain(LookupKey(LookupKind::Order, area), effortOf(area, area),
+             [&](SharedWork& /*work*/) { return std::make_unique<OrderedValues const>(area); });
+  return known == nullptr ? nullptr : static_cast<OrderedValues const*>(known->index);
+}
+
 std::optional<std::uint64_t> LookupSession::count(Condition const& condition,
                                                   OfficeUtils::LocaleContext const& locale) {
   Area const& area = condition.area;
@@ -106,12 +116,9 @@ std::optional<std::uint64_t> LookupSession::count(Condition const& condition,
     return std::nullopt;
   }
   if (isOrder(criterion.op())) {
-    Known const* const known =
-        obtain(LookupKey(LookupKind::Order, area), effortOf(area, area),
-               [&](SharedWork& /*work*/) { return std::make_unique<OrderedValues const>(area); });
-    return known == nullptr ? std::nullopt
-                            : std::optional(static_cast<OrderedValues const&>(*known->index)
-                                                .count(criterion.op(), criterion.operand()));
+    OrderedValues const* const values = obtainOrder(area);
+    return values == nullptr ? std::nullopt
+                             : std::optional(values->count(criterion.op(), criterion.operand()));
   }
   Known* const known = obtainClasses(area, LookupKind::CriterionClasses, locale);
   if (known == nullptr) {
@@ -212,6 +219,36 @@ std::optional<std::optional<std::uint32_t>> LookupSession::findEqual(
     return std::optional<std::optional<std::uint32_t>>(std::in_place);
   }
   return known->lastClasses.positionOf(isBackwards ? members.back() : members.front());
+}
+
+std::optional<Standing> LookupSession::findStanding(Area const& area, double number) {
+  OrderedValues const* const values = obtainOrder(area);
+  return values == nullptr ? std::nullopt : values->findStanding(number);
+}
+
+std::optional<Value> LookupSession::obtainResult(std::uint16_t function,
+                                                 std::span<Value const> arguments,
+                                                 std::function<Value()> const& calculate) {
+  LookupKey key;
+  key.kind = LookupKind::CallResult;
+  key.function = function;
+  bool pays = false;
+  for (Value const& argument : arguments) {
+    if (argument.isNumber()) {
+      key.areas.push_back(TableArea::ofNumber(argument.asNumber()));
+    } else {
+      key.areas.push_back(TableArea(argument.asArea()));
+      pays = pays || isIndexed(argument.asArea());
+    }
+  }
+  if (!pays) {
+    return std::nullopt;
+  }
+  // It costs no more to calculate it for all than for one.
+  Known const* const known =
+      obtain(key, {}, [&](SharedWork& /*work*/) { return CallResult::make(calculate()); });
+  return known == nullptr ? std::nullopt
+                          : std::optional(static_cast<CallResult const&>(*known->index).value());
 }
 
 }  // namespace Zorv::Formulas

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 
@@ -13,6 +14,7 @@
 #include "Formulas/Lookups/Gathered.h"
 #include "Formulas/Lookups/LookupKey.h"
 #include "Formulas/Lookups/LookupStore.h"
+#include "Formulas/Lookups/OrderedValues.h"
 #include "OfficeUtils/LocaleContext.h"
 
 namespace Zorv::Formulas {
@@ -73,6 +75,17 @@ public:
       Area const& line, Value const& key, bool isBackwards,
       OfficeUtils::LocaleContext const& locale);
 
+  /// Where a number stands among those of an area that holds no error.
+  [[nodiscard]] std::optional<Standing> findStanding(Area const& area, double number);
+
+  /// What a function gives for arguments that are areas and numbers, calculated by `calculate()`
+  /// once for all that ask. Nothing where that does not pay, as it does not for small areas alone,
+  /// and where the value is not a single one: then the caller calculates. The value lasts as long
+  /// as the store.
+  [[nodiscard]] std::optional<Value> obtainResult(std::uint16_t function,
+                                                  std::span<Value const> arguments,
+                                                  std::function<Value()> const& calculate);
+
 private:
   /// An index that was found before, and where its classes were asked for last.
   struct Known {
@@ -86,6 +99,8 @@ private:
   /// The index of a key; null where there is none. The result is overwritten some calls later.
   template <class Make>
   [[nodiscard]] Known* obtain(LookupKey const& key, LookupStore::Effort effort, Make const& make);
+  /// The values of an area in their order; null where there is no such index.
+  [[nodiscard]] OrderedValues const* obtainOrder(Area const& area);
   [[nodiscard]] Known* remember(LookupKey const& key, LookupIndex const* index);
 
   /// The classes of the values in an area, beside the index that has them.

@@ -36,6 +36,8 @@ OrderedValues::OrderedValues(Area const& area) {
       _texts.push_back(value.asText());
     } else if (value.isBoolean()) {
       _truths.push_back(value.asBoolean() ? 1 : 0);
+    } else if (value.isError()) {
+      _hasErrors = true;
     }
     return true;
   });
@@ -56,6 +58,16 @@ std::uint64_t OrderedValues::count(Operator op, Value const& operand) const noex
     default:
       return 0;
   }
+}
+
+std::optional<Standing> OrderedValues::findStanding(double number) const noexcept {
+  if (_hasErrors) {
+    return std::nullopt;
+  }
+  auto const [first, end] = std::ranges::equal_range(_numbers, number);
+  return Standing{.below = static_cast<std::uint64_t>(first - _numbers.begin()),
+                  .equal = static_cast<std::uint64_t>(end - first),
+                  .above = static_cast<std::uint64_t>(_numbers.end() - end)};
 }
 
 std::size_t OrderedValues::memory() const noexcept {

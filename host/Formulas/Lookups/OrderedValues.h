@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -11,6 +12,13 @@
 #include "Formulas/Lookups/LookupIndex.h"
 
 namespace Zorv::Formulas {
+
+/// How many numbers are below a number, how many equal it, and how many are above.
+struct Standing {
+  std::uint64_t below = 0;
+  std::uint64_t equal = 0;
+  std::uint64_t above = 0;
+};
 
 /// The numbers and the texts of an area in their order, to tell how many are above or below one.
 class OrderedValues final : public LookupIndex {
@@ -22,12 +30,17 @@ public:
   [[nodiscard]] std::uint64_t count(DOM::FormulaSyntaxTree::Operator op,
                                     Value const& operand) const noexcept;
 
+  /// Where a number stands among the numbers; nothing where the area holds an error, too.
+  /// Logarithmic.
+  [[nodiscard]] std::optional<Standing> findStanding(double number) const noexcept;
+
   [[nodiscard]] std::size_t memory() const noexcept override;
 
 private:
   std::vector<double> _numbers;
   std::vector<std::string_view> _texts;
   std::vector<std::uint8_t> _truths;  ///< 0 and 1
+  bool _hasErrors = false;
 };
 
 }  // namespace Zorv::Formulas

@@ -114,7 +114,13 @@ TEST(LookupCache, ARangeIsWalkedAFewTimesOnly) {
                                    {"COUNTIF($A$1:$A$100,\">8\")", "10"},
                                    {"SUMIF($A$1:$A$100,7,$A$1:$A$100)", "70"},
                                    {"COUNTIFS($A$1:$A$100,5,$A$1:$A$100,5)", "10"},
-                                   {"MATCH(9,$A$1:$A$100,0)", "9"}};
+                                   {"MATCH(9,$A$1:$A$100,0)", "9"},
+                                   {"RANK(8,$A$1:$A$100)", "11"},
+                                   {"AVERAGE($A$1:$A$100)", "4.5"},
+                                   {"LARGE(A$1:A$100,11)", "8"},
+                                   {"SUM(OFFSET($A$1,0,0,100,1))", "450"},
+                                   {"SUMPRODUCT($A$1:$A$100,$A$1:$A$100)", "2850"},
+                                   {"RIGHT(CONCAT($A$1:$A$100),3)", "\"890\""}};
   for (auto const& [formula, result] : cases) {
     auto const expr = parseExpr(formula);
     for (int i = 0; i < 4; ++i) {
@@ -132,6 +138,32 @@ TEST(LookupCache, ARangeIsWalkedAFewTimesOnly) {
         LookupFormulas::calcInSession(document, document.sheet(), parseExpr(formula), 0, other),
         result)
         << formula;
+  }
+}
+
+/// What is cheap, or told by more than its ranges, is calculated anew: it sees the change.
+TEST(LookupCache, OtherCallsAreNotRemembered) {
+  FormulaDocument document;
+  for (int row = 1; row <= 100; ++row) {
+    document.set("A" + std::to_string(row), "1");
+  }
+  LookupCache cache;
+  EvaluationSession session(cache);
+  for (char const* const formula :
+       {"SUM($A$1:$A$64)", "SUM($A$1:$A$100,1)", "SUM($A$1:$A$100*1)", "INDEX($A$1:$A$100,3)",
+        "SUM(TRANSPOSE($A$1:$A$100))", "IF(TRUE,SUM($A$1:$A$3))"}) {
+    auto const expr = parseExpr(formula);
+    auto const calculate = [&] {
+      return LookupFormulas::calcInSession(document, document.sheet(), expr, 0, session);
+    };
+    for (int i = 0; i < 5; ++i) {
+      EXPECT_EQ(calculate(), document.calc(formula)) << formula;
+    }
+    std::string const before = document.calc(formula);
+    document.set("A3", "7");
+    EXPECT_NE(document.calc(formula), before) << formula;
+    EXPECT_EQ(calculate(), document.calc(formula)) << formula;
+    document.set("A3", "1");
   }
 }
 

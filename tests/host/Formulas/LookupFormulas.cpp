@@ -127,6 +127,21 @@ std::vector<std::string_view> const& LookupFormulas::getFormulas() {
       "XLOOKUP(A1,$B$1:$B$150,$C$1:$C$150,\"none\")",
       "XLOOKUP(A1,$B$1:$B$150,$C$1:$C$150,\"none\",0,-1)",
       "INDEX($C$1:$C$150,MATCH(A1,$B$1:$B$150,0))",
+      "RANK(C1,$C$1:$C$150)&RANK.AVG(C1,$C$1:$C$150,1)",
+      "RANK(D1,$A$1:$D$150)",
+      "IFERROR(RANK(D1,$D$1:$D$150,1),\"none\")",
+      "SUM($C$1:$C$150)",
+      "AVERAGE(A$1:$C150,B$1:B$150)",
+      "MAX($A$1:A100)",
+      "COUNTA(Other!$A$1:$A$100,$A$1:$A$2)",
+      "LARGE($C$1:$C$150,2)&SMALL($C$1:$C$150,2)&LARGE($C$1:$C$150,1)&LARGE($B$1:$B$150,2)",
+      "LARGE($C$1:$C$150,ROW())",
+      "COUNT($C$1:$C$150,5)&COUNT($C$1:$C$150,TRUE)&COUNT($C$1:$C$150)",
+      "CONCAT($A$1:$A$150)&CONCAT($B$1:$B$70)",
+      "SUM(TRANSPOSE($C$1:$C$150))",
+      "ROWS($A$1:$A$150)+ROW($A$1:$A$150)+SUM($A$1:$A$1048576)",
+      "SUMPRODUCT($C$1:$C$150,$C$1:$C$150)",
+      "SUM($A$1:INDEX($A$1:$A$150,ROW()))",
   };
   return formulas;
 }
