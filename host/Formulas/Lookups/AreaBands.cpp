@@ -7,13 +7,6 @@
 
 namespace Zorv::Formulas {
 
-namespace {
-
-/// Enough work to outweigh handing a band over, and little enough to share out evenly.
-constexpr std::uint64_t cellsInBand = 4096;
-
-}  // namespace
-
 std::uint64_t mostCellsIn(Area const& area) {
   return std::min<std::uint64_t>(area.size(), area.table->getTable().getCellCount());
 }

@@ -14,6 +14,10 @@ namespace Zorv::Formulas {
 /// top: what several threads share out among themselves.
 class AreaBands {
 public:
+  /// How many cells a band has on average: enough work to outweigh handing it over, and little
+  /// enough to share out evenly.
+  static constexpr std::uint64_t cellsInBand = 4096;
+
   explicit AreaBands(Area const& area);
 
   [[nodiscard]] std::size_t count() const noexcept;

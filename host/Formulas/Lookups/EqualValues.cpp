@@ -62,7 +62,7 @@ private:
     Area const area = _areas.at(number);
     std::uint32_t const firstRow = area.firstRow - _area.firstRow;
     CellBand band;
-    band.reserve(mostCellsIn(area));
+    band.reserve(std::min(mostCellsIn(area), AreaBands::cellsInBand));
     forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
       if (!value.isEmpty()) {
         band.add((firstRow + row) * _area.width() + column,
