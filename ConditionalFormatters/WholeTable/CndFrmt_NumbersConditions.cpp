@@ -95,7 +95,7 @@ void TopBottomCondition::make(unsigned threadCount) const {
   auto const rank = selectableRank(record);
   auto const threshold = rank ? selectThreshold(from, rankingOrderOf(record.getType()), *rank)
                               : rankThreshold(from, record);
-  // What is inside by the whole ranking is what is not beyond the first of the threshold alone.
+  // Alone the threshold is the first of its ranking, and parts all numbers alike.
   DOM::TopBottomConditionalFormatOperator const first(record.getType(), 1, false);
   _operator = std::make_unique<TopBottomOperator>(
       first, threshold ? std::vector{*threshold} : std::vector<FloatNumber>());
