@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <string>
 
 #include "Formulas/Evaluation/Value.h"
@@ -12,10 +11,7 @@ namespace Zorv::Formulas {
 /// A single value that a function gave, to be given again.
 class CallResult final : public LookupIndex {
 public:
-  /// Keeps a value; null for one that is not single.
-  [[nodiscard]] static std::unique_ptr<CallResult const> make(Value const& value) {
-    return value.isSingle() ? std::make_unique<CallResult const>(value) : nullptr;
-  }
+  /// Requires a single value, of which it keeps a copy.
   explicit CallResult(Value const& value) : _value(value) {
     if (value.isText()) {
       _text = value.asText();

@@ -64,7 +64,8 @@ std::optional<Standing> OrderedValues::findStanding(double number) const noexcep
   if (_hasErrors) {
     return std::nullopt;
   }
-  auto const [first, end] = std::ranges::equal_range(_numbers, number);
+  auto const first = std::ranges::lower_bound(_numbers, number);
+  auto const end = std::ranges::upper_bound(_numbers, number);
   return Standing{.below = static_cast<std::uint64_t>(first - _numbers.begin()),
                   .equal = static_cast<std::uint64_t>(end - first),
                   .above = static_cast<std::uint64_t>(_numbers.end() - end)};
