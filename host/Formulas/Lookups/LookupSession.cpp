@@ -245,8 +245,14 @@ std::optional<Value> LookupSession::obtainResult(std::uint16_t function,
     return std::nullopt;
   }
   // It costs no more to calculate it for all than for one.
-  Known const* const known =
-      obtain(key, {}, [&](SharedWork& /*work*/) { return CallResult::make(calculate()); });
+  auto const make = [&](SharedWork& /*work*/) -> std::unique_ptr<LookupIndex const> {
+    Value const value = calculate();
+    if (!value.isSingle()) {
+      return nullptr;
+    }
+    return std::make_unique<CallResult const>(value);
+  };
+  Known const* const known = obtain(key, {}, make);
   return known == nullptr ? std::nullopt
                           : std::optional(static_cast<CallResult const&>(*known->index).value());
 }
