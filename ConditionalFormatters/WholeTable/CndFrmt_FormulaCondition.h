@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <utility>
 
 #include <boost/optional.hpp>
@@ -33,29 +32,32 @@ public:
     auto const calculate =
         [&](std::size_t number,
             DOM::FormulaSyntaxTree::Expr const& expr) -> boost::optional<FormulaValue> const& {
-      Argument& argument = _arguments[number];
-      auto& ownValue = ownValues[number];
-      if (!argument.isKnown.load(std::memory_order_acquire)) {
-        ownValue = calculator.calculateInPlace(expr, data.cellIndex, session);
-        learn(argument, expr, ownValue,
-              [&] { return calculator.fold(expr, data.cellIndex, session); });
-        return ownValue;
+      auto const evaluate = [&](DOM::FormulaSyntaxTree::Expr const& what) {
+        return calculator.calculateInPlace(what, data.cellIndex, session);
+      };
+      bool const isSame = isSameForEveryCell(expr);
+      Known const& known = obtainKnown(_arguments[number], [&] {
+        return isSame ? Known{evaluate(expr), nullptr}
+                      : Known{boost::none, fold(calculator, expr, data.cellIndex, session)};
+      });
+      if (isSame) {
+        return known.value;
       }
-      if (isSameForEveryCell(expr)) {
-        return argument.value;
-      }
-      return ownValue = calculator.calculateInPlace(argument.folded ? *argument.folded : expr,
-                                                    data.cellIndex, session);
+      return ownValues[number] = evaluate(known.folded ? *known.folded : expr);
     };
     return condition.judge(data, calculate);
   }
 
 private:
-  /// What an argument comes to for every cell, known once it was evaluated for one.
+  /// What an argument comes to for every cell.
+  struct Known {
+    boost::optional<FormulaValue> value;                         ///< where all of it is the same
+    std::unique_ptr<DOM::FormulaSyntaxTree::Expr const> folded;  ///< where a part of it is
+  };
+
   struct Argument {
     std::atomic<bool> isKnown = false;
-    boost::optional<FormulaValue> value;                 ///< where all of it is the same
-    std::optional<DOM::FormulaSyntaxTree::Expr> folded;  ///< where a part of it is
+    Known known;
   };
 
   static bool isSameForEveryCell(DOM::FormulaSyntaxTree::Expr const& expr) noexcept {
@@ -67,30 +69,31 @@ private:
     _operator = _sources.factory.create(_formatRef);
   }
 
-  /// Evaluates and folds without the lock, since an evaluation may ask about this condition again;
-  /// of two threads that do so at once the first to finish decides.
-  template <class Fold>
-  void learn(Argument& argument, DOM::FormulaSyntaxTree::Expr const& expr,
-             boost::optional<FormulaValue> const& value, Fold const& fold) const {
-    bool const isSame = isSameForEveryCell(expr);
-    auto folded = isSame ? std::nullopt : foldIfPossible(fold);
-    std::lock_guard const lock(_mutex);
-    if (!argument.isKnown.load(std::memory_order_relaxed)) {
-      if (isSame) {
-        argument.value = value;
+  template <class Find>
+  Known const& obtainKnown(Argument& argument, Find const& find) const {
+    if (!argument.isKnown.load(std::memory_order_acquire)) {
+      // Found without the lock, since an evaluation may ask about this condition again; of two
+      // threads that do so at once the first to finish decides.
+      Known found = find();
+      std::lock_guard const lock(_mutex);
+      if (!argument.isKnown.load(std::memory_order_relaxed)) {
+        argument.known = std::move(found);
+        argument.isKnown.store(true, std::memory_order_release);
       }
-      argument.folded = std::move(folded);
-      argument.isKnown.store(true, std::memory_order_release);
     }
+    return argument.known;
   }
 
-  template <class Fold>
-  static std::optional<DOM::FormulaSyntaxTree::Expr> foldIfPossible(Fold const& fold) {
+  static std::unique_ptr<DOM::FormulaSyntaxTree::Expr const> fold(
+      FormulaExprCalculator const& calculator, DOM::FormulaSyntaxTree::Expr const& expr,
+      CellIndex cell, Formulas::EvaluationSession& session) {
     try {
-      return fold();
+      auto folded = calculator.fold(expr, cell, session);
+      return folded ? std::make_unique<DOM::FormulaSyntaxTree::Expr const>(std::move(*folded))
+                    : nullptr;
     } catch (...) {
       // A call may stand where no cell asks for it: only then does what it throws matter.
-      return std::nullopt;
+      return nullptr;
     }
   }
 
