@@ -36,7 +36,7 @@ format: packages ## Lay out the sources
 	@scripts/check_format.sh --fix
 
 bench: release ## Measure, and write the tables of docs/performance.md
-	@build/release/bin/cndfrmt_bench --benchmark_min_time=0.1 --benchmark_repetitions=5 \
+	@build/release/bin/cndfrmt_bench --benchmark_min_time=0.05 --benchmark_repetitions=12 \
 	  --benchmark_enable_random_interleaving=true \
 	  --benchmark_out=build/bench.json --benchmark_out_format=json
 	@scripts/report_benchmarks.py build/bench.json docs/performance.md

@@ -96,6 +96,8 @@ using BandStyles = std::vector<DOM::SharedCellStylePtr const*>;
 
 class CollectStyles {
 public:
+  CollectStyles() { _styles.reserve(RowBands::usualSize); }
+
   void add(DOM::CellInfo const& /*cellInfo*/, DOM::SharedCellStylePtr const& style,
            FormatNumbers const& /*holding*/) {
     _styles.push_back(&style);

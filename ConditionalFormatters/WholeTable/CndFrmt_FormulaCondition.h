@@ -18,7 +18,7 @@ namespace Zorv::ConditionalFormatters {
 
 /// A condition with formulas: arguments, and calls in them, that are the same for every cell are
 /// evaluated once, for the first one; the rest without a shifted copy.
-template <class FormulaOperator>
+template <class FormulaOperator, std::size_t argumentCount>
 class FormulaCondition final : public PreparedCondition {
 public:
   FormulaCondition(ConditionSources const& sources, ConditionalFormatRef const& formatRef) noexcept
@@ -28,22 +28,19 @@ public:
                               Formulas::EvaluationSession& session) const override {
     auto const& condition = static_cast<FormulaOperator const&>(*_operator);
     FormulaExprCalculator const& calculator = condition.getCalculator();
-    std::array<boost::optional<FormulaValue>, 2> ownValues;
+    std::array<boost::optional<FormulaValue>, argumentCount> ownValues;
     auto const calculate =
         [&](std::size_t number,
             DOM::FormulaSyntaxTree::Expr const& expr) -> boost::optional<FormulaValue> const& {
-      auto const evaluate = [&](DOM::FormulaSyntaxTree::Expr const& what) {
-        return calculator.calculateInPlace(what, data.cellIndex, session);
-      };
-      bool const isSame = isSameForEveryCell(expr);
-      Known const& known = obtainKnown(_arguments[number], [&] {
-        return isSame ? Known{evaluate(expr), nullptr}
-                      : Known{boost::none, fold(calculator, expr, data.cellIndex, session)};
-      });
-      if (isSame) {
-        return known.value;
+      Argument& argument = _arguments[number];
+      if (!argument.isKnown.load(std::memory_order_acquire)) {
+        learn(argument, expr, data.cellIndex, session);
       }
-      return ownValues[number] = evaluate(known.folded ? *known.folded : expr);
+      if (isSameForEveryCell(expr)) {
+        return argument.known.value;
+      }
+      return ownValues[number] = calculator.calculateInPlace(
+                 argument.known.folded ? *argument.known.folded : expr, data.cellIndex, session);
     };
     return condition.judge(data, calculate);
   }
@@ -69,19 +66,23 @@ private:
     _operator = _sources.factory.create(_formatRef);
   }
 
-  template <class Find>
-  Known const& obtainKnown(Argument& argument, Find const& find) const {
-    if (!argument.isKnown.load(std::memory_order_acquire)) {
-      // Found without the lock, since an evaluation may ask about this condition again; of two
-      // threads that do so at once the first to finish decides.
-      Known found = find();
-      std::lock_guard const lock(_mutex);
-      if (!argument.isKnown.load(std::memory_order_relaxed)) {
-        argument.known = std::move(found);
-        argument.isKnown.store(true, std::memory_order_release);
-      }
+  void learn(Argument& argument, DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
+             Formulas::EvaluationSession& session) const {
+    // Found without the lock, since an evaluation may ask about this condition again; of two
+    // threads that do so at once the first to finish decides.
+    FormulaExprCalculator const& calculator =
+        static_cast<FormulaOperator const&>(*_operator).getCalculator();
+    Known found;
+    if (isSameForEveryCell(expr)) {
+      found.value = calculator.calculateInPlace(expr, cell, session);
+    } else {
+      found.folded = fold(calculator, expr, cell, session);
     }
-    return argument.known;
+    std::lock_guard const lock(_mutex);
+    if (!argument.isKnown.load(std::memory_order_relaxed)) {
+      argument.known = std::move(found);
+      argument.isKnown.store(true, std::memory_order_release);
+    }
   }
 
   static std::unique_ptr<DOM::FormulaSyntaxTree::Expr const> fold(
@@ -100,7 +101,7 @@ private:
   ConditionSources const& _sources;
   ConditionalFormatRef const& _formatRef;
   mutable std::unique_ptr<Operator const> _operator;
-  mutable std::array<Argument, 2> _arguments;
+  mutable std::array<Argument, argumentCount> _arguments;
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -28,13 +28,13 @@ public:
     return std::make_unique<ValueCondition>(_sources, _formatRef);
   }
   ConditionPtr operator()(DOM::UnaryConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<FormulaCondition<UnaryOperator>>(_sources, _formatRef);
+    return std::make_unique<FormulaCondition<UnaryOperator, 1>>(_sources, _formatRef);
   }
   ConditionPtr operator()(DOM::BinaryConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<FormulaCondition<BinaryOperator>>(_sources, _formatRef);
+    return std::make_unique<FormulaCondition<BinaryOperator, 2>>(_sources, _formatRef);
   }
   ConditionPtr operator()(DOM::TextConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<FormulaCondition<TextOperator>>(_sources, _formatRef);
+    return std::make_unique<FormulaCondition<TextOperator, 1>>(_sources, _formatRef);
   }
   ConditionPtr operator()(DOM::TopBottomConditionalFormatOperator const& /*record*/) const {
     return std::make_unique<TopBottomCondition>(_sources, _formatRef);

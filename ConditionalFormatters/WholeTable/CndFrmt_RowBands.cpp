@@ -6,9 +6,6 @@ namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-// Enough work to outweigh handing a band over, and little enough to share out evenly.
-constexpr unsigned long cellsInBand = 4096;
-
 unsigned long widthOf(TableRange const& range) noexcept {
   return range.endColumn - std::min(range.firstColumn, range.endColumn);
 }
@@ -16,7 +13,7 @@ unsigned long widthOf(TableRange const& range) noexcept {
 }  // namespace
 
 RowBands::RowBands(TableRange const& range, unsigned long cellsInRow) noexcept
-    : _range(range), _height(std::max(1UL, cellsInBand / std::max(1UL, cellsInRow))) {
+    : _range(range), _height(std::max(1UL, usualSize / std::max(1UL, cellsInRow))) {
   _range.endRow = std::max(_range.firstRow, _range.endRow);
 }
 

@@ -11,6 +11,10 @@ namespace Zorv::ConditionalFormatters {
 /// out among themselves. The bands are numbered from 0, from the top.
 class RowBands {
 public:
+  /// How many cells a band has where rows are alike and short. Enough work to outweigh handing a
+  /// band over, and little enough to share out evenly.
+  static constexpr unsigned long usualSize = 4096;
+
   /// For a walk over all positions of a range.
   [[nodiscard]] static RowBands ofPositions(TableRange const& range) noexcept;
   /// For a walk over the existing cells of a range: above the first of the table and below the last

@@ -61,11 +61,13 @@ CellResolver::CellResolver(TableResolverParts const& parts, unsigned threadCount
 DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellInfo) {
   _styleCursor.restart();
   _holding.clear();
-  FormulaValueData data{FormulaValue(), cellInfo.getCellIndex()};
+  FormulaValueData data{FormulaValue(), {RowIndex(0), ColumnIndex(0)}};
   bool isRead = false;
   auto const obtainValue = [&]() -> FormulaValueData const& {
     if (!isRead) {
       data.value = _parts._sources.provider.getCellValue(cellInfo);
+      // Not before: what was just written in parts, as this was, is slow to read at once.
+      data.cellIndex = cellInfo.getCellIndex();
       isRead = true;
     }
     return data;
