@@ -1,7 +1,6 @@
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 
 #include <atomic>
-#include <chrono>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -27,6 +26,7 @@
 #include "support/Documents.h"
 #include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
+#include "support/RunningClock.h"
 #include "support/Threads.h"
 #include "support/Values.h"
 
@@ -36,14 +36,8 @@ namespace {
 
 using namespace TestSupport;
 using namespace DOM;
-using OfficeUtils::Clock;
 using OfficeUtils::PinnedMoment;
 using OfficeUtils::ScopedClock;
-
-Clock::TimePoint noonOn21November() {
-  using namespace std::chrono;
-  return sys_days(2026y / November / 21) + hours(12);
-}
 
 /// Whether a condition holds, or what it throws.
 struct Verdict {
@@ -321,17 +315,6 @@ TEST_F(TableResolverHoldsTest, ThrowsWhereThereIsNoSuchFormat) {
             (Verdict{.thrown = typeid(std::out_of_range),
                      .message = "there is no conditional format at place 1; the table has 1"}));
 }
-
-/// A clock that goes on a day each time it is read.
-class RunningClock final : public Clock {
-public:
-  [[nodiscard]] TimePoint now() const override {
-    return noonOn21November() + std::chrono::days(_reads++);
-  }
-
-private:
-  mutable int _reads = 0;
-};
 
 TEST_F(TableResolverHoldsTest, SeesTheMomentThatItsCallerPinnedOrOneOfItsOwn) {
   table.setValue(0, 0, number(46347));  // 21 November 2026

@@ -1,7 +1,6 @@
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 
 #include <atomic>
-#include <chrono>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -25,6 +24,7 @@
 #include "support/Documents.h"
 #include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
+#include "support/RunningClock.h"
 #include "support/Values.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -32,14 +32,8 @@ namespace {
 
 using namespace TestSupport;
 using namespace DOM;
-using OfficeUtils::Clock;
 using OfficeUtils::ScopedClock;
 using Positions = TableResolver::Positions;
-
-Clock::TimePoint noonOn21November() {
-  using namespace std::chrono;
-  return sys_days(2026y / November / 21) + hours(12);
-}
 
 std::unique_ptr<ConditionalFormattingPropsCalculator> makeCalculator(Table const& table) {
   return std::make_unique<ConditionalFormattingPropsCalculator>(
@@ -337,17 +331,6 @@ TEST_F(TableResolverTest, AValueWithoutACellIsJudgedByTheCellsThatExist) {
     EXPECT_EQ(style != nullptr, index.getRow().get() % 3 != 1) << index.getRow().get();
   }
 }
-
-/// A clock that goes on a day each time it is read.
-class RunningClock final : public Clock {
-public:
-  [[nodiscard]] TimePoint now() const override {
-    return noonOn21November() + std::chrono::days(_reads++);
-  }
-
-private:
-  mutable int _reads = 0;
-};
 
 TEST(TableResolverMoment, IsOneForAWholePassAndAnotherForTheNext) {
   constexpr double today = 46347;
