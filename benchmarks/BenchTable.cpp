@@ -5,6 +5,7 @@
 #include <random>
 #include <utility>
 
+#include "ConditionalFormatters/CndFrmt_TableResolver.h"
 #include "DOM/ConditionalFormat.h"
 #include "Formulas/ParseExpr.h"
 #include "support/PlainHost.h"
@@ -138,6 +139,16 @@ std::vector<FormulaValue> BenchTable::getValues() const {
     values.push_back(cell.getCellInfo().getCell()->value);
   }
   return values;
+}
+
+std::size_t resolveColumn(BenchTable const& table, unsigned threadCount) {
+  std::size_t styled = 0;
+  auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
+  resolver.visit(
+      table.getColumn(), ConditionalFormatters::TableResolver::Positions::Existing,
+      [&](CellInfo const&, SharedCellStylePtr const& style) { styled += style ? 1 : 0; },
+      threadCount);
+  return styled;
 }
 
 std::vector<Scenario> const& getScenarios() {

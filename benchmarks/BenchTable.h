@@ -48,6 +48,10 @@ private:
   std::unique_ptr<ConditionalFormatters::ConditionalFormattingPropsCalculator> _calculator;
 };
 
+/// Everything that an export does: prepares the resolver, then visits each cell once. Gives how
+/// many have a style.
+std::size_t resolveColumn(BenchTable const& table, unsigned threadCount);
+
 /// The formats of a scenario, added to a table.
 struct Scenario {
   char const* name;

@@ -6,6 +6,7 @@ namespace Zorv::Benchmarks {
 void registerCellCache();
 void registerLoader();
 void registerMemory();
+void registerThreads();
 void registerWholeTable();
 
 }  // namespace Zorv::Benchmarks
