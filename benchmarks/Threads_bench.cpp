@@ -79,10 +79,9 @@ void registerTurns(char const* way, Scenario const& scenario, Resolve resolve) {
   name += way;
   name += '/';
   name += scenario.name;
-  benchmark::RegisterBenchmark(name.c_str(),
-                               [&scenario, resolve](benchmark::State& state) {
-                                 measureTurns(state, scenario, resolve);
-                               })
+  benchmark::RegisterBenchmark(
+      name.c_str(),
+      [&scenario, resolve](benchmark::State& state) { measureTurns(state, scenario, resolve); })
       ->Arg(1'000'000)
       ->Iterations(4)
       ->UseRealTime()
