@@ -7,6 +7,7 @@
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <typeindex>
 #include <utility>
 #include <vector>
@@ -188,6 +189,13 @@ protected:
               makeUUID(1));
   }
 
+  /// A format that throws for the cells from a row on: its kind is none that there is.
+  void addThrowingFrom(unsigned long row) {
+    addFormat(table, {{row, 0, cellCount, 1}},
+              NullaryConditionalFormatOperator(static_cast<NullaryConditionalFormatType>(14)),
+              makeUUID(1));
+  }
+
   TableRange const column{0, 0, cellCount, 1};
   Table table;
   Styles styles;
@@ -204,10 +212,57 @@ TEST_F(TableResolverTest, RunsGrowOverRowsAndOverTheBordersBetweenThreads) {
   }
 }
 
+/// The call is a constant by then: it does not see that the document changed, as its users promise
+/// not to do. Its range is too small to be remembered in any other way.
+TEST_F(TableResolverTest, ACallThatNoCellChangesIsEvaluatedOnce) {
+  addUnary(UnaryConditionalFormatType::FormulaIsTrue, "A1>AVERAGE($A$1:$A$11)");
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  EXPECT_FALSE(resolver.resolve(table.getCellInfo(5, 0)));
+  table.setValue(10, 0, number(1e9));
+  EXPECT_TRUE(resolver.resolve(table.getCellInfo(6, 0)));
+  EXPECT_FALSE(calculator->prepare(styles, table).resolve(table.getCellInfo(6, 0)));
+}
+
+/// Throws where a formula asks for another sheet.
+class OneSheetContextProvider final : public PlainContextProvider {
+public:
+  using PlainContextProvider::PlainContextProvider;
+
+  [[nodiscard]] Formulas::TableContext const* findTableContext(
+      std::string_view /*name*/) const override {
+    throw std::runtime_error("another sheet");
+  }
+};
+
+class OneSheetProvider final : public ForwardingValueContextProvider {
+public:
+  explicit OneSheetProvider(Table const& table)
+      : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)),
+        _contextProvider(table) {}
+
+  [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
+    return _contextProvider;
+  }
+
+private:
+  OneSheetContextProvider _contextProvider;
+};
+
+TEST_F(TableResolverTest, ACallThatThrowsMattersToTheCellsThatTakeItsBranchAlone) {
+  addUnary(UnaryConditionalFormatType::FormulaIsTrue,
+           "IF(A1<8,A1>AVERAGE($A$1:$A$5),SUM(Other!$A$1:$A$9))");
+  ConditionalFormattingPropsCalculator const calculator(std::make_unique<OneSheetProvider>(table));
+  auto const resolver = calculator.prepare(styles, table);
+  for (int pass = 0; pass < 2; ++pass) {
+    EXPECT_TRUE(resolver.resolve(table.getCellInfo(7, 0)));
+    EXPECT_THROW(static_cast<void>(resolver.resolve(table.getCellInfo(8, 0))), std::runtime_error);
+    EXPECT_FALSE(resolver.resolve(table.getCellInfo(1, 0)));
+  }
+}
+
 TEST_F(TableResolverTest, AnExceptionOfACellReachesTheCallerOnceAfterTheCellsBeforeIt) {
-  addFormat(table, {{7'777, 0, cellCount, 1}},
-            NullaryConditionalFormatOperator(static_cast<NullaryConditionalFormatType>(14)),
-            makeUUID(1));
+  addThrowingFrom(7'777);
   auto const calculator = makeCalculator(table);
   auto const resolver = calculator->prepare(styles, table);
   for (unsigned const threadCount : {1U, 2U, 7U}) {
@@ -224,9 +279,7 @@ TEST_F(TableResolverTest, AnExceptionOfACellReachesTheCallerOnceAfterTheCellsBef
 
 TEST_F(TableResolverTest, AnExplanationEndsBeforeTheCellThatThrows) {
   addUnary(UnaryConditionalFormatType::GreaterOrEqual, "5000");
-  addFormat(table, {{7'777, 0, cellCount, 1}},
-            NullaryConditionalFormatOperator(static_cast<NullaryConditionalFormatType>(14)),
-            makeUUID(1));
+  addThrowingFrom(7'777);
   auto const calculator = makeCalculator(table);
   auto const resolver = calculator->prepare(styles, table);
   for (unsigned const threadCount : {1U, 2U, 7U}) {

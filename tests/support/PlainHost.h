@@ -30,7 +30,7 @@ private:
   std::string _sheetName = "Sheet1";
 };
 
-class PlainContextProvider final : public Formulas::ContextProvider {
+class PlainContextProvider : public Formulas::ContextProvider {
 public:
   explicit PlainContextProvider(DOM::Table const& table) : _tableContext(table) {}
 
