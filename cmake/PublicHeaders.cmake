@@ -43,6 +43,7 @@ target_sources(
                host/OfficeUtils/DateTime.h
                host/OfficeUtils/FormulaValueCast.h
                host/OfficeUtils/LocaleContext.h
+               host/OfficeUtils/Moment.h
                host/OfficeUtils/NumberFormat.h
                host/OfficeUtils/PinnedMoment.h
                host/OfficeUtils/SerialDate.h

@@ -7,11 +7,14 @@ namespace Zorv::Formulas {
 
 EvaluationSession::EvaluationSession() noexcept = default;
 EvaluationSession::EvaluationSession(LookupCache& lookups) noexcept : _lookups(&lookups) {}
+EvaluationSession::EvaluationSession(LookupCache& lookups, OfficeUtils::Moment& moment) noexcept
+    : _lookups(&lookups), _moment(&moment) {}
 EvaluationSession::~EvaluationSession() = default;
 
 Workspace& EvaluationSession::obtainWorkspace() {
   if (!_workspace) {
     _workspace = std::make_unique<Workspace>();
+    _workspace->moment = _moment;
     if (_lookups != nullptr) {
       _workspace->lookups.emplace(_lookups->getStore());
     }

@@ -4,24 +4,31 @@
 
 #include "Utils/Export.h"
 
+namespace Zorv::OfficeUtils {
+class Moment;
+}  // namespace Zorv::OfficeUtils
+
 namespace Zorv::Formulas {
 
 class LookupCache;
 struct Workspace;
 
-/// What the evaluations of one thread share while the document stays unchanged: the memory in which
-/// they work, the place of the cell that they read last, from which the next one is found without a
-/// search, and what a LookupCache remembers of the ranges in which they search. The answers are
-/// those of evaluations without a session.
+/// State that the evaluations of one thread share while the document stays unchanged: working
+/// memory, the position of the cell read last (the next one is found from there without a search),
+/// and a LookupCache. The answers are those of evaluations without a session.
 ///
-/// Ownership: borrows the cache, which must outlive it. Made cheaply: the memory is taken at the
-/// first evaluation. Threads: for one evaluation at a time, which may not begin another one of the
-/// same session.
+/// A session may have a moment: TODAY, NOW and what else depends on the current date and time then
+/// use it and do not read the clock.
+///
+/// Ownership: borrows the cache and the moment, which must outlive it. Cheap to construct: memory
+/// is taken at the first evaluation. Threads: for one evaluation at a time, which may not begin
+/// another one of the same session.
 class ZORV_HOST_EXPORT EvaluationSession {
 public:
-  /// Of a session without a cache each search walks over its range.
+  /// Without a cache each search walks over its range.
   EvaluationSession() noexcept;
   explicit EvaluationSession(LookupCache& lookups) noexcept;
+  EvaluationSession(LookupCache& lookups, OfficeUtils::Moment& moment) noexcept;
   EvaluationSession(EvaluationSession const&) = delete;
   EvaluationSession& operator=(EvaluationSession const&) = delete;
   ~EvaluationSession();
@@ -31,6 +38,7 @@ public:
 
 private:
   LookupCache* _lookups = nullptr;
+  OfficeUtils::Moment* _moment = nullptr;
   std::unique_ptr<Workspace> _workspace;
 };
 

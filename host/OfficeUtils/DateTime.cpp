@@ -20,7 +20,7 @@ DateTime::DateTime(FloatNumber serial, LocaleContext const& locale)
 
 DateTime DateTime::getNow(DOM::TimeZone const& timeZone, LocaleContext const& locale) {
   auto* const pinned = PinnedMoment::getCurrent();
-  return pinned != nullptr ? pinned->toDateTime(timeZone, locale)
+  return pinned != nullptr ? pinned->get().toDateTime(timeZone, locale)
                            : fromMoment(Clock::readCurrent(), timeZone, locale);
 }
 

@@ -17,14 +17,4 @@ PinnedMoment::~PinnedMoment() { innermost = _outer; }
 
 PinnedMoment* PinnedMoment::getCurrent() noexcept { return innermost; }
 
-DateTime const& PinnedMoment::toDateTime(DOM::TimeZone const& timeZone,
-                                         LocaleContext const& locale) {
-  if (!_last || !_last->timeZone.sharesDataWith(timeZone) ||
-      !_last->locale.sharesDataWith(locale)) {
-    _last.emplace(Remembered{timeZone, locale,
-                             DateTime::fromMoment(_moment, timeZone, locale).withCalendarRead()});
-  }
-  return _last->dateTime;
-}
-
 }  // namespace Zorv::OfficeUtils

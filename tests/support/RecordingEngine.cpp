@@ -106,6 +106,8 @@ LookupCache::~LookupCache() = default;
 
 EvaluationSession::EvaluationSession() noexcept = default;
 EvaluationSession::EvaluationSession(LookupCache& lookups) noexcept : _lookups(&lookups) {}
+EvaluationSession::EvaluationSession(LookupCache& lookups, OfficeUtils::Moment& moment) noexcept
+    : _lookups(&lookups), _moment(&moment) {}
 EvaluationSession::~EvaluationSession() = default;
 
 CalcResult calcExpr(DOM::FormulaSyntaxTree::Expr const& expr, Context const& context,

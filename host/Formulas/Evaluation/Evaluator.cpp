@@ -8,6 +8,8 @@
 #include "Formulas/Evaluation/Operators.h"
 #include "Formulas/Evaluation/References.h"
 #include "Formulas/Evaluation/Texts.h"
+#include "OfficeUtils/DateTime.h"
+#include "OfficeUtils/PinnedMoment.h"
 
 namespace Zorv::Formulas {
 
@@ -25,6 +27,17 @@ constexpr std::uint32_t maximalDepth = 512;
 constexpr std::size_t maximalTextLength = 32767;
 
 }  // namespace
+
+OfficeUtils::DateTime Evaluator::now() const {
+  auto const& timeZone = _provider->getTimeZone();
+  return _workspace->moment != nullptr ? _workspace->moment->toDateTime(timeZone, locale())
+                                       : OfficeUtils::DateTime::getNow(timeZone, locale());
+}
+
+OfficeUtils::Clock::TimePoint Evaluator::readMoment() const {
+  return _workspace->moment != nullptr ? _workspace->moment->getTimePoint()
+                                       : OfficeUtils::PinnedMoment::readMoment();
+}
 
 Value Evaluator::evaluate(ExprParts const& parts, Offset offset, Mode mode) {
   if (parts.nodes.empty()) {

@@ -91,6 +91,11 @@ public:
     return _workspace->lookups ? &*_workspace->lookups : nullptr;
   }
 
+  /// The current date and time in the document's time zone.
+  [[nodiscard]] OfficeUtils::DateTime now() const;
+  /// The current moment.
+  [[nodiscard]] OfficeUtils::Clock::TimePoint readMoment() const;
+
   [[nodiscard]] Arena& arena() noexcept { return _workspace->arena; }
   [[nodiscard]] Context const& context() const noexcept { return *_context; }
   [[nodiscard]] ContextProvider const& provider() const noexcept { return *_provider; }

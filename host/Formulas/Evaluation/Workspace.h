@@ -5,6 +5,7 @@
 #include "DOM/CellStore.h"
 #include "Formulas/Evaluation/Arena.h"
 #include "Formulas/Lookups/LookupSession.h"
+#include "OfficeUtils/Moment.h"
 
 namespace Zorv::Formulas {
 
@@ -14,6 +15,7 @@ struct Workspace {
   /// Where the last cell of the formula's own table was found.
   DOM::CellStore::Position lastCell;
   std::optional<LookupSession> lookups;
+  OfficeUtils::Moment* moment = nullptr;  ///< null: the clock tells the current moment
 };
 
 }  // namespace Zorv::Formulas

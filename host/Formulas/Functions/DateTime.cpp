@@ -20,12 +20,8 @@ using SerialDate::CivilDate;
 
 Value notANumber() { return Value::error(FormulaErrorCode::Number); }
 
-OfficeUtils::DateTime readClock(Call const& call) {
-  return OfficeUtils::DateTime::getNow(call.evaluator().provider().getTimeZone(), call.locale());
-}
-
-Value today(Call& call) { return Value::number(readClock(call).calculateDays().get()); }
-Value now(Call& call) { return Value::number(readClock(call).getSerial().get()); }
+Value today(Call& call) { return Value::number(call.evaluator().now().calculateDays().get()); }
+Value now(Call& call) { return Value::number(call.evaluator().now().getSerial().get()); }
 
 /// A whole number that calendars can count with, or nothing.
 std::optional<long long> toWhole(double number) noexcept {

@@ -27,7 +27,6 @@
 #include "Formulas/Functions/Rounding.h"
 #include "Formulas/Parsing/Characters.h"
 #include "OfficeUtils/NumberFormat.h"
-#include "OfficeUtils/PinnedMoment.h"
 
 namespace Zorv::Formulas {
 
@@ -120,7 +119,7 @@ Value formatMoney(Call& call) {
 /// The year in which the document is read.
 int readYear(Call const& call) {
   auto const local =
-      call.evaluator().provider().getTimeZone().toLocal(OfficeUtils::PinnedMoment::readMoment());
+      call.evaluator().provider().getTimeZone().toLocal(call.evaluator().readMoment());
   auto const day = std::chrono::floor<std::chrono::days>(local);
   return static_cast<int>(std::chrono::year_month_day(day).year());
 }
