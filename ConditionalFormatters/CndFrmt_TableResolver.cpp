@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "ConditionalFormatters/WholeTable/CndFrmt_OrderedParallel.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_RowBands.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_StyleRunBuilder.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_TableResolverParts.h"
+#include "DOM/RowBlocks.h"
 #include "DOM/Table.h"
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/PinnedMoment.h"
@@ -17,13 +17,14 @@ namespace Zorv::ConditionalFormatters {
 
 namespace {
 
+using DOM::RowBlocks;
 using OfficeUtils::Clock;
 using OfficeUtils::PinnedMoment;
 using Positions = TableResolver::Positions;
 
-RowBands cutIntoBands(DOM::Table const& table, TableRange const& range, Positions positions) {
-  return positions == Positions::Existing ? RowBands::ofCells(table, range)
-                                          : RowBands::ofPositions(range);
+RowBlocks cutIntoBands(DOM::Table const& table, TableRange const& range, Positions positions) {
+  return positions == Positions::Existing ? RowBlocks::ofCells(table, range)
+                                          : RowBlocks::ofPositions(range);
 }
 
 /// Calls `visit(cellInfo)` for the existing cells of a range, or for all its positions, in order.
@@ -61,7 +62,7 @@ struct BandResult {
 template <class Collect>
 class BandWorker {
 public:
-  BandWorker(TableResolverParts const& parts, RowBands const& bands, Positions positions,
+  BandWorker(TableResolverParts const& parts, RowBlocks const& bands, Positions positions,
              Clock::TimePoint moment, unsigned threadCount)
       : _table(parts.getTable()),
         _bands(bands),
@@ -85,7 +86,7 @@ public:
 
 private:
   DOM::Table const& _table;
-  RowBands const& _bands;
+  RowBlocks const& _bands;
   Positions _positions;
   Clock::TimePoint _moment;
   CellResolver _cells;
@@ -96,7 +97,7 @@ using BandStyles = std::vector<DOM::SharedCellStylePtr const*>;
 
 class CollectStyles {
 public:
-  CollectStyles() { _styles.reserve(RowBands::usualSize); }
+  CollectStyles() { _styles.reserve(RowBlocks::cellsPerBlock); }
 
   void add(DOM::CellInfo const& /*cellInfo*/, DOM::SharedCellStylePtr const& style,
            FormatNumbers const& /*holding*/) {
@@ -171,7 +172,7 @@ void explainBand(DOM::Table const& table, TableRange const& band, Positions posi
 template <class Collect, class Deliver>
 void resolveInBands(TableResolverParts const& parts, TableRange const& range, Positions positions,
                     unsigned threadCount, Deliver const& deliver) {
-  RowBands const bands = cutIntoBands(parts.getTable(), range, positions);
+  RowBlocks const bands = cutIntoBands(parts.getTable(), range, positions);
   auto const moment = Clock::readCurrent();
   auto const makeWorker = [&] {
     return BandWorker<Collect>(parts, bands, positions, moment, threadCount);

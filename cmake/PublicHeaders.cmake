@@ -16,6 +16,7 @@ target_sources(
                host/DOM/FormulaSyntaxTree/Expr.h
                host/DOM/FormulaSyntaxTree/Node.h
                host/DOM/Ids.h
+               host/DOM/RowBlocks.h
                host/DOM/SharedStyle.h
                host/DOM/StyleProps.h
                host/DOM/Styles.h
@@ -28,6 +29,7 @@ target_sources(
                host/FormulaModel/FormulaException.h
                host/FormulaModel/FormulaValue.h
                host/FormulaModel/FormulaValueAccess.h
+               host/FormulaModel/ValueKey.h
                host/Formulas/CalcExpr.h
                host/Formulas/CalcShiftedExpr.h
                host/Formulas/Context.h
@@ -54,6 +56,7 @@ target_sources(
                host/Utils/Exceptions.h
                host/Utils/Export.h
                host/Utils/FloatNumber.h
+               host/Utils/HashPartitions.h
                host/Utils/IDHolder.h
                host/Utils/NumCast.h
                host/Utils/PtrUtils.h

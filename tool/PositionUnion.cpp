@@ -16,7 +16,7 @@ std::vector<TableRange> clip(std::vector<TableRange> const& ranges, TableRange c
   std::vector<TableRange> clipped;
   for (auto const& range : ranges) {
     auto const part = intersect(range, bounds);
-    if (!isEmpty(part)) {
+    if (!part.isEmpty()) {
       clipped.push_back(part);
     }
   }
@@ -51,20 +51,8 @@ std::vector<unsigned long> findEdges(std::vector<TableRange> const& ranges) {
 
 }  // namespace
 
-TableRange intersect(TableRange const& a, TableRange const& b) noexcept {
-  TableRange part{std::max(a.firstRow, b.firstRow), std::max(a.firstColumn, b.firstColumn),
-                  std::min(a.endRow, b.endRow), std::min(a.endColumn, b.endColumn)};
-  part.endRow = std::max(part.endRow, part.firstRow);
-  part.endColumn = std::max(part.endColumn, part.firstColumn);
-  return part;
-}
-
-bool isEmpty(TableRange const& range) noexcept {
-  return range.firstRow == range.endRow || range.firstColumn == range.endColumn;
-}
-
 TableRange extend(TableRange const& range, unsigned long count) noexcept {
-  if (isEmpty(range)) {
+  if (range.isEmpty()) {
     return range;
   }
   return {range.firstRow, range.firstColumn, std::min(range.endRow + count, DOM::Table::rowCount),

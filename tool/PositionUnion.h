@@ -9,10 +9,6 @@
 
 namespace Zorv::Tool {
 
-/// The part of a range that lies in another; empty ranges have equal first and end positions.
-[[nodiscard]] TableRange intersect(TableRange const& a, TableRange const& b) noexcept;
-[[nodiscard]] bool isEmpty(TableRange const& range) noexcept;
-
 /// The range with so many more rows below it and columns to its right, as far as the sheet goes. An
 /// empty range stays empty.
 [[nodiscard]] TableRange extend(TableRange const& range, unsigned long count) noexcept;

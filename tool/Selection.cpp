@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "Utils/TableRange.h"
 #include "tool/PositionUnion.h"
 
 namespace Zorv::Tool {
@@ -74,7 +75,7 @@ bool Selection::isSelected(Workbook::Rule const& rule) const noexcept {
   // A rule whose areas could not be read is told of whatever the range.
   return !_options.range || rule.ranges.empty() ||
          std::any_of(rule.ranges.begin(), rule.ranges.end(), [&](TableRange const& range) {
-           return !isEmpty(intersect(range, *_options.range));
+           return !intersect(range, *_options.range).isEmpty();
          });
 }
 

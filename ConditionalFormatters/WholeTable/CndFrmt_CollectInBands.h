@@ -6,7 +6,7 @@
 
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_OrderedParallel.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_RowBands.h"
+#include "DOM/RowBlocks.h"
 #include "DOM/Table.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "Utils/TableRange.h"
@@ -33,7 +33,7 @@ void collectInBands(CollectedRanges const& from, MakeCollector const& makeCollec
                     Deliver const& deliver) {
   std::vector<TableRange> bands;
   for (TableRange const& range : from.ranges) {
-    auto const bandsOfRange = RowBands::ofCells(from.table, range);
+    auto const bandsOfRange = DOM::RowBlocks::ofCells(from.table, range);
     for (std::size_t number = 0; number < bandsOfRange.count(); ++number) {
       bands.push_back(bandsOfRange.at(number));
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numeric>
 #include <utility>
@@ -11,8 +12,8 @@
 #include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/WholeTable/CndFrmt_OrderedParallel.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_Pieces.h"
 #include "FormulaModel/FormulaValue.h"
+#include "Utils/HashPartitions.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -31,43 +32,40 @@ double numberOf(std::uint64_t key) noexcept {
   return std::bit_cast<double>((key & signBit) != 0 ? key ^ signBit : ~key);
 }
 
-struct Entry {
-  std::uint64_t key;
-};
-
 struct Band {
-  Pieces<Entry> numbers;
+  PartitionedEntries<std::uint64_t> keys;
   bool hasNaN = false;
 };
 
 class CollectBand {
 public:
-  explicit CollectBand(unsigned pieceBits) noexcept : _pieceBits(pieceBits) {}
+  explicit CollectBand(HashPartitions partitions) noexcept : _partitions(partitions) {}
 
   void add(DOM::CellInfo const& /*cellInfo*/, FormulaValue const& value) {
     if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
       if (std::isnan(number->value.get())) {
         _hasNaN = true;
       } else {
-        _numbers.push_back({keyOf(number->value.get())});
+        _keys.push_back(keyOf(number->value.get()));
       }
     }
   }
-  [[nodiscard]] Band finish() const { return {Pieces(_numbers, _pieceBits), _hasNaN}; }
+  [[nodiscard]] Band finish() const {
+    return {PartitionedEntries(_keys, _partitions, std::identity()), _hasNaN};
+  }
 
 private:
-  unsigned _pieceBits;
-  std::vector<Entry> _numbers;
+  HashPartitions _partitions;
+  std::vector<std::uint64_t> _keys;
   bool _hasNaN = false;
 };
 
-/// The numbers of one piece of all bands, sorted, each once.
-std::vector<std::uint64_t> sortPiece(std::vector<Band> const& bands, std::size_t piece) {
+/// The keys of one partition of all bands, sorted, each once.
+std::vector<std::uint64_t> sortPartition(std::vector<Band> const& bands, std::size_t partition) {
   std::vector<std::uint64_t> keys;
   for (Band const& band : bands) {
-    for (Entry const& entry : band.numbers.at(piece)) {
-      keys.push_back(entry.key);
-    }
+    auto const ofBand = band.keys.at(partition);
+    keys.insert(keys.end(), ofBand.begin(), ofBand.end());
   }
   // Numbers compare in one instruction: nothing to mispredict.
   boost::sort::pdqsort_branchless(keys.begin(), keys.end());
@@ -78,24 +76,24 @@ std::vector<std::uint64_t> sortPiece(std::vector<Band> const& bands, std::size_t
 }  // namespace
 
 DistinctNumbers::DistinctNumbers(CollectedRanges const& from) {
-  unsigned const pieceBits = choosePieceBits(from.table);
+  HashPartitions const partitions(from.table.getCellCount());
   std::vector<Band> bands;
   bool hasNaN = false;
   collectInBands(
-      from, [&] { return CollectBand(pieceBits); },
+      from, [&] { return CollectBand(partitions); },
       [&](Band& band) {
         hasNaN = hasNaN || band.hasNaN;
         bands.push_back(std::move(band));
       });
 
   auto const makeWorker = [&] {
-    return [&](std::size_t piece) { return sortPiece(bands, piece); };
+    return [&](std::size_t partition) { return sortPartition(bands, partition); };
   };
   auto const deliver = [&](std::vector<Key>& piece) {
     _count += piece.size();
     _pieces.push_back(std::move(piece));
   };
-  OrderedParallel(std::size_t{1} << pieceBits, from.threadCount, makeWorker, deliver).run();
+  OrderedParallel(partitions.count(), from.threadCount, makeWorker, deliver).run();
   if (_count == 0 && hasNaN) {
     _count = 1;
     _pieces.clear();

@@ -14,10 +14,6 @@ namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-bool isEmpty(TableRange const& range) noexcept {
-  return range.firstRow >= range.endRow || range.firstColumn >= range.endColumn;
-}
-
 template <class Value>
 void sortWithoutRepeats(std::vector<Value>& values) {
   // Borders often come in order, or are few and repeated.
@@ -66,7 +62,7 @@ RangeIndex::RangeIndex(ConditionalFormatRefs const& formatRefs) {
   std::vector<Entry> entries;
   for (FormatNumber number = 0; number < formatRefs.size(); ++number) {
     for (TableRange const& range : formatRefs[number].first) {
-      if (!isEmpty(range)) {
+      if (!range.isEmpty()) {
         _rowBorders.insert(_rowBorders.end(), {range.firstRow, range.endRow});
         _columnBorders.insert(_columnBorders.end(), {range.firstColumn, range.endColumn});
         entries.emplace_back(positionsOf(range), number);

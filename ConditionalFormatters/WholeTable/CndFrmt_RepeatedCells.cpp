@@ -1,6 +1,5 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_RepeatedCells.h"
 
-#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -11,59 +10,35 @@
 #include <vector>
 
 #include <boost/sort/pdqsort/pdqsort.hpp>
-#include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/get.hpp>
-#include <boost/variant/static_visitor.hpp>
 
-#include "ConditionalFormatters/WholeTable/CndFrmt_Pieces.h"
 #include "FormulaModel/FormulaValue.h"
 #include "FormulaModel/FormulaValueAccess.h"
+#include "FormulaModel/ValueKey.h"
+#include "Utils/HashPartitions.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
+
+using FormulaModel::ValueKey;
 
 struct Place {
   std::uint32_t row;
   std::uint32_t column;
 };
 
-/// A value as a key, and the number of its cell.
-///
-/// Numbers are their own keys. So are booleans and errors: NaNs are left out, which leaves their
-/// bits to tell the other kinds by. Texts have a hash for a key.
+/// A value's key, and the number of its cell.
 struct Entry {
-  std::uint64_t key;
+  ValueKey key;
   std::uint64_t cell;
 };
 
+/// The same for a text, whose key is a hash.
 struct TextEntry {
-  std::uint64_t key;
+  ValueKey key;
   std::uint64_t cell;
   std::string const* text;
-};
-
-constexpr std::uint64_t quietNaN = 0x7FF8'0000'0000'0000;
-constexpr std::uint64_t booleanKeys = quietNaN | 0x100U;
-constexpr std::uint64_t errorKeys = quietNaN | 0x200U;
-
-class KeyOf : public boost::static_visitor<std::uint64_t> {
-public:
-  std::uint64_t operator()(FormulaModel::FormulaNumber const& number) const noexcept {
-    // The two zeros are equal, and have different bits.
-    double const value = number.value.get();
-    return std::bit_cast<std::uint64_t>(value == 0.0 ? 0.0 : value);
-  }
-  std::uint64_t operator()(FormulaModel::FormulaString const& string) const noexcept {
-    return std::hash<std::string>()(string.value);
-  }
-  std::uint64_t operator()(FormulaModel::FormulaBoolean const& boolean) const noexcept {
-    return booleanKeys | static_cast<std::uint64_t>(boolean.value);
-  }
-  std::uint64_t operator()(FormulaModel::FormulaError const& error) const noexcept {
-    return errorKeys | static_cast<std::uint64_t>(error.code);
-  }
-  std::uint64_t operator()(FormulaModel::FormulaEmpty const& /*empty*/) const noexcept { return 0; }
 };
 
 bool isComparable(FormulaValue const& value) noexcept {
@@ -77,19 +52,19 @@ struct Band {
   std::vector<Place> places;
   std::size_t firstCell = 0;  ///< the number of the band's first cell among those of all bands
   std::vector<std::string> strings;
-  Pieces<TextEntry> texts;
-  Pieces<Entry> others;
+  PartitionedEntries<TextEntry> texts;
+  PartitionedEntries<Entry> others;
 };
 
 class CollectBand {
 public:
-  explicit CollectBand(unsigned pieceBits) noexcept : _pieceBits(pieceBits) {}
+  explicit CollectBand(HashPartitions partitions) noexcept : _partitions(partitions) {}
 
   void add(DOM::CellInfo const& cellInfo, FormulaValue value) {
     if (!isComparable(value)) {
       return;
     }
-    std::uint64_t const key = boost::apply_visitor(KeyOf(), value);
+    ValueKey const key = FormulaModel::makeValueKey(value, std::hash<std::string>());
     if (auto* const string = boost::get<FormulaModel::FormulaString>(&value)) {
       _texts.push_back({key, _band.places.size(), nullptr});
       _band.strings.push_back(std::move(string->value));
@@ -104,13 +79,14 @@ public:
     for (std::size_t number = 0; number < _texts.size(); ++number) {
       _texts[number].text = &_band.strings[number];
     }
-    _band.texts = Pieces(_texts, _pieceBits);
-    _band.others = Pieces(_others, _pieceBits);
+    constexpr auto keyOf = [](auto const& entry) { return entry.key.bits(); };
+    _band.texts = PartitionedEntries(_texts, _partitions, keyOf);
+    _band.others = PartitionedEntries(_others, _partitions, keyOf);
     return std::move(_band);
   }
 
 private:
-  unsigned _pieceBits;
+  HashPartitions _partitions;
   Band _band;
   std::vector<TextEntry> _texts;
   std::vector<Entry> _others;
@@ -146,13 +122,14 @@ constexpr auto hasLessText = [](TextEntry const& a, TextEntry const& b) {
   return *a.text < *b.text;
 };
 
-/// The entries of one piece of all bands, sorted by key.
+/// The entries of one partition of all bands, sorted by key.
 template <class AnyEntry>
-std::vector<AnyEntry> gatherPiece(std::vector<Band> const& bands, Pieces<AnyEntry> Band::*pieces,
-                                  std::size_t piece) {
+std::vector<AnyEntry> gatherPartition(std::vector<Band> const& bands,
+                                      PartitionedEntries<AnyEntry> Band::*entries,
+                                      std::size_t partition) {
   std::vector<AnyEntry> gathered;
   for (Band const& band : bands) {
-    for (AnyEntry entry : (band.*pieces).at(piece)) {
+    for (AnyEntry entry : (band.*entries).at(partition)) {
       entry.cell += band.firstCell;
       gathered.push_back(entry);
     }
@@ -162,11 +139,11 @@ std::vector<AnyEntry> gatherPiece(std::vector<Band> const& bands, Pieces<AnyEntr
   return gathered;
 }
 
-void markPiece(std::vector<Band> const& bands, std::size_t piece, Marks& marks) {
-  auto others = gatherPiece(bands, &Band::others, piece);
+void markPartition(std::vector<Band> const& bands, std::size_t partition, Marks& marks) {
+  auto others = gatherPartition(bands, &Band::others, partition);
   forEachGroup(std::span(others), hasLessKey,
                [&](std::span<Entry const> equal) { markIfSeveral(equal, marks); });
-  auto texts = gatherPiece(bands, &Band::texts, piece);
+  auto texts = gatherPartition(bands, &Band::texts, partition);
   forEachGroup(std::span(texts), hasLessKey, [&](std::span<TextEntry> sameHash) {
     boost::sort::pdqsort(sameHash.begin(), sameHash.end(), hasLessText);
     forEachGroup(sameHash, hasLessText,
@@ -177,11 +154,11 @@ void markPiece(std::vector<Band> const& bands, std::size_t piece, Marks& marks) 
 }  // namespace
 
 CellSet findRepeatedCells(CollectedRanges const& from) {
-  unsigned const pieceBits = choosePieceBits(from.table);
+  HashPartitions const partitions(from.table.getCellCount());
   std::vector<Band> bands;
   std::size_t cellCount = 0;
   collectInBands(
-      from, [&] { return CollectBand(pieceBits); },
+      from, [&] { return CollectBand(partitions); },
       [&](Band& band) {
         band.firstCell = cellCount;
         cellCount += band.places.size();
@@ -190,13 +167,13 @@ CellSet findRepeatedCells(CollectedRanges const& from) {
 
   Marks isRepeated(cellCount);
   auto const makeWorker = [&] {
-    return [&](std::size_t piece) {
-      markPiece(bands, piece, isRepeated);
-      return piece;
+    return [&](std::size_t partition) {
+      markPartition(bands, partition, isRepeated);
+      return partition;
     };
   };
-  auto const deliver = [](std::size_t /*piece*/) {};
-  OrderedParallel(std::size_t{1} << pieceBits, from.threadCount, makeWorker, deliver).run();
+  auto const deliver = [](std::size_t /*partition*/) {};
+  OrderedParallel(partitions.count(), from.threadCount, makeWorker, deliver).run();
 
   CellSet repeated;
   for (Band const& band : bands) {

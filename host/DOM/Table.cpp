@@ -89,8 +89,8 @@ TableRange Table::getUsedRange() const noexcept { return _cells.getUsedRange(); 
 
 std::pair<CellRangeIt<true>, CellRangeIt<true>> Table::getRangeIterators(
     TableRange const& range) const {
-  bool const empty = range.firstRow >= range.endRow || range.firstColumn >= range.endColumn ||
-                     range.firstRow >= rowCount || range.firstColumn >= columnCount;
+  bool const empty =
+      range.isEmpty() || range.firstRow >= rowCount || range.firstColumn >= columnCount;
   auto const first = empty ? _cells.end() : _cells.lowerBound(range.firstRow, range.firstColumn);
   return {{*this, _cells, range, first}, {*this, _cells, range, _cells.end()}};
 }
@@ -102,7 +102,7 @@ ColumnID Table::getColumnID(unsigned long column) const noexcept {
 }
 
 TableRangeByID Table::toRangeByID(TableRange const& range) const {
-  if (range.firstRow >= range.endRow || range.firstColumn >= range.endColumn) {
+  if (range.isEmpty()) {
     throw BaseRuntimeError("an empty range has no corners");
   }
   checkLines("rows", range.firstRow, range.endRow - range.firstRow, rowCount);

@@ -14,7 +14,7 @@ std::vector<TableRange> convertToTableRanges(Table const& table,
     TableRange const current{
         rows.beginOf(range.firstRow.get()), columns.beginOf(range.firstColumn.get()),
         rows.endOf(range.lastRow.get()), columns.endOf(range.lastColumn.get())};
-    if (current.firstRow < current.endRow && current.firstColumn < current.endColumn) {
+    if (!current.isEmpty()) {
       converted.push_back(current);
     }
   }

@@ -62,18 +62,17 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Trigonometry.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/WorkDays.cpp
           ${CMAKE_CURRENT_LIST_DIR}/LookupCache.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Lookups/AreaBands.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/CellBand.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/CellClasses.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/ClassTotals.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/EqualTuples.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/EqualValues.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/HashSlots.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Lookups/KeyedValue.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/LookupSession.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/LookupStore.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/OrderedValues.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/SharedWork.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValueKey.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValuePiece.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValueTable.cpp
           ${CMAKE_CURRENT_LIST_DIR}/ParseExpr.cpp

@@ -28,13 +28,6 @@ bool isNameError(FormulaValue const& value) noexcept {
   return error != nullptr && error->code == FormulaModel::FormulaErrorCode::Name;
 }
 
-/// The part of one dimension of a range that may hold cells.
-std::uint64_t countCommon(unsigned long first, unsigned long end, unsigned long usedFirst,
-                          unsigned long usedEnd) noexcept {
-  unsigned long const from = std::max(first, usedFirst);
-  return std::max(from, std::min(end, usedEnd)) - from;
-}
-
 /// One value out of a formula's result, for a cell of the formula. An array has its first value at
 /// `origin`.
 class OneValue : public boost::static_visitor<FormulaValue> {
@@ -318,9 +311,8 @@ MissingResultCalculator::Placed MissingResultCalculator::place(std::size_t numbe
 std::uint64_t MissingResultCalculator::countPositions(Ranges const& ranges) const {
   std::uint64_t count = 0;
   for (auto const& [table, range] : ranges) {
-    TableRange const& used = _usedRanges[table.get()];
-    count += countCommon(range.firstRow, range.endRow, used.firstRow, used.endRow) *
-             countCommon(range.firstColumn, range.endColumn, used.firstColumn, used.endColumn);
+    TableRange const used = intersect(range, _usedRanges[table.get()]);
+    count += std::uint64_t{used.endRow - used.firstRow} * (used.endColumn - used.firstColumn);
   }
   return count;
 }

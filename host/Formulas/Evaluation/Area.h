@@ -28,6 +28,13 @@ struct Area {
   [[nodiscard]] constexpr TableRange toTableRange() const noexcept {
     return {firstRow, firstColumn, endRow, endColumn};
   }
+  /// The area of a range that is not empty and lies in the sheet.
+  [[nodiscard]] static constexpr Area of(TableContext const& table,
+                                         TableRange const& range) noexcept {
+    return {&table, static_cast<std::uint32_t>(range.firstRow),
+            static_cast<std::uint32_t>(range.firstColumn), static_cast<std::uint32_t>(range.endRow),
+            static_cast<std::uint32_t>(range.endColumn)};
+  }
   /// One of its cells, told by the distance from its first one.
   [[nodiscard]] constexpr Area cellAt(std::uint32_t row, std::uint32_t column) const noexcept {
     return {table, firstRow + row, firstColumn + column, firstRow + row + 1,

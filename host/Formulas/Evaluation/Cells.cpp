@@ -1,5 +1,7 @@
 #include "Formulas/Evaluation/Cells.h"
 
+#include <algorithm>
+
 #include <boost/variant/get.hpp>
 
 namespace Zorv::Formulas {
@@ -24,6 +26,10 @@ Value readCell(Area const& area, std::uint32_t row, std::uint32_t column) {
   DOM::Cell const* const cell =
       area.table->getTable().findCell(area.firstRow + row, area.firstColumn + column);
   return cell == nullptr ? Value() : fromFormulaValue(cell->value);
+}
+
+std::uint64_t maxCellCount(Area const& area) {
+  return std::min<std::uint64_t>(area.size(), area.table->getTable().getCellCount());
 }
 
 }  // namespace Zorv::Formulas

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "DOM/Table.h"
 #include "Formulas/Evaluation/Area.h"
 #include "Formulas/Evaluation/Value.h"
@@ -13,6 +15,9 @@ namespace Zorv::Formulas {
 
 /// The value at a distance from an area's first cell; empty where there is no cell.
 [[nodiscard]] Value readCell(Area const& area, std::uint32_t row, std::uint32_t column);
+
+/// An upper bound of the existing cells in an area. Constant time.
+[[nodiscard]] std::uint64_t maxCellCount(Area const& area);
 
 /// Visits the existing cells of an area, row by row: `visit(row, column, value)`, where row and
 /// column count from the area's first cell. Empty cells that exist are visited, too. Stops when

@@ -64,12 +64,9 @@ Value intersect(Arena& arena, std::span<Area const> left, std::span<Area const> 
   std::size_t count = 0;
   for (Area const& a : left) {
     for (Area const& b : right) {
-      Area const common{a.table, std::max(a.firstRow, b.firstRow),
-                        std::max(a.firstColumn, b.firstColumn), std::min(a.endRow, b.endRow),
-                        std::min(a.endColumn, b.endColumn)};
-      if (a.table == b.table && common.firstRow < common.endRow &&
-          common.firstColumn < common.endColumn) {
-        results[count++] = common;
+      TableRange const common = Zorv::intersect(a.toTableRange(), b.toTableRange());
+      if (a.table == b.table && !common.isEmpty()) {
+        results[count++] = Area::of(*a.table, common);
       }
     }
   }

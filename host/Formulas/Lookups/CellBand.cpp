@@ -1,6 +1,5 @@
 #include "Formulas/Lookups/CellBand.h"
 
-#include <numeric>
 #include <utility>
 
 namespace Zorv::Formulas {
@@ -16,18 +15,10 @@ void CellBand::add(std::uint32_t position, Value const& value) {
   }
 }
 
-void CellBand::sortInto(ValueTable const& table) {
-  _ends.assign(table.pieceCount(), 0);
-  for (Entry const& entry : _entries) {
-    ++_ends[table.pieceOf(entry.key)];
-  }
-  // Until its entries are in place, the end of a piece is where the next of them goes.
-  std::exclusive_scan(_ends.begin(), _ends.end(), _ends.begin(), std::uint32_t{0});
-  std::vector<Entry> sorted(_entries.size());
-  for (Entry const& entry : _entries) {
-    sorted[_ends[table.pieceOf(entry.key)]++] = entry;
-  }
-  _entries = std::move(sorted);
+void CellBand::partition(HashPartitions partitions) {
+  _partitioned =
+      PartitionedEntries(_entries, partitions, [](Entry const& entry) { return entry.key.bits(); });
+  _entries = std::vector<Entry>();
   sortTexts();
   _positions.shrink_to_fit();
 }
@@ -35,7 +26,7 @@ void CellBand::sortInto(ValueTable const& table) {
 void CellBand::sortTexts() {
   std::vector<std::string_view> sorted;
   sorted.reserve(_texts.size());
-  for (Entry& entry : _entries) {
+  for (Entry& entry : _partitioned.all()) {
     if (entry.key.isText()) {
       sorted.push_back(
           _texts[std::exchange(entry.link, static_cast<std::uint32_t>(sorted.size()))]);

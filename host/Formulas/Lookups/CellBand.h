@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "Formulas/Lookups/ValuePiece.h"
-#include "Formulas/Lookups/ValueTable.h"
+#include "Utils/HashPartitions.h"
 
 namespace Zorv::Formulas {
 
 /// Some of an area's cells that hold a value, in their order, and their values, sorted into the
-/// pieces of a table. Borrows the texts.
+/// partitions of a table. Borrows the texts.
 class CellBand {
 public:
   /// A cell's value among those of a piece.
@@ -31,15 +31,15 @@ public:
   /// Adds a cell behind all others; its value is neither empty nor a reference.
   void add(std::uint32_t position, Value const& value);
   /// Ends the adding.
-  void sortInto(ValueTable const& table);
+  void partition(HashPartitions partitions);
 
   [[nodiscard]] std::span<std::uint32_t const> positions() const noexcept { return _positions; }
   [[nodiscard]] std::size_t sizeOf(std::size_t piece) const noexcept {
-    return _ends[piece] - beginOf(piece);
+    return _partitioned.sizeOf(piece);
   }
   /// The entries of a piece, in the order of their cells.
   [[nodiscard]] std::span<Entry> entriesOf(std::size_t piece) noexcept {
-    return std::span(_entries).subspan(beginOf(piece), sizeOf(piece));
+    return _partitioned.at(piece);
   }
   /// The value of an entry whose link was not changed.
   [[nodiscard]] KeyedValue valueOf(Entry const& entry) const noexcept {
@@ -51,14 +51,11 @@ public:
 private:
   /// Brings the texts into the order of the entries, in which they are read.
   void sortTexts();
-  [[nodiscard]] std::uint32_t beginOf(std::size_t piece) const noexcept {
-    return piece == 0 ? 0 : _ends[piece - 1];
-  }
 
   std::vector<std::uint32_t> _positions;
   std::vector<std::string_view> _texts;
-  std::vector<Entry> _entries;       ///< piece after piece
-  std::vector<std::uint32_t> _ends;  ///< of each piece in `_entries`
+  std::vector<Entry> _entries;  ///< until they are partitioned
+  PartitionedEntries<Entry> _partitioned;
 };
 
 }  // namespace Zorv::Formulas

@@ -6,9 +6,10 @@
 #include <span>
 #include <utility>
 
+#include "DOM/RowBlocks.h"
 #include "Formulas/Evaluation/Cells.h"
 #include "Formulas/Evaluation/ValueText.h"
-#include "Formulas/Lookups/AreaBands.h"
+#include "Formulas/TableContext.h"
 
 namespace Zorv::Formulas {
 
@@ -35,10 +36,10 @@ public:
          OfficeUtils::LocaleContext const& locale)
       : _made(made),
         _area(area),
-        _areas(area),
+        _blocks(DOM::RowBlocks::ofCells(area.table->getTable(), area.toTableRange())),
         _isForCriteria(kind == LookupKind::CriterionClasses),
         _locale(locale),
-        _bands(_areas.count()),
+        _bands(_blocks.count()),
         _firstCells(_bands.size()),
         _pieces(made._values.pieceCount()) {}
 
@@ -59,10 +60,10 @@ private:
   };
 
   void readBand(std::size_t number) {
-    Area const area = _areas.at(number);
+    Area const area = Area::of(*_area.table, _blocks.at(number));
     std::uint32_t const firstRow = area.firstRow - _area.firstRow;
     CellBand band;
-    band.reserve(std::min(mostCellsIn(area), AreaBands::cellsInBand));
+    band.reserve(std::min<std::uint64_t>(maxCellCount(area), DOM::RowBlocks::cellsPerBlock));
     forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
       if (!value.isEmpty()) {
         band.add((firstRow + row) * _area.width() + column,
@@ -70,7 +71,7 @@ private:
       }
       return true;
     });
-    band.sortInto(_made._values);
+    band.partition(_made._values.partitions());
     _bands[number] = std::move(band);
   }
 
@@ -171,7 +172,7 @@ private:
 
   EqualValues& _made;
   Area _area;
-  AreaBands _areas;
+  DOM::RowBlocks _blocks;
   bool _isForCriteria;
   OfficeUtils::LocaleContext const& _locale;
   std::vector<CellBand> _bands;
@@ -181,7 +182,7 @@ private:
 
 EqualValues::EqualValues(Area const& area, LookupKind kind,
                          OfficeUtils::LocaleContext const& locale, SharedWork& work)
-    : _values(mostCellsIn(area)) {
+    : _values(maxCellCount(area)) {
   Making(*this, area, kind, locale).run(work);
 }
 

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "DOM/Table.h"
-#include "Formulas/Lookups/AreaBands.h"
+#include "Formulas/Evaluation/Cells.h"
 #include "Formulas/Lookups/CallResult.h"
 #include "Formulas/Lookups/ClassTotals.h"
 #include "Formulas/Lookups/EqualValues.h"
@@ -38,7 +38,7 @@ Area indexedArea(Area area) noexcept {
 
 /// An index over `indexed` spares a walk over `area`.
 LookupStore::Effort effortOf(Area const& area, Area const& indexed) {
-  return {.spared = mostCellsIn(area), .price = mostCellsIn(indexed)};
+  return {.spared = maxCellCount(area), .price = maxCellCount(indexed)};
 }
 
 /// The same for an index that is made in parts.

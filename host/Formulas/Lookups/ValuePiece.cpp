@@ -15,7 +15,7 @@ void ValuePiece::reserve(std::size_t cellCount, std::size_t textCount) {
 
 void ValuePiece::append(KeyedValue const& value) {
   if (value.key.isText()) {
-    _keys.push_back(ValueKey::ofTextAt(textCount()));
+    _keys.push_back(ValueKey::ofTextIndex(textCount()));
     _texts.push_back(value.text);
   } else {
     _keys.push_back(value.key);
@@ -31,7 +31,7 @@ void ValuePiece::shrink() {
 void ValuePiece::moveValues(ValueKey* keys, std::string_view* texts,
                             std::uint32_t firstText) noexcept {
   std::ranges::transform(_keys, keys, [&](ValueKey key) {
-    return key.isText() ? ValueKey::ofTextAt(firstText + key.textPlace()) : key;
+    return key.isText() ? ValueKey::ofTextIndex(firstText + key.textIndex()) : key;
   });
   std::ranges::copy(_texts, texts + firstText);
   _keys = std::vector<ValueKey>();

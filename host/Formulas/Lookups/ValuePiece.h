@@ -7,19 +7,9 @@
 
 #include "Formulas/Evaluation/Texts.h"
 #include "Formulas/Lookups/HashSlots.h"
-#include "Formulas/Lookups/ValueKey.h"
+#include "Formulas/Lookups/KeyedValue.h"
 
 namespace Zorv::Formulas {
-
-/// A value as tables of values know it; borrows its text.
-struct KeyedValue {
-  ValueKey key;
-  std::string_view text;  ///< of a text only
-
-  KeyedValue(ValueKey itsKey, std::string_view itsText) noexcept : key(itsKey), text(itsText) {}
-  explicit KeyedValue(Value const& value) noexcept
-      : key(value), text(value.isText() ? value.asText() : std::string_view()) {}
-};
 
 /// The values of a table whose keys fall into one piece, numbered from 0 on in the order in which
 /// they come.
@@ -70,7 +60,7 @@ private:
   }
   [[nodiscard]] static bool isEqual(ValueKey known, std::string_view const* texts,
                                     KeyedValue const& value) noexcept {
-    return known.isText() ? value.key.isText() && equalTexts(texts[known.textPlace()], value.text)
+    return known.isText() ? value.key.isText() && equalTexts(texts[known.textIndex()], value.text)
                           : known == value.key;
   }
   void append(KeyedValue const& value);

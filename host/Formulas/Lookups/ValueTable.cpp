@@ -1,20 +1,6 @@
 #include "Formulas/Lookups/ValueTable.h"
 
-#include <algorithm>
-#include <bit>
-
 namespace Zorv::Formulas {
-
-namespace {
-
-/// With these a piece takes about half of a processor's second cache.
-constexpr std::uint64_t cellsInPiece = 16'384;
-constexpr std::uint64_t mostPieces = 256;
-
-}  // namespace
-
-ValueTable::ValueTable(std::uint64_t cellCount)
-    : _pieces(std::min(mostPieces, std::bit_ceil(cellCount / cellsInPiece + 1))) {}
 
 void ValueTable::join() {
   _first.clear();
@@ -36,9 +22,9 @@ bool ValueTable::isNumberOf(std::uint32_t number, Value const& value) const noex
   ValueKey const key = _keys[number];
   if (value.isText()) {
     // Comparing a text costs less than its hash.
-    return key.isText() && equalTexts(_texts[key.textPlace()], value.asText());
+    return key.isText() && equalTexts(_texts[key.textIndex()], value.asText());
   }
-  return !value.isEmpty() && value.isSingle() && key == ValueKey(value);
+  return !value.isEmpty() && value.isSingle() && key == makeKey(value);
 }
 
 std::optional<std::uint32_t> ValueTable::find(Value const& value) const noexcept {

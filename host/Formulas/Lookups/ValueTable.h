@@ -10,9 +10,10 @@
 #include <boost/container/vector.hpp>
 
 #include "Formulas/Evaluation/Value.h"
+#include "Formulas/Lookups/KeyedValue.h"
 #include "Formulas/Lookups/Prefetch.h"
-#include "Formulas/Lookups/ValueKey.h"
 #include "Formulas/Lookups/ValuePiece.h"
+#include "Utils/HashPartitions.h"
 
 namespace Zorv::Formulas {
 
@@ -27,12 +28,14 @@ namespace Zorv::Formulas {
 class ValueTable {
 public:
   /// For the values of so many cells.
-  explicit ValueTable(std::uint64_t cellCount);
+  explicit ValueTable(std::uint64_t cellCount)
+      : _partitions(cellCount), _pieces(_partitions.count()) {}
 
+  [[nodiscard]] HashPartitions partitions() const noexcept { return _partitions; }
   [[nodiscard]] std::size_t pieceCount() const noexcept { return _pieces.size(); }
   /// The piece to which a value goes.
   [[nodiscard]] std::size_t pieceOf(ValueKey key) const noexcept {
-    return (key.hash() >> 32U) & (_pieces.size() - 1);
+    return _partitions.indexOf(key.bits());
   }
   /// Takes a piece that was filled.
   void put(std::size_t piece, ValuePiece&& values) noexcept { _pieces[piece] = std::move(values); }
@@ -57,7 +60,7 @@ public:
   /// Some time after prepare(), makes the next isNumberOf() fast for a text, too.
   void completePreparing(std::uint32_t number) const noexcept {
     if (_keys[number].isText()) {
-      prefetch(_texts, _keys[number].textPlace());
+      prefetch(_texts, _keys[number].textIndex());
     }
   }
 
@@ -74,7 +77,8 @@ private:
     std::uint32_t text = 0;
   };
 
-  std::vector<ValuePiece> _pieces;  ///< a power of two
+  HashPartitions _partitions;
+  std::vector<ValuePiece> _pieces;  ///< by partition
   std::vector<First> _first;        ///< by piece
   // These can grow without touching their memory, which is done by the threads that settle.
   boost::container::vector<ValueKey> _keys;  ///< by number; a text is told by its place in `_texts`

@@ -28,7 +28,7 @@ std::vector<std::uint32_t> obtainAll(ValueTable& table, std::vector<Value> const
     table.settle(piece);
   }
   for (std::size_t i = 0; i < values.size(); ++i) {
-    numbers[i] += table.firstNumber(table.pieceOf(ValueKey(values[i])));
+    numbers[i] += table.firstNumber(table.pieceOf(makeKey(values[i])));
   }
   return numbers;
 }
