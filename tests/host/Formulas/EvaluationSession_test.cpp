@@ -28,8 +28,7 @@ std::string calcIn(EvaluationSession& session, std::string_view formula) {
   RuntimeDependenciesResolver resolver;
   Context const context(&document.sheet(), RowIndex(0), ColumnIndex(0), boost::none, DOM::RowID(0),
                         DOM::ColumnID(0));
-  return describe(
-      calcShiftedExpr(parseExpr(formula), 0, 0, context, document, resolver, session));
+  return describe(calcShiftedExpr(parseExpr(formula), 0, 0, context, document, resolver, session));
 }
 
 TEST(EvaluationSession, FormulasSeeTheMomentOfTheSession) {
