@@ -1,62 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <new>
-#include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "DOM/Table.h"
+#include "support/Allocations.h"
 #include "support/Documents.h"
 #include "support/PlainHost.h"
 #include "support/Values.h"
-
-// Counts the allocations of the program, and makes them fail.
-namespace {
-
-thread_local bool allocationsCount = false;
-thread_local long allocationCount = 0;
-thread_local long failingAllocation = 0;  // 0 for none
-
-void* allocate(std::size_t size) {
-  if (allocationsCount && ++allocationCount == failingAllocation) {
-    throw std::bad_alloc();
-  }
-  if (void* const memory = std::malloc(size == 0 ? 1 : size)) {
-    return memory;
-  }
-  throw std::bad_alloc();
-}
-
-/// Counts while it lives, and makes one allocation fail.
-class CountedScope {
-public:
-  explicit CountedScope(long failing = 0) {
-    allocationCount = 0;
-    failingAllocation = failing;
-    allocationsCount = true;
-  }
-  CountedScope(CountedScope const&) = delete;
-  CountedScope& operator=(CountedScope const&) = delete;
-  ~CountedScope() { allocationsCount = false; }
-
-  [[nodiscard]] static long getCount() { return allocationCount; }
-};
-
-}  // namespace
-
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept {
-  try {
-    return allocate(size);
-  } catch (std::bad_alloc const&) {
-    return nullptr;
-  }
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace Zorv::ConditionalFormatters {
 namespace {

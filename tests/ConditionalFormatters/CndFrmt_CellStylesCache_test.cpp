@@ -197,6 +197,52 @@ TEST_F(CellStylesCacheTest, TheOuterRequestReplacesWhatAnInnerOneRememberedForTh
   EXPECT_EQ(depth, 2);
 }
 
+TEST_F(CellStylesCacheTest, AStyleThatIsRememberedMeanwhileIsReplacedByAnyOther) {
+  // The second format holds for the values 2 alone.
+  addFormat(host.table, {{0, 0, 5, 5}},
+            DOM::UnaryConditionalFormatOperator(DOM::UnaryConditionalFormatType::Equal, Expr()),
+            addFont(2, std::nullopt, 8.0));
+  host.engine.answer(number(2));
+  struct Case {
+    char const* name;
+    FormulaValue inner;
+    FormulaValue outer;
+  };
+  FormulaValue const failing = error(FormulaModel::FormulaErrorCode::Name);
+  for (Case const& c :
+       {Case{"one style by another", number(1), number(2)},
+        Case{"a style by none", number(1), failing}, Case{"none by a style", failing, number(1)}}) {
+    SCOPED_TRACE(c.name);
+    calculator->clearCellStylesCache();
+    provider->answerBy([&](DOM::CellInfo const&) { return c.inner; });
+    auto const innerStyle = resolve(0, 0);
+    provider->answerBy([&](DOM::CellInfo const&) { return c.outer; });
+    auto const outerStyle = resolve(0, 0);
+    ASSERT_NE(innerStyle, outerStyle);
+
+    int depth = 0;
+    provider->answerBy([&](DOM::CellInfo const&) {
+      if (depth++ == 0) {
+        // The inner request asks for one value for each of the two formats.
+        EXPECT_EQ(getStyle(0, 0), innerStyle);
+        return c.outer;
+      }
+      return depth <= 3 ? c.inner : c.outer;
+    });
+    EXPECT_EQ(getStyle(0, 0), outerStyle);
+    EXPECT_EQ(getStyle(0, 0), outerStyle);
+  }
+}
+
+TEST_F(CellStylesCacheTest, ARememberedCellDoesNotAskForTheFormats) {
+  auto const style = getStyle(0, 0);
+  calculator->clearTablesRangesCache();
+  EXPECT_EQ(getStyle(0, 0), style);
+  addFormat(host.table, {{0, 0, 5, 5}}, holdsAlways(), bold);
+  // Were the list made for the remembered cell, it would be kept, and the new format missing.
+  EXPECT_EQ(calculator->getConditionalFormatRefs(host.table).size(), 2U);
+}
+
 TEST_F(CellStylesCacheTest, TheProviderMayClearTheCellStylesMeanwhile) {
   host.table.setValue(0, 1, number(2));
   (void)getStyle(0, 1);

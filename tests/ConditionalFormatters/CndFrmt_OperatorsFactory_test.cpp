@@ -32,6 +32,10 @@ constexpr char const* noRangesMessage =
     "^/code/ConditionalFormatters/CndFrmt_OperatorsFactory:57: assertion failed: "
     "\"!ranges.empty\\(\\)\"\n$";
 
+constexpr char const* noValueMessage =
+    "^/code/ConditionalFormatters/Operators/CndFrmt_UniquenessOperator:62: assertion failed: "
+    "\"valueCount != 0\"\n$";
+
 DOM::ConditionalFormatOperator makeUnary() {
   return DOM::UnaryConditionalFormatOperator(DOM::UnaryConditionalFormatType::Equal, Expr());
 }
@@ -229,6 +233,18 @@ TEST_F(OperatorsFactoryDeathTest, AFormulaConditionWithoutRangesIsFatal) {
   EXPECT_DEATH((void)create(makeUnary(), {}), noRangesMessage);
   EXPECT_DEATH((void)create(makeBinary(), {}), noRangesMessage);
   EXPECT_DEATH((void)create(makeText(), {}), noRangesMessage);
+}
+
+TEST_F(OperatorsFactoryDeathTest, WithoutValuesNoValueWasCollected) {
+  // Whatever stood in the collection would be found by one of these.
+  for (FormulaValue const& value : {number(0), number(1), text(""), text("a"), boolean(false),
+                                    boolean(true), error(FormulaModel::FormulaErrorCode::Value)}) {
+    SCOPED_TRACE(value.which());
+    auto const withoutRanges = create(makeUniqueness(DOM::UniquenessType::Unique), {});
+    EXPECT_DEATH((void)(*withoutRanges)(at(0, 0, value)), noValueMessage);
+    auto const withoutCells = create(makeUniqueness(DOM::UniquenessType::Unique), {{0, 0, 9, 9}});
+    EXPECT_DEATH((void)(*withoutCells)(at(0, 0, value)), noValueMessage);
+  }
 }
 
 TEST_F(OperatorsFactoryDeathTest, TheBaseCellIsComputedBeforeTheFormulaContextIsAskedFor) {

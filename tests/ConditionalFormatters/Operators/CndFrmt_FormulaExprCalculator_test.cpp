@@ -168,15 +168,22 @@ TEST_F(FormulaExprCalculatorTest, RefusesPositionsBeyondTheRangeOfOffsetsBeforeE
        {Case{"row", at(0, 0), at(tooFar, 0)}, Case{"column", at(0, 0), at(0, tooFar)},
         Case{"largest row", at(0, 0), at(max, 0)}, Case{"base row", at(tooFar, 0), at(0, 0)},
         Case{"base column", at(0, tooFar), at(0, 0)},
+        Case{"row 0 in its lower 32 bits", at(0, 0), at(1UL << 32U, 0)},
+        Case{"row 2^63", at(0, 0), at(1UL << 63U, 0)},
+        Case{"column beyond 2^63", at(0, 0), at(0, (1UL << 63U) + 5)},
+        Case{"base row 2^63", at(1UL << 63U, 0), at(0, 0)},
         Case{"the base cell itself", at(tooFar, 0), at(tooFar, 0)}}) {
     SCOPED_TRACE(c.name);
     FormulaExprCalculator const farCalculator(host.table, host.contextProvider, c.base);
+    host.journal.clear();
     try {
       (void)farCalculator.calculate(expr, c.cell);
       ADD_FAILURE() << "nothing thrown";
     } catch (BadNumCastError const& error) {
       EXPECT_STREQ(error.what(), "bad numeric conversion: positive overflow");
     }
+    // The positions are converted after the table context is asked for.
+    EXPECT_THAT(host.journal.getEntries(), ElementsAre("getTableContext"));
   }
   EXPECT_THAT(host.engine.getShiftCalls(), IsEmpty());
   EXPECT_THAT(host.engine.getCalcCalls(), IsEmpty());
