@@ -116,10 +116,8 @@ BenchTable::BenchTable(std::size_t cellCount) : _cellCount(cellCount) {
 }
 
 void BenchTable::addFormat(ConditionalFormatOperator condition, std::optional<TableRange> range) {
-  auto const rangeByID = _table.toRangeByID(range.value_or(getColumn()));
   auto const& style = _styleUUIDs[_table.getLiveConditionalFormats().size() % _styleUUIDs.size()];
-  _table.addConditionalFormat(
-      std::make_unique<ConditionalFormat>(std::vector{rangeByID}, std::move(condition), style));
+  _table.addConditionalFormat({range.value_or(getColumn())}, std::move(condition), style);
 }
 
 void BenchTable::makeCalculator() {

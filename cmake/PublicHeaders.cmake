@@ -37,6 +37,7 @@ target_sources(
                host/Formulas/EvaluationSession.h
                host/Formulas/ListObject.h
                host/Formulas/LookupCache.h
+               host/Formulas/OneTableDocument.h
                host/Formulas/ParseExpr.h
                host/Formulas/RuntimeDependenciesResolver.h
                host/Formulas/ShiftExpr.h

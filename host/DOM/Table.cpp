@@ -175,6 +175,18 @@ void Table::addConditionalFormat(std::unique_ptr<ConditionalFormat const> format
   _conditionalFormats.push_back(std::move(format));
 }
 
+void Table::addConditionalFormat(std::vector<TableRange> const& ranges,
+                                 ConditionalFormatOperator condition, UUID const& styleUUID,
+                                 bool stopCalculateConditions) {
+  std::vector<TableRangeByID> rangesByID;
+  rangesByID.reserve(ranges.size());
+  for (TableRange const& range : ranges) {
+    rangesByID.push_back(toRangeByID(range));
+  }
+  addConditionalFormat(std::make_unique<ConditionalFormat const>(
+      std::move(rangesByID), std::move(condition), styleUUID, stopCalculateConditions));
+}
+
 void Table::setConditionalFormats(LiveConditionalFormats formats) noexcept {
   _conditionalFormats = std::move(formats);
 }

@@ -96,6 +96,11 @@ public:
   }
   /// Adds a format of lowest priority.
   void addConditionalFormat(std::unique_ptr<ConditionalFormat const> format);
+  /// Creates a format of lowest priority for ranges at their current positions.
+  /// Throws BaseRuntimeError, changing nothing, for a range that is empty or leaves the sheet.
+  void addConditionalFormat(std::vector<TableRange> const& ranges,
+                            ConditionalFormatOperator condition, UUID const& styleUUID,
+                            bool stopCalculateConditions = false);
   void setConditionalFormats(LiveConditionalFormats formats) noexcept;
 
 private:

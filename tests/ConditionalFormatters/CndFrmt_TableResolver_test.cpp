@@ -225,9 +225,9 @@ TEST_F(TableResolverTest, ACallThatNoCellChangesIsEvaluatedOnce) {
 }
 
 /// Throws where a formula asks for another sheet.
-class OneSheetContextProvider final : public PlainContextProvider {
+class OneSheetContextProvider final : public Formulas::OneTableDocument {
 public:
-  using PlainContextProvider::PlainContextProvider;
+  using Formulas::OneTableDocument::OneTableDocument;
 
   [[nodiscard]] Formulas::TableContext const* findTableContext(
       std::string_view /*name*/) const override {

@@ -3,14 +3,18 @@
 #
 # check_docs.sh DIRECTORY_OF_CNDFRMT, from the root of the sources.
 #   - In a block marked "console", what follows a line "$ COMMAND" is what the command prints.
-#   - A block of code after a line "<!-- FILE: TAG -->" is the region of FILE between two lines that
-#     hold "[TAG]". The file itself is compiled and run by another test.
+#   - A block after a line "<!-- FILE -->" is the whole of FILE; after "<!-- FILE: TAG -->" it is the
+#     region of FILE between two lines that hold "[TAG]". Another test compiles and runs FILE.
 # With CNDFRMT_REWRITE_GOLDEN=1 in the environment the examples are rewritten instead.
 set -euo pipefail
 PATH=$1:$PATH
 
-# Prints the lines of FILE between those that hold [TAG], without the indent of the first.
+# Prints FILE, or its lines between those that hold [TAG], without the indent of the first.
 print_region() {
+  if [ $# = 1 ]; then
+    cat "$1"
+    return
+  fi
   awk -v tag="[$2]" '
     index($0, tag) { inside = !inside; next }
     inside && !seen { seen = 1; match($0, /^ */); indent = RLENGTH }
@@ -35,11 +39,11 @@ regenerate() {
       if [ "$line" = '```console' ]; then
         mode=console
       elif [ -n "$region" ] && [[ $line == '```'* ]]; then
-        # shellcheck disable=SC2086  # the region is a file and a tag
+        # shellcheck disable=SC2086  # the region is a file, or a file and a tag
         print_region $region
         region='' mode=code
-      elif [[ $line =~ ^'<!-- '([^ :]+)': '([^ ]+)' -->'$ ]]; then
-        region="${BASH_REMATCH[1]} ${BASH_REMATCH[2]}"
+      elif [[ $line =~ ^'<!-- '([^ :]+\.[a-z]+)(': '([^ ]+))?' -->'$ ]]; then
+        region="${BASH_REMATCH[1]} ${BASH_REMATCH[3]}"
       fi
     fi
   done <"$1"

@@ -21,12 +21,7 @@ DOM::ConditionalFormatOperator holdsNever() {
 DOM::ConditionalFormat const& addFormat(DOM::Table& table, std::vector<TableRange> const& ranges,
                                         DOM::ConditionalFormatOperator condition,
                                         UUID const& styleUUID, bool stop) {
-  std::vector<DOM::TableRangeByID> rangesByID;
-  for (TableRange const& range : ranges) {
-    rangesByID.push_back(table.toRangeByID(range));
-  }
-  table.addConditionalFormat(std::make_unique<DOM::ConditionalFormat const>(
-      std::move(rangesByID), std::move(condition), styleUUID, stop));
+  table.addConditionalFormat(ranges, std::move(condition), styleUUID, stop);
   return *table.getLiveConditionalFormats().back();
 }
 

@@ -171,5 +171,30 @@ TEST(Table, KeepsItsConditionalFormatsInOrderOfPriority) {
   EXPECT_EQ(table.getLiveConditionalFormats()[0]->getStyleUUID(), second);
 }
 
+TEST(Table, CreatesAConditionalFormatForRangesAtTheirCurrentPositions) {
+  Table table;
+  table.deleteRows(2, 3);
+  UUID const style = UUID::generate();
+  std::vector<TableRange> const ranges{{0, 0, 5, 1}, {1, 2, 2, 4}};
+  table.addConditionalFormat(
+      ranges, NullaryConditionalFormatOperator(NullaryConditionalFormatType::Blanks), style, true);
+  ASSERT_EQ(table.getLiveConditionalFormats().size(), 1U);
+  ConditionalFormat const& format = *table.getLiveConditionalFormats().front();
+  EXPECT_EQ(convertToTableRanges(table, format.getRanges()), ranges);
+  EXPECT_EQ(format.getOperator().which(), 0);
+  EXPECT_EQ(format.getStyleUUID(), style);
+  EXPECT_TRUE(format.getStopCalculateConditions());
+}
+
+TEST(Table, RefusesAConditionalFormatForARangeThatIsEmptyOrLeavesTheSheet) {
+  Table table;
+  NullaryConditionalFormatOperator const blanks(NullaryConditionalFormatType::Blanks);
+  EXPECT_THROW(table.addConditionalFormat({{0, 0, 1, 1}, {3, 0, 3, 1}}, blanks, UUID()),
+               BaseRuntimeError);
+  EXPECT_THROW(table.addConditionalFormat({{0, 0, Table::rowCount + 1, 1}}, blanks, UUID()),
+               BaseRuntimeError);
+  EXPECT_TRUE(table.getLiveConditionalFormats().empty());
+}
+
 }  // namespace
 }  // namespace Zorv::DOM

@@ -1,5 +1,5 @@
-// Builds a table with two conditional formats and asks which style they give its cells: one, and
-// all of them.
+// Builds a table with two conditional formats and asks which styles they give its cells, all at
+// once.
 
 #include <cstdlib>
 #include <iostream>
@@ -10,12 +10,10 @@
 
 #include <ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h>
 #include <ConditionalFormatters/CndFrmt_TableResolver.h>
-#include <DOM/ConditionalFormat.h>
 #include <DOM/Styles.h>
 #include <DOM/Table.h>
+#include <Formulas/OneTableDocument.h>
 #include <Formulas/ParseExpr.h>
-
-#include "OneTableDocument.h"
 
 namespace DOM = Zorv::DOM;
 using Zorv::ConditionalFormatters::ConditionalFormattingPropsCalculator;
@@ -23,10 +21,32 @@ using Zorv::ConditionalFormatters::TableResolver;
 
 namespace {
 
+/// The values that a table's cells hold, in a document with a German locale and time zone.
+/// Borrows the table.
+class CellValues final : public Zorv::ConditionalFormatters::ValueContextProvider {
+public:
+  explicit CellValues(DOM::Table const& table)
+      : _document(table, {.sheetName = "Numbers",
+                          .locale = Zorv::OfficeUtils::LocaleContext("de-DE"),
+                          .timeZone = DOM::TimeZone("Europe/Berlin")}) {}
+
+  Zorv::FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
+    auto const* cell = cellInfo.getCell();
+    return cell ? cell->value : Zorv::FormulaValue();
+  }
+  DOM::TimeZone const& getTimeZone() const override { return _document.getTimeZone(); }
+  Zorv::Formulas::ContextProvider const& getFormulasContextProvider() const override {
+    return _document;
+  }
+
+private:
+  Zorv::Formulas::OneTableDocument _document;
+};
+
 /// Stops the program when an expectation does not hold; unlike assert, in optimised builds too.
 void expect(bool holds, std::string const& what) {
   if (!holds) {
-    std::cerr << "consumer: not so: " << what << '\n';
+    std::cerr << "whole_table: not so: " << what << '\n';
     std::exit(EXIT_FAILURE);
   }
 }
@@ -41,7 +61,6 @@ DOM::NamedTableStyle makeStyle(std::string name, DOM::RunProps run, DOM::CellPro
 }  // namespace
 
 int main() {
-  // [resolve]
   // A table with five numbers in its first column, and two styles.
   DOM::Table table;
   unsigned long row = 0;
@@ -57,29 +76,26 @@ int main() {
                 {.fillPattern = DOM::FillPattern::Solid, .fillColour = DOM::Colour{198, 239, 206}});
   styles.getTableStyles()[bold] = makeStyle("Bold", {.bold = true}, {});
 
-  // The two highest numbers are good; whatever is above 35 is bold.
-  std::vector const column = {table.toRangeByID({0, 0, 5, 1})};
-  table.addConditionalFormat(std::make_unique<DOM::ConditionalFormat const>(
-      column,
+  // The two highest numbers are good; numbers above 35 are bold.
+  Zorv::TableRange const column{0, 0, 5, 1};
+  table.addConditionalFormat(
+      {column},
       DOM::TopBottomConditionalFormatOperator(DOM::TopBottomConditionalFormatType::Top, 2, false),
-      good));
-  table.addConditionalFormat(std::make_unique<DOM::ConditionalFormat const>(
-      column,
+      good);
+  table.addConditionalFormat(
+      {column},
       DOM::UnaryConditionalFormatOperator(DOM::UnaryConditionalFormatType::FormulaIsTrue,
                                           Zorv::Formulas::parseExpr("A1>35")),
-      bold));
+      bold);
 
-  // The calculator owns its access to the cells' values, and keeps what it finds.
-  OneTableDocument const document(table, "Numbers");
-  ConditionalFormattingPropsCalculator const calculator(std::make_unique<CellValues>(document));
-
+  // The calculator owns its provider and caches the styles of cells.
+  ConditionalFormattingPropsCalculator const calculator(std::make_unique<CellValues>(table));
   auto const style = calculator.getConditionalFormatCellStyle(styles, table.getCellInfo(1, 0));
   auto const none = calculator.getConditionalFormatCellStyle(styles, table.getCellInfo(0, 0));
-  // [resolve]
 
   // [table]
-  // For an export all cells are asked at once: each condition is made once, and the work is split
-  // over four threads. The visitor is called for one cell after the other, row by row.
+  // An export resolves all cells in one pass: each condition is prepared once, and four threads
+  // share the work. The visitor is called for one cell at a time, row by row.
   auto const resolver = calculator.prepare(styles, table);
   std::vector<unsigned long> boldRows;
   resolver.visit(
@@ -91,7 +107,7 @@ int main() {
       },
       4);
 
-  // Or as rectangles of one style each.
+  // The same as rectangles of one style each.
   auto const runs =
       resolver.resolveRuns(table.getUsedRange(), TableResolver::Positions::Existing, 4);
   // [table]
@@ -108,5 +124,5 @@ int main() {
   expect(none == nullptr, "12 has no style");
   expect(calculator.getConditionalFormatCellStyle(styles, table.getCellInfo(4, 0)) == style,
          "equal styles are one object");
-  std::cout << "consumer: every expectation holds\n";
+  std::cout << "whole_table: every expectation holds\n";
 }
