@@ -11,8 +11,8 @@ unsigned long AxisIds::idAt(unsigned long position) const noexcept {
   if (position >= _length) {
     return 0;
   }
-  // Marks have the position of the live run that follows them, so the last run that begins at or
-  // before a position of the axis is always a live one.
+  // A mark has the position of the next live run, so the last run that begins at or before a
+  // position of the axis is always live.
   auto const next = std::ranges::upper_bound(_runs, position, {}, &Run::position);
   Run const& run = *std::prev(next);
   return run.firstId + (position - run.position);
@@ -45,8 +45,7 @@ AxisIds::Run const* AxisIds::findRun(RunIndices const& indices, unsigned long id
 
 void AxisIds::insert(unsigned long before, unsigned long count) {
   if (count != 0) {
-    // In this order, what is inserted before the last identity is told from what follows it, though
-    // that identity goes.
+    // Insert first: if the last identity is removed, its marks then lie after the inserted run.
     insertRun(before, count);
     removeRuns(_length, count);
   }
@@ -63,14 +62,14 @@ void AxisIds::move(unsigned long first, unsigned long count, unsigned long befor
   if (count == 0 || before == first || before == first + count) {
     return;
   }
-  // Splitting adds runs, so the indices are taken once no more are added.
+  // Split first: later splits would invalidate the indices and iterators.
   splitAt(first);
   splitAt(first + count);
   splitAt(before);
   auto const gap = _runs.begin() + static_cast<std::ptrdiff_t>(findGap(before));
   auto const moved = _runs.begin() + static_cast<std::ptrdiff_t>(splitAt(first));
   auto endRun = _runs.begin() + static_cast<std::ptrdiff_t>(splitAt(first + count));
-  // Marks inside what is moved go along; those at its borders stay.
+  // Marks inside the moved part move along; those at its borders stay.
   while (std::prev(endRun)->kind != RunKind::Live) {
     --endRun;
   }
@@ -144,7 +143,7 @@ void AxisIds::renumber() {
   _endsById = indicesById(RunKind::BeginMark);
 }
 
-/// Between two live runs the end marks come first.
+/// Sorts the marks between two live runs: end marks first.
 void AxisIds::orderMarks() {
   auto const isLive = [](Run const& run) { return run.kind == RunKind::Live; };
   for (auto run = _runs.begin(); run != _runs.end();) {
@@ -155,11 +154,11 @@ void AxisIds::orderMarks() {
   }
 }
 
-AxisIds::RunIndices AxisIds::indicesById(RunKind leftOut) const {
+AxisIds::RunIndices AxisIds::indicesById(RunKind excluded) const {
   RunIndices indices;
   indices.reserve(_runs.size());
   for (std::size_t index = 0; index < _runs.size(); ++index) {
-    if (_runs[index].kind != leftOut) {
+    if (_runs[index].kind != excluded) {
       indices.push_back(index);
     }
   }

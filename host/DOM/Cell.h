@@ -5,11 +5,11 @@
 
 namespace Zorv::DOM {
 
-/// A cell that exists: it has a value, a style of its own, or both.
+/// Existing cell: it has a value, a style of its own, or both.
 struct Cell {
   FormulaValue value;
   SharedCellStylePtr style;  ///< null where the cell has no style of its own
-  bool hasFormula = false;   ///< whether the value is the result of a formula
+  bool hasFormula = false;   ///< the value is the result of a formula
 };
 
 }  // namespace Zorv::DOM

@@ -9,9 +9,9 @@ namespace Zorv::DOM {
 
 class Table;
 
-/// One position of a table, and the cell there if there is one.
+/// Position of a table and the cell there, if any.
 ///
-/// A small value that borrows the table and the cell; valid until the table changes.
+/// A small value. Borrows the table and the cell; valid until the table changes.
 class ZORV_HOST_EXPORT CellInfo {
 public:
   /// `cell` is null where the position holds no cell.
@@ -24,8 +24,8 @@ public:
   [[nodiscard]] unsigned long getColIndex() const noexcept { return _index.getColumn().get(); }
   [[nodiscard]] CellIndex getCellIndex() const noexcept { return _index; }
 
-  /// The identity of the position, which stays when the cell moves. Allocates nothing; logarithmic
-  /// in the number of edits that the table has seen.
+  /// The identity of the position, which moves along with the cell. Allocates nothing; logarithmic
+  /// in the number of edits of the table.
   [[nodiscard]] CellID getCellID() const noexcept;
 
 private:

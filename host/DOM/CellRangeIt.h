@@ -13,14 +13,14 @@ namespace Zorv::DOM {
 template <bool readOnly>
 class CellRangeIt;
 
-/// Walks the existing cells of a range, row by row from the top, each row from the left.
+/// Iterator over the existing cells of a range, row by row from the top, each row from the left.
 ///
-/// Steps over what lies outside the range at the cost of one search a row. Valid until the table
-/// changes; made by Table::getRangeIterators().
+/// Skips the cells outside the range at the cost of one search per row. Valid until the table
+/// changes. See Table::getRangeIterators().
 template <>
 class ZORV_HOST_EXPORT CellRangeIt<true> {
 public:
-  /// At the first cell of the range from `position` on.
+  /// Points to the first cell of the range at or after `position`.
   CellRangeIt(Table const& table, CellStore const& cells, TableRange const& range,
               CellStore::Position position) noexcept
       : _table(&table), _cells(&cells), _range(range) {
@@ -28,7 +28,7 @@ public:
     skipToRange();
   }
 
-  /// Requires that this is not the end.
+  /// Requires that this is not the end iterator.
   [[nodiscard]] CellInfo getCellInfo() const noexcept {
     assert(_at != nullptr);
     return {*_table, CellIndex(RowIndex(_at->getRow()), ColumnIndex(_at->getColumn())), &_at->cell};
@@ -42,7 +42,7 @@ public:
     return *this;
   }
 
-  /// Compares the places of two iterators over one range.
+  /// Compares two iterators over one range.
   friend bool operator==(CellRangeIt const& a, CellRangeIt const& b) noexcept {
     return a._at == b._at;
   }

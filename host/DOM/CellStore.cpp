@@ -13,7 +13,7 @@ constexpr std::size_t blockCapacity = 256;
 
 }  // namespace
 
-Cell& CellStore::obtain(unsigned long row, unsigned long column) {
+Cell& CellStore::getOrCreate(unsigned long row, unsigned long column) {
   Key const key = makeKey(row, column);
   if (_blocks.empty() || key > _blocks.back().back().key) {
     append({key, {}});
@@ -154,7 +154,7 @@ void CellStore::append(Entry entry) {
   ++_size;
 }
 
-/// Splits a full block in two; returns the one that a key goes to.
+/// Splits a full block in two. Returns the index of the block for the key.
 std::size_t CellStore::makeRoom(std::size_t blockIndex, Key key) {
   if (_blocks[blockIndex].size() < blockCapacity) {
     return blockIndex;

@@ -14,17 +14,17 @@
 
 namespace Zorv::DOM {
 
-/// The cells that exist, in order of rows and in each row of columns.
+/// Sparse store of the existing cells, ordered by row, then by column.
 ///
-/// Cells lie in blocks of a bounded size whose first places are indexed: a look-up is two binary
-/// searches, an insertion moves at most one block, and appending in order costs constant time.
-/// Threads: const members may run concurrently.
+/// Cells are stored in blocks of bounded size; the first key of each block is indexed. A look-up is
+/// two binary searches, an insertion moves at most one block, and appending in order takes constant
+/// time. Threads: const members may run concurrently.
 class ZORV_HOST_EXPORT CellStore {
 public:
-  /// A row and a column in one number, in the order of the cells.
+  /// Row and column in one integer, in the order of the cells.
   using Key = std::uint64_t;
 
-  /// A cell and where it lies.
+  /// Cell and its position.
   struct Entry {
     Key key;
     Cell cell;
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] unsigned long getColumn() const noexcept { return key & columnMask; }
   };
 
-  /// A place in the order of the cells; valid until the store changes.
+  /// Place of a cell in the store; valid until the store changes.
   struct Position {
     std::size_t block = 0;
     std::size_t offset = 0;
@@ -41,20 +41,20 @@ public:
     friend bool operator==(Position const&, Position const&) noexcept = default;
   };
 
-  /// Where a cell is told to go when rows or columns move; nothing removes it.
+  /// New row or column of a cell when rows or columns move; nothing removes the cell.
   using Remap = std::function<std::optional<unsigned long>(unsigned long)>;
 
   [[nodiscard]] std::size_t size() const noexcept { return _size; }
 
-  /// The cell at a row and a column, made if there is none.
-  Cell& obtain(unsigned long row, unsigned long column);
+  /// The cell at a row and a column; created if there is none.
+  Cell& getOrCreate(unsigned long row, unsigned long column);
   void remove(unsigned long row, unsigned long column);
   [[nodiscard]] Cell const* find(unsigned long row, unsigned long column) const noexcept;
 
-  /// The same, where the cell is likely to be the one at `hint`, the next one, or near: constant
-  /// time for these two, and one binary search in a block of cells for one in the same block. Any
-  /// position will do as a hint, also one of an earlier state of the store. Sets the hint to the
-  /// first cell that is not before the row and the column.
+  /// Look-up for a cell that is likely to be at or near `hint`: constant time for the cell at the
+  /// hint and the next one, one binary search for another one of the same block. Any position is a
+  /// valid hint, also one of an earlier state of the store. Sets the hint to the first cell that is
+  /// not before the row and the column.
   [[nodiscard]] Cell const* find(unsigned long row, unsigned long column,
                                  Position& hint) const noexcept {
     Key const key = makeKey(row, column);
@@ -66,7 +66,7 @@ public:
 
   /// The first cell that is not before a row and a column, in the order of the cells.
   [[nodiscard]] Position lowerBound(unsigned long row, unsigned long column) const noexcept;
-  /// The same, where it is known not to lie before `from`.
+  /// lowerBound() for a result that is known not to lie before `from`.
   [[nodiscard]] Position lowerBoundFrom(Position from, unsigned long row,
                                         unsigned long column) const noexcept;
   [[nodiscard]] Position end() const noexcept { return {_blocks.size(), 0}; }
@@ -77,19 +77,19 @@ public:
   [[nodiscard]] Entry const& entryAt(Position position) const noexcept {
     return _blocks[position.block][position.offset];
   }
-  /// The cells from a position on that lie together in memory; none at the end alone.
+  /// The cells from a position to the end of its block; empty only at the end of the store.
   [[nodiscard]] std::span<Entry const> getStretch(Position position) const noexcept {
     return position.block < _blocks.size()
                ? std::span(_blocks[position.block]).subspan(position.offset)
                : std::span<Entry const>();
   }
 
-  /// The rows from the first to the last that hold a cell, half-open. Constant time.
+  /// The first row with a cell and the row after the last one. Constant time.
   [[nodiscard]] std::pair<unsigned long, unsigned long> getUsedRows() const noexcept;
-  /// The smallest range that holds every cell; empty where there is none. Linear.
+  /// The smallest range that contains every cell; empty without cells. Linear.
   [[nodiscard]] TableRange getUsedRange() const noexcept;
 
-  /// Gives every cell a new row and a new column. Linear, and a sort.
+  /// Changes the row or the column of every cell. Linear, plus a sort.
   void remapRows(Remap const& remap);
   void remapColumns(Remap const& remap);
 
@@ -111,7 +111,7 @@ private:
   [[nodiscard]] bool isInside(Position position) const noexcept {
     return position.block < _blocks.size() && position.offset < _blocks[position.block].size();
   }
-  /// The first cell that is not before a key, looked for near a position first.
+  /// The first cell that is not before a key; searches near a position first.
   [[nodiscard]] Position searchNear(Position hint, Key key) const noexcept;
   void append(Entry entry);
   std::size_t makeRoom(std::size_t blockIndex, Key key);
@@ -119,7 +119,7 @@ private:
   void rebuild(NewKey const& newKey);
 
   std::vector<Block> _blocks;   ///< none is empty
-  std::vector<Key> _firstKeys;  ///< of each block
+  std::vector<Key> _firstKeys;  ///< first key of each block
   std::size_t _size = 0;
 };
 

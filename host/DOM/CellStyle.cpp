@@ -6,8 +6,8 @@ namespace Zorv::DOM {
 
 namespace {
 
-/// What a group of the target is once that of the source has gone over it. A target that sets
-/// nothing shares the source's group: groups never change, so sharing shows to nobody.
+/// Merged group of target and source. A target that sets nothing shares the source's group, which
+/// is safe because groups are immutable.
 template <class Props>
 std::shared_ptr<Props const> overridden(std::shared_ptr<Props const> const& target,
                                         std::shared_ptr<Props const> const& source) {
@@ -39,7 +39,7 @@ void combine(std::size_t& seed, std::shared_ptr<Props const> const& props) noexc
 }  // namespace
 
 void override(CellStyle& target, CellStyle const& source) {
-  // All that can throw comes first, so that a failure leaves the target as it was.
+  // Everything that can throw comes first, so that a failure leaves the target unchanged.
   auto runProps = overridden(target.getRunProps(), source.getRunProps());
   auto paraProps = overridden(target.getParaProps(), source.getParaProps());
   auto cellProps = overridden(target.getCellProps(), source.getCellProps());

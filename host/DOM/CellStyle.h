@@ -10,10 +10,10 @@
 
 namespace Zorv::DOM {
 
-/// A cell style: four property groups, each null where the style sets nothing in it, the identity
-/// of a parent style, and that of a note.
+/// Cell style: four property groups, the identity of a parent style, and the identity of a note. A
+/// group is null where the style sets nothing in it.
 ///
-/// A plain value; the groups are shared and never changed. Moving it does not throw.
+/// A value; the groups are shared and immutable. Moving it does not throw.
 class ZORV_HOST_EXPORT CellStyle {
 public:
   [[nodiscard]] std::shared_ptr<RunProps const> const& getRunProps() const noexcept {
@@ -53,10 +53,10 @@ private:
   UUID _noteUUID;
 };
 
-/// Merges group by group: what `source` sets replaces what `target` has, property by property; the
-/// number format, a note and a parent that `source` names replace the target's whole. Groups that
-/// the two styles share with others are never changed: the target gets new ones where both set
-/// something.
+/// Merges group by group: each property that `source` sets replaces the target's. The number
+/// format, the note and the parent are replaced as a whole where `source` has them. Groups are not
+/// changed in place, since other styles may share them: where both set something, the target gets a
+/// new group.
 ZORV_HOST_EXPORT void override(CellStyle& target, CellStyle const& source);
 
 /// Equality and hash by content, not by the identity of the groups.

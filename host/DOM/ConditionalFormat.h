@@ -9,8 +9,8 @@
 
 namespace Zorv::DOM {
 
-/// One conditional format of a table: where it applies, its condition, the named style that it
-/// contributes where the condition holds, and whether formats of lower priority are then left out.
+/// Conditional format of a table: its ranges, its condition, the named style that it contributes
+/// where the condition holds, and whether it then stops the evaluation of lower priorities.
 class ConditionalFormat {
 public:
   ConditionalFormat(std::vector<TableRangeByID> ranges, ConditionalFormatOperator condition,
@@ -21,7 +21,7 @@ public:
         _stopCalculateConditions(stopCalculateConditions) {}
 
   [[nodiscard]] std::vector<TableRangeByID> const& getRanges() const noexcept { return _ranges; }
-  /// Valid as long as the format lives; operators keep references into it.
+  /// Valid for the life of the format; operators keep references into it.
   [[nodiscard]] ConditionalFormatOperator const& getOperator() const noexcept { return _operator; }
   [[nodiscard]] UUID const& getStyleUUID() const noexcept { return _styleUUID; }
   [[nodiscard]] bool getStopCalculateConditions() const noexcept {

@@ -10,8 +10,8 @@
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
 
-// The records of the seven kinds of condition. Each holds its kind as a byte, and a kind out of
-// range is kept as it is: what it then means is the reader's matter.
+// Records of the seven kinds of condition. Each stores its type as a byte. A type out of range is
+// kept as it is; its meaning is up to the reader.
 namespace Zorv::DOM {
 
 enum class NullaryConditionalFormatType : std::uint8_t {
@@ -31,7 +31,7 @@ enum class NullaryConditionalFormatType : std::uint8_t {
   NextMonth = 13,
 };
 
-/// Conditions without arguments: kinds of value, and date periods relative to today.
+/// Condition without arguments: on the kind of the value, or a date period relative to today.
 class NullaryConditionalFormatOperator {
 public:
   explicit NullaryConditionalFormatOperator(NullaryConditionalFormatType type) noexcept
@@ -52,7 +52,7 @@ enum class UnaryConditionalFormatType : std::uint8_t {
   FormulaIsTrue = 6,
 };
 
-/// Comparison of the cell with one formula, or a formula that must be true.
+/// Comparison of the cell with a formula, or a formula that must be true.
 class UnaryConditionalFormatOperator {
 public:
   UnaryConditionalFormatOperator(UnaryConditionalFormatType type,
@@ -68,7 +68,7 @@ private:
 
 enum class BinaryConditionalFormatType : std::uint8_t { Between = 0, NotBetween = 1 };
 
-/// The cell between two formulas, both included, or not.
+/// Condition that the cell lies between two formulas, both included, or does not.
 class BinaryConditionalFormatOperator {
 public:
   BinaryConditionalFormatOperator(BinaryConditionalFormatType type,
@@ -98,7 +98,7 @@ enum class TextConditionalFormatType : std::uint8_t {
   EndsWith = 3,
 };
 
-/// The cell's text against a text: a literal one, or that of a formula.
+/// Comparison of the cell's text with a literal or with a formula.
 class TextConditionalFormatOperator {
 public:
   using Argument = boost::variant<std::string, std::unique_ptr<FormulaSyntaxTree::Expr>>;
@@ -115,7 +115,8 @@ private:
 
 enum class TopBottomConditionalFormatType : std::uint8_t { Top = 0, Bottom = 1 };
 
-/// The cell among the highest or lowest numbers of the ranges, by count or by percentage.
+/// Condition that the cell is among the highest or lowest numbers of the ranges, by count or by
+/// percentage.
 class TopBottomConditionalFormatOperator {
 public:
   TopBottomConditionalFormatOperator(TopBottomConditionalFormatType type, std::uint32_t value,
@@ -138,8 +139,8 @@ enum class AboveAverageConditionalFormatType : std::uint8_t {
   EqualOrBelow = 3,
 };
 
-/// The cell above or below the mean of the ranges, or, where a number of standard deviations is
-/// given, that far from it.
+/// Condition that the cell is above or below the mean of the ranges, or, where a number of standard
+/// deviations is given, that far from it.
 class AboveAverageConditionalFormatOperator {
 public:
   explicit AboveAverageConditionalFormatOperator(
@@ -156,13 +157,13 @@ private:
 
 enum class UniquenessType : std::uint8_t { Duplicate = 0, Unique = 1 };
 
-/// The cell's value more than once, or exactly once, among the values of the ranges.
+/// Condition that the cell's value occurs more than once, or exactly once, in the ranges.
 struct UniquenessConditionalFormatOperator {
   UniquenessType type = UniquenessType::Duplicate;
 };
 
-/// The condition of a conditional format. The order of the alternatives is part of the contract:
-/// `which()` tells the kind.
+/// Condition of a conditional format. The order of the alternatives is part of the contract:
+/// `which()` is the kind.
 using ConditionalFormatOperator =
     boost::variant<NullaryConditionalFormatOperator, UnaryConditionalFormatOperator,
                    BinaryConditionalFormatOperator, TextConditionalFormatOperator,

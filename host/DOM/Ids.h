@@ -8,12 +8,12 @@ namespace Zorv::DOM {
 struct RowIDTag {};
 struct ColumnIDTag {};
 
-/// The stable identities of a table's rows and columns: they stay when positions change. 0 names
-/// no row or column.
+/// Stable identities of a table's rows and columns, which edits of the table do not change. 0 is
+/// the identity of no row or column.
 using RowID = TaggedValue<unsigned long, RowIDTag>;
 using ColumnID = TaggedValue<unsigned long, ColumnIDTag>;
 
-/// The stable identity of a cell.
+/// Stable identity of a cell.
 struct CellID {
   UUID tableUUID;
   RowID rowID;

@@ -12,7 +12,7 @@ SharedObjectFactory::SharedObjectFactory() : _pool(std::make_shared<StylePool>()
 SharedObjectFactory::~SharedObjectFactory() = default;
 
 SharedCellStylePtr SharedObjectFactory::create(CellStyle style) const {
-  return _pool->obtain(std::move(style));
+  return _pool->getOrCreate(std::move(style));
 }
 
 }  // namespace Zorv::DOM

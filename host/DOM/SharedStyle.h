@@ -14,11 +14,11 @@ namespace Zorv::DOM {
 
 class StylePool;
 
-/// An immutable style that everything which needs an equal style shares.
+/// Interned immutable style: equal styles are one object.
 ///
-/// Handled through `boost::intrusive_ptr<SharedStyle<Style> const>`; it dies with its last pointer,
-/// on whichever thread that is, and may outlive the SharedObjectFactory that made it.
-/// Threads: pointers may be copied and released from any thread.
+/// Owned by `boost::intrusive_ptr<SharedStyle<Style> const>`. Destroyed with its last pointer, on
+/// the thread that releases it; may outlive the SharedObjectFactory that created it. Threads:
+/// pointers may be copied and released on any thread.
 template <class Style>
 class SharedStyle {
 public:
@@ -41,24 +41,24 @@ private:
   Style const _style;
   std::size_t const _hash;
   mutable std::atomic<std::size_t> _references{0};
-  /// Where equal styles are looked up; each style keeps it alive to be able to leave it.
+  /// The pool in which equal styles are found. Kept alive, since the style removes itself from it.
   std::shared_ptr<StylePool> const _pool;
 };
 
-/// Counts one pointer more.
+/// Increments the reference count.
 inline void intrusive_ptr_add_ref(SharedStyle<CellStyle> const* style) noexcept {
   style->_references.fetch_add(1, std::memory_order_relaxed);
 }
 
-/// Counts one pointer less, and destroys the style with the last.
+/// Decrements the reference count; destroys the style when it reaches zero.
 ZORV_HOST_EXPORT void intrusive_ptr_release(SharedStyle<CellStyle> const* style) noexcept;
 
 using SharedCellStylePtr = boost::intrusive_ptr<SharedStyle<CellStyle> const>;
 
-/// Makes equal styles one object for as long as any pointer to it lives.
+/// Interning factory of styles: equal styles are one object while any pointer to it lives.
 ///
-/// Threads: create() may be called from several threads at once, also while other threads release
-/// the last pointer to an equal style. Cost: one hash of the style and one look-up under a lock.
+/// Threads: create() may run concurrently, also while other threads release the last pointer to an
+/// equal style. Cost: one hash of the style and one look-up under a lock.
 class ZORV_HOST_EXPORT SharedObjectFactory {
 public:
   SharedObjectFactory();
@@ -66,7 +66,7 @@ public:
   SharedObjectFactory& operator=(SharedObjectFactory const&) = delete;
   ~SharedObjectFactory();
 
-  /// The shared object of all styles equal to `style`. Never null.
+  /// The shared object for all styles equal to `style`. Never null.
   [[nodiscard]] SharedCellStylePtr create(CellStyle style) const;
 
 private:

@@ -5,14 +5,14 @@
 
 namespace Zorv::DOM {
 
-SharedCellStylePtr StylePool::obtain(CellStyle style) {
+SharedCellStylePtr StylePool::getOrCreate(CellStyle style) {
   std::size_t const hash = hash_value(style);
   std::scoped_lock const lock(_mutex);
   if (Style const* const living = findLiving(style, hash)) {
     return {living, false};
   }
-  // The entry is made first, so that nothing can fail once the style is made; nobody looks at it
-  // before the lock is given back.
+  // The entry is created first, so that nothing can fail after the style is created. No thread
+  // reads the entry before the lock is released.
   auto const entry = _stylesByHash.emplace(hash, nullptr);
   try {
     entry->second = new Style(std::move(style), hash, shared_from_this());
@@ -24,14 +24,14 @@ SharedCellStylePtr StylePool::obtain(CellStyle style) {
 }
 
 void StylePool::release(Style const* style) noexcept {
-  // What other threads did with the style happened before its destruction: each count down releases
-  // what that thread did, and the last one acquires it all.
+  // Every use of the style on another thread must happen before its destruction: each decrement
+  // releases the uses of its thread, and the last decrement acquires them all.
   if (style->_references.fetch_sub(1, std::memory_order_acq_rel) != 1) {
     return;
   }
   // The style may hold the last reference to its pool.
   std::shared_ptr<StylePool> const pool = style->_pool;
-  pool->forget(style);
+  pool->removeEntry(style);
   delete style;
 }
 
@@ -39,13 +39,13 @@ StylePool::Style const* StylePool::findLiving(CellStyle const& style,
                                               std::size_t hash) const noexcept {
   auto const [first, last] = _stylesByHash.equal_range(hash);
   auto const found = std::find_if(first, last, [&](auto const& entry) {
-    // A style that is dying is not destroyed before it has left the pool, so it may be compared.
-    return entry.second->get() == style && countIfLiving(*entry.second);
+    // A dying style is destroyed only after it has left the pool, so it may be compared.
+    return entry.second->get() == style && addReferenceIfLiving(*entry.second);
   });
   return found != last ? found->second : nullptr;
 }
 
-bool StylePool::countIfLiving(Style const& style) noexcept {
+bool StylePool::addReferenceIfLiving(Style const& style) noexcept {
   std::size_t count = style._references.load(std::memory_order_relaxed);
   while (count != 0) {
     if (style._references.compare_exchange_weak(count, count + 1, std::memory_order_relaxed)) {
@@ -55,7 +55,7 @@ bool StylePool::countIfLiving(Style const& style) noexcept {
   return false;
 }
 
-void StylePool::forget(Style const* style) noexcept {
+void StylePool::removeEntry(Style const* style) noexcept {
   std::scoped_lock const lock(_mutex);
   auto const [first, last] = _stylesByHash.equal_range(style->_hash);
   auto const entry =

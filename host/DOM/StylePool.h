@@ -9,27 +9,30 @@
 
 namespace Zorv::DOM {
 
-/// Where equal styles of one factory find each other.
+/// Hash table of the living styles of one factory.
 ///
-/// The pool owns no style. A style whose count of pointers has reached zero is dying: its entry
-/// stays until the thread that released the last pointer takes it out, and meanwhile nothing can
-/// bring it back, so an equal style may stand beside it. Entries are told apart by address, never
-/// by content.
-/// Threads: every operation may be called from several threads at once.
+/// The pool owns no style. A style whose reference count has reached zero is dying: its entry
+/// remains until the thread that released the last pointer removes it. A dying style is never
+/// revived, so an equal style may have an entry of its own meanwhile. Entries are identified by
+/// address, never by content.
+/// Threads: all operations may run concurrently.
 class StylePool : public std::enable_shared_from_this<StylePool> {
 public:
-  [[nodiscard]] SharedCellStylePtr obtain(CellStyle style);
+  /// The living style equal to `style`; created if there is none.
+  [[nodiscard]] SharedCellStylePtr getOrCreate(CellStyle style);
 
-  /// Counts one pointer less; the style and its entry go with the last one.
+  /// Decrements the reference count; removes and destroys the style when it reaches zero.
   static void release(SharedStyle<CellStyle> const* style) noexcept;
 
 private:
   using Style = SharedStyle<CellStyle>;
 
-  /// A living style equal to `style`, counted for the caller, or null. Requires the lock.
+  /// A living style equal to `style`, with one reference added for the caller, or null. Requires
+  /// the lock.
   [[nodiscard]] Style const* findLiving(CellStyle const& style, std::size_t hash) const noexcept;
-  [[nodiscard]] static bool countIfLiving(Style const& style) noexcept;
-  void forget(Style const* style) noexcept;
+  /// Adds a reference unless the style is dying.
+  [[nodiscard]] static bool addReferenceIfLiving(Style const& style) noexcept;
+  void removeEntry(Style const* style) noexcept;
 
   std::mutex _mutex;
   std::unordered_multimap<std::size_t, Style const*> _stylesByHash;  ///< guarded by the mutex

@@ -10,7 +10,7 @@
 
 namespace Zorv::DOM {
 
-/// A colour in sRGB; alpha 255 is opaque.
+/// Colour in sRGB; alpha 255 is opaque.
 struct Colour {
   std::uint8_t red = 0;
   std::uint8_t green = 0;
@@ -20,7 +20,7 @@ struct Colour {
   friend bool operator==(Colour const&, Colour const&) = default;
 };
 
-// The enumerations below name what ISO/IEC 29500-1, 18.18 (simple types) names.
+// The enumerations below follow ISO/IEC 29500-1, 18.18 (simple types).
 
 enum class Underline : std::uint8_t { None, Single, Double, SingleAccounting, DoubleAccounting };
 enum class VerticalRun : std::uint8_t { Baseline, Superscript, Subscript };
@@ -73,7 +73,7 @@ enum class LineStyle : std::uint8_t {
   SlantDashDot,
 };
 
-/// One border line of a cell. A line without a colour is drawn in the text's automatic colour.
+/// Border line of a cell. A line without a colour has the text's automatic colour.
 struct BorderLine {
   LineStyle style = LineStyle::None;
   std::optional<Colour> colour = std::nullopt;
@@ -81,7 +81,7 @@ struct BorderLine {
   friend bool operator==(BorderLine const&, BorderLine const&) = default;
 };
 
-/// One member of a property group: the name under which it is printed, and where it is.
+/// Member of a property group: its printed name and its pointer to member.
 template <class Props, class Value>
 struct PropMember {
   char const* name;
@@ -101,7 +101,7 @@ struct RunProps {
   std::optional<bool> strikethrough = std::nullopt;
   std::optional<VerticalRun> verticalRun = std::nullopt;
 
-  /// The one list of members; merging, equality, hashing and printing walk it.
+  /// The list of members. Merging, equality, hashing and printing iterate over it.
   static constexpr auto members() noexcept {
     return std::tuple{PropMember{"fontName", &RunProps::fontName},
                       PropMember{"fontSize", &RunProps::fontSize},
@@ -136,8 +136,8 @@ struct ParaProps {
 /// Cell properties. A member without a value is not set.
 struct CellProps {
   std::optional<FillPattern> fillPattern = std::nullopt;
-  std::optional<Colour> fillColour = std::nullopt;         ///< what a solid fill shows
-  std::optional<Colour> fillPatternColour = std::nullopt;  ///< the lines or dots of a pattern
+  std::optional<Colour> fillColour = std::nullopt;         ///< of a solid fill
+  std::optional<Colour> fillPatternColour = std::nullopt;  ///< of the lines or dots of a pattern
   std::optional<BorderLine> borderLeft = std::nullopt;
   std::optional<BorderLine> borderRight = std::nullopt;
   std::optional<BorderLine> borderTop = std::nullopt;
@@ -164,14 +164,14 @@ struct CellProps {
   }
 };
 
-/// The number format of a cell.
+/// Number format of a cell.
 struct CellFormat {
   std::string code;  ///< in the notation of ISO/IEC 29500-1, 18.8.31
 
   friend bool operator==(CellFormat const&, CellFormat const&) = default;
 };
 
-/// Every property that `source` sets replaces the target's; the others leave the target's.
+/// Each property that `source` sets replaces the target's.
 ZORV_HOST_EXPORT void override(RunProps& target, RunProps const& source);
 ZORV_HOST_EXPORT void override(ParaProps& target, ParaProps const& source);
 ZORV_HOST_EXPORT void override(CellProps& target, CellProps const& source);

@@ -10,8 +10,8 @@
 
 namespace Zorv::DOM {
 
-/// A named style of the document: four property groups, each null where the style sets nothing in
-/// it, and the identity of the style that it inherits from.
+/// Named style of the document: four property groups, and the identity of the style that it
+/// inherits from. A group is null where the style sets nothing in it.
 class NamedTableStyle {
 public:
   NamedTableStyle() = default;
@@ -53,8 +53,7 @@ private:
   UUID _parentUUID;
 };
 
-/// A document's style sheet. Chains of parents must end: nothing that walks them guards against
-/// cycles.
+/// Style sheet of a document. Requires chains of parents without cycles; nothing checks for them.
 class Styles {
 public:
   using TableStyles = std::map<UUID, NamedTableStyle>;

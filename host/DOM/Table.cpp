@@ -58,7 +58,7 @@ Table::Table(UUID uuid) : _uuid(uuid), _rowIds(rowCount), _columnIds(columnCount
 Cell& Table::obtainCell(unsigned long row, unsigned long column) {
   checkLines("rows", row, 1, rowCount);
   checkLines("columns", column, 1, columnCount);
-  return _cells.obtain(row, column);
+  return _cells.getOrCreate(row, column);
 }
 
 void Table::setValue(unsigned long row, unsigned long column, FormulaValue value) {

@@ -19,15 +19,15 @@
 
 namespace Zorv::DOM {
 
-/// One sheet's table: sparse cells, rows and columns with stable identities, and conditional
+/// Table of one sheet: sparse cells, rows and columns with stable identities, and conditional
 /// formats.
 ///
-/// Positions count from 0. Every position exists; only those that were given a value or a style
-/// hold a cell. Threads: const members may run concurrently; the others need exclusive access, and
-/// end the validity of CellInfo objects and iterators.
+/// Positions start at 0. Only positions that were given a value or a style have a cell. Threads:
+/// const members may run concurrently; the others need exclusive access and invalidate CellInfo
+/// objects and iterators.
 class ZORV_HOST_EXPORT Table : public IDHolder {
 public:
-  /// The size of a sheet (ISO/IEC 29500 documents of the widespread programs).
+  /// Size of a sheet, as spreadsheet programs use it for ISO/IEC 29500 documents.
   static constexpr unsigned long rowCount = 1'048'576;
   static constexpr unsigned long columnCount = 16'384;
 
@@ -39,7 +39,7 @@ public:
 
   // Cells.
 
-  /// The cell at a position, made if there is none. Appending in row order costs constant time.
+  /// The cell at a position; created if there is none. Appending in row order takes constant time.
   /// Throws BaseRuntimeError for a position outside the sheet.
   Cell& obtainCell(unsigned long row, unsigned long column);
   void setValue(unsigned long row, unsigned long column, FormulaValue value);
@@ -48,24 +48,22 @@ public:
 
   /// The cell at a position, or null. Logarithmic in the number of cells; allocates nothing.
   [[nodiscard]] Cell const* findCell(unsigned long row, unsigned long column) const noexcept;
-  /// The same, with a hint: any position, best that of the last cell found. In constant time for
-  /// that cell and the one behind it; sets the hint.
+  /// Look-up with a hint, best the position of the last cell found; see CellStore::find().
   [[nodiscard]] Cell const* findCell(unsigned long row, unsigned long column,
                                      CellStore::Position& hint) const noexcept {
     return row < rowCount && column < columnCount ? _cells.find(row, column, hint) : nullptr;
   }
   [[nodiscard]] CellInfo getCellInfo(unsigned long row, unsigned long column) const noexcept;
   [[nodiscard]] std::size_t getCellCount() const noexcept;
-  /// The rows from the first to the last that hold a cell, half-open; none where there is no cell.
-  /// Constant time.
+  /// The first row with a cell and the row after the last one; both 0 without cells. Constant time.
   [[nodiscard]] std::pair<unsigned long, unsigned long> getUsedRows() const noexcept;
-  /// The smallest range that holds every cell; empty where there is none. Linear in the number of
+  /// The smallest range that contains every cell; empty without cells. Linear in the number of
   /// cells.
   [[nodiscard]] TableRange getUsedRange() const noexcept;
 
   /// Begin and end of the existing cells of a range, row by row from the top, each row from the
-  /// left. The walk costs what it visits, and one search for each row of cells that reaches beyond
-  /// the range's columns; the range's size costs nothing.
+  /// left. The cost grows with the visited cells, plus one search for each row with cells outside
+  /// the range's columns; the size of the range does not matter.
   [[nodiscard]] std::pair<CellRangeIt<true>, CellRangeIt<true>> getRangeIterators(
       TableRange const& range) const;
 
@@ -77,20 +75,20 @@ public:
   [[nodiscard]] AxisIds const& getRowIds() const noexcept { return _rowIds; }
   [[nodiscard]] AxisIds const& getColumnIds() const noexcept { return _columnIds; }
 
-  /// Inserts empty rows or columns before a position; as many at the sheet's far edge go.
-  /// Throws BaseRuntimeError, changing nothing, when those hold cells.
+  /// Inserts empty rows or columns before a position and removes as many at the sheet's far edge.
+  /// Throws BaseRuntimeError, changing nothing, if those have cells.
   void insertRows(unsigned long before, unsigned long count);
   void insertColumns(unsigned long before, unsigned long count);
   void deleteRows(unsigned long first, unsigned long count);
   void deleteColumns(unsigned long first, unsigned long count);
-  /// Moves rows or columns so that the first of them stands where `before` stood.
+  /// Moves rows or columns to the position `before`.
   void moveRows(unsigned long first, unsigned long count, unsigned long before);
   void moveColumns(unsigned long first, unsigned long count, unsigned long before);
 
   // Conditional formats.
 
-  /// In order of priority, the highest first. No element may be null: what reads them stops the
-  /// process at one that is.
+  /// The formats by priority, the highest first. Requires that none is null: readers stop the
+  /// process at a null element.
   [[nodiscard]] LiveConditionalFormats const& getLiveConditionalFormats() const noexcept {
     return _conditionalFormats;
   }

@@ -10,7 +10,7 @@ namespace Zorv::DOM {
 
 class Table;
 
-/// A range told by the identities of its corner rows and columns, all four of which belong to it.
+/// Range named by the identities of its first and last row and column, all inclusive.
 struct TableRangeByID {
   RowID firstRow;
   ColumnID firstColumn;
@@ -18,11 +18,10 @@ struct TableRangeByID {
   ColumnID lastColumn;
 };
 
-/// The ranges at the rows' and columns' current positions, in the order given.
+/// The ranges at the current positions of their rows and columns, in the order given.
 ///
-/// A range grows with what is inserted inside it and shrinks with what is deleted from it; one of
-/// which nothing is left is missing from the result. Cost: logarithmic in the number of edits that
-/// the table has seen, for each range.
+/// A range grows by insertions inside it and shrinks by deletions. The result omits a range of
+/// which nothing is left. Cost: logarithmic in the number of edits of the table, for each range.
 [[nodiscard]] ZORV_HOST_EXPORT std::vector<TableRange> convertToTableRanges(
     Table const& table, std::vector<TableRangeByID> const& ranges);
 

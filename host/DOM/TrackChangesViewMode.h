@@ -4,7 +4,7 @@
 
 namespace Zorv::DOM {
 
-/// How tracked changes are shown.
+/// View mode of tracked changes.
 enum class TrackChangesViewMode : std::uint8_t {
   Original = 0,
   OriginalWithMarkup = 1,

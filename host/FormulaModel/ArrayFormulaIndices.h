@@ -2,7 +2,7 @@
 
 namespace Zorv::FormulaModel {
 
-/// The place of one cell inside the rectangle of an array formula, counted from 0.
+/// Row and column index of one cell inside the rectangle of an array formula, from 0.
 struct ArrayFormulaIndices {
   unsigned long row = 0;
   unsigned long column = 0;

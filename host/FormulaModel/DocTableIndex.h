@@ -6,7 +6,7 @@ namespace Zorv::FormulaModel {
 
 struct DocTableTag {};
 
-/// A table's place among the tables of its document, counted from 0.
+/// Index of a table in its document, from 0.
 using DocTableIndex = TaggedValue<unsigned long, DocTableTag>;
 
 }  // namespace Zorv::FormulaModel

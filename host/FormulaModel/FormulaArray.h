@@ -8,7 +8,7 @@
 
 namespace Zorv::FormulaModel {
 
-/// Walks an array's values row by row. Valid as long as the array lives and is not changed.
+/// Iterator over an array's values, row by row. Valid while the array lives unchanged.
 class FormulaArrayConstIterator {
 public:
   explicit FormulaArrayConstIterator(FormulaValue const* position) noexcept : _position(position) {}
@@ -26,7 +26,7 @@ private:
   FormulaValue const* _position;
 };
 
-/// A rectangle of values, stored row by row.
+/// Rectangle of values, stored row by row.
 class FormulaArray {
 public:
   /// Requires `values.size() == height * width`.
@@ -36,7 +36,7 @@ public:
   [[nodiscard]] std::size_t getHeight() const noexcept { return _height; }
   [[nodiscard]] std::size_t getWidth() const noexcept { return _width; }
 
-  /// The value at a row and a column inside the array, both counted from 0.
+  /// The value at a row and a column inside the array, both from 0.
   [[nodiscard]] FormulaValue const& at(std::size_t row, std::size_t column) const noexcept {
     return _values[row * _width + column];
   }

@@ -6,7 +6,7 @@
 
 namespace Zorv::FormulaModel {
 
-/// A value that cannot be used as a formula or a cast demands.
+/// Thrown when a formula or a cast cannot use a value.
 class ZORV_HOST_EXPORT FormulaException : public BaseRuntimeError {
 public:
   explicit FormulaException(std::string const& message);

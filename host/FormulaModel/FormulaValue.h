@@ -9,14 +9,14 @@
 
 namespace Zorv::FormulaModel {
 
-/// An empty cell, or an empty result.
+/// Value of an empty cell, or an empty result.
 struct FormulaEmpty {};
 
 struct FormulaNumber {
   FloatNumber value;
 };
 
-/// A text, in UTF-8.
+/// Text in UTF-8.
 struct FormulaString {
   std::string value;
 };
@@ -25,8 +25,8 @@ struct FormulaBoolean {
   bool value = false;
 };
 
-/// The spreadsheet errors, numbered as the formula function ERROR.TYPE numbers them
-/// (ISO/IEC 29500-1, 18.17.7.104); the last ones are of later programs.
+/// Spreadsheet errors, numbered as the formula function ERROR.TYPE numbers them
+/// (ISO/IEC 29500-1, 18.17.7.104). Later programs added Spill and Calculation.
 enum class FormulaErrorCode : std::uint8_t {
   Null = 1,
   DivisionByZero = 2,
@@ -44,12 +44,12 @@ struct FormulaError {
   FormulaErrorCode code = FormulaErrorCode::Value;
 };
 
-/// The value of a cell or of a formula. The order of the alternatives is part of the contract:
-/// `which()` tells the kind.
+/// Value of a cell or of a formula. The order of the alternatives is part of the contract:
+/// `which()` is the kind.
 using FormulaValue =
     boost::variant<FormulaEmpty, FormulaNumber, FormulaString, FormulaBoolean, FormulaError>;
 
-/// The kinds of FormulaValue, as `FormulaValue::which()` numbers them.
+/// Kinds of FormulaValue, as `FormulaValue::which()` numbers them.
 enum FormulaValueKind : int { Empty = 0, Number = 1, String = 2, Boolean = 3, Error = 4 };
 
 }  // namespace Zorv::FormulaModel

@@ -19,16 +19,16 @@ namespace Zorv::FormulaModel {
   return value.which() == FormulaValueKind::Error;
 }
 
-/// The number that a value is, and nothing for a value of any other kind: neither booleans nor
-/// texts that look like numbers are converted.
+/// The number of a numeric value; nothing for any other kind. Booleans and texts that look like
+/// numbers are not converted.
 [[nodiscard]] inline boost::optional<FormulaNumber> asFormulaNumberOpt(
     FormulaValue const& value) noexcept {
   auto const* number = boost::get<FormulaNumber>(&value);
   return number != nullptr ? boost::optional<FormulaNumber>(*number) : boost::none;
 }
 
-/// Compares two values of one kind by their payload with `Compare`; values of different kinds never
-/// compare. Two empty values compare as equal ones do. Texts compare byte by byte.
+/// Compares the payloads of two values of one kind with `Compare`. The result is false for values
+/// of different kinds. Two empty values compare as equals. Texts compare byte by byte.
 template <template <class> class Compare>
 struct FormulaValuesComarator {
   [[nodiscard]] bool operator()(FormulaValue const& a, FormulaValue const& b) const {
@@ -56,10 +56,10 @@ private:
   }
 };
 
-/// The text of an error as cells show it, such as `#DIV/0!`.
+/// Text of an error as cells show it, such as `#DIV/0!`.
 [[nodiscard]] ZORV_HOST_EXPORT std::string_view toText(FormulaErrorCode code) noexcept;
 
-/// The error that a text names, in any case of letters, or nothing.
+/// The error that a text names, in any letter case, or nothing.
 [[nodiscard]] ZORV_HOST_EXPORT boost::optional<FormulaErrorCode> parseErrorCode(
     std::string_view text) noexcept;
 

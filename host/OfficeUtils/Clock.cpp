@@ -8,11 +8,11 @@ namespace Zorv::OfficeUtils {
 
 namespace {
 
-// The clock in force, null for the system's; guarded by the mutex.
+// The clock in force; null for the system's. Guarded by the mutex.
 constinit std::mutex clockMutex;
 constinit std::shared_ptr<Clock const> currentClock;
 
-// Whether there is a clock in force, so that reading the system's takes no lock.
+// True while a ScopedClock is in force. Avoids the lock while there is none.
 constinit std::atomic<bool> isReplaced = false;
 
 std::shared_ptr<Clock const> exchangeClock(std::shared_ptr<Clock const> clock) {

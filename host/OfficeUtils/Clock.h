@@ -7,9 +7,9 @@
 
 namespace Zorv::OfficeUtils {
 
-/// Where the current moment comes from: the system's clock, unless a ScopedClock is in force.
+/// Source of the current moment: the system's clock, unless a ScopedClock is in force.
 ///
-/// Threads: now() is called from any thread and must be safe for that.
+/// Threads: now() is called from any thread, also concurrently.
 class ZORV_HOST_EXPORT Clock {
 public:
   using TimePoint = std::chrono::system_clock::time_point;
@@ -25,7 +25,7 @@ public:
   [[nodiscard]] static TimePoint readCurrent();
 };
 
-/// A clock that stands still.
+/// Clock that always shows the same moment.
 class ZORV_HOST_EXPORT FixedClock final : public Clock {
 public:
   explicit FixedClock(TimePoint moment) noexcept : _moment(moment) {}
@@ -35,10 +35,10 @@ private:
   TimePoint _moment;
 };
 
-/// Puts a clock in force for the whole process until the scope ends, then the one before it.
+/// Puts a clock in force for the whole process; the end of the scope restores the previous one.
 ///
-/// Scopes nest and end in reverse order. Threads that read the clock meanwhile see the one or the
-/// other, and keep the one they see alive while they read it.
+/// Scopes nest and must end in reverse order. Threads: other threads may read the clock at any
+/// time; they see either clock, and the one that they read stays alive meanwhile.
 class ZORV_HOST_EXPORT ScopedClock {
 public:
   explicit ScopedClock(std::shared_ptr<Clock const> clock);

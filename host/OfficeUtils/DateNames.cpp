@@ -28,7 +28,7 @@ icu::Locale toIcuLocale(std::string const& name) {
              : icu::Locale::createCanonical(name.c_str());
 }
 
-/// Copies names, of which the library counts some from 1.
+/// Copies names from index `first` on: ICU's weekdays start at 1.
 template <std::size_t size>
 void copyNames(std::array<std::string, size>& names, icu::UnicodeString const* source,
                std::int32_t count, std::size_t first) {
@@ -37,8 +37,8 @@ void copyNames(std::array<std::string, size>& names, icu::UnicodeString const* s
   }
 }
 
-/// Names of months that stand alone, so that abbreviations have no dots; in some languages a
-/// month's full name has another form beside a day, which is the one for dates.
+/// Abbreviations are the stand-alone ones, which have no dots. Full names are those for dates: some
+/// languages inflect a month's name next to a day.
 void readNames(DateNames& names, Symbols const& symbols) {
   std::int32_t count = 0;
   auto const* months = symbols.getMonths(count, Symbols::FORMAT, Symbols::WIDE);
@@ -79,20 +79,20 @@ bool isAscii(std::string_view text) noexcept {
   return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-/// The place of a letter of ASCII in the alphabet, or a number beyond it.
+/// Index of an ASCII letter in the alphabet; at least `letterCount` for any other character.
 std::size_t toLetter(char c) noexcept {
   constexpr unsigned lowerCase = 0x20;
   return (static_cast<unsigned char>(c) | lowerCase) - std::size_t{'a'};
 }
 
-/// All lengths that do not fit count as the highest one.
+/// Lengths above the highest bit share it.
 std::uint32_t bitOfLength(std::size_t length) noexcept {
   constexpr std::size_t highest = 31;
   return std::uint32_t{1} << std::min(length, highest);
 }
 
 void readLengths(DateNames& names, std::string const& name) {
-  // The only characters beyond ASCII that equal letters of it: the long s and the kelvin sign.
+  // The long s and the kelvin sign are the only other characters that fold to ASCII letters.
   if (name.find("\u017F") != std::string::npos || name.find("\u212A") != std::string::npos) {
     names.lengthsByInitial.fill(~std::uint32_t{0});
   } else if (!name.empty() && isAscii(name) && toLetter(name.front()) < letterCount) {
@@ -128,8 +128,8 @@ DateNames makeNames(std::string const& localeName) {
 
 using NamedNames = std::map<std::string, DateNames>::value_type;
 
-/// What is known of a locale; neither moves nor goes.
-NamedNames const& obtain(std::string const& localeName) {
+/// The names of a locale, by name; valid for the life of the process.
+NamedNames const& getOrCreate(std::string const& localeName) {
   static std::shared_mutex mutex;
   static std::map<std::string, DateNames> known;
   {
@@ -155,11 +155,11 @@ bool DateNames::mayName(std::string_view word) const noexcept {
 }
 
 DateNames const& DateNames::of(std::string const& localeName) {
-  // A thread asks for one locale nearly always, and for thousands of texts: threads that locked
-  // anything each time would hold each other up.
+  // A thread usually reads thousands of texts of one locale. Without this cache threads would
+  // contend for the lock.
   thread_local NamedNames const* last = nullptr;
   if (last == nullptr || last->first != localeName) {
-    last = &obtain(localeName);
+    last = &getOrCreate(localeName);
   }
   return last->second;
 }

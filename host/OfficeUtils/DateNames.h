@@ -7,29 +7,29 @@
 
 namespace Zorv::OfficeUtils {
 
-/// The order in which dates of figures are written.
+/// Order of the parts in a numeric date.
 enum class DateOrder : std::uint8_t { MonthDayYear, DayMonthYear, YearMonthDay };
 
-/// The words of a locale's dates, in UTF-8, and the order of their parts.
+/// Month and weekday names of a locale, in UTF-8, and the form of its numeric dates.
 struct DateNames {
   std::array<std::string, 12> months;
   std::array<std::string, 12> shortMonths;
-  std::array<std::string, 7> weekdays;  ///< from Sunday on
+  std::array<std::string, 7> weekdays;  ///< from Sunday
   std::array<std::string, 7> shortWeekdays;
   std::array<std::string, 2> halvesOfDay;  ///< before and after noon
   DateOrder order = DateOrder::MonthDayYear;
-  bool hasDots = false;  ///< dots stand between the parts of dates of figures
+  bool hasDots = false;  ///< numeric dates separate their parts by dots
 
-  /// By a letter, from a to z: the lengths of the names of months and weekdays that begin with it,
-  /// one bit for each; of those in ASCII.
+  /// For each letter from a to z, a bit set of the lengths of the ASCII names that begin with it.
   std::array<std::uint32_t, 26> lengthsByInitial{};
 
-  /// Whether a word may be the name of a month or of a weekday, without regard to letter case.
-  /// Tells most other words without a look at the names.
+  /// False only if the word is no name of a month or a weekday, ignoring case. Rejects most other
+  /// words by their first letter and length.
   [[nodiscard]] bool mayName(std::string_view word) const noexcept;
 
-  /// Those of a locale by its BCP 47 tag or ICU name; English ones for an unknown name. Made at the
-  /// first use and kept as long as the process lives. Safe to call from several threads.
+  /// The names of a locale, by its BCP 47 tag or ICU name; English names for an unknown one.
+  /// Created on first use and valid for the life of the process. Threads: may be called
+  /// concurrently.
   [[nodiscard]] static DateNames const& of(std::string const& localeName);
 };
 

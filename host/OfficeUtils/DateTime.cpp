@@ -7,8 +7,8 @@ namespace Zorv::OfficeUtils {
 
 namespace {
 
-// A condition looks for the number before or after that of the current date. Months and weeks count
-// from 1, so that 0 would be found as the one before the first.
+// Conditions compare with the week or month before or after the current one. Both start at 1, so 0
+// would match as the one before the first.
 constexpr int noDate = -1;
 
 }  // namespace

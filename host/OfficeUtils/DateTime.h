@@ -11,38 +11,38 @@
 
 namespace Zorv::OfficeUtils {
 
-/// A calendar date and time, read from a serial date-time number under a locale's date system.
+/// Calendar date and time of a serial number in a locale's date system.
 ///
-/// The serial number counts days; its fraction is the time of day. A plain value of a few words:
-/// no operation but getNow() costs more than some tens of nanoseconds, or allocates.
+/// The serial number counts days; its fraction is the time of day. A small value. Cost: all
+/// operations but getNow() take tens of nanoseconds at most and allocate nothing.
 class ZORV_HOST_EXPORT DateTime {
 public:
-  /// Any double is accepted. One that is no day of the date system (negative, past the year 9999,
-  /// NaN; see SerialDate) has the week and the month -1, which are next to those of no real date.
+  /// Accepts any double. A number outside the date system (negative, after the year 9999, NaN; see
+  /// SerialDate) has week -1 and month -1, which are not adjacent to those of any date.
   DateTime(FloatNumber serial, LocaleContext const& locale);
 
-  /// The current moment in a time zone, by the clock in force, or as a scope pins
-  /// it; see Clock and PinnedMoment.
+  /// The current moment in a time zone: the one that this thread has pinned, else that of the clock
+  /// in force; see PinnedMoment and Clock.
   [[nodiscard]] static DateTime getNow(DOM::TimeZone const& timeZone, LocaleContext const& locale);
 
-  /// What clocks in a time zone show at a moment.
+  /// The civil time of a time zone at a moment.
   [[nodiscard]] static DateTime fromMoment(Clock::TimePoint moment, DOM::TimeZone const& timeZone,
                                            LocaleContext const& locale);
 
-  /// The serial number of the date, without its time of day, on the scale of cell numbers.
+  /// The serial number without its fraction.
   [[nodiscard]] FloatNumber calculateDays() const noexcept;
 
-  /// The serial number with its time of day.
+  /// The serial number with its fraction.
   [[nodiscard]] FloatNumber getSerial() const noexcept;
 
-  /// The week within the year, from 1: week 1 holds 1 January, and a new week begins on the
-  /// locale's first day of the week.
+  /// The week of the year, from 1: week 1 contains 1 January, and weeks begin on the locale's first
+  /// day of the week.
   [[nodiscard]] int getYearWeek() const noexcept;
 
   /// The month, from 1 to 12.
   [[nodiscard]] int getMonth() const noexcept;
 
-  /// The same, with its week and its month read already: for one that is asked for them often.
+  /// A copy with week and month computed in advance, for callers that ask for them often.
   [[nodiscard]] DateTime withCalendarRead() const noexcept;
 
 private:

@@ -5,11 +5,9 @@
 
 namespace Zorv::OfficeUtils {
 
-/// The decimal digits of a number, as spreadsheets show them: 15 significant ones, whatever the
-/// sign.
+/// Decimal digits of a number's absolute value, as spreadsheets show them: 15 significant ones.
 ///
-/// Places count from the decimal point: 0 is that of the ones, 1 that of the tens, -1 that of the
-/// tenths. A plain value.
+/// A place is a power of ten: 0 for the ones, 1 for the tens, -1 for the tenths.
 class DecimalDigits {
 public:
   /// Requires a finite number.
@@ -18,19 +16,19 @@ public:
   /// Multiplies by a power of ten.
   void shift(int places) noexcept { _firstPlace += places; }
 
-  /// Rounds to a number of digits after the decimal point, halves up. A negative number rounds to
-  /// tens, hundreds and so on.
+  /// Rounds to `count` digits after the decimal point, halves up. A negative count rounds to tens,
+  /// hundreds and so on.
   void roundToFraction(int count) noexcept { roundTo(_firstPlace + 1 + count); }
 
-  /// Rounds to a number of significant digits, at least one.
+  /// Rounds to `count` significant digits. Requires `count > 0`.
   void roundToSignificant(int count) noexcept { roundTo(count); }
 
   [[nodiscard]] bool isZero() const noexcept { return _count == 0; }
-  /// The place of the first digit that is not 0; of zero, that of the ones.
+  /// The place of the first digit that is not 0; the ones for zero.
   [[nodiscard]] int firstPlace() const noexcept { return isZero() ? 0 : _firstPlace; }
-  /// How many digits stand before the decimal point; none for a number below 1.
+  /// The number of digits before the decimal point; 0 for a number below 1.
   [[nodiscard]] int countWhole() const noexcept;
-  /// How many digits stand behind the decimal point, up to the last one that is not 0.
+  /// The number of digits after the decimal point, up to the last one that is not 0.
   [[nodiscard]] int countFraction() const noexcept;
   /// The digit at a place, as a character.
   [[nodiscard]] char at(int place) const noexcept;
@@ -42,7 +40,7 @@ private:
   void dropZeros() noexcept;
 
   std::array<char, maximalCount> _digits{};
-  int _count = 0;       ///< digits up to the last one that is not 0; none for zero
+  int _count = 0;       ///< digits up to the last one that is not 0; 0 for zero
   int _firstPlace = 0;  ///< the place of the first digit
 };
 

@@ -54,7 +54,7 @@ bool isWordInAnyCase(std::string const& text, std::string const& word, std::uint
   return fold(text) == fold(word);
 }
 
-/// In the Turkic languages the small letter of I has no dot.
+/// In Turkic languages the lower case of I has no dot.
 std::uint32_t getFolding(LocaleContext const& locale) noexcept {
   std::string_view const language = std::string_view(locale.getName()).substr(0, 2);
   return language == "tr" || language == "az" ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT;
@@ -101,8 +101,8 @@ struct ToBool : boost::static_visitor<boost::optional<bool>> {
 
 constexpr int significantDigits = 15;
 
-/// A finite number as its sign, its significant digits without zeros at the end, and the power of
-/// ten of the first of them.
+/// Finite number in decimal: sign, significant digits without trailing zeros, and the power of ten
+/// of the first digit.
 struct Decimal {
   bool isNegative = false;
   std::string digits;

@@ -10,9 +10,9 @@
 
 namespace Zorv::OfficeUtils {
 
-/// Writes numbers as text in a form of its own, in place of the general format.
+/// Formatter of numbers that replaces the general format.
 ///
-/// Threads: format() may be called from several threads at once.
+/// Threads: format() may be called concurrently.
 class ZORV_HOST_EXPORT GeneralNumberFormatter {
 public:
   GeneralNumberFormatter() = default;
@@ -26,31 +26,30 @@ public:
 
 }  // namespace Zorv::OfficeUtils
 
-/// Casts of values to another kind, by the rules of spreadsheets. Safe to call from several
-/// threads.
+/// Casts of values to another kind, by the rules of spreadsheets. Threads: may be called
+/// concurrently.
 namespace Zorv::OfficeUtils::FormulaValueCast {
 
-/// A set of casting rules, by its number.
+/// Set of casting rules; each has a number.
 enum class CastMode : unsigned {
-  /// Numbers are true when they are not zero, booleans are what they are, an empty value is false,
-  /// and a text is the truth value that it names in any case of letters, in English or in the
-  /// locale's own words.
+  /// A number is true unless it is zero. A boolean keeps its value. An empty value is false. A text
+  /// must name a truth value in any letter case, in English or in the locale's own words.
   Condition = 585,
 };
 
-/// The truth of a value. `strict` refuses texts that name a truth value, too.
+/// The truth value of a value. `strict` also refuses texts that name a truth value.
 /// Throws FormulaException for an error value and for a text that names no truth value.
 [[nodiscard]] ZORV_HOST_EXPORT bool toBool(FormulaModel::FormulaValue const& value,
                                            LocaleContext const& locale, CastMode mode, bool strict);
 
-/// What toBool() answers, or nothing where it throws: for callers that meet many such values.
+/// The result of toBool(), or nothing where it throws, for callers that expect many such values.
 [[nodiscard]] ZORV_HOST_EXPORT boost::optional<bool> toBoolOpt(
     FormulaModel::FormulaValue const& value, LocaleContext const& locale, CastMode mode,
     bool strict);
 
 /// The text of a value: a number in general format with at most 15 significant digits and the
-/// locale's decimal separator, or as `formatter` writes it when there is one; TRUE or FALSE; the
-/// text of an error; the empty text for an empty value.
+/// locale's decimal separator; TRUE or FALSE; the text of an error; the empty text for an empty
+/// value. A `formatter` that is not null formats numbers instead.
 [[nodiscard]] ZORV_HOST_EXPORT std::string toString(FormulaModel::FormulaValue const& value,
                                                     LocaleContext const& locale,
                                                     GeneralNumberFormatter const* formatter);

@@ -33,8 +33,7 @@ struct TruthWords {
   std::string_view falseText;
 };
 
-// What spreadsheets show for the two truth values. Languages that are missing here use the English
-// words.
+// Words of spreadsheets for the two truth values. Other languages use the English words.
 constexpr std::array truthWords{
     TruthWords{"cs", "PRAVDA", "NEPRAVDA"},  TruthWords{"da", "SAND", "FALSK"},
     TruthWords{"de", "WAHR", "FALSCH"},      TruthWords{"es", "VERDADERO", "FALSO"},

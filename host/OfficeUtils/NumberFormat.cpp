@@ -36,8 +36,8 @@ void addCondition(Section& section, Comparison comparison) {
   }
 }
 
-/// Sections without conditions of their own take positive numbers, negative ones and zero, in this
-/// order; the last one takes all that is left.
+/// Adds the default conditions: positive numbers, negative numbers, zero, in this order. The last
+/// section formats all remaining numbers.
 void addConditions(std::vector<Section>& sections) {
   if (sections.size() == 2) {
     addCondition(sections[0], Comparison::GreaterOrEqual);
@@ -47,7 +47,7 @@ void addConditions(std::vector<Section>& sections) {
   }
 }
 
-/// Whether only negative numbers are left to the last section.
+/// True if the condition leaves only negative numbers to the next section.
 bool leavesNegatives(Condition const& condition) noexcept {
   return (condition.comparison == Comparison::GreaterOrEqual && condition.operand <= 0.0) ||
          (condition.comparison == Comparison::Greater && condition.operand < 0.0);

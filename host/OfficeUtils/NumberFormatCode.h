@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// The inside of compiled number formats.
+/// Parsed form of number formats.
 namespace Zorv::OfficeUtils::NumberFormatCode {
 
 enum class TokenKind : std::uint8_t {
@@ -15,11 +15,11 @@ enum class TokenKind : std::uint8_t {
   AnyText,  ///< `@`
   Digit,    ///< `0`, `#` or `?`
   Point,
-  Comma,  ///< only until the section is read
+  Comma,  ///< only while the section is parsed
   Percent,
   Exponent,
   Slash,
-  // Of dates and times, from here on.
+  // Dates and times.
   Year,
   Month,
   Day,
@@ -35,9 +35,9 @@ enum class TokenKind : std::uint8_t {
 
 struct Token {
   TokenKind kind = TokenKind::Literal;
-  std::size_t count = 1;  ///< how often the letter stands there
-  char symbol = 0;        ///< the placeholder of a digit, or the sign of an exponent
-  std::string text = {};  ///< a literal; a half of the day as it is written
+  std::size_t count = 1;  ///< repetitions of the letter
+  char symbol = 0;        ///< the digit's placeholder, or the exponent's sign
+  std::string text = {};  ///< the literal, or `AM/PM` or `A/P` as written
 };
 
 enum class SectionKind : std::uint8_t { Number, General, DateTime, Text };
@@ -51,34 +51,33 @@ enum class Comparison : std::uint8_t {
   Greater
 };
 
-/// Which numbers a section takes.
+/// Condition on the numbers that a section formats.
 struct Condition {
   Comparison comparison = Comparison::Equal;
   double operand = 0.0;
 
   [[nodiscard]] bool holds(double number) const noexcept;
-  /// Whether no number fulfils it but negative ones, which are then written without their sign.
+  /// True if only negative numbers fulfil the condition. They are written without their sign.
   [[nodiscard]] bool isOfNegatives() const noexcept;
 };
 
-/// A number written as a fraction: the tokens that make it up, and the denominator where one is
-/// given.
+/// Token indices of a number written as a fraction.
 struct FractionLayout {
-  std::size_t numerator = 0;  ///< the first token of it; those before are the whole part's
+  std::size_t numerator = 0;  ///< first token of the numerator; the whole part precedes it
   std::size_t slash = 0;
-  std::size_t end = 0;  ///< behind the denominator
+  std::size_t end = 0;  ///< after the denominator
   bool hasWhole = false;
-  double fixedDenominator = 0.0;  ///< 0 where the best one is to be found
+  double fixedDenominator = 0.0;  ///< 0 unless the format names one
 };
 
 struct Section {
   SectionKind kind = SectionKind::Number;
   std::vector<Token> tokens = {};
   std::optional<Condition> condition = {};
-  std::string locale = {};  ///< of the names in dates; empty for that of the context
-  // Of numbers.
+  std::string locale = {};  ///< locale of date names; empty for the one of the context
+  // Numbers only.
   bool hasGroups = false;
-  int powerOfTen = 0;  ///< by which numbers are multiplied
+  int powerOfTen = 0;  ///< scale of the number: 2 for percent, -3 for each scaling comma
   std::optional<std::size_t> exponent = {};
   std::optional<FractionLayout> fraction = {};
 };

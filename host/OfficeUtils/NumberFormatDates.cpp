@@ -20,7 +20,7 @@ constexpr std::size_t mostFractionDigits = 3;
 
 bool isOfTime(Token const& token) noexcept { return token.kind >= TokenKind::Hour; }
 
-/// How many digits of the seconds' fraction a section shows.
+/// The number of digits that a section shows of a second's fraction.
 std::size_t countFractionDigits(Section const& section) noexcept {
   std::size_t count = 0;
   for (Token const& token : section.tokens) {
@@ -31,10 +31,10 @@ std::size_t countFractionDigits(Section const& section) noexcept {
   return count;
 }
 
-/// A moment, rounded to what a section shows of it.
+/// Moment, rounded to the precision of a section.
 struct Moment {
   SerialDate::CivilDate date;
-  unsigned weekday = 0;             ///< from Sunday, which is 0
+  unsigned weekday = 0;             ///< 0 is Sunday
   std::int64_t elapsedSeconds = 0;  ///< since serial number 0
   std::int64_t fraction = 0;
   std::size_t fractionDigits = 0;
@@ -55,7 +55,7 @@ std::optional<Moment> toMoment(Section const& section, double serial, DateSystem
   Moment moment;
   moment.fractionDigits = countFractionDigits(section);
   auto const scale = static_cast<std::int64_t>(std::pow(10.0, moment.fractionDigits));
-  // A date alone does not round up to the next day.
+  // A format without a time does not round up to the next day.
   double const shown = std::ranges::any_of(section.tokens, isOfTime) ? serial : std::floor(serial);
   auto const units =
       static_cast<std::int64_t>(std::round(shown * static_cast<double>(secondsPerDay * scale)));
@@ -76,7 +76,7 @@ std::string pad(std::int64_t number, std::size_t width) {
   return text.size() < width ? std::string(width - text.size(), '0') + text : text;
 }
 
-/// The first letter of a name, which is one character of UTF-8.
+/// The first UTF-8 character of a name.
 std::string takeInitial(std::string const& name) {
   constexpr unsigned continuationMask = 0xC0;
   constexpr unsigned continuation = 0x80;
@@ -88,7 +88,7 @@ std::string takeInitial(std::string const& name) {
   return name.substr(0, length);
 }
 
-/// Writes the parts of one moment.
+/// Writer of one moment in the tokens of a section.
 class Writer {
 public:
   Writer(Section const& section, Moment const& moment, DateNames const& names) noexcept
@@ -159,7 +159,7 @@ private:
     }
   }
 
-  /// From 1 to 12 where the half of the day stands beside it.
+  /// The hour, from 1 to 12 if the section shows AM or PM, else from 0 to 23.
   [[nodiscard]] std::int64_t hourOfClock() const {
     constexpr std::int64_t half = 12;
     std::int64_t const hour = _moment->hour();
@@ -174,7 +174,7 @@ private:
     return digits;
   }
 
-  /// `AM/PM` in the locale's words, `A/P` as it is written.
+  /// `AM/PM` in the locale's words, `A/P` as written in the format.
   [[nodiscard]] std::string writeHalf(std::string_view written) const {
     constexpr std::int64_t noon = 12;
     bool const isAfternoon = _moment->hour() >= noon;

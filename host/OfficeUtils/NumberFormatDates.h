@@ -8,7 +8,7 @@
 
 namespace Zorv::OfficeUtils::NumberFormatCode {
 
-/// A serial number in a section of dates and times; nothing where it is no day of the date system.
+/// A serial number in a date or time section; nothing for a number outside the date system.
 [[nodiscard]] std::optional<std::string> writeDateTime(Section const& section, double serial,
                                                        LocaleContext const& locale);
 

@@ -28,7 +28,7 @@ void addLiteral(Section& section, std::string_view text) {
   section.tokens.push_back({.kind = TokenKind::Literal, .text = std::string(text)});
 }
 
-/// What a single character stands for.
+/// Token of a single character.
 std::optional<TokenKind> findSymbol(char c) noexcept {
   switch (c) {
     case '0':
@@ -50,7 +50,7 @@ std::optional<TokenKind> findSymbol(char c) noexcept {
   }
 }
 
-/// What a letter of dates and times stands for.
+/// Token of a date or time letter.
 std::optional<TokenKind> findDateLetter(char letter) noexcept {
   switch (letter) {
     case 'y':
@@ -69,7 +69,7 @@ std::optional<TokenKind> findDateLetter(char letter) noexcept {
   }
 }
 
-/// `[h]`, `[mm]` and the like: a unit that goes on counting beyond the next larger one.
+/// Token of elapsed time, such as `[h]` or `[mm]`, which does not wrap at the next larger unit.
 std::optional<TokenKind> findElapsed(std::string_view content) noexcept {
   char const letter = content.empty() ? '\0' : toLower(content.front());
   if (!std::ranges::all_of(content, [&](char c) { return toLower(c) == letter; })) {
@@ -92,7 +92,7 @@ struct ComparisonSign {
   Comparison comparison;
 };
 
-// The longer ones first.
+// Longer signs first, since they begin with shorter ones.
 constexpr std::array comparisonSigns = {
     ComparisonSign{"<=", Comparison::LessOrEqual}, ComparisonSign{">=", Comparison::GreaterOrEqual},
     ComparisonSign{"<>", Comparison::NotEqual},    ComparisonSign{"<", Comparison::Less},
@@ -113,8 +113,8 @@ std::optional<Condition> readCondition(std::string_view content) noexcept {
   return read.ec == std::errc() && read.ptr == end ? std::optional(condition) : std::nullopt;
 }
 
-/// The ICU name of the locale that a hexadecimal number stands for; empty for an unknown one. The
-/// upper digits, of calendars and numerals, do not tell of the language.
+/// The ICU name of the locale with a hexadecimal identifier; empty for an unknown one. The upper
+/// digits select calendars and numerals, not the language.
 std::string findLocale(std::string_view digits) {
   constexpr int hexadecimal = 16;
   constexpr std::uint32_t languageBits = 0xFFFF;
@@ -128,12 +128,12 @@ std::string findLocale(std::string_view digits) {
   UErrorCode status = U_ZERO_ERROR;
   std::int32_t const length = uloc_getLocaleForLCID(
       number & languageBits, name.data(), static_cast<std::int32_t>(name.size()), &status);
-  // The numbers of the system's own formats stand for no language.
+  // Identifiers of the system's own formats have no language.
   std::string const found(name.data(), static_cast<std::size_t>(std::max(length, 0)));
   return U_SUCCESS(status) != 0 && found != "root" ? found : std::string();
 }
 
-/// `$€-407`: a text and a locale, each of which may be missing.
+/// Reads `$€-407`: a text and a locale, both optional.
 void readCurrency(Section& section, std::string_view content) {
   std::size_t const dash = content.rfind('-');
   addLiteral(section, content.substr(0, dash));
@@ -173,13 +173,13 @@ bool Lexer::readToken(Section& section) {
       addLiteral(section, takeCharacter());
       return true;
     case '_':
-      // As wide as the next character.
+      // A space as wide as the next character.
       _rest.remove_prefix(1);
       takeCharacter();
       addLiteral(section, " ");
       return true;
     case '*':
-      // The next character would fill up the cell's width.
+      // Repeats the next character to the width of the cell.
       _rest.remove_prefix(1);
       takeCharacter();
       return true;
@@ -206,8 +206,7 @@ bool Lexer::readQuoted(Section& section) {
   return true;
 }
 
-/// A condition, a unit that goes on counting, a currency with its locale; colours and other words
-/// do not matter.
+/// Reads a condition, elapsed time, or a currency with its locale. Ignores colours and other words.
 bool Lexer::readBrackets(Section& section) {
   std::size_t const end = _rest.find(']');
   if (end == std::string_view::npos) {
@@ -240,7 +239,7 @@ bool Lexer::readWord(Section& section) {
       return true;
     }
   }
-  // The letters of the Far East for weekdays.
+  // East Asian formats use the letter a for weekdays.
   if (beginsWith(_rest, "aaa")) {
     readLetters(section, TokenKind::Day, 'a');
     return true;
@@ -257,7 +256,7 @@ bool Lexer::readWord(Section& section) {
 void Lexer::readLetters(Section& section, TokenKind kind, char letter) {
   auto const* const end = std::ranges::find_if(_rest, [&](char c) { return toLower(c) != letter; });
   auto const count = static_cast<std::size_t>(end - _rest.begin());
-  // The letter e is for the whole year, however often it stands there.
+  // The letter e is the full year for any number of letters.
   constexpr std::size_t wholeYear = 4;
   section.tokens.push_back({.kind = kind, .count = letter == 'e' ? wholeYear : count});
   _rest.remove_prefix(count);
@@ -273,7 +272,7 @@ bool Lexer::readExponent(Section& section) {
   return isExponent;
 }
 
-/// A point with zeros, right behind seconds.
+/// Reads a point and zeros directly after seconds.
 bool Lexer::readSecondFraction(Section& section) {
   auto const isSeconds = [](Token const& token) {
     return token.kind == TokenKind::Second || token.kind == TokenKind::ElapsedSeconds;
@@ -287,7 +286,7 @@ bool Lexer::readSecondFraction(Section& section) {
   return true;
 }
 
-/// One character of UTF-8; nothing at the end.
+/// Takes one UTF-8 character; empty at the end.
 std::string_view Lexer::takeCharacter() noexcept {
   std::size_t length = std::min<std::size_t>(_rest.size(), 1);
   constexpr unsigned continuationMask = 0xC0;

@@ -6,16 +6,16 @@
 
 namespace Zorv::OfficeUtils::NumberFormatCode {
 
-/// Takes the text of a number format apart. Borrows the text.
+/// Lexer of a number format's text. Borrows the text.
 class Lexer {
 public:
   explicit Lexer(std::string_view code) noexcept : _rest(code) {}
 
-  /// Reads one section up to its end: the tokens, as they are written, the condition and the
-  /// locale. False where the text is no format.
+  /// Reads one section to its end: its tokens, its condition and its locale. False where the text
+  /// is no number format.
   [[nodiscard]] bool readSection(Section& section);
 
-  /// Goes on behind the semicolon at the end of a section, if one is there.
+  /// Skips the semicolon after a section; false if there is none.
   [[nodiscard]] bool takeSeparator() noexcept;
 
 private:

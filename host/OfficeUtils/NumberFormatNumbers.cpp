@@ -29,7 +29,7 @@ Tokens untilPoint(Tokens tokens) noexcept {
   return tokens.first(static_cast<std::size_t>(point - tokens.begin()));
 }
 
-/// Fills placeholders with a number's digits.
+/// Writer of a number's digits into the placeholders of a section.
 class Writer {
 public:
   Writer(Section const& section, LocaleContext const& locale) noexcept
@@ -37,8 +37,8 @@ public:
 
   [[nodiscard]] std::string const& text() const noexcept { return _text; }
 
-  /// The whole number and its fraction, rounded to the places that there are. Placeholders stand
-  /// for one digit each, the first one also for all those in front of it.
+  /// Writes the integer part and the fraction. Requires digits rounded to the number of fraction
+  /// placeholders. Each placeholder takes one digit; the first one also takes all digits before.
   void writeDecimal(Tokens tokens, DecimalDigits const& digits) {
     Tokens const whole = untilPoint(tokens);
     writeWhole(whole, digits);
@@ -84,7 +84,7 @@ public:
   void writeSpaces(std::size_t count) { _text.append(count, ' '); }
 
 private:
-  /// All digits from one place down to another.
+  /// Writes all digits from one place down to another.
   void writeDigits(DecimalDigits const& digits, int firstPlace, int lastPlace) {
     for (int place = firstPlace; place >= lastPlace; --place) {
       _text += digits.at(place);
@@ -92,9 +92,9 @@ private:
     }
   }
 
-  /// One placeholder: a digit, or what stands for a zero that does not matter.
-  void writeDigit(Token const& token, DecimalDigits const& digits, int place, bool matters) {
-    if (matters || token.symbol == '0') {
+  /// Writes one placeholder: a digit, or the substitute for an insignificant zero.
+  void writeDigit(Token const& token, DecimalDigits const& digits, int place, bool isSignificant) {
+    if (isSignificant || token.symbol == '0') {
       _text += digits.at(place);
       writeSeparator(place, _locale->getGroupingSeparator());
     } else if (token.symbol == '?') {
@@ -114,7 +114,7 @@ private:
   std::string _text;
 };
 
-/// The exponent in the places behind its sign: at least the two digits of the number itself.
+/// Writes the exponent into the placeholders after its sign.
 void writeExponent(Writer& writer, Tokens tokens, int exponent) {
   Token const& sign = tokens.front();
   writer.write("E");
@@ -126,8 +126,8 @@ void writeExponent(Writer& writer, Tokens tokens, int exponent) {
   writer.writeWhole(tokens.subspan(1), DecimalDigits(std::abs(exponent)));
 }
 
-/// A number in scientific notation. With several places before the decimal point the exponent is a
-/// multiple of their number.
+/// Writes a number in scientific notation. With several placeholders before the decimal point, the
+/// exponent is a multiple of their count.
 void writeScientific(Writer& writer, Section const& section, DecimalDigits digits) {
   Tokens const tokens = section.tokens;
   Tokens const mantissa = tokens.first(*section.exponent);
@@ -140,19 +140,19 @@ void writeScientific(Writer& writer, Section const& section, DecimalDigits digit
   };
   int exponent = toExponent(digits);
   digits.roundToFraction(fractionDigits - exponent);
-  // Rounding may have added a digit.
+  // Rounding may have carried into a new digit.
   exponent = toExponent(digits);
   digits.shift(-exponent);
   writer.writeDecimal(mantissa, digits);
   writeExponent(writer, tokens.subspan(*section.exponent), exponent);
 }
 
-/// The largest number in place of what is beyond all numbers.
+/// The number, or the largest finite one in place of infinity.
 double toFinite(double number) noexcept {
   return std::min(number, std::numeric_limits<double>::max());
 }
 
-/// A number as a fraction, with the whole number apart where there are places for it.
+/// Writer of a number as a fraction, with a separate integer part if the format has one.
 class FractionWriter {
 public:
   FractionWriter(Writer& writer, Section const& section) noexcept
@@ -188,7 +188,7 @@ private:
     return findNearestRatio(number, std::pow(10.0, static_cast<double>(places)) - 1.0);
   }
 
-  /// The whole part. Zero is shown where nothing else is.
+  /// Writes the integer part. A zero is shown only if there is no fraction.
   void writeWhole(double whole, bool hasFraction) {
     Tokens const tokens = _tokens.first(_layout.numerator);
     if (whole != 0.0 || hasFraction) {
@@ -220,7 +220,7 @@ private:
     _writer->writeWhole(tokens, DecimalDigits(numerator));
   }
 
-  /// Aligned to the left, so that what follows stands below each other.
+  /// Writes the denominator aligned to the left, so that the text after it aligns across cells.
   void writeDenominator(double denominator) {
     _writer->write("/");
     DecimalDigits const digits(denominator);
@@ -243,7 +243,7 @@ private:
   FractionLayout _layout;
 };
 
-/// The digits of a number with its point, without zeros at the end.
+/// A number in plain decimal notation, without trailing zeros.
 std::string writePlain(DecimalDigits const& digits, LocaleContext const& locale) {
   std::string text;
   for (int place = std::max(digits.countWhole() - 1, 0); place >= 0; --place) {
@@ -278,7 +278,7 @@ std::string writeNumber(Section const& section, double number, LocaleContext con
 }
 
 std::string writeGeneral(double number, LocaleContext const& locale) {
-  constexpr int mostDigits = 10;  // beside the decimal point
+  constexpr int mostDigits = 10;  // next to the decimal point
   constexpr int mostWholeDigits = 11;
   constexpr int leastPlace = -4;
   constexpr int scientificDigits = 6;

@@ -30,7 +30,7 @@ SectionKind findKind(std::vector<Token> const& tokens) {
   return contains(tokens, TokenKind::General) ? SectionKind::General : SectionKind::Number;
 }
 
-/// Makes literals of the tokens that mean nothing in a section of dates or texts.
+/// Turns tokens without a meaning in a date or text section into literals.
 void makeLiterals(std::vector<Token>& tokens) {
   for (Token& token : tokens) {
     if (TokenKind::Digit <= token.kind && token.kind < TokenKind::Year) {
@@ -39,7 +39,7 @@ void makeLiterals(std::vector<Token>& tokens) {
   }
 }
 
-/// The letter m is for minutes behind hours and before seconds.
+/// Turns months into minutes: the letter m means minutes after hours and before seconds.
 void findMinutes(std::vector<Token>& tokens) {
   Token const* previous = nullptr;
   Token* month = nullptr;
@@ -63,8 +63,8 @@ void findMinutes(std::vector<Token>& tokens) {
   }
 }
 
-/// Takes the commas out. One between digits groups them; each one behind the last digit divides by
-/// a thousand.
+/// Removes the commas. A comma between digits groups them; each comma after the last digit divides
+/// by a thousand.
 void readCommas(Section& section) {
   std::vector<Token> tokens;
   bool isBehindPoint = false;
@@ -92,7 +92,7 @@ void readCommas(Section& section) {
   section.tokens = std::move(tokens);
 }
 
-/// The number that the tokens behind the slash write where it begins with a figure, such as 16.
+/// The number that the tokens after the slash spell out, such as 16; 0 if they spell none.
 double readDenominator(std::vector<Token> const& tokens, std::size_t first, std::size_t end) {
   std::string text;
   for (std::size_t i = first; i < end; ++i) {
@@ -109,7 +109,7 @@ bool isFigure(Token const& token) noexcept {
          token.text[0] <= '9';
 }
 
-/// Finds out where a fraction stands; a slash without digits on both sides is a literal.
+/// Finds the tokens of a fraction. A slash without digits on both sides is a literal.
 void readFraction(Section& section) {
   auto& tokens = section.tokens;
   auto const found = std::ranges::find(tokens, TokenKind::Slash, &Token::kind);
@@ -140,7 +140,7 @@ void readFraction(Section& section) {
   section.fraction = layout;
 }
 
-/// Makes literals of all tokens of a kind but the first.
+/// Turns all tokens of a kind but the first into literals.
 void keepFirst(std::vector<Token>& tokens, TokenKind kind) {
   bool isFirst = true;
   for (Token& token : tokens) {

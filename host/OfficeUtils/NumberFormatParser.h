@@ -8,7 +8,7 @@
 
 namespace Zorv::OfficeUtils::NumberFormatCode {
 
-/// The sections of a number format's text, from one to four; nothing where the text is no format.
+/// The one to four sections of a number format; nothing where the text is no number format.
 [[nodiscard]] std::optional<std::vector<Section>> parseNumberFormat(std::string_view code);
 
 }  // namespace Zorv::OfficeUtils::NumberFormatCode

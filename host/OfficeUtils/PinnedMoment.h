@@ -6,13 +6,13 @@
 
 namespace Zorv::OfficeUtils {
 
-/// Makes the current moment stand still for this thread until the scope ends: everything that asks
-/// for the current date and time meanwhile gets the same one, and the clock is not read.
+/// Scope in which the current moment is fixed for this thread: every request for the current date
+/// and time gets the same moment, and the clock in force is not read.
 ///
-/// For hosts that evaluate many things as of one moment. Libraries do not pin a moment around calls
-/// of their callers' code, which would see it too.
+/// For hosts that evaluate many things as of one moment. A library must not pin a moment around
+/// calls of its callers' code, which would see it too.
 ///
-/// Scopes nest and end in reverse order, on the thread that began them.
+/// Scopes nest and must end in reverse order, on the thread that created them.
 class ZORV_HOST_EXPORT PinnedMoment {
 public:
   explicit PinnedMoment(Clock::TimePoint moment) noexcept;
@@ -23,7 +23,7 @@ public:
   /// The innermost scope of this thread, or null.
   [[nodiscard]] static PinnedMoment* getCurrent() noexcept;
 
-  /// The moment of the innermost scope of this thread; the clock's if there is no scope.
+  /// The moment of the innermost scope of this thread; without one, that of the clock in force.
   [[nodiscard]] static Clock::TimePoint readMoment() {
     auto* const pinned = getCurrent();
     return pinned != nullptr ? pinned->get().getTimePoint() : Clock::readCurrent();

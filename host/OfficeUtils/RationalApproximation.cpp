@@ -12,8 +12,8 @@ double distanceTo(Ratio const& ratio, double number) noexcept {
 
 }  // namespace
 
-// The convergents of the continued fraction come ever closer; behind the last one that fits, the
-// nearest one may be a step between two convergents.
+// Convergents of the continued fraction approach the number. After the last convergent within the
+// limit, a semiconvergent may be nearer.
 Ratio findNearestRatio(double number, double largestDenominator) noexcept {
   constexpr int mostSteps = 64;
   constexpr double lastBits = 1e-12;

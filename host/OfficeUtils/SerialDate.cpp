@@ -10,7 +10,8 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::sys_days;
 
-// The day before the real 1 January 1900, and the first serial number that is at its real place.
+// The 1900 system counts from the day before 1 January 1900. Its serial 60 is no real day, so later
+// serials are one higher than the days since then.
 constexpr sys_days before1900 = 1899y / 12 / 31;
 constexpr long phantomDay = 60;
 constexpr CivilDate phantomDate{.year = 1900, .month = 2, .day = 29};
@@ -50,7 +51,7 @@ CivilDate fromDay(long day, DateSystem system) noexcept {
 
 std::optional<long> toDay(double serial, DateSystem system) noexcept {
   double const day = std::floor(serial);
-  // Written so that a NaN fails it.
+  // False for a NaN.
   bool const isDay = day >= 0.0 && day <= static_cast<double>(getLastDay(system));
   return isDay ? std::optional(static_cast<long>(day)) : std::nullopt;
 }
@@ -70,7 +71,7 @@ long toSerial(sys_days day, DateSystem system) noexcept {
 
 std::optional<long> toSerial(long long year, long long month, long long day,
                              DateSystem system) noexcept {
-  // Far beyond what any date can reach, so that the sums below stay small.
+  // Far outside any date, and small enough that the sums below cannot overflow.
   constexpr long long limit = 1'000'000'000;
   auto const isSmall = [](long long number) { return -limit < number && number < limit; };
   if (!isSmall(year) || !isSmall(month) || !isSmall(day)) {
@@ -99,7 +100,7 @@ unsigned getDaysInMonth(int year, unsigned month, DateSystem system) noexcept {
 }
 
 std::chrono::weekday getWeekday(long day, DateSystem system) noexcept {
-  // Serial 0 is a Saturday since 1900, and a Friday since 1904.
+  // Serial 0 is a Saturday in the 1900 system, and a Friday in the 1904 system.
   long const weekdayOfZero = system == DateSystem::Since1904 ? 5 : 6;
   return std::chrono::weekday(static_cast<unsigned>((day + weekdayOfZero) % 7));
 }

@@ -22,7 +22,7 @@ using std::chrono::system_clock;
 
 namespace {
 
-/// A time during which the clocks of a zone are a fixed time ahead of coordinated universal time.
+/// Period with a fixed offset from coordinated universal time.
 struct Period {
   milliseconds start;  ///< since the system clock's epoch
   milliseconds offset;
@@ -43,8 +43,8 @@ milliseconds findOffset(icu::BasicTimeZone const& zone, milliseconds moment) {
   return milliseconds(rawOffset + daylightSaving);
 }
 
-/// The periods of a zone in their order, over all that the system clock can tell: some hundreds,
-/// which are listed once so that a look-up is a binary search.
+/// The periods of a zone over the range of the system clock, in order. They are some hundreds; a
+/// look-up is then a binary search.
 std::vector<Period> listPeriods(icu::BasicTimeZone const& zone) {
   milliseconds const first = toMilliseconds(system_clock::time_point::min());
   milliseconds const last = toMilliseconds(system_clock::time_point::max());
@@ -69,7 +69,7 @@ std::vector<Period> listPeriods(icu::BasicTimeZone const& zone) {
 
 struct TimeZone::Data {
   std::string name;
-  std::vector<Period> periods;  ///< the first one begins before every moment
+  std::vector<Period> periods;  ///< the first one begins before any moment
 };
 
 TimeZone::TimeZone() {

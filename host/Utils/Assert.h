@@ -14,7 +14,7 @@ namespace Zorv {
 [[noreturn]] ZORV_HOST_EXPORT void doFailAssert(char const* file, int line,
                                                 char const* expression) noexcept;
 
-/// The same, with `: MESSAGE` at the end of the line.
+/// Reports likewise, with `: MESSAGE` at the end of the line.
 [[noreturn]] ZORV_HOST_EXPORT void doFailAssert(char const* file, int line, char const* expression,
                                                 boost::string_ref message) noexcept;
 

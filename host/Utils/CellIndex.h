@@ -6,11 +6,11 @@ namespace Zorv {
 
 struct RowOrColumnTag {};
 
-/// Current positions in a table; both count from 0.
+/// Current row and column positions in a table, from 0.
 using RowIndex = TaggedValue<unsigned long, ValueTag<RowOrColumnTag, 0>>;
 using ColumnIndex = TaggedValue<unsigned long, ValueTag<RowOrColumnTag, 1>>;
 
-/// A cell's current position in its table.
+/// Current position of a cell in its table.
 class CellIndex {
 public:
   constexpr CellIndex(RowIndex row, ColumnIndex column) noexcept : _row(row), _column(column) {}

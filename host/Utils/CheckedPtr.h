@@ -7,7 +7,7 @@
 
 namespace Zorv {
 
-/// A shared pointer whose every access stops the process when it is null.
+/// Shared pointer that stops the process on any access while it is null.
 ///
 /// Ownership: shares the object. Threads: as `std::shared_ptr`.
 template <class T>

@@ -2,8 +2,8 @@
 
 namespace Zorv {
 
-// The destructors are out of line so that the type information has one home, and an exception
-// thrown in one shared object is caught by its type in another.
+// The destructors are out of line so that the type information exists once: an exception that one
+// shared object throws is then caught by its type in another.
 
 BaseRuntimeError::BaseRuntimeError(std::string const& message) : std::runtime_error(message) {}
 BaseRuntimeError::~BaseRuntimeError() = default;

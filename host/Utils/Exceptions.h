@@ -16,7 +16,7 @@ public:
   ~BaseRuntimeError() override;
 };
 
-/// A number that does not fit the type it is converted to; see numCast().
+/// Thrown when a number does not fit the type that it is converted to; see numCast().
 class ZORV_HOST_EXPORT BadNumCastError : public BaseRuntimeError {
 public:
   explicit BadNumCastError(std::string const& message);

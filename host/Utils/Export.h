@@ -1,4 +1,4 @@
 #pragma once
 
-/// Marks what libZorvHost exports; everything else in it is hidden.
+/// Marks a symbol that libZorvHost exports; all others are hidden.
 #define ZORV_HOST_EXPORT __attribute__((visibility("default")))

@@ -5,10 +5,10 @@
 
 namespace Zorv {
 
-/// The number of the value model: one IEEE double.
+/// Number of the value model: one IEEE double.
 ///
-/// Comparisons are the plain comparisons of the doubles, without tolerance; a NaN makes every
-/// ordered comparison false. Sums, products and quotients that are zero are +0.
+/// Comparisons compare the doubles without tolerance; a NaN makes every ordered comparison false.
+/// Sums, products and quotients that are zero are +0.
 class FloatNumber {
 public:
   constexpr FloatNumber() noexcept = default;
@@ -23,7 +23,7 @@ public:
   friend constexpr FloatNumber operator+(FloatNumber a, FloatNumber b) noexcept {
     return withoutNegativeZero(a._value + b._value);
   }
-  /// The plain difference: unlike a sum, it keeps the sign of a zero.
+  /// The difference keeps the sign of a zero, unlike a sum.
   friend constexpr FloatNumber operator-(FloatNumber a, FloatNumber b) noexcept {
     return FloatNumber(a._value - b._value);
   }
@@ -58,7 +58,7 @@ private:
   double _value = 0.0;
 };
 
-/// The largest whole number that is not above `number`.
+/// The largest integer not above `number`.
 [[nodiscard]] inline FloatNumber floor(FloatNumber number) noexcept {
   return FloatNumber(std::floor(number.get()));
 }

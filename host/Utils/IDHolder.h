@@ -7,16 +7,15 @@ namespace Zorv {
 
 /// Base of objects that have an identity.
 ///
-/// The identity is the object itself: it is neither copied nor moved. Threads: getID() may run
-/// concurrently.
+/// The object can be neither copied nor moved. Threads: getID() may run concurrently.
 class IDHolder {
   struct ControlBlock {};
 
 public:
-  /// A weak reference to an identified object, ordered by identity.
+  /// Weak reference to an identified object, ordered by identity.
   ///
-  /// An ID may outlive its object; it then stays distinct from every other ID, those of objects
-  /// created later included. Copying it counts one reference and allocates nothing.
+  /// An ID may outlive its object. It stays distinct from every other ID, including those of
+  /// objects created later. Copying it increments one reference count and allocates nothing.
   class ID {
   public:
     friend bool operator<(ID const& a, ID const& b) noexcept {

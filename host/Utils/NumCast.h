@@ -9,15 +9,15 @@
 
 namespace Zorv {
 
-/// Converts a number to another arithmetic type, truncating toward zero.
+/// Converts a number to another arithmetic type; truncates toward zero.
 ///
 /// Throws BadNumCastError when the value does not fit, with the text
-/// "bad numeric conversion: positive overflow" or "bad numeric conversion: negative overflow", and
-/// for a NaN that is to be a whole number with "bad numeric conversion: overflow".
+/// "bad numeric conversion: positive overflow" or "bad numeric conversion: negative overflow".
+/// A NaN does not fit any integer; the text is then "bad numeric conversion: overflow".
 template <class To, class From>
 [[nodiscard]] To numCast(From value) {
   if constexpr (std::floating_point<From> && std::integral<To>) {
-    // A NaN passes the range checks of numeric_cast, and to convert it is undefined.
+    // A NaN passes the range checks of numeric_cast, and its conversion is undefined.
     if (std::isnan(value)) {
       throw BadNumCastError(boost::numeric::bad_numeric_cast().what());
     }

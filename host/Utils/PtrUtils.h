@@ -2,11 +2,11 @@
 
 #include "Utils/Assert.h"
 
-/// Dereferencing of plain and owning pointers that must not be null.
+/// Dereferencing of raw and owning pointers that must not be null.
 ///
-/// Both operations accept anything that behaves like a pointer. They differ in what they guard, and
-/// so in the line that a failure reports: a pointer that the caller has just obtained for itself,
-/// or one that another object holds.
+/// Both functions accept anything that behaves like a pointer. They differ in the line that a
+/// failure reports: one is for pointers that the caller has just obtained, the other for pointers
+/// that another object holds.
 namespace Zorv::PtrUtils {
 
 namespace Detail {
@@ -15,8 +15,8 @@ inline constexpr int obtainedLine = 246;
 inline constexpr int heldLine = 254;
 }  // namespace Detail
 
-/// The object behind a pointer that the caller obtained: a result, an element of its own list.
-/// Stops the process when the pointer is null.
+/// Object behind a pointer that the caller obtained: a result, an element of its own list. Stops
+/// the process when the pointer is null.
 template <class Ptr>
 [[nodiscard]] auto& derefObtained(Ptr const& plainPtr) noexcept {
   if (!plainPtr) {
@@ -25,7 +25,7 @@ template <class Ptr>
   return *plainPtr;
 }
 
-/// The object behind a pointer that another object holds: a member, an entry of the document model.
+/// Object behind a pointer that another object holds: a member, an entry of the document model.
 /// Stops the process when the pointer is null.
 template <class Ptr>
 [[nodiscard]] auto& derefHeld(Ptr const& plainPtr) noexcept {

@@ -7,7 +7,7 @@
 
 namespace Zorv {
 
-/// A number that its tag keeps apart from numbers of another meaning.
+/// Number with a tag type, so that numbers of different meanings do not mix.
 template <class Value, class Tag>
 class TaggedValue {
 public:
@@ -25,7 +25,7 @@ private:
   Value _value{};
 };
 
-/// Makes one tag out of a family of them.
+/// One tag of a family of tags.
 template <class Family, int member>
 struct ValueTag {};
 

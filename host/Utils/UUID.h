@@ -9,20 +9,20 @@
 
 namespace Zorv {
 
-/// The identity of a table or of a named style: 128 bits, ordered as bytes.
+/// Identity of a table or of a named style: 128 bits, ordered as bytes.
 ///
-/// A default-constructed UUID is the empty identity. A plain value: copying allocates nothing.
+/// A default-constructed UUID is the empty identity. Copying allocates nothing.
 class ZORV_HOST_EXPORT UUID {
 public:
   constexpr UUID() noexcept : _value{} {}
   constexpr explicit UUID(boost::uuids::uuid const& value) noexcept : _value(value) {}
 
-  /// A new random identity. Safe to call from several threads.
+  /// New random identity. Threads: may be called concurrently.
   [[nodiscard]] static UUID generate();
 
   [[nodiscard]] bool isEmpty() const noexcept { return _value.is_nil(); }
 
-  /// The canonical text of 36 characters.
+  /// Canonical text of 36 characters.
   [[nodiscard]] std::string toString() const;
 
   friend bool operator==(UUID const& a, UUID const& b) noexcept { return a._value == b._value; }

@@ -8,7 +8,7 @@ namespace Zorv::DOM::FormulaSyntaxTree {
 
 namespace {
 
-/// Fills the parts of a formula that is one constant.
+/// Writes the parts of a formula of one constant.
 class ConstantWriter {
 public:
   using result_type = void;

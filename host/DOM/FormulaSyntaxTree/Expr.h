@@ -10,56 +10,55 @@
 
 namespace Zorv::DOM::FormulaSyntaxTree {
 
-/// What is known of a formula without evaluating it.
+/// Properties of a formula that are known without evaluation.
 struct ExprTraits {
-  /// It holds a reference that moves with the cell for which the formula is evaluated.
+  /// The formula has a reference relative to the evaluated cell.
   bool hasRelativeReferences = false;
-  /// It calls a function whose result may differ from one evaluation to the next: NOW, RAND, and
-  /// those that find their cells only when they run, such as OFFSET and INDIRECT.
+  /// The formula calls a function whose result may differ between evaluations: NOW, RAND, and those
+  /// that find their cells only at run time, such as OFFSET and INDIRECT.
   bool callsVolatileFunctions = false;
-  /// Its value may depend on the cell for which it is evaluated: it has relative references, or it
-  /// asks where it stands (`ROW()`, `Sales[@Amount]`, a range of which one cell is taken by
-  /// position), or it uses a defined name, which may do any of these.
+  /// The result may depend on the evaluated cell: through relative references, the cell's position
+  /// (`ROW()`, `Sales[@Amount]`, implicit intersection), or a defined name that uses any of these.
   bool dependsOnCell = false;
-  /// It uses a defined name, which may also call volatile functions.
+  /// The formula uses a defined name, which may call volatile functions.
   bool usesNames = false;
 
   friend bool operator==(ExprTraits const&, ExprTraits const&) noexcept = default;
 };
 
-/// The content of an Expr: the tree's nodes and the pools that they index.
+/// Content of an Expr: the nodes of the tree and the pools that they index.
 struct ExprParts {
   std::vector<Node> nodes;  ///< the last one is the root
   std::vector<std::string> texts;
   std::vector<CellReference> references;
   std::vector<NameReference> names;
   std::vector<StructuredReference> structuredReferences;
-  std::uint32_t localNameCount = 0;  ///< slots that the formula's LET functions fill
+  std::uint32_t localNameCount = 0;  ///< slots for the names of the formula's LET functions
   ExprTraits traits;
 
   friend bool operator==(ExprParts const&, ExprParts const&) noexcept = default;
 };
 
-/// A parsed formula: one flat array of nodes.
+/// Parsed formula: one flat array of nodes.
 ///
-/// A value: copies are independent, moving is cheap and does not throw. Threads: an Expr that
-/// nobody changes may be evaluated from several threads at once.
+/// A value: copies are independent, moving is cheap and does not throw. Threads: an unchanged Expr
+/// may be evaluated concurrently.
 class ZORV_HOST_EXPORT Expr {
 public:
-  /// The formula without text: it evaluates to the empty value.
+  /// The empty formula; evaluates to the empty value.
   Expr() = default;
 
-  /// Requires that the nodes form a tree with the last one as its root, and that every index is one
-  /// of its pool. To parse a text, see Formulas::parseExpr().
+  /// Requires that the nodes form a tree with the last one as its root, and that every index is
+  /// valid in its pool. Formulas::parseExpr() parses a text.
   explicit Expr(ExprParts parts) noexcept;
 
-  /// The formula that is just a value.
+  /// The formula of one constant.
   [[nodiscard]] static Expr constant(FormulaValue const& value);
 
   [[nodiscard]] ExprParts const& getParts() const noexcept { return _parts; }
   [[nodiscard]] ExprTraits const& getTraits() const noexcept { return _parts.traits; }
 
-  /// Whether two formulas are written alike, letter case and spaces aside.
+  /// True for formulas of equal text, ignoring letter case and spaces.
   friend bool operator==(Expr const&, Expr const&) noexcept = default;
 
 private:

@@ -7,20 +7,20 @@ namespace Zorv::DOM::FormulaSyntaxTree {
 
 enum class NodeKind : std::uint8_t {
   Empty,                ///< the empty value
-  Missing,              ///< an argument left out between two commas
+  Missing,              ///< an omitted argument
   Number,               ///< `number`
   Text,                 ///< `index`: a text
   Boolean,              ///< `index`: 0 or 1
   Error,                ///< `index`: a FormulaErrorCode
-  ArrayConstant,        ///< arguments: the values row by row; `index`: how many rows
+  ArrayConstant,        ///< arguments: the values row by row; `index`: the number of rows
   Reference,            ///< `index`: a CellReference
   StructuredReference,  ///< `index`: a StructuredReference
   Name,                 ///< `index`: a NameReference, a defined name
-  LocalName,            ///< `index`: the slot of a name that LET gives
+  LocalName,            ///< `index`: the slot of a name that LET defines
   Unary,                ///< `op`, one argument
   Binary,               ///< `op`, two arguments
-  Function,             ///< `function`: its number in the engine's table; `index`: its name, a text
-  UnknownFunction,      ///< `index`: its name, a text
+  Function,         ///< `function`: its index in the table of functions; `index`: its name, a text
+  UnknownFunction,  ///< `index`: its name, a text
 };
 
 enum class Operator : std::uint8_t {
@@ -45,45 +45,45 @@ enum class Operator : std::uint8_t {
   Plus,
   Negate,
   Percent,
-  Single,  ///< `@`: one value out of many
-  Spill,   ///< `#`: the range into which a formula's array flows
+  Single,  ///< `@`: implicit intersection
+  Spill,   ///< `#`: the range into which a formula's array spills
 };
 
-/// "No such entry", for an index of a pool.
+/// Index of no entry in a pool.
 inline constexpr std::uint32_t noIndex = std::numeric_limits<std::uint32_t>::max();
 
-/// One node of a formula's tree, as an entry of a flat array in which arguments come before what
-/// they belong to; the last entry is the root.
+/// Node of a formula's tree, in a flat array in which arguments precede their parent; the last
+/// entry is the root.
 struct Node {
   NodeKind kind = NodeKind::Empty;
   Operator op = Operator::None;
   std::uint16_t function = 0;
   std::uint32_t argumentCount = 0;
-  std::uint32_t firstArgument = noIndex;  ///< the entry of the first argument
-  /// The entry of the next argument of the same parent; for the last one that of the parent, and
-  /// noIndex for the root. So a long chain such as `1+1+1+...` is walked without recursion.
+  std::uint32_t firstArgument = noIndex;  ///< index of the first argument
+  /// Index of the next argument of the same parent; for the last argument, of the parent; noIndex
+  /// for the root. So a long chain such as `1+1+1+...` is traversed without recursion.
   std::uint32_t next = noIndex;
-  std::uint32_t index = noIndex;  ///< an entry of the pool that `kind` tells, or a small number
+  std::uint32_t index = noIndex;  ///< index in the pool for `kind`, or a small number
   double number = 0.0;
 
   friend bool operator==(Node const&, Node const&) noexcept = default;
 };
 
-/// Whether an operator makes references out of references, rather than values out of values.
+/// True for operators from references to a reference; the others take values.
 [[nodiscard]] constexpr bool isReferenceOperator(Operator op) noexcept {
   return op == Operator::Range || op == Operator::Intersection || op == Operator::Union;
 }
 
-/// Whether a node is an operator between two values; chains of these are walked, not nested.
+/// True for binary operators between values. Chains of them are evaluated without recursion.
 [[nodiscard]] constexpr bool isValueOperator(Node const& node) noexcept {
   return node.kind == NodeKind::Binary && !isReferenceOperator(node.op);
 }
 
-/// A rectangle of cells: two corners that both belong to it, in the order written, each coordinate
-/// absolute or relative by itself. Positions count from 0.
+/// Rectangle of cells: two inclusive corners in the order written. Each coordinate is absolute or
+/// relative. Positions start at 0.
 ///
-/// Whole rows have the columns 0 and 16,383, whole columns the rows 0 and 1,048,575, absolute.
-/// After a shift the corners may stand in any order: a reader orders them.
+/// Whole rows have the absolute columns 0 and 16,383, whole columns the absolute rows 0 and
+/// 1,048,575. A shift may change the order of the corners; readers sort them.
 struct CellReference {
   std::uint32_t firstRow = 0;
   std::uint32_t firstColumn = 0;
@@ -93,14 +93,15 @@ struct CellReference {
   bool firstColumnIsRelative = false;
   bool lastRowIsRelative = false;
   bool lastColumnIsRelative = false;
-  std::uint32_t sheet = noIndex;  ///< the text that names the sheet (empty: one out of
-                                  ///< reach); noIndex: the formula's own
+  /// Index of the sheet's name, a text that is empty for an unreachable sheet; noIndex for the
+  /// formula's own sheet.
+  std::uint32_t sheet = noIndex;
 
   [[nodiscard]] bool isRelative() const noexcept {
     return firstRowIsRelative || firstColumnIsRelative || lastRowIsRelative || lastColumnIsRelative;
   }
 
-  /// Whether both corners are one, and stay one wherever they are moved.
+  /// True if both corners are the same cell, also after any shift.
   [[nodiscard]] bool isSingleCell() const noexcept {
     return firstRow == lastRow && firstColumn == lastColumn &&
            firstRowIsRelative == lastRowIsRelative && firstColumnIsRelative == lastColumnIsRelative;
@@ -109,19 +110,19 @@ struct CellReference {
   friend bool operator==(CellReference const&, CellReference const&) noexcept = default;
 };
 
-/// A defined name, of one sheet where the formula says so.
+/// Defined name, of one sheet where the formula names it.
 struct NameReference {
-  std::uint32_t name = noIndex;   ///< a text
-  std::uint32_t sheet = noIndex;  ///< the text that names the sheet, or noIndex
+  std::uint32_t name = noIndex;   ///< index of the name, a text
+  std::uint32_t sheet = noIndex;  ///< index of the sheet's name, a text, or noIndex
 
   friend bool operator==(NameReference const&, NameReference const&) noexcept = default;
 };
 
-/// A reference such as `Sales[[#Headers],[Amount]:[Total]]` into a list object.
+/// Reference into a list object, such as `Sales[[#Headers],[Amount]:[Total]]`.
 struct StructuredReference {
-  std::uint32_t list = noIndex;         ///< the list's name, a text; noIndex: the one of the cell
-  std::uint32_t firstColumn = noIndex;  ///< a column's name, a text; noIndex: all columns
-  std::uint32_t lastColumn = noIndex;   ///< the same as `firstColumn` where one is named
+  std::uint32_t list = noIndex;         ///< index of the list's name; noIndex: the cell's own list
+  std::uint32_t firstColumn = noIndex;  ///< index of a column's name; noIndex: all columns
+  std::uint32_t lastColumn = noIndex;   ///< equals `firstColumn` for a single column
   bool headers = false;
   bool data = false;
   bool totals = false;
