@@ -41,7 +41,7 @@ public:
     friend bool operator==(Position const&, Position const&) noexcept = default;
   };
 
-  /// New row or column of a cell when rows or columns move; nothing removes the cell.
+  /// Maps a row or column index to its new one; std::nullopt removes its cells.
   using Remap = std::function<std::optional<unsigned long>(unsigned long)>;
 
   [[nodiscard]] std::size_t size() const noexcept { return _size; }

@@ -43,7 +43,8 @@ DOM::CellStyle makeStyle(unsigned fontSize) {
   return style;
 }
 
-/// The pointers are let go at once, so nearly every creation meets a release of the same style.
+/// The pointers are released at once, so nearly every creation races with a release of the same
+/// style.
 TEST(SharedObjectFactoryConcurrency, CreationRacesWithTheLastRelease) {
   DOM::SharedObjectFactory const factory;
   runTogether([&](unsigned) {

@@ -120,7 +120,7 @@ TEST(AxisIds, ARemovedIdMovesWithWhatSurroundsIt) {
   EXPECT_EQ(axis.beginOf(3), 4UL);
 }
 
-/// The plainest axis: one entry for each identity and each mark.
+/// Model of an axis: one entry for each identity and each mark.
 class ModelAxis {
 public:
   explicit ModelAxis(unsigned long length) {
@@ -305,7 +305,7 @@ TEST(AxisIds, AgreesWithThePlainestAxisOverRandomEdits) {
   }
 }
 
-/// A range as the list of the identities that belong to it.
+/// Range as the list of its identities.
 struct ModelRange {
   unsigned long firstId;
   unsigned long lastId;

@@ -69,7 +69,7 @@ TEST(CellRangeIt, RangesMayReachBeyondTheSheet) {
   EXPECT_EQ(placesOf(table, {0, 0, beyond, beyond}), (Places{{5, 5}}));
 }
 
-/// A walk over every position of these ranges would not end in a lifetime of tests.
+/// Visiting every position of these ranges would not end.
 TEST(CellRangeIt, AWalkCostsItsCellsAndNotItsRange) {
   Table table;
   Places column;

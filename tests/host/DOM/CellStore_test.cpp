@@ -15,7 +15,8 @@ namespace {
 using Place = std::pair<unsigned long, unsigned long>;
 
 void setNumber(CellStore& store, Place place, double number) {
-  store.obtain(place.first, place.second).value = FormulaModel::FormulaNumber{FloatNumber(number)};
+  store.getOrCreate(place.first, place.second).value =
+      FormulaModel::FormulaNumber{FloatNumber(number)};
 }
 
 double readNumber(Cell const& cell) {
@@ -42,8 +43,8 @@ TEST(CellStore, IsEmptyAtFirst) {
 TEST(CellStore, ObtainingTwiceGivesOneCell) {
   CellStore store;
   setNumber(store, {3, 4}, 1.5);
-  EXPECT_EQ(&store.obtain(3, 4), store.find(3, 4));
-  EXPECT_EQ(readNumber(store.obtain(3, 4)), 1.5);
+  EXPECT_EQ(&store.getOrCreate(3, 4), store.find(3, 4));
+  EXPECT_EQ(readNumber(store.getOrCreate(3, 4)), 1.5);
   EXPECT_EQ(store.size(), 1U);
   EXPECT_EQ(store.find(3, 3), nullptr);
   EXPECT_EQ(store.find(4, 4), nullptr);
@@ -83,7 +84,7 @@ TEST(CellStore, ABoundIsTheFirstCellNotBefore) {
   EXPECT_EQ(store.lowerBoundFrom(from, 1999, 6), store.end());
 }
 
-/// Fills many blocks in random order and empties them again, against an ordered map.
+/// Fills many blocks in random order and empties them again; compares with an ordered map.
 TEST(CellStore, AgreesWithAMapOverRandomEdits) {
   std::mt19937 generator(7);
   auto const upTo = [&](unsigned long largest) {
@@ -98,7 +99,7 @@ TEST(CellStore, AgreesWithAMapOverRandomEdits) {
   };
   for (int step = 0; step < 6000; ++step) {
     Place const place(upTo(99), upTo(49));
-    // More come than go at first, and then the other way round.
+    // First more insertions than removals, then more removals.
     if (upTo(9) < (step < 3000 ? 8U : 2U)) {
       setNumber(store, place, step);
       model[place] = step;
@@ -131,7 +132,7 @@ TEST(CellStore, AHintChangesNoAnswer) {
   }
   for (int step = 0; step < 20'000; ++step) {
     Place const place(upTo(201), upTo(31));
-    // Any position will do as a hint, beyond the last cell and beyond a block's end, too.
+    // Any position is a valid hint, also after the last cell and after a block's end.
     if (upTo(3) == 0) {
       hint = {upTo(30), upTo(300)};
     }
@@ -154,7 +155,7 @@ TEST(CellStore, AWalkWithAHintFindsEveryCell) {
   }
 }
 
-TEST(CellStore, CellsGoWhereTheyAreTold) {
+TEST(CellStore, RemapMovesEveryCell) {
   CellStore store;
   for (unsigned long row = 0; row < 1000; ++row) {
     setNumber(store, {row, row % 3}, static_cast<double>(row));

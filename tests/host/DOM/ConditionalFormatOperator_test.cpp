@@ -17,7 +17,7 @@ Expr constant(double value) {
   return Expr::constant(FormulaModel::FormulaNumber{FloatNumber(value)});
 }
 
-TEST(ConditionalFormatOperator, TheAlternativesStandInTheOrderOfTheContract) {
+TEST(ConditionalFormatOperator, TheAlternativesAreInTheOrderOfTheContract) {
   auto const which = [](ConditionalFormatOperator const& condition) { return condition.which(); };
   EXPECT_EQ(which(NullaryConditionalFormatOperator(NullaryConditionalFormatType::Blanks)), 0);
   EXPECT_EQ(which(UnaryConditionalFormatOperator(UnaryConditionalFormatType::Equal, {})), 1);
@@ -49,7 +49,7 @@ TEST(ConditionalFormatOperator, AKindOutOfRangeIsKept) {
   EXPECT_EQ(static_cast<int>(condition.getType()), 200);
 }
 
-TEST(ConditionalFormatOperator, FormulasStandInTheirOrder) {
+TEST(ConditionalFormatOperator, KeepsItsFormulasInOrder) {
   BinaryConditionalFormatOperator const between(BinaryConditionalFormatType::Between, constant(1),
                                                 constant(2));
   EXPECT_EQ(between.getFirstArgument(), constant(1));

@@ -8,7 +8,7 @@
 namespace Zorv::DOM {
 namespace {
 
-TEST(ConditionalFormat, KeepsWhatItIsMadeOf) {
+TEST(ConditionalFormat, KeepsItsParts) {
   UUID const style = UUID::generate();
   ConditionalFormat const format(
       {{RowID(1), ColumnID(2), RowID(3), ColumnID(4)}},
@@ -22,7 +22,7 @@ TEST(ConditionalFormat, KeepsWhatItIsMadeOf) {
   EXPECT_TRUE(format.getStopCalculateConditions());
 }
 
-TEST(ConditionalFormat, DoesNotStopUnlessTold) {
+TEST(ConditionalFormat, DoesNotStopByDefault) {
   ConditionalFormat const format({}, UniquenessConditionalFormatOperator{}, UUID());
   EXPECT_FALSE(format.getStopCalculateConditions());
   EXPECT_EQ(&format.getOperator(), &format.getOperator());

@@ -19,7 +19,7 @@ CellStyle makeStyle(double fontSize) {
   return style;
 }
 
-/// A style whose group tells whether the style is alive.
+/// Style with a group whose weak pointer shows if the style is alive.
 std::pair<CellStyle, std::weak_ptr<RunProps const>> makeWatchedStyle(double fontSize) {
   CellStyle style = makeStyle(fontSize);
   std::weak_ptr<RunProps const> const watch = style.getRunProps();

@@ -11,7 +11,7 @@
 namespace Zorv::DOM {
 namespace {
 
-/// Two values of a property that differ.
+/// Two different values of a property.
 template <class Value>
 std::array<Value, 2> samplesOf() {
   if constexpr (std::is_same_v<Value, std::string>) {
@@ -97,8 +97,7 @@ TYPED_TEST(StylePropsTest, PropertiesHaveNamesOfTheirOwn) {
 template <class Props>
 constexpr std::size_t memberCount = std::tuple_size_v<decltype(Props::members())>;
 
-// The bindings fail to compile when a member is added; the count beside them is then the reminder
-// to list it.
+// The bindings fail to compile when a member is added; the count is then a reminder to list it.
 TEST(StyleProps, EveryMemberIsListed) {
   RunProps const run;
   [[maybe_unused]] auto const& [r1, r2, r3, r4, r5, r6, r7, r8] = run;

@@ -18,7 +18,7 @@ namespace {
 using Place = std::pair<unsigned long, unsigned long>;
 using Content = std::vector<std::pair<Place, double>>;
 
-/// The identities of an axis in a plain list.
+/// Model of an axis: its identities in a list.
 class ModelLines {
 public:
   explicit ModelLines(unsigned long length) : _ids(length), _nextId(length + 1) {
@@ -58,13 +58,13 @@ private:
   unsigned long _nextId;
 };
 
-/// A table whose cells are kept by the identities of their rows and columns, and so never move.
+/// Model of a table: cells by the identities of their rows and columns, so that they never move.
 struct ModelTable {
   ModelLines rows{Table::rowCount};
   ModelLines columns{Table::columnCount};
   std::map<Place, double> cellsByID;
 
-  /// The cells of a range, found by looking at every position of it.
+  /// The cells of a range, found by a look-up at every position.
   [[nodiscard]] Content contentOf(TableRange const& range) const {
     Content content;
     for (unsigned long row = range.firstRow; row < range.endRow; ++row) {
@@ -91,8 +91,8 @@ Content contentOf(Table const& table, TableRange const& range) {
   return content;
 }
 
-/// Makes the same random edits to a table and to its model. What they touch stays in the corner of
-/// `side` rows and columns.
+/// Applies the same random edits to a table and to its model. They stay in the corner of `side`
+/// rows and columns.
 class RandomTables {
 public:
   static constexpr unsigned long side = 60;
@@ -157,7 +157,7 @@ private:
   }
 
   void insert() {
-    // Not so many that cells leave the corner.
+    // Few enough that no cell leaves the corner.
     TableRange const used = table.getUsedRange();
     unsigned long const count = 1 + upTo(2);
     unsigned long const before = upTo(side / 2);

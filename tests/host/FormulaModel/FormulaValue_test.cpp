@@ -10,7 +10,7 @@
 namespace Zorv::FormulaModel {
 namespace {
 
-TEST(FormulaValue, TheAlternativesStandInTheOrderOfTheContract) {
+TEST(FormulaValue, TheAlternativesAreInTheOrderOfTheContract) {
   EXPECT_EQ(FormulaValue().which(), 0);
   EXPECT_EQ(FormulaValue(FormulaEmpty()).which(), FormulaValueKind::Empty);
   EXPECT_EQ(FormulaValue(FormulaNumber()).which(), FormulaValueKind::Number);

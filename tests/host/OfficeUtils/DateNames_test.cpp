@@ -35,13 +35,13 @@ TEST(DateNames, EveryNameMayBeOneInAnyLetterCase) {
   }
 }
 
-TEST(DateNames, MostOtherWordsAreToldByTheirFirstLetterAndLength) {
+TEST(DateNames, RejectsMostOtherWordsByTheirFirstLetterAndLength) {
   DateNames const& names = DateNames::of("en-US");
   for (std::string_view const word : {"Item", "Julep", "Decembers", "Total", "M", "", "Q",
                                       "Jabberwocky-and-other-long-words-of-forty"}) {
     EXPECT_FALSE(names.mayName(word)) << word;
   }
-  // The long s is an s, and the kelvin sign a k.
+  // The long s folds to s, and the kelvin sign to k.
   EXPECT_TRUE(names.mayName("Augu\u017Ft"));
 }
 

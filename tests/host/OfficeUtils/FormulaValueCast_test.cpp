@@ -42,7 +42,7 @@ TEST(ToBool, NumbersAreTrueWhenTheyAreNotZero) {
   EXPECT_FALSE(truth(number(-0.0)));
 }
 
-TEST(ToBool, BooleansAreWhatTheyAreAndEmptyIsFalse) {
+TEST(ToBool, BooleansKeepTheirValueAndEmptyIsFalse) {
   EXPECT_TRUE(truth(FormulaBoolean{true}));
   EXPECT_FALSE(truth(FormulaBoolean{false}));
   EXPECT_FALSE(truth(FormulaEmpty()));
@@ -142,7 +142,7 @@ TEST(ToString, NumbersHaveTheLocalesDecimalSeparator) {
   EXPECT_EQ(text(number(1234567), german), "1234567");
 }
 
-TEST(ToString, WhatIsNoNumberReadsAsANumberError) {
+TEST(ToString, ANumberThatIsNotFiniteReadsAsANumberError) {
   EXPECT_EQ(text(number(std::numeric_limits<double>::quiet_NaN())), "#NUM!");
   EXPECT_EQ(text(number(-std::numeric_limits<double>::infinity())), "#NUM!");
 }

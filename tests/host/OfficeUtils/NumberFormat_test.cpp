@@ -16,7 +16,7 @@ struct FormatCase {
   std::string_view result;
 };
 
-/// What a number that the format cannot show is written as here.
+/// Stands for a number that the format cannot show.
 constexpr std::string_view notShown = "(not shown)";
 
 void expectFormats(std::initializer_list<FormatCase> const& cases,
@@ -274,7 +274,7 @@ TEST(NumberFormat, ShowsTexts) {
   EXPECT_EQ(format("0;@\"!\"", "abc"), "abc!");
 }
 
-TEST(NumberFormat, RefusesWhatIsNoFormat) {
+TEST(NumberFormat, RefusesTextsThatAreNoFormat) {
   for (std::string_view const code : {"\"open", "[Red", "0;0;0;@;0"}) {
     EXPECT_FALSE(NumberFormat::compile(code)) << code;
   }

@@ -21,7 +21,7 @@ TEST(PinnedMoment, WithoutAScopeTheClockInForceIsRead) {
   EXPECT_EQ(PinnedMoment::readMoment(), inForce);
 }
 
-TEST(PinnedMoment, StandsStillForItsThreadUntilTheScopeEnds) {
+TEST(PinnedMoment, FixesTheMomentForItsThreadUntilTheScopeEnds) {
   ScopedClock const clock(inForce);
   {
     PinnedMoment const outer(pinned);
@@ -36,7 +36,7 @@ TEST(PinnedMoment, StandsStillForItsThreadUntilTheScopeEnds) {
   EXPECT_EQ(PinnedMoment::readMoment(), inForce);
 }
 
-TEST(PinnedMoment, NowIsWhatClocksInTheZoneShow) {
+TEST(PinnedMoment, NowIsTheCivilTimeOfTheZone) {
   ScopedClock const clock(inForce);
   PinnedMoment const scope(pinned);
   LocaleContext const since1900("en-US");

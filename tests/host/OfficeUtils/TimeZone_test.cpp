@@ -52,13 +52,13 @@ TEST(TimeZone, ShowsTheCivilTimeOfTheMoment) {
   }
 }
 
-TEST(TimeZone, KeepsMillisecondsAndDropsWhatIsSmaller) {
+TEST(TimeZone, KeepsMillisecondsAndDropsSmallerUnits) {
   EXPECT_EQ(TimeZone("Europe/Berlin").toLocal(sys_days(2024y / 1 / 1) + 1ms + 900us),
             local_days(2024y / 1 / 1) + 1h + 1ms);
   EXPECT_EQ(TimeZone().toLocal(sys_days(1960y / 1 / 1) + 900us), local_days(1960y / 1 / 1));
 }
 
-/// The offset as the zone database is read directly.
+/// The offset, read directly from the zone database.
 std::chrono::milliseconds offsetByDatabase(icu::TimeZone const& zone,
                                            std::chrono::milliseconds moment) {
   std::int32_t raw = 0;

@@ -27,7 +27,7 @@ TEST(IDHolder, TheIDOfADeadObjectStaysDistinct) {
   std::map<IDHolder::ID, int> entries;
   constexpr int count = 100;
   for (int i = 0; i < count; ++i) {
-    // The next object may well get the memory of the last one.
+    // The next object may reuse the memory of the last one.
     auto const object = std::make_unique<Identified>();
     EXPECT_TRUE(entries.emplace(object->getID(), i).second);
   }
