@@ -1,25 +1,42 @@
 # The commands of this project; each one installs and builds what it needs and what has changed.
 
 .DEFAULT_GOAL := help
-.PHONY: help packages release run test checks corpus bench tidy format clean
+.PHONY: help packages all-packages tool release run test checks corpus bench tidy format clean
+
+# Done, all, and the seconds since the start.
+export NINJA_STATUS = [%f of %t, %es] 
 
 help: ## Say what there is
 	@grep -E '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/:.*## /\t/' | expand -t 12
 
 packages:
-	@scripts/install_packages.sh
+	@scripts/install_packages.sh packages.txt
 
-# build/NAME/build.ninja is the mark of a configured build tree; ninja itself sees to the rest.
-build/%/build.ninja: | packages
+all-packages:
+	@scripts/install_packages.sh packages.txt packages_checks.txt
+
+# A build tree is configured once, which leaves the files below; ninja itself sees to the rest. The
+# release tree begins with the tool alone. What needs the tests or the benchmarks configures the same
+# tree for them, too, and nothing is compiled twice.
+build/release/build.ninja: | packages
+	@cmake --preset release -D CNDFRMT_BUILD_TESTS=OFF -D CNDFRMT_BUILD_BENCHMARKS=OFF
+
+build/release/tests/CTestTestfile.cmake: | all-packages
+	@cmake --preset release
+
+build/%/build.ninja: | all-packages
 	@cmake --preset $*
 
-release: packages build/release/build.ninja
+tool: packages build/release/build.ninja
+	@cmake --build --preset release --target cndfrmt
+
+release: all-packages build/release/tests/CTestTestfile.cmake
 	@cmake --build --preset release
 
-run: release ## Resolve the demonstration workbook
+run: tool ## Resolve the demonstration workbook
 	@build/release/bin/cndfrmt resolve examples/demo.xlsx --now 2026-11-21T12:00:00
 
-checks: packages
+checks: all-packages
 	@scripts/check_layers.sh
 	@scripts/check_format.sh
 
@@ -29,19 +46,20 @@ test: checks release build/asan/build.ninja build/tsan/build.ninja ## Run every 
 	@cmake --build --preset asan && ctest --preset asan
 	@cmake --build --preset tsan && ctest --preset tsan
 
-corpus: release ## Compare verdicts on real workbooks with those of other programs
+corpus: tool ## Compare verdicts on real workbooks with those of other programs
 	@tests/corpus/check_corpus.sh build/release/bin/cndfrmt tests/workbooks
 
-format: packages ## Lay out the sources
+format: all-packages ## Lay out the sources
 	@scripts/check_format.sh --fix
 
-bench: release ## Measure, and write the tables of docs/performance.md
+bench: all-packages build/release/tests/CTestTestfile.cmake ## Measure, and write the tables of docs/performance.md
+	@cmake --build --preset release --target cndfrmt_bench
 	@build/release/bin/cndfrmt_bench --benchmark_min_time=0.05 --benchmark_repetitions=12 \
 	  --benchmark_enable_random_interleaving=true \
 	  --benchmark_out=build/bench.json --benchmark_out_format=json
 	@scripts/report_benchmarks.py build/bench.json docs/performance.md
 
-tidy: packages build/tidy/build.ninja ## Run clang-tidy over the sources
+tidy: all-packages build/tidy/build.ninja ## Run clang-tidy over the sources
 	@scripts/check_tidy.sh
 
 clean: ## Remove what was built

@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Installs the Debian packages of scripts/packages.txt that are missing; does nothing when none is.
+# Installs the Debian packages of some lists that are missing; does nothing when none is.
+#
+#   install_packages.sh LIST...     lists of this folder, such as packages.txt
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -7,10 +9,10 @@ missing=()
 while read -r package; do
   dpkg-query --show --showformat='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
     missing+=("$package")
-done < <(grep -v '^#' packages.txt)
+done < <(grep -hv '^#' "$@")
 [ ${#missing[@]} -eq 0 ] && exit 0
 
-echo "Installing: ${missing[*]}"
+echo "Installing ${#missing[@]} packages: ${missing[*]}"
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
 "${as_root[@]}" apt-get update --quiet=2

@@ -2,13 +2,14 @@
 
 #include "ConditionalFormatters/CndFrmt_FormatWalk.h"
 #include "tool/Commands.h"
+#include "tool/JsonText.h"
 #include "tool/RulesOutput.h"
 
 namespace Zorv::Tool {
 
 ExitStatus runRules(Selection const& selection, std::ostream& out) {
   if (selection.getOptions().format == OutputFormat::Json) {
-    printRulesJson(selection, out);
+    out << toJsonRules(selection) << '\n';
   } else {
     printRulesTable(selection, out);
   }

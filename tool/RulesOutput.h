@@ -6,9 +6,8 @@
 
 namespace Zorv::Tool {
 
-// The rules of each sheet of a selection, by priority, in two forms.
+/// Prints the rules of each sheet of a selection, by priority, as a table.
 void printRulesTable(Selection const& selection, std::ostream& out);
-void printRulesJson(Selection const& selection, std::ostream& out);
 
 /// Everything that the rule's named style sets; a style that sets nothing where it has none.
 [[nodiscard]] DOM::CellStyle findStyle(Workbook::Document const& document,

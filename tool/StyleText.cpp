@@ -152,7 +152,7 @@ std::string_view toText(DOM::LineStyle value) noexcept {
 std::string toText(DOM::BorderLine const& line) {
   std::string text(toText(line.style));
   if (line.colour) {
-    text += " " + toText(*line.colour);
+    text += fmt::format(" {}", toText(*line.colour));
   }
   return text;
 }

@@ -1,4 +1,4 @@
-#include "tool/Json.h"
+#include "tool/JsonText.h"
 
 #include <chrono>
 #include <string_view>
@@ -6,11 +6,14 @@
 
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/static_visitor.hpp>
+#include <nlohmann/json.hpp>
 
+#include "DOM/CellStyle.h"
 #include "FormulaModel/FormulaValueAccess.h"
 #include "tool/ConditionText.h"
 #include "tool/Moment.h"
 #include "tool/RuleCounts.h"
+#include "tool/RulesOutput.h"
 #include "tool/StyleText.h"
 #include "workbook/Addresses.h"
 
@@ -18,6 +21,14 @@ namespace Zorv::Tool {
 
 namespace {
 
+/// Members keep the order in which they are set.
+using Json = nlohmann::ordered_json;
+
+std::string dump(Json const& json, int indent = -1) {
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+/// A number, a text, a truth value, null for empty, or `{"error": "#DIV/0!"}`.
 class ValueToJson : public boost::static_visitor<Json> {
 public:
   Json operator()(FormulaModel::FormulaEmpty const& /*empty*/) const { return nullptr; }
@@ -46,16 +57,11 @@ Json propertyToJson(Value const& value) {
   }
 }
 
-}  // namespace
-
-std::string toLine(Json const& json) {
-  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 Json toJson(FormulaModel::FormulaValue const& value) {
   return boost::apply_visitor(ValueToJson(), value);
 }
 
+/// The properties that a style sets, by the names of their members.
 Json toJson(DOM::CellStyle const& style) {
   auto json = Json::object();
   forEachSetProperty(
@@ -91,6 +97,59 @@ Json toJson(Workbook::Rule const& rule) {
           {"ranges", rule.ranges.empty() ? rule.rangeText : Workbook::toAddress(rule.ranges)},
           {"priority", rule.priority ? Json(*rule.priority) : Json(nullptr)},
           {"stop", rule.stopIfTrue}};
+}
+
+/// A rule with its formulas, and its style or the reason why it is not resolved.
+Json describeRule(Workbook::Document const& document, Workbook::Rule const& rule) {
+  auto json = toJson(rule);
+  json["formulas"] = rule.formulas;
+  json["resolved"] = rule.format != nullptr;
+  if (rule.format) {
+    json["style"] = toJson(findStyle(document, rule));
+  } else {
+    json["reason"] = rule.unresolvedReason;
+  }
+  return json;
+}
+
+}  // namespace
+
+std::string toJsonText(std::string const& text) { return dump(text); }
+
+std::string beginJsonDocument(Selection const& selection) {
+  auto head = dump(describeRun(selection));
+  head.pop_back();
+  return head;
+}
+
+std::string toJsonSummary(Selection const& selection) { return dump(summarise(selection)); }
+
+std::string toJsonText(ResolvedCell const& cell) {
+  auto const* cellObject = cell.cellInfo.getCell();
+  auto rules = Json::array();
+  for (auto const* rule : cell.deciding) {
+    rules.push_back(toJson(*rule));
+  }
+  return dump({{"cell", Workbook::toAddress(cell.cellInfo.getCellIndex())},
+               {"value", cellObject ? toJson(cellObject->value) : Json(nullptr)},
+               {"style", toJson(cell.style->get())},
+               {"rules", rules}});
+}
+
+std::string toJsonRules(Selection const& selection) {
+  auto const& document = selection.getDocument();
+  auto json = describeRun(selection);
+  auto& sheets = json["sheets"] = Json::array();
+  for (auto const sheet : selection.getSheets()) {
+    auto rules = Json::array();
+    for (auto const* rule : selection.getRulesByPriority(sheet)) {
+      rules.push_back(describeRule(document, *rule));
+    }
+    sheets.push_back({{"name", document.getSheets()[sheet].name}, {"rules", rules}});
+  }
+  json["summary"] = summarise(selection);
+  constexpr int indent = 2;
+  return dump(json, indent);
 }
 
 }  // namespace Zorv::Tool
