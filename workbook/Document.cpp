@@ -14,4 +14,13 @@ std::optional<std::size_t> Document::findSheet(std::string const& name) const {
   return std::nullopt;
 }
 
+void Document::addFinding(Finding finding) {
+  constexpr std::size_t findingLimit = 1'000;
+  if (_findings.size() < findingLimit) {
+    _findings.push_back(std::move(finding));
+  } else if (_findings.size() == findingLimit) {
+    _findings.push_back({{}, {}, {}, "further findings are left out"});
+  }
+}
+
 }  // namespace Zorv::Workbook

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -36,10 +35,6 @@ struct DefinedName {
 /// Threads: const members may run concurrently.
 class Document {
 public:
-  explicit Document(std::filesystem::path file) : _file(std::move(file)) {}
-
-  [[nodiscard]] std::filesystem::path const& getFile() const noexcept { return _file; }
-
   [[nodiscard]] std::vector<Sheet> const& getSheets() const noexcept { return _sheets; }
   [[nodiscard]] std::vector<Sheet>& getSheets() noexcept { return _sheets; }
 
@@ -82,13 +77,13 @@ public:
   [[nodiscard]] std::vector<Rule> const& getRules() const noexcept { return _rules; }
   [[nodiscard]] std::vector<Rule>& getRules() noexcept { return _rules; }
 
-  /// What was read another way than it was meant, in the order of reading. Rules that are not
-  /// resolved are not repeated here.
+  /// What was read in another way than the file means it, in the order of reading. Rules that are
+  /// not resolved are not repeated here.
   [[nodiscard]] std::vector<Finding> const& getFindings() const noexcept { return _findings; }
-  [[nodiscard]] std::vector<Finding>& getFindings() noexcept { return _findings; }
+  /// Adds a finding. After the first thousand, one says that the others are left out.
+  void addFinding(Finding finding);
 
 private:
-  std::filesystem::path _file;
   std::vector<Sheet> _sheets;
   DOM::Styles _styles;
   std::unique_ptr<DOM::SharedObjectFactory> _cellStyleFactory =

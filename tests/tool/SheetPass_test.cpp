@@ -64,7 +64,7 @@ protected:
   static constexpr unsigned long rowCount = 10'000;
 
   /// A column of rising numbers, all of which have the style of one rule.
-  SheetPassTest() : _document("numbers.xlsx") {
+  SheetPassTest() {
     auto& sheet = _document.getSheets().emplace_back();
     sheet.table = std::make_unique<DOM::Table>();
     for (unsigned long row = 0; row < rowCount; ++row) {

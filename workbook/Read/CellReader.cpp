@@ -87,7 +87,7 @@ DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
   auto const& style = _styles.getCellStyle(
       number && *number >= 0 ? static_cast<std::size_t>(*number) : _styles.getCellStyleCount());
   if (!style) {
-    _state.report(
+    _state.document.addFinding(
         {_sheet.part, _sheet.name, toAddress(place),
          fmt::format("the cell has the style \"{}\", which the file does not have", *text)});
   }
@@ -214,7 +214,7 @@ FormulaValue CellReader::interpretShared(CellIndex place) {
 /// A value that is not of its type: the cell stays empty.
 FormulaValue CellReader::refuse(CellIndex place, std::string_view what) {
   constexpr std::size_t shownSize = 40;
-  _state.report({_sheet.part, _sheet.name, toAddress(place),
+  _state.document.addFinding({_sheet.part, _sheet.name, toAddress(place),
                  fmt::format("the value \"{}\" is {}; the cell is read as empty",
                              _content.value.substr(0, shownSize), what)});
   return {};

@@ -139,7 +139,7 @@ UUID ConditionalFormatReader::findStyle(pugi::xml_node element, Rule const& rule
                          : UUID();
   if (style.isEmpty()) {
     Sheet const& sheet = _state.document.getSheets()[_sheet];
-    _state.report({sheet.part, sheet.name, rule.rangeText,
+    _state.document.addFinding({sheet.part, sheet.name, rule.rangeText,
                    fmt::format("rule {} refers to the differential format \"{}\", which the file "
                                "does not have; it styles nothing",
                                rule.number, number.value())});

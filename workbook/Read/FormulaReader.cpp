@@ -45,13 +45,13 @@ FormulaReader::Formula& FormulaReader::findFormula() {
 
 void FormulaReader::addMissingResult(CellIndex place) {
   Formula& formula = findFormula();
-  if (!formula.number) {
-    formula.number = static_cast<std::uint32_t>(_state.formulas.size());
-    _state.formulas.push_back(formula.source);
+  if (!formula.index) {
+    formula.index = static_cast<std::uint32_t>(_state.missing.formulas.size());
+    _state.missing.formulas.push_back(formula.source);
   }
-  _state.missingResults.push_back(
+  _state.missing.cells.push_back(
       {static_cast<std::uint32_t>(_sheet), static_cast<std::uint32_t>(place.getColumn().get()),
-       static_cast<std::uint32_t>(place.getRow().get()), *formula.number});
+       static_cast<std::uint32_t>(place.getRow().get()), *formula.index});
 }
 
 }  // namespace Zorv::Workbook

@@ -26,10 +26,10 @@ public:
   void addMissingResult(CellIndex place);
 
 private:
-  /// A formula that may be kept already.
+  /// A formula, and its index if it is kept.
   struct Formula {
     FormulaSource source;
-    std::optional<std::uint32_t> number;  ///< among those that are kept
+    std::optional<std::uint32_t> index;  ///< in FormulasWithoutResults::formulas
   };
 
   [[nodiscard]] Formula& findFormula();

@@ -119,7 +119,7 @@ void SheetReader::readMerge() {
   if (auto const range = parseRange(reference)) {
     _sheet.layout.mergedRanges.push_back(*range);
   } else {
-    _state.report({_sheet.part, _sheet.name, std::string(reference),
+    _state.document.addFinding({_sheet.part, _sheet.name, std::string(reference),
                    "the merged area is no range of the sheet; it is left out"});
   }
 }

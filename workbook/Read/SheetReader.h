@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "workbook/Package/Relationships.h"
+#include "workbook/Read/Relationships.h"
 #include "workbook/Read/CellReader.h"
 #include "workbook/Read/ConditionalFormatReader.h"
 #include "workbook/Read/LoadState.h"

@@ -126,7 +126,7 @@ void WorkbookReader::addDefinedName(pugi::xml_node element) {
     auto const index = parseInteger(sheet.value());
     if (!index || *index < 0 ||
         static_cast<std::size_t>(*index) >= _state.document.getSheets().size()) {
-      _state.report({_mainPart,
+      _state.document.addFinding({_mainPart,
                      {},
                      {},
                      fmt::format("the name \"{}\" belongs to a sheet that the workbook does not "
@@ -140,7 +140,7 @@ void WorkbookReader::addDefinedName(pugi::xml_node element) {
     name.expr = Formulas::parseExpr(name.formulaText);
   } catch (Formulas::FormulaParseError const& error) {
     if (!isReserved(name.name)) {
-      _state.report({_mainPart,
+      _state.document.addFinding({_mainPart,
                      {},
                      {},
                      fmt::format("the name \"{}\" stands for \"{}\", which cannot be read: {}",
@@ -186,7 +186,7 @@ std::string WorkbookReader::findPart(std::string_view kind) {
     return {};
   }
   if (!_state.archive.has(relationship->target)) {
-    _state.report({relationship->target,
+    _state.document.addFinding({relationship->target,
                    {},
                    {},
                    "the part is missing from the file; the workbook is read without it"});

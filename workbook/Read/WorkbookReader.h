@@ -5,7 +5,7 @@
 
 #include <pugixml.hpp>
 
-#include "workbook/Package/Relationships.h"
+#include "workbook/Read/Relationships.h"
 #include "workbook/Read/LoadState.h"
 #include "workbook/Read/StylesReader.h"
 

@@ -1,4 +1,4 @@
-#include "workbook/Read/MissingResults.h"
+#include "workbook/Recalculation/MissingResults.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "workbook/Read/UncalculatedReport.h"
+#include "workbook/Recalculation/UncalculatedReport.h"
 
 #include <string_view>
 
@@ -10,7 +10,7 @@ namespace Zorv::Workbook {
 
 namespace {
 
-/// What a finding says after the number of cells; `{}` stands for the details.
+/// The finding's text after the number of cells; `{}` is replaced by the details.
 std::string_view phraseOf(Uncalculated reason) noexcept {
   switch (reason) {
     case Uncalculated::NoText:
@@ -29,7 +29,7 @@ std::string_view phraseOf(Uncalculated reason) noexcept {
   return "";
 }
 
-/// Where the details are names and not messages.
+/// Whether the details are names to be listed, and not the message of one failure.
 constexpr bool listsDetails(Uncalculated reason) noexcept {
   return reason == Uncalculated::UnknownFunctions;
 }
@@ -51,15 +51,15 @@ void UncalculatedReport::add(std::size_t sheet, Uncalculated reason, CellIndex c
   }
 }
 
-void UncalculatedReport::writeTo(LoadState& state) const {
+void UncalculatedReport::writeTo(Document& document) const {
   for (auto const& [key, entry] : _entries) {
-    auto const& [sheetNumber, reason] = key;
-    Sheet const& sheet = state.document.getSheets()[sheetNumber];
+    auto const& [sheetIndex, reason] = key;
+    Sheet const& sheet = document.getSheets()[sheetIndex];
     auto const details = fmt::format("{}", fmt::join(entry.details, ", "));
     auto const cells = entry.count == 1
                            ? std::string("the cell has ")
                            : fmt::format("{} cells, this one first, have ", entry.count);
-    state.report({sheet.part, sheet.name, toAddress(entry.first),
+    document.addFinding({sheet.part, sheet.name, toAddress(entry.first),
                   cells + fmt::format(fmt::runtime(phraseOf(reason)), details)});
   }
 }

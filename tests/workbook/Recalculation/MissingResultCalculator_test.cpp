@@ -1,4 +1,4 @@
-#include "workbook/Read/MissingResultCalculator.h"
+#include "workbook/Recalculation/MissingResultCalculator.h"
 
 #include <string>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "workbook/Read/MissingResultCalculator.h"
+#include "workbook/Recalculation/MissingResultCalculator.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -28,8 +28,8 @@ bool isNameError(FormulaValue const& value) noexcept {
   return error != nullptr && error->code == FormulaModel::FormulaErrorCode::Name;
 }
 
-/// One value out of a formula's result, for a cell of the formula. An array has its first value at
-/// `origin`.
+/// Takes the value of one cell out of a formula's result. The first value of an array belongs to the
+/// cell `origin`.
 class OneValue : public boost::static_visitor<FormulaValue> {
 public:
   OneValue(DocumentContextProvider const& provider, CellIndex place, CellIndex origin) noexcept
@@ -45,7 +45,7 @@ public:
                ? array->at(row, column)
                : errorValue(FormulaModel::FormulaErrorCode::NotAvailable);
   }
-  /// The cell of a single row or column that stands beside the formula's own.
+  /// Implicit intersection: the cell of the reference in the formula's own row or column.
   FormulaValue operator()(std::shared_ptr<Formulas::Reference const> const& reference) const {
     TableRange const& range = reference->range;
     unsigned long const row = range.endRow - range.firstRow == 1 ? range.firstRow : rowOfPlace();
@@ -72,7 +72,7 @@ private:
   CellIndex _origin;
 };
 
-/// Whether a formula has another value in each cell because it asks where that stands: `ROW()`.
+/// Whether a formula asks for the position of its own cell, like `ROW()`.
 bool asksForItsPlace(DOM::FormulaSyntaxTree::Expr const& expr) {
   auto const& parts = expr.getParts();
   return std::any_of(parts.nodes.begin(), parts.nodes.end(), [&](auto const& node) {
@@ -94,14 +94,16 @@ int distance(unsigned long from, unsigned long to) noexcept {
 
 }  // namespace
 
-MissingResultCalculator::MissingResultCalculator(LoadState& state, std::string const& localeName,
-                                                 DOM::TimeZone const& timeZone)
-    : _state(state),
-      _provider(state.document, localeName, timeZone),
-      _formulas(std::move(state.formulas)),
+MissingResultCalculator::MissingResultCalculator(Document& document,
+                                                 FormulasWithoutResults missing,
+                                                 RecalculationOptions const& options)
+    : _document(document),
+      _provider(document, options.localeName, options.timeZone),
+      _formulas(std::move(missing.formulas)),
       _sharedExprs(_formulas.size()),
-      _missing(std::move(state.missingResults)),
-      _isUnderWay(_missing.size(), false) {
+      _missing(std::move(missing.cells)),
+      _isUnderWay(_missing.size(), false),
+      _positionLimit(options.positionLimit) {
   findArrays();
 }
 
@@ -109,47 +111,47 @@ void MissingResultCalculator::calculate() {
   if (_missing.size() == 0) {
     return;
   }
-  for (Sheet const& sheet : _state.document.getSheets()) {
+  for (Sheet const& sheet : _document.getSheets()) {
     _usedRanges.push_back(sheet.table->getUsedRange());
   }
-  for (std::size_t number = 0; number < _missing.size(); ++number) {
-    include(_missing[number], _usedRanges[_missing[number].sheet]);
+  for (std::size_t index = 0; index < _missing.size(); ++index) {
+    include(_missing[index], _usedRanges[_missing[index].sheet]);
   }
-  for (std::size_t number = 0; number < _missing.size(); ++number) {
-    while (_missing.isMissing(number)) {
-      waitFor(leaderOf(number));
+  for (std::size_t index = 0; index < _missing.size(); ++index) {
+    while (_missing.isMissing(index)) {
+      waitFor(leaderOf(index));
       while (!_underWay.empty()) {
         takeStep(_underWay.back());
       }
     }
   }
-  _report.writeTo(_state);
+  _report.writeTo(_document);
 }
 
-/// Calculates the cell on top, or puts one above it whose result it needs first.
-void MissingResultCalculator::takeStep(std::size_t number) {
-  FormulaSource const& source = sourceOf(number);
+/// Calculates the cell on top of the stack, or pushes a cell whose result it needs first.
+void MissingResultCalculator::takeStep(std::size_t index) {
+  FormulaSource const& source = sourceOf(index);
   _work += source.text.size();
   try {
     if (source.text.empty()) {
-      giveUp(number, Uncalculated::NoText);
-    } else if (source.isTooLarge || _work > _state.limits.calculatedPositions) {
-      giveUp(number, Uncalculated::TooMuch);
+      giveUp(index, Uncalculated::NoText);
+    } else if (source.isTooLarge || _work > _positionLimit) {
+      giveUp(index, Uncalculated::TooMuch);
     } else {
-      calculate(number);
+      calculate(index);
     }
   } catch (Formulas::FormulaParseError const& error) {
-    giveUp(number, Uncalculated::Unreadable, {error.what()});
+    giveUp(index, Uncalculated::Unreadable, {error.what()});
   } catch (std::exception const& error) {
-    giveUp(number, Uncalculated::Failed, {error.what()});
+    giveUp(index, Uncalculated::Failed, {error.what()});
   }
 }
 
-void MissingResultCalculator::calculate(std::size_t number) {
-  Placed const formula = place(number);
+void MissingResultCalculator::calculate(std::size_t index) {
+  Placed const formula = place(index);
   if (asksForItsPlace(*formula.expr)) {
     // Each cell of an array is calculated by itself.
-    _arrays.erase(_missing[number].formula);
+    _arrays.erase(_missing[index].formula);
   }
   auto const references = Formulas::findReferences(*formula.expr, formula.columnOffset,
                                                    formula.rowOffset, formula.context, _provider);
@@ -158,16 +160,17 @@ void MissingResultCalculator::calculate(std::size_t number) {
     waitFor(*found.missing);
     return;
   }
-  forEachCellOf(number, [this](std::size_t) { ++_work; });
+  forEachCellOf(index, [this](std::size_t) { ++_work; });
   _work += countPositions(references);
   Formulas::RuntimeDependenciesResolver dependencies;
-  // Of its own: values change between two evaluations.
+  // One session for each evaluation: values change between two of them.
   Formulas::EvaluationSession session;
   auto const result =
       Formulas::calcShiftedExpr(*formula.expr, formula.columnOffset, formula.rowOffset,
                                 formula.context, _provider, dependencies, session);
   if (!found.foundUnderWay) {
-    // Cells that are found on the way may have no results yet; then all is done again after them.
+    // References made by the evaluation (OFFSET, INDIRECT) may lead to cells without results. Then
+    // the formula is calculated again after them.
     Ranges ranges;
     for (auto const& dependency : dependencies.getDependencies()) {
       ranges.push_back({dependency.table, dependency.range});
@@ -179,11 +182,11 @@ void MissingResultCalculator::calculate(std::size_t number) {
       return;
     }
   }
-  finish(number, formula, result, found.foundUnderWay);
+  finish(index, formula, result, found.foundUnderWay);
 }
 
-/// Looks no further than to a cell that is under way: its formula goes round in a circle, and there
-/// may be as many such cells as the file has.
+/// Stops at the first cell that is being calculated: the formula is circular, and a circle may have
+/// as many cells as the file.
 MissingResultCalculator::Search MissingResultCalculator::search(Ranges const& ranges) {
   for (auto const& [table, range] : ranges) {
     if (auto const found = _missing.findIn(table.get(), range)) {
@@ -194,92 +197,92 @@ MissingResultCalculator::Search MissingResultCalculator::search(Ranges const& ra
   return {};
 }
 
-void MissingResultCalculator::waitFor(std::size_t number) {
-  _isUnderWay[number] = true;
-  _underWay.push_back(number);
+void MissingResultCalculator::waitFor(std::size_t index) {
+  _isUnderWay[index] = true;
+  _underWay.push_back(index);
 }
 
-void MissingResultCalculator::finish(std::size_t number, Placed const& formula,
+void MissingResultCalculator::finish(std::size_t index, Placed const& formula,
                                      Formulas::CalcResult const& result, bool isCircular) {
-  CellIndex const origin = sourceOf(number).place;
+  CellIndex const origin = sourceOf(index).place;
   bool hasUnknownName = false;
-  forEachCellOf(number, [&](std::size_t cell) {
+  forEachCellOf(index, [&](std::size_t cell) {
     CellIndex const place = _missing[cell].getPlace();
     auto value = boost::apply_visitor(OneValue(_provider, place, origin), result);
     hasUnknownName = hasUnknownName || isNameError(value);
     store(cell, std::move(value));
   });
   if (isCircular) {
-    report(number, Uncalculated::Circular);
+    report(index, Uncalculated::Circular);
   }
   if (hasUnknownName) {
     auto const unknown = Formulas::findFunctionNames(*formula.expr).unknown;
     if (!unknown.empty()) {
-      report(number, Uncalculated::UnknownFunctions, unknown);
+      report(index, Uncalculated::UnknownFunctions, unknown);
     }
   }
-  leave(number);
+  leave(index);
 }
 
-/// A formula whose value is an empty cell's gives 0.
-void MissingResultCalculator::store(std::size_t number, FormulaValue value) {
-  MissingResult const& missing = _missing[number];
+/// A formula whose value is that of an empty cell gives 0.
+void MissingResultCalculator::store(std::size_t index, FormulaValue value) {
+  MissingResult const& missing = _missing[index];
   auto& cell =
-      _state.document.getSheets()[missing.sheet].table->obtainCell(missing.row, missing.column);
+      _document.getSheets()[missing.sheet].table->obtainCell(missing.row, missing.column);
   cell.value = FormulaModel::isFormulaEmpty(value) ? FormulaModel::FormulaNumber{FloatNumber(0.0)}
                                                    : std::move(value);
 }
 
-/// The cell on top, and those that it stands for, have what they get.
-void MissingResultCalculator::leave(std::size_t number) {
-  forEachCellOf(number, [this](std::size_t cell) { _missing.finish(cell); });
-  _isUnderWay[number] = false;
+/// Pops the leader on top of the stack; its cells have their final values.
+void MissingResultCalculator::leave(std::size_t index) {
+  forEachCellOf(index, [this](std::size_t cell) { _missing.finish(cell); });
+  _isUnderWay[index] = false;
   _underWay.pop_back();
 }
 
-void MissingResultCalculator::giveUp(std::size_t number, Uncalculated reason,
+void MissingResultCalculator::giveUp(std::size_t index, Uncalculated reason,
                                      std::vector<std::string> const& details) {
-  report(number, reason, details);
-  leave(number);
+  report(index, reason, details);
+  leave(index);
 }
 
-void MissingResultCalculator::report(std::size_t number, Uncalculated reason,
+void MissingResultCalculator::report(std::size_t index, Uncalculated reason,
                                      std::vector<std::string> const& details) {
-  forEachCellOf(number, [&](std::size_t cell) {
+  forEachCellOf(index, [&](std::size_t cell) {
     _report.add(_missing[cell].sheet, reason, _missing[cell].getPlace(), details);
   });
 }
 
 void MissingResultCalculator::findArrays() {
-  for (std::size_t number = 0; number < _missing.size(); ++number) {
-    if (sourceOf(number).area) {
-      _arrays[_missing[number].formula].push_back(number);
+  for (std::size_t index = 0; index < _missing.size(); ++index) {
+    if (sourceOf(index).area) {
+      _arrays[_missing[index].formula].push_back(index);
     }
   }
 }
 
-std::size_t MissingResultCalculator::leaderOf(std::size_t number) const {
-  auto const array = _arrays.find(_missing[number].formula);
-  return array == _arrays.end() ? number : array->second.front();
+std::size_t MissingResultCalculator::leaderOf(std::size_t index) const {
+  auto const array = _arrays.find(_missing[index].formula);
+  return array == _arrays.end() ? index : array->second.front();
 }
 
 template <class Visit>
-void MissingResultCalculator::forEachCellOf(std::size_t number, Visit const& visit) const {
-  auto const array = _arrays.find(_missing[number].formula);
+void MissingResultCalculator::forEachCellOf(std::size_t index, Visit const& visit) const {
+  auto const array = _arrays.find(_missing[index].formula);
   if (array == _arrays.end()) {
-    visit(number);
+    visit(index);
   } else {
     std::ranges::for_each(array->second, visit);
   }
 }
 
-FormulaSource const& MissingResultCalculator::sourceOf(std::size_t number) const noexcept {
-  return _formulas[_missing[number].formula];
+FormulaSource const& MissingResultCalculator::sourceOf(std::size_t index) const noexcept {
+  return _formulas[_missing[index].formula];
 }
 
-MissingResultCalculator::ExprPtr MissingResultCalculator::parse(std::size_t number) {
-  FormulaSource const& source = sourceOf(number);
-  ExprPtr& shared = _sharedExprs[_missing[number].formula];
+MissingResultCalculator::ExprPtr MissingResultCalculator::parse(std::size_t index) {
+  FormulaSource const& source = sourceOf(index);
+  ExprPtr& shared = _sharedExprs[_missing[index].formula];
   if (shared) {
     return shared;
   }
@@ -291,18 +294,18 @@ MissingResultCalculator::ExprPtr MissingResultCalculator::parse(std::size_t numb
   return expr;
 }
 
-MissingResultCalculator::Placed MissingResultCalculator::place(std::size_t number) {
-  FormulaSource const& source = sourceOf(number);
-  MissingResult const& missing = _missing[number];
+MissingResultCalculator::Placed MissingResultCalculator::place(std::size_t index) {
+  FormulaSource const& source = sourceOf(index);
+  MissingResult const& missing = _missing[index];
   auto const indices = source.isArray
                            ? boost::make_optional(FormulaModel::ArrayFormulaIndices{0, 0})
                            : boost::optional<FormulaModel::ArrayFormulaIndices>();
-  DOM::Table const& table = *_state.document.getSheets()[missing.sheet].table;
+  DOM::Table const& table = *_document.getSheets()[missing.sheet].table;
   CellIndex const cell = missing.getPlace();
-  // All cells of an array have the formula of its first.
+  // All cells of an array have the formula of its first cell.
   CellIndex const seenFrom = source.isArray ? source.place : cell;
   return {
-      parse(number), distance(source.place.getColumn().get(), seenFrom.getColumn().get()),
+      parse(index), distance(source.place.getColumn().get(), seenFrom.getColumn().get()),
       distance(source.place.getRow().get(), seenFrom.getRow().get()),
       Formulas::Context(_provider.getTableContext(table), cell.getRow(), cell.getColumn(), indices,
                         table.getRowID(missing.row), table.getColumnID(missing.column))};

@@ -9,27 +9,28 @@
 #include <vector>
 
 #include "Utils/CellIndex.h"
-#include "workbook/Read/LoadState.h"
+#include "workbook/Document.h"
 
 namespace Zorv::Workbook {
 
-/// Why the result of a formula is missing, or not what it should be.
+/// Reason why a formula has no result, or a doubtful one.
 enum class Uncalculated : std::uint8_t {
   NoText,            ///< the file does not say what the formula is
-  Unreadable,        ///< the text is no formula; the detail is the parser's word
+  Unreadable,        ///< the text is no formula; the detail is the parser's message
   TooMuch,           ///< beyond the limit of what is calculated
-  Failed,            ///< the detail is the exception's word
+  Failed,            ///< the detail is the exception's message
   Circular,          ///< it needs its own result
   UnknownFunctions,  ///< the details are their names
 };
 
-/// Gathers the formulas that could not be calculated: one finding for each sheet and reason.
+/// Formulas that could not be calculated, as one finding for each sheet and reason.
 class UncalculatedReport {
 public:
   void add(std::size_t sheet, Uncalculated reason, CellIndex cell,
            std::vector<std::string> const& details);
 
-  void writeTo(LoadState& state) const;
+  /// Adds the findings to the document.
+  void writeTo(Document& document) const;
 
 private:
   struct Entry {

@@ -1,4 +1,4 @@
-#include "workbook/Package/Relationships.h"
+#include "workbook/Read/Relationships.h"
 
 #include <algorithm>
 #include <charconv>
