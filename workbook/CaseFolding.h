@@ -5,7 +5,7 @@
 
 namespace Zorv::Workbook {
 
-/// The text by which names that differ in case alone are found as one.
+/// Case-folded text: equal for names that differ only in letter case.
 [[nodiscard]] std::string foldCase(std::string_view text);
 
 }  // namespace Zorv::Workbook

@@ -21,24 +21,24 @@ namespace Zorv::Workbook {
 /// A name that stands for a formula (ISO/IEC 29500-1, 18.2.5).
 struct DefinedName {
   std::string name;
-  std::optional<std::size_t> sheet;  ///< the sheet that alone knows it; nothing for all sheets
+  std::optional<std::size_t> sheet;  ///< index of the only sheet that sees it; nothing: all sheets
   std::string formulaText;
-  /// Relative references as seen from the cell in row 0, column 0; nothing where the text is no
-  /// formula.
+  /// Parsed formula, with references relative to row 0, column 0; nothing if the text cannot be
+  /// parsed.
   std::optional<DOM::FormulaSyntaxTree::Expr> expr;
 };
 
 /// A workbook in memory.
 ///
-/// Sheets stand in the workbook's order, and that is the order of their tables' DocTableIndex.
-/// Movable; moving it keeps its tables, formats and styles where they are.
+/// Sheets are in the workbook's order; a sheet's index is its table's DocTableIndex. Moving a
+/// document does not move its tables, formats and styles in memory.
 /// Threads: const members may run concurrently.
 class Document {
 public:
   [[nodiscard]] std::vector<Sheet> const& getSheets() const noexcept { return _sheets; }
   [[nodiscard]] std::vector<Sheet>& getSheets() noexcept { return _sheets; }
 
-  /// The sheet of that name, without regard to case, or nothing.
+  /// Index of the sheet of that name, ignoring letter case; nothing if there is none.
   [[nodiscard]] std::optional<std::size_t> findSheet(std::string const& name) const;
 
   /// The named styles that the conditional formats refer to: one for each differential format.
@@ -49,7 +49,7 @@ public:
   [[nodiscard]] DOM::SharedObjectFactory const& getCellStyleFactory() const noexcept {
     return *_cellStyleFactory;
   }
-  /// The style of cells that have none of their own; may be null.
+  /// The style of cells without a style of their own; may be null.
   [[nodiscard]] DOM::SharedCellStylePtr const& getDefaultCellStyle() const noexcept {
     return _defaultCellStyle;
   }
@@ -57,7 +57,7 @@ public:
     _defaultCellStyle = std::move(style);
   }
 
-  /// How the numbers of this workbook count days.
+  /// The date system of the workbook's serial numbers.
   [[nodiscard]] OfficeUtils::DateSystem getDateSystem() const noexcept { return _dateSystem; }
   void setDateSystem(OfficeUtils::DateSystem dateSystem) noexcept { _dateSystem = dateSystem; }
 

@@ -23,7 +23,7 @@ private:
   FormulaModel::DocTableIndex _index;
 };
 
-/// The value under a name without regard to case, or null.
+/// The value of a case-folded name, or null.
 template <class Values>
 auto const* findByName(Values const& values,
                        std::unordered_map<std::string, std::size_t> const& places,

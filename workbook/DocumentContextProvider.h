@@ -19,7 +19,7 @@ namespace Zorv::Workbook {
 class DocumentContextProvider final : public Formulas::ContextProvider {
 public:
   /// `localeName` is a BCP 47 tag or an ICU name; the date system is the document's.
-  /// Throws BaseRuntimeError when no such locale is known.
+  /// Throws BaseRuntimeError for an unknown locale.
   DocumentContextProvider(Document const& document, std::string const& localeName,
                           DOM::TimeZone timeZone);
   ~DocumentContextProvider() override;

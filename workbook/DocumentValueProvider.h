@@ -14,14 +14,14 @@ namespace Zorv::Workbook {
 /// operations may run concurrently.
 class DocumentValueProvider final : public ConditionalFormatters::ValueContextProvider {
 public:
-  /// As DocumentContextProvider's.
+  /// See DocumentContextProvider.
   DocumentValueProvider(Document const& document, std::string const& localeName,
                         DOM::TimeZone timeZone);
   ~DocumentValueProvider() override;
   DocumentValueProvider(DocumentValueProvider const&) = delete;
   DocumentValueProvider& operator=(DocumentValueProvider const&) = delete;
 
-  /// The cell's value, and the empty value for a position without a cell.
+  /// The cell's value; the empty value for a position without a cell.
   [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override;
   [[nodiscard]] DOM::TimeZone const& getTimeZone() const override;
   [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override;

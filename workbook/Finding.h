@@ -4,12 +4,12 @@
 
 namespace Zorv::Workbook {
 
-/// Something in a file that was read another way than it was meant, or not at all. The members
-/// that do not apply are empty.
+/// Part of a file that was read in another way than the file means it, or not at all. Members that
+/// do not apply are empty.
 struct Finding {
   std::string part;   ///< the part of the file, such as `xl/worksheets/sheet1.xml`
   std::string sheet;  ///< the sheet's name
-  std::string range;  ///< a cell or areas of the sheet
+  std::string range;  ///< a cell or ranges of the sheet
   std::string message;
 };
 

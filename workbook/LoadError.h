@@ -6,10 +6,10 @@
 
 namespace Zorv::Workbook {
 
-/// A file that cannot be loaded: what is wrong with it, where, and what to do about it.
+/// Failure to load a file: what is wrong, where, and what to do about it.
 ///
-/// what() is one line: `FILE: PART: PLACE: PROBLEM`, without the part or the place where the
-/// problem is one of the whole file.
+/// what() is one line, `FILE: PART: PLACE: PROBLEM`. Part and place are left out if the problem
+/// concerns the whole file.
 class LoadError : public BaseRuntimeError {
 public:
   LoadError(std::string file, std::string part, std::string place, std::string problem);
@@ -22,7 +22,7 @@ public:
   [[nodiscard]] std::string const& getPart() const noexcept { return _part; }
   /// A cell, an element or a position in the part; may be empty.
   [[nodiscard]] std::string const& getPlace() const noexcept { return _place; }
-  /// What is wrong and, where something can be done about it, what.
+  /// What is wrong and, if something can be done about it, what.
   [[nodiscard]] std::string const& getProblem() const noexcept { return _problem; }
 
 private:

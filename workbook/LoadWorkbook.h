@@ -12,21 +12,22 @@ namespace Zorv::Workbook {
 
 struct LoadOptions {
   Limits limits;
-  /// For the formulas whose results the file does not have: a BCP 47 tag or an ICU name, and the
-  /// zone in which they read the clock.
+  /// Locale (a BCP 47 tag or an ICU name) and time zone in which formulas without results are
+  /// calculated.
   std::string localeName = "en-US";
   DOM::TimeZone timeZone;
 };
 
 /// Reads an .xlsx or .xlsm workbook (ISO/IEC 29500, transitional or strict).
 ///
-/// The file is only read, and closed before the operation returns. A rule that cannot be resolved
-/// is kept with its reason, and the others go on; see Rule. Results of formulas are taken as the
-/// file has them; those that it does not have are calculated. Throws LoadError where the file is
-/// damaged, encrypted, no workbook, or beyond the limits, and BaseRuntimeError for an unknown
-/// locale.
-/// Cost: linear in the unpacked size; sheets are streamed, so memory follows the cells. Results
-/// that are missing cost what their formulas cost, up to a limit.
+/// The file is never changed, and closed before the function returns. A rule that cannot be
+/// resolved is kept with its reason; see Rule. The results of formulas are taken from the file;
+/// those that are missing are calculated.
+///
+/// Throws LoadError if the file is damaged, encrypted, not a workbook, or beyond the limits, and
+/// BaseRuntimeError for an unknown locale. Cost: linear in the unpacked size. Sheets are streamed,
+/// so memory grows with the number of cells. Missing results cost what their formulas cost, up to a
+/// limit.
 [[nodiscard]] Document loadWorkbook(std::filesystem::path const& file,
                                     LoadOptions const& options = {});
 

@@ -12,7 +12,7 @@
 
 namespace Zorv::Workbook {
 
-/// How some neighbouring columns look.
+/// Appearance of adjacent columns.
 struct ColumnLayout {
   unsigned long first = 0;
   unsigned long end = 0;  ///< the column after the last
@@ -22,7 +22,7 @@ struct ColumnLayout {
   DOM::SharedCellStylePtr style;  ///< of positions without a cell; may be null
 };
 
-/// How one row looks.
+/// Appearance of a row.
 struct RowLayout {
   unsigned long row = 0;
   std::optional<double> height;  ///< in points
@@ -30,7 +30,7 @@ struct RowLayout {
   DOM::SharedCellStylePtr style;  ///< of positions without a cell; may be null
 };
 
-/// What a picture of a sheet needs besides its cells.
+/// Appearance of a sheet besides its cells.
 struct SheetLayout {
   std::optional<double> defaultColumnWidth;  ///< in widths of the digit 0 of the default font
   std::optional<double> defaultRowHeight;    ///< in points
@@ -44,16 +44,16 @@ struct SheetLayout {
 /// One sheet of a document.
 struct Sheet {
   std::string name;
-  /// Where in the file it stands, such as `xl/worksheets/sheet1.xml`.
+  /// Its part in the file, such as `xl/worksheets/sheet1.xml`.
   std::string part;
-  /// Never null. A sheet that is no worksheet (one that holds a chart alone) has an empty table.
+  /// Never null. A sheet that is not a worksheet (a chart sheet) has an empty table.
   std::unique_ptr<DOM::Table> table;
   bool isWorksheet = true;
   bool hidden = false;
-  /// Whether the sheet is marked as not to calculate its conditional formats anew
+  /// The file asks not to recalculate the sheet's conditional formats
   /// (`enableFormatConditionsCalculation`, ISO/IEC 29500-1, 18.3.1.82). They are resolved all the
-  /// same: the mark keeps thresholds from being updated while values change, and here nothing was
-  /// calculated before.
+  /// same: the flag keeps earlier thresholds while values change, and here there are no earlier
+  /// ones.
   bool conditionalFormatsSwitchedOff = false;
   SheetLayout layout;
 };

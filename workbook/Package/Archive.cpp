@@ -31,7 +31,7 @@ std::string toKey(std::string_view part) {
                               reason));
 }
 
-/// The unpacked bytes of one part, counted against the limits.
+/// Unpacked bytes of one part, counted against the limits.
 class PartSource final : public ByteSource {
 public:
   PartSource(zip_file_t* file, std::string name, std::uint64_t packedBytes, PartUse use,

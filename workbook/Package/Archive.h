@@ -14,20 +14,20 @@ struct zip;
 
 namespace Zorv::Workbook {
 
-/// How a part is read, which decides the limit of its size.
+/// Use of a part, which decides the limit of its size.
 enum class PartUse : std::uint8_t {
-  Whole,     ///< kept in memory as a whole
+  Whole,     ///< held in memory as a whole
   Streamed,  ///< read piece by piece
 };
 
-/// The parts of a file that is a zip archive.
+/// Zip archive of the parts of a workbook file.
 ///
-/// Part names are paths without a leading slash; letter case does not matter, and archives that
-/// part folders with backslashes are read, too. Streams that open() returned must not outlive the
-/// archive. Threads: exclusive access only.
+/// Part names are paths without a leading slash; letter case does not matter, and backslashes in
+/// the archive count as slashes. Streams that open() returned must not outlive the archive.
+/// Threads: exclusive access only.
 class Archive {
 public:
-  /// Throws PartError where the file is no archive, or damaged, or beyond the limits.
+  /// Throws PartError if the file is not an archive, damaged, or beyond the limits.
   Archive(std::filesystem::path const& file, Limits const& limits);
   ~Archive();
   Archive(Archive const&) = delete;
@@ -35,9 +35,9 @@ public:
 
   [[nodiscard]] bool has(std::string_view part) const;
 
-  /// The unpacked bytes of a part. Reading them throws PartError where the part is damaged or
-  /// unpacks to more than the limits allow.
-  /// Throws PartError where there is no such part, or where it is encrypted.
+  /// The unpacked bytes of a part. Throws PartError if there is no such part, or if it is
+  /// encrypted. Reading the stream throws PartError if the part is damaged or unpacks to more than
+  /// the limits allow.
   [[nodiscard]] std::unique_ptr<ByteSource> open(std::string_view part, PartUse use);
 
 private:

@@ -5,7 +5,7 @@
 
 namespace Zorv::Workbook {
 
-/// A stream of bytes, read once from its beginning to its end.
+/// Stream of bytes that can be read once.
 class ByteSource {
 public:
   ByteSource() = default;
@@ -13,11 +13,11 @@ public:
   ByteSource& operator=(ByteSource const&) = delete;
   virtual ~ByteSource() = default;
 
-  /// Reads up to `size` bytes, at least one unless the stream has ended; returns how many.
-  /// Throws PartError where the stream is damaged.
+  /// Reads up to `size` bytes, at least one unless the stream has ended, and returns their number.
+  /// Throws PartError if the stream is damaged.
   virtual std::size_t read(char* bytes, std::size_t size) = 0;
 
-  /// The part that is read, for messages.
+  /// Name of the part, for messages.
   [[nodiscard]] virtual std::string const& getName() const noexcept = 0;
 };
 

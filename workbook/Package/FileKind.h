@@ -4,8 +4,8 @@
 
 namespace Zorv::Workbook {
 
-/// Throws PartError for a file that can be told from its first bytes to be no archive, with what it
-/// is in place of one: an encrypted workbook, a binary workbook of the older kind, a text.
+/// Throws PartError if the first bytes of a file show that it is not an archive. The message names
+/// what it is: an encrypted workbook, a binary workbook of the older kind, a text.
 void refuseForeignFile(std::filesystem::path const& file);
 
 }  // namespace Zorv::Workbook

@@ -21,7 +21,7 @@ FormulaValue numberValue(double number) { return FormulaModel::FormulaNumber{Flo
 
 FormulaValue textValue(std::string text) { return FormulaModel::FormulaString{std::move(text)}; }
 
-/// Errors of later programs than the value model knows count as `#VALUE!`.
+/// Error codes that the value model does not have become `#VALUE!`.
 FormulaValue errorValue(std::string_view text) {
   return FormulaModel::FormulaError{FormulaModel::parseErrorCode(trimXmlSpaces(text))
                                         .value_or(FormulaModel::FormulaErrorCode::Value)};
@@ -77,7 +77,7 @@ CellIndex CellReader::findPlace() {
   return {RowIndex(_row), ColumnIndex(_nextColumn)};
 }
 
-/// The first style is what cells have that name none, and so no style of their own.
+/// Cells that name no style have the first one, which is not kept with each of them.
 DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
   auto const text = _reader.getAttribute("s");
   if (!text || *text == "0") {
@@ -190,8 +190,8 @@ FormulaValue CellReader::interpret(CellIndex place) {
   return number ? numberValue(*number) : refuse(place, isDate ? "no date" : "no number");
 }
 
-/// A formula's result that is no number. Some writers give errors as texts; a formula that yields
-/// the text of an error is far rarer than they are.
+/// A formula's result that is not a number. Some writers store errors as texts; formulas whose
+/// result is such a text are far rarer.
 FormulaValue CellReader::interpretResult() const {
   auto const error = _content.hasFormula ? FormulaModel::parseErrorCode(_content.value)
                                          : boost::optional<FormulaModel::FormulaErrorCode>();
@@ -211,12 +211,12 @@ FormulaValue CellReader::interpretShared(CellIndex place) {
   return textValue(_sharedStrings[static_cast<std::size_t>(*number)]);
 }
 
-/// A value that is not of its type: the cell stays empty.
+/// A value that does not fit its type: the cell stays empty.
 FormulaValue CellReader::refuse(CellIndex place, std::string_view what) {
   constexpr std::size_t shownSize = 40;
   _state.document.addFinding({_sheet.part, _sheet.name, toAddress(place),
-                 fmt::format("the value \"{}\" is {}; the cell is read as empty",
-                             _content.value.substr(0, shownSize), what)});
+                              fmt::format("the value \"{}\" is {}; the cell is read as empty",
+                                          _content.value.substr(0, shownSize), what)});
   return {};
 }
 

@@ -14,24 +14,24 @@
 
 namespace Zorv::Workbook {
 
-/// Reads the cells of one sheet into its table, row by row as they come.
+/// Reader of one sheet's cells, row by row, into its table.
 class CellReader {
 public:
   /// Borrows everything.
   CellReader(LoadState& state, std::vector<std::string> const& sharedStrings,
              StylesReader const& styles, std::size_t sheet, XmlReader& reader);
 
-  /// At the start of a `row` element: the row's position. Rows without a number follow one another.
-  /// Throws PartError for a row outside the sheet.
+  /// At the start of a `row` element: sets the row's position. A row without a number follows the
+  /// one before it. Throws PartError for a row outside the sheet.
   unsigned long beginRow();
 
-  /// After the start of a `c` element (ISO/IEC 29500-1, 18.3.1.4): reads on to its end. Cells
-  /// without a reference follow one another. Throws PartError for a cell outside the sheet, and
-  /// for one that refers to a text that the workbook does not have.
+  /// After the start of a `c` element (ISO/IEC 29500-1, 18.3.1.4): reads up to its end. A cell
+  /// without a reference follows the one before it. Throws PartError for a cell outside the sheet,
+  /// and for a shared string that the workbook does not have.
   void readCell();
 
 private:
-  /// What a cell element holds, before it is known what it means.
+  /// Contents of a cell element before they are interpreted.
   struct Content {
     std::string type;
     std::string value;

@@ -20,7 +20,7 @@ constexpr DOM::Colour colourOf(std::uint32_t rgb) noexcept {
 constexpr DOM::Colour ink = colourOf(0x000000);
 constexpr DOM::Colour paper = colourOf(0xFFFFFF);
 
-/// The first eight of the indexed colours, which stand twice.
+/// The first eight indexed colours, which the palette has twice.
 constexpr std::array<std::uint32_t, 8> basicColours{0x000000, 0xFFFFFF, 0xFF0000, 0x00FF00,
                                                     0x0000FF, 0xFFFF00, 0xFF00FF, 0x00FFFF};
 constexpr std::array<std::uint32_t, 48> furtherColours{
@@ -36,8 +36,7 @@ constexpr ThemeColours defaultTheme{colourOf(0xFFFFFF), colourOf(0x000000), colo
                                     colourOf(0x9BBB59), colourOf(0x8064A2), colourOf(0x4BACC6),
                                     colourOf(0xF79646), colourOf(0x0000FF), colourOf(0x800080)};
 
-/// In the order of their numbers, which is not the order in theme parts: light and dark change
-/// places.
+/// By their index, which is not the order in theme parts: light and dark are swapped.
 constexpr std::array<char const*, 12> themeNames{
     "a:lt1",     "a:dk1",     "a:lt2",     "a:dk2",     "a:accent1", "a:accent2",
     "a:accent3", "a:accent4", "a:accent5", "a:accent6", "a:hlink",   "a:folHlink"};
@@ -105,7 +104,7 @@ std::optional<DOM::Colour> Palette::read(pugi::xml_node element, AutomaticColour
   } else if (auto const rgb = parseColour(element.attribute("rgb").value())) {
     colour = rgb;
   } else if (auto const index = parseInteger(element.attribute("indexed").value())) {
-    // The two numbers after the palette are the system's colours of text and of windows.
+    // The two indices after the palette are the system's colours of text and of windows.
     bool const known = *index >= 0 && static_cast<std::size_t>(*index) < _indexed.size();
     colour = known ? _indexed.at(static_cast<std::size_t>(*index))
                    : (automatic == AutomaticColour::Ink ? ink : paper);

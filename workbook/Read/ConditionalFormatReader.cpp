@@ -19,13 +19,13 @@ namespace Zorv::Workbook {
 
 namespace {
 
-/// The name without the prefix that a tree gives to other namespaces than the main one.
+/// The name without the prefix of its namespace.
 std::string_view localName(pugi::xml_node node) noexcept {
   std::string_view const name = node.name();
   return name.substr(name.find(':') + 1);
 }
 
-/// The formulas that stand in a rule directly: `formula`, or `xm:f` in the extension list.
+/// The formulas directly in a rule: `formula`, or `xm:f` in the extension list.
 std::vector<std::string> readFormulas(pugi::xml_node rule) {
   std::vector<std::string> formulas;
   for (pugi::xml_node const child : rule) {
@@ -122,7 +122,7 @@ std::unique_ptr<DOM::ConditionalFormat const> ConditionalFormatReader::makeForma
                                                         findStyle(element, rule), rule.stopIfTrue);
 }
 
-/// A rule that names no differential format styles nothing.
+/// The nil identity for a rule without a differential format, which sets no style.
 UUID ConditionalFormatReader::findStyle(pugi::xml_node element, Rule const& rule) {
   if (pugi::xml_node const inlineFormat =
           element.find_child([](pugi::xml_node child) { return localName(child) == "dxf"; })) {
@@ -139,10 +139,11 @@ UUID ConditionalFormatReader::findStyle(pugi::xml_node element, Rule const& rule
                          : UUID();
   if (style.isEmpty()) {
     Sheet const& sheet = _state.document.getSheets()[_sheet];
-    _state.document.addFinding({sheet.part, sheet.name, rule.rangeText,
-                   fmt::format("rule {} refers to the differential format \"{}\", which the file "
-                               "does not have; it styles nothing",
-                               rule.number, number.value())});
+    _state.document.addFinding(
+        {sheet.part, sheet.name, rule.rangeText,
+         fmt::format("rule {} refers to the differential format \"{}\", which the file "
+                     "does not have; it styles nothing",
+                     rule.number, number.value())});
   }
   return style;
 }

@@ -12,7 +12,7 @@
 
 namespace Zorv::Workbook {
 
-/// Collects the conditional-formatting rules of one sheet.
+/// Reader of one sheet's conditional-formatting rules.
 class ConditionalFormatReader {
 public:
   /// Borrows everything.
@@ -25,13 +25,12 @@ public:
 
   /// After the last element: gives the conditional formats to the sheet's table, by priority.
   ///
-  /// The smallest number comes first; rules of the same number stand as in the file. A number is
-  /// taken as it is written, 0 and below included. A rule without one comes after those that have
-  /// one: what says nothing of its rank does not push in front of what does.
+  /// The smallest priority comes first; rules of equal priority keep the order of the file. 0 and
+  /// negative priorities are taken as written. Rules without a priority come last.
   void finish();
 
 private:
-  /// A conditional format on its way to the table.
+  /// A conditional format that is not in the table yet.
   struct Entry {
     std::size_t rule;
     std::unique_ptr<DOM::ConditionalFormat const> format;

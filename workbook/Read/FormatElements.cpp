@@ -96,7 +96,7 @@ constexpr std::array fillPatterns{
     NamedValue<FillPattern>{"gray125", FillPattern::Gray125},
     NamedValue<FillPattern>{"gray0625", FillPattern::Gray0625}};
 
-/// What an element that is there says by its `val`, which may be left out.
+/// Value of an element's `val`, which is true if it is left out.
 std::optional<bool> readSwitch(pugi::xml_node element) {
   if (!element) {
     return std::nullopt;
@@ -111,8 +111,8 @@ std::optional<unsigned> readCount(pugi::xml_attribute attribute) {
                                                  : std::nullopt;
 }
 
-/// In degrees, counter-clockwise; files count clockwise ones from 91 on. Stacked letters (255) are
-/// no rotation.
+/// In degrees, counter-clockwise; files write clockwise ones as 91 and above. Stacked letters (255)
+/// are not a rotation.
 std::optional<int> readRotation(pugi::xml_attribute attribute) {
   auto const rotation = parseInteger(attribute.value());
   if (!rotation || *rotation < 0 || *rotation > 180) {
@@ -121,7 +121,7 @@ std::optional<int> readRotation(pugi::xml_attribute attribute) {
   return static_cast<int>(*rotation <= 90 ? *rotation : 90 - *rotation);
 }
 
-/// A line without a style leaves the line of the cell as it is.
+/// A line without a style does not change the cell's line.
 std::optional<DOM::BorderLine> readLine(pugi::xml_node line, Palette const& palette) {
   auto const style = findNamed(lineStyles, line.attribute("style").value());
   if (!style) {
@@ -130,13 +130,13 @@ std::optional<DOM::BorderLine> readLine(pugi::xml_node line, Palette const& pale
   return DOM::BorderLine{*style, palette.read(line.child("color"), AutomaticColour::Ink)};
 }
 
-/// Strict documents name the sides by the direction of writing.
+/// Strict documents name the sides by the writing direction.
 pugi::xml_node findSide(pugi::xml_node border, char const* side, char const* strictSide) {
   pugi::xml_node const found = border.child(side);
   return found ? found : border.child(strictSide);
 }
 
-/// A gradient is shown by its first colour.
+/// A gradient becomes a solid fill of its first colour.
 void readGradient(pugi::xml_node gradient, Palette const& palette, DOM::CellProps& props) {
   if (auto const colour =
           palette.read(gradient.child("stop").child("color"), AutomaticColour::Paper)) {
@@ -229,7 +229,7 @@ void readDifferentialFill(pugi::xml_node fill, Palette const& palette, DOM::Cell
   auto const foreground = palette.read(pattern.child("fgColor"), AutomaticColour::Ink);
   auto const background = palette.read(pattern.child("bgColor"), AutomaticColour::Paper);
   if (kind.value_or(FillPattern::Solid) == FillPattern::Solid) {
-    // Writers that take it for a cell's fill put the colour in the foreground alone.
+    // Some writers put the colour in the foreground, as in a cell format's fill.
     auto const colour = background ? background : foreground;
     props.fillPattern = colour ? std::optional(FillPattern::Solid) : kind;
     props.fillColour = colour;

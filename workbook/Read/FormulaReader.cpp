@@ -10,7 +10,7 @@ namespace Zorv::Workbook {
 
 namespace {
 
-/// The cells that belong to an array formula, where it has several: it stands in the first.
+/// The cells of an array formula in its first cell, if there are several.
 std::optional<TableRange> findArea(std::string_view reference, CellIndex place) noexcept {
   auto const area = parseRange(reference);
   bool const hasSeveralCells =
@@ -29,7 +29,7 @@ void FormulaReader::read(CellIndex place) {
   _lastGroup = type == "shared" ? _reader.getAttribute("si").value_or("") : "";
   bool const isTable = type == "dataTable";
   std::string text = _reader.readElementText();
-  // What a data table writes is no formula.
+  // The text of a data table is not a formula.
   _last = {{isTable ? std::string() : std::move(text), place, !_lastGroup.empty(), isArray, area},
            std::nullopt};
   if (!_lastGroup.empty() && !_last.source.text.empty()) {
@@ -37,7 +37,7 @@ void FormulaReader::read(CellIndex place) {
   }
 }
 
-/// Cells of a group that have no formula of their own share that of the group's first cell.
+/// Cells of a group without a formula of their own share that of the group's first cell.
 FormulaReader::Formula& FormulaReader::findFormula() {
   auto const shared = _lastGroup.empty() ? _shared.end() : _shared.find(_lastGroup);
   return shared == _shared.end() ? _last : shared->second;

@@ -11,18 +11,17 @@
 
 namespace Zorv::Workbook {
 
-/// Reads the formulas of one sheet's cells, and keeps those that are needed because the file lacks
-/// their results.
+/// Reader of one sheet's formulas; keeps those without results in the file.
 class FormulaReader {
 public:
   /// Borrows everything.
   FormulaReader(LoadState& state, std::size_t sheet, XmlReader& reader) noexcept
       : _state(state), _sheet(sheet), _reader(reader) {}
 
-  /// After the start of an `f` element (ISO/IEC 29500-1, 18.3.1.40): reads on to its end.
+  /// After the start of an `f` element (ISO/IEC 29500-1, 18.3.1.40): reads up to its end.
   void read(CellIndex place);
 
-  /// The cell whose formula was read last has no result.
+  /// Notes that the cell whose formula was read last has no result.
   void addMissingResult(CellIndex place);
 
 private:
@@ -38,8 +37,8 @@ private:
   std::size_t _sheet;
   XmlReader& _reader;
   Formula _last;
-  std::string _lastGroup;  ///< of the shared formula; empty where the last one is not shared
-  std::map<std::string, Formula, std::less<>> _shared;  ///< by the names of their groups
+  std::string _lastGroup;  ///< of the last formula; empty if it is not shared
+  std::map<std::string, Formula, std::less<>> _shared;  ///< by the name of the group
 };
 
 }  // namespace Zorv::Workbook

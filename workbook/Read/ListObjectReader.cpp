@@ -20,8 +20,9 @@ void readListObject(LoadState& state, std::string const& part, std::size_t sheet
   char const* const name = (displayName ? displayName : table.attribute("name")).value();
   auto const range = parseRange(table.attribute("ref").value());
   if (!range) {
-    state.document.addFinding({part, state.document.getSheets()[sheet].name, table.attribute("ref").value(),
-                  fmt::format("the table \"{}\" has no range of the sheet; it is left out", name)});
+    state.document.addFinding(
+        {part, state.document.getSheets()[sheet].name, table.attribute("ref").value(),
+         fmt::format("the table \"{}\" has no range of the sheet; it is left out", name)});
     return;
   }
   Formulas::ListObject listObject;

@@ -8,7 +8,7 @@
 namespace Zorv::Workbook {
 
 /// Reads a table part (ISO/IEC 29500-1, 18.5.1.2) of a sheet into the document's list objects.
-/// Throws PartError where the part is damaged; a table without a usable range is reported.
+/// Throws PartError if the part is damaged; a table without a usable range becomes a finding.
 void readListObject(LoadState& state, std::string const& part, std::size_t sheet);
 
 }  // namespace Zorv::Workbook

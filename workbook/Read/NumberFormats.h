@@ -7,14 +7,14 @@
 
 namespace Zorv::Workbook {
 
-/// The number formats of a workbook by their numbers: the built-in ones (ISO/IEC 29500-1, 18.8.30,
-/// in the American form) and its own.
+/// Number formats of a workbook by their identifiers: the built-in ones (ISO/IEC 29500-1, 18.8.30,
+/// in their American form) and its own.
 class NumberFormats {
 public:
-  /// Adds the `numFmt` elements under a node; they replace built-in ones of the same number.
+  /// Adds the `numFmt` elements under a node; they replace built-in ones of the same identifier.
   void add(pugi::xml_node numFmts);
 
-  /// The code of a format, or the empty text for an unknown number.
+  /// The code of a format; empty for an unknown identifier.
   [[nodiscard]] std::string findCode(long number) const;
 
 private:

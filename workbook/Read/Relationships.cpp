@@ -21,7 +21,7 @@ std::string relationshipsPartOf(std::string_view part) {
   return std::string(folder) + "_rels/" + std::string(part.substr(folder.size())) + ".rels";
 }
 
-/// Replaces %HH.
+/// Decodes `%HH`.
 std::string decodePercent(std::string_view text) {
   std::string decoded;
   for (std::size_t at = 0; at < text.size(); ++at) {

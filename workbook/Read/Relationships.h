@@ -9,21 +9,21 @@
 
 namespace Zorv::Workbook {
 
-/// A pointer from one part to another (ISO/IEC 29500-2, 9.3).
+/// Reference of one part to another (ISO/IEC 29500-2, 9.3).
 struct Relationship {
   std::string id;
-  std::string kind;    ///< the last word of its type: "worksheet", "styles", ...
-  std::string target;  ///< the part that it points to, without a leading slash
+  std::string kind;    ///< last segment of its type: "worksheet", "styles", ...
+  std::string target;  ///< the part that it refers to, without a leading slash
 };
 
-/// The relationships of one part to others of the same file.
+/// Relationships of one part to others of the same file.
 class Relationships {
 public:
-  /// Reads those of a part, or, for the empty name, those of the whole package. A part without any
-  /// has none. Throws PartError where they are damaged.
+  /// Reads the relationships of a part or, for the empty name, of the package. Throws PartError if
+  /// they are damaged.
   Relationships(Archive& archive, std::string_view part, Limits const& limits);
 
-  /// The relationship of that identity, or null.
+  /// The relationship with that identifier, or null.
   [[nodiscard]] Relationship const* find(std::string_view id) const noexcept;
   /// The first relationship of that kind, or null.
   [[nodiscard]] Relationship const* findKind(std::string_view kind) const noexcept;
@@ -32,7 +32,7 @@ private:
   std::vector<Relationship> _relationships;
 };
 
-/// The part that a relationship's target means, seen from the part that has the relationship.
+/// Resolves a relationship's target, which is relative to the part that has the relationship.
 [[nodiscard]] std::string resolveTarget(std::string_view part, std::string_view target);
 
 }  // namespace Zorv::Workbook

@@ -26,7 +26,7 @@ using DOM::TextConditionalFormatType;
 using DOM::UnaryConditionalFormatType;
 using DOM::FormulaSyntaxTree::Expr;
 
-/// A rule element and the formulas in it.
+/// Rule element with its formulas.
 struct RuleElement {
   pugi::xml_node element;
   std::vector<std::string> const& formulas;
@@ -85,7 +85,7 @@ ConditionalFormatOperator makeText(TextConditionalFormatType type, std::string c
   return DOM::TextConditionalFormatOperator(type, std::make_unique<Expr>(parseFormula(needle)));
 }
 
-/// A comparison of texts under `cellIs`: its formula is the text.
+/// A text comparison written as `cellIs`: its formula is the text.
 template <TextConditionalFormatType type>
 ConditionalFormatOperator readTextComparison(RuleElement const& rule) {
   if (!rule.hasFormula(0)) {
@@ -94,10 +94,9 @@ ConditionalFormatOperator readTextComparison(RuleElement const& rule) {
   return makeText(type, rule.formulas[0]);
 }
 
-/// The text stands in the `text` attribute. Where it is given by a reference, that attribute is
-/// missing or repeats the reference, and the rule's formula says where the text is; the later form
-/// of the rule gives the reference as a second formula. A formula that is of no known shape decides
-/// by itself.
+/// The text is in the `text` attribute. If the rule refers to a cell for it, the attribute is
+/// missing or repeats the reference, and the formula contains it; the later form of the rule has
+/// the reference as a second formula. A formula of any other shape becomes the condition.
 template <TextConditionalFormatType type>
 ConditionalFormatOperator readText(RuleElement const& rule) {
   std::string const formula = rule.hasFormula(0) ? rule.formulas[0] : std::string();
@@ -115,8 +114,8 @@ ConditionalFormatOperator readText(RuleElement const& rule) {
   return formulaIsTrue(parseFormula(formula));
 }
 
-/// Files state what counts as blank by a formula, for which a text of spaces is blank; it decides
-/// where it is there.
+/// Files define blank by a formula, which takes a text of spaces for blank. If it is there, it
+/// becomes the condition.
 template <NullaryConditionalFormatType type>
 ConditionalFormatOperator readBlanks(RuleElement const& rule) {
   if (rule.hasFormula(0)) {
@@ -148,7 +147,7 @@ ConditionalFormatOperator readTopBottom(RuleElement const& rule) {
                                                  rule.getFlag("percent", false));
 }
 
-/// No deviations at all are the plain average.
+/// A deviation of 0 means the plain average.
 ConditionalFormatOperator readAverage(RuleElement const& rule) {
   using Type = DOM::AboveAverageConditionalFormatType;
   bool const orEqual = rule.getFlag("equalAverage", false);

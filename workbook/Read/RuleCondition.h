@@ -10,16 +10,14 @@
 
 namespace Zorv::Workbook {
 
-/// A rule whose condition none of the seven kinds of condition can express, or that is damaged;
-/// what() is the reason in words.
+/// A rule that is damaged, or whose condition is none of the seven kinds; what() is the reason.
 class UnresolvedRule : public BaseRuntimeError {
 public:
   using BaseRuntimeError::BaseRuntimeError;
 };
 
-/// The condition of a `cfRule` element (ISO/IEC 29500-1, 18.3.1.10, and its later form) with the
-/// formulas that stand in it.
-/// Throws UnresolvedRule.
+/// Reads the condition of a `cfRule` element (ISO/IEC 29500-1, 18.3.1.10, and its later form) with
+/// its formulas. Throws UnresolvedRule.
 [[nodiscard]] DOM::ConditionalFormatOperator readCondition(
     pugi::xml_node rule, std::vector<std::string> const& formulas);
 

@@ -8,7 +8,8 @@ namespace Zorv::Workbook {
 
 namespace {
 
-/// After the start of a `t` element: its text. Spaces around it count only where xml:space says so.
+/// After the start of a `t` element: reads its text. Leading and trailing spaces count only with
+/// xml:space.
 std::string readText(XmlReader& reader) {
   bool const keepsSpaces = reader.keepsSpaces();
   std::string const text = reader.readElementText();

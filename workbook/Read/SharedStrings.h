@@ -7,11 +7,12 @@
 
 namespace Zorv::Workbook {
 
-/// Reads the workbook's table of texts (ISO/IEC 29500-1, 18.4.9), from its beginning.
+/// Reads the workbook's shared strings (ISO/IEC 29500-1, 18.4.9); the reader must be in front of
+/// them.
 [[nodiscard]] std::vector<std::string> readSharedStrings(XmlReader& reader);
 
-/// After the start of a text item (`si`, `is`): reads on to its end. The runs of rich text are
-/// joined; phonetic text is left out.
+/// After the start of a text item (`si`, `is`): reads up to its end. Runs of rich text are joined;
+/// phonetic text is skipped.
 [[nodiscard]] std::string readTextItem(XmlReader& reader);
 
 }  // namespace Zorv::Workbook

@@ -47,7 +47,7 @@ void SheetReader::read() {
   _conditionalFormats.finish();
 }
 
-/// Elements that are not listed are looked into for those that are.
+/// The contents of other elements are searched for those listed here.
 SheetReader::Handler SheetReader::findHandler(XmlReader const& reader) noexcept {
   static constexpr std::array entries{
       Entry{XmlNamespace::Spreadsheet, "c", &SheetReader::readCell},
@@ -120,7 +120,7 @@ void SheetReader::readMerge() {
     _sheet.layout.mergedRanges.push_back(*range);
   } else {
     _state.document.addFinding({_sheet.part, _sheet.name, std::string(reference),
-                   "the merged area is no range of the sheet; it is left out"});
+                                "the merged area is no range of the sheet; it is left out"});
   }
 }
 

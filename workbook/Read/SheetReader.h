@@ -5,23 +5,23 @@
 #include <string_view>
 #include <vector>
 
-#include "workbook/Read/Relationships.h"
 #include "workbook/Read/CellReader.h"
 #include "workbook/Read/ConditionalFormatReader.h"
 #include "workbook/Read/LoadState.h"
+#include "workbook/Read/Relationships.h"
 #include "workbook/Read/StylesReader.h"
 #include "workbook/Xml/XmlReader.h"
 
 namespace Zorv::Workbook {
 
-/// Reads one sheet's part (ISO/IEC 29500-1, 18.3.1.99) in one go, without keeping it in memory.
+/// Reader of one sheet's part (ISO/IEC 29500-1, 18.3.1.99); streams it.
 class SheetReader {
 public:
-  /// Borrows everything. `sheet` is the index of the sheet, whose name and part are known already.
+  /// Borrows everything. The sheet of that index must have its name and part already.
   SheetReader(LoadState& state, std::vector<std::string> const& sharedStrings, StylesReader& styles,
               std::size_t sheet, XmlReader& reader);
 
-  /// Throws PartError where the part is damaged or beyond the limits.
+  /// Throws PartError if the part is damaged or beyond the limits.
   void read();
 
 private:

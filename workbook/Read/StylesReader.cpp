@@ -21,14 +21,14 @@ std::vector<pugi::xml_node> listChildren(pugi::xml_node parent) {
   return children;
 }
 
-/// The element that an attribute of a cell format gives the number of; none where there is no such.
+/// The element whose index an attribute of a cell format gives; an empty node if there is none.
 pugi::xml_node pick(std::vector<pugi::xml_node> const& elements, pugi::xml_attribute number) {
   auto const index = parseInteger(number.value());
   bool const known = index && *index >= 0 && static_cast<std::size_t>(*index) < elements.size();
   return known ? elements[static_cast<std::size_t>(*index)] : pugi::xml_node();
 }
 
-/// An attribute of a cell format, or that of the format on which it is based.
+/// Attribute of a cell format, or of the format that it is based on.
 pugi::xml_attribute pickAttribute(pugi::xml_node format, pugi::xml_node base, char const* name) {
   pugi::xml_attribute const own = format.attribute(name);
   return own ? own : base.attribute(name);
@@ -105,9 +105,8 @@ void StylesReader::readIndexedColours(pugi::xml_node colours) {
   _palette.setIndexed(indexed);
 }
 
-/// A cell format's numbers are complete in themselves: programs write them out whatever the flags
-/// say by which the format on which it is based would come through. That one serves where a number
-/// is missing.
+/// A cell format's own indices are used whatever its `apply` flags say: programs write all of them.
+/// The format that it is based on supplies only those that are missing.
 DOM::CellStyle StylesReader::readCellFormat(pugi::xml_node format, Tables const& tables) const {
   pugi::xml_node const base = pick(tables.baseFormats, format.attribute("xfId"));
   DOM::RunProps run;

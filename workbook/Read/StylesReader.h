@@ -14,30 +14,30 @@
 
 namespace Zorv::Workbook {
 
-/// The styles of a workbook: those of its cells by their number, and the differential formats as
-/// named styles of the document.
+/// Reader of a workbook's styles: cell styles by index, and differential formats as named styles of
+/// the document.
 class StylesReader {
 public:
-  /// `styles` is borrowed and receives the named styles.
+  /// Borrows `styles`, which receives the named styles.
   StylesReader(ThemeColours const& theme, DOM::Styles& styles);
 
   /// Reads the tree of the styles part (ISO/IEC 29500-1, 18.8.39).
   void read(pugi::xml_node styleSheet, DOM::SharedObjectFactory const& factory);
 
-  /// The style of cells with that number, or null for a number that the workbook does not have.
-  /// Each number's style is one object.
+  /// The cell style of an index; null for an index that the workbook does not have. Each index has
+  /// one object.
   [[nodiscard]] DOM::SharedCellStylePtr const& getCellStyle(std::size_t number) const noexcept;
   [[nodiscard]] std::size_t getCellStyleCount() const noexcept { return _cellStyles.size(); }
 
-  /// The named style of that differential format, or the empty identity for a number that the
-  /// workbook does not have.
+  /// The named style of a differential format; the nil identity for an index that the workbook does
+  /// not have.
   [[nodiscard]] UUID getDifferentialStyle(std::size_t number) const noexcept;
 
   /// Adds a named style for a `dxf` element (ISO/IEC 29500-1, 18.8.14).
   UUID addDifferentialStyle(pugi::xml_node dxf, std::string name);
 
 private:
-  /// The tables that cell formats refer to by number.
+  /// The tables that cell formats refer to by index.
   struct Tables {
     std::vector<pugi::xml_node> fonts;
     std::vector<pugi::xml_node> fills;

@@ -14,8 +14,8 @@ char toUpper(char character) noexcept {
   return isLower ? static_cast<char>(character - 'a' + 'A') : character;
 }
 
-/// Takes a function's name with its opening parenthesis off the front of a formula, if it stands
-/// there.
+/// Removes a function's name and opening parenthesis from the front of a formula; false if they are
+/// not there.
 bool takeCall(std::string_view& formula, std::string_view name) noexcept {
   formula = trimXmlSpaces(formula);
   bool const matches =
@@ -26,8 +26,8 @@ bool takeCall(std::string_view& formula, std::string_view name) noexcept {
   return matches;
 }
 
-/// Where a character stands outside strings, quoted names and every kind of bracket; the size of
-/// the text where it does not.
+/// Position of a character outside strings, quoted names and brackets of any kind; the size of the
+/// text if there is none.
 std::size_t findOutside(std::string_view formula, char wanted) noexcept {
   char quote = '\0';
   int depth = 0;
@@ -64,7 +64,7 @@ std::optional<std::string> findSearched(std::string_view formula) {
   return comma == formula.size() ? std::nullopt : nonEmpty(formula.substr(0, comma));
 }
 
-/// What the beginning or the end of the cell's text is compared with.
+/// The text that the beginning or the end of the cell's text is compared with.
 std::optional<std::string> findCompared(std::string_view formula) {
   if (!takeCall(formula, "LEFT") && !takeCall(formula, "RIGHT")) {
     return std::nullopt;

@@ -22,7 +22,7 @@ std::optional<Number> parseWhole(std::string_view text) noexcept {
   return valid ? std::optional(number) : std::nullopt;
 }
 
-/// Takes digits and, where `after` is a character, that character off the front of a text.
+/// Removes digits and, unless `after` is NUL, that character from the front of a text.
 std::optional<unsigned> takeField(std::string_view& text, std::size_t digits, char after) noexcept {
   std::size_t const size = digits + (after == '\0' ? 0 : 1);
   unsigned number = 0;
@@ -70,7 +70,7 @@ std::optional<double> takeTime(std::string_view& text) noexcept {
   return (*hour * 3'600.0 + *minute * 60.0 + seconds) / secondsPerDay;
 }
 
-/// Whether nothing stands after a time but a shift from universal time.
+/// Whether a text is empty or an offset from universal time.
 bool isZone(std::string_view text) noexcept {
   return text.empty() || text == "Z" || text.starts_with('+') || text.starts_with('-');
 }

@@ -35,7 +35,7 @@ std::string findMainPart(LoadState& state) {
   return main->target;
 }
 
-/// Names that programs keep for themselves, such as those of print areas.
+/// Names that programs reserve, such as those of print areas.
 bool isReserved(std::string_view name) noexcept { return name.starts_with("_xlnm."); }
 
 }  // namespace
@@ -126,12 +126,13 @@ void WorkbookReader::addDefinedName(pugi::xml_node element) {
     auto const index = parseInteger(sheet.value());
     if (!index || *index < 0 ||
         static_cast<std::size_t>(*index) >= _state.document.getSheets().size()) {
-      _state.document.addFinding({_mainPart,
-                     {},
-                     {},
-                     fmt::format("the name \"{}\" belongs to a sheet that the workbook does not "
-                                 "have; it is left out",
-                                 name.name)});
+      _state.document.addFinding(
+          {_mainPart,
+           {},
+           {},
+           fmt::format("the name \"{}\" belongs to a sheet that the workbook does not "
+                       "have; it is left out",
+                       name.name)});
       return;
     }
     name.sheet = static_cast<std::size_t>(*index);
@@ -140,11 +141,12 @@ void WorkbookReader::addDefinedName(pugi::xml_node element) {
     name.expr = Formulas::parseExpr(name.formulaText);
   } catch (Formulas::FormulaParseError const& error) {
     if (!isReserved(name.name)) {
-      _state.document.addFinding({_mainPart,
-                     {},
-                     {},
-                     fmt::format("the name \"{}\" stands for \"{}\", which cannot be read: {}",
-                                 name.name, name.formulaText, error.what())});
+      _state.document.addFinding(
+          {_mainPart,
+           {},
+           {},
+           fmt::format("the name \"{}\" stands for \"{}\", which cannot be read: {}", name.name,
+                       name.formulaText, error.what())});
     }
   }
   _state.document.getDefinedNames().push_back(std::move(name));
@@ -186,10 +188,11 @@ std::string WorkbookReader::findPart(std::string_view kind) {
     return {};
   }
   if (!_state.archive.has(relationship->target)) {
-    _state.document.addFinding({relationship->target,
-                   {},
-                   {},
-                   "the part is missing from the file; the workbook is read without it"});
+    _state.document.addFinding(
+        {relationship->target,
+         {},
+         {},
+         "the part is missing from the file; the workbook is read without it"});
     return {};
   }
   return relationship->target;

@@ -5,19 +5,19 @@
 
 #include <pugixml.hpp>
 
-#include "workbook/Read/Relationships.h"
 #include "workbook/Read/LoadState.h"
+#include "workbook/Read/Relationships.h"
 #include "workbook/Read/StylesReader.h"
 
 namespace Zorv::Workbook {
 
-/// Reads a whole workbook, beginning with its main part (ISO/IEC 29500-1, 18.2.27).
+/// Reader of a whole workbook, from its main part (ISO/IEC 29500-1, 18.2.27) on.
 class WorkbookReader {
 public:
-  /// Borrows the state. Throws PartError where the archive holds no workbook.
+  /// Borrows the state. Throws PartError if the archive is not a workbook.
   explicit WorkbookReader(LoadState& state);
 
-  /// Throws PartError where a part is missing, damaged or beyond the limits.
+  /// Throws PartError if a part is missing, damaged or beyond the limits.
   void read();
 
 private:
@@ -30,8 +30,8 @@ private:
   void readStyles(StylesReader& styles);
   [[nodiscard]] std::vector<std::string> readSharedStrings();
 
-  /// The part of that kind to which the workbook points, or the empty text where there is none; one
-  /// that is missing is reported.
+  /// The part of that kind that the workbook refers to; empty if there is none. A part that is
+  /// missing from the archive becomes a finding.
   [[nodiscard]] std::string findPart(std::string_view kind);
 
   LoadState& _state;

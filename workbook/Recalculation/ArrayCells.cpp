@@ -27,7 +27,7 @@ std::uint64_t addCellsOf(TableRange const& area, MissingResult const& first,
         continue;
       }
       missing.cells.push_back({first.sheet, static_cast<std::uint32_t>(column),
-                                      static_cast<std::uint32_t>(row), first.formula});
+                               static_cast<std::uint32_t>(row), first.formula});
     }
   }
   return newCellCount;

@@ -28,8 +28,8 @@ bool isNameError(FormulaValue const& value) noexcept {
   return error != nullptr && error->code == FormulaModel::FormulaErrorCode::Name;
 }
 
-/// Takes the value of one cell out of a formula's result. The first value of an array belongs to the
-/// cell `origin`.
+/// Takes the value of one cell out of a formula's result. The first value of an array belongs to
+/// the cell `origin`.
 class OneValue : public boost::static_visitor<FormulaValue> {
 public:
   OneValue(DocumentContextProvider const& provider, CellIndex place, CellIndex origin) noexcept
@@ -94,8 +94,7 @@ int distance(unsigned long from, unsigned long to) noexcept {
 
 }  // namespace
 
-MissingResultCalculator::MissingResultCalculator(Document& document,
-                                                 FormulasWithoutResults missing,
+MissingResultCalculator::MissingResultCalculator(Document& document, FormulasWithoutResults missing,
                                                  RecalculationOptions const& options)
     : _document(document),
       _provider(document, options.localeName, options.timeZone),
@@ -227,8 +226,7 @@ void MissingResultCalculator::finish(std::size_t index, Placed const& formula,
 /// A formula whose value is that of an empty cell gives 0.
 void MissingResultCalculator::store(std::size_t index, FormulaValue value) {
   MissingResult const& missing = _missing[index];
-  auto& cell =
-      _document.getSheets()[missing.sheet].table->obtainCell(missing.row, missing.column);
+  auto& cell = _document.getSheets()[missing.sheet].table->obtainCell(missing.row, missing.column);
   cell.value = FormulaModel::isFormulaEmpty(value) ? FormulaModel::FormulaNumber{FloatNumber(0.0)}
                                                    : std::move(value);
 }

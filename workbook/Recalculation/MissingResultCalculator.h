@@ -58,12 +58,11 @@ private:
               bool isCircular);
   void store(std::size_t index, FormulaValue value);
   void leave(std::size_t index);
-  void giveUp(std::size_t index, Uncalculated reason,
-              std::vector<std::string> const& details = {});
-  void report(std::size_t index, Uncalculated reason,
-              std::vector<std::string> const& details = {});
+  void giveUp(std::size_t index, Uncalculated reason, std::vector<std::string> const& details = {});
+  void report(std::size_t index, Uncalculated reason, std::vector<std::string> const& details = {});
   void findArrays();
-  /// The cell whose calculation gives a cell its result: the first of its array, or the cell itself.
+  /// The cell whose calculation gives a cell its result: the first of its array, or the cell
+  /// itself.
   [[nodiscard]] std::size_t leaderOf(std::size_t index) const;
   /// Calls `visit(index)` for the cells that a leader's calculation gives results.
   template <class Visit>

@@ -10,8 +10,8 @@
 
 namespace Zorv::Workbook {
 
-/// Cells without a result, ordered by sheet, column and row. A search skips those that have got their
-/// result since, like a disjoint-set forest: `_next` is compressed as it is followed.
+/// Cells without a result, ordered by sheet, column and row. A search skips those that have got
+/// their result since, like a disjoint-set forest: `_next` is compressed as it is followed.
 class MissingResults {
 public:
   explicit MissingResults(std::vector<MissingResult> results);
@@ -21,18 +21,14 @@ public:
     return _results[index];
   }
 
-  [[nodiscard]] bool isMissing(std::size_t index) const noexcept {
-    return _next[index] == index;
-  }
+  [[nodiscard]] bool isMissing(std::size_t index) const noexcept { return _next[index] == index; }
 
   /// The first cell of a range that still has no result. Costs one binary search for each column of
   /// the range that has such cells.
   [[nodiscard]] std::optional<std::size_t> findIn(std::size_t sheet, TableRange const& range);
 
   /// Marks a cell: it has its result now.
-  void finish(std::size_t index) noexcept {
-    _next[index] = static_cast<std::uint32_t>(index) + 1;
-  }
+  void finish(std::size_t index) noexcept { _next[index] = static_cast<std::uint32_t>(index) + 1; }
 
 private:
   [[nodiscard]] std::size_t findFrom(std::size_t sheet, unsigned long column, unsigned long row);

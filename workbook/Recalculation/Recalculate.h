@@ -18,8 +18,8 @@ struct RecalculationOptions {
   std::uint64_t newCellLimit = 0;
 };
 
-/// Calculates the formulas that have no result in the file, and adds a finding for those that cannot
-/// be calculated. Results that the file has are never changed.
+/// Calculates the formulas that have no result in the file, and adds a finding for those that
+/// cannot be calculated. Results that the file has are never changed.
 ///
 /// Throws BaseRuntimeError for an unknown locale. Cost: that of the formulas, up to the limits.
 void recalculate(Document& document, FormulasWithoutResults missing,

@@ -60,7 +60,7 @@ void UncalculatedReport::writeTo(Document& document) const {
                            ? std::string("the cell has ")
                            : fmt::format("{} cells, this one first, have ", entry.count);
     document.addFinding({sheet.part, sheet.name, toAddress(entry.first),
-                  cells + fmt::format(fmt::runtime(phraseOf(reason)), details)});
+                         cells + fmt::format(fmt::runtime(phraseOf(reason)), details)});
   }
 }
 

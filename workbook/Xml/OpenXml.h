@@ -9,8 +9,8 @@
 
 namespace Zorv::Workbook {
 
-/// A reader at the beginning of a part. Must not outlive the archive.
-/// Throws PartError where there is no such part.
+/// Opens a part for reading. The reader must not outlive the archive. Throws PartError if there is
+/// no such part.
 [[nodiscard]] inline std::unique_ptr<XmlReader> openXml(Archive& archive, std::string_view part,
                                                         PartUse use, Limits const& limits) {
   return std::make_unique<XmlReader>(archive.open(part, use), limits);

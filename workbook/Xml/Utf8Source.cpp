@@ -20,8 +20,8 @@ constexpr std::size_t pieceSize = 65'536;
 
 using namespace std::string_view_literals;
 
-/// The size of the well-formed character at the front of some bytes (The Unicode Standard,
-/// table 3-7); 0 where there is none, or where it is cut off. NUL is in no XML document.
+/// Size of the well-formed character at the front of some bytes (The Unicode Standard, table 3-7);
+/// 0 if there is none, or if it is cut off. NUL is not allowed in XML.
 std::size_t sizeOfCharacter(unsigned char const* bytes, std::size_t size) noexcept {
   unsigned char const lead = bytes[0];
   if (lead < 0x80) {
@@ -39,7 +39,7 @@ std::size_t sizeOfCharacter(unsigned char const* bytes, std::size_t size) noexce
   return areTrails && !isOverlong && !isOutside ? expected : 0;
 }
 
-/// How many of the bytes at the front are whole, well-formed characters.
+/// Number of bytes at the front that are whole, well-formed characters.
 std::size_t countWellFormed(unsigned char const* bytes, std::size_t size) noexcept {
   constexpr std::uint64_t highBits = 0x8080808080808080U;
   constexpr std::uint64_t lowBits = 0x0101010101010101U;
@@ -99,8 +99,8 @@ void Utf8Source::refill() {
   }
 }
 
-/// By the byte-order mark or, without one, by the first character, which is `<`
-/// (Extensible Markup Language 1.0, appendix F).
+/// Detects the encoding by the byte-order mark or, without one, by the first character, which is
+/// `<` (Extensible Markup Language 1.0, appendix F).
 void Utf8Source::findEncoding() {
   std::string_view const beginning(_raw.data(), _raw.size());
   std::size_t mark = 0;

@@ -9,10 +9,10 @@
 
 namespace Zorv::Workbook {
 
-/// Turns the bytes of an XML document, in UTF-8 or UTF-16, into checked UTF-8 without a byte-order
-/// mark.
+/// Converts the bytes of an XML document, in UTF-8 or UTF-16, into checked UTF-8 without a
+/// byte-order mark.
 ///
-/// Throws PartError for bytes that are no text in the document's encoding.
+/// Throws PartError for bytes that are not well-formed in the document's encoding.
 class Utf8Source final : public ByteSource {
 public:
   explicit Utf8Source(std::unique_ptr<ByteSource> bytes) noexcept;
@@ -31,9 +31,9 @@ private:
 
   std::unique_ptr<ByteSource> _bytes;
   Encoding _encoding = Encoding::Unknown;
-  std::vector<char> _raw;      ///< bytes that are not converted yet
+  std::vector<char> _raw;      ///< bytes to be converted
   std::vector<char> _text;     ///< converted
-  std::size_t _textBegin = 0;  ///< what of it was not yet handed out
+  std::size_t _textBegin = 0;  ///< first byte not handed out yet
   bool _ended = false;
 };
 

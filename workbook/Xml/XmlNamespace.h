@@ -5,23 +5,23 @@
 
 namespace Zorv::Workbook {
 
-/// The namespaces that workbooks use, whatever prefixes a writer gives them. The transitional and
-/// the strict form of one (ISO/IEC 29500-1 and -4) count as the same.
+/// Namespaces that workbooks use, whatever their prefixes in a file. The transitional and the
+/// strict form of a namespace (ISO/IEC 29500-1 and -4) count as one.
 enum class XmlNamespace : std::uint8_t {
-  None,           ///< of attributes without a prefix
-  Spreadsheet,    ///< the main one; also of elements that name none
-  Relationships,  ///< of the identities of relationships (`r:id`)
-  Drawing,        ///< of themes
-  Compatibility,  ///< of alternate content (ISO/IEC 29500-3)
-  Extension2009,  ///< of the extension list's later rules (`x14`)
-  ExtensionMain,  ///< of formulas and areas in it (`xm`)
+  None,           ///< attributes without a prefix
+  Spreadsheet,    ///< the main one; also elements that name none
+  Relationships,  ///< relationship identities (`r:id`)
+  Drawing,        ///< themes
+  Compatibility,  ///< alternate content (ISO/IEC 29500-3)
+  Extension2009,  ///< rules of the extension list (`x14`)
+  ExtensionMain,  ///< formulas and ranges of these rules (`xm`)
   Xml,
   Other,
 };
 
 [[nodiscard]] XmlNamespace findNamespace(std::string_view uri) noexcept;
 
-/// The prefix under which a tree names what is in the namespace; see readTree().
+/// Prefix of the namespace's names in a tree; see readTree().
 [[nodiscard]] std::string_view getPrefix(XmlNamespace ns) noexcept;
 
 }  // namespace Zorv::Workbook

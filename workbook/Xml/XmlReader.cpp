@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t firstBufferSize = 65'536;
 
-/// The size of a name's prefix with its colon; 0 for a name without one.
+/// Size of a name's prefix with its colon; 0 for a name without a prefix.
 std::size_t prefixSizeOf(std::string_view qualifiedName) noexcept {
   std::size_t const colon = qualifiedName.find(':');
   return colon == std::string_view::npos ? 0 : colon + 1;
@@ -107,7 +107,7 @@ XmlReader::Event XmlReader::readEvent() {
   }
 }
 
-/// Finished stands for nothing that the caller sees.
+/// Returns Finished for an event that the caller does not see.
 XmlReader::Event XmlReader::readMarkup() {
   if (!ensure(2)) {
     fail("the XML ends inside a tag; the file is cut off or damaged");
@@ -320,7 +320,7 @@ void XmlReader::skipRaw() {
   }
 }
 
-/// Reads on behind what is buffered, which moves to the buffer's front; false at the end.
+/// Moves the unread bytes to the buffer's front and appends more; false at the end.
 bool XmlReader::readMore() {
   if (_begin > 0) {
     std::memmove(_buffer.data(), _buffer.data() + _begin, _end - _begin);
@@ -349,7 +349,7 @@ bool XmlReader::ensure(std::size_t size) {
   return true;
 }
 
-/// Where a text stands, counted from what is to be read next.
+/// Offset of a text from the next byte to be read.
 std::size_t XmlReader::find(std::string_view wanted, std::size_t from, char const* what) {
   for (;;) {
     std::size_t const found = buffered().find(wanted, from);
@@ -364,7 +364,7 @@ std::size_t XmlReader::find(std::string_view wanted, std::size_t from, char cons
   }
 }
 
-/// The size of the tag that begins at what is to be read next.
+/// Size of the tag that begins at the next byte to be read.
 std::size_t XmlReader::findTagEnd() {
   char quote = '\0';
   std::size_t at = 1;

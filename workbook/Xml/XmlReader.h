@@ -14,19 +14,19 @@
 
 namespace Zorv::Workbook {
 
-/// An attribute of the element that begins; valid until the reader goes on.
+/// Attribute of a starting element; valid until the next event.
 struct XmlAttribute {
   XmlNamespace ns = XmlNamespace::None;
-  std::string_view name;  ///< without its prefix
+  std::string_view name;  ///< without prefix
   std::string_view value;
 };
 
-/// Reads an XML document event by event, in memory bounded by its longest tag or text.
+/// Pull parser of XML documents; memory is bounded by the longest tag or text.
 ///
-/// Resolves namespaces, drops comments and instructions, and chooses among alternate content
-/// (ISO/IEC 29500-3, 7.6) what it understands. Document types, and so entities of a document's own,
-/// are refused. Every operation that reads throws PartError where the document is not well-formed
-/// or beyond the limits.
+/// Resolves namespaces, skips comments and processing instructions, and selects alternate content
+/// (ISO/IEC 29500-3, 7.6). Documents with a document type, and so with entities of their own, are
+/// refused. Every operation that reads throws PartError if the document is not well-formed or
+/// beyond the limits.
 class XmlReader {
 public:
   enum class Event : std::uint8_t { Start, End, Text, Finished };
@@ -37,48 +37,47 @@ public:
   XmlReader& operator=(XmlReader const&) = delete;
   ~XmlReader();
 
-  /// Goes on to the next event. An empty element gives a start and an end.
+  /// Reads the next event. An empty element gives a start and an end.
   Event next();
 
-  /// The element that begins or ends; valid until the reader goes on.
+  /// The element that starts or ends; valid until the next event.
   [[nodiscard]] XmlNamespace getNamespace() const noexcept { return _namespace; }
   [[nodiscard]] std::string_view getName() const noexcept { return _name; }
   [[nodiscard]] bool is(XmlNamespace ns, std::string_view name) const noexcept {
     return _namespace == ns && _name == name;
   }
-  /// Whether it is that element of the main namespace.
+  /// Whether the current element is in the main namespace and has that name.
   [[nodiscard]] bool is(std::string_view name) const noexcept {
     return is(XmlNamespace::Spreadsheet, name);
   }
   [[nodiscard]] std::vector<XmlAttribute> const& getAttributes() const noexcept {
     return _attributes;
   }
-  /// An attribute of the element that begins, or nothing.
+  /// Attribute of the starting element, or nothing.
   [[nodiscard]] std::optional<std::string_view> getAttribute(
       std::string_view name, XmlNamespace ns = XmlNamespace::None) const noexcept;
 
-  /// The text of a text event, entities replaced; valid until the reader goes on. One stretch of
-  /// text may come as several events.
+  /// Text of a text event, with entities replaced; valid until the next event. One text may come in
+  /// several events.
   [[nodiscard]] std::string_view getText() const noexcept { return _text; }
-  /// Whether `xml:space` asks to keep the spaces around the text of the innermost open element.
+  /// Whether `xml:space` preserves the spaces in the innermost open element.
   [[nodiscard]] bool keepsSpaces() const noexcept;
 
-  /// How many elements are open; one that begins counts, one that ends no longer.
+  /// Number of open elements; a starting element counts, an ending one does not.
   [[nodiscard]] std::size_t getDepth() const noexcept { return _open.size(); }
 
-  /// After the start of an element: reads on to its end.
+  /// After the start of an element: reads up to its end.
   void skipElement();
-  /// After the start of an element: reads on to its end; returns the text that stands in it
-  /// directly.
+  /// After the start of an element: reads up to its end, and returns the text directly in it.
   [[nodiscard]] std::string readElementText();
 
   [[nodiscard]] std::string const& getPartName() const noexcept { return _utf8->getName(); }
-  /// Throws PartError with the reader's place.
+  /// Throws PartError with the reader's position.
   [[noreturn]] void fail(std::string const& problem) const;
 
 private:
   struct OpenElement {
-    std::size_t nameBegin;     ///< where in _openNames its name stands, prefix included
+    std::size_t nameBegin;     ///< of its name in _openNames, with the prefix
     std::size_t bindingCount;  ///< of the elements around it
     std::size_t prefixSize;    ///< with the colon
     XmlNamespace ns;
@@ -107,7 +106,7 @@ private:
   void openElement();
   [[nodiscard]] XmlNamespace findPrefix(std::string_view prefix) const noexcept;
   [[nodiscard]] bool understandsChoice() const;
-  /// Whether alternate content keeps an event of its own elements from the caller.
+  /// Handles the elements of alternate content; true if the caller does not see the event.
   bool chooseAlternative(Event event);
   void skipRaw();
 
@@ -123,11 +122,11 @@ private:
   std::unique_ptr<ByteSource> _utf8;
   Limits _limits;
   std::vector<char> _buffer;
-  std::size_t _begin = 0;             ///< what is to be read next
-  std::size_t _end = 0;               ///< the end of what is buffered
+  std::size_t _begin = 0;             ///< next byte to be read
+  std::size_t _end = 0;               ///< end of the buffered bytes
   std::uint64_t _bufferPosition = 0;  ///< of the buffer's first byte in the document
   bool _sawRoot = false;
-  bool _isEmptyElement = false;  ///< the element that just began ends at once
+  bool _isEmptyElement = false;  ///< the starting element ends at once
 
   XmlNamespace _namespace = XmlNamespace::None;
   std::string_view _qualifiedName;

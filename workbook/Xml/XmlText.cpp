@@ -21,7 +21,7 @@ constexpr std::array namedEntities{NamedEntity{"lt", '<'}, NamedEntity{"gt", '>'
                                    NamedEntity{"amp", '&'}, NamedEntity{"quot", '"'},
                                    NamedEntity{"apos", '\''}};
 
-/// The character of `#10` or `#xA`, or 0 where it is none.
+/// Character of a reference such as `#10` or `#xA`; 0 if there is none.
 UChar32 parseCharacterNumber(std::string_view reference) noexcept {
   bool const isHexadecimal = reference.starts_with("#x");
   std::string_view const digits = reference.substr(isHexadecimal ? 2 : 1);
@@ -34,8 +34,8 @@ UChar32 parseCharacterNumber(std::string_view reference) noexcept {
   return valid ? static_cast<UChar32>(number) : 0;
 }
 
-/// Writes what an entity stands for; its name is longer than that in every case.
-/// Returns the new end, or null for an entity that is not known.
+/// Writes the replacement of an entity, which is never longer than its name. Returns the new end,
+/// or null for an unknown entity.
 char* replaceEntity(std::string_view entity, char* out) noexcept {
   if (entity.starts_with('#')) {
     UChar32 const character = parseCharacterNumber(entity);
@@ -56,14 +56,14 @@ char* replaceEntity(std::string_view entity, char* out) noexcept {
   return out + 1;
 }
 
-/// Whether nothing in a text needs replacing.
+/// Whether a text contains nothing to be replaced.
 bool isPlain(char const* begin, char const* end, bool isAttribute) noexcept {
   return std::none_of(begin, end, [isAttribute](char c) {
     return c == '&' || c == '\r' || (isAttribute && (c == '\n' || c == '\t'));
   });
 }
 
-/// The UTF-16 unit of `_xHHHH_` at the beginning of a text, or nothing.
+/// UTF-16 unit of `_xHHHH_` at the front of a text, or nothing.
 std::optional<char16_t> parseEscape(std::string_view text) noexcept {
   constexpr std::size_t escapeSize = 7;
   if (text.size() < escapeSize || !text.starts_with("_x") || text[escapeSize - 1] != '_') {

@@ -8,7 +8,7 @@ namespace Zorv::Workbook {
 
 namespace {
 
-/// Appends the element that begins, without what stands in it.
+/// Appends the starting element without its contents.
 pugi::xml_node appendElement(XmlReader const& reader, pugi::xml_node parent) {
   std::string name(getPrefix(reader.getNamespace()));
   name += reader.getName();
