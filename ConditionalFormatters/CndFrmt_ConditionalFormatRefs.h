@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -19,5 +20,10 @@ using ConditionalFormatRef =
 
 /// A table's live conditional formats in order of priority, the highest first.
 using ConditionalFormatRefs = std::vector<ConditionalFormatRef>;
+
+/// A format of a table by its index in the table's ConditionalFormatRefs, from 0: the lower, the
+/// higher its priority.
+using FormatIndex = std::uint32_t;
+using FormatIndices = std::vector<FormatIndex>;
 
 }  // namespace Zorv::ConditionalFormatters

@@ -5,10 +5,11 @@
 
 #include <boost/optional.hpp>
 
-#include "ConditionalFormatters/CndFrmt_FormatWalk.h"
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
+#include "ConditionalFormatters/Formats/CndFrmt_FormatWalk.h"
+#include "ConditionalFormatters/Formats/CndFrmt_StyleFlattening.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_TableResolverParts.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
 #include "DOM/CellInfo.h"
 #include "DOM/ConditionalFormat.h"
 #include "DOM/Styles.h"
@@ -92,19 +93,23 @@ DOM::SharedCellStylePtr ConditionalFormattingPropsCalculator::resolve(
   DOM::Table const& table = cellInfo.getTable();
   OperatorsFactory const factory(PtrUtils::derefHeld(_valueContextProvider), table);
 
+  ConditionalFormatRefs const& formatRefs = getConditionalFormatRefs(table);
   boost::optional<DOM::CellStyle> accumulated;
   walkFormats(
-      getConditionalFormatRefs(table), cellInfo,
-      [&](ConditionalFormatRef const& formatRef) { return factory.create(formatRef); },
+      formatRefs, findFormatsOn(formatRefs, cellInfo),
+      [&](FormatIndex index) {
+        return [condition = factory.create(formatRefs[index])](FormulaValueData const& data) {
+          return (*condition)(data);
+        };
+      },
       [&] {
         CellIndex const cellIndex = cellInfo.getCellIndex();
         auto const& provider = PtrUtils::derefHeld(_valueContextProvider);
         return FormulaValueData{provider.getCellValue(cellInfo), cellIndex};
       },
-      [&](ConditionalFormatRef const& formatRef) {
-        DOM::ConditionalFormat const& format = formatRef.second;
+      [&](FormatIndex index) {
+        DOM::ConditionalFormat const& format = formatRefs[index].second;
         mergeUnder(accumulated, flattenNamedStyle(styles, format.getStyleUUID()));
-        return stepAfter(format);
       });
   return accumulated ? _sharedObjectFactory.create(std::move(*accumulated)) : nullptr;
 }
@@ -131,7 +136,7 @@ DOM::SharedCellStylePtr ConditionalFormattingPropsCalculator::getConditionalForm
 TableResolver ConditionalFormattingPropsCalculator::prepare(DOM::Styles const& styles,
                                                             DOM::Table const& table) const {
   auto const& provider = PtrUtils::derefHeld(_valueContextProvider);
-  return TableResolver(std::make_unique<TableResolverParts const>(
+  return TableResolver(std::make_shared<PreparedTable const>(
       provider, table, getConditionalFormatRefs(table), styles, _sharedObjectFactory));
 }
 

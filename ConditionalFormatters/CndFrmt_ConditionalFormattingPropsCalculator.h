@@ -39,7 +39,7 @@ class CNDFRMT_EXPORT ConditionalFormattingPropsCalculator {
 public:
   /// Takes the provider over. A null one is accepted, and stops the process when the first cell of
   /// a table with conditional formats is resolved.
-  explicit ConditionalFormattingPropsCalculator(std::unique_ptr<ValueContextProvider> provider);
+  ConditionalFormattingPropsCalculator(std::unique_ptr<ValueContextProvider> provider);
 
   /// Forgets the style of every cell; to be called when cell values, formats or styles change.
   void clearCellStylesCache() const;

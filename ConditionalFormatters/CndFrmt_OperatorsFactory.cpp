@@ -1,13 +1,12 @@
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
 
-#include <algorithm>
-#include <limits>
 #include <utility>
 
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/static_visitor.hpp>
 
-#include "ConditionalFormatters/CndFrmt_ValueCollectors.h"
+#include "ConditionalFormatters/Formats/CndFrmt_FormulaBaseCell.h"
+#include "ConditionalFormatters/Operands/CndFrmt_ValueCollectors.h"
 #include "ConditionalFormatters/Operators/CndFrmt_AboveAverageOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_BinaryOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_NullaryOperator.h"
@@ -18,26 +17,10 @@
 #include "DOM/ConditionalFormat.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "Formulas/ContextProvider.h"
-#include "Utils/Assert.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
-
-/// The cell relative to which a format's formulas are written: the corner of the smallest first
-/// row and, independently, the smallest first column, which may lie in none of the ranges.
-CellIndex formulaBaseCell(std::vector<TableRange> const& ranges) {
-  if (ranges.empty()) {
-    doFailAssert("/code/ConditionalFormatters/CndFrmt_OperatorsFactory", 57, "!ranges.empty()");
-  }
-  auto row = std::numeric_limits<unsigned long>::max();
-  auto column = std::numeric_limits<unsigned long>::max();
-  for (TableRange const& range : ranges) {
-    row = std::min(row, range.firstRow);
-    column = std::min(column, range.firstColumn);
-  }
-  return {RowIndex(row), ColumnIndex(column)};
-}
 
 /// Makes the operator of each kind of record.
 class OperatorMaker : public boost::static_visitor<std::unique_ptr<Operator>> {

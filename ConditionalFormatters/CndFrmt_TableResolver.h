@@ -2,109 +2,103 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <span>
+#include <utility>
 #include <vector>
 
+#include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
 #include "ConditionalFormatters/CndFrmt_Export.h"
+#include "ConditionalFormatters/CndFrmt_StyleRun.h"
+#include "ConditionalFormatters/CndFrmt_TablePass.h"
 #include "DOM/CellInfo.h"
 #include "DOM/SharedStyle.h"
 #include "Utils/TableRange.h"
 
-namespace Zorv::DOM {
-class Styles;
-class Table;
-}  // namespace Zorv::DOM
-
 namespace Zorv::ConditionalFormatters {
 
 class ConditionalFormattingPropsCalculator;
-class TableResolverParts;
+class PreparedTable;
 
-/// Positions with one and the same conditional style, which is not null.
-struct StyleRun {
-  TableRange range;
-  DOM::SharedCellStylePtr style;
-};
-
-/// Resolves many cells of one table: what ConditionalFormattingPropsCalculator::resolve() answers
-/// for each of them, the same objects, at a cost that grows with the number of cells and not with
-/// its square.
+/// Resolves many cells of one table: gives for each of them what
+/// ConditionalFormattingPropsCalculator::resolve() gives, the same objects, at a cost that grows
+/// with the number of cells and not with its square.
 ///
-/// What resolve() does for each cell is done once: a format's condition is made when the first cell
-/// needs it, with the values of its ranges collected and with arguments evaluated that are the same
-/// for every cell; styles are flattened once, and merged once for each sequence of them that some
-/// cell gets. A cell costs its conditions and one look-up, whatever the number of formats elsewhere
-/// in the table.
+/// What resolve() does for each cell is done once. A format's condition is prepared when the first
+/// cell needs it: the values of its ranges are collected, and arguments that are the same for every
+/// cell are evaluated. Styles are flattened once, and merged once for each sequence of styles that
+/// some cell has. A cell then costs its conditions and one look-up, however many formats there are
+/// elsewhere in the table.
 ///
-/// Each call of an operation is one pass; date conditions and formulas see one moment in a pass.
-/// Assertions and exceptions are those that resolve() gives for the same cell; what failed is tried
-/// again for the next cell.
+/// Each call of an operation is one pass, and sees one moment: the one that the caller has pinned
+/// (see OfficeUtils::PinnedMoment), or else the clock's at its beginning. Assertions and exceptions
+/// are those of resolve() for the same cell. A preparation that failed is tried again for the next
+/// cell.
 ///
-/// Lifetime: made by ConditionalFormattingPropsCalculator::prepare(). It borrows the calculator,
-/// the styles and the table, which must outlive it, and is good as long as neither they nor the
-/// document's values change and the calculator's tables ranges are not cleared: make a new one
-/// after a change. Styles that it returned may outlive everything. Threads: the operations may be
-/// called from several threads at once, as far as the provider may. A provider that asks back about
-/// the resolver's table while it is read must be read by one thread.
+/// Lifetime: made by ConditionalFormattingPropsCalculator::prepare(). Borrows the calculator, the
+/// styles and the table, which must outlive it. Good as long as they, the document's values and the
+/// calculator's cache of table ranges do not change: make a new one after a change. Styles that it
+/// returned may outlive everything. Formats are named by their index in
+/// ConditionalFormattingPropsCalculator::getConditionalFormatRefs() of the table;
+/// std::out_of_range is thrown for an index that is not there.
+///
+/// Threads: the operations may be called from several threads at once, as far as the provider may.
+/// A provider that asks back about the resolver's table while it is read must be read by one
+/// thread.
 class CNDFRMT_EXPORT TableResolver {
 public:
-  /// Whether a pass over a range sees only cells that exist, or all its positions.
-  enum class Positions : bool { Existing, All };
-
-  /// What a pass tells of a cell; the style is null where no format holds.
-  using Visitor = std::function<void(DOM::CellInfo const&, DOM::SharedCellStylePtr const&)>;
-
-  /// The same, and the formats that hold for the cell: their places, from 0, among those that
-  /// ConditionalFormattingPropsCalculator::getConditionalFormatRefs() gives for the table, in order
-  /// of priority up to the first that stops.
-  using Explainer = std::function<void(DOM::CellInfo const&, DOM::SharedCellStylePtr const&,
-                                       std::span<std::uint32_t const> formats)>;
-
   TableResolver(TableResolver const&) = delete;
   TableResolver& operator=(TableResolver const&) = delete;
-  TableResolver(TableResolver&& other) noexcept;
-  TableResolver& operator=(TableResolver&& other) noexcept;
-  ~TableResolver();
+  TableResolver(TableResolver&& other) noexcept = default;
+  TableResolver& operator=(TableResolver&& other) noexcept = default;
+  ~TableResolver() = default;
 
-  /// The style of one cell of the table.
+  /// The style of one cell of the table; null if no format holds.
   [[nodiscard]] DOM::SharedCellStylePtr resolve(DOM::CellInfo const& cellInfo) const;
 
   /// Whether the condition of one format holds for a cell of the table by itself: wherever the
-  /// format's ranges lie, whatever its priority and whatever stops before it. The format is named
-  /// by its place, as for an Explainer; std::out_of_range is thrown where there is none.
+  /// format's ranges lie, whatever its priority and whatever stops before it.
   ///
   /// Answers, asserts and throws what the Operator does that OperatorsFactory creates for the
-  /// format; for a cell outside the format's ranges, that may be to stop the process. The moment is
-  /// the one that the calling thread has pinned, see OfficeUtils::PinnedMoment: so it can be the
-  /// same one for many cells. Where none is, each call has its own.
+  /// format; for a cell outside the format's ranges, that may be to stop the process.
   [[nodiscard]] bool holds(std::size_t format, DOM::CellInfo const& cellInfo) const;
 
-  /// Calls the visitor for the cells of a range, row by row, each row from the left.
+  /// The operands that the condition of one format tests a cell against, for explanations of single
+  /// cells: occurrences are counted in all ranges. Throws what the evaluation of the operands
+  /// throws.
+  [[nodiscard]] ConditionOperands findOperands(std::size_t format,
+                                               DOM::CellInfo const& cellInfo) const;
+
+  /// Visits the cells of a pass, row by row, each row from the left.
   ///
-  /// The work is split over `threadCount` threads, the caller's among them. The visitor is then
-  /// called by any of them, but never by two at once, and always in order. What it or a cell throws
-  /// ends the pass and reaches the caller once, after the cells before it were visited.
+  /// With several threads the visitor is called by any of them, but never by two at once, and
+  /// always in order. No lock is held and no moment is pinned meanwhile, so it may use this
+  /// resolver and its calculator. An exception of the visitor, or of a cell if the pass stops at
+  /// failures, ends the pass and reaches the caller once, after the cells before it were visited.
   /// Memory: with several threads, some thousands of cells for each.
-  void visit(TableRange const& range, Positions positions, Visitor const& visitor,
-             unsigned threadCount = 1) const;
+  void visit(TablePass const& pass, CellVisitor const& visitor) const;
 
-  /// A visit that also tells why cells have their styles.
-  void explain(TableRange const& range, Positions positions, Explainer const& explainer,
-               unsigned threadCount = 1) const;
+  /// Visits the verdicts of one condition about the cells in the format's own ranges, inside the
+  /// range of the pass: for existing cells, or for every position. See holds() and visit().
+  void visitVerdicts(std::size_t format, TablePass const& pass,
+                     VerdictVisitor const& visitor) const;
 
-  /// The range as rectangles of one style each, ordered by first row, then by first column;
-  /// positions without a style are in none. A run is as wide as its style goes on, and as high as
-  /// rows repeat it.
-  [[nodiscard]] std::vector<StyleRun> resolveRuns(TableRange const& range, Positions positions,
-                                                  unsigned threadCount = 1) const;
+  /// The cells of a pass as rectangles of one style each, ordered by first row, then by first
+  /// column. Positions without a style, and cells that failed, are in none. A run is as wide as its
+  /// style goes on, and as high as rows repeat it.
+  [[nodiscard]] std::vector<StyleRun> resolveRuns(TablePass const& pass) const;
+
+  /// The number of positions in a range that lie in the ranges of some format, or of one format:
+  /// what a pass over them visits. Costs `n log n` for n ranges, whatever their size.
+  [[nodiscard]] std::uint64_t countFormatted(TableRange const& range) const;
+  [[nodiscard]] std::uint64_t countFormatted(std::size_t format, TableRange const& range) const;
 
 private:
   friend class ConditionalFormattingPropsCalculator;
-  explicit TableResolver(std::unique_ptr<TableResolverParts const> parts) noexcept;
+  explicit TableResolver(std::shared_ptr<PreparedTable const> table) noexcept
+      : _prepared(std::move(table)) {}
 
-  std::unique_ptr<TableResolverParts const> _parts;
+  // Shared only so that this header need not know the type: each resolver has one of its own.
+  std::shared_ptr<PreparedTable const> _prepared;
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -143,9 +143,8 @@ std::size_t resolveColumn(BenchTable const& table, unsigned threadCount) {
   std::size_t styled = 0;
   auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
   resolver.visit(
-      table.getColumn(), ConditionalFormatters::TableResolver::Positions::Existing,
-      [&](CellInfo const&, SharedCellStylePtr const& style) { styled += style ? 1 : 0; },
-      threadCount);
+      {.range = table.getColumn(), .threadCount = threadCount},
+      [&](ConditionalFormatters::ResolvedCell const& cell) { styled += cell.style ? 1 : 0; });
   return styled;
 }
 

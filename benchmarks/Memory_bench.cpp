@@ -82,8 +82,7 @@ void measurePass(benchmark::State& state, Scenario const& scenario) {
   double const before = readAllocatedBytes();
   for (auto _ : state) {
     auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
-    resolver.visit(table.getColumn(), TableResolver::Positions::Existing,
-                   [](DOM::CellInfo const&, DOM::SharedCellStylePtr const&) {});
+    resolver.visit({.range = table.getColumn()}, [](ConditionalFormatters::ResolvedCell const&) {});
     state.counters["keptPerCell"] =
         (readAllocatedBytes() - before) / static_cast<double>(cellCount);
   }

@@ -25,16 +25,15 @@ using Resolve = std::size_t (*)(BenchTable const& table, unsigned threadCount);
 /// As an export does that takes rectangles of one style.
 std::size_t resolveColumnAsRuns(BenchTable const& table, unsigned threadCount) {
   auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
-  return resolver.resolveRuns(table.getColumn(), TableResolver::Positions::Existing, threadCount)
-      .size();
+  return resolver.resolveRuns({.range = table.getColumn(), .threadCount = threadCount}).size();
 }
 
 std::size_t resolveRows(BenchTable const& table, unsigned long firstRow, unsigned long endRow) {
   std::size_t styled = 0;
   auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
   resolver.visit(
-      {firstRow, 0, endRow, 1}, TableResolver::Positions::Existing,
-      [&](DOM::CellInfo const&, DOM::SharedCellStylePtr const& style) { styled += style ? 1 : 0; });
+      {.range = {firstRow, 0, endRow, 1}},
+      [&](ConditionalFormatters::ResolvedCell const& cell) { styled += cell.style ? 1 : 0; });
   return styled;
 }
 

@@ -69,11 +69,14 @@ target_sources(
   ConditionalFormatters
   PUBLIC FILE_SET HEADERS
          BASE_DIRS .
-         FILES ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h
+         FILES ConditionalFormatters/CndFrmt_ConditionOperands.h
+               ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h
                ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h
                ConditionalFormatters/CndFrmt_Export.h
                ConditionalFormatters/CndFrmt_OperatorsFactory.h
                ConditionalFormatters/CndFrmt_StyleHierarchy.h
+               ConditionalFormatters/CndFrmt_StyleRun.h
+               ConditionalFormatters/CndFrmt_TablePass.h
                ConditionalFormatters/CndFrmt_TableResolver.h
                ConditionalFormatters/CndFrmt_ValueContextProvider.h
                ConditionalFormatters/Operators/CndFrmt_AboveAverageOperator.h

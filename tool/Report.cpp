@@ -29,6 +29,16 @@ std::string listKinds(std::map<std::string, std::size_t> const& kinds) {
   return text.empty() ? text : text + ")";
 }
 
+std::string describe(std::exception_ptr const& problem) {
+  try {
+    std::rethrow_exception(problem);
+  } catch (std::exception const& error) {
+    return error.what();
+  } catch (...) {
+    return "unknown error";
+  }
+}
+
 /// Where in the file something was found, ready to stand before the message.
 std::string placeOf(Workbook::Finding const& finding) {
   std::string place;
@@ -56,10 +66,11 @@ void Report::sayFindings() const {
   }
 }
 
-void Report::sayFailure(Workbook::Rule const& rule, CellIndex cell, std::string_view problem) {
+void Report::sayFailure(Workbook::Rule const& rule, CellIndex cell,
+                        std::exception_ptr const& problem) {
   if (++_failureCount <= failuresShown) {
     _err << toPrintable(fmt::format("{}: cannot be evaluated for {}: {}", placeOf(rule),
-                                    Workbook::toAddress(cell), problem))
+                                    Workbook::toAddress(cell), describe(problem)))
          << '\n';
   }
 }

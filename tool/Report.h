@@ -2,9 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <iosfwd>
 #include <string>
-#include <string_view>
 
 #include "Utils/CellIndex.h"
 #include "tool/Selection.h"
@@ -23,7 +23,7 @@ public:
   void sayFindings() const;
 
   /// Says that a condition could not be evaluated for a cell. After the first ones, counts only.
-  void sayFailure(Workbook::Rule const& rule, CellIndex cell, std::string_view problem);
+  void sayFailure(Workbook::Rule const& rule, CellIndex cell, std::exception_ptr const& problem);
 
   /// Says that empty positions were left out, since there are too many.
   void saySparse(std::size_t sheet, std::uint64_t positions) const;

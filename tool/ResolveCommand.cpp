@@ -1,18 +1,19 @@
+#include <exception>
 #include <memory>
-#include <numeric>
+#include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "tool/Commands.h"
-#include "tool/PositionUnion.h"
 #include "tool/ResolveOutput.h"
-#include "tool/SheetConditions.h"
-#include "tool/SheetPass.h"
+#include "tool/SheetRules.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Tool {
 
 namespace {
+
+namespace CF = ConditionalFormatters;
 
 /// Hands the cells of one selection, sheet by sheet, to an output.
 class Resolver {
@@ -27,65 +28,49 @@ public:
             selection.getOptions().timeZone)) {}
 
   void resolveSheet(std::size_t index) {
-    auto const& sheet = _selection.getDocument().getSheets()[index];
-    auto const& formatRefs = _calculator.getConditionalFormatRefs(*sheet.table);
-    auto const styles = _calculator.prepare(_selection.getDocument().getStyles(), *sheet.table);
-    SheetConditions const conditions(
-        styles, formatRefs, rulesOf(index),
-        [this](Workbook::Rule const& rule, DOM::CellInfo const& cell, char const* problem) {
-          _progress.clear();
-          _report.sayFailure(rule, cell.getCellIndex(), problem);
-        });
-    SheetPass pass(*sheet.table, styles, conditions, _output, _progress);
+    auto const& document = _selection.getDocument();
+    auto const& sheet = document.getSheets()[index];
+    SheetRules const rules(document, index, _calculator.getConditionalFormatRefs(*sheet.table));
+    auto const resolver = _calculator.prepare(document.getStyles(), *sheet.table);
+    CF::TablePass pass{.range = _selection.getBounds(index),
+                       .positions = CF::TablePass::Positions::Formatted,
+                       .threadCount = _selection.getOptions().threadCount,
+                       .onFailure = CF::TablePass::OnFailure::Skip};
+    if (auto const count = resolver.countFormatted(pass.range); count > mostPositions) {
+      _report.saySparse(index, count);
+      pass.positions = CF::TablePass::Positions::Existing;
+    }
 
     _output.beginSheet(sheet);
-    auto const positions = positionsOf(formatRefs, index);
-    if (positions.size() <= mostPositions) {
-      resolveRanges(sheet, positions.cover(), SheetPass::Positions::All, pass);
-    } else {
-      _report.saySparse(index, positions.size());
-      resolveRanges(sheet, {_selection.getBounds(index)}, SheetPass::Positions::Existing, pass);
-    }
-  }
-
-private:
-  void resolveRanges(Workbook::Sheet const& sheet, std::vector<TableRange> const& ranges,
-                     SheetPass::Positions positions, SheetPass& pass) {
-    _progress.begin(sheet.name, std::accumulate(ranges.begin(), ranges.end(), std::uint64_t{0},
-                                                [](std::uint64_t rows, TableRange const& range) {
-                                                  return rows + range.endRow - range.firstRow;
-                                                }));
-    for (auto const& range : ranges) {
-      pass.resolve(range, positions, _selection.getOptions().threadCount);
-    }
+    _progress.begin(sheet.name, pass.range.endRow - pass.range.firstRow);
+    resolver.visit(pass, [&](CF::ResolvedCell const& cell) {
+      _progress.show(cell.cellInfo.getRowIndex() - pass.range.firstRow);
+      add(cell, rules);
+    });
     _progress.clear();
   }
 
-  PositionUnion positionsOf(ConditionalFormatters::ConditionalFormatRefs const& formatRefs,
-                            std::size_t sheet) const {
-    std::vector<TableRange> ranges;
-    for (auto const& formatRef : formatRefs) {
-      ranges.insert(ranges.end(), formatRef.first.begin(), formatRef.first.end());
-    }
-    return {ranges, _selection.getBounds(sheet)};
-  }
-
-  /// All rules of a sheet: those that the selection leaves out are still those of the calculator.
-  std::vector<Workbook::Rule const*> rulesOf(std::size_t sheet) const {
-    std::vector<Workbook::Rule const*> rules;
-    for (auto const& rule : _selection.getDocument().getRules()) {
-      if (rule.sheet == sheet) {
-        rules.push_back(&rule);
+private:
+  void add(CF::ResolvedCell const& cell, SheetRules const& rules) {
+    if (cell.failure != nullptr) {
+      _progress.clear();
+      _report.sayFailure(rules.ruleOf(cell.failure->format), cell.cellInfo.getCellIndex(),
+                         cell.failure->exception);
+    } else if (cell.style) {
+      std::vector<Workbook::Rule const*> deciding;
+      deciding.reserve(cell.formats.size());
+      for (auto const format : cell.formats) {
+        deciding.push_back(&rules.ruleOf(format));
       }
+      _output.add({cell.cellInfo, cell.style, std::move(deciding)});
     }
-    return rules;
   }
 
   Selection const& _selection;
   Report& _report;
   ResolveOutput& _output;
   ProgressBar& _progress;
-  ConditionalFormatters::ConditionalFormattingPropsCalculator _calculator;
+  CF::ConditionalFormattingPropsCalculator _calculator;
 };
 
 }  // namespace

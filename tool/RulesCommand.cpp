@@ -1,6 +1,6 @@
 #include <ostream>
 
-#include "ConditionalFormatters/CndFrmt_FormatWalk.h"
+#include "ConditionalFormatters/CndFrmt_StyleHierarchy.h"
 #include "tool/Commands.h"
 #include "tool/JsonText.h"
 #include "tool/RulesOutput.h"
@@ -17,8 +17,10 @@ ExitStatus runRules(Selection const& selection, std::ostream& out) {
 }
 
 DOM::CellStyle findStyle(Workbook::Document const& document, Workbook::Rule const& rule) {
-  return ConditionalFormatters::flattenNamedStyle(document.getStyles(),
-                                                  rule.format->getStyleUUID());
+  DOM::CellStyle style;
+  style.setParentUUID(rule.format->getStyleUUID());
+  return DOM::getOverridenAllPropsWithParentStyles(document.getStyles(), style,
+                                                   DOM::TrackChangesViewMode::Final);
 }
 
 }  // namespace Zorv::Tool

@@ -8,11 +8,19 @@
 #include <fmt/format.h>
 
 #include "Utils/TableRange.h"
-#include "tool/PositionUnion.h"
-
 namespace Zorv::Tool {
 
 namespace {
+
+/// The range with so many more rows and columns behind it, as far as the sheet goes. An empty range
+/// stays empty.
+TableRange extend(TableRange const& range, unsigned long count) noexcept {
+  if (range.isEmpty()) {
+    return range;
+  }
+  return {range.firstRow, range.firstColumn, std::min(range.endRow + count, DOM::Table::rowCount),
+          std::min(range.endColumn + count, DOM::Table::columnCount)};
+}
 
 std::string listSheets(Workbook::Document const& document) {
   std::string text;

@@ -9,8 +9,7 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "tool/Commands.h"
-#include "tool/PositionUnion.h"
-#include "tool/SheetConditions.h"
+#include "tool/SheetRules.h"
 #include "tool/TextTable.h"
 #include "workbook/Addresses.h"
 #include "workbook/DocumentValueProvider.h"
@@ -19,27 +18,31 @@ namespace Zorv::Tool {
 
 namespace {
 
+namespace CF = ConditionalFormatters;
+
 /// Other programs judge empty positions somewhat beyond the last cells, too.
 constexpr unsigned long margin = 10;
 
-void judge(Workbook::Rule const& rule, SheetConditions const& conditions,
-           Selection const& selection, std::ostream& out, Report const& report) {
-  auto const& sheet = selection.getDocument().getSheets()[rule.sheet];
-  auto const sheetName = toPrintable(sheet.name);
-  auto const judgeCell = [&](DOM::CellInfo const& cellInfo) {
-    if (auto const holds = conditions.holds(rule, cellInfo)) {
-      out << fmt::format("{}\t{}\t{}\t{}\t{}\n", sheetName,
-                         Workbook::toAddress(cellInfo.getCellIndex()), rule.number, rule.type,
-                         *holds ? 1 : 0);
-    }
-  };
-  PositionUnion const positions(rule.ranges, selection.getBounds(rule.sheet, margin));
-  if (positions.size() <= mostPositions) {
-    positions.forEachPosition(*sheet.table, judgeCell);
-  } else {
-    report.saySparse(rule.sheet, positions.size());
-    positions.forEachCell(*sheet.table, judgeCell);
+void printVerdicts(Workbook::Rule const& rule, std::size_t format,
+                   CF::TableResolver const& resolver, Selection const& selection, std::ostream& out,
+                   Report& report) {
+  auto const sheetName = toPrintable(selection.getDocument().getSheets()[rule.sheet].name);
+  CF::TablePass pass{.range = selection.getBounds(rule.sheet, margin),
+                     .positions = CF::TablePass::Positions::All,
+                     .onFailure = CF::TablePass::OnFailure::Skip};
+  if (auto const count = resolver.countFormatted(format, pass.range); count > mostPositions) {
+    report.saySparse(rule.sheet, count);
+    pass.positions = CF::TablePass::Positions::Existing;
   }
+  resolver.visitVerdicts(format, pass, [&](CF::CellVerdict const& verdict) {
+    auto const cell = verdict.cellInfo.getCellIndex();
+    if (verdict.failure != nullptr) {
+      report.sayFailure(rule, cell, verdict.failure->exception);
+    } else {
+      out << fmt::format("{}\t{}\t{}\t{}\t{}\n", sheetName, Workbook::toAddress(cell), rule.number,
+                         rule.type, verdict.holds ? 1 : 0);
+    }
+  });
 }
 
 /// The rules of a sheet among those that are looked at, without those that are not resolved.
@@ -66,13 +69,9 @@ ExitStatus runVerdicts(Selection const& selection, std::ostream& out, Report& re
     auto const& table = *document.getSheets()[index].table;
     auto const rules = findRules(selection, index);
     auto const resolver = calculator.prepare(document.getStyles(), table);
-    SheetConditions const conditions(
-        resolver, calculator.getConditionalFormatRefs(table), rules,
-        [&](Workbook::Rule const& failed, DOM::CellInfo const& cell, char const* problem) {
-          report.sayFailure(failed, cell.getCellIndex(), problem);
-        });
+    SheetRules const sheetRules(document, index, calculator.getConditionalFormatRefs(table));
     for (auto const* rule : rules) {
-      judge(*rule, conditions, selection, out, report);
+      printVerdicts(*rule, sheetRules.formatOf(*rule), resolver, selection, out, report);
     }
   }
   return ExitStatus::Success;

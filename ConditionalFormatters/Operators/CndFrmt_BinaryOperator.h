@@ -46,17 +46,6 @@ public:
   [[nodiscard]] bool operator()(FormulaValueData const& data) const override;
   ~BinaryOperator() override = default;
 
-  /// What operator()() answers, with the arguments' values from `calculate(number, expression)`,
-  /// where the lower bound has the number 0 and the upper one 1.
-  template <class Calculate>
-  [[nodiscard]] bool judge(FormulaValueData const& data, Calculate const& calculate) const {
-    boost::optional<FormulaValue> const& second = calculate(1, _secondArgument);
-    boost::optional<FormulaValue> const& first = calculate(0, _firstArgument);
-    return _test(data.value, first, second);
-  }
-
-  [[nodiscard]] FormulaExprCalculator const& getCalculator() const noexcept { return _calculator; }
-
 private:
   FormulaExprCalculator _calculator;
   DOM::FormulaSyntaxTree::Expr const& _firstArgument;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <optional>
-
 #include <boost/optional.hpp>
 
 #include "ConditionalFormatters/CndFrmt_Export.h"
@@ -18,7 +16,6 @@ class Expr;
 
 namespace Zorv::Formulas {
 class ContextProvider;
-class EvaluationSession;
 }  // namespace Zorv::Formulas
 
 namespace Zorv::ConditionalFormatters {
@@ -38,25 +35,13 @@ public:
 
   [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const noexcept;
 
-  /// The value of `expr` for `cell`, or nothing where the formula's result is a reference and no
-  /// value. An array of one value yields that value; a larger one stops the process.
+  /// The value of `expr` for `cell`; none where the formula's result is a reference and no value.
+  /// An array of one value is that value; a larger one stops the process.
   ///
-  /// Nothing is remembered: each call shifts (except for the base cell itself) and evaluates anew.
+  /// Nothing is cached: each call shifts (except for the base cell itself) and evaluates anew.
   /// Throws BadNumCastError for a position of 2^31 or more, and whatever the engine throws.
   [[nodiscard]] boost::optional<FormulaValue> calculate(DOM::FormulaSyntaxTree::Expr const& expr,
                                                         CellIndex cell) const;
-
-  /// The same value, evaluated without a shifted copy of the expression, in a session of an
-  /// unchanged document.
-  [[nodiscard]] boost::optional<FormulaValue> calculateInPlace(
-      DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
-      Formulas::EvaluationSession& session) const;
-
-  /// The expression with its calls that are the same for every cell evaluated; see
-  /// Formulas::foldExpr().
-  [[nodiscard]] std::optional<DOM::FormulaSyntaxTree::Expr> fold(
-      DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
-      Formulas::EvaluationSession& session) const;
 
 private:
   DOM::Table const* _table;

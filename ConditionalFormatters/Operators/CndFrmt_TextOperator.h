@@ -1,27 +1,16 @@
 #pragma once
 
-#include <cstddef>
-#include <memory>
 #include <string>
-
-#include <boost/optional.hpp>
-#include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/CndFrmt_Export.h"
 #include "ConditionalFormatters/Operators/CndFrmt_FormulaExprCalculator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
 #include "DOM/ConditionalFormatOperator.h"
-#include "FormulaModel/FormulaValue.h"
 #include "Utils/CellIndex.h"
-#include "Utils/PtrUtils.h"
 
 namespace Zorv::DOM {
 class Table;
 }  // namespace Zorv::DOM
-
-namespace Zorv::DOM::FormulaSyntaxTree {
-class Expr;
-}  // namespace Zorv::DOM::FormulaSyntaxTree
 
 namespace Zorv::Formulas {
 class ContextProvider;
@@ -53,24 +42,7 @@ public:
   [[nodiscard]] bool operator()(FormulaValueData const& data) const override;
   ~TextOperator() override = default;
 
-  /// What operator()() answers, with the value of a formula argument from
-  /// `calculate(number, expression)`, where the only argument has the number 0.
-  template <class Calculate>
-  [[nodiscard]] bool judge(FormulaValueData const& data, Calculate const& calculate) const {
-    if (auto const* literal = boost::get<std::string>(&_argument)) {
-      return testLiteral(data.value, *literal);
-    }
-    auto const& formula = boost::get<std::unique_ptr<DOM::FormulaSyntaxTree::Expr>>(_argument);
-    boost::optional<FormulaValue> const& argument = calculate(0, PtrUtils::derefHeld(formula));
-    return argument && testTextOf(data.value, *argument);
-  }
-
-  [[nodiscard]] FormulaExprCalculator const& getCalculator() const noexcept { return _calculator; }
-
 private:
-  [[nodiscard]] bool testLiteral(FormulaValue const& cellValue, std::string const& literal) const;
-  [[nodiscard]] bool testTextOf(FormulaValue const& cellValue, FormulaValue const& argument) const;
-
   FormulaExprCalculator _calculator;
   DOM::TextConditionalFormatOperator::Argument const& _argument;
   bool (*_test)(std::string const& cellText, std::string const& pattern);

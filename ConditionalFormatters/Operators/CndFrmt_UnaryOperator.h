@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
 
 #include <boost/optional.hpp>
@@ -50,16 +49,6 @@ public:
   /// record's kind is unknown.
   [[nodiscard]] bool operator()(FormulaValueData const& data) const override;
   ~UnaryOperator() override = default;
-
-  /// What operator()() answers, with the argument's value from `calculate(number, expression)`,
-  /// where the only argument has the number 0.
-  template <class Calculate>
-  [[nodiscard]] bool judge(FormulaValueData const& data, Calculate const& calculate) const {
-    boost::optional<FormulaValue> const& argument = calculate(0, _argument);
-    return _compare(data.value, argument);
-  }
-
-  [[nodiscard]] FormulaExprCalculator const& getCalculator() const noexcept { return _calculator; }
 
 private:
   FormulaExprCalculator _calculator;

@@ -7,6 +7,7 @@
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/static_visitor.hpp>
 
+#include "ConditionalFormatters/Predicates/CndFrmt_Occurrence.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "Utils/Assert.h"
 
@@ -35,13 +36,6 @@ struct PayloadHasher : boost::static_visitor<std::size_t> {
   }
 };
 
-/// Whether an element of the multiset has an equal one besides it. Equal elements are kept
-/// together, so the next one tells; counting them would visit them all.
-bool isRepeated(FormulaValueMultiset const& values, FormulaValueMultiset::const_iterator found) {
-  auto const next = std::next(found);
-  return next != values.end() && values.key_eq()(*found, *next);
-}
-
 }  // namespace
 
 std::size_t FormulaValueHasher::operator()(FormulaValue const& value) const {
@@ -56,18 +50,13 @@ bool UniquenessOperator::operator()(FormulaValueData const& data) const {
   if (FormulaModel::isFormulaEmpty(data.value)) {
     return false;
   }
-  auto const found = _values.find(data.value);
-  if (found == _values.end()) {
+  // All equal elements lie between the two: counting them would visit each.
+  auto const [first, end] = _values.equal_range(data.value);
+  if (first == end) {
     doFailAssert(sourceFile, 62, "valueCount != 0");
   }
-  switch (_uniquenessType) {
-    case static_cast<std::uint8_t>(DOM::UniquenessType::Duplicate):
-      return isRepeated(_values, found);
-    case static_cast<std::uint8_t>(DOM::UniquenessType::Unique):
-      return !isRepeated(_values, found);
-    default:
-      return false;
-  }
+  return satisfiesOccurrence(static_cast<DOM::UniquenessType>(_uniquenessType),
+                             std::next(first) != end);
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -12,22 +12,23 @@ struct UniquenessConditionalFormatOperator;
 
 namespace Zorv::ConditionalFormatters {
 
-/// Holds for a cell whose value stands more than once, or exactly once, among the values of the
-/// format's ranges, as the record's kind says. An empty cell is neither, and a record of another
-/// kind never holds.
+/// Asks whether a cell's value occurs more than once, or exactly once, among the values of a
+/// format's ranges. An empty cell is neither, and a record of an unknown kind never holds.
 ///
-/// Asking about a value that is not empty and not among the collected ones stops the process: a
-/// judged cell lies in the ranges, so its value was collected. Nothing equals a NaN, so a NaN never
-/// is among them.
-/// Cost of a call: one hash and one bucket search, however often the value stands in the ranges.
-class CNDFRMT_EXPORT UniquenessOperator : public Operator {
+/// A value that is not empty and not among the collected ones stops the process: the cell lies in
+/// the ranges, so its value was collected. NaN equals nothing, so it is never found.
+///
+/// Ownership: owns the collected values. Threads: may be called from several threads.
+/// Cost of a call: one hash, one bucket search, and the number of equal values.
+class CNDFRMT_EXPORT UniquenessOperator final : public Operator {
 public:
-  /// `values` holds every value of the ranges that is not empty, one element for each visited cell.
-  /// Nothing of the record is kept but its kind.
+  /// `values` are all values of the ranges that are not empty, one element for each visited cell.
+  /// Of the record only the kind is kept.
   UniquenessOperator(DOM::UniquenessConditionalFormatOperator const& record,
                      FormulaValueMultiset values);
 
   [[nodiscard]] bool operator()(FormulaValueData const& data) const override;
+  ~UniquenessOperator() override = default;
 
 private:
   std::uint8_t _uniquenessType;

@@ -8,20 +8,19 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// Cells of one sheet, by position. A cell of a well filled column costs one bit, one that stands
-/// alone about a hundred bytes. Threads: may be asked from several threads at once.
+/// Set of cell positions. A cell of a well filled column costs one bit, a lone one about a hundred
+/// bytes. Threads: may be asked from several threads at once.
 class CellSet {
 public:
   CellSet() = default;
-  /// What was moved from may be assigned to, and nothing else.
+  /// A moved-from set may only be assigned to or destroyed.
   CellSet(CellSet&&) = default;
   CellSet& operator=(CellSet&&) = default;
   CellSet(CellSet const&) = delete;
   CellSet& operator=(CellSet const&) = delete;
   ~CellSet() = default;
 
-  /// Adds a cell, if it is not there; fastest where the last one added is of the same column, not
-  /// far away.
+  /// Adds a cell unless it is there. Fastest if the last one added is near it in the same column.
   void insert(std::uint32_t row, std::uint32_t column) {
     std::uint64_t const key = keyOf(row, column);
     if (_last == nullptr || key != _lastKey) {
@@ -38,7 +37,7 @@ public:
 
 private:
   static constexpr unsigned long rowsInBlock = 512;
-  using Block = std::bitset<rowsInBlock>;  ///< a piece of one column
+  using Block = std::bitset<rowsInBlock>;  ///< neighbouring rows of one column
 
   static std::uint64_t keyOf(unsigned long row, unsigned long column) noexcept {
     return column << 32U | row / rowsInBlock;

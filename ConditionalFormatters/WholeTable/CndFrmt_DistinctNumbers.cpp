@@ -11,7 +11,7 @@
 #include <boost/sort/pdqsort/pdqsort.hpp>
 #include <boost/variant/get.hpp>
 
-#include "ConditionalFormatters/WholeTable/CndFrmt_OrderedParallel.h"
+#include "ConditionalFormatters/Parallel/CndFrmt_OrderedTasks.h"
 #include "FormulaModel/FormulaValue.h"
 #include "Utils/HashPartitions.h"
 
@@ -21,9 +21,9 @@ namespace {
 
 constexpr std::uint64_t signBit = std::uint64_t{1} << 63U;
 
-/// Of doubles above zero the bits ascend with the value, of those below they descend.
+/// The bits of positive doubles ascend with the value; those of negative ones descend.
 std::uint64_t keyOf(double number) noexcept {
-  // The two zeros are one number, and have different bits.
+  // The two zeros are equal but have different bits.
   auto const bits = std::bit_cast<std::uint64_t>(number == 0.0 ? 0.0 : number);
   return (bits & signBit) != 0 ? ~bits : bits | signBit;
 }
@@ -32,14 +32,14 @@ double numberOf(std::uint64_t key) noexcept {
   return std::bit_cast<double>((key & signBit) != 0 ? key ^ signBit : ~key);
 }
 
-struct Band {
+struct BlockNumbers {
   PartitionedEntries<std::uint64_t> keys;
   bool hasNaN = false;
 };
 
-class CollectBand {
+class BlockSink {
 public:
-  explicit CollectBand(HashPartitions partitions) noexcept : _partitions(partitions) {}
+  explicit BlockSink(HashPartitions partitions) noexcept : _partitions(partitions) {}
 
   void add(DOM::CellInfo const& /*cellInfo*/, FormulaValue const& value) {
     if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
@@ -50,7 +50,7 @@ public:
       }
     }
   }
-  [[nodiscard]] Band finish() const {
+  [[nodiscard]] BlockNumbers finalize() const {
     return {PartitionedEntries(_keys, _partitions, std::identity()), _hasNaN};
   }
 
@@ -60,14 +60,15 @@ private:
   bool _hasNaN = false;
 };
 
-/// The keys of one partition of all bands, sorted, each once.
-std::vector<std::uint64_t> sortPartition(std::vector<Band> const& bands, std::size_t partition) {
+/// The keys of one partition of all blocks, sorted and without repeated ones.
+std::vector<std::uint64_t> sortPartition(std::vector<BlockNumbers> const& blocks,
+                                         std::size_t partition) {
   std::vector<std::uint64_t> keys;
-  for (Band const& band : bands) {
-    auto const ofBand = band.keys.at(partition);
-    keys.insert(keys.end(), ofBand.begin(), ofBand.end());
+  for (BlockNumbers const& block : blocks) {
+    auto const ofBlock = block.keys.at(partition);
+    keys.insert(keys.end(), ofBlock.begin(), ofBlock.end());
   }
-  // Numbers compare in one instruction: nothing to mispredict.
+  // Branchless: comparisons of random keys are mispredicted.
   boost::sort::pdqsort_branchless(keys.begin(), keys.end());
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
   return keys;
@@ -77,31 +78,31 @@ std::vector<std::uint64_t> sortPartition(std::vector<Band> const& bands, std::si
 
 DistinctNumbers::DistinctNumbers(CollectedRanges const& from) {
   HashPartitions const partitions(from.table.getCellCount());
-  std::vector<Band> bands;
+  std::vector<BlockNumbers> blocks;
   bool hasNaN = false;
-  collectInBands(
-      from, [&] { return CollectBand(partitions); },
-      [&](Band& band) {
-        hasNaN = hasNaN || band.hasNaN;
-        bands.push_back(std::move(band));
+  collectFromRanges(
+      from, [&] { return BlockSink(partitions); },
+      [&](BlockNumbers& block) {
+        hasNaN = hasNaN || block.hasNaN;
+        blocks.push_back(std::move(block));
       });
 
   auto const makeWorker = [&] {
-    return [&](std::size_t partition) { return sortPartition(bands, partition); };
+    return [&](std::size_t partition) { return sortPartition(blocks, partition); };
   };
-  auto const deliver = [&](std::vector<Key>& piece) {
-    _count += piece.size();
-    _pieces.push_back(std::move(piece));
+  auto const deliver = [&](std::vector<Key>& keys) {
+    _count += keys.size();
+    _partitions.push_back(std::move(keys));
   };
-  OrderedParallel(partitions.count(), from.threadCount, makeWorker, deliver).run();
+  OrderedTasks(partitions.count(), from.threadCount, makeWorker, deliver).run();
   if (_count == 0 && hasNaN) {
     _count = 1;
-    _pieces.clear();
+    _partitions.clear();
   }
 }
 
 FloatNumber DistinctNumbers::at(std::size_t rank, RankingOrder order) const noexcept {
-  if (_pieces.empty()) {
+  if (_partitions.empty()) {
     return FloatNumber(std::numeric_limits<double>::quiet_NaN());
   }
   std::size_t const wanted = order == RankingOrder::SmallestFirst ? rank : _count - rank + 1;
@@ -120,8 +121,8 @@ FloatNumber DistinctNumbers::at(std::size_t rank, RankingOrder order) const noex
 
 std::size_t DistinctNumbers::countUpTo(Key key) const noexcept {
   std::size_t count = 0;
-  for (std::vector<Key> const& piece : _pieces) {
-    count += static_cast<std::size_t>(std::ranges::upper_bound(piece, key) - piece.begin());
+  for (std::vector<Key> const& keys : _partitions) {
+    count += static_cast<std::size_t>(std::ranges::upper_bound(keys, key) - keys.begin());
   }
   return count;
 }

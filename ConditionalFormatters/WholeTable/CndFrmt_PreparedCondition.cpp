@@ -1,17 +1,20 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
 
+#include <string>
+
 #include <boost/variant/apply_visitor.hpp>
+#include <boost/variant/get.hpp>
 #include <boost/variant/static_visitor.hpp>
 
-#include "ConditionalFormatters/Operators/CndFrmt_BinaryOperator.h"
-#include "ConditionalFormatters/Operators/CndFrmt_TextOperator.h"
-#include "ConditionalFormatters/Operators/CndFrmt_UnaryOperator.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_FormulaCondition.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_NumbersConditions.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_UniquenessCondition.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_ValueCondition.h"
+#include "ConditionalFormatters/Formats/CndFrmt_FormulaBaseCell.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_FormulaConditions.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_NumberCondition.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_OccurrenceCondition.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_ValueConditions.h"
 #include "DOM/ConditionalFormat.h"
 #include "DOM/ConditionalFormatOperator.h"
+#include "Formulas/ContextProvider.h"
+#include "Utils/PtrUtils.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -19,53 +22,82 @@ namespace {
 
 using ConditionPtr = std::unique_ptr<PreparedCondition const>;
 
-class Preparer : public boost::static_visitor<ConditionPtr> {
+/// Prepares the condition of each kind of record.
+class ConditionPreparer : public boost::static_visitor<ConditionPtr> {
 public:
-  Preparer(ConditionSources const& sources, ConditionalFormatRef const& formatRef) noexcept
-      : _sources(sources), _formatRef(formatRef) {}
+  ConditionPreparer(ConditionSources const& sources, std::vector<TableRange> const& ranges) noexcept
+      : _sources(sources), _ranges(ranges) {}
 
-  ConditionPtr operator()(DOM::NullaryConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<ValueCondition>(_sources, _formatRef);
+  ConditionPtr operator()(DOM::NullaryConditionalFormatOperator const& record) const {
+    auto const period = findDatePeriod(record.getType());
+    if (!period) {
+      return std::make_unique<ValueKindCondition>(findValueKindTest(record.getType()));
+    }
+    return std::make_unique<DatePeriodCondition>(*period, contextProvider().getLocaleContext(),
+                                                 _sources.provider.getTimeZone());
   }
-  ConditionPtr operator()(DOM::UnaryConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<FormulaCondition<UnaryOperator, 1>>(_sources, _formatRef);
+
+  ConditionPtr operator()(DOM::UnaryConditionalFormatOperator const& record) const {
+    auto const origin = findOrigin();
+    if (record.getType() == DOM::UnaryConditionalFormatType::FormulaIsTrue) {
+      return std::make_unique<TruthCondition>(origin, record.getArgument());
+    }
+    return std::make_unique<ComparisonCondition>(findComparison(record.getType()), origin,
+                                                 record.getArgument());
   }
-  ConditionPtr operator()(DOM::BinaryConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<FormulaCondition<BinaryOperator, 2>>(_sources, _formatRef);
+
+  ConditionPtr operator()(DOM::BinaryConditionalFormatOperator const& record) const {
+    return std::make_unique<BoundsCondition>(findBoundsTest(record.getType()), findOrigin(),
+                                             record.getFirstArgument(), record.getSecondArgument());
   }
-  ConditionPtr operator()(DOM::TextConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<FormulaCondition<TextOperator, 1>>(_sources, _formatRef);
+
+  ConditionPtr operator()(DOM::TextConditionalFormatOperator const& record) const {
+    auto const origin = findOrigin();
+    TextTest const test = findTextTest(record.getType());
+    if (auto const* literal = boost::get<std::string>(&record.getArgument())) {
+      return std::make_unique<LiteralTextCondition>(test, origin.contextProvider, *literal);
+    }
+    auto const& formula =
+        boost::get<std::unique_ptr<DOM::FormulaSyntaxTree::Expr>>(record.getArgument());
+    return std::make_unique<FormulaTextCondition>(test, origin, PtrUtils::derefHeld(formula));
   }
-  ConditionPtr operator()(DOM::TopBottomConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<TopBottomCondition>(_sources, _formatRef);
+
+  ConditionPtr operator()(DOM::TopBottomConditionalFormatOperator const& record) const {
+    return NumberCondition::againstThreshold(record, fromRanges());
   }
-  ConditionPtr operator()(DOM::AboveAverageConditionalFormatOperator const& /*record*/) const {
-    return std::make_unique<AverageCondition>(_sources, _formatRef);
+
+  ConditionPtr operator()(DOM::AboveAverageConditionalFormatOperator const& record) const {
+    return NumberCondition::againstMean(record, fromRanges());
   }
+
   ConditionPtr operator()(DOM::UniquenessConditionalFormatOperator const& record) const {
-    return std::make_unique<UniquenessCondition>(_sources, _formatRef, record.type);
+    return std::make_unique<OccurrenceCondition>(record, fromRanges());
   }
 
 private:
+  [[nodiscard]] Formulas::ContextProvider const& contextProvider() const {
+    return _sources.provider.getFormulasContextProvider();
+  }
+  [[nodiscard]] FormulaOrigin findOrigin() const {
+    CellIndex const baseCell = formulaBaseCell(_ranges);
+    return {_sources.table, contextProvider(), baseCell};
+  }
+  [[nodiscard]] CollectedRanges fromRanges() const noexcept {
+    return {_sources.provider, _sources.table, _ranges, _sources.threadCount};
+  }
+
   ConditionSources const& _sources;
-  ConditionalFormatRef const& _formatRef;
+  std::vector<TableRange> const& _ranges;
 };
 
 }  // namespace
 
 PreparedCondition::~PreparedCondition() = default;
 
-void PreparedCondition::makeOnce(unsigned threadCount) const {
-  std::lock_guard const lock(_mutex);
-  if (!_isReady.load(std::memory_order_relaxed)) {
-    make(threadCount);
-    _isReady.store(true, std::memory_order_release);
-  }
-}
-
 ConditionPtr prepareCondition(ConditionSources const& sources,
                               ConditionalFormatRef const& formatRef) {
-  return boost::apply_visitor(Preparer(sources, formatRef), formatRef.second.get().getOperator());
+  auto const& [ranges, format] = formatRef;
+  return boost::apply_visitor(ConditionPreparer(sources, ranges), format.get().getOperator());
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -1,33 +1,49 @@
 #pragma once
 
-#include <atomic>
 #include <memory>
-#include <mutex>
 
+#include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
-#include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
-#include "DOM/CellInfo.h"
-#include "DOM/Table.h"
+#include "Formulas/EvaluationSession.h"
+#include "Formulas/LookupCache.h"
+#include "OfficeUtils/Moment.h"
 
-namespace Zorv::Formulas {
-class EvaluationSession;
-}  // namespace Zorv::Formulas
+namespace Zorv::DOM {
+class Table;
+}  // namespace Zorv::DOM
 
 namespace Zorv::ConditionalFormatters {
 
-/// What conditions are prepared from. Borrows everything.
-struct ConditionSources {
-  ValueContextProvider const& provider;
-  DOM::Table const& table;
-  OperatorsFactory const& factory;
+/// A cell that conditions are asked about.
+struct TestedCell {
+  FormulaValueData data;
+  /// Whether the cell exists and lies in the ranges of the format: its value is then among those
+  /// that are collected from the ranges.
+  bool isCollected;
 };
 
-/// One format's condition, to be asked about many cells of an unchanged document: what does not
-/// depend on the cell is made once, when the first cell needs it.
+/// What one thread needs for a pass: one moment for all of its cells, and a session of the formula
+/// engine. Threads: for one thread at a time.
+class PassContext {
+public:
+  PassContext(Formulas::LookupCache& lookups, OfficeUtils::Clock::TimePoint moment) noexcept
+      : _moment(moment), _session(lookups, _moment) {}
+
+  [[nodiscard]] OfficeUtils::Moment& getMoment() noexcept { return _moment; }
+  [[nodiscard]] Formulas::EvaluationSession& getSession() noexcept { return _session; }
+
+private:
+  OfficeUtils::Moment _moment;
+  Formulas::EvaluationSession _session;  // borrows the moment
+};
+
+/// One format's condition for many cells of an unchanged document: a predicate, and the operands
+/// that do not depend on the cell, prepared once.
 ///
-/// Ownership: borrows what it is made from. Threads: may be asked from several threads.
+/// Immutable. Ownership: borrows the format and what it was prepared from. Threads: may be asked
+/// from several threads, each with a pass context of its own.
 class PreparedCondition {
 public:
   PreparedCondition() = default;
@@ -35,33 +51,23 @@ public:
   PreparedCondition& operator=(PreparedCondition const&) = delete;
   virtual ~PreparedCondition();
 
-  /// Makes what the condition needs, where that has not been done, with the help of as many threads
-  /// as a pass has; throws what making it throws, each time.
-  void obtain(unsigned threadCount) const {
-    if (!_isReady.load(std::memory_order_acquire)) {
-      makeOnce(threadCount);
-    }
-  }
+  /// Answers, asserts and throws what the format's Operator does.
+  [[nodiscard]] virtual bool holds(TestedCell const& cell, PassContext& pass) const = 0;
 
-  /// What the format's Operator answers for a cell of the format's ranges, or for a position
-  /// without a cell anywhere. Requires obtain(), and a session of the calling thread.
-  [[nodiscard]] virtual bool holdsFor(DOM::CellInfo const& cellInfo, FormulaValueData const& data,
-                                      Formulas::EvaluationSession& session) const = 0;
-
-protected:
-  virtual void make(unsigned threadCount) const = 0;
-
-  /// Guards what is made; recursive, because a provider may ask about the table that it is read
-  /// for.
-  mutable std::recursive_mutex _mutex;
-
-private:
-  void makeOnce(unsigned threadCount) const;
-
-  mutable std::atomic<bool> _isReady = false;
+  /// The operands that the cell's value is tested against. For explanations of single cells: the
+  /// occurrences of a value are counted in all ranges.
+  [[nodiscard]] virtual ConditionOperands findOperands(TestedCell const& cell,
+                                                       PassContext& pass) const = 0;
 };
 
-/// Prepares the condition of a format.
+/// What conditions are prepared from, and by how many threads. Borrows everything.
+struct ConditionSources {
+  ValueContextProvider const& provider;
+  DOM::Table const& table;
+  unsigned threadCount;
+};
+
+/// Prepares the condition of a format. Stops the process, or throws, where OperatorsFactory does.
 [[nodiscard]] std::unique_ptr<PreparedCondition const> prepareCondition(
     ConditionSources const& sources, ConditionalFormatRef const& formatRef);
 

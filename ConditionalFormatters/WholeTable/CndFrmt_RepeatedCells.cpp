@@ -23,12 +23,12 @@ namespace {
 
 using FormulaModel::ValueKey;
 
-struct Place {
+struct Position {
   std::uint32_t row;
   std::uint32_t column;
 };
 
-/// A value's key, and the number of its cell.
+/// A value's key, and the index of its cell.
 struct Entry {
   ValueKey key;
   std::uint64_t cell;
@@ -47,18 +47,18 @@ bool isComparable(FormulaValue const& value) noexcept {
                            : !std::isnan(number->value.get());
 }
 
-/// The values of one band, with its cells numbered as they were visited.
-struct Band {
-  std::vector<Place> places;
-  std::size_t firstCell = 0;  ///< the number of the band's first cell among those of all bands
+/// The values of one row block. Its cells have indices in the order of the walk.
+struct BlockValues {
+  std::vector<Position> positions;
+  std::size_t firstCell = 0;  ///< index of its first cell among those of all blocks
   std::vector<std::string> strings;
   PartitionedEntries<TextEntry> texts;
   PartitionedEntries<Entry> others;
 };
 
-class CollectBand {
+class BlockSink {
 public:
-  explicit CollectBand(HashPartitions partitions) noexcept : _partitions(partitions) {}
+  explicit BlockSink(HashPartitions partitions) noexcept : _partitions(partitions) {}
 
   void add(DOM::CellInfo const& cellInfo, FormulaValue value) {
     if (!isComparable(value)) {
@@ -66,33 +66,33 @@ public:
     }
     ValueKey const key = FormulaModel::makeValueKey(value, std::hash<std::string>());
     if (auto* const string = boost::get<FormulaModel::FormulaString>(&value)) {
-      _texts.push_back({key, _band.places.size(), nullptr});
-      _band.strings.push_back(std::move(string->value));
+      _texts.push_back({key, _block.positions.size(), nullptr});
+      _block.strings.push_back(std::move(string->value));
     } else {
-      _others.push_back({key, _band.places.size()});
+      _others.push_back({key, _block.positions.size()});
     }
-    _band.places.push_back({static_cast<std::uint32_t>(cellInfo.getRowIndex()),
-                            static_cast<std::uint32_t>(cellInfo.getColIndex())});
+    _block.positions.push_back({static_cast<std::uint32_t>(cellInfo.getRowIndex()),
+                                static_cast<std::uint32_t>(cellInfo.getColIndex())});
   }
 
-  [[nodiscard]] Band finish() {
-    for (std::size_t number = 0; number < _texts.size(); ++number) {
-      _texts[number].text = &_band.strings[number];
+  [[nodiscard]] BlockValues finalize() {
+    for (std::size_t index = 0; index < _texts.size(); ++index) {
+      _texts[index].text = &_block.strings[index];
     }
     constexpr auto keyOf = [](auto const& entry) { return entry.key.bits(); };
-    _band.texts = PartitionedEntries(_texts, _partitions, keyOf);
-    _band.others = PartitionedEntries(_others, _partitions, keyOf);
-    return std::move(_band);
+    _block.texts = PartitionedEntries(_texts, _partitions, keyOf);
+    _block.others = PartitionedEntries(_others, _partitions, keyOf);
+    return std::move(_block);
   }
 
 private:
   HashPartitions _partitions;
-  Band _band;
+  BlockValues _block;
   std::vector<TextEntry> _texts;
   std::vector<Entry> _others;
 };
 
-/// Which cells are marked, by number; different ones may be marked by several threads at once.
+/// Flags by cell index. Threads may set flags of different cells at once.
 using Marks = std::vector<std::uint8_t>;
 
 template <class AnyEntry>
@@ -104,7 +104,7 @@ void markIfSeveral(std::span<AnyEntry const> equal, Marks& marks) {
   }
 }
 
-/// Calls `onGroup(group)` for each group of sorted entries of which none is less than another.
+/// Calls `onGroup(group)` for each group of equal entries among sorted ones.
 template <class AnyEntry, class IsLess, class OnGroup>
 void forEachGroup(std::span<AnyEntry> entries, IsLess const& isLess, OnGroup const& onGroup) {
   for (std::size_t begin = 0; begin < entries.size();) {
@@ -122,28 +122,28 @@ constexpr auto hasLessText = [](TextEntry const& a, TextEntry const& b) {
   return *a.text < *b.text;
 };
 
-/// The entries of one partition of all bands, sorted by key.
+/// The entries of one partition of all blocks, sorted by key.
 template <class AnyEntry>
-std::vector<AnyEntry> gatherPartition(std::vector<Band> const& bands,
-                                      PartitionedEntries<AnyEntry> Band::*entries,
+std::vector<AnyEntry> gatherPartition(std::vector<BlockValues> const& blocks,
+                                      PartitionedEntries<AnyEntry> BlockValues::*entries,
                                       std::size_t partition) {
   std::vector<AnyEntry> gathered;
-  for (Band const& band : bands) {
-    for (AnyEntry entry : (band.*entries).at(partition)) {
-      entry.cell += band.firstCell;
+  for (BlockValues const& block : blocks) {
+    for (AnyEntry entry : (block.*entries).at(partition)) {
+      entry.cell += block.firstCell;
       gathered.push_back(entry);
     }
   }
-  // Keys compare in one instruction: nothing to mispredict.
+  // Branchless: comparisons of random keys are mispredicted.
   boost::sort::pdqsort_branchless(gathered.begin(), gathered.end(), hasLessKey);
   return gathered;
 }
 
-void markPartition(std::vector<Band> const& bands, std::size_t partition, Marks& marks) {
-  auto others = gatherPartition(bands, &Band::others, partition);
+void markPartition(std::vector<BlockValues> const& blocks, std::size_t partition, Marks& marks) {
+  auto others = gatherPartition(blocks, &BlockValues::others, partition);
   forEachGroup(std::span(others), hasLessKey,
                [&](std::span<Entry const> equal) { markIfSeveral(equal, marks); });
-  auto texts = gatherPartition(bands, &Band::texts, partition);
+  auto texts = gatherPartition(blocks, &BlockValues::texts, partition);
   forEachGroup(std::span(texts), hasLessKey, [&](std::span<TextEntry> sameHash) {
     boost::sort::pdqsort(sameHash.begin(), sameHash.end(), hasLessText);
     forEachGroup(sameHash, hasLessText,
@@ -155,31 +155,31 @@ void markPartition(std::vector<Band> const& bands, std::size_t partition, Marks&
 
 CellSet findRepeatedCells(CollectedRanges const& from) {
   HashPartitions const partitions(from.table.getCellCount());
-  std::vector<Band> bands;
+  std::vector<BlockValues> blocks;
   std::size_t cellCount = 0;
-  collectInBands(
-      from, [&] { return CollectBand(partitions); },
-      [&](Band& band) {
-        band.firstCell = cellCount;
-        cellCount += band.places.size();
-        bands.push_back(std::move(band));
+  collectFromRanges(
+      from, [&] { return BlockSink(partitions); },
+      [&](BlockValues& block) {
+        block.firstCell = cellCount;
+        cellCount += block.positions.size();
+        blocks.push_back(std::move(block));
       });
 
   Marks isRepeated(cellCount);
   auto const makeWorker = [&] {
     return [&](std::size_t partition) {
-      markPartition(bands, partition, isRepeated);
+      markPartition(blocks, partition, isRepeated);
       return partition;
     };
   };
   auto const deliver = [](std::size_t /*partition*/) {};
-  OrderedParallel(partitions.count(), from.threadCount, makeWorker, deliver).run();
+  OrderedTasks(partitions.count(), from.threadCount, makeWorker, deliver).run();
 
   CellSet repeated;
-  for (Band const& band : bands) {
-    for (std::size_t number = 0; number < band.places.size(); ++number) {
-      if (isRepeated[band.firstCell + number] != 0) {
-        repeated.insert(band.places[number].row, band.places[number].column);
+  for (BlockValues const& block : blocks) {
+    for (std::size_t index = 0; index < block.positions.size(); ++index) {
+      if (isRepeated[block.firstCell + index] != 0) {
+        repeated.insert(block.positions[index].row, block.positions[index].column);
       }
     }
   }

@@ -1,17 +1,17 @@
 #pragma once
 
+#include "ConditionalFormatters/Parallel/CndFrmt_CollectFromRanges.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_CollectInBands.h"
 
 namespace Zorv::ConditionalFormatters {
 
-/// The existing cells of some ranges whose value stands there more than once, by the equality of
-/// FormulaValueMultiset: a cell of two ranges counts twice, an empty one does not count, and a NaN
+/// The existing cells of some ranges whose value occurs there more than once, by the equality of
+/// FormulaValueMultiset. A cell of two ranges counts twice, an empty one does not count, and NaN
 /// equals nothing.
 ///
-/// Cost: every value is collected and compared with those of the same hash alone, in partitions
-/// that fit a processor's cache, so that the time for a cell does not grow with their number. Takes
-/// some forty bytes for each cell, and its text, until it returns.
+/// Values are compared within hash partitions that fit a processor's cache, so that the time for a
+/// cell does not grow with their number. Needs some forty bytes for each cell, and its text, until
+/// it returns. Throws what the provider throws.
 [[nodiscard]] CellSet findRepeatedCells(CollectedRanges const& from);
 
 }  // namespace Zorv::ConditionalFormatters

@@ -17,7 +17,8 @@
 
 namespace DOM = Zorv::DOM;
 using Zorv::ConditionalFormatters::ConditionalFormattingPropsCalculator;
-using Zorv::ConditionalFormatters::TableResolver;
+using Zorv::ConditionalFormatters::ResolvedCell;
+using Zorv::ConditionalFormatters::TablePass;
 
 namespace {
 
@@ -98,18 +99,15 @@ int main() {
   // share the work. The visitor is called for one cell at a time, row by row.
   auto const resolver = calculator.prepare(styles, table);
   std::vector<unsigned long> boldRows;
-  resolver.visit(
-      table.getUsedRange(), TableResolver::Positions::Existing,
-      [&](DOM::CellInfo const& cell, DOM::SharedCellStylePtr const& cellStyle) {
-        if (cellStyle && cellStyle->get().getRunProps()->bold) {
-          boldRows.push_back(cell.getRowIndex());
-        }
-      },
-      4);
+  TablePass const pass{.range = table.getUsedRange(), .threadCount = 4};
+  resolver.visit(pass, [&](ResolvedCell const& cell) {
+    if (cell.style && cell.style->get().getRunProps()->bold) {
+      boldRows.push_back(cell.cellInfo.getRowIndex());
+    }
+  });
 
   // The same as rectangles of one style each.
-  auto const runs =
-      resolver.resolveRuns(table.getUsedRange(), TableResolver::Positions::Existing, 4);
+  auto const runs = resolver.resolveRuns(pass);
   // [table]
 
   expect(boldRows == std::vector{1UL, 4UL}, "48 and 40 are bold");

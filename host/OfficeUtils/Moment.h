@@ -35,4 +35,12 @@ private:
   std::optional<LastAnswer> _last;
 };
 
+/// The current date and time in a time zone: those of `moment`, or if that is null those of the
+/// clock, see DateTime::getNow().
+[[nodiscard]] inline DateTime readNow(Moment* moment, DOM::TimeZone const& timeZone,
+                                      LocaleContext const& locale) {
+  return moment != nullptr ? moment->toDateTime(timeZone, locale)
+                           : DateTime::getNow(timeZone, locale);
+}
+
 }  // namespace Zorv::OfficeUtils

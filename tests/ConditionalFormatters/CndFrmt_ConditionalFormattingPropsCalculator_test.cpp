@@ -21,8 +21,8 @@ constexpr char const* nullPointerMessage =
 
 static_assert(!std::is_copy_constructible_v<ConditionalFormattingPropsCalculator>);
 static_assert(!std::is_polymorphic_v<ConditionalFormattingPropsCalculator>);
-static_assert(!std::is_convertible_v<std::unique_ptr<ValueContextProvider>,
-                                     ConditionalFormattingPropsCalculator>);
+static_assert(std::is_convertible_v<std::unique_ptr<ValueContextProvider>,
+                                    ConditionalFormattingPropsCalculator>);
 
 class CalculatorFrameTest : public CalculatorTest {};
 using CalculatorFrameDeathTest = CalculatorFrameTest;

@@ -1,5 +1,6 @@
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <limits>
@@ -15,7 +16,6 @@
 #include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
-#include "ConditionalFormatters/CndFrmt_FormatWalk.h"
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
 #include "ConditionalFormatters/RandomTable.h"
 #include "FormulaModel/FormulaValueAccess.h"
@@ -65,6 +65,12 @@ Verdict judgeByOperator(ValueContextProvider const& provider, ConditionalFormatR
   });
 }
 
+bool isInRanges(std::vector<TableRange> const& ranges, CellInfo const& cell) {
+  return std::ranges::any_of(ranges, [&](TableRange const& range) {
+    return range.contains(cell.getRowIndex(), cell.getColIndex());
+  });
+}
+
 /// Whether a uniqueness condition is asked about a value that its ranges do not have, which stops
 /// the process.
 bool isFatal(ConditionalFormatRef const& formatRef, CellInfo const& cell) {
@@ -77,7 +83,7 @@ bool isFatal(ConditionalFormatRef const& formatRef, CellInfo const& cell) {
   for (unsigned long row = 0; row < RandomTable::rows; ++row) {
     for (unsigned long column = 0; column < RandomTable::columns; ++column) {
       CellInfo const other = cell.getTable().getCellInfo(row, column);
-      if (holdsCell(formatRef, other) && other.getCell() != nullptr &&
+      if (isInRanges(formatRef.first, other) && other.getCell() != nullptr &&
           isEqual(other.getCell()->value, cell.getCell()->value)) {
         return false;
       }
@@ -129,8 +135,8 @@ RC_GTEST_PROP(TableResolverHolds, MayBeAskedBySeveralThreadsBesidePasses, ()) {
   std::vector<std::vector<Verdict>> verdicts(3);
   runOnThreads(verdicts.size() + 1, [&](std::size_t thread) {
     if (thread == verdicts.size()) {
-      resolver.visit({0, 0, RandomTable::rows, RandomTable::columns}, TableResolver::Positions::All,
-                     [](CellInfo const&, SharedCellStylePtr const&) {});
+      resolver.visit({{0, 0, RandomTable::rows, RandomTable::columns}, TablePass::Positions::All},
+                     [](ResolvedCell const&) {});
       return;
     }
     for (auto const& question : questions) {
@@ -143,6 +149,59 @@ RC_GTEST_PROP(TableResolverHolds, MayBeAskedBySeveralThreadsBesidePasses, ()) {
     auto const expected = judgeByOperator(provider, formatRefs[format], cell);
     for (auto const& ofThread : verdicts) {
       RC_ASSERT(ofThread[number] == expected);
+    }
+  }
+}
+
+/// The verdicts of a pass: position, and what was told of it.
+std::vector<std::pair<CellIndex, Verdict>> visitVerdicts(TableResolver const& resolver,
+                                                         std::size_t format, TablePass pass) {
+  pass.onFailure = TablePass::OnFailure::Skip;
+  std::vector<std::pair<CellIndex, Verdict>> verdicts;
+  resolver.visitVerdicts(format, pass, [&](CellVerdict const& verdict) {
+    auto const answer = [&] {
+      if (verdict.failure != nullptr) {
+        RC_ASSERT(verdict.failure->format == format);
+        RC_ASSERT(!verdict.holds);
+        std::rethrow_exception(verdict.failure->exception);
+      }
+      return verdict.holds;
+    };
+    verdicts.emplace_back(verdict.cellInfo.getCellIndex(), judge(answer));
+  });
+  return verdicts;
+}
+
+RC_GTEST_PROP(TableResolverVerdicts, AreThoseOfHoldsForThePositionsOfTheFormat, ()) {
+  ScopedClock const clock(noonOn21November());
+  RandomTable const random({.withUnknownKinds = true});
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<PlainValueContextProvider>(random.table));
+  auto const resolver = calculator.prepare(random.styles, random.table);
+  auto const& formatRefs = calculator.getConditionalFormatRefs(random.table);
+  TableRange const range{1, 0, RandomTable::rows + 1, RandomTable::columns};
+  for (std::size_t format = 0; format < formatRefs.size(); ++format) {
+    std::vector<std::pair<CellIndex, Verdict>> all;
+    std::vector<std::pair<CellIndex, Verdict>> existing;
+    for (unsigned long row = range.firstRow; row < range.endRow; ++row) {
+      for (unsigned long column = range.firstColumn; column < range.endColumn; ++column) {
+        CellInfo const cell = random.table.getCellInfo(row, column);
+        if (isInRanges(formatRefs[format].first, cell)) {
+          all.emplace_back(cell.getCellIndex(),
+                           judge([&] { return resolver.holds(format, cell); }));
+          if (cell.getCell() != nullptr) {
+            existing.push_back(all.back());
+          }
+        }
+      }
+    }
+    RC_ASSERT(resolver.countFormatted(format, range) == all.size());
+    using Positions = TablePass::Positions;
+    for (unsigned const threadCount : {1U, 3U}) {
+      RC_ASSERT(visitVerdicts(resolver, format, {range, Positions::All, threadCount}) == all);
+      RC_ASSERT(visitVerdicts(resolver, format, {range, Positions::Formatted, threadCount}) == all);
+      RC_ASSERT(visitVerdicts(resolver, format, {range, Positions::Existing, threadCount}) ==
+                existing);
     }
   }
 }
@@ -304,6 +363,77 @@ TEST_F(TableResolverHoldsTest, AValueOfAnotherPlaceIsLookedForAmongThoseOfTheRan
   EXPECT_TRUE(resolver.holds(0, table.getCellInfo(5, 0))) << "1, beyond the range";
   EXPECT_FALSE(resolver.holds(0, table.getCellInfo(6, 0))) << "2, beyond the range";
   EXPECT_TRUE(resolver.holds(0, table.getCellInfo(0, 9))) << "3, where there is no cell";
+}
+
+TEST_F(TableResolverHoldsTest, AFailureEndsAPassOverVerdictsAfterTheCellsBeforeIt) {
+  addFormula("A1>5");
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<AnsweringProvider>(table, [](CellInfo const& cell) {
+        return cell.getRowIndex() == 77 ? throw std::runtime_error("no value")
+                                        : cell.getCell()->value;
+      }));
+  auto const resolver = calculator.prepare(styles, table);
+  for (unsigned const threadCount : {1U, 2U}) {
+    unsigned long visited = 0;
+    auto const visit = [&] {
+      resolver.visitVerdicts(0, {.range = column, .threadCount = threadCount},
+                             [&](CellVerdict const&) { ++visited; });
+    };
+    EXPECT_THROW(visit(), std::runtime_error);
+    EXPECT_EQ(visited, 77U);
+  }
+}
+
+bool isNumber(boost::optional<FormulaValue> const& value, double expected) {
+  auto const* const number = value ? boost::get<FormulaModel::FormulaNumber>(&*value) : nullptr;
+  return number != nullptr && number->value.get() == expected;
+}
+
+TEST_F(TableResolverHoldsTest, TellsTheOperandsThatACellIsTestedAgainst) {
+  using Number = TopBottomConditionalFormatType;
+  addFormat(table, {column},
+            UnaryConditionalFormatOperator(UnaryConditionalFormatType::Greater,
+                                           Formulas::parseExpr("A1*2")));
+  addFormat(table, {column},
+            BinaryConditionalFormatOperator(BinaryConditionalFormatType::Between,
+                                            Formulas::parseExpr("3"), Formulas::parseExpr("A1+1")));
+  addFormat(table, {column},
+            TextConditionalFormatOperator(TextConditionalFormatType::Contains, "99"));
+  addFormat(table, {column},
+            TextConditionalFormatOperator(
+                TextConditionalFormatType::EndsWith,
+                std::make_unique<FormulaSyntaxTree::Expr>(Formulas::parseExpr("A1/2"))));
+  addFormat(table, {column},
+            AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::Above));
+  addFormat(table, {column}, TopBottomConditionalFormatOperator(Number::Top, 3, false));
+  addFormat(table, {column}, TopBottomConditionalFormatOperator(Number::Bottom, 50, true));
+  addFormat(table, {column}, TopBottomConditionalFormatOperator(Number::Top, 0, false));
+  addUnique({{5, 0, 9, 1}, {7, 0, 8, 1}});
+  addFormat(table, {column}, NullaryConditionalFormatOperator(NullaryConditionalFormatType::Today));
+  addFormat(table, {column}, holdsAlways());
+  ScopedClock const clock(noonOn21November());
+  auto const calculator = makeCalculator();
+  auto const resolver = calculator.prepare(styles, table);
+  CellInfo const cell = table.getCellInfo(7, 0);
+  auto const operandsOf = [&](std::size_t format) { return resolver.findOperands(format, cell); };
+
+  EXPECT_TRUE(isNumber(std::get<ArgumentOperand>(operandsOf(0)).value, 14));
+  EXPECT_TRUE(isNumber(std::get<BoundsOperand>(operandsOf(1)).lower, 3));
+  EXPECT_TRUE(isNumber(std::get<BoundsOperand>(operandsOf(1)).upper, 8));
+  EXPECT_EQ(std::get<PatternOperand>(operandsOf(2)).pattern.value(), "99");
+  EXPECT_EQ(std::get<PatternOperand>(operandsOf(3)).pattern.value(), "3.5");
+  EXPECT_EQ(std::get<MeanOperand>(operandsOf(4)).mean.get(), 149.5);
+  EXPECT_EQ(std::get<MeanOperand>(operandsOf(4)).count, cellCount);
+  EXPECT_EQ(std::get<ThresholdOperand>(operandsOf(5)).threshold->get(), 297);
+  EXPECT_EQ(std::get<ThresholdOperand>(operandsOf(5)).rank, 3U);
+  EXPECT_EQ(std::get<ThresholdOperand>(operandsOf(6)).threshold->get(), 149);
+  EXPECT_EQ(std::get<ThresholdOperand>(operandsOf(6)).rank, 150U);
+  EXPECT_FALSE(std::get<ThresholdOperand>(operandsOf(7)).threshold);
+  EXPECT_EQ(std::get<OccurrenceOperand>(operandsOf(8)).count, 2U);
+  EXPECT_EQ(std::get<OccurrenceOperand>(operandsOf(8)).first.value(), cell.getCellIndex());
+  EXPECT_EQ(std::get<PeriodOperand>(operandsOf(9)).first, 46347);
+  EXPECT_TRUE(std::holds_alternative<std::monostate>(operandsOf(10)));
+  EXPECT_THROW(static_cast<void>(operandsOf(11)), std::out_of_range);
 }
 
 TEST_F(TableResolverHoldsTest, ThrowsWhereThereIsNoSuchFormat) {

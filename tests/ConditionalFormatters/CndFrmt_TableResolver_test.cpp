@@ -1,10 +1,10 @@
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <limits>
 #include <memory>
-#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -16,11 +16,11 @@
 #include <rapidcheck/gtest.h>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
-#include "ConditionalFormatters/CndFrmt_FormatWalk.h"
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
 #include "ConditionalFormatters/RandomTable.h"
 #include "Formulas/ParseExpr.h"
 #include "OfficeUtils/Clock.h"
+#include "OfficeUtils/PinnedMoment.h"
 #include "support/CountingValueContextProvider.h"
 #include "support/Documents.h"
 #include "support/ForwardingValueContextProvider.h"
@@ -34,7 +34,8 @@ namespace {
 using namespace TestSupport;
 using namespace DOM;
 using OfficeUtils::ScopedClock;
-using Positions = TableResolver::Positions;
+using Positions = TablePass::Positions;
+using OnFailure = TablePass::OnFailure;
 
 std::unique_ptr<ConditionalFormattingPropsCalculator> makeCalculator(Table const& table) {
   return std::make_unique<ConditionalFormattingPropsCalculator>(
@@ -64,12 +65,9 @@ using Visited = std::vector<std::pair<CellIndex, SharedCellStylePtr>>;
 Visited visitAll(TableResolver const& resolver, TableRange const& range, Positions positions,
                  unsigned threadCount) {
   Visited visited;
-  resolver.visit(
-      range, positions,
-      [&](CellInfo const& cell, SharedCellStylePtr const& style) {
-        visited.emplace_back(cell.getCellIndex(), style);
-      },
-      threadCount);
+  resolver.visit({range, positions, threadCount}, [&](ResolvedCell const& cell) {
+    visited.emplace_back(cell.cellInfo.getCellIndex(), cell.style);
+  });
   return visited;
 }
 
@@ -118,31 +116,29 @@ RC_GTEST_PROP(TableResolver, ExplainsEachStyleByTheFormatsThatHoldOnAnyNumberOfT
   PlainValueContextProvider const provider(random.table);
   OperatorsFactory const factory(provider, random.table);
   auto const findHolding = [&](CellInfo const& cell) {
-    std::vector<std::uint32_t> holding;
-    walkFormats(
-        formatRefs, cell,
-        [&](ConditionalFormatRef const& formatRef) { return factory.create(formatRef); },
-        [&] {
-          return FormulaValueData{provider.getCellValue(cell), cell.getCellIndex()};
-        },
-        [&](ConditionalFormatRef const& formatRef) {
-          holding.push_back(static_cast<std::uint32_t>(&formatRef - formatRefs.data()));
-          return stepAfter(formatRef.second);
-        });
+    std::vector<FormatIndex> holding;
+    for (FormatIndex format = 0; format < formatRefs.size(); ++format) {
+      auto const& [ranges, record] = formatRefs[format];
+      bool const isOnCell = std::ranges::any_of(ranges, [&](TableRange const& range) {
+        return range.contains(cell.getRowIndex(), cell.getColIndex());
+      });
+      if (isOnCell && (*factory.create(formatRefs[format]))(
+                          {provider.getCellValue(cell), cell.getCellIndex()})) {
+        holding.push_back(format);
+        if (record.get().getStopCalculateConditions()) {
+          break;
+        }
+      }
+    }
     return holding;
   };
   for (auto const positions : {Positions::All, Positions::Existing}) {
     for (unsigned const threadCount : {1U, 2U, 7U}) {
-      Visited explained;
-      resolver.explain(
-          everything, positions,
-          [&](CellInfo const& cell, SharedCellStylePtr const& style,
-              std::span<std::uint32_t const> formats) {
-            explained.emplace_back(cell.getCellIndex(), style);
-            RC_ASSERT(std::vector(formats.begin(), formats.end()) == findHolding(cell));
-          },
-          threadCount);
-      RC_ASSERT(explained == visitAll(resolver, everything, positions, 1));
+      resolver.visit({everything, positions, threadCount}, [&](ResolvedCell const& cell) {
+        RC_ASSERT(std::vector(cell.formats.begin(), cell.formats.end()) ==
+                  findHolding(cell.cellInfo));
+        RC_ASSERT(cell.failure == nullptr);
+      });
     }
   }
 }
@@ -153,7 +149,7 @@ RC_GTEST_PROP(TableResolver, RunsCoverExactlyTheStyledPositions, ()) {
   auto const calculator = makeCalculator(random.table);
   auto const resolver = calculator->prepare(random.styles, random.table);
   for (unsigned const threadCount : {1U, 2U, 7U}) {
-    auto const runs = resolver.resolveRuns(everything, Positions::All, threadCount);
+    auto const runs = resolver.resolveRuns({everything, Positions::All, threadCount});
     for (unsigned long row = 0; row < everything.endRow; ++row) {
       for (unsigned long column = 0; column < everything.endColumn; ++column) {
         std::vector<SharedCellStylePtr> covering;
@@ -206,7 +202,7 @@ TEST_F(TableResolverTest, RunsGrowOverRowsAndOverTheBordersBetweenThreads) {
   auto const calculator = makeCalculator(table);
   for (unsigned const threadCount : {1U, 2U, 7U}) {
     auto const runs =
-        calculator->prepare(styles, table).resolveRuns(column, Positions::Existing, threadCount);
+        calculator->prepare(styles, table).resolveRuns({column, Positions::Existing, threadCount});
     ASSERT_EQ(runs.size(), 1U);
     EXPECT_EQ(runs.front().range, (TableRange{100, 0, cellCount, 1}));
   }
@@ -268,9 +264,8 @@ TEST_F(TableResolverTest, AnExceptionOfACellReachesTheCallerOnceAfterTheCellsBef
   for (unsigned const threadCount : {1U, 2U, 7U}) {
     unsigned long visited = 0;
     auto const visit = [&] {
-      resolver.visit(
-          column, Positions::Existing,
-          [&](CellInfo const&, SharedCellStylePtr const&) { ++visited; }, threadCount);
+      resolver.visit({column, Positions::Existing, threadCount},
+                     [&](ResolvedCell const&) { ++visited; });
     };
     EXPECT_THROW(visit(), std::bad_function_call);
     EXPECT_EQ(visited, 7'777U) << threadCount << " threads";
@@ -285,13 +280,10 @@ TEST_F(TableResolverTest, AnExplanationEndsBeforeTheCellThatThrows) {
   for (unsigned const threadCount : {1U, 2U, 7U}) {
     unsigned long explained = 0;
     auto const explain = [&] {
-      resolver.explain(
-          column, Positions::Existing,
-          [&](CellInfo const& cell, SharedCellStylePtr const&, std::span<std::uint32_t const> why) {
-            EXPECT_EQ(cell.getRowIndex(), explained++);
-            EXPECT_EQ(why.size(), cell.getRowIndex() >= 5000 ? 1U : 0U);
-          },
-          threadCount);
+      resolver.visit({column, Positions::Existing, threadCount}, [&](ResolvedCell const& cell) {
+        EXPECT_EQ(cell.cellInfo.getRowIndex(), explained++);
+        EXPECT_EQ(cell.formats.size(), cell.cellInfo.getRowIndex() >= 5000 ? 1U : 0U);
+      });
     };
     EXPECT_THROW(explain(), std::bad_function_call);
     EXPECT_EQ(explained, 7'777U) << threadCount << " threads";
@@ -305,15 +297,12 @@ TEST_F(TableResolverTest, AnExceptionOfTheVisitorEndsThePass) {
   for (unsigned const threadCount : {1U, 2U, 7U}) {
     unsigned long visited = 0;
     auto const visit = [&] {
-      resolver.visit(
-          column, Positions::Existing,
-          [&](CellInfo const& cell, SharedCellStylePtr const&) {
-            ++visited;
-            if (cell.getRowIndex() == 12'345) {
-              throw std::runtime_error("enough");
-            }
-          },
-          threadCount);
+      resolver.visit({column, Positions::Existing, threadCount}, [&](ResolvedCell const& cell) {
+        ++visited;
+        if (cell.cellInfo.getRowIndex() == 12'345) {
+          throw std::runtime_error("enough");
+        }
+      });
     };
     EXPECT_THROW(visit(), std::runtime_error);
     EXPECT_EQ(visited, 12'346U) << threadCount << " threads";
@@ -413,6 +402,162 @@ TEST(TableResolverMoment, IsOneForAWholePassAndAnotherForTheNext) {
   EXPECT_EQ(countStyled(), 0U) << "the next pass is a day later";
 }
 
+TEST_F(TableResolverTest, ACellThatFailsIsVisitedWithItsFailureIfThePassSkipsFailures) {
+  addUnary(UnaryConditionalFormatType::GreaterOrEqual, "0");
+  addFormat(table, {{4'500, 0, 4'502, 1}, {cellCount - 1, 0, cellCount, 1}},
+            NullaryConditionalFormatOperator(static_cast<NullaryConditionalFormatType>(14)));
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  for (auto const positions : {Positions::Existing, Positions::All, Positions::Formatted}) {
+    for (unsigned const threadCount : {1U, 2U, 7U}) {
+      unsigned long visited = 0;
+      resolver.visit(
+          {column, positions, threadCount, OnFailure::Skip}, [&](ResolvedCell const& cell) {
+            unsigned long const row = cell.cellInfo.getRowIndex();
+            ASSERT_EQ(row, visited++);
+            bool const fails = row == 4'500 || row == 4'501 || row == cellCount - 1;
+            ASSERT_EQ(cell.failure != nullptr, fails) << row;
+            ASSERT_EQ(cell.style == nullptr, fails) << row;
+            ASSERT_EQ(cell.formats.size(), 1U) << row;
+            if (fails) {
+              EXPECT_EQ(cell.failure->format, 1U);
+              EXPECT_THROW(std::rethrow_exception(cell.failure->exception), std::bad_function_call);
+            }
+          });
+      EXPECT_EQ(visited, cellCount) << threadCount << " threads";
+    }
+  }
+}
+
+TEST_F(TableResolverTest, AnExceptionOfTheVisitorEndsAPassThatSkipsFailures) {
+  addThrowingFrom(0);
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  for (unsigned const threadCount : {1U, 2U, 7U}) {
+    unsigned long visited = 0;
+    auto const visit = [&] {
+      resolver.visit({column, Positions::Existing, threadCount, OnFailure::Skip},
+                     [&](ResolvedCell const& cell) {
+                       ++visited;
+                       if (cell.cellInfo.getRowIndex() == 4'500) {
+                         throw std::runtime_error("no room");
+                       }
+                     });
+    };
+    EXPECT_THROW(visit(), std::runtime_error);
+    EXPECT_EQ(visited, 4'501U) << threadCount << " threads";
+  }
+}
+
+TEST_F(TableResolverTest, RunsLeaveOutCellsThatFailIfThePassSkipsFailures) {
+  addUnary(UnaryConditionalFormatType::GreaterOrEqual, "0");
+  addThrowingFrom(9'000);
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  for (unsigned const threadCount : {1U, 2U}) {
+    auto const runs =
+        resolver.resolveRuns({column, Positions::Existing, threadCount, OnFailure::Skip});
+    ASSERT_EQ(runs.size(), 1U);
+    EXPECT_EQ(runs.front().range, (TableRange{0, 0, 9'000, 1}));
+  }
+}
+
+TEST(TableResolverFormatted, VisitsThePositionsInTheRangesOfFormatsWithOrWithoutACell) {
+  Table table;
+  Styles const styles;
+  table.setValue(1, 0, number(1));
+  addFormat(table, {{0, 0, 2, 1}, {0, 0, 1, 2}}, holdsAlways());
+  addFormat(table, {{5, 3, 6, 4}, {900, 16'000, 901, 16'001}}, holdsNever());
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  std::vector<CellIndex> const expected{{RowIndex(0), ColumnIndex(0)},
+                                        {RowIndex(0), ColumnIndex(1)},
+                                        {RowIndex(1), ColumnIndex(0)},
+                                        {RowIndex(5), ColumnIndex(3)}};
+  TableRange const range{0, 0, 800, 16'384};
+  for (unsigned const threadCount : {1U, 2U}) {
+    std::vector<CellIndex> visited;
+    resolver.visit({range, Positions::Formatted, threadCount}, [&](ResolvedCell const& cell) {
+      visited.push_back(cell.cellInfo.getCellIndex());
+      EXPECT_EQ(cell.cellInfo.getCell() != nullptr, cell.cellInfo.getRowIndex() == 1);
+    });
+    EXPECT_EQ(visited, expected);
+  }
+  EXPECT_EQ(resolver.countFormatted(range), 4U);
+  EXPECT_EQ(resolver.countFormatted({0, 0, 1'048'576, 16'384}), 5U);
+  EXPECT_EQ(resolver.countFormatted(0, range), 3U);
+}
+
+RC_GTEST_PROP(TableResolver, VisitsTheFormattedPositionsOfAllOnAnyNumberOfThreads, ()) {
+  ScopedClock const clock(noonOn21November());
+  RandomTable const random;
+  auto const calculator = makeCalculator(random.table);
+  auto const resolver = calculator->prepare(random.styles, random.table);
+  auto const& formatRefs = calculator->getConditionalFormatRefs(random.table);
+  auto const isFormatted = [&](CellIndex cell) {
+    return std::ranges::any_of(formatRefs, [&](ConditionalFormatRef const& formatRef) {
+      return std::ranges::any_of(formatRef.first, [&](TableRange const& range) {
+        return range.contains(cell.getRow().get(), cell.getColumn().get());
+      });
+    });
+  };
+  auto expected = visitAll(resolver, everything, Positions::All, 1);
+  std::erase_if(expected, [&](auto const& visited) { return !isFormatted(visited.first); });
+  for (unsigned const threadCount : {1U, 2U, 7U}) {
+    RC_ASSERT(visitAll(resolver, everything, Positions::Formatted, threadCount) == expected);
+  }
+  RC_ASSERT(resolver.countFormatted(everything) == expected.size());
+}
+
+/// Notes which moments are pinned while it is asked.
+class PinWatchingProvider final : public ForwardingValueContextProvider {
+public:
+  explicit PinWatchingProvider(Table const& table)
+      : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)) {}
+
+  [[nodiscard]] FormulaValue getCellValue(CellInfo const& cellInfo) const override {
+    EXPECT_EQ(OfficeUtils::PinnedMoment::getCurrent(), nullptr);
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
+  }
+};
+
+TEST_F(TableResolverTest, NoMomentIsPinnedAroundTheProviderAndTheVisitor) {
+  addFormat(table, {column}, NullaryConditionalFormatOperator(NullaryConditionalFormatType::Today),
+            makeUUID(1));
+  addFormat(table, {column},
+            AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::Above));
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<PinWatchingProvider>(table));
+  for (unsigned const threadCount : {1U, 3U}) {
+    auto const resolver = calculator.prepare(styles, table);
+    resolver.visit({column, Positions::Existing, threadCount}, [](ResolvedCell const&) {
+      ASSERT_EQ(OfficeUtils::PinnedMoment::getCurrent(), nullptr);
+    });
+    resolver.visitVerdicts(0, {column, Positions::Existing, threadCount}, [](CellVerdict const&) {
+      ASSERT_EQ(OfficeUtils::PinnedMoment::getCurrent(), nullptr);
+    });
+    static_cast<void>(resolver.resolve(table.getCellInfo(0, 0)));
+    static_cast<void>(resolver.holds(0, table.getCellInfo(0, 0)));
+  }
+}
+
+TEST(TableResolverMoment, IsTheOneThatTheCallerPinned) {
+  Table table;
+  Styles styles;
+  addStyle(styles, makeUUID(1));
+  table.setValue(0, 0, number(46347));  // 21 November 2026
+  addFormat(table, {{0, 0, 1, 1}},
+            NullaryConditionalFormatOperator(NullaryConditionalFormatType::Today), makeUUID(1));
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  ScopedClock const clock(noonOn21November() + std::chrono::days(1));
+  TableRange const range{0, 0, 1, 1};
+  EXPECT_EQ(visitAll(resolver, range, Positions::All, 1).front().second, nullptr);
+  OfficeUtils::PinnedMoment const pinned(noonOn21November());
+  EXPECT_NE(visitAll(resolver, range, Positions::All, 1).front().second, nullptr);
+  EXPECT_NE(resolver.resolve(table.getCellInfo(0, 0)), nullptr);
+}
+
 TEST(TableResolverIndex, FindsFormatsAmongThousandsOfFragments) {
   Table table;
   Styles styles;
@@ -426,11 +571,10 @@ TEST(TableResolverIndex, FindsFormatsAmongThousandsOfFragments) {
   }
   auto const calculator = makeCalculator(table);
   auto const resolver = calculator->prepare(styles, table);
-  resolver.visit({0, 0, 3'001, 13}, Positions::All,
-                 [&](CellInfo const& cell, SharedCellStylePtr const& style) {
-                   ASSERT_EQ(style, calculator->resolve(styles, cell))
-                       << cell.getRowIndex() << ',' << cell.getColIndex();
-                 });
+  resolver.visit({{0, 0, 3'001, 13}, Positions::All}, [&](ResolvedCell const& cell) {
+    ASSERT_EQ(cell.style, calculator->resolve(styles, cell.cellInfo))
+        << cell.cellInfo.getRowIndex() << ',' << cell.cellInfo.getColIndex();
+  });
 }
 
 TEST(TableResolverDeathTest, PreparingStopsWhereResolvingWould) {

@@ -29,9 +29,7 @@ constexpr std::size_t maximalTextLength = 32767;
 }  // namespace
 
 OfficeUtils::DateTime Evaluator::now() const {
-  auto const& timeZone = _provider->getTimeZone();
-  return _workspace->moment != nullptr ? _workspace->moment->toDateTime(timeZone, locale())
-                                       : OfficeUtils::DateTime::getNow(timeZone, locale());
+  return OfficeUtils::readNow(_workspace->moment, _provider->getTimeZone(), locale());
 }
 
 OfficeUtils::Clock::TimePoint Evaluator::readMoment() const {

@@ -8,7 +8,7 @@
 #include <random>
 #include <vector>
 
-#include "ConditionalFormatters/Operators/CndFrmt_DistinctRanking.h"
+#include "ConditionalFormatters/Operands/CndFrmt_DistinctRanking.h"
 #include "support/PlainHost.h"
 #include "support/Values.h"
 

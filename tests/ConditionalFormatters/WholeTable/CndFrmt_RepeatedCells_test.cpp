@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
-#include "ConditionalFormatters/CndFrmt_ValueCollectors.h"
+#include "ConditionalFormatters/Operands/CndFrmt_ValueCollectors.h"
 #include "ConditionalFormatters/Operators/CndFrmt_UniquenessOperator.h"
 #include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <span>
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "DOM/CellInfo.h"
+#include "DOM/SharedStyle.h"
+#include "Utils/TableRange.h"
+
+// What a pass of a TableResolver goes through, and what it tells of each cell.
+namespace Zorv::ConditionalFormatters {
+
+/// The cells that a pass visits, and how.
+struct TablePass {
+  enum class Positions : std::uint8_t {
+    Existing,   ///< cells that exist
+    All,        ///< every position
+    Formatted,  ///< every position in the ranges of some format, with or without a cell
+  };
+  enum class OnFailure : std::uint8_t {
+    Stop,  ///< the exception ends the pass and reaches the caller
+    Skip,  ///< the cell is visited with its failure, and the pass goes on
+  };
+
+  TableRange range;
+  Positions positions = Positions::Existing;
+  /// Threads that share the work, the caller's among them.
+  unsigned threadCount = 1;
+  OnFailure onFailure = OnFailure::Stop;
+};
+
+/// The exception for which a cell could not be resolved, and the format that was evaluated.
+struct CellFailure {
+  FormatIndex format;
+  std::exception_ptr exception;
+};
+
+/// A resolved cell. Borrows everything: good for the duration of a visitor's call.
+struct ResolvedCell {
+  DOM::CellInfo const& cellInfo;
+  /// Null if no format holds, and for a cell that failed.
+  DOM::SharedCellStylePtr const& style;
+  /// The formats that hold, in order of priority up to the first that stops; for a cell that
+  /// failed, those before the failure.
+  std::span<FormatIndex const> formats;
+  /// Null unless the pass skips failures and this cell has one.
+  CellFailure const* failure;
+};
+
+using CellVisitor = std::function<void(ResolvedCell const&)>;
+
+/// The verdict of one condition about a cell. Borrows everything, like ResolvedCell.
+struct CellVerdict {
+  DOM::CellInfo const& cellInfo;
+  bool holds;  ///< false for a cell that failed
+  CellFailure const* failure;
+};
+
+using VerdictVisitor = std::function<void(CellVerdict const&)>;
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <algorithm>
+#include <ranges>
+#include <vector>
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "DOM/CellInfo.h"
+#include "DOM/ConditionalFormat.h"
+#include "Utils/TableRange.h"
+
+// The walk over the formats of a table that decides about a cell. Everything that resolves or
+// explains cells takes this walk, so that there is one order of formats, one hold test and one
+// stop.
+namespace Zorv::ConditionalFormatters {
+
+/// Whether one of the ranges contains the cell's current position.
+[[nodiscard]] inline bool holdsCell(std::vector<TableRange> const& ranges,
+                                    DOM::CellInfo const& cellInfo) {
+  return std::any_of(ranges.begin(), ranges.end(), [&](TableRange const& range) {
+    return range.contains(cellInfo.getRowIndex(), cellInfo.getColIndex());
+  });
+}
+
+/// The indices of the formats whose ranges hold a cell, in order of priority. A view: the ranges of
+/// a format are tested when the walk comes to it. Borrows its arguments.
+[[nodiscard]] inline auto findFormatsOn(ConditionalFormatRefs const& formatRefs,
+                                        DOM::CellInfo const& cellInfo) {
+  auto const holds = [&](FormatIndex index) {
+    return holdsCell(formatRefs[index].first, cellInfo);
+  };
+  return std::views::iota(FormatIndex{0}, static_cast<FormatIndex>(formatRefs.size())) |
+         std::views::filter(holds);
+}
+
+/// Asks the conditions of formats about a cell, one after the other, until one that holds has its
+/// stop flag set. The stop flag of a format whose condition is false is not read.
+///
+/// `formats` are the indices of the formats whose ranges hold the cell, in order of priority.
+/// `getCondition(index)` gives a format's condition as a predicate; `getData()` then gives what the
+/// predicate is asked about. Both results live until the walk goes on. `onHolds(index)` is called
+/// for each format whose condition holds.
+template <class Formats, class GetCondition, class GetData, class OnHolds>
+void walkFormats(ConditionalFormatRefs const& formatRefs, Formats&& formats,
+                 GetCondition const& getCondition, GetData const& getData, OnHolds const& onHolds) {
+  for (FormatIndex const index : formats) {
+    auto const& condition = getCondition(index);
+    auto const& data = getData();
+    if (condition(data)) {
+      onHolds(index);
+      if (formatRefs[index].second.get().getStopCalculateConditions()) {
+        return;
+      }
+    }
+  }
+}
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
+#include "ConditionalFormatters/Formats/CndFrmt_StyleSequences.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
+#include "DOM/CellInfo.h"
+#include "DOM/SharedStyle.h"
+#include "OfficeUtils/Clock.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// Resolves one cell after the other for one thread; fastest in row order.
+class CellResolver {
+public:
+  /// Borrows the table. Conditions are prepared by as many threads as the pass has.
+  CellResolver(PreparedTable const& table, unsigned threadCount,
+               OfficeUtils::Clock::TimePoint moment);
+
+  /// The cell's style; null if no format holds. Valid as long as the table.
+  [[nodiscard]] DOM::SharedCellStylePtr const& resolve(DOM::CellInfo const& cellInfo);
+
+  /// The formats that hold for the cell resolved last, in order of priority; if it failed, those
+  /// before the failure.
+  [[nodiscard]] FormatIndices const& getHolding() const noexcept { return _holding; }
+
+  /// The format that was evaluated last.
+  [[nodiscard]] FormatIndex getLastEvaluated() const noexcept { return _lastEvaluated; }
+
+private:
+  PreparedTable const& _table;
+  unsigned _threadCount;
+  FormatCursor _formatCursor;
+  StyleCursor _styleCursor;
+  PassContext _pass;
+  FormatIndices _holding;
+  FormatIndex _lastEvaluated = 0;
+};
+
+}  // namespace Zorv::ConditionalFormatters

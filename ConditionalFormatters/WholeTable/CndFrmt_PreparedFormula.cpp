@@ -1,0 +1,75 @@
+#include "ConditionalFormatters/WholeTable/CndFrmt_PreparedFormula.h"
+
+#include <exception>
+#include <new>
+#include <utility>
+
+#include "ConditionalFormatters/Operands/CndFrmt_FormulaEvaluation.h"
+#include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/FoldExpr.h"
+#include "Formulas/RuntimeDependenciesResolver.h"
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::Expr;
+
+bool isSameForEveryCell(Expr const& expr) noexcept {
+  auto const& traits = expr.getTraits();
+  return !traits.dependsOnCell && !traits.callsVolatileFunctions && !traits.usesNames;
+}
+
+}  // namespace
+
+PreparedFormula::PreparedFormula(FormulaOrigin const& origin, Expr const& expr) noexcept
+    : _origin(origin), _expr(expr), _isSameForEveryCell(isSameForEveryCell(expr)) {}
+
+boost::optional<FormulaValue> const& PreparedFormula::evaluateOwn(
+    CellIndex cell, Formulas::EvaluationSession& session,
+    boost::optional<FormulaValue>& ownValue) const {
+  // An evaluation may ask about this condition again, so no lock is held during one.
+  Shared const& shared = _shared.getOrCreate([&] { return prepare(cell, session); });
+  if (_isSameForEveryCell && isShiftable(cell)) {
+    return shared.value;
+  }
+  ownValue = evaluateAt(shared.folded ? *shared.folded : _expr, cell, session);
+  return ownValue;
+}
+
+std::unique_ptr<PreparedFormula::Shared const> PreparedFormula::prepare(
+    CellIndex cell, Formulas::EvaluationSession& session) const {
+  auto shared = std::make_unique<Shared>();
+  if (_isSameForEveryCell) {
+    shared->value = evaluateAt(_expr, cell, session);
+  } else {
+    fold(*shared, cell, session);
+  }
+  return shared;
+}
+
+void PreparedFormula::fold(Shared& shared, CellIndex cell,
+                           Formulas::EvaluationSession& session) const {
+  try {
+    auto const context = makeContext(_origin.contextProvider, _origin.table, cell);
+    if (auto folded = Formulas::foldExpr(_expr, context, _origin.contextProvider, session)) {
+      shared.folded.emplace(std::move(*folded));
+    }
+  } catch (std::bad_alloc const&) {
+    throw;
+  } catch (std::exception const&) {
+    // The call may stand in a branch that no cell takes: the formula is kept unfolded, and throws
+    // for the cells that do take it.
+  }
+}
+
+boost::optional<FormulaValue> PreparedFormula::evaluateAt(
+    Expr const& expr, CellIndex cell, Formulas::EvaluationSession& session) const {
+  Formulas::RuntimeDependenciesResolver resolver;
+  auto const context = makeContext(_origin.contextProvider, _origin.table, cell);
+  auto const [columnOffset, rowOffset] = calculateOffsets(cell, _origin.baseCell);
+  return reduceToValue(Formulas::calcShiftedExpr(expr, columnOffset, rowOffset, context,
+                                                 _origin.contextProvider, resolver, session));
+}
+
+}  // namespace Zorv::ConditionalFormatters

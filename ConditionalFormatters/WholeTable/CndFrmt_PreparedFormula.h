@@ -1,0 +1,79 @@
+#pragma once
+
+#include <memory>
+
+#include <boost/optional.hpp>
+
+#include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
+#include "DOM/FormulaSyntaxTree/Expr.h"
+#include "FormulaModel/FormulaValue.h"
+#include "Formulas/EvaluationSession.h"
+#include "Utils/CellIndex.h"
+
+namespace Zorv::DOM {
+class Table;
+}  // namespace Zorv::DOM
+
+namespace Zorv::Formulas {
+class ContextProvider;
+}  // namespace Zorv::Formulas
+
+namespace Zorv::ConditionalFormatters {
+
+/// Where formulas are evaluated, and the cell relative to which they are written. Borrows the table
+/// and the provider.
+struct FormulaOrigin {
+  DOM::Table const& table;
+  Formulas::ContextProvider const& contextProvider;
+  CellIndex baseCell;
+};
+
+/// A formula of a condition, prepared for the cells of an unchanged document: what is the same for
+/// every cell is evaluated once, at the first cell; the rest is evaluated without a shifted copy.
+///
+/// Ownership: borrows the expression and the origin's objects. Threads: may be asked from several
+/// threads, each with a session of its own.
+class PreparedFormula {
+public:
+  PreparedFormula(FormulaOrigin const& origin, DOM::FormulaSyntaxTree::Expr const& expr) noexcept;
+
+  /// The value that FormulaExprCalculator::calculate() gives for the cell. It is either the one
+  /// that all cells share, or is put into `ownValue`. Throws what calculate() throws.
+  [[nodiscard]] boost::optional<FormulaValue> const& evaluate(
+      CellIndex cell, Formulas::EvaluationSession& session,
+      boost::optional<FormulaValue>& ownValue) const {
+    Shared const* const shared = _shared.find();
+    return shared != nullptr && _isSameForEveryCell && isShiftable(cell)
+               ? shared->value
+               : evaluateOwn(cell, session, ownValue);
+  }
+
+private:
+  /// What is the same for every cell.
+  struct Shared {
+    boost::optional<FormulaValue> value;                         ///< of a formula that is
+    boost::optional<DOM::FormulaSyntaxTree::Expr const> folded;  ///< if parts of the formula are
+  };
+
+  /// Whether references can be moved to a cell; evaluateAt() refuses others.
+  [[nodiscard]] static bool isShiftable(CellIndex cell) noexcept {
+    return (cell.getRow().get() | cell.getColumn().get()) >> 31U == 0;
+  }
+
+  boost::optional<FormulaValue> const& evaluateOwn(CellIndex cell,
+                                                   Formulas::EvaluationSession& session,
+                                                   boost::optional<FormulaValue>& ownValue) const;
+  [[nodiscard]] std::unique_ptr<Shared const> prepare(CellIndex cell,
+                                                      Formulas::EvaluationSession& session) const;
+  void fold(Shared& shared, CellIndex cell, Formulas::EvaluationSession& session) const;
+  [[nodiscard]] boost::optional<FormulaValue> evaluateAt(
+      DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
+      Formulas::EvaluationSession& session) const;
+
+  FormulaOrigin _origin;
+  DOM::FormulaSyntaxTree::Expr const& _expr;
+  bool _isSameForEveryCell;
+  Lazy<Shared> _shared;
+};
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,51 @@
+#include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+[[noreturn]] void throwNoSuchFormat(std::size_t format, std::size_t count) {
+  std::string message = "there is no conditional format at place ";
+  message += std::to_string(format);
+  message += "; the table has ";
+  message += std::to_string(count);
+  throw std::out_of_range(message);
+}
+
+}  // namespace
+
+PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table const& table,
+                             ConditionalFormatRefs const& formatRefs, DOM::Styles const& styles,
+                             DOM::SharedObjectFactory const& sharedObjectFactory)
+    : _provider(provider),
+      _table(table),
+      _formatRefs(formatRefs),
+      _rangeIndex(formatRefs),
+      _sequences(formatRefs, styles, sharedObjectFactory),
+      _formats(formatRefs.size()) {}
+
+FormatIndex PreparedTable::checkFormat(std::size_t format) const {
+  if (format >= _formats.size()) {
+    throwNoSuchFormat(format, _formats.size());
+  }
+  return static_cast<FormatIndex>(format);
+}
+
+RangeUnion const& PreparedTable::getOrCreatePositions(FormatIndex format) const {
+  return _formats[format].positions.getOrCreate(
+      [&] { return std::make_unique<RangeUnion const>(_formatRefs[format].first); });
+}
+
+std::vector<TableRange> PreparedTable::listRanges() const {
+  std::vector<TableRange> ranges;
+  for (ConditionalFormatRef const& formatRef : _formatRefs) {
+    ranges.insert(ranges.end(), formatRef.first.begin(), formatRef.first.end());
+  }
+  return ranges;
+}
+
+}  // namespace Zorv::ConditionalFormatters

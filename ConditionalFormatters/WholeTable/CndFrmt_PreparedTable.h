@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <mutex>
+#include <vector>
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
+#include "ConditionalFormatters/Formats/CndFrmt_RangeUnion.h"
+#include "ConditionalFormatters/Formats/CndFrmt_StyleSequences.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
+#include "DOM/CellInfo.h"
+#include "DOM/SharedStyle.h"
+#include "Formulas/LookupCache.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// The state that all passes over a table share: its formats with their index, conditions and
+/// styles.
+///
+/// Ownership: borrows what it is made from. Threads: may be used from several threads.
+class PreparedTable {
+public:
+  PreparedTable(ValueContextProvider const& provider, DOM::Table const& table,
+                ConditionalFormatRefs const& formatRefs, DOM::Styles const& styles,
+                DOM::SharedObjectFactory const& sharedObjectFactory);
+
+  [[nodiscard]] DOM::Table const& getTable() const noexcept { return _table; }
+  [[nodiscard]] ValueContextProvider const& getProvider() const noexcept { return _provider; }
+  [[nodiscard]] ConditionalFormatRefs const& getFormatRefs() const noexcept { return _formatRefs; }
+  [[nodiscard]] RangeIndex const& getRangeIndex() const noexcept { return _rangeIndex; }
+  [[nodiscard]] StyleSequences const& getStyleSequences() const noexcept { return _sequences; }
+  /// Guards itself.
+  [[nodiscard]] Formulas::LookupCache& getLookups() const noexcept { return _lookups; }
+
+  /// The index of a format. Throws std::out_of_range if there is no such format.
+  [[nodiscard]] FormatIndex checkFormat(std::size_t format) const;
+
+  /// The condition of a format, prepared by so many threads at the first call. Throws what its
+  /// preparation throws, each time.
+  [[nodiscard]] PreparedCondition const& getOrCreateCondition(FormatIndex format,
+                                                              unsigned threadCount) const {
+    return _formats[format].condition.getOrCreate(_preparation, [&] {
+      return prepareCondition({_provider, _table, threadCount}, _formatRefs[format]);
+    });
+  }
+
+  /// The positions in the ranges of a format.
+  [[nodiscard]] RangeUnion const& getOrCreatePositions(FormatIndex format) const;
+
+  /// All ranges of all formats.
+  [[nodiscard]] std::vector<TableRange> listRanges() const;
+
+private:
+  /// What is made for a format when a cell needs it.
+  struct Format {
+    Lazy<PreparedCondition> condition;
+    Lazy<RangeUnion> positions;
+  };
+
+  ValueContextProvider const& _provider;
+  DOM::Table const& _table;
+  ConditionalFormatRefs const& _formatRefs;
+  RangeIndex _rangeIndex;
+  StyleSequences _sequences;
+  std::vector<Format> _formats;
+  mutable std::recursive_mutex _preparation;
+  mutable Formulas::LookupCache _lookups;
+};
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,109 @@
+#include "ConditionalFormatters/WholeTable/CndFrmt_ResolvePass.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "ConditionalFormatters/WholeTable/CndFrmt_BlockTasks.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_CellResolver.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PassWalk.h"
+#include "OfficeUtils/PinnedMoment.h"
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+DOM::SharedCellStylePtr const noStyle;
+
+/// The resolved cells of a block, in their order.
+struct BlockCells {
+  std::vector<DOM::SharedCellStylePtr const*> styles;
+  std::vector<std::size_t> formatEnds;  ///< in `formats`
+  FormatIndices formats;                ///< of all cells, one after the other
+  BlockFailures failures;
+};
+
+/// Resolves blocks for one thread.
+class ResolveWorker {
+public:
+  ResolveWorker(PreparedTable const& table, TablePass const& pass,
+                OfficeUtils::Clock::TimePoint moment)
+      : _walk(table, pass), _skipFailure(pass), _cells(table, pass.threadCount, moment) {}
+
+  /// Calls the visitor for each cell of a block.
+  template <class Visit>
+  void visit(TableRange const& block, Visit const& visit) {
+    _walk.forEachCellOf(block, [&](DOM::CellInfo const& cellInfo) {
+      DOM::SharedCellStylePtr const* style = &noStyle;
+      auto const* const failure = _skipFailure([&] { style = &_cells.resolve(cellInfo); },
+                                               [&] { return _cells.getLastEvaluated(); });
+      visit(ResolvedCell{cellInfo, *style, _cells.getHolding(), failure});
+    });
+  }
+
+  void operator()(TableRange const& block, BlockCells& result) {
+    result.styles.reserve(DOM::RowBlocks::cellsPerBlock);
+    result.formatEnds.reserve(DOM::RowBlocks::cellsPerBlock);
+    visit(block, [&](ResolvedCell const& cell) {
+      if (cell.failure != nullptr) {
+        result.failures.add(result.styles.size(), *cell.failure);
+      }
+      result.formats.insert(result.formats.end(), cell.formats.begin(), cell.formats.end());
+      result.formatEnds.push_back(result.formats.size());
+      result.styles.push_back(&cell.style);
+    });
+  }
+
+private:
+  PassWalk _walk;
+  FailureSkipper _skipFailure;
+  CellResolver _cells;
+};
+
+/// Hands the cells of one block after the other to the visitor. They are walked again beside their
+/// results, which is cheaper than handing each of them from one thread to another.
+class CellDelivery {
+public:
+  CellDelivery(PreparedTable const& table, TablePass const& pass, CellVisitor const& visitor)
+      : _walk(table, pass), _visitor(visitor) {}
+
+  void deliver(TableRange const& block, BlockCells const& cells) {
+    std::span<FormatIndex const> const formats = cells.formats;
+    BlockFailures::Cursor failures(cells.failures);
+    std::size_t cell = 0;
+    _walk.forEachCellOf(block, [&](DOM::CellInfo const& cellInfo) {
+      // The results end before the cell that ended the pass.
+      if (cell < cells.styles.size()) {
+        std::size_t const begin = cell == 0 ? 0 : cells.formatEnds[cell - 1];
+        _visitor({cellInfo, *cells.styles[cell],
+                  formats.subspan(begin, cells.formatEnds[cell] - begin), failures.moveTo(cell)});
+        ++cell;
+      }
+    });
+  }
+
+private:
+  PassWalk _walk;
+  CellVisitor const& _visitor;
+};
+
+}  // namespace
+
+void resolveCells(PreparedTable const& table, TablePass const& pass, CellVisitor const& visitor) {
+  BlockList const blocks = PassWalk::findBlocks(table, pass);
+  auto const moment = OfficeUtils::PinnedMoment::readMoment();
+  if (pass.threadCount <= 1) {
+    ResolveWorker worker(table, pass, moment);
+    for (std::size_t block = 0; block < blocks.count(); ++block) {
+      worker.visit(blocks.at(block), visitor);
+    }
+    return;
+  }
+  CellDelivery delivery(table, pass, visitor);
+  runBlockTasks<BlockCells>(
+      blocks, pass.threadCount,
+      [&] { return std::make_unique<ResolveWorker>(table, pass, moment); },
+      [&](TableRange const& block, BlockCells const& cells) { delivery.deliver(block, cells); });
+}
+
+}  // namespace Zorv::ConditionalFormatters

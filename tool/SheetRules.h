@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "workbook/Document.h"
+#include "workbook/Rule.h"
+
+namespace Zorv::Tool {
+
+/// The rules of one sheet and the formats that were made from them. Borrows the document.
+class SheetRules {
+public:
+  /// `formatRefs` are those of the sheet's table.
+  SheetRules(Workbook::Document const& document, std::size_t sheet,
+             ConditionalFormatters::ConditionalFormatRefs const& formatRefs);
+
+  /// The rule that a format was made from.
+  [[nodiscard]] Workbook::Rule const& ruleOf(
+      ConditionalFormatters::FormatIndex format) const noexcept {
+    return *_rules[format];
+  }
+
+  /// The index of the format that was made from a rule. Requires that the rule is resolved, and of
+  /// this sheet. Logarithmic.
+  [[nodiscard]] std::size_t formatOf(Workbook::Rule const& rule) const noexcept;
+
+private:
+  std::vector<Workbook::Rule const*> _rules;                                    ///< by format
+  std::vector<std::pair<DOM::ConditionalFormat const*, std::size_t>> _formats;  ///< by address
+};
+
+}  // namespace Zorv::Tool
