@@ -53,7 +53,7 @@ void PreparedFormula::fold(Shared& shared, CellIndex cell,
   try {
     auto const context = makeContext(_origin.contextProvider, _origin.table, cell);
     if (auto folded = Formulas::foldExpr(_expr, context, _origin.contextProvider, session)) {
-      shared.folded.emplace(std::move(*folded));
+      shared.folded = std::make_unique<Expr const>(std::move(*folded));
     }
   } catch (std::bad_alloc const&) {
     throw;

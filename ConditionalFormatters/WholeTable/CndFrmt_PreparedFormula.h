@@ -52,7 +52,7 @@ private:
   /// What is the same for every cell.
   struct Shared {
     boost::optional<FormulaValue> value;                         ///< of a formula that is
-    boost::optional<DOM::FormulaSyntaxTree::Expr const> folded;  ///< if parts of the formula are
+    std::unique_ptr<DOM::FormulaSyntaxTree::Expr const> folded;  ///< if parts of the formula are
   };
 
   /// Whether references can be moved to a cell; evaluateAt() refuses others.
