@@ -1,7 +1,7 @@
 # The commands of this project; each one installs and builds what it needs and what has changed.
 
 .DEFAULT_GOAL := help
-.PHONY: help packages all-packages tool release run test checks corpus bench tidy format clean
+.PHONY: help packages all-packages tool release run test checks corpus docs bench tidy format clean
 
 # Done, all, and the seconds since the start.
 export NINJA_STATUS = [%f of %t, %es] 
@@ -48,6 +48,10 @@ test: checks release build/asan/build.ninja build/tsan/build.ninja ## Run every 
 
 corpus: tool ## Compare verdicts on real workbooks with those of other programs
 	@tests/corpus/check_corpus.sh build/release/bin/cndfrmt tests/workbooks
+
+docs: all-packages build/release/tests/CTestTestfile.cmake ## Write docs/functions.md from the table of functions
+	@cmake --build --preset release --target write_function_docs
+	@build/release/bin/write_function_docs >docs/functions.md
 
 format: all-packages ## Lay out the sources
 	@scripts/check_format.sh --fix

@@ -5,7 +5,8 @@ target_sources(
   ZorvHost
   PUBLIC FILE_SET HEADERS
          BASE_DIRS host
-         FILES host/DOM/AxisIds.h
+         FILES host/DOM/A1Notation.h
+               host/DOM/AxisIds.h
                host/DOM/Cell.h
                host/DOM/CellInfo.h
                host/DOM/CellRangeIt.h
@@ -31,10 +32,15 @@ target_sources(
                host/FormulaModel/FormulaValueAccess.h
                host/FormulaModel/ValueKey.h
                host/Formulas/CalcExpr.h
+               host/Formulas/CalcResult.h
                host/Formulas/CalcShiftedExpr.h
                host/Formulas/Context.h
                host/Formulas/ContextProvider.h
                host/Formulas/EvaluationSession.h
+               host/Formulas/FindReferences.h
+               host/Formulas/FoldExpr.h
+               host/Formulas/FormulaParseError.h
+               host/Formulas/FunctionNames.h
                host/Formulas/ListObject.h
                host/Formulas/LookupCache.h
                host/Formulas/OneTableDocument.h
@@ -52,6 +58,7 @@ target_sources(
                host/OfficeUtils/SerialDate.h
                host/OfficeUtils/TimeZone.h
                host/Utils/Assert.h
+               host/Utils/CaseFolding.h
                host/Utils/CellIndex.h
                host/Utils/CheckedPtr.h
                host/Utils/Exceptions.h

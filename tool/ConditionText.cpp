@@ -10,8 +10,8 @@
 #include <boost/variant/get.hpp>
 #include <boost/variant/static_visitor.hpp>
 
+#include "DOM/A1Notation.h"
 #include "DOM/ConditionalFormatOperator.h"
-#include "workbook/Addresses.h"
 
 namespace Zorv::Tool {
 
@@ -133,9 +133,9 @@ std::string describeRanges(Workbook::Rule const& rule) {
   if (rule.ranges.empty()) {
     return rule.rangeText;
   }
-  auto text = Workbook::toAddress(rule.ranges);
+  auto text = DOM::A1Notation::toAddress(rule.ranges);
   if (text.size() > longest && rule.ranges.size() > 1) {
-    text = fmt::format("{} and {} more", Workbook::toAddress(rule.ranges.front()),
+    text = fmt::format("{} and {} more", DOM::A1Notation::toAddress(rule.ranges.front()),
                        rule.ranges.size() - 1);
   }
   return text;

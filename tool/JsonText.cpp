@@ -8,6 +8,7 @@
 #include <boost/variant/static_visitor.hpp>
 #include <nlohmann/json.hpp>
 
+#include "DOM/A1Notation.h"
 #include "DOM/CellStyle.h"
 #include "FormulaModel/FormulaValueAccess.h"
 #include "tool/ConditionText.h"
@@ -15,7 +16,6 @@
 #include "tool/RuleCounts.h"
 #include "tool/RulesOutput.h"
 #include "tool/StyleText.h"
-#include "workbook/Addresses.h"
 
 namespace Zorv::Tool {
 
@@ -91,12 +91,13 @@ Json summarise(Selection const& selection) {
 }
 
 Json toJson(Workbook::Rule const& rule) {
-  return {{"rule", rule.number},
-          {"kind", rule.type},
-          {"condition", describeCondition(rule)},
-          {"ranges", rule.ranges.empty() ? rule.rangeText : Workbook::toAddress(rule.ranges)},
-          {"priority", rule.priority ? Json(*rule.priority) : Json(nullptr)},
-          {"stop", rule.stopIfTrue}};
+  return {
+      {"rule", rule.number},
+      {"kind", rule.type},
+      {"condition", describeCondition(rule)},
+      {"ranges", rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges)},
+      {"priority", rule.priority ? Json(*rule.priority) : Json(nullptr)},
+      {"stop", rule.stopIfTrue}};
 }
 
 /// A rule with its formulas, and its style or the reason why it is not resolved.
@@ -130,7 +131,7 @@ std::string toJsonText(ResolvedCell const& cell) {
   for (auto const* rule : cell.deciding) {
     rules.push_back(toJson(*rule));
   }
-  return dump({{"cell", Workbook::toAddress(cell.cellInfo.getCellIndex())},
+  return dump({{"cell", DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex())},
                {"value", cellObject ? toJson(cellObject->value) : Json(nullptr)},
                {"style", toJson(cell.style->get())},
                {"rules", rules}});

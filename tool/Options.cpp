@@ -9,9 +9,9 @@
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
+#include "DOM/A1Notation.h"
 #include "Utils/Exceptions.h"
 #include "tool/Moment.h"
-#include "workbook/Addresses.h"
 
 namespace Zorv::Tool {
 
@@ -88,7 +88,7 @@ OfficeUtils::Clock::TimePoint readNow(std::optional<std::string> const& text,
 }
 
 TableRange readRange(std::string const& text) {
-  auto const range = Workbook::parseRange(text);
+  auto const range = DOM::A1Notation::parseRange(text);
   if (!range) {
     throw UsageError(fmt::format("--range: \"{}\" is no range of cells; write it as A1:C9", text));
   }

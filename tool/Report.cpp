@@ -5,10 +5,10 @@
 
 #include <fmt/format.h>
 
+#include "DOM/A1Notation.h"
 #include "tool/ConditionText.h"
 #include "tool/RuleCounts.h"
 #include "tool/TextTable.h"
-#include "workbook/Addresses.h"
 
 namespace Zorv::Tool {
 
@@ -70,7 +70,7 @@ void Report::sayFailure(Workbook::Rule const& rule, CellIndex cell,
                         std::exception_ptr const& problem) {
   if (++_failureCount <= failuresShown) {
     _err << toPrintable(fmt::format("{}: cannot be evaluated for {}: {}", placeOf(rule),
-                                    Workbook::toAddress(cell), describe(problem)))
+                                    DOM::A1Notation::toAddress(cell), describe(problem)))
          << '\n';
   }
 }

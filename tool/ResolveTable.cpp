@@ -4,12 +4,12 @@
 
 #include <fmt/format.h>
 
+#include "DOM/A1Notation.h"
 #include "tool/CellText.h"
 #include "tool/ConditionText.h"
 #include "tool/ResolveOutput.h"
 #include "tool/StyleText.h"
 #include "tool/TextTable.h"
-#include "workbook/Addresses.h"
 
 namespace Zorv::Tool {
 
@@ -36,7 +36,7 @@ public:
       rules += fmt::format("{}{}", rules.empty() ? "" : "; ", describeRule(*rule));
     }
     auto const* cellObject = cell.cellInfo.getCell();
-    _table.addRow({_sheet, Workbook::toAddress(cell.cellInfo.getCellIndex()),
+    _table.addRow({_sheet, DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex()),
                    cellObject ? shorten(toPrintable(toText(*cellObject, _locale))) : "",
                    describe(cell.style->get()), std::move(rules)});
   }

@@ -7,11 +7,11 @@
 #include <fmt/format.h>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "DOM/A1Notation.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "tool/Commands.h"
 #include "tool/SheetRules.h"
 #include "tool/TextTable.h"
-#include "workbook/Addresses.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Tool {
@@ -39,8 +39,8 @@ void printVerdicts(Workbook::Rule const& rule, std::size_t format,
     if (verdict.failure != nullptr) {
       report.sayFailure(rule, cell, verdict.failure->exception);
     } else {
-      out << fmt::format("{}\t{}\t{}\t{}\t{}\n", sheetName, Workbook::toAddress(cell), rule.number,
-                         rule.type, verdict.holds ? 1 : 0);
+      out << fmt::format("{}\t{}\t{}\t{}\t{}\n", sheetName, DOM::A1Notation::toAddress(cell),
+                         rule.number, rule.type, verdict.holds ? 1 : 0);
     }
   });
 }

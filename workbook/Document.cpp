@@ -1,6 +1,6 @@
 #include "workbook/Document.h"
 
-#include "workbook/CaseFolding.h"
+#include "Utils/CaseFolding.h"
 
 namespace Zorv::Workbook {
 

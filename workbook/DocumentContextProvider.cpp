@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "Utils/CaseFolding.h"
 #include "Utils/Exceptions.h"
-#include "workbook/CaseFolding.h"
 
 namespace Zorv::Workbook {
 

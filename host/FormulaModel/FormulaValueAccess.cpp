@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "Utils/CaseFolding.h"
+
 namespace Zorv::FormulaModel {
 
 namespace {
@@ -25,10 +27,6 @@ constexpr std::array errorTexts{
     ErrorText{FormulaErrorCode::Calculation, "#CALC!"},
 };
 
-constexpr char toUpper(char letter) noexcept {
-  return 'a' <= letter && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
 }  // namespace
 
 std::string_view toText(FormulaErrorCode code) noexcept {
@@ -38,7 +36,7 @@ std::string_view toText(FormulaErrorCode code) noexcept {
 
 boost::optional<FormulaErrorCode> parseErrorCode(std::string_view text) noexcept {
   auto const* const found = std::ranges::find_if(errorTexts, [&](ErrorText const& error) {
-    return std::ranges::equal(text, error.text, {}, toUpper);
+    return std::ranges::equal(text, error.text, {}, [](char c) { return toAsciiUpper(c); });
   });
   return found != errorTexts.end() ? boost::make_optional(found->code) : boost::none;
 }

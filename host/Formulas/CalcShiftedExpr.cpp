@@ -1,6 +1,7 @@
 #include "Formulas/CalcShiftedExpr.h"
 
 #include "Formulas/Evaluation/EvaluateExpr.h"
+#include "Formulas/Functions/BuiltinFunctions.h"
 
 namespace Zorv::Formulas {
 
@@ -9,7 +10,8 @@ CalcResult calcShiftedExpr(DOM::FormulaSyntaxTree::Expr const& expr, int columnO
                            ContextProvider const& contextProvider,
                            RuntimeDependenciesResolver& resolver, EvaluationSession& session) {
   Offset const offset{.rows = rowOffset, .columns = columnOffset};
-  return evaluateExpr(expr, offset, context, contextProvider, resolver, session.obtainWorkspace());
+  return evaluateExpr(expr, offset, context, contextProvider, resolver,
+                      session.getOrCreateWorkspace(), builtinFunctions());
 }
 
 }  // namespace Zorv::Formulas

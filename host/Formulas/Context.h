@@ -14,7 +14,7 @@ namespace Zorv::Formulas {
 /// The place at which a formula is evaluated. A small value; it borrows the table context.
 class Context {
 public:
-  /// Row ID and column ID 0 stand for a place whose identity is not known.
+  /// Row ID and column ID 0 mean a place of unknown identity.
   Context(TableContext const* tableContext, RowIndex row, ColumnIndex column,
           boost::optional<FormulaModel::ArrayFormulaIndices> arrayFormulaIndices, DOM::RowID rowID,
           DOM::ColumnID columnID) noexcept

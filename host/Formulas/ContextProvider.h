@@ -40,7 +40,7 @@ public:
   /// The view of the table at a place of the document, or null. Unless overridden, always null.
   [[nodiscard]] virtual TableContext const* findTableContextAt(
       FormulaModel::DocTableIndex table) const;
-  /// What a defined name stands for, or null: a name of the given table before one of the whole
+  /// The expression of a defined name, or null: a name of the given table before one of the whole
   /// document. Relative references in it are written as seen from the cell in row 0, column 0.
   [[nodiscard]] virtual DOM::FormulaSyntaxTree::Expr const* findDefinedName(
       std::string_view name, FormulaModel::DocTableIndex table) const = 0;

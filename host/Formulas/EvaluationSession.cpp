@@ -11,7 +11,7 @@ EvaluationSession::EvaluationSession(LookupCache& lookups, OfficeUtils::Moment& 
     : _lookups(&lookups), _moment(&moment) {}
 EvaluationSession::~EvaluationSession() = default;
 
-Workspace& EvaluationSession::obtainWorkspace() {
+Workspace& EvaluationSession::getOrCreateWorkspace() {
   if (!_workspace) {
     _workspace = std::make_unique<Workspace>();
     _workspace->moment = _moment;

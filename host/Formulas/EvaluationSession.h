@@ -33,8 +33,8 @@ public:
   EvaluationSession& operator=(EvaluationSession const&) = delete;
   ~EvaluationSession();
 
-  /// What an evaluation works with; the engine's own business.
-  [[nodiscard]] Workspace& obtainWorkspace();
+  /// For the engine itself; made at the first call.
+  [[nodiscard]] Workspace& getOrCreateWorkspace();
 
 private:
   LookupCache* _lookups = nullptr;

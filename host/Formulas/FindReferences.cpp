@@ -1,13 +1,12 @@
 #include "Formulas/FindReferences.h"
 
-#include <algorithm>
-#include <array>
 #include <cstdint>
 #include <set>
-#include <string_view>
+#include <utility>
 
 #include "Formulas/Evaluation/Evaluator.h"
 #include "Formulas/Evaluation/References.h"
+#include "Formulas/Functions/BuiltinFunctions.h"
 
 namespace Zorv::Formulas {
 
@@ -18,18 +17,11 @@ using DOM::FormulaSyntaxTree::ExprParts;
 using DOM::FormulaSyntaxTree::Node;
 using DOM::FormulaSyntaxTree::NodeKind;
 
-/// Functions that ask where their first argument is, and not what it holds.
-bool asksForPlace(std::string_view function) noexcept {
-  static constexpr std::array<std::string_view, 5> names{"COLUMN", "COLUMNS", "OFFSET", "ROW",
-                                                         "ROWS"};
-  return std::ranges::find(names, function) != names.end();
-}
-
 /// Gathers the references of an expression and of the names that it uses.
 class ReferenceFinder {
 public:
   ReferenceFinder(Context const& context, ContextProvider const& provider)
-      : _evaluator(context, provider, _dependencies, _workspace) {}
+      : _evaluator(context, provider, _dependencies, _workspace, builtinFunctions()) {}
 
   std::vector<Reference> find(ExprParts const& parts, Offset offset) {
     _frames.push_back({&parts, offset, {}});
@@ -43,16 +35,16 @@ public:
 
 private:
   void visit(Frame const& frame) {
-    std::vector<bool> asksPlace(frame.parts->nodes.size(), false);
+    std::vector<bool> isPlaceOnly(frame.parts->nodes.size(), false);
     for (Node const& node : frame.parts->nodes) {
       if (node.kind == NodeKind::Function && node.argumentCount > 0 &&
-          asksForPlace(frame.parts->texts[node.index])) {
-        asksPlace[node.firstArgument] = true;
+          builtinFunctions().at(node.function).traits.asksPlaceOfFirst) {
+        isPlaceOnly[node.firstArgument] = true;
       }
     }
-    for (std::uint32_t number = 0; number < frame.parts->nodes.size(); ++number) {
-      if (!asksPlace[number]) {
-        visitNode(frame, frame.nodeAt(number));
+    for (std::uint32_t node = 0; node < frame.parts->nodes.size(); ++node) {
+      if (!isPlaceOnly[node]) {
+        visitNode(frame, frame.nodeAt(node));
       }
     }
   }

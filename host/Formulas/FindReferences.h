@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
-#include "Formulas/CalcExpr.h"
+#include "Formulas/CalcResult.h"
 #include "Formulas/Context.h"
 #include "Formulas/ContextProvider.h"
 #include "Utils/Export.h"

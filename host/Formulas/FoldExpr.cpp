@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Formulas/Evaluation/Evaluator.h"
+#include "Formulas/Functions/BuiltinFunctions.h"
 #include "Formulas/Parsing/ExprAnalysis.h"
 
 namespace Zorv::Formulas {
@@ -20,7 +21,7 @@ using DOM::FormulaSyntaxTree::Node;
 using DOM::FormulaSyntaxTree::NodeKind;
 using DOM::FormulaSyntaxTree::noIndex;
 
-/// The constants that take the places of calls, by node.
+/// The constants that replace calls, by node.
 using Constants = std::map<std::size_t, Node>;
 
 /// A single value as a node; a text is put into the pool.
@@ -60,7 +61,7 @@ std::vector<bool> findKept(ExprParts const& parts, Constants const& constants) {
   for (std::size_t i = parts.nodes.size(); i-- > 0;) {
     if (isKept[i] && !constants.contains(i)) {
       std::uint32_t argument = parts.nodes[i].firstArgument;
-      for (std::uint32_t number = 0; number < parts.nodes[i].argumentCount; ++number) {
+      for (std::uint32_t count = parts.nodes[i].argumentCount; count > 0; --count) {
         isKept[argument] = true;
         argument = parts.nodes[argument].next;
       }
@@ -71,14 +72,14 @@ std::vector<bool> findKept(ExprParts const& parts, Constants const& constants) {
 
 std::vector<Node> replaceCalls(ExprParts const& parts, Constants const& constants) {
   auto const isKept = findKept(parts, constants);
-  std::vector<std::uint32_t> newPlaces(parts.nodes.size());
+  std::vector<std::uint32_t> newIndexes(parts.nodes.size());
   std::uint32_t count = 0;
   for (std::size_t i = 0; i < isKept.size(); ++i) {
-    newPlaces[i] = count;
+    newIndexes[i] = count;
     count += isKept[i] ? 1 : 0;
   }
-  auto const move = [&](std::uint32_t place) {
-    return place == noIndex ? noIndex : newPlaces[place];
+  auto const move = [&](std::uint32_t node) {
+    return node == noIndex ? noIndex : newIndexes[node];
   };
   std::vector<Node> nodes;
   nodes.reserve(count);
@@ -98,7 +99,7 @@ std::vector<Node> replaceCalls(ExprParts const& parts, Constants const& constant
 std::optional<Expr> foldExpr(Expr const& expr, Context const& context,
                              ContextProvider const& contextProvider, EvaluationSession& session) {
   ExprParts const& parts = expr.getParts();
-  auto const calls = findInvariantCalls(parts);
+  auto const calls = findInvariantCalls(parts, builtinFunctions());
   if (calls.empty()) {
     return std::nullopt;
   }
@@ -106,7 +107,8 @@ std::optional<Expr> foldExpr(Expr const& expr, Context const& context,
   Constants constants;
   try {
     RuntimeDependenciesResolver nothingIsFound;
-    Evaluator evaluator(context, contextProvider, nothingIsFound, session.obtainWorkspace());
+    Evaluator evaluator(context, contextProvider, nothingIsFound, session.getOrCreateWorkspace(),
+                        builtinFunctions());
     constants = evaluateCalls(parts, calls, evaluator, folded.texts);
   } catch (EvaluationTooLarge const&) {
     // So is the whole expression, where it needs that call.
@@ -115,7 +117,7 @@ std::optional<Expr> foldExpr(Expr const& expr, Context const& context,
     return std::nullopt;
   }
   folded.nodes = replaceCalls(parts, constants);
-  folded.traits = analyse(folded);
+  folded.traits = analyse(folded, builtinFunctions());
   return Expr(std::move(folded));
 }
 

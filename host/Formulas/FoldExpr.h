@@ -16,8 +16,8 @@ namespace Zorv::Formulas {
 /// As long as the document does not change, the result evaluates to what the expression does, at
 /// any cell of the table of `context`, and neither reads those ranges again nor costs more.
 /// Calls that give references or arrays stay as they are, and so do those whose value depends on
-/// the cell, on the moment, on chance or on a defined name. Evaluates each call once, wherever it
-/// stands, in the branches of an IF, too.
+/// the cell, on the moment, on chance or on a defined name. Evaluates each such call once, also in
+/// the branches of an IF.
 ///
 /// Requires that `context` is none of an array formula. Throws what calcExpr() throws. Threads: as
 /// calcShiftedExpr().

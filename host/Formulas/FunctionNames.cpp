@@ -2,9 +2,13 @@
 
 #include <algorithm>
 
+#include "Formulas/Functions/BuiltinFunctions.h"
+
 namespace Zorv::Formulas {
 
 namespace {
+
+using DOM::FormulaSyntaxTree::NodeKind;
 
 void sortUniquely(std::vector<std::string>& names) {
   std::ranges::sort(names);
@@ -14,7 +18,6 @@ void sortUniquely(std::vector<std::string>& names) {
 }  // namespace
 
 FunctionNames findFunctionNames(DOM::FormulaSyntaxTree::Expr const& expr) {
-  using DOM::FormulaSyntaxTree::NodeKind;
   FunctionNames names;
   auto const& parts = expr.getParts();
   for (auto const& node : parts.nodes) {
@@ -27,6 +30,13 @@ FunctionNames findFunctionNames(DOM::FormulaSyntaxTree::Expr const& expr) {
   sortUniquely(names.known);
   sortUniquely(names.unknown);
   return names;
+}
+
+bool asksPosition(DOM::FormulaSyntaxTree::Expr const& expr) {
+  return std::ranges::any_of(expr.getParts().nodes, [](DOM::FormulaSyntaxTree::Node const& node) {
+    return node.kind == NodeKind::Function && node.argumentCount == 0 &&
+           builtinFunctions().at(node.function).traits.asksPosition;
+  });
 }
 
 }  // namespace Zorv::Formulas

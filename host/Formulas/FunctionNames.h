@@ -18,4 +18,8 @@ struct FunctionNames {
 [[nodiscard]] ZORV_HOST_EXPORT FunctionNames
 findFunctionNames(DOM::FormulaSyntaxTree::Expr const& expr);
 
+/// True for a formula with a call such as `ROW()`, which asks for the position of the formula's own
+/// cell: each cell of an array formula then has a value of its own.
+[[nodiscard]] ZORV_HOST_EXPORT bool asksPosition(DOM::FormulaSyntaxTree::Expr const& expr);
+
 }  // namespace Zorv::Formulas

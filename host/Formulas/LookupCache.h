@@ -8,18 +8,17 @@ namespace Zorv::Formulas {
 
 class LookupStore;
 
-/// What COUNTIF, MATCH, VLOOKUP, RANK and their kin remember of the ranges in which they search,
-/// and what SUM, MAX, LARGE and others gave for their ranges: so the same range for every cell of a
-/// table costs one walk over it and not one for each cell. Answers are those of a walk, to the last
-/// bit.
+/// Indexes of ranges for COUNTIF, MATCH, VLOOKUP, RANK and similar functions, and results of SUM,
+/// MAX, LARGE and others for their ranges. So a range that every cell of a table uses is walked
+/// once, and not once for each cell. Answers are those of a walk, to the last bit.
 ///
-/// A range is remembered when it is asked about again and again; ranges of a few cells, ranges that
-/// move with the cell and patterns are walked as ever. Takes up to 256 MiB, at most 128 bytes for a
-/// cell while an index is made and about half of it afterwards; what does not fit is walked.
+/// A range is indexed when it is used again and again. Ranges of a few cells, ranges that move with
+/// the cell and patterns are always walked. Takes up to 256 MiB, at most 128 bytes for a cell while
+/// an index is built and about half of it afterwards; ranges that do not fit are walked.
 ///
-/// Lifetime: good for one ContextProvider whose document and locale do not change; borrows the
-/// texts of its cells. Threads: may be shared by the sessions of several threads; those that need
-/// the index of a large range while one of them makes it take a share of that work.
+/// Lifetime: for one ContextProvider whose document and locale do not change; borrows the texts of
+/// its cells. Threads: may be shared by the sessions of several threads. Those that need the index
+/// of a large range while one of them builds it help to build it.
 class ZORV_HOST_EXPORT LookupCache {
 public:
   LookupCache();
@@ -27,7 +26,7 @@ public:
   LookupCache& operator=(LookupCache const&) = delete;
   ~LookupCache();
 
-  /// What is remembered; the engine's own business.
+  /// For the engine itself.
   [[nodiscard]] LookupStore& getStore() noexcept { return *_store; }
 
 private:

@@ -7,8 +7,8 @@
 
 namespace Zorv::Formulas {
 
-/// Collects what a formula turned out to depend on while it was evaluated: ranges that no reading
-/// of its text tells, such as those of OFFSET and INDIRECT.
+/// Collects what a formula turned out to depend on while it was evaluated: ranges that its text
+/// does not show, such as those of OFFSET and INDIRECT.
 class RuntimeDependenciesResolver {
 public:
   struct Dependency {

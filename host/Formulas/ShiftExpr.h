@@ -11,8 +11,8 @@ namespace Zorv::Formulas {
 
 /// A copy of an expression with its relative references moved.
 ///
-/// `tableContext` and `table` tell where the expression stands: references without a sheet name are
-/// references into that table. With `wrapAround` a reference that leaves the sheet at one edge
+/// `tableContext` and `table` are the table of the expression: references without a sheet name are
+/// references into it. With `wrapAround` a reference that leaves the sheet at one edge
 /// comes in at the opposite one; without it, it becomes the error `#REF!`. The result is never
 /// null.
 [[nodiscard]] ZORV_HOST_EXPORT std::unique_ptr<DOM::FormulaSyntaxTree::Expr> shiftExpr(

@@ -3,30 +3,21 @@ target_sources(
   zorv_formulas_objects
   PRIVATE ${CMAKE_CURRENT_LIST_DIR}/CalcExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/CalcShiftedExpr.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Arena.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Arrays.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Cells.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Coercion.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Criterion.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/DateText.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/ByElement.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Call.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/EvaluateExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Evaluator.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/FunctionCall.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/NumberText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Operators.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/References.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/StructuredReferences.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Texts.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/ValueText.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Wildcards.cpp
           ${CMAKE_CURRENT_LIST_DIR}/EvaluationSession.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FindReferences.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FoldExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FunctionNames.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Functions/AddressText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Addressing.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Aggregates.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Functions/Call.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/BuiltinFunctions.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/CellInformation.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Choices.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/ConditionalSums.cpp
@@ -34,7 +25,6 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Functions/DateTime.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Dispersion.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Distributions.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Functions/FunctionRegistry.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Grid.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Information.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Kinds.cpp
@@ -62,28 +52,41 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Trigonometry.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/WorkDays.cpp
           ${CMAKE_CURRENT_LIST_DIR}/LookupCache.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Lookups/CellBand.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Lookups/CellBlock.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/CellClasses.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Lookups/ClassTotals.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Lookups/ClassAggregates.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/EqualTuples.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/EqualValues.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Lookups/HashSlots.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Lookups/HashIndex.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/KeyedValue.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Lookups/LookupMap.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/LookupSession.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Lookups/LookupStore.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/OrderedValues.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/SharedWork.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValuePiece.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValueTable.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValueDictionary.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValuePartition.cpp
           ${CMAKE_CURRENT_LIST_DIR}/ParseExpr.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Parsing/A1Text.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/CallParser.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/ExprAnalysis.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/ExprBuilder.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/Lexer.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/LocalNames.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Parsing/ParseFormula.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/Parser.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Parsing/R1C1Text.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/ReferenceParser.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/StructuredReferenceText.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/ShiftExpr.cpp)
+          ${CMAKE_CURRENT_LIST_DIR}/ShiftExpr.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Text/DateText.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Text/NumberText.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Text/R1C1Notation.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Text/SheetName.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Text/Texts.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Text/ValueText.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Text/Wildcards.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Values/Arena.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Values/Arrays.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Values/Cells.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Values/Coercion.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Values/Comparison.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Values/Criterion.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Values/FunctionTable.cpp)

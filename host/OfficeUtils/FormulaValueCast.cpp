@@ -10,11 +10,9 @@
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/static_visitor.hpp>
 
-#include <unicode/uchar.h>
-#include <unicode/unistr.h>
-
 #include "FormulaModel/FormulaException.h"
 #include "FormulaModel/FormulaValueAccess.h"
+#include "Utils/CaseFolding.h"
 
 namespace Zorv::OfficeUtils {
 
@@ -34,30 +32,23 @@ using FormulaModel::FormulaException;
 using FormulaModel::FormulaNumber;
 using FormulaModel::FormulaString;
 
-constexpr char toUpperAscii(char letter) noexcept {
-  return 'a' <= letter && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
 bool isAscii(std::string_view text) noexcept {
   return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 /// `word` is in upper case.
 bool isWordInAsciiCase(std::string_view text, std::string_view word) noexcept {
-  return std::ranges::equal(text, word, {}, toUpperAscii);
+  return std::ranges::equal(text, word, {}, [](char c) { return toAsciiUpper(c); });
 }
 
-bool isWordInAnyCase(std::string const& text, std::string const& word, std::uint32_t folding) {
-  auto const fold = [&](std::string const& utf8) {
-    return icu::UnicodeString::fromUTF8(utf8).foldCase(folding);
-  };
-  return fold(text) == fold(word);
+bool isWordInAnyCase(std::string const& text, std::string const& word, CaseFolding folding) {
+  return foldCase(text, folding) == foldCase(word, folding);
 }
 
 /// In Turkic languages the lower case of I has no dot.
-std::uint32_t getFolding(LocaleContext const& locale) noexcept {
+CaseFolding getFolding(LocaleContext const& locale) noexcept {
   std::string_view const language = std::string_view(locale.getName()).substr(0, 2);
-  return language == "tr" || language == "az" ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT;
+  return language == "tr" || language == "az" ? CaseFolding::Turkic : CaseFolding::Default;
 }
 
 bool namesLocalWord(std::string const& text, std::string const& word, LocaleContext const& locale) {

@@ -10,18 +10,16 @@
 
 #include <unicode/uloc.h>
 
+#include "Utils/CaseFolding.h"
+
 namespace Zorv::OfficeUtils::NumberFormatCode {
 
 namespace {
 
-constexpr char toLower(char c) noexcept {
-  return 'A' <= c && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 /// `word` is in lower case.
 bool beginsWith(std::string_view text, std::string_view word) noexcept {
-  return text.size() >= word.size() &&
-         std::ranges::equal(text.substr(0, word.size()), word, {}, toLower);
+  return text.size() >= word.size() && std::ranges::equal(text.substr(0, word.size()), word, {},
+                                                          [](char c) { return toAsciiLower(c); });
 }
 
 void addLiteral(Section& section, std::string_view text) {
@@ -71,8 +69,8 @@ std::optional<TokenKind> findDateLetter(char letter) noexcept {
 
 /// Token of elapsed time, such as `[h]` or `[mm]`, which does not wrap at the next larger unit.
 std::optional<TokenKind> findElapsed(std::string_view content) noexcept {
-  char const letter = content.empty() ? '\0' : toLower(content.front());
-  if (!std::ranges::all_of(content, [&](char c) { return toLower(c) == letter; })) {
+  char const letter = content.empty() ? '\0' : toAsciiLower(content.front());
+  if (!std::ranges::all_of(content, [&](char c) { return toAsciiLower(c) == letter; })) {
     return std::nullopt;
   }
   switch (letter) {
@@ -244,7 +242,7 @@ bool Lexer::readWord(Section& section) {
     readLetters(section, TokenKind::Day, 'a');
     return true;
   }
-  char const letter = toLower(_rest.front());
+  char const letter = toAsciiLower(_rest.front());
   bool const isExponent = letter == 'e' && _rest.size() > 1 && (_rest[1] == '+' || _rest[1] == '-');
   auto const kind = isExponent ? std::nullopt : findDateLetter(letter);
   if (kind) {
@@ -254,7 +252,8 @@ bool Lexer::readWord(Section& section) {
 }
 
 void Lexer::readLetters(Section& section, TokenKind kind, char letter) {
-  auto const* const end = std::ranges::find_if(_rest, [&](char c) { return toLower(c) != letter; });
+  auto const* const end =
+      std::ranges::find_if(_rest, [&](char c) { return toAsciiLower(c) != letter; });
   auto const count = static_cast<std::size_t>(end - _rest.begin());
   // The letter e is the full year for any number of letters.
   constexpr std::size_t wholeYear = 4;
@@ -263,8 +262,8 @@ void Lexer::readLetters(Section& section, TokenKind kind, char letter) {
 }
 
 bool Lexer::readExponent(Section& section) {
-  bool const isExponent =
-      toLower(_rest.front()) == 'e' && _rest.size() > 1 && (_rest[1] == '+' || _rest[1] == '-');
+  bool const isExponent = toAsciiLower(_rest.front()) == 'e' && _rest.size() > 1 &&
+                          (_rest[1] == '+' || _rest[1] == '-');
   if (isExponent) {
     section.tokens.push_back({.kind = TokenKind::Exponent, .symbol = _rest[1], .text = "E"});
     _rest.remove_prefix(2);

@@ -3,9 +3,9 @@
 #include <stdexcept>
 
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
+#include "DOM/A1Notation.h"
 #include "FormulaModel/FormulaValueAccess.h"
 #include "OfficeUtils/FormulaValueCast.h"
-#include "workbook/Addresses.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::TestSupport {
@@ -14,7 +14,7 @@ namespace {
 
 DOM::CellInfo cellAt(Workbook::Document const& document, std::size_t sheet,
                      std::string const& cell) {
-  CellIndex const place = Workbook::parseCell(cell).value();
+  CellIndex const place = DOM::A1Notation::parseCell(cell).value();
   return document.getSheets().at(sheet).table->getCellInfo(place.getRow().get(),
                                                            place.getColumn().get());
 }

@@ -14,8 +14,8 @@
 #include <gtest/gtest.h>
 
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
+#include "DOM/A1Notation.h"
 #include "OfficeUtils/Clock.h"
-#include "workbook/Addresses.h"
 #include "workbook/DocumentValueProvider.h"
 #include "workbook/Evaluation.h"
 #include "workbook/LoadWorkbook.h"
@@ -105,7 +105,7 @@ TEST_P(RealWorkbooks, AgreeWithOtherProgramsExceptOnPurpose) {
       condition = ConditionalFormatters::OperatorsFactory(provider, table)
                       .create({rule.ranges, *rule.format});
     }
-    CellIndex const place = parseCell(verdict.cell).value();
+    CellIndex const place = DOM::A1Notation::parseCell(verdict.cell).value();
     auto const info = table.getCellInfo(place.getRow().get(), place.getColumn().get());
     if ((*condition)({provider.getCellValue(info), place}) != verdict.holds) {
       ++otherwise[verdict.rule];

@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 #include <zip.h>
 
-#include "workbook/CaseFolding.h"
+#include "Utils/CaseFolding.h"
 #include "workbook/Package/PartError.h"
 
 namespace Zorv::Workbook {

@@ -6,8 +6,8 @@
 
 #include <fmt/format.h>
 
+#include "DOM/A1Notation.h"
 #include "FormulaModel/FormulaValueAccess.h"
-#include "workbook/Addresses.h"
 #include "workbook/Package/PartError.h"
 #include "workbook/Read/SharedStrings.h"
 #include "workbook/Read/Values.h"
@@ -65,7 +65,7 @@ void CellReader::readCell() {
 CellIndex CellReader::findPlace() {
   auto const reference = _reader.getAttribute("r");
   if (reference) {
-    auto const place = parseCell(*reference);
+    auto const place = DOM::A1Notation::parseCell(*reference);
     if (!place) {
       fail(fmt::format("cell {}", *reference), "is no cell of the sheet; the file is damaged");
     }
@@ -88,7 +88,7 @@ DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
       number && *number >= 0 ? static_cast<std::size_t>(*number) : _styles.getCellStyleCount());
   if (!style) {
     _state.document.addFinding(
-        {_sheet.part, _sheet.name, toAddress(place),
+        {_sheet.part, _sheet.name, DOM::A1Notation::toAddress(place),
          fmt::format("the cell has the style \"{}\", which the file does not have", *text)});
   }
   return style;
@@ -143,7 +143,7 @@ void CellReader::store(CellIndex place, DOM::SharedCellStylePtr style) {
     return;
   }
   if (++_state.cellCount > _state.limits.cells) {
-    fail(fmt::format("cell {}", toAddress(place)),
+    fail(fmt::format("cell {}", DOM::A1Notation::toAddress(place)),
          fmt::format("the workbook has more than {} cells, which is the limit",
                      _state.limits.cells));
   }
@@ -204,7 +204,7 @@ FormulaValue CellReader::interpretResult() const {
 FormulaValue CellReader::interpretShared(CellIndex place) {
   auto const number = parseInteger(_content.value);
   if (!number || *number < 0 || static_cast<std::size_t>(*number) >= _sharedStrings.size()) {
-    fail(fmt::format("cell {}", toAddress(place)),
+    fail(fmt::format("cell {}", DOM::A1Notation::toAddress(place)),
          fmt::format("refers to the shared text \"{}\", but the file has {}; the file is damaged",
                      _content.value, _sharedStrings.size()));
   }
@@ -214,7 +214,7 @@ FormulaValue CellReader::interpretShared(CellIndex place) {
 /// A value that does not fit its type: the cell stays empty.
 FormulaValue CellReader::refuse(CellIndex place, std::string_view what) {
   constexpr std::size_t shownSize = 40;
-  _state.document.addFinding({_sheet.part, _sheet.name, toAddress(place),
+  _state.document.addFinding({_sheet.part, _sheet.name, DOM::A1Notation::toAddress(place),
                               fmt::format("the value \"{}\" is {}; the cell is read as empty",
                                           _content.value.substr(0, shownSize), what)});
   return {};

@@ -9,7 +9,7 @@
 
 #include <fmt/format.h>
 
-#include "workbook/Addresses.h"
+#include "DOM/A1Notation.h"
 #include "workbook/Package/PartError.h"
 #include "workbook/Read/RuleCondition.h"
 #include "workbook/Read/Values.h"
@@ -59,7 +59,7 @@ void ConditionalFormatReader::read(pugi::xml_node conditionalFormatting) {
     }
   }
   rangeText = trimXmlSpaces(std::string(rangeText));
-  auto const ranges = parseRanges(rangeText);
+  auto const ranges = DOM::A1Notation::parseRanges(rangeText);
   for (pugi::xml_node const element : rules) {
     Rule rule;
     rule.number = _state.document.getRules().size();

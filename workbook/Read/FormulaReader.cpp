@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "workbook/Addresses.h"
+#include "DOM/A1Notation.h"
 
 namespace Zorv::Workbook {
 
@@ -12,7 +12,7 @@ namespace {
 
 /// The cells of an array formula in its first cell, if there are several.
 std::optional<TableRange> findArea(std::string_view reference, CellIndex place) noexcept {
-  auto const area = parseRange(reference);
+  auto const area = DOM::A1Notation::parseRange(reference);
   bool const hasSeveralCells =
       area && place == CellIndex(RowIndex(area->firstRow), ColumnIndex(area->firstColumn)) &&
       (area->endRow - area->firstRow > 1 || area->endColumn - area->firstColumn > 1);

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "workbook/Addresses.h"
+#include "DOM/A1Notation.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/OpenXml.h"
 #include "workbook/Xml/XmlText.h"
@@ -18,7 +18,7 @@ void readListObject(LoadState& state, std::string const& part, std::size_t sheet
   pugi::xml_node const table = readRoot(*reader, document, "table");
   pugi::xml_attribute const displayName = table.attribute("displayName");
   char const* const name = (displayName ? displayName : table.attribute("name")).value();
-  auto const range = parseRange(table.attribute("ref").value());
+  auto const range = DOM::A1Notation::parseRange(table.attribute("ref").value());
   if (!range) {
     state.document.addFinding(
         {part, state.document.getSheets()[sheet].name, table.attribute("ref").value(),

@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "workbook/Addresses.h"
+#include "DOM/A1Notation.h"
 #include "workbook/Package/PartError.h"
 #include "workbook/Read/ListObjectReader.h"
 #include "workbook/Read/Values.h"
@@ -116,7 +116,7 @@ void SheetReader::readCell() { _cells.readCell(); }
 
 void SheetReader::readMerge() {
   std::string_view const reference = _reader.getAttribute("ref").value_or("");
-  if (auto const range = parseRange(reference)) {
+  if (auto const range = DOM::A1Notation::parseRange(reference)) {
     _sheet.layout.mergedRanges.push_back(*range);
   } else {
     _state.document.addFinding({_sheet.part, _sheet.name, std::string(reference),

@@ -3,16 +3,12 @@
 #include <algorithm>
 #include <array>
 
+#include "Utils/CaseFolding.h"
 #include "workbook/Xml/XmlText.h"
 
 namespace Zorv::Workbook {
 
 namespace {
-
-char toUpper(char character) noexcept {
-  bool const isLower = 'a' <= character && character <= 'z';
-  return isLower ? static_cast<char>(character - 'a' + 'A') : character;
-}
 
 /// Removes a function's name and opening parenthesis from the front of a formula; false if they are
 /// not there.
@@ -21,7 +17,7 @@ bool takeCall(std::string_view& formula, std::string_view name) noexcept {
   bool const matches =
       formula.size() > name.size() && formula[name.size()] == '(' &&
       std::equal(name.begin(), name.end(), formula.begin(),
-                 [](char expected, char actual) { return expected == toUpper(actual); });
+                 [](char expected, char actual) { return expected == toAsciiUpper(actual); });
   formula.remove_prefix(matches ? name.size() + 1 : 0);
   return matches;
 }

@@ -72,15 +72,6 @@ private:
   CellIndex _origin;
 };
 
-/// Whether a formula asks for the position of its own cell, like `ROW()`.
-bool asksForItsPlace(DOM::FormulaSyntaxTree::Expr const& expr) {
-  auto const& parts = expr.getParts();
-  return std::any_of(parts.nodes.begin(), parts.nodes.end(), [&](auto const& node) {
-    return node.kind == DOM::FormulaSyntaxTree::NodeKind::Function && node.argumentCount == 0 &&
-           (parts.texts[node.index] == "ROW" || parts.texts[node.index] == "COLUMN");
-  });
-}
-
 void include(MissingResult const& missing, TableRange& range) noexcept {
   range.firstRow = std::min<unsigned long>(range.firstRow, missing.row);
   range.firstColumn = std::min<unsigned long>(range.firstColumn, missing.column);
@@ -148,7 +139,7 @@ void MissingResultCalculator::takeStep(std::size_t index) {
 
 void MissingResultCalculator::calculate(std::size_t index) {
   Placed const formula = place(index);
-  if (asksForItsPlace(*formula.expr)) {
+  if (Formulas::asksPosition(*formula.expr)) {
     // Each cell of an array is calculated by itself.
     _arrays.erase(_missing[index].formula);
   }

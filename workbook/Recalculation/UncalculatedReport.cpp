@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "workbook/Addresses.h"
+#include "DOM/A1Notation.h"
 
 namespace Zorv::Workbook {
 
@@ -59,7 +59,7 @@ void UncalculatedReport::writeTo(Document& document) const {
     auto const cells = entry.count == 1
                            ? std::string("the cell has ")
                            : fmt::format("{} cells, this one first, have ", entry.count);
-    document.addFinding({sheet.part, sheet.name, toAddress(entry.first),
+    document.addFinding({sheet.part, sheet.name, DOM::A1Notation::toAddress(entry.first),
                          cells + fmt::format(fmt::runtime(phraseOf(reason)), details)});
   }
 }

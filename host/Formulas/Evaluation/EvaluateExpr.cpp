@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "Formulas/Evaluation/Arrays.h"
+#include "Formulas/Values/Arrays.h"
 
 namespace Zorv::Formulas {
 
@@ -82,10 +82,11 @@ CalcResult toArrayResult(Evaluator& evaluator, Value const& value) {
 
 CalcResult evaluateExpr(DOM::FormulaSyntaxTree::Expr const& expr, Offset offset,
                         Context const& context, ContextProvider const& contextProvider,
-                        RuntimeDependenciesResolver& resolver, Workspace& workspace) {
+                        RuntimeDependenciesResolver& resolver, Workspace& workspace,
+                        FunctionTable const& functions) {
   bool const isArrayFormula = context.getArrayFormulaIndices().has_value();
   try {
-    Evaluator evaluator(context, contextProvider, resolver, workspace);
+    Evaluator evaluator(context, contextProvider, resolver, workspace, functions);
     Mode const mode = isArrayFormula ? Mode::ByElement : Mode::Single;
     Value const value = evaluator.evaluate(expr.getParts(), offset, mode);
     return isArrayFormula ? toArrayResult(evaluator, value) : toResult(evaluator, value);

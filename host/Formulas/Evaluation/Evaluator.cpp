@@ -2,13 +2,14 @@
 
 #include <array>
 
-#include "Formulas/Evaluation/Arrays.h"
-#include "Formulas/Evaluation/Cells.h"
+#include "Formulas/Evaluation/ByElement.h"
 #include "Formulas/Evaluation/FunctionCall.h"
 #include "Formulas/Evaluation/Operators.h"
 #include "Formulas/Evaluation/References.h"
-#include "Formulas/Evaluation/Texts.h"
+#include "Formulas/Text/Texts.h"
+#include "Formulas/Values/Cells.h"
 #include "OfficeUtils/DateTime.h"
+#include "OfficeUtils/FormulaValueCast.h"
 #include "OfficeUtils/PinnedMoment.h"
 
 namespace Zorv::Formulas {
@@ -20,7 +21,7 @@ using DOM::FormulaSyntaxTree::Node;
 using DOM::FormulaSyntaxTree::NodeKind;
 using DOM::FormulaSyntaxTree::Operator;
 
-/// Formulas that names stand for nest, too.
+/// The formulas of defined names count, too.
 constexpr std::uint32_t maximalDepth = 512;
 
 /// How many characters a cell may hold.
@@ -144,6 +145,29 @@ Array const& Evaluator::toArray(Value const& value) {
   }
   Value const single = toOperand(value, Mode::Single);
   return arena().make(Array{1, 1, 1, &arena().make(single)});
+}
+
+Outcome<std::string_view> Evaluator::toText(Value const& value) {
+  switch (value.kind()) {
+    case Value::Kind::Text:
+      return value.asText();
+    case Value::Kind::Number:
+      return writeNumber(value.asNumber());
+    case Value::Kind::Boolean:
+      return std::string_view(value.asBoolean() ? "TRUE" : "FALSE");
+    case Value::Kind::Empty:
+    case Value::Kind::Missing:
+      return std::string_view();
+    case Value::Kind::Error:
+      return value.asError();
+    default:
+      return FormulaErrorCode::Value;
+  }
+}
+
+std::string_view Evaluator::writeNumber(double number) {
+  FormulaValue const value = FormulaModel::FormulaNumber{FloatNumber(number)};
+  return arena().copyText(OfficeUtils::FormulaValueCast::toString(value, locale(), nullptr));
 }
 
 Value Evaluator::makeText(std::string_view text) { return checkText(arena().copyText(text)); }

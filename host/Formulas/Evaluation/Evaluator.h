@@ -7,15 +7,15 @@
 #include "DOM/FormulaSyntaxTree/Expr.h"
 #include "Formulas/Context.h"
 #include "Formulas/ContextProvider.h"
-#include "Formulas/Evaluation/Outcome.h"
-#include "Formulas/Evaluation/Value.h"
 #include "Formulas/Evaluation/Workspace.h"
-#include "Formulas/Functions/FunctionEntry.h"
 #include "Formulas/RuntimeDependenciesResolver.h"
+#include "Formulas/Values/FunctionTable.h"
+#include "Formulas/Values/Outcome.h"
+#include "Formulas/Values/Value.h"
 
 namespace Zorv::Formulas {
 
-/// What becomes of a range where one value is wanted.
+/// How a range is used where one value is needed.
 enum class Mode : std::uint8_t {
   Single,     ///< the cell of the range in the row or column of the formula's cell is taken
   ByElement,  ///< everything is evaluated once for each of the range's cells
@@ -47,11 +47,13 @@ struct Frame {
 class Evaluator {
 public:
   Evaluator(Context const& context, ContextProvider const& provider,
-            RuntimeDependenciesResolver& dependencies, Workspace& workspace) noexcept
+            RuntimeDependenciesResolver& dependencies, Workspace& workspace,
+            FunctionTable const& functions) noexcept
       : _context(&context),
         _provider(&provider),
         _dependencies(&dependencies),
-        _workspace(&workspace) {}
+        _workspace(&workspace),
+        _functions(&functions) {}
   Evaluator(Evaluator const&) = delete;
   Evaluator& operator=(Evaluator const&) = delete;
   ~Evaluator() { _workspace->arena.release(); }
@@ -72,6 +74,10 @@ public:
   /// Makes a reference an array, and a single value one of one element.
   [[nodiscard]] Array const& toArray(Value const& value);
 
+  /// A single value as a text: texts as they are, numbers in general format, truth values as words,
+  /// empties as the empty text. The text may lie in the evaluation's arena.
+  [[nodiscard]] Outcome<std::string_view> toText(Value const& value);
+
   /// A copy of a text that lasts as long as the evaluator. `#VALUE!` for one that is longer than a
   /// cell may hold.
   [[nodiscard]] Value makeText(std::string_view text);
@@ -86,7 +92,7 @@ public:
     return table.findCell(row, column, _workspace->lastCell);
   }
 
-  /// What is remembered of ranges; null where nothing is.
+  /// The indexes of ranges; null for an evaluation without a LookupCache.
   [[nodiscard]] LookupSession* lookups() noexcept {
     return _workspace->lookups ? &*_workspace->lookups : nullptr;
   }
@@ -97,6 +103,7 @@ public:
   [[nodiscard]] OfficeUtils::Clock::TimePoint readMoment() const;
 
   [[nodiscard]] Arena& arena() noexcept { return _workspace->arena; }
+  [[nodiscard]] FunctionTable const& functions() const noexcept { return *_functions; }
   [[nodiscard]] Context const& context() const noexcept { return *_context; }
   [[nodiscard]] ContextProvider const& provider() const noexcept { return *_provider; }
   [[nodiscard]] RuntimeDependenciesResolver& dependencies() noexcept { return *_dependencies; }
@@ -122,11 +129,13 @@ private:
   Value evaluateName(Frame const& frame, DOM::FormulaSyntaxTree::Node const& node, Mode mode);
   Value combine(DOM::FormulaSyntaxTree::Operator op, Value const& left, Value const& right);
   Value intersect(Area const& area) const;
+  std::string_view writeNumber(double number);
 
   Context const* _context;
   ContextProvider const* _provider;
   RuntimeDependenciesResolver* _dependencies;
   Workspace* _workspace;
+  FunctionTable const* _functions;
   std::uint32_t _depth = 0;
   std::uint32_t _nameCount = 0;  ///< how many uses of defined names were evaluated
 };

@@ -7,10 +7,9 @@
 #include <new>
 #include <span>
 
-#include "Formulas/Evaluation/Arrays.h"
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Functions/Call.h"
-#include "Formulas/Functions/FunctionRegistry.h"
+#include "Formulas/Evaluation/ByElement.h"
+#include "Formulas/Evaluation/Call.h"
+#include "Formulas/Values/Coercion.h"
 
 namespace Zorv::Formulas {
 
@@ -55,7 +54,7 @@ Value convert(Evaluator& evaluator, Value const& argument, Parameter parameter) 
     case Parameter::Number:
       return fromNumber(toNumber(argument, evaluator.locale()));
     case Parameter::Text:
-      return fromText(toText(argument, evaluator));
+      return fromText(evaluator.toText(argument));
     case Parameter::Truth:
       return fromTruth(toTruth(argument));
     default:
@@ -63,7 +62,7 @@ Value convert(Evaluator& evaluator, Value const& argument, Parameter parameter) 
   }
 }
 
-/// Whether an argument needs no conversion.
+/// True for an argument that needs no conversion.
 bool isOfKind(Value const& argument, Parameter parameter) noexcept {
   return parameter == Parameter::Number ? argument.isNumber()
                                         : parameter == Parameter::Truth && argument.isBoolean();
@@ -90,7 +89,7 @@ Value callOnce(Evaluator& evaluator, FunctionEntry const& entry, Frame const& fr
   return entry.calculate(call);
 }
 
-/// Calls the function for each element of the arrays that stand for single values.
+/// Calls the function for each element of the arrays that are arguments for single values.
 Value callByElement(Evaluator& evaluator, FunctionEntry const& entry, Frame const& frame,
                     std::uint32_t node, Mode mode, std::span<Value const> arguments) {
   std::span<Value> const spread = evaluator.arena().makeArray<Value>(arguments.size());
@@ -106,12 +105,12 @@ Value callByElement(Evaluator& evaluator, FunctionEntry const& entry, Frame cons
   });
 }
 
-/// Whether the arguments tell what the call gives, and are areas, which numbers may follow. (A
-/// number that comes first is what is looked for in the areas, another one for each cell.)
-bool isToldByAreas(FunctionEntry const& entry, std::span<Value const> arguments) noexcept {
+/// True where the arguments determine the result, and are areas that numbers may follow. (A number
+/// that comes first is usually a search key, another one for each cell.)
+bool isDeterminedByAreas(FunctionEntry const& entry, std::span<Value const> arguments) noexcept {
   FunctionTraits const& traits = entry.traits;
   if (traits.isVolatile || traits.dependsOnCell || traits.returnsReference || arguments.empty() ||
-      arguments.size() > Few<TableArea>::capacity || !arguments.front().isReference()) {
+      arguments.size() > InlineList<CallArgument>::capacity || !arguments.front().isReference()) {
     return false;
   }
   for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -124,14 +123,14 @@ bool isToldByAreas(FunctionEntry const& entry, std::span<Value const> arguments)
   return true;
 }
 
-/// Calls the function, or takes what it gave for the same areas before.
-Value callOrRecall(Evaluator& evaluator, FunctionEntry const& entry, Frame const& frame,
-                   std::uint32_t node, Mode mode, std::span<Value> arguments) {
+/// Calls the function, or takes its earlier result for the same areas.
+Value callOrReuse(Evaluator& evaluator, FunctionEntry const& entry, Frame const& frame,
+                  std::uint32_t node, Mode mode, std::span<Value> arguments) {
   auto const calculate = [&] { return callOnce(evaluator, entry, frame, node, mode, arguments); };
   LookupSession* const lookups = evaluator.lookups();
-  if (lookups != nullptr && isToldByAreas(entry, arguments)) {
+  if (lookups != nullptr && isDeterminedByAreas(entry, arguments)) {
     std::uint16_t const function = frame.nodeAt(node).function;
-    if (auto const result = lookups->obtainResult(function, arguments, std::cref(calculate))) {
+    if (auto const result = lookups->getOrCompute(function, arguments, std::cref(calculate))) {
       return *result;
     }
   }
@@ -141,7 +140,7 @@ Value callOrRecall(Evaluator& evaluator, FunctionEntry const& entry, Frame const
 Value callWith(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mode mode,
                std::span<Value> arguments) {
   Node const& entryNode = frame.nodeAt(node);
-  FunctionEntry const& entry = FunctionRegistry::get().at(entryNode.function);
+  FunctionEntry const& entry = evaluator.functions().at(entryNode.function);
   bool isByElement = false;
   std::uint32_t argument = entryNode.firstArgument;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -152,7 +151,7 @@ Value callWith(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mod
     argument = frame.nodeAt(argument).next;
   }
   return isByElement ? callByElement(evaluator, entry, frame, node, mode, arguments)
-                     : callOrRecall(evaluator, entry, frame, node, mode, arguments);
+                     : callOrReuse(evaluator, entry, frame, node, mode, arguments);
 }
 
 }  // namespace

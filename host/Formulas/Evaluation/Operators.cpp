@@ -3,9 +3,9 @@
 #include <cmath>
 #include <span>
 
-#include "Formulas/Evaluation/Coercion.h"
 #include "Formulas/Evaluation/Evaluator.h"
-#include "Formulas/Evaluation/Texts.h"
+#include "Formulas/Values/Coercion.h"
+#include "Formulas/Values/Comparison.h"
 
 namespace Zorv::Formulas {
 
@@ -13,26 +13,8 @@ namespace {
 
 using DOM::FormulaSyntaxTree::Operator;
 
-/// What rounding may leave, relative to the number.
+/// Rounding error of a sum or difference, relative to its operands.
 constexpr double lastBits = 0x1p-49;
-
-std::strong_ordering compareNumbers(double left, double right) noexcept {
-  return left < right   ? std::strong_ordering::less
-         : left > right ? std::strong_ordering::greater
-                        : std::strong_ordering::equal;
-}
-
-/// What an empty value is beside a value of some kind.
-Value emptyLike(Value const& other) noexcept {
-  switch (other.kind()) {
-    case Value::Kind::Text:
-      return Value::text({});
-    case Value::Kind::Boolean:
-      return Value::boolean(false);
-    default:
-      return Value::number(0.0);
-  }
-}
 
 /// Numbers that differ in their last bits only are equal, so that `0.1+0.2=0.3` holds, as in the
 /// widespread programs.
@@ -105,8 +87,8 @@ Value applyArithmetic(Operator op, Value const& left, Value const& right, Evalua
 }
 
 Value concatenate(Value const& left, Value const& right, Evaluator& evaluator) {
-  auto const leftText = toText(left, evaluator);
-  auto const rightText = toText(right, evaluator);
+  auto const leftText = evaluator.toText(left);
+  auto const rightText = evaluator.toText(right);
   if (leftText.isError() || rightText.isError()) {
     return leftText.isError() ? leftText.error() : rightText.error();
   }
@@ -118,27 +100,6 @@ Value concatenate(Value const& left, Value const& right, Evaluator& evaluator) {
 }
 
 }  // namespace
-
-std::strong_ordering compareValues(Value const& left, Value const& right) noexcept {
-  if (left.isNumber() && right.isNumber()) {
-    return compareNumbers(left.asNumber(), right.asNumber());
-  }
-  if (left.isEmpty() && right.isEmpty()) {
-    return std::strong_ordering::equal;
-  }
-  if (left.isEmpty()) {
-    return compareValues(emptyLike(right), right);
-  }
-  if (right.isEmpty()) {
-    return compareValues(left, emptyLike(left));
-  }
-  // The kinds are numbered in the order in which their values stand.
-  if (left.kind() != right.kind()) {
-    return left.kind() <=> right.kind();
-  }
-  return left.isText() ? compareTexts(left.asText(), right.asText())
-                       : std::compare_three_way()(left.asBoolean(), right.asBoolean());
-}
 
 Value applyBinary(Operator op, Value const& left, Value const& right, Evaluator& evaluator) {
   if (left.isNumber() && right.isNumber() && op != Operator::Concatenate) {

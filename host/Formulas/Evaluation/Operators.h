@@ -1,9 +1,7 @@
 #pragma once
 
-#include <compare>
-
 #include "DOM/FormulaSyntaxTree/Node.h"
-#include "Formulas/Evaluation/Value.h"
+#include "Formulas/Values/Value.h"
 #include "OfficeUtils/LocaleContext.h"
 
 /// The operators between single values.
@@ -19,10 +17,5 @@ class Evaluator;
 /// Negation or percentage of a single value.
 [[nodiscard]] Value applyUnary(DOM::FormulaSyntaxTree::Operator op, Value const& argument,
                                OfficeUtils::LocaleContext const& locale);
-
-/// Orders single values that are no errors, as comparisons and sorting do: numbers before texts
-/// before truth values; texts without regard to letter case; an empty value as the zero, the empty
-/// text or the false with which it is compared.
-[[nodiscard]] std::strong_ordering compareValues(Value const& left, Value const& right) noexcept;
 
 }  // namespace Zorv::Formulas

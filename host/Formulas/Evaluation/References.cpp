@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <span>
 
-#include "Formulas/Evaluation/Cells.h"
+#include "Formulas/Values/Cells.h"
 
 namespace Zorv::Formulas {
 

@@ -4,7 +4,7 @@
 
 #include "DOM/FormulaSyntaxTree/Node.h"
 #include "Formulas/Evaluation/Evaluator.h"
-#include "Formulas/Evaluation/Value.h"
+#include "Formulas/Values/Value.h"
 
 /// From references as they are written to areas.
 namespace Zorv::Formulas {

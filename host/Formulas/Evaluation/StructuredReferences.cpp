@@ -2,7 +2,7 @@
 #include <optional>
 
 #include "Formulas/Evaluation/References.h"
-#include "Formulas/Evaluation/Texts.h"
+#include "Formulas/Text/Texts.h"
 
 namespace Zorv::Formulas {
 
@@ -26,7 +26,7 @@ TableContext const* findTable(Evaluator const& evaluator, FormulaModel::DocTable
   return own->getDocTableIndex() == table ? own : evaluator.provider().findTableContextAt(table);
 }
 
-/// The place of a column among those of a list.
+/// The index of a column among those of a list.
 std::optional<unsigned long> findColumn(ListObject const& list, std::string_view name) {
   auto const found = std::ranges::find_if(
       list.columnNames, [&](std::string const& column) { return equalTexts(column, name); });

@@ -3,19 +3,19 @@
 #include <optional>
 
 #include "DOM/CellStore.h"
-#include "Formulas/Evaluation/Arena.h"
 #include "Formulas/Lookups/LookupSession.h"
+#include "Formulas/Values/Arena.h"
 #include "OfficeUtils/Moment.h"
 
 namespace Zorv::Formulas {
 
-/// What evaluations work with, one after the other.
+/// Working memory of evaluations, one after the other.
 struct Workspace {
   Arena arena;  ///< empty between evaluations
   /// Where the last cell of the formula's own table was found.
   DOM::CellStore::Position lastCell;
   std::optional<LookupSession> lookups;
-  OfficeUtils::Moment* moment = nullptr;  ///< null: the clock tells the current moment
+  OfficeUtils::Moment* moment = nullptr;  ///< null: the current moment is read from the clock
 };
 
 }  // namespace Zorv::Formulas

@@ -7,14 +7,16 @@
 #include <optional>
 #include <string>
 
+#include "DOM/A1Notation.h"
 #include "DOM/Table.h"
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Functions/AddressText.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
+#include "Formulas/FormulaParseError.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Grid.h"
-#include "Formulas/ParseExpr.h"
-#include "Formulas/Parsing/R1C1Text.h"
+#include "Formulas/Parsing/ParseFormula.h"
+#include "Formulas/Text/R1C1Notation.h"
+#include "Formulas/Text/SheetName.h"
+#include "Formulas/Values/Coercion.h"
 
 namespace Zorv::Formulas {
 
@@ -27,7 +29,7 @@ constexpr auto sheetColumns = static_cast<std::uint32_t>(DOM::Table::columnCount
 
 Value noReference() { return Value::error(FormulaErrorCode::Reference); }
 
-/// A reference that no reading of the formula tells.
+/// A reference that is known only at run time.
 Value foundReference(Call const& call, Area const& area) {
   call.evaluator().dependencies().add(area.table->getDocTableIndex(), area.toTableRange());
   return Value::reference(area);
@@ -123,13 +125,13 @@ Value offset(Call& call) {
                                columns->first + columns->count});
 }
 
-/// The reference that a text in A1 notation is, or that a name stands for.
+/// The reference that a text in A1 notation, or a defined name, means.
 Value readA1(Call const& call, std::string_view text) {
   if (text.starts_with('=')) {
     return noReference();
   }
   try {
-    DOM::FormulaSyntaxTree::Expr const expr = parseExpr(text);
+    DOM::FormulaSyntaxTree::Expr const expr = parseFormula(text, call.evaluator().functions());
     auto const& parts = expr.getParts();
     NodeKind const kind = parts.nodes.empty() ? NodeKind::Empty : parts.nodes.back().kind;
     bool const mayBeReference = kind == NodeKind::Reference || kind == NodeKind::Name ||
@@ -167,7 +169,7 @@ TableContext const* takeSheet(Call const& call, std::string_view& text) {
 
 Value readR1C1(Call const& call, std::string_view text) {
   TableContext const* const table = takeSheet(call, text);
-  auto const corners = R1C1Text::read(text, call.evaluator().row(), call.evaluator().column());
+  auto const corners = R1C1Notation::read(text, call.evaluator().row(), call.evaluator().column());
   if (table == nullptr || !corners) {
     return noReference();
   }
@@ -202,6 +204,12 @@ Outcome<AddressForm> readAddressForm(Call const& call) {
   return AddressForm{whole <= 2.0, whole == 1.0 || whole == 3.0, *isA1};
 }
 
+std::string writeCell(std::uint32_t row, std::uint32_t column, AddressForm const& form) {
+  return form.isA1 ? DOM::A1Notation::toText(
+                         {{row, !form.isRowAbsolute}, {column, !form.isColumnAbsolute}})
+                   : R1C1Notation::write(row, column, form.isRowAbsolute, form.isColumnAbsolute);
+}
+
 /// ADDRESS(row, column, kind, isA1, sheet): kind 1 is absolute, 2 in its row only, 3 in its column
 /// only, 4 relative.
 Value address(Call& call) {
@@ -214,25 +222,35 @@ Value address(Call& call) {
   if (row < 1.0 || row > sheetRows || column < 1.0 || column > sheetColumns) {
     return Value::error(FormulaErrorCode::Value);
   }
-  auto const sheet = call.isGiven(4) ? toText(call[4], call.evaluator()) : std::string_view();
+  auto const sheet = call.isGiven(4) ? call.evaluator().toText(call[4]) : std::string_view();
   if (sheet.isError()) {
     return sheet.error();
   }
-  auto const write = (*form).isA1 ? AddressText::writeA1 : AddressText::writeR1C1;
   std::string const cell =
-      write(static_cast<std::uint32_t>(row) - 1, static_cast<std::uint32_t>(column) - 1,
-            (*form).isRowAbsolute, (*form).isColumnAbsolute);
-  return call.makeText(call.isGiven(4) ? AddressText::writeSheet(*sheet) + cell : cell);
+      writeCell(static_cast<std::uint32_t>(row) - 1, static_cast<std::uint32_t>(column) - 1, *form);
+  return call.makeText(call.isGiven(4) ? writeSheetPrefix(*sheet) + cell : cell);
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"ADDRESS", "nn[vvv]", address},
-    FunctionEntry{"INDEX", "an[nn]", index, {.returnsReference = true}},
+    FunctionEntry{"ADDRESS", "row:n, column:n, [kind:v, isA1:v, sheet:v]", address,
+                  "Text of a cell's address; kind 1 is absolute, 2 has an absolute row, 3 an "
+                  "absolute column, 4 is relative."},
+    FunctionEntry{
+        "INDEX",
+        "array:a, row:n, [column:n, area:n]",
+        index,
+        "Value, row or column at a position of a range or an array; position 0 gives all of them.",
+        {.returnsReference = true}},
     FunctionEntry{"INDIRECT",
-                  "t[b]",
+                  "text:t, [isA1:b]",
                   indirect,
+                  "Reference that a text spells, in A1 or R1C1 notation.",
                   {.isVolatile = true, .dependsOnCell = true, .returnsReference = true}},
-    FunctionEntry{"OFFSET", "rnn[vv]", offset, {.isVolatile = true, .returnsReference = true}},
+    FunctionEntry{"OFFSET",
+                  "reference:r, rows:n, columns:n, [height:v, width:v]",
+                  offset,
+                  "Reference moved by a number of rows and columns, of the same or a given size.",
+                  {.isVolatile = true, .returnsReference = true, .asksPlaceOfFirst = true}},
 };
 
 }  // namespace

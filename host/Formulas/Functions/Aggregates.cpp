@@ -12,18 +12,18 @@
 #include <utility>
 #include <vector>
 
-#include "Formulas/Evaluation/Arrays.h"
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Evaluation/Elements.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/ByElement.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
+#include "Formulas/Values/Coercion.h"
+#include "Formulas/Values/Elements.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
-/// What ranges hold.
+/// The values of ranges.
 struct Contents {
   std::vector<double> numbers;
   std::uint64_t valueCount = 0;  ///< of all that is not empty
@@ -101,20 +101,20 @@ Value rootOf(Value const& variance) {
 Value deviation(Numbers& numbers) { return rootOf(variance(numbers)); }
 Value populationDeviation(Numbers& numbers) { return rootOf(populationVariance(numbers)); }
 
-/// The number at a place of the sorted numbers, counted from 0; a fraction of a place lies between
+/// The number at an index of the sorted numbers; for a fraction of an index, a number between
 /// two numbers.
-Value atPlace(Numbers& numbers, double place) {
-  if (!(0.0 <= place && place <= countOf(numbers) - 1.0)) {
+Value atIndex(Numbers& numbers, double index) {
+  if (!(0.0 <= index && index <= countOf(numbers) - 1.0)) {
     return notANumber();
   }
   std::ranges::sort(numbers);
-  double const whole = std::floor(place);
+  double const whole = std::floor(index);
   auto const lower = static_cast<std::size_t>(whole);
   std::size_t const upper = std::min(lower + 1, numbers.size() - 1);
-  return Value::number(numbers[lower] + (place - whole) * (numbers[upper] - numbers[lower]));
+  return Value::number(numbers[lower] + (index - whole) * (numbers[upper] - numbers[lower]));
 }
 
-Value median(Numbers& numbers) { return atPlace(numbers, (countOf(numbers) - 1.0) / 2.0); }
+Value median(Numbers& numbers) { return atIndex(numbers, (countOf(numbers) - 1.0) / 2.0); }
 
 /// MODE.SNGL: the most frequent number, of several the one that comes first.
 Value mode(Numbers& numbers) {
@@ -131,15 +131,15 @@ Value mode(Numbers& numbers) {
 }
 
 Value large(Numbers& numbers, double rank) {
-  return atPlace(numbers, countOf(numbers) - std::ceil(rank));
+  return atIndex(numbers, countOf(numbers) - std::ceil(rank));
 }
-Value small(Numbers& numbers, double rank) { return atPlace(numbers, std::ceil(rank) - 1.0); }
+Value small(Numbers& numbers, double rank) { return atIndex(numbers, std::ceil(rank) - 1.0); }
 
 Value percentile(Numbers& numbers, double share) {
-  return atPlace(numbers, share * (countOf(numbers) - 1.0));
+  return atIndex(numbers, share * (countOf(numbers) - 1.0));
 }
 Value innerPercentile(Numbers& numbers, double share) {
-  return atPlace(numbers, share * (countOf(numbers) + 1.0) - 1.0);
+  return atIndex(numbers, share * (countOf(numbers) + 1.0) - 1.0);
 }
 Value quartile(Numbers& numbers, double quarter) {
   return percentile(numbers, std::trunc(quarter) / 4.0);
@@ -191,8 +191,8 @@ std::size_t toIndex(double number, std::size_t end) noexcept {
 }
 
 /// SUBTOTAL(function, references). The numbers from 101 on leave out the rows that are hidden by
-/// hand, and all of them those that a filter hides and cells with subtotals of their own; the
-/// values of cells do not tell of these, so that every cell counts.
+/// hand, and all of them those that a filter hides and cells with subtotals of their own. None of
+/// this is known here, so every cell counts.
 Value subtotal(Call& call) {
   constexpr double firstWithoutHidden = 101.0;
   constexpr std::size_t end = 12;
@@ -220,8 +220,8 @@ Value aggregateByRank(Call const& call, std::size_t function, bool ignoresErrors
   return rankFunctions[function - functions.size()](contents.numbers, *rank);
 }
 
-/// AGGREGATE(function, options, references): of the options the only one that tells here is that of
-/// leaving out errors; see SUBTOTAL.
+/// AGGREGATE(function, options, references). Of the options only leaving out errors has an effect
+/// here; see SUBTOTAL.
 Value aggregate(Call& call) {
   constexpr std::size_t optionCount = 8;
   constexpr std::size_t ignoreErrors = 2;  // a bit
@@ -237,8 +237,10 @@ Value aggregate(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"AGGREGATE", "nna(a)", aggregate},
-    FunctionEntry{"SUBTOTAL", "nr(r)", subtotal},
+    FunctionEntry{"AGGREGATE", "function:n, options:n, values:a, (values:a)", aggregate,
+                  "One of 19 summaries, by number, that may leave out errors."},
+    FunctionEntry{"SUBTOTAL", "function:n, range:r, (range:r)", subtotal,
+                  "One of 11 summaries of ranges, by number, such as 9 for a sum."},
 };
 
 }  // namespace

@@ -5,12 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "DOM/A1Notation.h"
 #include "DOM/Table.h"
-#include "Formulas/Evaluation/Texts.h"
-#include "Formulas/Functions/AddressText.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/NumberFormatClass.h"
+#include "Formulas/Text/SheetName.h"
+#include "Formulas/Text/Texts.h"
 
 namespace Zorv::Formulas {
 
@@ -38,10 +39,10 @@ struct Subject {
 /// With the sheet where that is not the formula's own.
 Value address(Subject const& subject) {
   std::string const cell =
-      AddressText::writeA1(subject.area.firstRow, subject.area.firstColumn, true, true);
+      DOM::A1Notation::toText({{subject.area.firstRow, false}, {subject.area.firstColumn, false}});
   bool const isOwn = subject.area.table == subject.call.evaluator().context().getTableContext();
-  return subject.call.makeText(
-      isOwn ? cell : AddressText::writeSheet(subject.area.table->getSheetName()) + cell);
+  return subject.call.makeText(isOwn ? cell
+                                     : writeSheetPrefix(subject.area.table->getSheetName()) + cell);
 }
 
 Value column(Subject const& subject) { return Value::number(subject.area.firstColumn + 1); }
@@ -138,7 +139,11 @@ Value cell(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"CELL", "t[r]", cell, {.isVolatile = true, .dependsOnCell = true}},
+    FunctionEntry{"CELL",
+                  "property:t, [reference:r]",
+                  cell,
+                  "Property of a cell, such as \"address\", \"format\" or \"type\".",
+                  {.isVolatile = true, .dependsOnCell = true}},
 };
 
 }  // namespace

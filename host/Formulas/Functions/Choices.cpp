@@ -6,11 +6,11 @@
 #include <cstddef>
 #include <span>
 
-#include "Formulas/Evaluation/Arrays.h"
-#include "Formulas/Evaluation/Coercion.h"
+#include "Formulas/Evaluation/ByElement.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Evaluation/Operators.h"
-#include "Formulas/Functions/Call.h"
 #include "Formulas/Functions/Families.h"
+#include "Formulas/Values/Coercion.h"
 
 namespace Zorv::Formulas {
 
@@ -133,8 +133,8 @@ Value chooseByConditions(Call& call) {
   return noneChosen();
 }
 
-/// Of pairs of a value and a result, after which a default may stand, the result of the first value
-/// that equals the subject.
+/// The result of the first value that equals the subject, among pairs of a value and a result that
+/// a default may follow.
 Value chooseFirstEqual(Evaluator& evaluator, Value const& subject, std::span<Value const> cases) {
   std::size_t i = 0;
   for (; i + 1 < cases.size(); i += 2) {
@@ -207,13 +207,31 @@ Value chooseByNumber(Call& call) {
 constexpr FunctionTraits givesReference{.returnsReference = true};
 
 constexpr std::array entries = {
-    FunctionEntry{"CHOOSE", "xx(x)", chooseByNumber, givesReference},
-    FunctionEntry{"IF", "x[xx]", chooseByCondition, givesReference},
-    FunctionEntry{"IFERROR", "xx", ifError, givesReference},
-    FunctionEntry{"IFNA", "xx", ifNotAvailable, givesReference},
-    FunctionEntry{"IFS", "xx(xx)", chooseByConditions, givesReference},
-    FunctionEntry{"LET", "xxx(xx)", let, givesReference},
-    FunctionEntry{"SWITCH", "xxx(x)", chooseByValue, givesReference},
+    FunctionEntry{"CHOOSE", "index:x, value:x, (value:x)", chooseByNumber,
+                  "Value at an index, from 1.", givesReference},
+    FunctionEntry{"IF", "condition:x, [then:x, otherwise:x]", chooseByCondition,
+                  "One of two values, by a condition.", givesReference},
+    FunctionEntry{"IFERROR", "value:x, alternative:x", ifError,
+                  "The value, or the alternative where the value is an error.", givesReference},
+    FunctionEntry{"IFNA", "value:x, alternative:x", ifNotAvailable,
+                  "The value, or the alternative where the value is #N/A.", givesReference},
+    FunctionEntry{"IFS", "condition:x, value:x, (condition:x, value:x)", chooseByConditions,
+                  "Value of the first condition that holds.", givesReference},
+    FunctionEntry{"LAMBDA",
+                  "name:x, (name:x)",
+                  nullptr,
+                  "Function of its own; only its syntax is known, so it evaluates to #NAME?.",
+                  {.bindsNames = true}},
+    FunctionEntry{"LET",
+                  "name:x, value:x, result:x, (value:x, result:x)",
+                  let,
+                  "Result of an expression that uses names given to values; more pairs of names "
+                  "and values may precede the result.",
+                  {.returnsReference = true, .bindsNames = true}},
+    FunctionEntry{
+        "SWITCH", "subject:x, value:x, result:x, (more:x)", chooseByValue,
+        "Result of the first value that equals the subject; a single last argument is the default.",
+        givesReference},
 };
 
 }  // namespace

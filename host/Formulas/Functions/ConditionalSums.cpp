@@ -1,4 +1,4 @@
-// COUNTIF, SUMIF and their kin: what is made of the cells that fulfil conditions.
+// COUNTIF, SUMIF and similar functions: aggregates of the cells that fulfil criteria.
 
 #include <algorithm>
 #include <array>
@@ -12,25 +12,25 @@
 #include <boost/container/small_vector.hpp>
 
 #include "DOM/Table.h"
-#include "Formulas/Evaluation/Criterion.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
-#include "Formulas/Lookups/Gathered.h"
+#include "Formulas/Lookups/Aggregate.h"
 #include "Formulas/Lookups/LookupSession.h"
+#include "Formulas/Values/Criterion.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
-bool holdsAt(Condition const& condition, std::uint32_t row, std::uint32_t column) {
-  return condition.criterion.matches(readCell(condition.area, row, column));
+bool matchesAt(RangeCriterion const& criterion, std::uint32_t row, std::uint32_t column) {
+  return criterion.criterion.matches(readCell(criterion.area, row, column));
 }
 
-/// The conditions of a call: pairs of a range and a criterion. All ranges have the same size.
-class Conditions {
+/// The pairs of a range and a criterion of a call. All ranges have the same size.
+class Criteria {
 public:
   /// Reads the pairs among some arguments.
-  Conditions(Call const& call, std::size_t first, std::size_t end)
+  Criteria(Call const& call, std::size_t first, std::size_t end)
       : _lookups(call.evaluator().lookups()), _locale(&call.locale()) {
     for (std::size_t i = first; i + 1 < end && !_error; i += 2) {
       add(call[i], Criterion(call[i + 1], call.locale()));
@@ -38,30 +38,31 @@ public:
   }
 
   [[nodiscard]] std::optional<Value> const& error() const noexcept { return _error; }
-  [[nodiscard]] Area const& area() const noexcept { return _conditions.front().area; }
+  [[nodiscard]] Area const& area() const noexcept { return _criteria.front().area; }
 
-  [[nodiscard]] bool holdAt(std::uint32_t row, std::uint32_t column) const {
-    return std::ranges::all_of(
-        _conditions, [&](Condition const& condition) { return holdsAt(condition, row, column); });
+  [[nodiscard]] bool matchAt(std::uint32_t row, std::uint32_t column) const {
+    return std::ranges::all_of(_criteria, [&](RangeCriterion const& criterion) {
+      return matchesAt(criterion, row, column);
+    });
   }
 
-  /// How many positions fulfil all conditions; visits existing cells only.
+  /// How many positions fulfil all criteria. Visits existing cells only.
   [[nodiscard]] std::uint64_t count() const {
-    if (_lookups != nullptr && _conditions.size() == 1) {
-      if (auto const counted = _lookups->count(_conditions.front(), *_locale)) {
+    if (_lookups != nullptr && _criteria.size() == 1) {
+      if (auto const counted = _lookups->count(_criteria.front(), *_locale)) {
         return *counted;
       }
     }
     Others others;
     auto const matching = findMatching(others);
-    return matching ? countAmong(*matching, others) : countByWalking();
+    return matching ? countAmong(*matching, others) : countByWalk();
   }
 
-  /// Gathers from the cells of an area whose counterparts fulfil the conditions.
-  [[nodiscard]] Gathered gather(Area const& values) const {
+  /// The aggregate of the cells of an area whose counterparts fulfil the criteria.
+  [[nodiscard]] Aggregate aggregate(Area const& values) const {
     Others others;
     auto const matching = findMatching(others);
-    return matching ? gatherAmong(*matching, others, values) : gatherByWalking(values);
+    return matching ? aggregateMatching(*matching, others, values) : aggregateByWalk(values);
   }
 
 private:
@@ -71,30 +72,29 @@ private:
       return;
     }
     Area const& its = range.asArea();
-    if (!_conditions.empty() &&
-        (its.height() != area().height() || its.width() != area().width())) {
+    if (!_criteria.empty() && (its.height() != area().height() || its.width() != area().width())) {
       _error = Value::error(FormulaErrorCode::Value);
       return;
     }
-    _conditions.push_back({its, criterion});
+    _criteria.push_back({its, criterion});
   }
 
-  /// The conditions that an index leaves open.
-  using Others = boost::container::small_vector<Condition const*, 4>;
+  /// The criteria that an index does not check.
+  using Others = boost::container::small_vector<RangeCriterion const*, 4>;
 
-  [[nodiscard]] static bool holdAt(Others const& others, std::uint32_t row, std::uint32_t column) {
+  [[nodiscard]] static bool matchAt(Others const& others, std::uint32_t row, std::uint32_t column) {
     return std::ranges::all_of(
-        others, [&](Condition const* other) { return holdsAt(*other, row, column); });
+        others, [&](RangeCriterion const* other) { return matchesAt(*other, row, column); });
   }
 
-  /// The cells that an index finds, and the conditions to which it does not look.
+  /// The cells that an index finds, and the criteria that it does not check.
   [[nodiscard]] std::optional<MatchingCells> findMatching(Others& others) const {
     if (_lookups == nullptr) {
       return std::nullopt;
     }
-    boost::container::small_vector<Condition const*, 4> equalities;
-    for (Condition const& condition : _conditions) {
-      (condition.criterion.isEquality() ? equalities : others).push_back(&condition);
+    boost::container::small_vector<RangeCriterion const*, 4> equalities;
+    for (RangeCriterion const& criterion : _criteria) {
+      (criterion.criterion.isEquality() ? equalities : others).push_back(&criterion);
     }
     return _lookups->findMatching({equalities.data(), equalities.size()}, *_locale);
   }
@@ -105,77 +105,77 @@ private:
     }
     std::uint64_t count = 0;
     matching.forEach([&](std::uint32_t row, std::uint32_t column) {
-      count += holdAt(others, row, column) ? 1 : 0;
+      count += matchAt(others, row, column) ? 1 : 0;
       return true;
     });
     return count;
   }
 
-  [[nodiscard]] Gathered gatherAmong(MatchingCells const& matching, Others const& others,
-                                     Area const& values) const {
+  [[nodiscard]] Aggregate aggregateMatching(MatchingCells const& matching, Others const& others,
+                                            Area const& values) const {
     if (others.empty()) {
-      if (Gathered const* const totals = _lookups->findTotals(matching, values)) {
-        return *totals;
+      if (Aggregate const* const known = _lookups->findAggregate(matching, values)) {
+        return *known;
       }
     }
-    Gathered gathered;
+    Aggregate result;
     matching.forEach([&](std::uint32_t row, std::uint32_t column) {
       if (row < values.height() && column < values.width()) {
         Value const value = readCell(values, row, column);
-        if ((value.isNumber() || value.isError()) && holdAt(others, row, column)) {
-          gathered.take(value);
+        if ((value.isNumber() || value.isError()) && matchAt(others, row, column)) {
+          result.update(value);
         }
       }
-      return !gathered.error;
+      return !result.error;
     });
-    return gathered;
+    return result;
   }
 
-  [[nodiscard]] Gathered gatherByWalking(Area const& values) const {
-    Gathered gathered;
+  [[nodiscard]] Aggregate aggregateByWalk(Area const& values) const {
+    Aggregate result;
     forEachCell(values, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
-      if ((value.isNumber() || value.isError()) && holdAt(row, column)) {
-        gathered.take(value);
+      if ((value.isNumber() || value.isError()) && matchAt(row, column)) {
+        result.update(value);
       }
-      return !gathered.error;
+      return !result.error;
     });
-    return gathered;
+    return result;
   }
 
-  [[nodiscard]] std::uint64_t countByWalking() const {
-    auto const selective = std::ranges::find_if(_conditions, [](Condition const& condition) {
-      return !condition.criterion.matchesEmpty();
+  [[nodiscard]] std::uint64_t countByWalk() const {
+    auto const selective = std::ranges::find_if(_criteria, [](RangeCriterion const& criterion) {
+      return !criterion.criterion.matchesEmpty();
     });
-    if (selective == _conditions.end()) {
+    if (selective == _criteria.end()) {
       return area().size() - countFailing();
     }
-    if (_conditions.size() == 1) {
+    if (_criteria.size() == 1) {
       return countMatching(*selective);
     }
     std::uint64_t matching = 0;
     forEachCell(selective->area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
-      matching += selective->criterion.matches(value) && holdAt(row, column) ? 1 : 0;
+      matching += selective->criterion.matches(value) && matchAt(row, column) ? 1 : 0;
       return true;
     });
     return matching;
   }
 
-  static std::uint64_t countMatching(Condition const& condition) {
+  static std::uint64_t countMatching(RangeCriterion const& criterion) {
     std::uint64_t matching = 0;
-    forEachCell(condition.area,
+    forEachCell(criterion.area,
                 [&](std::uint32_t /*row*/, std::uint32_t /*column*/, Value const& value) {
-                  matching += condition.criterion.matches(value) ? 1 : 0;
+                  matching += criterion.criterion.matches(value) ? 1 : 0;
                   return true;
                 });
     return matching;
   }
 
-  /// Positions that fail where empty ones fulfil everything: all of them hold a cell somewhere.
+  /// How many positions fail, where empty ones fulfil all criteria: each of them holds a cell.
   [[nodiscard]] std::uint64_t countFailing() const {
     std::set<std::pair<std::uint32_t, std::uint32_t>> failing;
-    for (Condition const& condition : _conditions) {
-      forEachCell(condition.area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
-        if (!condition.criterion.matches(value)) {
+    for (RangeCriterion const& criterion : _criteria) {
+      forEachCell(criterion.area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+        if (!criterion.criterion.matches(value)) {
           failing.emplace(row, column);
         }
         return true;
@@ -186,33 +186,33 @@ private:
 
   LookupSession* _lookups;
   OfficeUtils::LocaleContext const* _locale;
-  boost::container::small_vector<Condition, 4> _conditions;
+  boost::container::small_vector<RangeCriterion, 4> _criteria;
   std::optional<Value> _error;
 };
 
-using Finish = Value (*)(Gathered const&);
+using Finalize = Value (*)(Aggregate const&);
 
-Value finishSum(Gathered const& gathered) { return Value::number(gathered.total); }
+Value finalizeSum(Aggregate const& aggregate) { return Value::number(aggregate.sum); }
 
-Value finishAverage(Gathered const& gathered) {
-  return gathered.count == 0 ? Value::error(FormulaErrorCode::DivisionByZero)
-                             : Value::number(gathered.total / static_cast<double>(gathered.count));
+Value finalizeAverage(Aggregate const& aggregate) {
+  return aggregate.count == 0 ? Value::error(FormulaErrorCode::DivisionByZero)
+                              : Value::number(aggregate.sum / static_cast<double>(aggregate.count));
 }
 
-Value finishLeast(Gathered const& gathered) {
-  return Value::number(gathered.count == 0 ? 0.0 : gathered.least);
+Value finalizeMin(Aggregate const& aggregate) {
+  return Value::number(aggregate.count == 0 ? 0.0 : aggregate.min);
 }
 
-Value finishMost(Gathered const& gathered) {
-  return Value::number(gathered.count == 0 ? 0.0 : gathered.most);
+Value finalizeMax(Aggregate const& aggregate) {
+  return Value::number(aggregate.count == 0 ? 0.0 : aggregate.max);
 }
 
-template <Finish finish>
-Value finishOrFail(Gathered const& gathered) {
-  return gathered.error ? Value::error(*gathered.error) : finish(gathered);
+template <Finalize finalize>
+Value finalizeOrFail(Aggregate const& aggregate) {
+  return aggregate.error ? Value::error(*aggregate.error) : finalize(aggregate);
 }
 
-/// As large as the conditions' area, from the same first cell on; cut off at the sheet's edge.
+/// As large as the criteria's area, from the same first cell on; cut off at the sheet's edge.
 Area resizeLike(Area area, Area const& model) noexcept {
   constexpr auto rows = static_cast<std::uint32_t>(DOM::Table::rowCount);
   constexpr auto columns = static_cast<std::uint32_t>(DOM::Table::columnCount);
@@ -222,53 +222,65 @@ Area resizeLike(Area area, Area const& model) noexcept {
 }
 
 /// SUMIF(range, criterion, values): the values' size is that of the range.
-template <Finish finish>
-Value gatherIf(Call& call) {
-  Conditions const conditions(call, 0, 2);
-  if (conditions.error()) {
-    return *conditions.error();
+template <Finalize finalize>
+Value aggregateIf(Call& call) {
+  Criteria const criteria(call, 0, 2);
+  if (criteria.error()) {
+    return *criteria.error();
   }
   Value const& values = call.isGiven(2) ? call[2] : call[0];
   if (!values.isReference()) {
     return values.isError() ? values : Value::error(FormulaErrorCode::Value);
   }
-  return finishOrFail<finish>(conditions.gather(resizeLike(values.asArea(), conditions.area())));
+  return finalizeOrFail<finalize>(criteria.aggregate(resizeLike(values.asArea(), criteria.area())));
 }
 
 /// SUMIFS(values, range, criterion, ...)
-template <Finish finish>
-Value gatherIfs(Call& call) {
+template <Finalize finalize>
+Value aggregateIfs(Call& call) {
   Value const& values = call[0];
-  Conditions const conditions(call, 1, call.count());
-  if (conditions.error()) {
-    return *conditions.error();
+  Criteria const criteria(call, 1, call.count());
+  if (criteria.error()) {
+    return *criteria.error();
   }
   if (!values.isReference()) {
     return values.isError() ? values : Value::error(FormulaErrorCode::Value);
   }
   Area const& area = values.asArea();
-  if (area.height() != conditions.area().height() || area.width() != conditions.area().width()) {
+  if (area.height() != criteria.area().height() || area.width() != criteria.area().width()) {
     return Value::error(FormulaErrorCode::Value);
   }
-  return finishOrFail<finish>(conditions.gather(area));
+  return finalizeOrFail<finalize>(criteria.aggregate(area));
 }
 
 /// COUNTIF(range, criterion) and COUNTIFS(range, criterion, ...)
 Value countIf(Call& call) {
-  Conditions const conditions(call, 0, call.count());
-  return conditions.error() ? *conditions.error()
-                            : Value::number(static_cast<double>(conditions.count()));
+  Criteria const criteria(call, 0, call.count());
+  return criteria.error() ? *criteria.error()
+                          : Value::number(static_cast<double>(criteria.count()));
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"AVERAGEIF", "re[r]", gatherIf<finishAverage>},
-    FunctionEntry{"AVERAGEIFS", "rre(re)", gatherIfs<finishAverage>},
-    FunctionEntry{"COUNTIF", "re", countIf},
-    FunctionEntry{"COUNTIFS", "re(re)", countIf},
-    FunctionEntry{"MAXIFS", "rre(re)", gatherIfs<finishMost>},
-    FunctionEntry{"MINIFS", "rre(re)", gatherIfs<finishLeast>},
-    FunctionEntry{"SUMIF", "re[r]", gatherIf<finishSum>},
-    FunctionEntry{"SUMIFS", "rre(re)", gatherIfs<finishSum>},
+    FunctionEntry{"AVERAGEIF", "range:r, criterion:e, [averageRange:r]",
+                  aggregateIf<finalizeAverage>,
+                  "Mean of the numbers whose cells fulfil a criterion."},
+    FunctionEntry{"AVERAGEIFS", "averageRange:r, range:r, criterion:e, (range:r, criterion:e)",
+                  aggregateIfs<finalizeAverage>,
+                  "Mean of the numbers whose cells fulfil all criteria."},
+    FunctionEntry{"COUNTIF", "range:r, criterion:e", countIf,
+                  "Number of cells that fulfil a criterion."},
+    FunctionEntry{"COUNTIFS", "range:r, criterion:e, (range:r, criterion:e)", countIf,
+                  "Number of positions that fulfil all criteria."},
+    FunctionEntry{"MAXIFS", "maxRange:r, range:r, criterion:e, (range:r, criterion:e)",
+                  aggregateIfs<finalizeMax>,
+                  "Largest of the numbers whose cells fulfil all criteria."},
+    FunctionEntry{"MINIFS", "minRange:r, range:r, criterion:e, (range:r, criterion:e)",
+                  aggregateIfs<finalizeMin>,
+                  "Smallest of the numbers whose cells fulfil all criteria."},
+    FunctionEntry{"SUMIF", "range:r, criterion:e, [sumRange:r]", aggregateIf<finalizeSum>,
+                  "Sum of the numbers whose cells fulfil a criterion."},
+    FunctionEntry{"SUMIFS", "sumRange:r, range:r, criterion:e, (range:r, criterion:e)",
+                  aggregateIfs<finalizeSum>, "Sum of the numbers whose cells fulfil all criteria."},
 };
 
 }  // namespace

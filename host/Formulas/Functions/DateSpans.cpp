@@ -8,9 +8,9 @@
 #include <string_view>
 #include <utility>
 
-#include "Formulas/Evaluation/Texts.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
+#include "Formulas/Text/Texts.h"
 #include "OfficeUtils/SerialDate.h"
 
 namespace Zorv::Formulas {
@@ -83,7 +83,7 @@ Value isoWeekNumber(Call& call) {
   return day ? Value::number(static_cast<double>(toIsoWeek(*day, system))) : notANumber();
 }
 
-/// Two dates, both as the calendar and as serial numbers tell them.
+/// Two dates, both by the calendar and as serial numbers.
 struct Span {
   CivilDate start;
   CivilDate end;
@@ -136,7 +136,7 @@ long countDaysBesideYears(Span const& span) noexcept {
   return span.endDay - span.startDay;
 }
 
-/// What lies between two dates, in a unit by its name; nothing for an unknown one.
+/// The difference of two dates in a unit, by its name; nothing for an unknown unit.
 std::optional<long> countUnits(Span const& span, std::string_view unit) noexcept {
   if (equalTexts(unit, "D")) {
     return span.endDay - span.startDay;
@@ -219,8 +219,8 @@ Value daysOfEvenYear(Call& call) {
   return Value::number(static_cast<double>(days));
 }
 
-/// Whether a 29 February lies from the start to the end, both counted, which are at most a year
-/// apart.
+/// True where a 29 February lies between the dates or is one of them. Requires dates that are at
+/// most a year apart.
 bool holdsLeapDay(Span const& span) noexcept {
   for (int const year : {span.start.year, span.end.year}) {
     auto const leapDay = SerialDate::toSerial(year, 2, 29, span.system);
@@ -237,10 +237,10 @@ bool holdsLeapDay(Span const& span) noexcept {
 double findYearLength(Span const& span) noexcept {
   constexpr double commonYear = 365.0;
   constexpr double leapYear = 366.0;
-  auto const toPlace = [](CivilDate const& date) { return std::pair(date.month, date.day); };
+  auto const toDayOfYear = [](CivilDate const& date) { return std::pair(date.month, date.day); };
   bool const isWithinYear =
       span.end.year == span.start.year ||
-      (span.end.year == span.start.year + 1 && toPlace(span.end) <= toPlace(span.start));
+      (span.end.year == span.start.year + 1 && toDayOfYear(span.end) <= toDayOfYear(span.start));
   if (isWithinYear && span.end.year != span.start.year) {
     return holdsLeapDay(span) ? leapYear : commonYear;
   }
@@ -282,12 +282,18 @@ Value yearFraction(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"DATEDIF", "nnt", difference},
-    FunctionEntry{"DAYS", "nn", daysBetween},
-    FunctionEntry{"DAYS360", "nn[b]", daysOfEvenYear},
-    FunctionEntry{"ISOWEEKNUM", "n", isoWeekNumber},
-    FunctionEntry{"WEEKNUM", "n[n]", weekNumber},
-    FunctionEntry{"YEARFRAC", "nn[n]", yearFraction},
+    FunctionEntry{"DATEDIF", "start:n, end:n, unit:t", difference,
+                  "Whole years (\"Y\"), months (\"M\") or days (\"D\") between two dates; \"MD\", "
+                  "\"YM\" and \"YD\" leave out the larger units."},
+    FunctionEntry{"DAYS", "end:n, start:n", daysBetween, "Number of days between two dates."},
+    FunctionEntry{"DAYS360", "start:n, end:n, [isEuropean:b]", daysOfEvenYear,
+                  "Number of days between two dates in a year of twelve months with 30 days."},
+    FunctionEntry{"ISOWEEKNUM", "date:n", isoWeekNumber, "Number of the ISO 8601 week of a date."},
+    FunctionEntry{
+        "WEEKNUM", "date:n, [kind:n]", weekNumber,
+        "Number of the week of a date in its year; the kind says on which day weeks begin."},
+    FunctionEntry{"YEARFRAC", "start:n, end:n, [basis:n]", yearFraction,
+                  "Fraction of a year between two dates, by one of five ways to count days."},
 };
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <optional>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "OfficeUtils/DateTime.h"
 #include "OfficeUtils/SerialDate.h"
@@ -152,15 +152,19 @@ Value lastDayOfMonth(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"DATE", "nnn", date},
-    FunctionEntry{"DAY", "n", day},
-    FunctionEntry{"EDATE", "nn", sameDayOfMonth},
-    FunctionEntry{"EOMONTH", "nn", lastDayOfMonth},
-    FunctionEntry{"MONTH", "n", month},
-    FunctionEntry{"NOW", "", now, {.isVolatile = true}},
-    FunctionEntry{"TODAY", "", today, {.isVolatile = true}},
-    FunctionEntry{"WEEKDAY", "n[n]", weekday},
-    FunctionEntry{"YEAR", "n", year},
+    FunctionEntry{"DATE", "year:n, month:n, day:n", date,
+                  "Date; months and days beyond their limits carry over."},
+    FunctionEntry{"DAY", "date:n", day, "Day of the month, from 1 to 31."},
+    FunctionEntry{"EDATE", "date:n, months:n", sameDayOfMonth,
+                  "Same day some months later or earlier."},
+    FunctionEntry{"EOMONTH", "date:n, months:n", lastDayOfMonth,
+                  "Last day of the month some months later or earlier."},
+    FunctionEntry{"MONTH", "date:n", month, "Month, from 1 to 12."},
+    FunctionEntry{"NOW", "", now, "Current date and time.", {.isVolatile = true}},
+    FunctionEntry{"TODAY", "", today, "Current date.", {.isVolatile = true}},
+    FunctionEntry{"WEEKDAY", "date:n, [kind:n]", weekday,
+                  "Day of the week; the kind says which day is the first."},
+    FunctionEntry{"YEAR", "date:n", year, "Year."},
 };
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Moments.h"
 #include "Formulas/Functions/Numbers.h"
@@ -57,8 +57,8 @@ Value sumOfSquares(Numbers& numbers) {
   return numbers.empty() ? notANumber() : Value::number(squaredDeviations(numbers));
 }
 
-/// The sum of some power of the distances from the mean, told in sample deviations; nothing where
-/// there are too few numbers, or all are equal.
+/// The sum of some power of the distances from the mean, in units of the sample deviation; nothing
+/// for too few numbers, or equal ones.
 std::optional<double> sumOfStandardised(Numbers const& numbers, std::size_t leastCount,
                                         int exponent) {
   double const count = countOf(numbers);
@@ -147,28 +147,50 @@ Value trimmedMean(Call& call) {
 constexpr ElementRule all = ElementRule::AllValues;
 
 constexpr std::array entries = {
-    FunctionEntry{"AVEDEV", "a(a)", reduceNumbers<meanDistance>},
-    FunctionEntry{"AVERAGEA", "a(a)", reduceNumbers<arithmeticMean, all>},
-    FunctionEntry{"DEVSQ", "a(a)", reduceNumbers<sumOfSquares>},
-    FunctionEntry{"GEOMEAN", "a(a)", reduceNumbers<geometricMean>},
-    FunctionEntry{"HARMEAN", "a(a)", reduceNumbers<harmonicMean>},
-    FunctionEntry{"KURT", "a(a)", reduceNumbers<excessKurtosis>},
-    FunctionEntry{"MAXA", "a(a)", reduceNumbers<largest, all>},
-    FunctionEntry{"MINA", "a(a)", reduceNumbers<smallest, all>},
-    FunctionEntry{"SKEW", "a(a)", reduceNumbers<skewness>},
-    FunctionEntry{"STDEV", "a(a)", reduceNumbers<sampleDeviation>},
-    FunctionEntry{"STDEV.P", "a(a)", reduceNumbers<populationDeviation>},
-    FunctionEntry{"STDEV.S", "a(a)", reduceNumbers<sampleDeviation>},
-    FunctionEntry{"STDEVA", "a(a)", reduceNumbers<sampleDeviation, all>},
-    FunctionEntry{"STDEVP", "a(a)", reduceNumbers<populationDeviation>},
-    FunctionEntry{"STDEVPA", "a(a)", reduceNumbers<populationDeviation, all>},
-    FunctionEntry{"TRIMMEAN", "an", trimmedMean},
-    FunctionEntry{"VAR", "a(a)", reduceNumbers<sampleVariance>},
-    FunctionEntry{"VAR.P", "a(a)", reduceNumbers<populationVariance>},
-    FunctionEntry{"VAR.S", "a(a)", reduceNumbers<sampleVariance>},
-    FunctionEntry{"VARA", "a(a)", reduceNumbers<sampleVariance, all>},
-    FunctionEntry{"VARP", "a(a)", reduceNumbers<populationVariance>},
-    FunctionEntry{"VARPA", "a(a)", reduceNumbers<populationVariance, all>},
+    FunctionEntry{"AVEDEV", "number:a, (number:a)", reduceNumbers<meanDistance>,
+                  "Mean distance of numbers from their mean."},
+    FunctionEntry{"AVERAGEA", "value:a, (value:a)", reduceNumbers<arithmeticMean, all>,
+                  "Mean of values; texts count as 0, truth values as 1 and 0."},
+    FunctionEntry{"DEVSQ", "number:a, (number:a)", reduceNumbers<sumOfSquares>,
+                  "Sum of the squared distances of numbers from their mean."},
+    FunctionEntry{"GEOMEAN", "number:a, (number:a)", reduceNumbers<geometricMean>,
+                  "Geometric mean of positive numbers."},
+    FunctionEntry{"HARMEAN", "number:a, (number:a)", reduceNumbers<harmonicMean>,
+                  "Harmonic mean of positive numbers."},
+    FunctionEntry{"KURT", "number:a, (number:a)", reduceNumbers<excessKurtosis>,
+                  "Excess kurtosis of a sample."},
+    FunctionEntry{"MAXA", "value:a, (value:a)", reduceNumbers<largest, all>,
+                  "Largest value; texts count as 0, truth values as 1 and 0."},
+    FunctionEntry{"MINA", "value:a, (value:a)", reduceNumbers<smallest, all>,
+                  "Smallest value; texts count as 0, truth values as 1 and 0."},
+    FunctionEntry{"SKEW", "number:a, (number:a)", reduceNumbers<skewness>, "Skewness of a sample."},
+    FunctionEntry{"STDEV", "number:a, (number:a)", reduceNumbers<sampleDeviation>,
+                  "Standard deviation of a sample."},
+    FunctionEntry{"STDEV.P", "number:a, (number:a)", reduceNumbers<populationDeviation>,
+                  "Standard deviation of a whole population."},
+    FunctionEntry{"STDEV.S", "number:a, (number:a)", reduceNumbers<sampleDeviation>,
+                  "Standard deviation of a sample."},
+    FunctionEntry{"STDEVA", "value:a, (value:a)", reduceNumbers<sampleDeviation, all>,
+                  "Standard deviation of a sample; texts count as 0, truth values as 1 and 0."},
+    FunctionEntry{"STDEVP", "number:a, (number:a)", reduceNumbers<populationDeviation>,
+                  "Standard deviation of a whole population."},
+    FunctionEntry{
+        "STDEVPA", "value:a, (value:a)", reduceNumbers<populationDeviation, all>,
+        "Standard deviation of a whole population; texts count as 0, truth values as 1 and 0."},
+    FunctionEntry{"TRIMMEAN", "numbers:a, share:n", trimmedMean,
+                  "Mean without a share of the smallest and the largest numbers."},
+    FunctionEntry{"VAR", "number:a, (number:a)", reduceNumbers<sampleVariance>,
+                  "Variance of a sample."},
+    FunctionEntry{"VAR.P", "number:a, (number:a)", reduceNumbers<populationVariance>,
+                  "Variance of a whole population."},
+    FunctionEntry{"VAR.S", "number:a, (number:a)", reduceNumbers<sampleVariance>,
+                  "Variance of a sample."},
+    FunctionEntry{"VARA", "value:a, (value:a)", reduceNumbers<sampleVariance, all>,
+                  "Variance of a sample; texts count as 0, truth values as 1 and 0."},
+    FunctionEntry{"VARP", "number:a, (number:a)", reduceNumbers<populationVariance>,
+                  "Variance of a whole population."},
+    FunctionEntry{"VARPA", "value:a, (value:a)", reduceNumbers<populationVariance, all>,
+                  "Variance of a whole population; texts count as 0, truth values as 1 and 0."},
 };
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <boost/math/policies/policy.hpp>
 #include <boost/math/special_functions/erf.hpp>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 
 namespace Zorv::Formulas {
@@ -84,17 +84,27 @@ Value confidence(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"CONFIDENCE", "nnn", confidence},
-    FunctionEntry{"CONFIDENCE.NORM", "nnn", confidence},
-    FunctionEntry{"NORM.DIST", "nnnb", normal},
-    FunctionEntry{"NORM.INV", "nnn", normalQuantile},
-    FunctionEntry{"NORM.S.DIST", "nb", standardNormal},
-    FunctionEntry{"NORM.S.INV", "n", standardNormalQuantile},
-    FunctionEntry{"NORMDIST", "nnnb", normal},
-    FunctionEntry{"NORMINV", "nnn", normalQuantile},
-    FunctionEntry{"NORMSDIST", "n", standardNormal},
-    FunctionEntry{"NORMSINV", "n", standardNormalQuantile},
-    FunctionEntry{"STANDARDIZE", "nnn", standardise},
+    FunctionEntry{"CONFIDENCE", "alpha:n, deviation:n, size:n", confidence,
+                  "Half width of the confidence interval of a mean, by the normal distribution."},
+    FunctionEntry{"CONFIDENCE.NORM", "alpha:n, deviation:n, size:n", confidence,
+                  "Half width of the confidence interval of a mean, by the normal distribution."},
+    FunctionEntry{"NORM.DIST", "x:n, mean:n, deviation:n, isCumulative:b", normal,
+                  "Normal distribution or its density."},
+    FunctionEntry{"NORM.INV", "probability:n, mean:n, deviation:n", normalQuantile,
+                  "Quantile of the normal distribution."},
+    FunctionEntry{"NORM.S.DIST", "z:n, isCumulative:b", standardNormal,
+                  "Standard normal distribution or its density."},
+    FunctionEntry{"NORM.S.INV", "probability:n", standardNormalQuantile,
+                  "Quantile of the standard normal distribution."},
+    FunctionEntry{"NORMDIST", "x:n, mean:n, deviation:n, isCumulative:b", normal,
+                  "Normal distribution or its density."},
+    FunctionEntry{"NORMINV", "probability:n, mean:n, deviation:n", normalQuantile,
+                  "Quantile of the normal distribution."},
+    FunctionEntry{"NORMSDIST", "z:n", standardNormal, "Standard normal distribution."},
+    FunctionEntry{"NORMSINV", "probability:n", standardNormalQuantile,
+                  "Quantile of the standard normal distribution."},
+    FunctionEntry{"STANDARDIZE", "x:n, mean:n, deviation:n", standardise,
+                  "Distance from the mean in standard deviations."},
 };
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "Formulas/Functions/FunctionEntry.h"
+#include "Formulas/Values/FunctionEntry.h"
 
 /// The rows of the table of functions, by family.
 namespace Zorv::Formulas {

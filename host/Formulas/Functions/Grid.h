@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "Formulas/Evaluation/Arena.h"
-#include "Formulas/Evaluation/Cells.h"
-#include "Formulas/Evaluation/Value.h"
+#include "Formulas/Values/Arena.h"
+#include "Formulas/Values/Cells.h"
+#include "Formulas/Values/Value.h"
 
 namespace Zorv::Formulas {
 
@@ -17,7 +17,7 @@ public:
   /// Nothing for what is no such rectangle: an error, an argument left out, several areas.
   [[nodiscard]] static std::optional<Grid> of(Value const& value) noexcept;
 
-  /// What a function gives for an argument that is no grid: the argument's own error, or `#VALUE!`.
+  /// The result for an argument that is no grid: the argument's own error, or `#VALUE!`.
   [[nodiscard]] static Value refuse(Value const& value) noexcept {
     return value.isError() ? value : Value::error(FormulaErrorCode::Value);
   }
@@ -30,7 +30,7 @@ public:
   [[nodiscard]] Area areaOf(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn,
                             std::uint32_t endColumn) const noexcept;
 
-  /// The value at a place inside.
+  /// The value at a position inside.
   [[nodiscard]] Value at(std::uint32_t row, std::uint32_t column) const {
     return _value.isReference() ? readCell(_value.asArea(), row, column)
            : _value.isArray()   ? _value.asArray().at(row, column)
@@ -114,11 +114,12 @@ public:
     return _isColumn ? _grid.areaOf(0, _grid.rows(), _line, _line + 1)
                      : _grid.areaOf(_line, _line + 1, 0, _grid.columns());
   }
-  [[nodiscard]] Value at(std::uint32_t place) const {
-    return _isColumn ? _grid.at(place, _line) : _grid.at(_line, place);
+  [[nodiscard]] Value at(std::uint32_t position) const {
+    return _isColumn ? _grid.at(position, _line) : _grid.at(_line, position);
   }
 
-  /// Visits the values of some places in their order, as Grid::visit() does: `visit(place, value)`.
+  /// Visits the values of some positions in their order, as Grid::visit() does: `visit(position,
+  /// value)`.
   template <class Visit>
   void visit(std::uint32_t first, std::uint32_t end, Visit&& visit) const {
     if (_isColumn) {

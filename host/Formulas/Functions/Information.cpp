@@ -3,14 +3,14 @@
 #include <array>
 #include <cmath>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
-/// A function that tells whether its only argument, a single value of any kind, is of some kind.
+/// A function that tests the kind of its only argument.
 template <bool (*isOfKind)(Value const&)>
 Value test(Call& call) {
   return Value::boolean(isOfKind(call[0]));
@@ -27,7 +27,7 @@ bool isNotAvailable(Value const& value) {
 }
 bool isOtherError(Value const& value) { return value.isError() && !isNotAvailable(value); }
 
-/// Whether the whole part is even (0) or odd (1).
+/// Tests that the whole part is even (0) or odd (1).
 Value testParity(Call const& call, double parity) {
   double const whole = std::trunc(std::abs(call.number(0)));
   return Value::boolean(std::fmod(whole, 2.0) == parity);
@@ -39,17 +39,17 @@ Value isOdd(Call& call) { return testParity(call, 1.0); }
 Value notAvailable(Call& /*call*/) { return Value::error(FormulaErrorCode::NotAvailable); }
 
 constexpr std::array entries = {
-    FunctionEntry{"ISBLANK", "e", test<isBlank>},
-    FunctionEntry{"ISERR", "e", test<isOtherError>},
-    FunctionEntry{"ISERROR", "e", test<isError>},
-    FunctionEntry{"ISEVEN", "n", isEven},
-    FunctionEntry{"ISLOGICAL", "e", test<isLogical>},
-    FunctionEntry{"ISNA", "e", test<isNotAvailable>},
-    FunctionEntry{"ISNONTEXT", "e", test<isNoText>},
-    FunctionEntry{"ISNUMBER", "e", test<isNumber>},
-    FunctionEntry{"ISODD", "n", isOdd},
-    FunctionEntry{"ISTEXT", "e", test<isText>},
-    FunctionEntry{"NA", "", notAvailable},
+    FunctionEntry{"ISBLANK", "value:e", test<isBlank>, "TRUE for an empty cell."},
+    FunctionEntry{"ISERR", "value:e", test<isOtherError>, "TRUE for an error other than #N/A."},
+    FunctionEntry{"ISERROR", "value:e", test<isError>, "TRUE for an error."},
+    FunctionEntry{"ISEVEN", "number:n", isEven, "TRUE for a number whose whole part is even."},
+    FunctionEntry{"ISLOGICAL", "value:e", test<isLogical>, "TRUE for a truth value."},
+    FunctionEntry{"ISNA", "value:e", test<isNotAvailable>, "TRUE for the error #N/A."},
+    FunctionEntry{"ISNONTEXT", "value:e", test<isNoText>, "TRUE for a value that is no text."},
+    FunctionEntry{"ISNUMBER", "value:e", test<isNumber>, "TRUE for a number."},
+    FunctionEntry{"ISODD", "number:n", isOdd, "TRUE for a number whose whole part is odd."},
+    FunctionEntry{"ISTEXT", "value:e", test<isText>, "TRUE for a text."},
+    FunctionEntry{"NA", "", notAvailable, "The error #N/A."},
 };
 
 }  // namespace

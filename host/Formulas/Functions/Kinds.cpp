@@ -2,10 +2,10 @@
 
 #include <array>
 
-#include "Formulas/Evaluation/Arrays.h"
-#include "Formulas/Evaluation/Cells.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
+#include "Formulas/Values/Arrays.h"
+#include "Formulas/Values/Cells.h"
 
 namespace Zorv::Formulas {
 
@@ -17,7 +17,7 @@ Value errorType(Call& call) {
                            : Value::error(FormulaErrorCode::NotAvailable);
 }
 
-/// What stands for an argument: the cell of a reference to one, otherwise the argument.
+/// The value of the cell for a reference to one cell, otherwise the argument.
 Value readSingleCell(Value const& value) {
   bool const isCell = value.isReference() && value.asArea().isSingleCell();
   return isCell ? readCell(value.asArea(), 0, 0) : value;
@@ -56,7 +56,7 @@ Value convertEach(Call& call) {
   return convert(value.isReference() ? readCell(value.asArea(), 0, 0) : value);
 }
 
-/// N: a number, or what stands for one.
+/// N: the value as a number.
 Value toPlainNumber(Value const& value) {
   if (value.isNumber() || value.isError()) {
     return value;
@@ -70,10 +70,14 @@ Value toPlainText(Value const& value) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"ERROR.TYPE", "e", errorType},
-    FunctionEntry{"N", "r", convertEach<toPlainNumber>},
-    FunctionEntry{"T", "r", convertEach<toPlainText>},
-    FunctionEntry{"TYPE", "a", type},
+    FunctionEntry{"ERROR.TYPE", "error:e", errorType,
+                  "Number of an error's kind; #N/A for a value that is no error."},
+    FunctionEntry{"N", "value:r", convertEach<toPlainNumber>,
+                  "The value as a number: TRUE is 1, anything but numbers and errors is 0."},
+    FunctionEntry{"T", "value:r", convertEach<toPlainText>,
+                  "The value if it is a text or an error, otherwise an empty text."},
+    FunctionEntry{"TYPE", "value:a", type,
+                  "Number of a value's kind: 1 number, 2 text, 4 truth value, 16 error, 64 array."},
 };
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "Formulas/Functions/LineSearch.h"
 
-#include "Formulas/Evaluation/Operators.h"
-#include "Formulas/Evaluation/Wildcards.h"
+#include "Formulas/Text/Wildcards.h"
+#include "Formulas/Values/Comparison.h"
 
 namespace Zorv::Formulas {
 
@@ -20,9 +20,9 @@ template <class IsFound>
 std::optional<std::uint32_t> findValue(Line const& line, Direction direction,
                                        IsFound const& isFound) {
   std::optional<std::uint32_t> found;
-  line.visit(0, line.size(), [&](std::uint32_t place, Value const& value) {
+  line.visit(0, line.size(), [&](std::uint32_t position, Value const& value) {
     if (isFound(value)) {
-      found = place;
+      found = position;
     }
     return !found || direction == Direction::Backwards;
   });
@@ -32,29 +32,29 @@ std::optional<std::uint32_t> findValue(Line const& line, Direction direction,
 /// The first position without a value, cells that do not exist included.
 std::optional<std::uint32_t> findEmpty(Line const& line) {
   std::uint32_t next = 0;
-  line.visit(0, line.size(), [&](std::uint32_t place, Value const& value) {
-    bool const isGap = line.isReference() && place != next;
+  line.visit(0, line.size(), [&](std::uint32_t position, Value const& value) {
+    bool const isGap = line.isReference() && position != next;
     if (isGap || value.isEmpty()) {
       return false;
     }
-    next = place + 1;
+    next = position + 1;
     return true;
   });
   return next < line.size() ? std::optional(next) : std::nullopt;
 }
 
 struct Found {
-  std::uint32_t place;
+  std::uint32_t position;
   Value value;
 };
 
-/// The first value from a place on that can be compared with a key.
+/// The first value from a position on that can be compared with a key.
 std::optional<Found> findComparable(Line const& line, std::uint32_t first, std::uint32_t end,
                                     Value const& key) {
   std::optional<Found> found;
-  line.visit(first, end, [&](std::uint32_t place, Value const& value) {
+  line.visit(first, end, [&](std::uint32_t position, Value const& value) {
     if (isComparable(value, key)) {
-      found = Found{place, value};
+      found = Found{position, value};
     }
     return !found;
   });
@@ -92,8 +92,8 @@ std::optional<std::uint32_t> findLastNotAbove(Line const& line, Value const& key
     // What lies between the middle and the value that is found never comes up again.
     auto const found = findComparable(line, middle, end, key);
     if (found && compareValues(found->value, key) <= 0) {
-      best = found->place;
-      first = found->place + 1;
+      best = found->position;
+      first = found->position + 1;
     } else {
       end = middle;
     }
@@ -103,13 +103,13 @@ std::optional<std::uint32_t> findLastNotAbove(Line const& line, Value const& key
 
 std::optional<std::uint32_t> findLastNotBelow(Line const& line, Value const& key) {
   std::optional<std::uint32_t> best;
-  line.visit(0, line.size(), [&](std::uint32_t place, Value const& value) {
+  line.visit(0, line.size(), [&](std::uint32_t position, Value const& value) {
     if (!isComparable(value, key)) {
       return true;
     }
     auto const order = compareValues(value, key);
     if (order >= 0) {
-      best = place;
+      best = position;
     }
     return order > 0;
   });
@@ -119,7 +119,7 @@ std::optional<std::uint32_t> findLastNotBelow(Line const& line, Value const& key
 std::optional<std::uint32_t> findNearest(Line const& line, Value const& key, Side side,
                                          Direction direction) {
   std::optional<Found> best;
-  line.visit(0, line.size(), [&](std::uint32_t place, Value const& value) {
+  line.visit(0, line.size(), [&](std::uint32_t position, Value const& value) {
     if (!isComparable(value, key)) {
       return true;
     }
@@ -130,11 +130,11 @@ std::optional<std::uint32_t> findNearest(Line const& line, Value const& key, Sid
     auto const change = best ? compareValues(value, best->value) : std::strong_ordering::equal;
     bool const isNearer = side == Side::Below ? change > 0 : change < 0;
     if (!best || isNearer || (change == 0 && direction == Direction::Backwards)) {
-      best = Found{place, value};
+      best = Found{position, value};
     }
     return order != 0 || direction == Direction::Backwards;
   });
-  return best ? std::optional(best->place) : std::nullopt;
+  return best ? std::optional(best->position) : std::nullopt;
 }
 
 }  // namespace Zorv::Formulas

@@ -14,23 +14,23 @@ enum class TextMatch : std::uint8_t { Plain, Wildcards };
 
 enum class Direction : std::uint8_t { Forwards, Backwards };
 
-/// Where the first value equal to a key stands, or the last one. An empty key is equal to positions
-/// without a value. What the evaluator remembers of the line spares the walk over it.
+/// The position of the first value equal to a key, or of the last one. An empty key is equal to
+/// positions without a value. Uses the index of the line where there is one.
 [[nodiscard]] std::optional<std::uint32_t> findEqual(Evaluator& evaluator, Line const& line,
                                                      Value const& key, TextMatch textMatch,
                                                      Direction direction);
 
-/// In a line of ascending order, where the last value stands that is not above a key. By bisection,
-/// which steps over values of other kinds.
+/// The position of the last value not above a key, in an ascending line. By bisection, which skips
+/// values of other kinds.
 [[nodiscard]] std::optional<std::uint32_t> findLastNotAbove(Line const& line, Value const& key);
 
-/// In a line of descending order, where the last value stands that is not below a key, or the first
-/// one equal to it.
+/// The position of the last value not below a key, or of the first one equal to it, in a descending
+/// line.
 [[nodiscard]] std::optional<std::uint32_t> findLastNotBelow(Line const& line, Value const& key);
 
 enum class Side : std::uint8_t { Below, Above };
 
-/// In a line of any order, where the value equal to a key stands, otherwise the nearest on a side.
+/// The position of a value equal to a key, or else of the nearest on a side, in any line.
 [[nodiscard]] std::optional<std::uint32_t> findNearest(Line const& line, Value const& key,
                                                        Side side, Direction direction);
 

@@ -5,17 +5,17 @@
 #include <cstdint>
 #include <optional>
 
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Evaluation/Elements.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
+#include "Formulas/Values/Coercion.h"
+#include "Formulas/Values/Elements.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
-/// What the arguments of AND, OR and XOR say: in ranges numbers and truth values count, and texts
-/// and empties do not; a single value is converted.
+/// The truth values among the arguments of AND, OR and XOR. In ranges, numbers and truth values
+/// count, texts and empties do not; a single value is converted.
 class Truths {
 public:
   explicit Truths(Call const& call) {
@@ -82,9 +82,15 @@ Value logicalTrue(Call& /*call*/) { return Value::boolean(true); }
 Value logicalFalse(Call& /*call*/) { return Value::boolean(false); }
 
 constexpr std::array entries = {
-    FunctionEntry{"AND", "a(a)", logicalAnd}, FunctionEntry{"FALSE", "", logicalFalse},
-    FunctionEntry{"NOT", "b", logicalNot},    FunctionEntry{"OR", "a(a)", logicalOr},
-    FunctionEntry{"TRUE", "", logicalTrue},   FunctionEntry{"XOR", "a(a)", logicalXor},
+    FunctionEntry{"AND", "condition:a, (condition:a)", logicalAnd,
+                  "TRUE where all conditions hold."},
+    FunctionEntry{"FALSE", "", logicalFalse, "The truth value FALSE."},
+    FunctionEntry{"NOT", "condition:b", logicalNot, "Opposite of a truth value."},
+    FunctionEntry{"OR", "condition:a, (condition:a)", logicalOr,
+                  "TRUE where at least one condition holds."},
+    FunctionEntry{"TRUE", "", logicalTrue, "The truth value TRUE."},
+    FunctionEntry{"XOR", "condition:a, (condition:a)", logicalXor,
+                  "TRUE where an odd number of conditions hold."},
 };
 
 }  // namespace

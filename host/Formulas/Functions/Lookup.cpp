@@ -1,10 +1,10 @@
-// Places of cells.
+// Positions of cells.
 
 #include <array>
 #include <cstdint>
 
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Evaluation/Evaluator.h"
-#include "Formulas/Functions/Call.h"
 #include "Formulas/Functions/Families.h"
 
 namespace Zorv::Formulas {
@@ -51,8 +51,16 @@ Value column(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"COLUMN", "[r]", column, {.asksPosition = true}},
-    FunctionEntry{"ROW", "[r]", row, {.asksPosition = true}},
+    FunctionEntry{"COLUMN",
+                  "[reference:r]",
+                  column,
+                  "Number of a reference's first column, or of the formula's own.",
+                  {.asksPosition = true, .asksPlaceOfFirst = true}},
+    FunctionEntry{"ROW",
+                  "[reference:r]",
+                  row,
+                  "Number of a reference's first row, or of the formula's own.",
+                  {.asksPosition = true, .asksPlaceOfFirst = true}},
 };
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
 #include "Formulas/Functions/Rounding.h"
@@ -57,8 +57,8 @@ Value roundTowardZero(Call& call) {
   return Value::number(roundToDigits(call.number(0), call.number(1), roundTowardsZero));
 }
 
-/// FLOOR(number, significance) and CEILING: to a multiple, which for numbers and multiples of
-/// different signs is told by the multiple's.
+/// FLOOR(number, multiple) and CEILING. A negative multiple reverses the direction for negative
+/// numbers.
 Value floorToMultiple(Call& call) {
   double const number = call.number(0);
   double const multiple = call.number(1);
@@ -92,15 +92,21 @@ Value sum(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"ABS", "n", absolute},
-    FunctionEntry{"CEILING", "nn", ceilingToMultiple},
-    FunctionEntry{"FLOOR", "nn", floorToMultiple},
-    FunctionEntry{"INT", "n", wholePart},
-    FunctionEntry{"MOD", "nn", mod},
-    FunctionEntry{"ROUND", "nn", roundHalfAway},
-    FunctionEntry{"ROUNDDOWN", "nn", roundTowardZero},
-    FunctionEntry{"ROUNDUP", "nn", roundAwayFromZero},
-    FunctionEntry{"SUM", "a(a)", sum},
+    FunctionEntry{"ABS", "number:n", absolute, "Absolute value."},
+    FunctionEntry{"CEILING", "number:n, multiple:n", ceilingToMultiple,
+                  "Number rounded up to a multiple, away from zero for a negative multiple."},
+    FunctionEntry{"FLOOR", "number:n, multiple:n", floorToMultiple,
+                  "Number rounded down to a multiple, towards zero for a negative multiple."},
+    FunctionEntry{"INT", "number:n", wholePart, "Largest whole number that is not above."},
+    FunctionEntry{"MOD", "number:n, divisor:n", mod,
+                  "Remainder of a division, with the divisor's sign."},
+    FunctionEntry{"ROUND", "number:n, digits:n", roundHalfAway,
+                  "Number rounded to a number of digits, halves away from zero."},
+    FunctionEntry{"ROUNDDOWN", "number:n, digits:n", roundTowardZero,
+                  "Number rounded towards zero to a number of digits."},
+    FunctionEntry{"ROUNDUP", "number:n, digits:n", roundAwayFromZero,
+                  "Number rounded away from zero to a number of digits."},
+    FunctionEntry{"SUM", "number:a, (number:a)", sum, "Sum of numbers."},
 };
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
 #include "Formulas/Functions/Rounding.h"
@@ -130,18 +130,25 @@ Value gcd(Call& call) { return joinWholeNumbers<greatestDivisor>(call, 0.0); }
 Value lcm(Call& call) { return joinWholeNumbers<leastMultiple>(call, 1.0); }
 
 constexpr std::array entries = {
-    FunctionEntry{"CEILING.MATH", "n[nn]", ceilingByMode},
-    FunctionEntry{"CEILING.PRECISE", "n[n]", preciseCeiling},
-    FunctionEntry{"EVEN", "n", toEven},
-    FunctionEntry{"FLOOR.MATH", "n[nn]", floorByMode},
-    FunctionEntry{"FLOOR.PRECISE", "n[n]", preciseFloor},
-    FunctionEntry{"GCD", "a(a)", gcd},
-    FunctionEntry{"ISO.CEILING", "n[n]", preciseCeiling},
-    FunctionEntry{"LCM", "a(a)", lcm},
-    FunctionEntry{"MROUND", "nn", toNearestMultiple},
-    FunctionEntry{"ODD", "n", toOdd},
-    FunctionEntry{"QUOTIENT", "nn", quotient},
-    FunctionEntry{"TRUNC", "n[n]", truncate},
+    FunctionEntry{"CEILING.MATH", "number:n, [multiple:n, mode:n]", ceilingByMode,
+                  "Number rounded up to a multiple; with a mode, negative numbers away from zero."},
+    FunctionEntry{"CEILING.PRECISE", "number:n, [multiple:n]", preciseCeiling,
+                  "Number rounded up to a multiple, whatever its sign."},
+    FunctionEntry{"EVEN", "number:n", toEven, "Number rounded away from zero to an even number."},
+    FunctionEntry{"FLOOR.MATH", "number:n, [multiple:n, mode:n]", floorByMode,
+                  "Number rounded down to a multiple; with a mode, negative numbers towards zero."},
+    FunctionEntry{"FLOOR.PRECISE", "number:n, [multiple:n]", preciseFloor,
+                  "Number rounded down to a multiple, whatever its sign."},
+    FunctionEntry{"GCD", "number:a, (number:a)", gcd, "Greatest common divisor."},
+    FunctionEntry{"ISO.CEILING", "number:n, [multiple:n]", preciseCeiling,
+                  "Number rounded up to a multiple, whatever its sign."},
+    FunctionEntry{"LCM", "number:a, (number:a)", lcm, "Least common multiple."},
+    FunctionEntry{"MROUND", "number:n, multiple:n", toNearestMultiple,
+                  "Number rounded to the nearest multiple."},
+    FunctionEntry{"ODD", "number:n", toOdd, "Number rounded away from zero to an odd number."},
+    FunctionEntry{"QUOTIENT", "number:n, divisor:n", quotient, "Whole part of a quotient."},
+    FunctionEntry{"TRUNC", "number:n, [digits:n]", truncate,
+                  "Number cut off after a number of digits."},
 };
 
 }  // namespace

@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
-#include "Formulas/Parsing/Characters.h"
+#include "Formulas/Text/Characters.h"
 
 namespace Zorv::Formulas {
 
@@ -65,7 +65,7 @@ Value writeInBase(Call& call) {
 std::optional<double> readDigits(std::string_view text, std::int64_t radix) noexcept {
   double number = 0.0;
   for (char const c : text) {
-    std::size_t const digit = digits.find(toUpperAscii(c));
+    std::size_t const digit = digits.find(toAsciiUpper(c));
     if (digit >= static_cast<std::size_t>(radix)) {
       return std::nullopt;
     }
@@ -98,29 +98,29 @@ constexpr std::int64_t countComplements(std::int64_t radix) noexcept {
   return count;
 }
 
-/// DEC2BIN(number, places) and its kin.
+/// DEC2BIN(number, length), DEC2OCT and DEC2HEX.
 template <std::int64_t radix>
 Value writeComplement(Call& call) {
   constexpr std::int64_t count = countComplements(radix);
   constexpr std::int64_t half = count / 2;
   auto const number =
       toWhole(call.number(0), static_cast<double>(-half), static_cast<double>(half));
-  auto const places = toWhole(call.number(1, 1.0), 1.0, placesOfComplement + 1.0);
-  if (!number || !places) {
+  auto const length = toWhole(call.number(1, 1.0), 1.0, placesOfComplement + 1.0);
+  if (!number || !length) {
     return notANumber();
   }
   std::int64_t const complement = *number < 0 ? *number + count : *number;
   std::string text = writeDigits(static_cast<std::uint64_t>(complement), radix);
   if (call.has(1) && *number >= 0) {
-    if (text.size() > static_cast<std::size_t>(*places)) {
+    if (text.size() > static_cast<std::size_t>(*length)) {
       return notANumber();
     }
-    padWithZeros(text, static_cast<std::size_t>(*places));
+    padWithZeros(text, static_cast<std::size_t>(*length));
   }
   return call.makeText(text);
 }
 
-/// BIN2DEC(text) and its kin.
+/// BIN2DEC(text), OCT2DEC and HEX2DEC.
 template <std::int64_t radix>
 Value readComplement(Call& call) {
   std::string_view const text = call.text(0);
@@ -176,19 +176,29 @@ Value shiftLeft(Call& call) { return shiftBits(call.number(0), call.number(1)); 
 Value shiftRight(Call& call) { return shiftBits(call.number(0), -call.number(1)); }
 
 constexpr std::array entries = {
-    FunctionEntry{"BASE", "nn[n]", writeInBase},
-    FunctionEntry{"BIN2DEC", "t", readComplement<2>},
-    FunctionEntry{"BITAND", "nn", bitAnd},
-    FunctionEntry{"BITLSHIFT", "nn", shiftLeft},
-    FunctionEntry{"BITOR", "nn", bitOr},
-    FunctionEntry{"BITRSHIFT", "nn", shiftRight},
-    FunctionEntry{"BITXOR", "nn", bitXor},
-    FunctionEntry{"DEC2BIN", "n[n]", writeComplement<2>},
-    FunctionEntry{"DEC2HEX", "n[n]", writeComplement<16>},
-    FunctionEntry{"DEC2OCT", "n[n]", writeComplement<8>},
-    FunctionEntry{"DECIMAL", "tn", readInBase},
-    FunctionEntry{"HEX2DEC", "t", readComplement<16>},
-    FunctionEntry{"OCT2DEC", "t", readComplement<8>},
+    FunctionEntry{
+        "BASE", "number:n, base:n, [length:n]", writeInBase,
+        "Whole number written in a base from 2 to 36, with zeros before it up to a length."},
+    FunctionEntry{"BIN2DEC", "text:t", readComplement<2>,
+                  "Number that binary digits stand for, in two's complement."},
+    FunctionEntry{"BITAND", "a:n, b:n", bitAnd, "Bits that are set in both numbers."},
+    FunctionEntry{"BITLSHIFT", "number:n, count:n", shiftLeft, "Number with its bits moved left."},
+    FunctionEntry{"BITOR", "a:n, b:n", bitOr, "Bits that are set in at least one of two numbers."},
+    FunctionEntry{"BITRSHIFT", "number:n, count:n", shiftRight,
+                  "Number with its bits moved right."},
+    FunctionEntry{"BITXOR", "a:n, b:n", bitXor, "Bits that are set in one of two numbers only."},
+    FunctionEntry{"DEC2BIN", "number:n, [length:n]", writeComplement<2>,
+                  "Whole number in binary digits, in two's complement."},
+    FunctionEntry{"DEC2HEX", "number:n, [length:n]", writeComplement<16>,
+                  "Whole number in hexadecimal digits, in two's complement."},
+    FunctionEntry{"DEC2OCT", "number:n, [length:n]", writeComplement<8>,
+                  "Whole number in octal digits, in two's complement."},
+    FunctionEntry{"DECIMAL", "text:t, base:n", readInBase,
+                  "Number that digits in a base from 2 to 36 stand for."},
+    FunctionEntry{"HEX2DEC", "text:t", readComplement<16>,
+                  "Number that hexadecimal digits stand for, in two's complement."},
+    FunctionEntry{"OCT2DEC", "text:t", readComplement<8>,
+                  "Number that octal digits stand for, in two's complement."},
 };
 
 }  // namespace

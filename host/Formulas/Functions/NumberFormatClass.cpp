@@ -7,13 +7,13 @@
 
 #include <fmt/format.h>
 
-#include "Formulas/Parsing/Characters.h"
+#include "Formulas/Text/Characters.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
-/// A section of a format: what stands in it without the texts that it shows as they are.
+/// A section of a format, without its literal texts.
 struct Section {
   std::string signs;  ///< in upper case
   bool hasColour = false;
@@ -40,7 +40,7 @@ public:
 private:
   void readSign() {
     Section& section = _sections.back();
-    char const sign = toUpperAscii(_rest.front());
+    char const sign = toAsciiUpper(_rest.front());
     _rest.remove_prefix(1);
     switch (sign) {
       case ';':
@@ -68,8 +68,8 @@ private:
     Section& section = _sections.back();
     if (text.starts_with('$')) {
       section.hasCurrency = section.hasCurrency || (text.size() > 1 && text[1] != '-');
-    } else if (std::ranges::all_of(text, isLetter)) {
-      std::string const letters = toUpperAscii(text);
+    } else if (std::ranges::all_of(text, isAsciiLetter)) {
+      std::string const letters = toAsciiUpper(text);
       if (letters.find_first_not_of("HMS") == std::string::npos) {
         section.signs += letters;
       } else {

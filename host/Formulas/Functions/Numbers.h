@@ -7,14 +7,14 @@
 #include <type_traits>
 #include <vector>
 
-#include "Formulas/Evaluation/Arena.h"
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Evaluation/Elements.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
+#include "Formulas/Values/Arena.h"
+#include "Formulas/Values/Coercion.h"
+#include "Formulas/Values/Elements.h"
 
 namespace Zorv::Formulas {
 
-/// What counts as a number in ranges and arrays.
+/// The values that count as numbers in ranges and arrays.
 enum class ElementRule : std::uint8_t {
   NumbersOnly,  ///< nothing but numbers
   AllValues,    ///< truth values as 1 and 0 and texts as 0, too
@@ -32,9 +32,9 @@ enum class ElementRule : std::uint8_t {
   return element.isBoolean() && element.asBoolean() ? 1.0 : 0.0;
 }
 
-/// Hands the numbers among some arguments of a call to `take(number)`, or to `take(number, times)`,
-/// which is told how often a number stands there; see forEachElement(). In ranges and arrays the
-/// rule says what counts; an argument that is a single value is converted. The first error ends the
+/// Passes the numbers among some arguments of a call to `take(number)`, or with their multiplicity
+/// to `take(number, times)`; see forEachElement(). In ranges and arrays the rule decides what
+/// counts as a number; an argument that is a single value is converted. The first error ends the
 /// walk and is returned.
 template <class Take>
 [[nodiscard]] std::optional<Value> visitNumbers(Call const& call, std::size_t first,
@@ -88,9 +88,9 @@ inline void addNumber(std::vector<double>& numbers, double number, std::uint64_t
   numbers.insert(numbers.end(), times, number);
 }
 
-/// The numbers of some arguments. Those of a range or an array stand row by row, save that the
-/// numbers of an array's equal rows stand together. Throws EvaluationTooLarge for more than one
-/// formula may take.
+/// The numbers of some arguments, those of a range or an array row by row; only the numbers of an
+/// array's equal rows are grouped. Throws EvaluationTooLarge for more numbers than one formula may
+/// use.
 class NumberList {
 public:
   NumberList(Call const& call, std::size_t first, std::size_t end,
@@ -117,9 +117,9 @@ Value reduceNumbers(Call& call) {
   return list.error() ? *list.error() : finish(list.numbers());
 }
 
-/// The number that a sorted list would hold at a place; moves the numbers.
-[[nodiscard]] inline double selectAt(std::vector<double>& numbers, std::size_t place) {
-  auto const at = numbers.begin() + static_cast<std::ptrdiff_t>(place);
+/// The number at an index of the sorted list. Reorders the numbers.
+[[nodiscard]] inline double selectAt(std::vector<double>& numbers, std::size_t index) {
+  auto const at = numbers.begin() + static_cast<std::ptrdiff_t>(index);
   std::ranges::nth_element(numbers, at);
   return *at;
 }

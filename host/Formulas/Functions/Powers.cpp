@@ -7,8 +7,8 @@
 #include <numbers>
 #include <optional>
 
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Evaluation/Operators.h"
-#include "Formulas/Functions/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
 
@@ -139,20 +139,26 @@ Value multinomial(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"COMBIN", "nn", combinations},
-    FunctionEntry{"COMBINA", "nn", combinationsWithRepetition},
-    FunctionEntry{"EXP", "n", exponential},
-    FunctionEntry{"FACT", "n", factorial},
-    FunctionEntry{"FACTDOUBLE", "n", doubleFactorial},
-    FunctionEntry{"LN", "n", naturalLogarithm},
-    FunctionEntry{"LOG", "n[n]", logarithm},
-    FunctionEntry{"LOG10", "n", decimalLogarithm},
-    FunctionEntry{"MULTINOMIAL", "a(a)", multinomial},
-    FunctionEntry{"PI", "", pi},
-    FunctionEntry{"POWER", "nn", power},
-    FunctionEntry{"SIGN", "n", sign},
-    FunctionEntry{"SQRT", "n", squareRoot},
-    FunctionEntry{"SQRTPI", "n", squareRootOfPi},
+    FunctionEntry{"COMBIN", "count:n, chosen:n", combinations,
+                  "Number of ways to choose some of several things."},
+    FunctionEntry{
+        "COMBINA", "count:n, chosen:n", combinationsWithRepetition,
+        "Number of ways to choose some of several things, where each may be chosen again."},
+    FunctionEntry{"EXP", "number:n", exponential, "Power of e."},
+    FunctionEntry{"FACT", "number:n", factorial, "Factorial."},
+    FunctionEntry{"FACTDOUBLE", "number:n", doubleFactorial,
+                  "Product of every second whole number up to a number."},
+    FunctionEntry{"LN", "number:n", naturalLogarithm, "Natural logarithm."},
+    FunctionEntry{"LOG", "number:n, [base:n]", logarithm, "Logarithm to a base, or to base 10."},
+    FunctionEntry{"LOG10", "number:n", decimalLogarithm, "Logarithm to base 10."},
+    FunctionEntry{
+        "MULTINOMIAL", "number:a, (number:a)", multinomial,
+        "Multinomial coefficient: the factorial of a sum by the product of the factorials."},
+    FunctionEntry{"PI", "", pi, "The number pi."},
+    FunctionEntry{"POWER", "base:n, exponent:n", power, "Power of a number."},
+    FunctionEntry{"SIGN", "number:n", sign, "-1, 0 or 1, by the sign of a number."},
+    FunctionEntry{"SQRT", "number:n", squareRoot, "Square root."},
+    FunctionEntry{"SQRTPI", "number:n", squareRootOfPi, "Square root of a number times pi."},
 };
 
 }  // namespace

@@ -9,10 +9,10 @@
 #include <span>
 #include <vector>
 
-#include "Formulas/Evaluation/Arrays.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
+#include "Formulas/Values/Arrays.h"
 
 namespace Zorv::Formulas {
 
@@ -80,7 +80,7 @@ double sumProductsOfRow(std::span<Array const* const> arrays, std::uint32_t row,
   return total;
 }
 
-/// SUMPRODUCT: the sum of the products of elements that stand at the same place of all arrays.
+/// SUMPRODUCT: the sum of the products of the elements at equal positions of all arrays.
 Value sumProducts(Call& call) {
   std::vector<Array const*> const arrays = readArrays(call);
   if (!haveSameSize(arrays)) {
@@ -141,13 +141,18 @@ Value powerSeries(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"PRODUCT", "a(a)", product},
-    FunctionEntry{"SERIESSUM", "nnna", powerSeries},
-    FunctionEntry{"SUMPRODUCT", "a(a)", sumProducts},
-    FunctionEntry{"SUMSQ", "a(a)", sumOfSquares},
-    FunctionEntry{"SUMX2MY2", "aa", sumPairs<differenceOfSquares>},
-    FunctionEntry{"SUMX2PY2", "aa", sumPairs<sumOfTwoSquares>},
-    FunctionEntry{"SUMXMY2", "aa", sumPairs<squareOfDifference>},
+    FunctionEntry{"PRODUCT", "number:a, (number:a)", product, "Product of numbers."},
+    FunctionEntry{"SERIESSUM", "x:n, exponent:n, step:n, coefficients:a", powerSeries,
+                  "Sum of a power series."},
+    FunctionEntry{"SUMPRODUCT", "array:a, (array:a)", sumProducts,
+                  "Sum of the products of the elements at equal positions."},
+    FunctionEntry{"SUMSQ", "number:a, (number:a)", sumOfSquares, "Sum of squares."},
+    FunctionEntry{"SUMX2MY2", "x:a, y:a", sumPairs<differenceOfSquares>,
+                  "Sum of the differences of squares of pairs."},
+    FunctionEntry{"SUMX2PY2", "x:a, y:a", sumPairs<sumOfTwoSquares>,
+                  "Sum of the sums of squares of pairs."},
+    FunctionEntry{"SUMXMY2", "x:a, y:a", sumPairs<squareOfDifference>,
+                  "Sum of the squared differences of pairs."},
 };
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <random>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 
 namespace Zorv::Formulas {
@@ -33,8 +33,12 @@ Value randomBetween(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"RAND", "", random, {.isVolatile = true}},
-    FunctionEntry{"RANDBETWEEN", "nn", randomBetween, {.isVolatile = true}},
+    FunctionEntry{"RAND", "", random, "Random number from 0 to below 1.", {.isVolatile = true}},
+    FunctionEntry{"RANDBETWEEN",
+                  "lowest:n, highest:n",
+                  randomBetween,
+                  "Random whole number within two limits.",
+                  {.isVolatile = true}},
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Ranks, quantiles and how often numbers stand.
+// Ranks, quantiles and frequencies of numbers.
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
 #include "Formulas/Functions/Rounding.h"
@@ -25,19 +25,19 @@ Value notAvailable() { return Value::error(FormulaErrorCode::NotAvailable); }
 
 double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
 
-Standing findStanding(Numbers const& numbers, double number) noexcept {
-  Standing standing;
+RankCounts countAround(Numbers const& numbers, double number) noexcept {
+  RankCounts counts;
   for (double const other : numbers) {
-    ++(other < number ? standing.below : other > number ? standing.above : standing.equal);
+    ++(other < number ? counts.below : other > number ? counts.above : counts.equal);
   }
-  return standing;
+  return counts;
 }
 
-/// The same by what is remembered of a range; nothing where it must be walked.
-std::optional<Standing> recallStanding(Call const& call, Value const& numbers, double number) {
+/// The same by the index of a range; nothing where a walk has to be done.
+std::optional<RankCounts> lookUpCounts(Call const& call, Value const& numbers, double number) {
   LookupSession* const lookups = call.evaluator().lookups();
   return lookups != nullptr && numbers.isReference()
-             ? lookups->findStanding(numbers.asArea(), number)
+             ? lookups->countAround(numbers.asArea(), number)
              : std::nullopt;
 }
 
@@ -46,34 +46,34 @@ std::optional<Standing> recallStanding(Call const& call, Value const& numbers, d
 template <bool isMeanOfEquals>
 Value rank(Call& call) {
   double const number = call.number(0);
-  auto standing = recallStanding(call, call[1], number);
-  if (!standing) {
+  auto counts = lookUpCounts(call, call[1], number);
+  if (!counts) {
     NumberList list(call, 1, 2);
     if (list.error()) {
       return *list.error();
     }
-    standing = findStanding(list.numbers(), number);
+    counts = countAround(list.numbers(), number);
   }
-  if (standing->equal == 0) {
+  if (counts->equal == 0) {
     return notAvailable();
   }
-  auto const before = call.number(2, 0.0) == 0.0 ? standing->above : standing->below;
-  auto const equal = static_cast<double>(standing->equal);
+  auto const before = call.number(2, 0.0) == 0.0 ? counts->above : counts->below;
+  auto const equal = static_cast<double>(counts->equal);
   return Value::number(static_cast<double>(before) + 1.0 +
                        (isMeanOfEquals ? (equal - 1.0) / 2.0 : 0.0));
 }
 
-/// The number at a place, from 0 to the last one, of the sorted numbers; between two places one
-/// between both numbers. Moves the numbers.
-double interpolateAt(Numbers& numbers, double place) {
-  double const whole = roundDown(place);
-  auto const lowerPlace = static_cast<std::size_t>(whole);
-  double const lower = selectAt(numbers, lowerPlace);
-  double const fraction = std::max(place - whole, 0.0);
-  if (fraction == 0.0 || lowerPlace + 1 >= numbers.size()) {
+/// The number at an index of the sorted numbers; for a fraction of an index, a number between two
+/// numbers. Reorders the numbers.
+double interpolateAt(Numbers& numbers, double index) {
+  double const whole = roundDown(index);
+  auto const lowerIndex = static_cast<std::size_t>(whole);
+  double const lower = selectAt(numbers, lowerIndex);
+  double const fraction = std::max(index - whole, 0.0);
+  if (fraction == 0.0 || lowerIndex + 1 >= numbers.size()) {
     return lower;
   }
-  auto const rest = numbers.begin() + static_cast<std::ptrdiff_t>(lowerPlace) + 1;
+  auto const rest = numbers.begin() + static_cast<std::ptrdiff_t>(lowerIndex) + 1;
   double const upper = *std::min_element(rest, numbers.end());
   return lower + (upper - lower) * fraction;
 }
@@ -92,11 +92,11 @@ Value quantile(Numbers& numbers, double share) {
   if (ends == Ends::Included) {
     return Value::number(interpolateAt(numbers, share * (count - 1.0)));
   }
-  double const place = share * (count + 1.0) - 1.0;
-  if (snapToWhole(place) < 0.0 || snapToWhole(place) > count - 1.0) {
+  double const index = share * (count + 1.0) - 1.0;
+  if (snapToWhole(index) < 0.0 || snapToWhole(index) > count - 1.0) {
     return notANumber();
   }
-  return Value::number(interpolateAt(numbers, std::clamp(place, 0.0, count - 1.0)));
+  return Value::number(interpolateAt(numbers, std::clamp(index, 0.0, count - 1.0)));
 }
 
 /// PERCENTILE(numbers, share)
@@ -115,30 +115,30 @@ Value quartile(Call& call) {
                       : quantile<ends>(list.numbers(), std::trunc(call.number(1)) / quarters);
 }
 
-/// Which share of the numbers lies below one of them, or below one between two of them; nothing
-/// where it lies outside.
+/// The share of the numbers below one of them, or below a number between two of them; nothing for a
+/// number outside of them.
 std::optional<double> findShare(Numbers const& numbers, double number, Ends ends) {
-  Standing const standing = findStanding(numbers, number);
-  if (standing.equal == 0 && (standing.below == 0 || standing.above == 0)) {
+  RankCounts const counts = countAround(numbers, number);
+  if (counts.equal == 0 && (counts.below == 0 || counts.above == 0)) {
     return std::nullopt;
   }
-  auto place = static_cast<double>(standing.below);
-  if (standing.equal == 0) {
+  auto index = static_cast<double>(counts.below);
+  if (counts.equal == 0) {
     double below = -std::numeric_limits<double>::infinity();
     double above = std::numeric_limits<double>::infinity();
     for (double const other : numbers) {
       (other < number ? below : above) =
           other < number ? std::max(below, other) : std::min(above, other);
     }
-    place += (number - below) / (above - below) - 1.0;
+    index += (number - below) / (above - below) - 1.0;
   }
   if (ends == Ends::Excluded) {
-    return (place + 1.0) / (countOf(numbers) + 1.0);
+    return (index + 1.0) / (countOf(numbers) + 1.0);
   }
-  return numbers.size() == 1 ? 1.0 : place / (countOf(numbers) - 1.0);
+  return numbers.size() == 1 ? 1.0 : index / (countOf(numbers) - 1.0);
 }
 
-/// PERCENTRANK(numbers, number, digits): what is more than so many digits is cut off.
+/// PERCENTRANK(numbers, number, digits): cut off after so many digits.
 template <Ends ends>
 Value percentRank(Call& call) {
   NumberList list(call, 0, 1);
@@ -153,23 +153,23 @@ Value percentRank(Call& call) {
   return share ? Value::number(roundToDigits(*share, digits, roundTowardsZero)) : notAvailable();
 }
 
-/// The places of numbers in the order of the numbers, equal ones in the order in which they stand.
-std::vector<std::size_t> orderPlaces(Numbers const& numbers) {
-  std::vector<std::size_t> places(numbers.size());
-  std::iota(places.begin(), places.end(), std::size_t{0});
-  std::ranges::stable_sort(places, {}, [&](std::size_t place) { return numbers[place]; });
-  return places;
+/// The indexes of numbers, sorted by number; equal numbers keep their order.
+std::vector<std::size_t> sortIndexes(Numbers const& numbers) {
+  std::vector<std::size_t> indexes(numbers.size());
+  std::iota(indexes.begin(), indexes.end(), std::size_t{0});
+  std::ranges::stable_sort(indexes, {}, [&](std::size_t index) { return numbers[index]; });
+  return indexes;
 }
 
-/// The places at which the most frequent numbers stand first, in order; none where each number
-/// stands once.
+/// The index of the first occurrence of each most frequent number, ascending; none where each
+/// number occurs once.
 std::vector<std::size_t> findModes(Numbers const& numbers) {
-  std::vector<std::size_t> const places = orderPlaces(numbers);
+  std::vector<std::size_t> const indexes = sortIndexes(numbers);
   std::vector<std::size_t> modes;
   std::ptrdiff_t most = 2;
-  for (auto first = places.begin(); first != places.end();) {
+  for (auto first = indexes.begin(); first != indexes.end();) {
     auto const next = std::find_if(
-        first, places.end(), [&](std::size_t place) { return numbers[place] != numbers[*first]; });
+        first, indexes.end(), [&](std::size_t index) { return numbers[index] != numbers[*first]; });
     std::ptrdiff_t const count = next - first;
     if (count > most) {
       modes.clear();
@@ -184,7 +184,7 @@ std::vector<std::size_t> findModes(Numbers const& numbers) {
   return modes;
 }
 
-/// MODE: the most frequent number; of several the one that stands first.
+/// MODE: the most frequent number; of several the one that occurs first.
 Value mode(Numbers& numbers) {
   std::vector<std::size_t> const modes = findModes(numbers);
   return modes.empty() ? notAvailable() : Value::number(numbers[modes.front()]);
@@ -205,8 +205,8 @@ Value modes(Call& call) {
     return *list.error();
   }
   Numbers found;
-  for (std::size_t const place : findModes(list.numbers())) {
-    found.push_back(list.numbers()[place]);
+  for (std::size_t const index : findModes(list.numbers())) {
+    found.push_back(list.numbers()[index]);
   }
   return found.empty() ? notAvailable() : makeColumn(call.evaluator(), found);
 }
@@ -220,33 +220,56 @@ Value frequency(Call& call) {
     return list.error() ? *list.error() : *boundList.error();
   }
   Numbers const& bounds = boundList.numbers();
-  std::vector<std::size_t> const places = orderPlaces(bounds);
+  std::vector<std::size_t> const indexes = sortIndexes(bounds);
   Numbers counts(bounds.size() + 1);
   for (double const number : list.numbers()) {
-    auto const bound = std::ranges::lower_bound(places, number, {},
-                                                [&](std::size_t place) { return bounds[place]; });
-    counts[bound == places.end() ? bounds.size() : *bound] += 1.0;
+    auto const bound = std::ranges::lower_bound(indexes, number, {},
+                                                [&](std::size_t index) { return bounds[index]; });
+    counts[bound == indexes.end() ? bounds.size() : *bound] += 1.0;
   }
   return makeColumn(call.evaluator(), counts);
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"FREQUENCY", "aa", frequency},
-    FunctionEntry{"MODE", "a(a)", reduceNumbers<mode>},
-    FunctionEntry{"MODE.MULT", "a(a)", modes},
-    FunctionEntry{"MODE.SNGL", "a(a)", reduceNumbers<mode>},
-    FunctionEntry{"PERCENTILE", "an", percentile<Ends::Included>},
-    FunctionEntry{"PERCENTILE.EXC", "an", percentile<Ends::Excluded>},
-    FunctionEntry{"PERCENTILE.INC", "an", percentile<Ends::Included>},
-    FunctionEntry{"PERCENTRANK", "an[n]", percentRank<Ends::Included>},
-    FunctionEntry{"PERCENTRANK.EXC", "an[n]", percentRank<Ends::Excluded>},
-    FunctionEntry{"PERCENTRANK.INC", "an[n]", percentRank<Ends::Included>},
-    FunctionEntry{"QUARTILE", "an", quartile<Ends::Included>},
-    FunctionEntry{"QUARTILE.EXC", "an", quartile<Ends::Excluded>},
-    FunctionEntry{"QUARTILE.INC", "an", quartile<Ends::Included>},
-    FunctionEntry{"RANK", "na[n]", rank<false>},
-    FunctionEntry{"RANK.AVG", "na[n]", rank<true>},
-    FunctionEntry{"RANK.EQ", "na[n]", rank<false>},
+    FunctionEntry{"FREQUENCY", "numbers:a, limits:a", frequency,
+                  "Column of how many numbers lie between each limit and the one below."},
+    FunctionEntry{"MODE", "number:a, (number:a)", reduceNumbers<mode>,
+                  "Most frequent number, the first of several."},
+    FunctionEntry{"MODE.MULT", "number:a, (number:a)", modes,
+                  "Column of all most frequent numbers."},
+    FunctionEntry{"MODE.SNGL", "number:a, (number:a)", reduceNumbers<mode>,
+                  "Most frequent number, the first of several."},
+    FunctionEntry{"PERCENTILE", "numbers:a, share:n", percentile<Ends::Included>,
+                  "Number below which a share of the numbers lies; 0 and 1 give the smallest and "
+                  "the largest."},
+    FunctionEntry{"PERCENTILE.EXC", "numbers:a, share:n", percentile<Ends::Excluded>,
+                  "Number below which a share of the numbers lies, with both ends left out."},
+    FunctionEntry{"PERCENTILE.INC", "numbers:a, share:n", percentile<Ends::Included>,
+                  "Number below which a share of the numbers lies; 0 and 1 give the smallest and "
+                  "the largest."},
+    FunctionEntry{"PERCENTRANK", "numbers:a, number:n, [digits:n]", percentRank<Ends::Included>,
+                  "Share of the numbers that lie below a number, from 0 to 1."},
+    FunctionEntry{"PERCENTRANK.EXC", "numbers:a, number:n, [digits:n]", percentRank<Ends::Excluded>,
+                  "Share of the numbers that lie below a number, with both ends left out."},
+    FunctionEntry{"PERCENTRANK.INC", "numbers:a, number:n, [digits:n]", percentRank<Ends::Included>,
+                  "Share of the numbers that lie below a number, from 0 to 1."},
+    FunctionEntry{"QUARTILE", "numbers:a, quarter:n", quartile<Ends::Included>,
+                  "Number below which some quarters of the numbers lie; 0 and 4 give the smallest "
+                  "and the largest."},
+    FunctionEntry{"QUARTILE.EXC", "numbers:a, quarter:n", quartile<Ends::Excluded>,
+                  "Number below which some quarters of the numbers lie, with both ends left out."},
+    FunctionEntry{"QUARTILE.INC", "numbers:a, quarter:n", quartile<Ends::Included>,
+                  "Number below which some quarters of the numbers lie; 0 and 4 give the smallest "
+                  "and the largest."},
+    FunctionEntry{
+        "RANK", "number:n, numbers:a, [isAscending:n]", rank<false>,
+        "Rank of a number among others, from 1; equal numbers have the best of their ranks."},
+    FunctionEntry{
+        "RANK.AVG", "number:n, numbers:a, [isAscending:n]", rank<true>,
+        "Rank of a number among others, from 1; equal numbers have the mean of their ranks."},
+    FunctionEntry{
+        "RANK.EQ", "number:n, numbers:a, [isAscending:n]", rank<false>,
+        "Rank of a number among others, from 1; equal numbers have the best of their ranks."},
 };
 
 }  // namespace

@@ -5,10 +5,10 @@
 #include <cstdint>
 
 #include "DOM/Table.h"
-#include "Formulas/Evaluation/Arrays.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Grid.h"
+#include "Formulas/Values/Arrays.h"
 
 namespace Zorv::Formulas {
 
@@ -50,7 +50,7 @@ Value numberOfTable(TableContext const& table) {
   return Value::number(static_cast<double>(table.getDocTableIndex().get()) + 1.0);
 }
 
-/// SHEET: the number, from 1, of a reference's sheet, of one told by its name, or of the formula's.
+/// SHEET: the number, from 1, of a reference's sheet, of a named one, or of the formula's own.
 Value sheetNumber(Call& call) {
   if (!call.isGiven(0)) {
     return numberOfTable(*call.evaluator().context().getTableContext());
@@ -101,15 +101,25 @@ Value formulaText(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"AREAS", "r", areas},
-    FunctionEntry{"COLUMNS", "a", extent<&Grid::columns>},
-    FunctionEntry{"FORMULATEXT", "r", formulaText},
-    FunctionEntry{"HYPERLINK", "v[v]", hyperlink},
-    FunctionEntry{"ISFORMULA", "r", isFormula},
-    FunctionEntry{"ISREF", "r", isReference},
-    FunctionEntry{"ROWS", "a", extent<&Grid::rows>},
-    FunctionEntry{"SHEET", "[r]", sheetNumber},
-    FunctionEntry{"SHEETS", "[r]", sheetCount},
+    FunctionEntry{"AREAS", "reference:r", areas, "Number of rectangles of a reference."},
+    FunctionEntry{"COLUMNS",
+                  "array:a",
+                  extent<&Grid::columns>,
+                  "Number of columns.",
+                  {.asksPlaceOfFirst = true}},
+    FunctionEntry{"FORMULATEXT", "reference:r", formulaText,
+                  "Always #N/A: the texts of formulas are not kept."},
+    FunctionEntry{"HYPERLINK", "address:v, [text:v]", hyperlink,
+                  "Text that a link shows, or its address."},
+    FunctionEntry{"ISFORMULA", "reference:r", isFormula, "TRUE for a cell with a formula."},
+    FunctionEntry{"ISREF", "value:r", isReference, "TRUE for a reference."},
+    FunctionEntry{
+        "ROWS", "array:a", extent<&Grid::rows>, "Number of rows.", {.asksPlaceOfFirst = true}},
+    FunctionEntry{
+        "SHEET", "[sheet:r]", sheetNumber,
+        "Number of a reference's sheet, of a sheet by its name, or of the formula's own."},
+    FunctionEntry{"SHEETS", "[reference:r]", sheetCount,
+                  "Number of sheets of the document, or of a reference."},
 };
 
 }  // namespace

@@ -7,11 +7,11 @@
 #include <optional>
 #include <vector>
 
-#include "Formulas/Evaluation/Outcome.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Grid.h"
 #include "Formulas/Functions/Moments.h"
+#include "Formulas/Values/Outcome.h"
 
 namespace Zorv::Formulas {
 
@@ -19,8 +19,8 @@ namespace {
 
 Value divisionByZero() { return Value::error(FormulaErrorCode::DivisionByZero); }
 
-/// The pairs of numbers in two arguments: those that stand in the same place, where both are
-/// numbers.
+/// The pairs of numbers at equal positions of two arguments; a position counts where both values
+/// are numbers.
 class NumberPairs {
 public:
   NumberPairs(Value const& ys, Value const& xs) {
@@ -52,22 +52,22 @@ private:
     } else if (ys.size() > mostElements) {
       _error = Value::error(FormulaErrorCode::Number);
     } else {
-      for (std::uint64_t place = 0; place < ys.size(); ++place) {
-        if (!takeAt(place, at(ys, place), xs)) {
+      for (std::uint64_t position = 0; position < ys.size(); ++position) {
+        if (!takeAt(position, at(ys, position), xs)) {
           return;
         }
       }
     }
   }
 
-  /// Places count row by row, since a row may stand beside a column.
-  static Value at(Grid const& grid, std::uint64_t place) {
-    return grid.at(static_cast<std::uint32_t>(place / grid.columns()),
-                   static_cast<std::uint32_t>(place % grid.columns()));
+  /// Positions count row by row, since a row may be paired with a column.
+  static Value at(Grid const& grid, std::uint64_t position) {
+    return grid.at(static_cast<std::uint32_t>(position / grid.columns()),
+                   static_cast<std::uint32_t>(position % grid.columns()));
   }
 
-  bool takeAt(std::uint64_t place, Value const& y, Grid const& xs) {
-    take(y, at(xs, place));
+  bool takeAt(std::uint64_t position, Value const& y, Grid const& xs) {
+    take(y, at(xs, position));
     return !_error;
   }
 
@@ -85,7 +85,7 @@ private:
   std::optional<Value> _error;
 };
 
-/// What the functions below are made of.
+/// The sums from which the functions below are calculated.
 struct Relation {
   double count = 0.0;
   double meanX = 0.0;
@@ -179,7 +179,7 @@ Value sampleCovariance(Relation const& relation) {
                               : Value::number(relation.products / (relation.count - 1.0));
 }
 
-/// FORECAST(x, ys, xs): where the straight line stands at x.
+/// FORECAST(x, ys, xs): the value of the straight line at x.
 Value forecast(Call& call) {
   auto const outcome = relate(call[1], call[2]);
   if (outcome.isError()) {
@@ -193,17 +193,26 @@ Value forecast(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"CORREL", "aa", ofPairs<correlation>},
-    FunctionEntry{"COVAR", "aa", ofPairs<populationCovariance>},
-    FunctionEntry{"COVARIANCE.P", "aa", ofPairs<populationCovariance>},
-    FunctionEntry{"COVARIANCE.S", "aa", ofPairs<sampleCovariance>},
-    FunctionEntry{"FORECAST", "naa", forecast},
-    FunctionEntry{"FORECAST.LINEAR", "naa", forecast},
-    FunctionEntry{"INTERCEPT", "aa", ofPairs<intercept>},
-    FunctionEntry{"PEARSON", "aa", ofPairs<correlation>},
-    FunctionEntry{"RSQ", "aa", ofPairs<determination>},
-    FunctionEntry{"SLOPE", "aa", ofPairs<slope>},
-    FunctionEntry{"STEYX", "aa", ofPairs<standardError>},
+    FunctionEntry{"CORREL", "x:a, y:a", ofPairs<correlation>, "Correlation coefficient of pairs."},
+    FunctionEntry{"COVAR", "x:a, y:a", ofPairs<populationCovariance>,
+                  "Covariance of a whole population of pairs."},
+    FunctionEntry{"COVARIANCE.P", "x:a, y:a", ofPairs<populationCovariance>,
+                  "Covariance of a whole population of pairs."},
+    FunctionEntry{"COVARIANCE.S", "x:a, y:a", ofPairs<sampleCovariance>,
+                  "Covariance of a sample of pairs."},
+    FunctionEntry{"FORECAST", "x:n, knownY:a, knownX:a", forecast,
+                  "Value at x of the line that fits pairs best."},
+    FunctionEntry{"FORECAST.LINEAR", "x:n, knownY:a, knownX:a", forecast,
+                  "Value at x of the line that fits pairs best."},
+    FunctionEntry{"INTERCEPT", "knownY:a, knownX:a", ofPairs<intercept>,
+                  "Value at 0 of the line that fits pairs best."},
+    FunctionEntry{"PEARSON", "x:a, y:a", ofPairs<correlation>, "Correlation coefficient of pairs."},
+    FunctionEntry{"RSQ", "knownY:a, knownX:a", ofPairs<determination>,
+                  "Square of the correlation coefficient of pairs."},
+    FunctionEntry{"SLOPE", "knownY:a, knownX:a", ofPairs<slope>,
+                  "Slope of the line that fits pairs best."},
+    FunctionEntry{"STEYX", "knownY:a, knownX:a", ofPairs<standardError>,
+                  "Standard error of the line that fits pairs best."},
 };
 
 }  // namespace

@@ -11,12 +11,12 @@
 #include <vector>
 
 #include "DOM/Table.h"
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Grid.h"
 #include "Formulas/Functions/Numbers.h"
 #include "Formulas/Functions/ValueOrder.h"
+#include "Formulas/Values/Coercion.h"
 
 namespace Zorv::Formulas {
 
@@ -41,13 +41,12 @@ Value makeArray(Evaluator& evaluator, std::uint32_t rows, std::uint32_t columns,
   return Value::array(evaluator.arena().make(Array{rows, columns, rows, values.data()}));
 }
 
-/// What an argument holds, read into an array; nothing for what is no grid.
+/// An argument read into an array; null for a value that is no grid.
 Array const* readGrid(Call const& call, std::size_t index) {
   return Grid::of(call[index]) ? &call.evaluator().toArray(call[index]) : nullptr;
 }
 
-/// Arrays as lists of lines of equal length: their rows or, where functions are told so, their
-/// columns.
+/// An array as a list of lines of equal length: its rows, or by choice its columns.
 class Lines {
 public:
   Lines(Array const& array, bool areColumns) noexcept : _array(&array), _areColumns(areColumns) {}
@@ -62,8 +61,8 @@ public:
   [[nodiscard]] std::uint32_t length() const noexcept {
     return _areColumns ? _array->rows : _array->columns;
   }
-  [[nodiscard]] Value const& at(std::uint32_t line, std::uint32_t place) const noexcept {
-    return _areColumns ? _array->at(place, line) : _array->at(line, place);
+  [[nodiscard]] Value const& at(std::uint32_t line, std::uint32_t position) const noexcept {
+    return _areColumns ? _array->at(position, line) : _array->at(line, position);
   }
 
   /// The array of some of the lines.
@@ -109,8 +108,7 @@ Outcome<std::vector<std::uint32_t>> readChosen(Lines const& truths, std::uint32_
   return chosen;
 }
 
-/// FILTER(array, truths, otherwise): the rows beside which a truth stands, or the columns below
-/// which one does.
+/// FILTER(array, truths, otherwise): the rows or the columns whose truth value is true.
 Value filter(Call& call) {
   Array const* const array = readGrid(call, 0);
   Array const* const truths = readGrid(call, 1);
@@ -135,8 +133,8 @@ Value filter(Call& call) {
 }
 
 std::weak_ordering compareLines(Lines const& lines, std::uint32_t a, std::uint32_t b) {
-  for (std::uint32_t place = 0; place < lines.length(); ++place) {
-    auto const order = orderValues(lines.at(a, place), lines.at(b, place));
+  for (std::uint32_t position = 0; position < lines.length(); ++position) {
+    auto const order = orderValues(lines.at(a, position), lines.at(b, position));
     if (order != 0) {
       return order;
     }
@@ -150,7 +148,7 @@ std::vector<std::uint32_t> countUp(std::uint32_t count) {
   return numbers;
 }
 
-/// UNIQUE(array, byColumn, onceOnly): each line once, or the lines that stand once.
+/// UNIQUE(array, byColumn, onceOnly): each line once, or the lines that occur once.
 Value unique(Call& call) {
   Array const* const array = readGrid(call, 0);
   if (array == nullptr) {
@@ -177,15 +175,15 @@ Value unique(Call& call) {
   return chosen.empty() ? nothingLeft() : lines.select(call.evaluator(), chosen);
 }
 
-/// By what lines are put in order: one place of each line of an array.
+/// By what lines are put in order: one position of each line of an array.
 struct SortKey {
   Lines lines;
-  std::uint32_t place = 0;
+  std::uint32_t position = 0;
   bool isDescending = false;
 
   [[nodiscard]] std::weak_ordering compare(std::uint32_t a, std::uint32_t b) const {
-    Value const& left = lines.at(a, place);
-    Value const& right = lines.at(b, place);
+    Value const& left = lines.at(a, position);
+    Value const& right = lines.at(b, position);
     // Empties come last in either direction.
     if (left.isEmpty() || right.isEmpty() || !isDescending) {
       return orderValues(left, right);
@@ -208,7 +206,7 @@ Value sortLines(Evaluator& evaluator, Lines const& lines, std::span<SortKey cons
   return lines.select(evaluator, order);
 }
 
-/// Whether 1 or -1 says to sort downwards; `#VALUE!` for other numbers.
+/// The order that 1 (ascending) or -1 (descending) means; `#VALUE!` for other numbers.
 Outcome<bool> toDescending(double order) {
   double const whole = std::trunc(order);
   return std::abs(whole) == 1.0 ? Outcome<bool>(whole < 0.0)
@@ -227,29 +225,29 @@ Outcome<std::vector<double>> readNumbers(Call const& call, std::size_t index, do
   return std::move(list.numbers());
 }
 
-/// The keys of SORT: places of the lines, and an order for each or for all.
+/// The keys of SORT: positions of the lines, and an order for each or for all.
 Outcome<std::vector<SortKey>> readSortKeys(Call const& call, Lines const& lines) {
-  auto const places = readNumbers(call, 1, 1.0);
+  auto const positions = readNumbers(call, 1, 1.0);
   auto const orders = readNumbers(call, 2, 1.0);
-  if (places.isError() || orders.isError()) {
-    return (places.isError() ? places.error() : orders.error()).asError();
+  if (positions.isError() || orders.isError()) {
+    return (positions.isError() ? positions.error() : orders.error()).asError();
   }
-  if ((*orders).size() != 1 && (*orders).size() != (*places).size()) {
+  if ((*orders).size() != 1 && (*orders).size() != (*positions).size()) {
     return FormulaErrorCode::Value;
   }
   std::vector<SortKey> keys;
-  for (std::size_t i = 0; i < (*places).size(); ++i) {
-    double const place = std::trunc((*places)[i]);
+  for (std::size_t i = 0; i < (*positions).size(); ++i) {
+    double const position = std::trunc((*positions)[i]);
     auto const isDescending = toDescending((*orders)[(*orders).size() == 1 ? 0 : i]);
-    if (isDescending.isError() || place < 1.0 || place > lines.length()) {
+    if (isDescending.isError() || position < 1.0 || position > lines.length()) {
       return FormulaErrorCode::Value;
     }
-    keys.push_back({lines, static_cast<std::uint32_t>(place) - 1, *isDescending});
+    keys.push_back({lines, static_cast<std::uint32_t>(position) - 1, *isDescending});
   }
   return keys;
 }
 
-/// SORT(array, places, orders, byColumn)
+/// SORT(array, positions, orders, byColumn)
 Value sort(Call& call) {
   Array const* const array = readGrid(call, 0);
   if (array == nullptr) {
@@ -366,14 +364,28 @@ Value cutArray(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"DROP", "av[v]", cutArray<drop>, {.returnsReference = true}},
-    FunctionEntry{"FILTER", "aa[x]", filter},
-    FunctionEntry{"SEQUENCE", "v[vvv]", sequence},
-    FunctionEntry{"SORT", "a[aab]", sort},
-    FunctionEntry{"SORTBY", "aa(a)", sortBy},
-    FunctionEntry{"TAKE", "av[v]", cutArray<take>, {.returnsReference = true}},
-    FunctionEntry{"TRANSPOSE", "a", transpose},
-    FunctionEntry{"UNIQUE", "a[bb]", unique},
+    FunctionEntry{"DROP",
+                  "array:a, rows:v, [columns:v]",
+                  cutArray<drop>,
+                  "Array without its first rows and columns, or for negative numbers its last.",
+                  {.returnsReference = true}},
+    FunctionEntry{"FILTER", "array:a, conditions:a, [ifEmpty:x]", filter,
+                  "Rows or columns of an array whose condition holds."},
+    FunctionEntry{"SEQUENCE", "rows:v, [columns:v, start:v, step:v]", sequence,
+                  "Array of evenly spaced numbers, row by row."},
+    FunctionEntry{"SORT", "array:a, [by:a, order:a, byColumn:b]", sort,
+                  "Rows of an array in order; order 1 ascends and -1 descends."},
+    FunctionEntry{"SORTBY", "array:a, by:a, (more:a)", sortBy,
+                  "Rows or columns of an array in the order of other arrays, each of which an "
+                  "order may follow."},
+    FunctionEntry{"TAKE",
+                  "array:a, rows:v, [columns:v]",
+                  cutArray<take>,
+                  "First rows and columns of an array, or for negative numbers its last.",
+                  {.returnsReference = true}},
+    FunctionEntry{"TRANSPOSE", "array:a", transpose, "Array with rows and columns exchanged."},
+    FunctionEntry{"UNIQUE", "array:a, [byColumn:b, exactlyOnce:b]", unique,
+                  "Rows of an array that differ, or those that occur exactly once."},
 };
 
 }  // namespace

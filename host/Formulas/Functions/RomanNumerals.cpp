@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
-#include "Formulas/Parsing/Characters.h"
+#include "Formulas/Text/Characters.h"
+#include "Formulas/Values/Coercion.h"
 
 namespace Zorv::Formulas {
 
@@ -76,7 +76,7 @@ Value writeRoman(Call& call) {
 /// The value of one letter, or 0.
 int valueOfLetter(char letter) noexcept {
   auto const* const found = std::ranges::find_if(numeralParts, [&](NumeralPart const& part) {
-    return part.letters.size() == 1 && part.letters.front() == toUpperAscii(letter);
+    return part.letters.size() == 1 && part.letters.front() == toAsciiUpper(letter);
   });
   return found == numeralParts.end() ? 0 : found->value;
 }
@@ -115,8 +115,9 @@ Value readRoman(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"ARABIC", "t", readRoman},
-    FunctionEntry{"ROMAN", "n[v]", writeRoman},
+    FunctionEntry{"ARABIC", "text:t", readRoman, "Number that a Roman numeral stands for."},
+    FunctionEntry{"ROMAN", "number:n, [form:v]", writeRoman,
+                  "Roman numeral, from form 0, the classic one, to form 4, the shortest."},
 };
 
 }  // namespace

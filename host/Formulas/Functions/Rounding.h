@@ -28,7 +28,7 @@ namespace Zorv::Formulas {
 }
 
 [[nodiscard]] inline double roundHalfAwayFromZero(double number) noexcept {
-  // 1.005 * 100 lies just below 100.5: twice the number tells that a half is meant.
+  // 1.005 * 100 lies just below 100.5: twice the number shows that a half is meant.
   double const twice = snapToWhole(number * 2.0);
   return std::round(std::trunc(twice) == twice ? twice / 2.0 : number);
 }

@@ -1,15 +1,15 @@
-// Look-ups: where a value stands in a row or a column, and what stands there elsewhere.
+// Look-ups: the position of a key in a row or a column, and the value at that position of another.
 
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <optional>
 
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Grid.h"
 #include "Formulas/Functions/LineSearch.h"
+#include "Formulas/Values/Coercion.h"
 
 namespace Zorv::Formulas {
 
@@ -17,12 +17,12 @@ namespace {
 
 Value notFound() { return Value::error(FormulaErrorCode::NotAvailable); }
 
-/// What the older functions look for: an empty value counts as 0.
+/// The key of the older functions, for which an empty value counts as 0.
 Value toKey(Value const& value) noexcept { return value.isEmpty() ? Value::number(0.0) : value; }
 
-/// Where a key stands, as a number from 1 on.
-Value fromPlace(std::optional<std::uint32_t> place) {
-  return place ? Value::number(*place + 1.0) : notFound();
+/// A position as a number from 1.
+Value toResult(std::optional<std::uint32_t> position) {
+  return position ? Value::number(*position + 1.0) : notFound();
 }
 
 /// MATCH(key, line, kind): kind 0 for an equal value, 1 for the last one not above in ascending
@@ -39,13 +39,13 @@ Value match(Call& call) {
   Value const key = toKey(call[0]);
   double const kind = call.number(2, 1.0);
   if (kind == 0.0) {
-    return fromPlace(
+    return toResult(
         findEqual(call.evaluator(), *line, key, TextMatch::Wildcards, Direction::Forwards));
   }
-  return fromPlace(kind > 0.0 ? findLastNotAbove(*line, key) : findLastNotBelow(*line, key));
+  return toResult(kind > 0.0 ? findLastNotAbove(*line, key) : findLastNotBelow(*line, key));
 }
 
-/// VLOOKUP(key, table, column, approximately) and HLOOKUP, where rows and columns change places.
+/// VLOOKUP(key, table, column, approximately) and HLOOKUP, where rows and columns are exchanged.
 template <bool isVertical>
 Value lookUpInTable(Call& call) {
   auto const grid = Grid::of(call[1]);
@@ -61,25 +61,26 @@ Value lookUpInTable(Call& call) {
   }
   Line const line = isVertical ? Line::ofColumn(*grid, 0) : Line::ofRow(*grid, 0);
   Value const key = toKey(call[0]);
-  auto const place = call.truth(3, true) ? findLastNotAbove(line, key)
-                                         : findEqual(call.evaluator(), line, key,
-                                                     TextMatch::Wildcards, Direction::Forwards);
-  if (!place) {
+  auto const position = call.truth(3, true) ? findLastNotAbove(line, key)
+                                            : findEqual(call.evaluator(), line, key,
+                                                        TextMatch::Wildcards, Direction::Forwards);
+  if (!position) {
     return notFound();
   }
   auto const other = static_cast<std::uint32_t>(wanted) - 1;
-  return isVertical ? grid->at(*place, other) : grid->at(other, *place);
+  return isVertical ? grid->at(*position, other) : grid->at(other, *position);
 }
 
 /// LOOKUP(key, table): searches the longer side, the first column of a square, and takes the value
 /// of the last row or column.
 Value lookUpAlongLongerSide(Grid const& grid, Value const& key) {
   bool const isRow = grid.columns() > grid.rows();
-  auto const place = findLastNotAbove(isRow ? Line::ofRow(grid, 0) : Line::ofColumn(grid, 0), key);
-  if (!place) {
+  auto const position =
+      findLastNotAbove(isRow ? Line::ofRow(grid, 0) : Line::ofColumn(grid, 0), key);
+  if (!position) {
     return notFound();
   }
-  return isRow ? grid.at(grid.rows() - 1, *place) : grid.at(*place, grid.columns() - 1);
+  return isRow ? grid.at(grid.rows() - 1, *position) : grid.at(*position, grid.columns() - 1);
 }
 
 /// LOOKUP(key, line, results)
@@ -101,8 +102,8 @@ Value lookUp(Call& call) {
   if (!line || !resultLine) {
     return notFound();
   }
-  auto const place = findLastNotAbove(*line, key);
-  return place && *place < resultLine->size() ? resultLine->at(*place) : notFound();
+  auto const position = findLastNotAbove(*line, key);
+  return position && *position < resultLine->size() ? resultLine->at(*position) : notFound();
 }
 
 /// How XLOOKUP and XMATCH compare: equal, or the next smaller or larger, or with wildcards.
@@ -142,7 +143,7 @@ struct XSearch {
   }
 };
 
-/// What an optional mode says; one left out between commas is as if it were not there.
+/// The value of an optional mode; one left out between commas counts as absent.
 Outcome<double> readMode(Call const& call, std::size_t index, double absent) {
   return call.isGiven(index) ? toNumber(call[index], call.locale()) : Outcome<double>(absent);
 }
@@ -175,13 +176,12 @@ XArguments readXArguments(Call const& call, std::size_t modeIndex) {
 /// XMATCH(key, line, mode, order)
 Value xMatch(Call& call) {
   XArguments const arguments = readXArguments(call, 2);
-  return arguments.line
-             ? fromPlace(arguments.search.run(call.evaluator(), *arguments.line, call[0]))
-             : arguments.error;
+  return arguments.line ? toResult(arguments.search.run(call.evaluator(), *arguments.line, call[0]))
+                        : arguments.error;
 }
 
 /// XLOOKUP(key, line, results, otherwise, mode, order): the row or column of the results beside the
-/// place of the key.
+/// position of the key.
 Value xLookUp(Call& call) {
   XArguments const arguments = readXArguments(call, 4);
   auto const results = Grid::of(call[2]);
@@ -192,23 +192,34 @@ Value xLookUp(Call& call) {
   if (line.size() != (line.isColumn() ? results->rows() : results->columns())) {
     return Value::error(FormulaErrorCode::Value);
   }
-  auto const place = arguments.search.run(call.evaluator(), line, call[0]);
-  if (!place) {
+  auto const position = arguments.search.run(call.evaluator(), line, call[0]);
+  if (!position) {
     Value const otherwise = call.has(3) ? call.evaluate(3) : Value::missing();
     return otherwise.isMissing() ? notFound() : otherwise;
   }
   Arena& arena = call.evaluator().arena();
-  return line.isColumn() ? results->part(arena, *place, 0, 1, results->columns())
-                         : results->part(arena, 0, *place, results->rows(), 1);
+  return line.isColumn() ? results->part(arena, *position, 0, 1, results->columns())
+                         : results->part(arena, 0, *position, results->rows(), 1);
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"HLOOKUP", "van[b]", lookUpInTable<false>},
-    FunctionEntry{"LOOKUP", "va[a]", lookUp},
-    FunctionEntry{"MATCH", "va[n]", match},
-    FunctionEntry{"VLOOKUP", "van[b]", lookUpInTable<true>},
-    FunctionEntry{"XLOOKUP", "vaa[xvv]", xLookUp, {.returnsReference = true}},
-    FunctionEntry{"XMATCH", "va[vv]", xMatch},
+    FunctionEntry{"HLOOKUP", "key:v, table:a, row:n, [isSorted:b]", lookUpInTable<false>,
+                  "Value in a row of a table, in the column whose first cell matches a key."},
+    FunctionEntry{
+        "LOOKUP", "key:v, keys:a, [results:a]", lookUp,
+        "Result at the position of the last key, in ascending order, that is not above a key."},
+    FunctionEntry{
+        "MATCH", "key:v, keys:a, [kind:n]", match,
+        "Position of a key, from 1; kind 0 is exact, 1 the last not above, -1 the last not below."},
+    FunctionEntry{"VLOOKUP", "key:v, table:a, column:n, [isSorted:b]", lookUpInTable<true>,
+                  "Value in a column of a table, in the row whose first cell matches a key."},
+    FunctionEntry{"XLOOKUP",
+                  "key:v, keys:a, results:a, [ifMissing:x, match:v, direction:v]",
+                  xLookUp,
+                  "Result at the position of a key, with a choice of match and direction.",
+                  {.returnsReference = true}},
+    FunctionEntry{"XMATCH", "key:v, keys:a, [match:v, direction:v]", xMatch,
+                  "Position of a key, from 1, with a choice of match and direction."},
 };
 
 }  // namespace

@@ -7,10 +7,10 @@
 #include <cstdint>
 #include <limits>
 
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
+#include "Formulas/Values/Coercion.h"
 
 namespace Zorv::Formulas {
 
@@ -125,11 +125,18 @@ Value large(Call& call) { return selectByRank(call, true); }
 Value small(Call& call) { return selectByRank(call, false); }
 
 constexpr std::array entries = {
-    FunctionEntry{"AVERAGE", "a(a)", average},    FunctionEntry{"COUNT", "a(a)", countNumbers},
-    FunctionEntry{"COUNTA", "a(a)", countValues}, FunctionEntry{"COUNTBLANK", "r", countBlanks},
-    FunctionEntry{"LARGE", "an", large},          FunctionEntry{"MAX", "a(a)", maximum},
-    FunctionEntry{"MEDIAN", "a(a)", median},      FunctionEntry{"MIN", "a(a)", minimum},
-    FunctionEntry{"SMALL", "an", small},
+    FunctionEntry{"AVERAGE", "number:a, (number:a)", average, "Mean of numbers."},
+    FunctionEntry{"COUNT", "value:a, (value:a)", countNumbers, "How many numbers there are."},
+    FunctionEntry{"COUNTA", "value:a, (value:a)", countValues,
+                  "How many values there are that are not empty."},
+    FunctionEntry{"COUNTBLANK", "range:r", countBlanks,
+                  "How many cells of a range are empty or hold an empty text."},
+    FunctionEntry{"LARGE", "numbers:a, rank:n", large, "Number at a rank from the largest."},
+    FunctionEntry{"MAX", "number:a, (number:a)", maximum, "Largest number."},
+    FunctionEntry{"MEDIAN", "number:a, (number:a)", median,
+                  "Number in the middle of all, or the mean of two."},
+    FunctionEntry{"MIN", "number:a, (number:a)", minimum, "Smallest number."},
+    FunctionEntry{"SMALL", "numbers:a, rank:n", small, "Number at a rank from the smallest."},
 };
 
 }  // namespace

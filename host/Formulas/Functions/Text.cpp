@@ -1,4 +1,4 @@
-// Texts. Lengths and places count characters.
+// Texts. Lengths and positions count characters.
 
 #include <algorithm>
 #include <array>
@@ -10,11 +10,11 @@
 
 #include <unicode/unistr.h>
 
-#include "Formulas/Evaluation/Texts.h"
-#include "Formulas/Evaluation/Wildcards.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/TextBuilder.h"
+#include "Formulas/Text/Texts.h"
+#include "Formulas/Text/Wildcards.h"
 
 namespace Zorv::Formulas {
 
@@ -23,7 +23,7 @@ namespace {
 /// More characters than any text has.
 constexpr double manyCharacters = 1e9;
 
-/// A number of characters, or of a place; nothing for one below the least.
+/// A number of characters, or of a position; nothing for one below the least.
 std::optional<std::size_t> toCount(double number, double least) noexcept {
   double const whole = std::floor(number);
   if (whole < least) {
@@ -57,15 +57,15 @@ Value right(Call& call) {
   return Value::text(text.substr(bytesOfCharacters(text, skipped)));
 }
 
-/// MID(text, place, count); places count from 1.
+/// MID(text, position, count); positions count from 1.
 Value middle(Call& call) {
-  auto const place = toCount(call.number(1), 1.0);
+  auto const position = toCount(call.number(1), 1.0);
   auto const count = toCount(call.number(2), 0.0);
-  if (!place || !count) {
+  if (!position || !count) {
     return Value::error(FormulaErrorCode::Value);
   }
   std::string_view const text = call.text(0);
-  std::string_view const rest = text.substr(bytesOfCharacters(text, *place - 1));
+  std::string_view const rest = text.substr(bytesOfCharacters(text, *position - 1));
   return Value::text(rest.substr(0, bytesOfCharacters(rest, *count)));
 }
 
@@ -98,15 +98,15 @@ Value lower(Call& call) { return changeCase(call, &icu::UnicodeString::toLower);
 
 Value exact(Call& call) { return Value::boolean(call.text(0) == call.text(1)); }
 
-/// A search from a place on; the place of what is found, from 1, otherwise `#VALUE!`.
+/// A search from a position on; the position of what is found, from 1, otherwise `#VALUE!`.
 template <class FindBytes>
 Value findFrom(Call const& call, FindBytes const& findBytes) {
   std::string_view const text = call.text(1);
-  auto const place = toCount(call.number(2, 1.0), 1.0);
-  if (!place || *place - 1 > countCharacters(text)) {
+  auto const position = toCount(call.number(2, 1.0), 1.0);
+  if (!position || *position - 1 > countCharacters(text)) {
     return Value::error(FormulaErrorCode::Value);
   }
-  std::size_t const skipped = bytesOfCharacters(text, *place - 1);
+  std::size_t const skipped = bytesOfCharacters(text, *position - 1);
   std::optional<std::size_t> const found = findBytes(text.substr(skipped), call.text(0));
   if (!found) {
     return Value::error(FormulaErrorCode::Value);
@@ -156,18 +156,25 @@ Value concatenate(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"CONCATENATE", "t(t)", concatenate},
-    FunctionEntry{"EXACT", "tt", exact},
-    FunctionEntry{"FIND", "tt[n]", find},
-    FunctionEntry{"LEFT", "t[n]", left},
-    FunctionEntry{"LEN", "t", length},
-    FunctionEntry{"LOWER", "t", lower},
-    FunctionEntry{"MID", "tnn", middle},
-    FunctionEntry{"RIGHT", "t[n]", right},
-    FunctionEntry{"SEARCH", "tt[n]", search},
-    FunctionEntry{"SUBSTITUTE", "ttt[n]", substitute},
-    FunctionEntry{"TRIM", "t", trim},
-    FunctionEntry{"UPPER", "t", upper},
+    FunctionEntry{"CONCATENATE", "text:t, (text:t)", concatenate, "Texts one behind the other."},
+    FunctionEntry{"EXACT", "a:t, b:t", exact,
+                  "TRUE for texts that are equal, letter case included."},
+    FunctionEntry{"FIND", "searched:t, text:t, [start:n]", find,
+                  "Position of a text in another, from 1; letter case matters."},
+    FunctionEntry{"LEFT", "text:t, [count:n]", left, "First characters of a text."},
+    FunctionEntry{"LEN", "text:t", length, "Number of characters."},
+    FunctionEntry{"LOWER", "text:t", lower, "Text in small letters."},
+    FunctionEntry{"MID", "text:t, start:n, count:n", middle,
+                  "Characters of a text from a position on."},
+    FunctionEntry{"RIGHT", "text:t, [count:n]", right, "Last characters of a text."},
+    FunctionEntry{"SEARCH", "pattern:t, text:t, [start:n]", search,
+                  "Position of a pattern in a text, from 1; * and ? are wildcards, and letter case "
+                  "does not matter."},
+    FunctionEntry{"SUBSTITUTE", "text:t, old:t, new:t, [occurrence:n]", substitute,
+                  "Text with a part replaced, everywhere or at one occurrence."},
+    FunctionEntry{"TRIM", "text:t", trim,
+                  "Text with single spaces between its words and none around them."},
+    FunctionEntry{"UPPER", "text:t", upper, "Text in capital letters."},
 };
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 
 namespace Zorv::Formulas {
 

@@ -15,13 +15,13 @@
 #include <unicode/unistr.h>
 #include <unicode/utf16.h>
 
-#include "Formulas/Evaluation/Arrays.h"
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Evaluation/Elements.h"
-#include "Formulas/Evaluation/Texts.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/TextBuilder.h"
+#include "Formulas/Text/Texts.h"
+#include "Formulas/Values/Arrays.h"
+#include "Formulas/Values/Coercion.h"
+#include "Formulas/Values/Elements.h"
 
 namespace Zorv::Formulas {
 
@@ -52,15 +52,15 @@ Value repeat(Call& call) {
   return result.toValue(call);
 }
 
-/// REPLACE(text, place, count, new): places count from 1.
+/// REPLACE(text, position, count, new): positions count from 1.
 Value replace(Call& call) {
-  auto const place = toCount(call.number(1), 1.0);
+  auto const position = toCount(call.number(1), 1.0);
   auto const count = toCount(call.number(2), 0.0);
-  if (!place || !count) {
+  if (!position || !count) {
     return wrongValue();
   }
   std::string_view const text = call.text(0);
-  std::size_t const before = bytesOfCharacters(text, *place - 1);
+  std::size_t const before = bytesOfCharacters(text, *position - 1);
   std::string_view const rest = text.substr(before);
   TextBuilder result;
   result.append(text.substr(0, before));
@@ -115,7 +115,7 @@ std::optional<Value> visitTexts(Call const& call, Value const& value, bool withE
   }
   bool isRowEmpty = true;
   auto const visitElement = [&](Value const& element) {
-    auto const text = toText(element, call.evaluator());
+    auto const text = call.evaluator().toText(element);
     if (text.isError()) {
       error = text.error();
       return false;
@@ -210,8 +210,8 @@ Value join(Call& call) {
   return error ? *error : joiner.result().toValue(call);
 }
 
-/// The characters that the codes from 128 to 159 stand for in Western European texts; those that
-/// stand for none are control characters.
+/// The characters of the codes from 128 to 159 in Western European texts; codes without one are
+/// control characters.
 constexpr std::array<UChar32, 32> upperCharacters = {
     0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -269,16 +269,20 @@ Value codePointOfCharacter(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"CHAR", "n", characterOfCode},
-    FunctionEntry{"CLEAN", "t", clean},
-    FunctionEntry{"CODE", "t", codeOfCharacter},
-    FunctionEntry{"CONCAT", "a(a)", concatenateAll},
-    FunctionEntry{"PROPER", "t", capitalize},
-    FunctionEntry{"REPLACE", "tnnt", replace},
-    FunctionEntry{"REPT", "tn", repeat},
-    FunctionEntry{"TEXTJOIN", "aba(a)", join},
-    FunctionEntry{"UNICHAR", "n", characterOfCodePoint},
-    FunctionEntry{"UNICODE", "t", codePointOfCharacter},
+    FunctionEntry{"CHAR", "code:n", characterOfCode, "Character of a code from 1 to 255."},
+    FunctionEntry{"CLEAN", "text:t", clean, "Text without control characters."},
+    FunctionEntry{"CODE", "text:t", codeOfCharacter, "Code of a text's first character."},
+    FunctionEntry{"CONCAT", "value:a, (value:a)", concatenateAll,
+                  "All values of ranges and arrays as one text."},
+    FunctionEntry{"PROPER", "text:t", capitalize, "Text whose words begin with a capital letter."},
+    FunctionEntry{"REPLACE", "text:t, start:n, count:n, new:t", replace,
+                  "Text with some characters replaced."},
+    FunctionEntry{"REPT", "text:t, count:n", repeat, "Text repeated."},
+    FunctionEntry{"TEXTJOIN", "separator:a, skipsEmpty:b, value:a, (value:a)", join,
+                  "All values as one text, with separators between them."},
+    FunctionEntry{"UNICHAR", "code:n", characterOfCodePoint, "Character of a Unicode code point."},
+    FunctionEntry{"UNICODE", "text:t", codePointOfCharacter,
+                  "Unicode code point of a text's first character."},
 };
 
 }  // namespace

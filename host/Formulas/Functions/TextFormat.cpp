@@ -17,15 +17,15 @@
 #include <unicode/numfmt.h>
 #include <unicode/unistr.h>
 
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Evaluation/DateText.h"
-#include "Formulas/Evaluation/NumberText.h"
-#include "Formulas/Evaluation/Texts.h"
-#include "Formulas/Evaluation/ValueText.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Rounding.h"
-#include "Formulas/Parsing/Characters.h"
+#include "Formulas/Text/Characters.h"
+#include "Formulas/Text/DateText.h"
+#include "Formulas/Text/NumberText.h"
+#include "Formulas/Text/Texts.h"
+#include "Formulas/Text/ValueText.h"
+#include "Formulas/Values/Coercion.h"
 #include "OfficeUtils/NumberFormat.h"
 
 namespace Zorv::Formulas {
@@ -62,7 +62,7 @@ Value formatValue(Call& call) {
   auto const number = call[0].isBoolean() ? Outcome<double>(FormulaErrorCode::Value)
                                           : toNumber(call[0], call.locale());
   if (number.isError()) {
-    return call.makeText(format->formatText(*toText(call[0], call.evaluator())));
+    return call.makeText(format->formatText(*call.evaluator().toText(call[0])));
   }
   auto const text = format->formatNumber(*number, call.locale());
   return text ? call.makeText(*text) : wrongValue();
@@ -134,7 +134,7 @@ Value readPlainValue(Call& call) {
   return number ? Value::number(*number) : wrongValue();
 }
 
-/// DATEVALUE(text): the day of a text that tells one.
+/// DATEVALUE(text): the day that a text spells.
 Value readDate(Call& call) {
   auto const moment = readMoment(call.text(0), call.locale(), readYear(call));
   return moment && moment->day ? Value::number(static_cast<double>(*moment->day)) : wrongValue();
@@ -153,8 +153,8 @@ std::string_view readSeparator(Call const& call, std::size_t index, std::string_
   return text.substr(0, bytesOfCharacters(text, 1));
 }
 
-/// The text of a number in plain form: without spaces and groups, and with a point. Nothing where
-/// separators stand at wrong places.
+/// The text of a number in plain form: without spaces and groups, and with a point. Nothing for
+/// misplaced separators.
 std::optional<std::string> toPlainNumber(std::string_view text, std::string_view decimal,
                                          std::string_view group) {
   std::string plain;
@@ -206,13 +206,16 @@ Value readNumberWithSeparators(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"DATEVALUE", "t", readDate},
-    FunctionEntry{"DOLLAR", "n[n]", formatMoney},
-    FunctionEntry{"FIXED", "n[nb]", formatFixed},
-    FunctionEntry{"NUMBERVALUE", "t[tt]", readNumberWithSeparators},
-    FunctionEntry{"TEXT", "vt", formatValue},
-    FunctionEntry{"TIMEVALUE", "t", readTime},
-    FunctionEntry{"VALUE", "v", readPlainValue},
+    FunctionEntry{"DATEVALUE", "text:t", readDate, "Date that a text spells."},
+    FunctionEntry{"DOLLAR", "number:n, [digits:n]", formatMoney, "Number as an amount of money."},
+    FunctionEntry{"FIXED", "number:n, [digits:n, isPlain:b]", formatFixed,
+                  "Number with a fixed number of digits, with or without grouping."},
+    FunctionEntry{"NUMBERVALUE", "text:t, [decimalSeparator:t, groupSeparator:t]",
+                  readNumberWithSeparators, "Number that a text spells with given separators."},
+    FunctionEntry{"TEXT", "value:v, format:t", formatValue, "Value as a number format shows it."},
+    FunctionEntry{"TIMEVALUE", "text:t", readTime,
+                  "Time of day that a text spells, as a fraction of a day."},
+    FunctionEntry{"VALUE", "text:v", readPlainValue, "Number, date or time that a text spells."},
 };
 
 }  // namespace

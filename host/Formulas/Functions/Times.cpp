@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "OfficeUtils/SerialDate.h"
 
@@ -53,10 +53,11 @@ Value time(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"HOUR", "n", hour},
-    FunctionEntry{"MINUTE", "n", minute},
-    FunctionEntry{"SECOND", "n", second},
-    FunctionEntry{"TIME", "nnn", time},
+    FunctionEntry{"HOUR", "time:n", hour, "Hour, from 0 to 23."},
+    FunctionEntry{"MINUTE", "time:n", minute, "Minute, from 0 to 59."},
+    FunctionEntry{"SECOND", "time:n", second, "Second, from 0 to 59."},
+    FunctionEntry{"TIME", "hour:n, minute:n, second:n", time,
+                  "Time of day as a fraction of a day."},
 };
 
 }  // namespace

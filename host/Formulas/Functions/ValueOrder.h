@@ -2,8 +2,8 @@
 
 #include <compare>
 
-#include "Formulas/Evaluation/Operators.h"
-#include "Formulas/Evaluation/Value.h"
+#include "Formulas/Values/Comparison.h"
+#include "Formulas/Values/Value.h"
 
 namespace Zorv::Formulas {
 

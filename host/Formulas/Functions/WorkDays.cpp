@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
-#include "Formulas/Evaluation/Coercion.h"
-#include "Formulas/Evaluation/Elements.h"
-#include "Formulas/Evaluation/Outcome.h"
-#include "Formulas/Functions/Call.h"
+#include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
+#include "Formulas/Values/Coercion.h"
+#include "Formulas/Values/Elements.h"
+#include "Formulas/Values/Outcome.h"
 #include "OfficeUtils/SerialDate.h"
 
 namespace Zorv::Formulas {
@@ -223,10 +223,15 @@ Value workDayWithWeekend(Call& call) {
 }
 
 constexpr std::array entries = {
-    FunctionEntry{"NETWORKDAYS", "nn[a]", workDaysBetween},
-    FunctionEntry{"NETWORKDAYS.INTL", "nn[va]", workDaysBetweenWithWeekend},
-    FunctionEntry{"WORKDAY", "nn[a]", workDay},
-    FunctionEntry{"WORKDAY.INTL", "nn[va]", workDayWithWeekend},
+    FunctionEntry{"NETWORKDAYS", "start:n, end:n, [holidays:a]", workDaysBetween,
+                  "Number of working days between two dates, both included."},
+    FunctionEntry{"NETWORKDAYS.INTL", "start:n, end:n, [weekend:v, holidays:a]",
+                  workDaysBetweenWithWeekend,
+                  "Number of working days between two dates, with a choice of the weekend."},
+    FunctionEntry{"WORKDAY", "start:n, days:n, [holidays:a]", workDay,
+                  "Date some working days later or earlier."},
+    FunctionEntry{"WORKDAY.INTL", "start:n, days:n, [weekend:v, holidays:a]", workDayWithWeekend,
+                  "Date some working days later or earlier, with a choice of the weekend."},
 };
 
 }  // namespace

@@ -13,13 +13,13 @@ void CellClasses::finish(std::uint32_t classCount) {
   _positions.shrink_to_fit();
   _classOfCell.shrink_to_fit();
   _firstMembers.assign(std::size_t{classCount} + 1, 0);
-  for (std::uint32_t const number : _classOfCell) {
-    ++_firstMembers[number + 1];
+  for (std::uint32_t const classIndex : _classOfCell) {
+    ++_firstMembers[classIndex + 1];
   }
-  for (std::size_t number = 0; number < classCount; ++number) {
-    _firstMembers[number + 1] += _firstMembers[number];
+  for (std::size_t classIndex = 0; classIndex < classCount; ++classIndex) {
+    _firstMembers[classIndex + 1] += _firstMembers[classIndex];
   }
-  // Each class is filled from its first place on, which ends at the first one of the next class.
+  // A class that is filled from its begin on ends at the begin of the next one.
   _members.resize(_positions.size());
   for (std::uint32_t cell = 0; cell < size(); ++cell) {
     _members[_firstMembers[_classOfCell[cell]]++] = cell;
@@ -29,8 +29,8 @@ void CellClasses::finish(std::uint32_t classCount) {
 }
 
 void CellClasses::resizeCells(std::uint32_t count) {
-  for (Numbers* const numbers : {&_positions, &_classOfCell, &_members}) {
-    numbers->resize(count, boost::container::default_init);
+  for (Indexes* const indexes : {&_positions, &_classOfCell, &_members}) {
+    indexes->resize(count, boost::container::default_init);
   }
 }
 
@@ -39,9 +39,17 @@ void CellClasses::resizeClasses(std::uint32_t count) {
   _firstMembers.front() = 0;
 }
 
-std::size_t CellClasses::memory() const noexcept {
+std::size_t CellClasses::memoryOfClasses() const noexcept {
   return memoryOf(_positions) + memoryOf(_classOfCell) + memoryOf(_members) +
          memoryOf(_firstMembers);
+}
+
+std::span<std::uint32_t const> ClassesOfArea::membersOf(std::uint32_t classIndex) const noexcept {
+  auto const members = classes->membersOf(classIndex);
+  if (firstCell == 0 && endCell == classes->size()) {
+    return members;
+  }
+  return {std::ranges::lower_bound(members, firstCell), std::ranges::lower_bound(members, endCell)};
 }
 
 }  // namespace Zorv::Formulas

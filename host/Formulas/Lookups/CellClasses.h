@@ -3,21 +3,23 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <utility>
 
 #include <boost/container/vector.hpp>
 
-#include "Formulas/Lookups/LookupIndex.h"
-#include "Formulas/Lookups/Prefetch.h"
+#include "Formulas/Lookups/Memory.h"
 
 namespace Zorv::Formulas {
 
-/// Cells of an area in their order, row by row, sorted into classes.
+/// Partition of an area's cells into equivalence classes.
 ///
-/// A cell is told by its number among these cells or by its position in the area, the row times the
-/// area's width plus the column; a class by a number from 0 on. Twelve bytes a cell, four a class.
-class CellClasses : public LookupIndex {
+/// A cell is known by its index among these cells, which are in row-major order, or by its position
+/// in the area: its row times the area's width plus its column. Classes have indexes from 0. Twelve
+/// bytes a cell, four a class. Threads: immutable once built.
+class CellClasses {
 public:
+  CellClasses(CellClasses const&) = delete;
+  CellClasses& operator=(CellClasses const&) = delete;
+
   /// How many cells there are.
   [[nodiscard]] std::uint32_t size() const noexcept {
     return static_cast<std::uint32_t>(_positions.size());
@@ -32,50 +34,56 @@ public:
     return static_cast<std::uint32_t>(_firstMembers.size() - 1);
   }
   /// The cells of a class, ascending.
-  [[nodiscard]] std::span<std::uint32_t const> membersOf(std::uint32_t number) const noexcept {
-    return {_members.data() + _firstMembers[number], countOf(number)};
+  [[nodiscard]] std::span<std::uint32_t const> membersOf(std::uint32_t classIndex) const noexcept {
+    return {_members.data() + _firstMembers[classIndex], countOf(classIndex)};
   }
   /// How many cells a class has.
-  [[nodiscard]] std::uint32_t countOf(std::uint32_t number) const noexcept {
-    return _firstMembers[number + 1] - _firstMembers[number];
+  [[nodiscard]] std::uint32_t countOf(std::uint32_t classIndex) const noexcept {
+    return _firstMembers[classIndex + 1] - _firstMembers[classIndex];
   }
   /// Makes the next countOf() for a class fast.
-  void prepare(std::uint32_t number) const noexcept { prefetch(_firstMembers, number); }
-  /// The first cell at a position or behind it; size() where there is none.
+  void prefetchCount(std::uint32_t classIndex) const noexcept {
+    prefetch(_firstMembers, classIndex);
+  }
+  /// The first cell at a position or behind it; size() where there is none. Logarithmic.
   [[nodiscard]] std::uint32_t firstCellAt(std::uint64_t position) const noexcept;
 
-  [[nodiscard]] std::size_t memory() const noexcept override;
-
 protected:
-  /// Takes room for some cells.
+  CellClasses() = default;
+  ~CellClasses() = default;
+
+  /// The bytes that the lists take.
+  [[nodiscard]] std::size_t memoryOfClasses() const noexcept;
+
+  /// Makes room for some cells.
   void reserve(std::size_t count) {
     _positions.reserve(count);
     _classOfCell.reserve(count);
   }
   /// Adds a cell behind all others.
-  void add(std::uint32_t position, std::uint32_t number) {
+  void add(std::uint32_t position, std::uint32_t classIndex) {
     _positions.push_back(position);
-    _classOfCell.push_back(number);
+    _classOfCell.push_back(classIndex);
   }
   /// Ends the adding.
   void finish(std::uint32_t classCount);
 
-  // Instead of adding cells and finishing, whoever knows where everything goes fills these lists,
-  // by several threads if need be.
+  // A builder that knows the place of everything fills these lists instead, if need be by several
+  // threads.
 
-  /// Makes the lists of the cells, with any numbers in them.
+  /// Sizes the lists of the cells, with indeterminate elements.
   void resizeCells(std::uint32_t count);
-  /// Makes the list of the classes, with any numbers in it.
+  /// Sizes the list of the classes, with indeterminate elements.
   void resizeClasses(std::uint32_t count);
-  /// What positionOf() gives, by cell.
+  /// The result of positionOf(), by cell.
   [[nodiscard]] std::span<std::uint32_t> positions() noexcept {
     return {_positions.data(), _positions.size()};
   }
-  /// What classOf() gives, by cell.
+  /// The result of classOf(), by cell.
   [[nodiscard]] std::span<std::uint32_t> classesOfCells() noexcept {
     return {_classOfCell.data(), _classOfCell.size()};
   }
-  /// The cells of one class after the other.
+  /// The cells, class after class.
   [[nodiscard]] std::span<std::uint32_t> members() noexcept {
     return {_members.data(), _members.size()};
   }
@@ -85,14 +93,34 @@ protected:
   }
 
 private:
-  /// Unlike a standard vector it can grow without touching its memory, which is done by the threads
-  /// that fill it.
-  using Numbers = boost::container::vector<std::uint32_t>;
+  /// Unlike a standard vector it can grow without touching its memory: the threads that fill it
+  /// touch it.
+  using Indexes = boost::container::vector<std::uint32_t>;
 
-  Numbers _positions;
-  Numbers _classOfCell;
-  Numbers _members;       ///< class after class
-  Numbers _firstMembers;  ///< of each class in `_members`, and one past the last
+  Indexes _positions;
+  Indexes _classOfCell;
+  Indexes _members;       ///< class after class
+  Indexes _firstMembers;  ///< where each class begins in `_members`, and one past the last
+};
+
+/// The part of some classes that lies in an area.
+struct ClassesOfArea {
+  CellClasses const* classes = nullptr;
+  std::uint32_t firstPosition = 0;  ///< of the area's first cell
+  std::uint32_t firstCell = 0;      ///< half-open
+  std::uint32_t endCell = 0;
+
+  /// The cells of a class that lie in the area.
+  [[nodiscard]] std::span<std::uint32_t const> membersOf(std::uint32_t classIndex) const noexcept;
+  /// How many these are.
+  [[nodiscard]] std::size_t countOf(std::uint32_t classIndex) const noexcept {
+    bool const isAll = firstCell == 0 && endCell == classes->size();
+    return isAll ? classes->countOf(classIndex) : membersOf(classIndex).size();
+  }
+  /// A cell's position in the area.
+  [[nodiscard]] std::uint32_t positionOf(std::uint32_t cell) const noexcept {
+    return classes->positionOf(cell) - firstPosition;
+  }
 };
 
 }  // namespace Zorv::Formulas

@@ -5,7 +5,7 @@
 
 #include <boost/container_hash/hash.hpp>
 
-#include "Formulas/Lookups/Few.h"
+#include "Formulas/Lookups/InlineList.h"
 
 namespace Zorv::Formulas {
 
@@ -17,13 +17,13 @@ std::size_t hash(std::span<std::uint32_t const> classes) noexcept {
   return boost::hash_range(classes.begin(), classes.end());
 }
 
-/// Walks one area's cells beside those of another.
-class Follower {
+/// Cursor over the cells of one area, moved along with the walk over another.
+class ClassCursor {
 public:
-  Follower() = default;
-  explicit Follower(ClassesOfArea const& area) noexcept : _area(&area), _cell(area.firstCell) {}
+  ClassCursor() = default;
+  explicit ClassCursor(ClassesOfArea const& area) noexcept : _area(&area), _cell(area.firstCell) {}
 
-  /// The class of the cell at a position, if there is one. Positions must ascend.
+  /// The class of the cell at a position; nothing where there is no cell. Positions must ascend.
   [[nodiscard]] std::optional<std::uint32_t> classAt(std::uint32_t position) noexcept {
     while (_cell < _area->endCell && _area->positionOf(_cell) < position) {
       ++_cell;
@@ -39,33 +39,25 @@ private:
 
 }  // namespace
 
-std::span<std::uint32_t const> ClassesOfArea::membersOf(std::uint32_t number) const noexcept {
-  auto const members = classes->membersOf(number);
-  if (firstCell == 0 && endCell == classes->size()) {
-    return members;
-  }
-  return {std::ranges::lower_bound(members, firstCell), std::ranges::lower_bound(members, endCell)};
-}
-
 EqualTuples::EqualTuples(std::span<ClassesOfArea const> areas)
     : _width(areas.size()), _slots(16, freeSlot) {
-  Few<Follower> followers;
+  InlineList<ClassCursor> cursors;
   for (ClassesOfArea const& area : areas.subspan(1)) {
-    followers.push_back(Follower(area));
+    cursors.push_back(ClassCursor(area));
   }
   ClassesOfArea const& first = areas.front();
-  Few<std::uint32_t> tuple;
+  InlineList<std::uint32_t> tuple;
   for (std::uint32_t cell = first.firstCell; cell < first.endCell; ++cell) {
     std::uint32_t const position = first.positionOf(cell);
     tuple.clear();
     tuple.push_back(first.classes->classOf(cell));
-    for (Follower& follower : followers) {
-      if (auto const number = follower.classAt(position)) {
-        tuple.push_back(*number);
+    for (ClassCursor& cursor : cursors) {
+      if (auto const classIndex = cursor.classAt(position)) {
+        tuple.push_back(*classIndex);
       }
     }
     if (tuple.size() == _width) {
-      add(position, obtain(tuple));
+      add(position, getOrCreate(tuple));
     }
   }
   finish(static_cast<std::uint32_t>(_tuples.size() / _width));
@@ -82,33 +74,29 @@ std::size_t EqualTuples::findSlot(std::span<std::uint32_t const> classes) const 
 
 std::optional<std::uint32_t> EqualTuples::find(
     std::span<std::uint32_t const> classes) const noexcept {
-  std::uint32_t const number = _slots[findSlot(classes)];
-  return number == freeSlot ? std::nullopt : std::optional(number);
+  std::uint32_t const index = _slots[findSlot(classes)];
+  return index == freeSlot ? std::nullopt : std::optional(index);
 }
 
-std::uint32_t EqualTuples::obtain(std::span<std::uint32_t const> classes) {
+std::uint32_t EqualTuples::getOrCreate(std::span<std::uint32_t const> classes) {
   std::size_t const slot = findSlot(classes);
   if (_slots[slot] != freeSlot) {
     return _slots[slot];
   }
-  auto const number = static_cast<std::uint32_t>(_tuples.size() / _width);
-  _slots[slot] = number;
+  auto const index = static_cast<std::uint32_t>(_tuples.size() / _width);
+  _slots[slot] = index;
   _tuples.insert(_tuples.end(), classes.begin(), classes.end());
-  if ((std::size_t{number} + 1) * 2 > _slots.size()) {
+  if ((std::size_t{index} + 1) * 2 > _slots.size()) {
     grow();
   }
-  return number;
+  return index;
 }
 
 void EqualTuples::grow() {
   _slots.assign(_slots.size() * 2, freeSlot);
-  for (std::uint32_t number = 0; number < _tuples.size() / _width; ++number) {
-    _slots[findSlot(tupleAt(number))] = number;
+  for (std::uint32_t index = 0; index < _tuples.size() / _width; ++index) {
+    _slots[findSlot(tupleAt(index))] = index;
   }
-}
-
-std::size_t EqualTuples::memory() const noexcept {
-  return CellClasses::memory() + memoryOf(_tuples) + memoryOf(_slots);
 }
 
 }  // namespace Zorv::Formulas

@@ -5,20 +5,22 @@
 #include <numeric>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "DOM/RowBlocks.h"
-#include "Formulas/Evaluation/Cells.h"
-#include "Formulas/Evaluation/ValueText.h"
+#include "Formulas/Lookups/CellBlock.h"
 #include "Formulas/TableContext.h"
+#include "Formulas/Text/ValueText.h"
+#include "Formulas/Values/Cells.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
-/// Classes are fetched in two steps, so many cells apart, before they are asked for.
+/// The distance, in cells, between the two prefetches for a class and its use.
 constexpr std::uint32_t cellsAhead = 4;
 
-/// What a cell is to a criterion: a text that reads as a number is that number.
+/// A value as criteria see it: a text that reads as a number is that number.
 Value asCriteriaSee(Value const& value, OfficeUtils::LocaleContext const& locale) {
   if (!value.isText()) {
     return value;
@@ -29,98 +31,101 @@ Value asCriteriaSee(Value const& value, OfficeUtils::LocaleContext const& locale
 
 }  // namespace
 
-/// Sorts the cells into classes, stage by stage.
-class EqualValues::Making {
+/// Builds the classes in stages, each of which the threads share out: sink the cells of each row
+/// block, combine the blocks by hash partition, then write the results of each block and partition.
+class EqualValues::Builder {
 public:
-  Making(EqualValues& made, Area const& area, LookupKind kind,
-         OfficeUtils::LocaleContext const& locale)
-      : _made(made),
+  Builder(EqualValues& built, Area const& area, Equality equality,
+          OfficeUtils::LocaleContext const& locale)
+      : _built(built),
         _area(area),
-        _blocks(DOM::RowBlocks::ofCells(area.table->getTable(), area.toTableRange())),
-        _isForCriteria(kind == LookupKind::CriterionClasses),
+        _rowBlocks(DOM::RowBlocks::ofCells(area.table->getTable(), area.toTableRange())),
+        _isForCriteria(equality == Equality::Criterion),
         _locale(locale),
-        _bands(_blocks.count()),
-        _firstCells(_bands.size()),
-        _pieces(made._values.pieceCount()) {}
+        _blocks(_rowBlocks.count()),
+        _firstCells(_blocks.size()),
+        _partitions(built._values.hashPartitions().count()) {}
 
   void run(SharedWork& work) {
-    work.run(_bands.size(), [this](std::size_t band) { readBand(band); });
-    placeAll();
-    work.run(_pieces.size(), [this](std::size_t piece) { classifyPiece(piece); });
-    joinAll();
-    work.run(_bands.size(), [this](std::size_t band) { numberBand(band); });
-    work.run(_pieces.size(), [this](std::size_t piece) { settlePiece(piece); });
+    work.run(_blocks.size(), [this](std::size_t block) { sinkBlock(block); });
+    layOut();
+    work.run(_partitions.size(), [this](std::size_t partition) { combine(partition); });
+    join();
+    work.run(_blocks.size(), [this](std::size_t block) { writeBlock(block); });
+    work.run(_partitions.size(), [this](std::size_t partition) { writePartition(partition); });
   }
 
 private:
-  /// What is known of a piece of the values.
-  struct Piece {
+  struct Partition {
     std::uint32_t firstMember = 0;
-    std::vector<std::uint32_t> ends;  ///< of each class among the members of all
+    std::vector<std::uint32_t> ends;  ///< of each class, among the members of all
   };
 
-  void readBand(std::size_t number) {
-    Area const area = Area::of(*_area.table, _blocks.at(number));
+  void sinkBlock(std::size_t index) {
+    Area const area = Area::of(*_area.table, _rowBlocks.at(index));
     std::uint32_t const firstRow = area.firstRow - _area.firstRow;
-    CellBand band;
-    band.reserve(std::min<std::uint64_t>(maxCellCount(area), DOM::RowBlocks::cellsPerBlock));
+    CellBlock block;
+    block.reserve(std::min<std::uint64_t>(maxCellCount(area), DOM::RowBlocks::cellsPerBlock));
     forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
       if (!value.isEmpty()) {
-        band.add((firstRow + row) * _area.width() + column,
-                 _isForCriteria ? asCriteriaSee(value, _locale) : value);
+        block.add((firstRow + row) * _area.width() + column,
+                  _isForCriteria ? asCriteriaSee(value, _locale) : value);
       }
       return true;
     });
-    band.partition(_made._values.partitions());
-    _bands[number] = std::move(band);
+    block.partition(_built._values.hashPartitions());
+    _blocks[index] = std::move(block);
   }
 
-  /// Says where the cells of each band and the members of each piece go.
-  void placeAll() {
+  /// Finds the first cell of each block and the first member of each partition.
+  void layOut() {
     std::uint32_t cellCount = 0;
-    for (std::size_t number = 0; number < _bands.size(); ++number) {
-      _firstCells[number] = cellCount;
-      cellCount += static_cast<std::uint32_t>(_bands[number].positions().size());
+    for (std::size_t block = 0; block < _blocks.size(); ++block) {
+      _firstCells[block] = cellCount;
+      cellCount += static_cast<std::uint32_t>(_blocks[block].positions().size());
     }
     std::uint32_t memberCount = 0;
-    for (std::size_t number = 0; number < _pieces.size(); ++number) {
-      _pieces[number].firstMember = memberCount;
-      for (CellBand const& band : _bands) {
-        memberCount += static_cast<std::uint32_t>(band.sizeOf(number));
+    for (std::size_t partition = 0; partition < _partitions.size(); ++partition) {
+      _partitions[partition].firstMember = memberCount;
+      for (CellBlock const& block : _blocks) {
+        memberCount += static_cast<std::uint32_t>(block.sizeOf(partition));
       }
     }
-    _made.resizeCells(cellCount);
+    _built.resizeCells(cellCount);
   }
 
-  void classifyPiece(std::size_t number) {
-    ValuePiece values;
-    values.reserve(endOfMembers(number) - _pieces[number].firstMember, countTexts(number));
-    std::vector<std::uint32_t> counts = numberValues(number, values);
+  void combine(std::size_t partition) {
+    ValuePartition values;
+    values.reserve(endOfMembers(partition) - _partitions[partition].firstMember,
+                   countTexts(partition));
+    std::vector<std::uint32_t> counts = linkValues(partition, values);
     values.shrink();
-    _made._values.put(number, std::move(values));
+    _built._values.put(partition, std::move(values));
 
-    // Each class is filled from its first place on, which ends at its end.
-    std::exclusive_scan(counts.begin(), counts.end(), counts.begin(), _pieces[number].firstMember);
-    std::span<std::uint32_t> const members = _made.members();
-    forEachEntry(number, [&](std::size_t band, CellBand::Entry const& entry) {
-      members[counts[entry.link]++] = _firstCells[band] + entry.cell;
+    // A class that is filled from its begin on ends at its end.
+    std::exclusive_scan(counts.begin(), counts.end(), counts.begin(),
+                        _partitions[partition].firstMember);
+    std::span<std::uint32_t> const members = _built.members();
+    forEachEntry(partition, [&](std::size_t block, CellBlock::Entry const& entry) {
+      members[counts[entry.link]++] = _firstCells[block] + entry.cell;
     });
-    _pieces[number].ends = std::move(counts);
+    _partitions[partition].ends = std::move(counts);
   }
 
-  [[nodiscard]] std::size_t countTexts(std::size_t piece) {
+  [[nodiscard]] std::size_t countTexts(std::size_t partition) {
     std::size_t count = 0;
-    forEachEntry(piece, [&](std::size_t /*band*/, CellBand::Entry const& entry) {
+    forEachEntry(partition, [&](std::size_t /*block*/, CellBlock::Entry const& entry) {
       count += entry.key.isText() ? 1 : 0;
     });
     return count;
   }
 
-  /// Links the entries of a piece with their values; returns how many each value has.
-  [[nodiscard]] std::vector<std::uint32_t> numberValues(std::size_t piece, ValuePiece& values) {
+  /// Links the entries of a partition with their values; returns how many entries each value has.
+  [[nodiscard]] std::vector<std::uint32_t> linkValues(std::size_t partition,
+                                                      ValuePartition& values) {
     std::vector<std::uint32_t> counts;
-    forEachEntry(piece, [&](std::size_t band, CellBand::Entry& entry) {
-      entry.link = values.obtain(_bands[band].valueOf(entry));
+    forEachEntry(partition, [&](std::size_t block, CellBlock::Entry& entry) {
+      entry.link = values.getOrCreate(_blocks[block].valueOf(entry));
       if (entry.link == counts.size()) {
         counts.push_back(0);
       }
@@ -130,87 +135,84 @@ private:
     return counts;
   }
 
-  void joinAll() {
-    for (CellBand& band : _bands) {
-      band.forgetTexts();
+  void join() {
+    for (CellBlock& block : _blocks) {
+      block.freeTexts();
     }
-    _made._values.join();
-    _made.resizeClasses(_made._values.size());
+    _built._values.join();
+    _built.resizeClasses(_built._values.size());
   }
 
-  void numberBand(std::size_t number) {
-    CellBand band = std::move(_bands[number]);
-    std::ranges::copy(band.positions(), _made.positions().begin() + _firstCells[number]);
-    auto const classes = _made.classesOfCells().subspan(_firstCells[number]);
-    for (std::size_t piece = 0; piece < _pieces.size(); ++piece) {
-      std::uint32_t const firstClass = _made._values.firstNumber(piece);
-      for (CellBand::Entry const& entry : band.entriesOf(piece)) {
+  void writeBlock(std::size_t index) {
+    CellBlock block = std::move(_blocks[index]);
+    std::ranges::copy(block.positions(), _built.positions().begin() + _firstCells[index]);
+    auto const classes = _built.classesOfCells().subspan(_firstCells[index]);
+    for (std::size_t partition = 0; partition < _partitions.size(); ++partition) {
+      std::uint32_t const firstClass = _built._values.firstIndex(partition);
+      for (CellBlock::Entry const& entry : block.entriesOf(partition)) {
         classes[entry.cell] = firstClass + entry.link;
       }
     }
   }
 
-  void settlePiece(std::size_t number) {
-    std::uint32_t const firstClass = _made._values.firstNumber(number);
-    std::ranges::copy(_pieces[number].ends, _made.ends().begin() + firstClass);
-    _made._values.settle(number);
+  void writePartition(std::size_t partition) {
+    std::uint32_t const firstClass = _built._values.firstIndex(partition);
+    std::ranges::copy(_partitions[partition].ends, _built.ends().begin() + firstClass);
+    _built._values.settle(partition);
   }
 
-  [[nodiscard]] std::uint32_t endOfMembers(std::size_t piece) const noexcept {
-    return piece + 1 == _pieces.size() ? _made.size() : _pieces[piece + 1].firstMember;
+  [[nodiscard]] std::uint32_t endOfMembers(std::size_t partition) const noexcept {
+    return partition + 1 == _partitions.size() ? _built.size()
+                                               : _partitions[partition + 1].firstMember;
   }
 
-  /// Calls `visit(band, entry)` for the entries of a piece, in the order of their cells.
+  /// Calls `visit(block, entry)` for the entries of a partition, in the order of their cells.
   template <class Visit>
-  void forEachEntry(std::size_t piece, Visit const& visit) {
-    for (std::size_t band = 0; band < _bands.size(); ++band) {
-      for (CellBand::Entry& entry : _bands[band].entriesOf(piece)) {
-        visit(band, entry);
+  void forEachEntry(std::size_t partition, Visit const& visit) {
+    for (std::size_t block = 0; block < _blocks.size(); ++block) {
+      for (CellBlock::Entry& entry : _blocks[block].entriesOf(partition)) {
+        visit(block, entry);
       }
     }
   }
 
-  EqualValues& _made;
+  EqualValues& _built;
   Area _area;
-  DOM::RowBlocks _blocks;
+  DOM::RowBlocks _rowBlocks;
   bool _isForCriteria;
   OfficeUtils::LocaleContext const& _locale;
-  std::vector<CellBand> _bands;
-  std::vector<std::uint32_t> _firstCells;  ///< of each band, among those of all
-  std::vector<Piece> _pieces;
+  std::vector<CellBlock> _blocks;
+  std::vector<std::uint32_t> _firstCells;  ///< of each block, among the cells of all
+  std::vector<Partition> _partitions;
 };
 
-EqualValues::EqualValues(Area const& area, LookupKind kind,
+EqualValues::EqualValues(Area const& area, Equality equality,
                          OfficeUtils::LocaleContext const& locale, SharedWork& work)
     : _values(maxCellCount(area)) {
-  Making(*this, area, kind, locale).run(work);
+  Builder(*this, area, equality, locale).run(work);
 }
 
 std::optional<std::uint32_t> EqualValues::find(Value const& value,
                                                std::uint32_t& lastCell) const noexcept {
   std::uint32_t const next = lastCell + 1;
-  if (next < size() && _values.isNumberOf(classOf(next), value)) {
+  if (next < size() && _values.isEqualAt(classOf(next), value)) {
     lastCell = next;
-    // Here and not in a function of its own, which compilers leave out as one without effects.
+    // Not in a function of its own: compilers drop one that seems to have no effect.
     std::uint32_t const soon = classOf(std::min(next + cellsAhead, size() - 1));
     std::uint32_t const later = classOf(std::min(next + 2 * cellsAhead, size() - 1));
-    _values.prepare(later);
-    prepare(later);
-    _values.completePreparing(soon);
+    _values.prefetchKey(later);
+    prefetchCount(later);
+    _values.prefetchText(soon);
     return classOf(next);
   }
   auto const found = _values.find(value);
   if (found) {
-    // Whoever walks along the cells has come to the next one of the class.
+    // A walk along the cells has come to the next cell of the class.
     auto const members = membersOf(*found);
     auto const ahead = std::ranges::upper_bound(members, lastCell);
     lastCell = ahead == members.end() ? members.front() : *ahead;
   }
   return found;
-}
-
-std::size_t EqualValues::memory() const noexcept {
-  return CellClasses::memory() + _values.memory();
 }
 
 }  // namespace Zorv::Formulas

@@ -3,43 +3,59 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <vector>
 
-#include "Formulas/Evaluation/Area.h"
-#include "Formulas/Evaluation/Value.h"
-#include "Formulas/Lookups/CellBand.h"
+#include <boost/container_hash/hash.hpp>
+
 #include "Formulas/Lookups/CellClasses.h"
-#include "Formulas/Lookups/LookupKey.h"
 #include "Formulas/Lookups/SharedWork.h"
-#include "Formulas/Lookups/ValueTable.h"
+#include "Formulas/Lookups/TableArea.h"
+#include "Formulas/Lookups/ValueDictionary.h"
+#include "Formulas/Values/Area.h"
+#include "Formulas/Values/Value.h"
 #include "OfficeUtils/LocaleContext.h"
 
 namespace Zorv::Formulas {
 
-/// The cells of an area that hold a value, in classes of equal ones.
+/// The rule by which values are equal.
+enum class Equality : std::uint8_t {
+  Criterion,  ///< of criteria: a text that reads as a number equals that number
+  Search,     ///< of searches: only values of one kind are equal
+};
+
+/// The cells of an area that hold a value, in classes of equal values.
 class EqualValues final : public CellClasses {
 public:
-  /// `kind` says which values are equal: CriterionClasses or ValueClasses. Linear in the number of
-  /// the area's cells. Requires fewer than 2^32 positions.
+  struct Key {
+    TableArea area;
+    Equality equality = Equality::Criterion;
+
+    friend bool operator==(Key const&, Key const&) noexcept = default;
+    friend std::size_t hash_value(Key const& key) noexcept {
+      return hash_value(key.area) + static_cast<std::size_t>(key.equality);
+    }
+  };
+
+  /// Linear in the number of the area's cells. Requires fewer than 2^32 positions.
   ///
-  /// Reads the cells in bands and compares their values in pieces; all threads that help in the
-  /// work take some of both. The classes do not depend on these threads.
-  EqualValues(Area const& area, LookupKind kind, OfficeUtils::LocaleContext const& locale,
+  /// Reads the cells by row blocks and compares their values by hash partitions; all threads that
+  /// help in the work take some of both. The classes do not depend on these threads.
+  EqualValues(Area const& area, Equality equality, OfficeUtils::LocaleContext const& locale,
               SharedWork& work);
 
-  /// The class of the cells that are equal to a value, or nothing where there are none.
+  /// The class of the cells that are equal to a value; nothing where there is none. Constant time.
   ///
-  /// `lastCell` is a hint, any number at first: who asks for the values of one cell after the other
-  /// is answered without a search.
+  /// `lastCell` is a hint, any index at first. Asking for the values of one cell after the other
+  /// costs no search.
   [[nodiscard]] std::optional<std::uint32_t> find(Value const& value,
                                                   std::uint32_t& lastCell) const noexcept;
 
-  [[nodiscard]] std::size_t memory() const noexcept override;
+  /// The bytes that it takes.
+  [[nodiscard]] std::size_t memory() const noexcept { return memoryOfClasses() + _values.memory(); }
 
 private:
-  class Making;
+  class Builder;
 
-  ValueTable _values;
+  ValueDictionary _values;
 };
 
 }  // namespace Zorv::Formulas

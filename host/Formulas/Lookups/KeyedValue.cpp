@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "Formulas/Evaluation/Texts.h"
+#include "Formulas/Text/Texts.h"
 
 namespace Zorv::Formulas {
 

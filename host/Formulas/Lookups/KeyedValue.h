@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "FormulaModel/ValueKey.h"
-#include "Formulas/Evaluation/Value.h"
+#include "Formulas/Values/Value.h"
 
 namespace Zorv::Formulas {
 

@@ -5,10 +5,7 @@
 #include <memory>
 
 #include "DOM/Table.h"
-#include "Formulas/Evaluation/Cells.h"
-#include "Formulas/Lookups/CallResult.h"
-#include "Formulas/Lookups/ClassTotals.h"
-#include "Formulas/Lookups/EqualValues.h"
+#include "Formulas/Values/Cells.h"
 
 namespace Zorv::Formulas {
 
@@ -16,17 +13,17 @@ namespace {
 
 using DOM::FormulaSyntaxTree::Operator;
 
-/// Areas up to this size are walked: that costs no more than finding their index.
+/// Up to this size a walk over an area costs no more than finding its index.
 constexpr std::uint64_t fewPositions = 64;
 
-/// From so many cells on, sharing an index out takes less time than waking the threads that help.
+/// From so many cells on, sharing the building of an index takes less time than waking the helpers.
 constexpr std::uint64_t cellsToShare = 16'384;
 
 bool isIndexed(Area const& area) noexcept {
   return area.size() > fewPositions && area.size() <= std::numeric_limits<std::uint32_t>::max();
 }
 
-/// The area whose index serves an area: a part of a column shares that of the whole column, so that
+/// The area whose index serves an area. For a part of a column that is the whole column, so that
 /// ranges which grow or move along it need one index only.
 Area indexedArea(Area area) noexcept {
   if (area.width() == 1) {
@@ -36,16 +33,16 @@ Area indexedArea(Area area) noexcept {
   return area;
 }
 
-/// An index over `indexed` spares a walk over `area`.
-LookupStore::Effort effortOf(Area const& area, Area const& indexed) {
-  return {.spared = maxCellCount(area), .price = maxCellCount(indexed)};
+/// The cost of an index over `indexed` that saves a walk over `area`.
+LookupCost costOf(Area const& area, Area const& indexed) {
+  return {.saved = maxCellCount(area), .build = maxCellCount(indexed)};
 }
 
-/// The same for an index that is made in parts.
-LookupStore::Effort sharedEffortOf(Area const& area, Area const& indexed) {
-  LookupStore::Effort effort = effortOf(area, indexed);
-  effort.isShared = effort.price >= cellsToShare;
-  return effort;
+/// The same for an index that is built in parts.
+LookupCost sharedCostOf(Area const& area, Area const& indexed) {
+  LookupCost cost = costOf(area, indexed);
+  cost.isShared = cost.build >= cellsToShare;
+  return cost;
 }
 
 ClassesOfArea partOf(CellClasses const& classes, Area const& area, Area const& indexed) noexcept {
@@ -60,201 +57,193 @@ bool isOrder(Operator op) noexcept { return op != Operator::Equal && op != Opera
 
 }  // namespace
 
-template <class Make>
-LookupSession::Known* LookupSession::obtain(LookupKey const& key, LookupStore::Effort effort,
-                                            Make const& make) {
-  auto const known = std::ranges::find_if(
-      _known, [&](Known const& candidate) { return candidate.index && candidate.key == key; });
-  if (known != _known.end()) {
-    return &*known;
+template <class Index, class Use>
+auto LookupSession::Recent<Index, Use>::find(typename Index::Key const& key) noexcept -> Entry* {
+  auto const found = std::ranges::find_if(
+      _entries, [&](Entry const& entry) { return entry.index != nullptr && entry.key == key; });
+  return found == _entries.end() ? nullptr : &*found;
+}
+
+template <class Index, class Use>
+template <class Build>
+auto LookupSession::Recent<Index, Use>::getOrCreate(LookupStore& store,
+                                                    typename Index::Key const& key, LookupCost cost,
+                                                    Build const& build) -> Entry* {
+  if (Entry* const known = find(key)) {
+    return known;
   }
-  LookupIndex const* const index = _store->obtain(key, effort, std::cref(make));
-  return index == nullptr ? nullptr : remember(key, index);
+  Index const* const index = store.map<Index>().getOrCreate(key, cost, std::cref(build));
+  if (index == nullptr) {
+    return nullptr;
+  }
+  Entry& entry = _entries[_next];
+  _next = (_next + 1) % capacity;
+  entry = {.key = key, .index = index, .use = {}};
+  return &entry;
 }
 
-LookupSession::Known* LookupSession::remember(LookupKey const& key, LookupIndex const* index) {
-  Known& known = _known[_nextKnown];
-  _nextKnown = (_nextKnown + 1) % knownCount;
-  known = Known();
-  known.key = key;
-  known.index = index;
-  return &known;
-}
-
-LookupSession::Known* LookupSession::obtainClasses(Area const& area, LookupKind kind,
-                                                   OfficeUtils::LocaleContext const& locale) {
+LookupSession::RecentValues::Entry* LookupSession::findClasses(
+    Area const& area, Equality equality, OfficeUtils::LocaleContext const& locale) {
   if (!isIndexed(area)) {
     return nullptr;
   }
   Area const indexed = indexedArea(area);
-  LookupKey const key(kind, indexed);
-  Known* const known = obtain(key, sharedEffortOf(area, indexed), [&](SharedWork& work) {
-    return std::make_unique<EqualValues const>(indexed, kind, locale, work);
-  });
-  if (known != nullptr && known->lastArea != TableArea(area)) {
-    known->lastArea = TableArea(area);
-    known->lastClasses = partOf(static_cast<EqualValues const&>(*known->index), area, indexed);
+  auto const build = [&](SharedWork& work) {
+    return std::make_unique<EqualValues const>(indexed, equality, locale, work);
+  };
+  auto* const entry = _values.getOrCreate(*_store, {TableArea(indexed), equality},
+                                          sharedCostOf(area, indexed), build);
+  if (entry != nullptr && entry->use.lastArea != TableArea(area)) {
+    entry->use.lastArea = TableArea(area);
+    entry->use.lastClasses = partOf(*entry->index, area, indexed);
   }
-  return known;
+  return entry;
 }
 
-OrderedValues const* LookupSession::obtainOrder(Area const& area) {
+OrderedValues const* LookupSession::findOrder(Area const& area) {
   if (!isIndexed(area)) {
     return nullptr;
   }
-  Known const* const known =
-      obtain(LookupKey(LookupKind::Order, area), effortOf(area, area),
-             [&](SharedWork& /*work*/) { return std::make_unique<OrderedValues const>(area); });
-  return known == nullptr ? nullptr : static_cast<OrderedValues const*>(known->index);
+  auto const build = [&](SharedWork& /*work*/) {
+    return std::make_unique<OrderedValues const>(area);
+  };
+  auto const* const entry =
+      _orders.getOrCreate(*_store, TableArea(area), costOf(area, area), build);
+  return entry == nullptr ? nullptr : entry->index;
 }
 
-std::optional<std::uint64_t> LookupSession::count(Condition const& condition,
+std::optional<std::uint64_t> LookupSession::count(RangeCriterion const& rangeCriterion,
                                                   OfficeUtils::LocaleContext const& locale) {
-  Area const& area = condition.area;
-  Criterion const& criterion = condition.criterion;
+  auto const& [area, criterion] = rangeCriterion;
   if (criterion.isPattern() || !isIndexed(area)) {
     return std::nullopt;
   }
   if (isOrder(criterion.op())) {
-    OrderedValues const* const values = obtainOrder(area);
+    OrderedValues const* const values = findOrder(area);
     return values == nullptr ? std::nullopt
                              : std::optional(values->count(criterion.op(), criterion.operand()));
   }
-  Known* const known = obtainClasses(area, LookupKind::CriterionClasses, locale);
-  if (known == nullptr) {
+  auto* const entry = findClasses(area, Equality::Criterion, locale);
+  if (entry == nullptr) {
     return std::nullopt;
   }
-  ClassesOfArea const& classes = known->lastClasses;
+  ClassesOfArea const& classes = entry->use.lastClasses;
   std::uint64_t const values = classes.endCell - classes.firstCell;
   std::uint64_t const empties = criterion.matchesEmpty() ? area.size() - values : 0;
-  auto const number =
-      static_cast<EqualValues const&>(*known->index).find(criterion.operand(), known->lastCell);
-  std::uint64_t const equal =
-      number && !criterion.asksForEmptyCells() ? classes.countOf(*number) : 0;
+  auto const found = entry->index->find(criterion.operand(), entry->use.lastCell);
+  std::uint64_t const equal = found && !criterion.asksForEmptyCells() ? classes.countOf(*found) : 0;
   return empties + (criterion.op() == Operator::Equal ? equal : values - equal);
 }
 
 std::optional<MatchingCells> LookupSession::findMatching(
-    std::span<Condition const* const> conditions, OfficeUtils::LocaleContext const& locale) {
-  if (conditions.empty() || conditions.size() >= Few<TableArea>::capacity) {
+    std::span<RangeCriterion const* const> criteria, OfficeUtils::LocaleContext const& locale) {
+  if (criteria.empty() || criteria.size() >= TableAreas::capacity) {
     return std::nullopt;
   }
-  if (conditions.size() > 1) {
-    return findTuple(conditions, locale);
+  if (criteria.size() > 1) {
+    return findTuples(criteria, locale);
   }
-  auto const& [area, criterion] = *conditions.front();
-  Known* const known = obtainClasses(area, LookupKind::CriterionClasses, locale);
-  if (known == nullptr) {
+  auto const& [area, criterion] = *criteria.front();
+  auto* const entry = findClasses(area, Equality::Criterion, locale);
+  if (entry == nullptr) {
     return std::nullopt;
   }
   MatchingCells matching;
-  matching.area = known->lastClasses;
+  matching.area = entry->use.lastClasses;
   matching.width = area.width();
-  matching.number =
-      static_cast<EqualValues const&>(*known->index).find(criterion.operand(), known->lastCell);
+  matching.classIndex = entry->index->find(criterion.operand(), entry->use.lastCell);
   matching.areas.push_back(TableArea(area));
   return matching;
 }
 
-std::optional<MatchingCells> LookupSession::findTuple(std::span<Condition const* const> conditions,
-                                                      OfficeUtils::LocaleContext const& locale) {
+std::optional<MatchingCells> LookupSession::findTuples(
+    std::span<RangeCriterion const* const> criteria, OfficeUtils::LocaleContext const& locale) {
   MatchingCells matching;
-  Few<ClassesOfArea> parts;
-  Few<std::uint32_t> numbers;
-  for (Condition const* const condition : conditions) {
-    Known* const known = obtainClasses(condition->area, LookupKind::CriterionClasses, locale);
-    if (known == nullptr) {
+  InlineList<ClassesOfArea> parts;
+  InlineList<std::uint32_t> tuple;
+  for (RangeCriterion const* const criterion : criteria) {
+    auto* const entry = findClasses(criterion->area, Equality::Criterion, locale);
+    if (entry == nullptr) {
       return std::nullopt;
     }
-    auto const number = static_cast<EqualValues const&>(*known->index)
-                            .find(condition->criterion.operand(), known->lastCell);
-    if (number) {
-      numbers.push_back(*number);
+    auto const found = entry->index->find(criterion->criterion.operand(), entry->use.lastCell);
+    if (found) {
+      tuple.push_back(*found);
     }
-    parts.push_back(known->lastClasses);
-    matching.areas.push_back(TableArea(condition->area));
+    parts.push_back(entry->use.lastClasses);
+    matching.areas.push_back(TableArea(criterion->area));
   }
+  Area const& area = criteria.front()->area;
   matching.area = parts.front();
-  matching.width = conditions.front()->area.width();
-  if (numbers.size() != parts.size()) {
+  matching.width = area.width();
+  if (tuple.size() != parts.size()) {
     return matching;
   }
-  Area const& area = conditions.front()->area;
-  Known const* const known =
-      obtain(LookupKey(LookupKind::TupleClasses, matching.areas), effortOf(area, area),
-             [&](SharedWork& /*work*/) { return std::make_unique<EqualTuples const>(parts); });
-  if (known == nullptr) {
+  auto const build = [&](SharedWork& /*work*/) {
+    return std::make_unique<EqualTuples const>(parts);
+  };
+  auto const* const entry = _tuples.getOrCreate(*_store, matching.areas, costOf(area, area), build);
+  if (entry == nullptr) {
     return std::nullopt;
   }
-  auto const& tuples = static_cast<EqualTuples const&>(*known->index);
-  matching.area = {.classes = &tuples, .endCell = tuples.size()};
-  matching.number = tuples.find(numbers);
+  matching.area = {.classes = entry->index, .endCell = entry->index->size()};
+  matching.classIndex = entry->index->find(tuple);
   return matching;
 }
 
-Gathered const* LookupSession::findTotals(MatchingCells const& matching, Area const& values) {
-  if (!matching.number) {
+Aggregate const* LookupSession::findAggregate(MatchingCells const& matching, Area const& values) {
+  if (!matching.classIndex) {
     return nullptr;
   }
-  LookupKey key(LookupKind::Totals, matching.areas);
-  key.areas.push_back(TableArea(values));
-  Known const* const known = obtain(key, effortOf(values, values), [&](SharedWork& /*work*/) {
-    return std::make_unique<ClassTotals const>(matching.area, matching.width, values);
-  });
-  return known == nullptr ? nullptr
-                          : static_cast<ClassTotals const&>(*known->index).find(*matching.number);
+  ClassAggregates::Key key = matching.areas;
+  key.push_back(TableArea(values));
+  auto const build = [&](SharedWork& /*work*/) {
+    return std::make_unique<ClassAggregates const>(matching.area, matching.width, values);
+  };
+  auto const* const entry = _aggregates.getOrCreate(*_store, key, costOf(values, values), build);
+  return entry == nullptr ? nullptr : entry->index->find(*matching.classIndex);
 }
 
 std::optional<std::optional<std::uint32_t>> LookupSession::findEqual(
     Area const& line, Value const& key, bool isBackwards,
     OfficeUtils::LocaleContext const& locale) {
-  Known* const known = obtainClasses(line, LookupKind::ValueClasses, locale);
-  if (known == nullptr) {
+  auto* const entry = findClasses(line, Equality::Search, locale);
+  if (entry == nullptr) {
     return std::nullopt;
   }
-  auto const number = static_cast<EqualValues const&>(*known->index).find(key, known->lastCell);
-  auto const members =
-      number ? known->lastClasses.membersOf(*number) : std::span<std::uint32_t const>();
+  ClassesOfArea const& classes = entry->use.lastClasses;
+  auto const found = entry->index->find(key, entry->use.lastCell);
+  auto const members = found ? classes.membersOf(*found) : std::span<std::uint32_t const>();
   if (members.empty()) {
     return std::optional<std::optional<std::uint32_t>>(std::in_place);
   }
-  return known->lastClasses.positionOf(isBackwards ? members.back() : members.front());
+  return classes.positionOf(isBackwards ? members.back() : members.front());
 }
 
-std::optional<Standing> LookupSession::findStanding(Area const& area, double number) {
-  OrderedValues const* const values = obtainOrder(area);
-  return values == nullptr ? std::nullopt : values->findStanding(number);
+std::optional<RankCounts> LookupSession::countAround(Area const& area, double number) {
+  OrderedValues const* const values = findOrder(area);
+  return values == nullptr ? std::nullopt : values->countAround(number);
 }
 
-std::optional<Value> LookupSession::obtainResult(std::uint16_t function,
+std::optional<Value> LookupSession::getOrCompute(std::uint16_t function,
                                                  std::span<Value const> arguments,
-                                                 std::function<Value()> const& calculate) {
-  LookupKey key;
-  key.kind = LookupKind::CallResult;
-  key.function = function;
+                                                 std::function<Value()> const& compute) {
+  CallKey key{.function = function, .arguments = {}};
   bool pays = false;
   for (Value const& argument : arguments) {
-    if (argument.isNumber()) {
-      key.areas.push_back(TableArea::ofNumber(argument.asNumber()));
-    } else {
-      key.areas.push_back(TableArea(argument.asArea()));
-      pays = pays || isIndexed(argument.asArea());
-    }
+    key.arguments.push_back(CallArgument(argument));
+    pays = pays || (argument.isReference() && isIndexed(argument.asArea()));
   }
   if (!pays) {
     return std::nullopt;
   }
-  // It costs no more to calculate it for all than for one.
-  auto const make = [&](SharedWork& /*work*/) -> std::unique_ptr<LookupIndex const> {
-    Value const value = calculate();
-    if (!value.isSingle()) {
-      return nullptr;
-    }
-    return std::make_unique<CallResult const>(value);
+  auto const build = [&](SharedWork& /*work*/) -> std::unique_ptr<CallResult const> {
+    Value const value = compute();
+    return value.isSingle() ? std::make_unique<CallResult const>(value) : nullptr;
   };
-  Known const* const known = obtain(key, {}, make);
-  return known == nullptr ? std::nullopt
-                          : std::optional(static_cast<CallResult const&>(*known->index).value());
+  // No cost: to compute it for all costs no more than to compute it for one.
+  auto const* const entry = _results.getOrCreate(*_store, key, LookupCost{}, build);
+  return entry == nullptr ? std::nullopt : std::optional(entry->index->value());
 }
 
 }  // namespace Zorv::Formulas

@@ -7,36 +7,36 @@
 #include <optional>
 #include <span>
 
-#include "Formulas/Evaluation/Area.h"
-#include "Formulas/Evaluation/Criterion.h"
-#include "Formulas/Evaluation/Value.h"
-#include "Formulas/Lookups/EqualTuples.h"
-#include "Formulas/Lookups/Gathered.h"
-#include "Formulas/Lookups/LookupKey.h"
 #include "Formulas/Lookups/LookupStore.h"
-#include "Formulas/Lookups/OrderedValues.h"
+#include "Formulas/Values/Area.h"
+#include "Formulas/Values/Criterion.h"
+#include "Formulas/Values/Value.h"
 #include "OfficeUtils/LocaleContext.h"
 
 namespace Zorv::Formulas {
 
-/// An area of which each cell must fulfil a criterion.
-struct Condition {
+/// A range and the criterion that each of its cells has to fulfil: one pair of arguments of
+/// COUNTIFS.
+struct RangeCriterion {
   Area area;
   Criterion criterion;
 };
 
-/// Cells that fulfil conditions, told by an index.
+/// The cells that fulfil criteria, found in an index.
 struct MatchingCells {
   ClassesOfArea area;
-  std::uint32_t width = 1;              ///< of the area
-  std::optional<std::uint32_t> number;  ///< their class; nothing where there are none
-  Few<TableArea> areas;                 ///< those of the conditions
+  std::uint32_t width = 1;                  ///< of the area
+  std::optional<std::uint32_t> classIndex;  ///< of the cells; nothing where no cell matches
+  TableAreas areas;                         ///< of the criteria
 
-  [[nodiscard]] std::size_t count() const noexcept { return number ? area.countOf(*number) : 0; }
-  [[nodiscard]] std::span<std::uint32_t const> cells() const noexcept {
-    return number ? area.membersOf(*number) : std::span<std::uint32_t const>();
+  [[nodiscard]] std::size_t count() const noexcept {
+    return classIndex ? area.countOf(*classIndex) : 0;
   }
-  /// Visits them row by row: `visit(row, column)`, counted from the area's first cell; false stops.
+  [[nodiscard]] std::span<std::uint32_t const> cells() const noexcept {
+    return classIndex ? area.membersOf(*classIndex) : std::span<std::uint32_t const>();
+  }
+  /// Visits the cells row by row: `visit(row, column)`, counted from the area's first cell. Stops
+  /// when `visit` returns false.
   template <class Visit>
   void forEach(Visit&& visit) const {
     for (std::uint32_t const cell : cells()) {
@@ -48,72 +48,96 @@ struct MatchingCells {
   }
 };
 
-/// One thread's way to the indexes of a store, which must outlive it.
+/// One thread's access to the indexes of a store.
 ///
 /// Each operation answers exactly what a walk over the cells would give, or nothing where that walk
 /// has to be done: for small areas, for patterns, and as long as an index does not pay. The thread
-/// may make an index meanwhile, or help another one to.
+/// may build an index meanwhile, or help another one to. Ownership: borrows the store, which must
+/// outlive it. Threads: for one thread.
 class LookupSession {
 public:
   explicit LookupSession(LookupStore& store) noexcept : _store(&store) {}
 
   /// How many positions of an area fulfil a criterion, those without a cell included.
-  [[nodiscard]] std::optional<std::uint64_t> count(Condition const& condition,
+  [[nodiscard]] std::optional<std::uint64_t> count(RangeCriterion const& criterion,
                                                    OfficeUtils::LocaleContext const& locale);
 
-  /// The cells that fulfil several conditions, each of which requires an equal value (see
+  /// The cells that fulfil several criteria, each of which requires an equal value (see
   /// Criterion::isEquality()), over areas of one size.
   [[nodiscard]] std::optional<MatchingCells> findMatching(
-      std::span<Condition const* const> conditions, OfficeUtils::LocaleContext const& locale);
+      std::span<RangeCriterion const* const> criteria, OfficeUtils::LocaleContext const& locale);
 
-  /// What is gathered from the counterparts of matching cells in an area that is not larger.
-  [[nodiscard]] Gathered const* findTotals(MatchingCells const& matching, Area const& values);
+  /// The aggregate of the counterparts of matching cells, in an area that is not larger; null where
+  /// a walk has to be done.
+  [[nodiscard]] Aggregate const* findAggregate(MatchingCells const& matching, Area const& values);
 
-  /// Where an area of one row or one column holds the first value equal to a key, or the last one;
-  /// nothing in the inner optional where there is none. The key is neither empty nor an error.
+  /// The position of the first value, or the last one, in an area of one row or one column that
+  /// equals a key; nothing in the inner optional where there is none. Requires a key that is
+  /// neither empty nor an error.
   [[nodiscard]] std::optional<std::optional<std::uint32_t>> findEqual(
       Area const& line, Value const& key, bool isBackwards,
       OfficeUtils::LocaleContext const& locale);
 
-  /// Where a number stands among those of an area that holds no error.
-  [[nodiscard]] std::optional<Standing> findStanding(Area const& area, double number);
+  /// Counts the numbers of an area around a number; nothing, too, for an area that holds an error.
+  [[nodiscard]] std::optional<RankCounts> countAround(Area const& area, double number);
 
-  /// What a function gives for arguments that are areas and numbers, calculated by `calculate()`
-  /// once for all that ask. Nothing where that does not pay, as it does not for small areas alone,
-  /// and where the value is not a single one: then the caller calculates. The value lasts as long
-  /// as the store.
-  [[nodiscard]] std::optional<Value> obtainResult(std::uint16_t function,
+  /// The result of a call whose arguments are areas and numbers, computed by `compute()` once for
+  /// all threads. Nothing where that does not pay, as for small areas, and where the result is no
+  /// single value: then the caller computes it. The value lasts as long as the store.
+  [[nodiscard]] std::optional<Value> getOrCompute(std::uint16_t function,
                                                   std::span<Value const> arguments,
-                                                  std::function<Value()> const& calculate);
+                                                  std::function<Value()> const& compute);
 
 private:
-  /// An index that was found before, and where its classes were asked for last.
-  struct Known {
-    LookupKey key;
-    LookupIndex const* index = nullptr;
+  /// The use of the classes of an area so far.
+  struct ClassesUse {
     std::uint32_t lastCell = 0;
     TableArea lastArea;
     ClassesOfArea lastClasses;
   };
+  struct NoUse {};
 
-  /// The index of a key; null where there is none. The result is overwritten some calls later.
-  template <class Make>
-  [[nodiscard]] Known* obtain(LookupKey const& key, LookupStore::Effort effort, Make const& make);
-  /// The values of an area in their order; null where there is no such index.
-  [[nodiscard]] OrderedValues const* obtainOrder(Area const& area);
-  [[nodiscard]] Known* remember(LookupKey const& key, LookupIndex const* index);
+  /// The indexes of one type that this thread asked for last, so that it need not lock the store.
+  template <class Index, class Use = NoUse>
+  class Recent {
+  public:
+    struct Entry {
+      typename Index::Key key;
+      Index const* index = nullptr;
+      Use use;
+    };
 
-  /// The classes of the values in an area, beside the index that has them.
-  [[nodiscard]] Known* obtainClasses(Area const& area, LookupKind kind,
-                                     OfficeUtils::LocaleContext const& locale);
-  [[nodiscard]] std::optional<MatchingCells> findTuple(std::span<Condition const* const> conditions,
-                                                       OfficeUtils::LocaleContext const& locale);
+    /// The entry of a key, made if the store has the index, or null. The entry is overwritten
+    /// `capacity` calls later at the earliest.
+    template <class Build>
+    [[nodiscard]] Entry* getOrCreate(LookupStore& store, typename Index::Key const& key,
+                                     LookupCost cost, Build const& build);
 
-  static constexpr std::size_t knownCount = 16;
+  private:
+    static constexpr std::size_t capacity = 16;
+
+    [[nodiscard]] Entry* find(typename Index::Key const& key) noexcept;
+
+    std::array<Entry, capacity> _entries;
+    std::size_t _next = 0;
+  };
+
+  using RecentValues = Recent<EqualValues, ClassesUse>;
+
+  /// The classes of the values in an area, as last used; null where a walk has to be done.
+  [[nodiscard]] RecentValues::Entry* findClasses(Area const& area, Equality equality,
+                                                 OfficeUtils::LocaleContext const& locale);
+  /// The sorted values of an area; null where a walk has to be done.
+  [[nodiscard]] OrderedValues const* findOrder(Area const& area);
+  [[nodiscard]] std::optional<MatchingCells> findTuples(
+      std::span<RangeCriterion const* const> criteria, OfficeUtils::LocaleContext const& locale);
 
   LookupStore* _store;
-  std::array<Known, knownCount> _known;
-  std::size_t _nextKnown = 0;
+  RecentValues _values;
+  Recent<EqualTuples> _tuples;
+  Recent<OrderedValues> _orders;
+  Recent<ClassAggregates> _aggregates;
+  Recent<CallResult> _results;
 };
 
 }  // namespace Zorv::Formulas

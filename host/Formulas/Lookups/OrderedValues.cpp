@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "Formulas/Evaluation/Cells.h"
-#include "Formulas/Evaluation/Texts.h"
+#include "Formulas/Text/Texts.h"
+#include "Formulas/Values/Cells.h"
 
 namespace Zorv::Formulas {
 
@@ -60,19 +60,15 @@ std::uint64_t OrderedValues::count(Operator op, Value const& operand) const noex
   }
 }
 
-std::optional<Standing> OrderedValues::findStanding(double number) const noexcept {
+std::optional<RankCounts> OrderedValues::countAround(double number) const noexcept {
   if (_hasErrors) {
     return std::nullopt;
   }
   auto const first = std::ranges::lower_bound(_numbers, number);
   auto const end = std::ranges::upper_bound(_numbers, number);
-  return Standing{.below = static_cast<std::uint64_t>(first - _numbers.begin()),
-                  .equal = static_cast<std::uint64_t>(end - first),
-                  .above = static_cast<std::uint64_t>(_numbers.end() - end)};
-}
-
-std::size_t OrderedValues::memory() const noexcept {
-  return memoryOf(_numbers) + memoryOf(_texts) + memoryOf(_truths);
+  return RankCounts{.below = static_cast<std::uint64_t>(first - _numbers.begin()),
+                    .equal = static_cast<std::uint64_t>(end - first),
+                    .above = static_cast<std::uint64_t>(_numbers.end() - end)};
 }
 
 }  // namespace Zorv::Formulas

@@ -7,34 +7,43 @@
 #include <vector>
 
 #include "DOM/FormulaSyntaxTree/Node.h"
-#include "Formulas/Evaluation/Area.h"
-#include "Formulas/Evaluation/Value.h"
-#include "Formulas/Lookups/LookupIndex.h"
+#include "Formulas/Lookups/Memory.h"
+#include "Formulas/Lookups/TableArea.h"
+#include "Formulas/Values/Area.h"
+#include "Formulas/Values/Value.h"
 
 namespace Zorv::Formulas {
 
-/// How many numbers are below a number, how many equal it, and how many are above.
-struct Standing {
+/// How many numbers are below a number, equal to it, and above it.
+struct RankCounts {
   std::uint64_t below = 0;
   std::uint64_t equal = 0;
   std::uint64_t above = 0;
 };
 
-/// The numbers and the texts of an area in their order, to tell how many are above or below one.
-class OrderedValues final : public LookupIndex {
+/// Order-statistic index of an area: its values sorted by kind. Borrows the texts. Immutable.
+class OrderedValues {
 public:
-  explicit OrderedValues(Area const& area);
+  using Key = TableArea;
 
-  /// How many values of an operand's kind stand to it as an operator says: Less, LessOrEqual,
+  /// Takes n log n for n cells.
+  explicit OrderedValues(Area const& area);
+  OrderedValues(OrderedValues const&) = delete;
+  OrderedValues& operator=(OrderedValues const&) = delete;
+  ~OrderedValues() = default;
+
+  /// How many values of an operand's kind compare to it as an operator says: Less, LessOrEqual,
   /// Greater or GreaterOrEqual. Logarithmic.
   [[nodiscard]] std::uint64_t count(DOM::FormulaSyntaxTree::Operator op,
                                     Value const& operand) const noexcept;
 
-  /// Where a number stands among the numbers; nothing where the area holds an error, too.
-  /// Logarithmic.
-  [[nodiscard]] std::optional<Standing> findStanding(double number) const noexcept;
+  /// Counts the numbers around a number; nothing where the area holds an error. Logarithmic.
+  [[nodiscard]] std::optional<RankCounts> countAround(double number) const noexcept;
 
-  [[nodiscard]] std::size_t memory() const noexcept override;
+  /// The bytes that it takes.
+  [[nodiscard]] std::size_t memory() const noexcept {
+    return memoryOf(_numbers) + memoryOf(_texts) + memoryOf(_truths);
+  }
 
 private:
   std::vector<double> _numbers;

@@ -13,7 +13,7 @@ void SharedWork::run(std::size_t partCount, DoPart const& doPart) {
   while (_next < _partCount) {
     doNext(lock);
   }
-  _changed.wait(lock, [this] { return _partsInHand == 0; });
+  _changed.wait(lock, [this] { return _runningParts == 0; });
   if (std::exception_ptr const failure = std::exchange(_failure, nullptr)) {
     std::rethrow_exception(failure);
   }
@@ -38,7 +38,7 @@ void SharedWork::close() {
 
 void SharedWork::doNext(std::unique_lock<std::mutex>& lock) {
   std::size_t const part = _next++;
-  ++_partsInHand;
+  ++_runningParts;
   lock.unlock();
   std::exception_ptr failure;
   try {
@@ -47,12 +47,12 @@ void SharedWork::doNext(std::unique_lock<std::mutex>& lock) {
     failure = std::current_exception();
   }
   lock.lock();
-  --_partsInHand;
+  --_runningParts;
   if (failure) {
     _failure = _failure ? _failure : failure;
     _next = _partCount;
   }
-  if (_partsInHand == 0) {
+  if (_runningParts == 0) {
     _changed.notify_all();
   }
 }

@@ -2,34 +2,32 @@
 
 #include <fmt/format.h>
 
-#include "Formulas/Functions/FunctionRegistry.h"
-#include "Formulas/ParseExpr.h"
+#include "Formulas/FormulaParseError.h"
 #include "Formulas/Parsing/Parser.h"
 
 namespace Zorv::Formulas {
 
 Subtree Parser::parseCall(Token const& name) {
   _lexer.take();
-  std::string const plain = toPlainFunctionName(name.text);
+  auto const function = _functions.find(name.text);
+  bool const bindsNames = function && _functions.at(*function).traits.bindsNames;
   std::size_t const outerNames = _localNames.size();
-  bool const givesNames = plain == "LET" || plain == "LAMBDA";
-  std::vector<Subtree> const arguments = givesNames ? parseArgumentsWithNames() : parseArguments();
+  std::vector<Subtree> const arguments = bindsNames ? parseArgumentsWithNames() : parseArguments();
   _localNames.shrinkTo(outerNames);
-  return checkDepth(parseCallOf(name, arguments));
+  return checkDepth(addCall(name, function, arguments));
 }
 
-Subtree Parser::parseCallOf(Token const& name, std::vector<Subtree> const& arguments) {
-  FunctionRegistry const& registry = FunctionRegistry::get();
-  auto const number = registry.find(name.text);
-  if (!number) {
+Subtree Parser::addCall(Token const& name, std::optional<std::uint16_t> function,
+                        std::vector<Subtree> const& arguments) {
+  if (!function || _functions.at(*function).calculate == nullptr) {
     return _builder.addUnknownFunction(toPlainFunctionName(name.text), arguments);
   }
-  FunctionEntry const& entry = registry.at(*number);
+  FunctionEntry const& entry = _functions.at(*function);
   if (!entry.signature.accepts(arguments.size())) {
     throw FormulaParseError(
         fmt::format("{} does not take {} arguments", entry.name, arguments.size()), name.position);
   }
-  return _builder.addFunction(*number, std::string(entry.name), arguments);
+  return _builder.addFunction(*function, std::string(entry.name), arguments);
 }
 
 Subtree Parser::parseArgument() {
@@ -52,8 +50,8 @@ std::vector<Subtree> Parser::parseArguments() {
   return arguments;
 }
 
-/// In LET a name stands before each value but the last one; a name holds from its value on. The
-/// names of LAMBDA stand one after the other.
+/// LET takes pairs of a name and a value, then the result; a name can be used behind its value.
+/// LAMBDA takes names one after the other, then the result.
 std::vector<Subtree> Parser::parseArgumentsWithNames() {
   std::vector<Subtree> arguments;
   std::string_view pendingName;

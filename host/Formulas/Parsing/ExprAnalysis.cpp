@@ -4,8 +4,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "Formulas/Functions/FunctionRegistry.h"
-
 namespace Zorv::Formulas {
 
 namespace {
@@ -18,14 +16,14 @@ using DOM::FormulaSyntaxTree::NodeKind;
 using DOM::FormulaSyntaxTree::noIndex;
 using DOM::FormulaSyntaxTree::StructuredReference;
 
-/// What the parent of a node does with its value.
+/// How the parent of a node uses its value.
 enum class Use : std::uint8_t {
   Single,     ///< takes one value out of a range, by position
   Whole,      ///< takes a range as it is
   ByElement,  ///< evaluates everything element by element
 };
 
-/// What is known of one node, and of what is below it.
+/// Facts about a node and its subtree.
 struct NodeFacts {
   Use use = Use::Whole;
   bool varies = false;      ///< its value may be another for another cell, or the next time
@@ -35,7 +33,8 @@ struct NodeFacts {
 class Analyser {
 public:
   /// Walks from the root to the leaves, since what becomes of a range is its parent's affair.
-  explicit Analyser(ExprParts const& parts) : _parts(&parts), _facts(parts.nodes.size()) {
+  Analyser(ExprParts const& parts, FunctionTable const& functions)
+      : _parts(&parts), _functions(&functions), _facts(parts.nodes.size()) {
     for (std::size_t i = _parts->nodes.size(); i-- > 0;) {
       inspect(_parts->nodes[i], _facts[i]);
       passUseOn(_parts->nodes[i], _facts[i].use);
@@ -48,7 +47,7 @@ public:
   [[nodiscard]] std::vector<NodeFacts> collectFacts() const {
     std::vector<NodeFacts> facts = _facts;
     for (std::size_t i = 0; i < facts.size(); ++i) {
-      forEachArgument(_parts->nodes[i], [&](std::uint32_t /*number*/, std::uint32_t argument) {
+      forEachArgument(_parts->nodes[i], [&](std::uint32_t /*index*/, std::uint32_t argument) {
         facts[i].varies = facts[i].varies || facts[argument].varies;
         facts[i].readsRange = facts[i].readsRange || facts[argument].readsRange;
       });
@@ -59,8 +58,8 @@ public:
   template <class Visit>
   void forEachArgument(Node const& node, Visit const& visit) const {
     std::uint32_t argument = node.firstArgument;
-    for (std::uint32_t number = 0; number < node.argumentCount; ++number) {
-      visit(number, argument);
+    for (std::uint32_t index = 0; index < node.argumentCount; ++index) {
+      visit(index, argument);
       argument = _parts->nodes[argument].next;
     }
   }
@@ -116,7 +115,7 @@ private:
   void inspectOperator(Node const& node, NodeFacts& facts) {
     using DOM::FormulaSyntaxTree::Operator;
     if (isReferenceOperator(node.op)) {
-      // Which cells lie between two references is told to whoever evaluates, each time.
+      // The cells between two references are a dependency that each evaluation reports.
       facts.varies = node.op == Operator::Range;
       noteRange(facts);
     } else if (node.op == Operator::Single) {
@@ -125,7 +124,7 @@ private:
   }
 
   void inspectFunction(Node const& node, NodeFacts& facts) {
-    FunctionTraits const& traits = FunctionRegistry::get().at(node.function).traits;
+    FunctionTraits const& traits = _functions->at(node.function).traits;
     if (traits.isVolatile) {
       _traits.callsVolatileFunctions = true;
       facts.varies = true;
@@ -150,17 +149,17 @@ private:
   }
 
   void passUseOn(Node const& node, Use use) {
-    forEachArgument(node, [&](std::uint32_t number, std::uint32_t argument) {
-      _facts[argument].use = useOfArgument(node, number, use);
+    forEachArgument(node, [&](std::uint32_t index, std::uint32_t argument) {
+      _facts[argument].use = useOfArgument(node, index, use);
     });
   }
 
-  static Use useOfArgument(Node const& node, std::uint32_t index, Use use) {
+  [[nodiscard]] Use useOfArgument(Node const& node, std::uint32_t index, Use use) const {
     if (isReferenceOperator(node.op)) {
       return Use::Whole;
     }
     if (node.kind == NodeKind::Function) {
-      Parameter const parameter = FunctionRegistry::get().at(node.function).signature.at(index);
+      Parameter const parameter = _functions->at(node.function).signature.at(index);
       if (parameter == Parameter::Array) {
         return Use::ByElement;
       }
@@ -172,16 +171,19 @@ private:
   }
 
   ExprParts const* _parts;
+  FunctionTable const* _functions;
   std::vector<NodeFacts> _facts;  ///< by node, each without what is below it
   ExprTraits _traits;
 };
 
 }  // namespace
 
-ExprTraits analyse(ExprParts const& parts) { return Analyser(parts).traits(); }
+ExprTraits analyse(ExprParts const& parts, FunctionTable const& functions) {
+  return Analyser(parts, functions).traits();
+}
 
-std::vector<InnerCall> findInvariantCalls(ExprParts const& parts) {
-  Analyser const analyser(parts);
+std::vector<InnerCall> findInvariantCalls(ExprParts const& parts, FunctionTable const& functions) {
+  Analyser const analyser(parts, functions);
   std::vector<NodeFacts> const facts = analyser.collectFacts();
   std::vector<InnerCall> calls;
   std::vector<bool> isInside(parts.nodes.size());  // of a call that was found
@@ -193,7 +195,7 @@ std::vector<InnerCall> findInvariantCalls(ExprParts const& parts) {
       calls.push_back({static_cast<std::uint32_t>(i), facts[i].use == Use::ByElement});
     }
     if (isFound || isInside[i]) {
-      analyser.forEachArgument(node, [&](std::uint32_t /*number*/, std::uint32_t argument) {
+      analyser.forEachArgument(node, [&](std::uint32_t /*index*/, std::uint32_t argument) {
         isInside[argument] = true;
       });
     }

@@ -4,24 +4,24 @@
 #include <vector>
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
+#include "Formulas/Values/FunctionTable.h"
 
 namespace Zorv::Formulas {
 
-/// What is known of a formula without evaluating it. Where it cannot tell, the answer is yes.
+/// Traits of a formula, found without evaluating it. In doubt a trait is set.
 [[nodiscard]] DOM::FormulaSyntaxTree::ExprTraits analyse(
-    DOM::FormulaSyntaxTree::ExprParts const& parts);
+    DOM::FormulaSyntaxTree::ExprParts const& parts, FunctionTable const& functions);
 
 /// A function call within a formula.
 struct InnerCall {
   std::uint32_t node = 0;
-  bool isByElement = false;  ///< whether it is evaluated element by element
+  bool isByElement = false;  ///< it is evaluated element by element
 };
 
-/// The calls that read ranges and whose values are the same for every cell: without relative
-/// references, volatile functions, defined names, the names that LET gives, or anything that asks
-/// where the formula stands. Of calls within each other the outermost alone.
-/// Where it cannot tell, a call is left out.
+/// The calls that read ranges and have the same value for every cell: without relative references,
+/// volatile functions, defined names, names of LET, or anything that depends on the formula's own
+/// position. Of nested calls the outermost only. In doubt a call is left out.
 [[nodiscard]] std::vector<InnerCall> findInvariantCalls(
-    DOM::FormulaSyntaxTree::ExprParts const& parts);
+    DOM::FormulaSyntaxTree::ExprParts const& parts, FunctionTable const& functions);
 
 }  // namespace Zorv::Formulas

@@ -27,17 +27,17 @@ std::uint32_t store(Pool& pool, Entry&& entry) {
 }  // namespace
 
 Subtree ExprBuilder::add(Node node, std::span<Subtree const> arguments) {
-  auto const place = static_cast<std::uint32_t>(_parts.nodes.size());
+  auto const index = static_cast<std::uint32_t>(_parts.nodes.size());
   node.argumentCount = static_cast<std::uint32_t>(arguments.size());
   node.firstArgument = arguments.empty() ? DOM::FormulaSyntaxTree::noIndex : arguments.front().node;
   std::uint32_t depth = 0;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     bool const isLast = i + 1 == arguments.size();
-    _parts.nodes[arguments[i].node].next = isLast ? place : arguments[i + 1].node;
+    _parts.nodes[arguments[i].node].next = isLast ? index : arguments[i + 1].node;
     depth = std::max(depth, arguments[i].depth);
   }
   _parts.nodes.push_back(node);
-  return {place, depth + 1};
+  return {index, depth + 1};
 }
 
 Subtree ExprBuilder::addMissing() { return add({.kind = NodeKind::Missing}, {}); }
@@ -112,8 +112,8 @@ std::uint32_t ExprBuilder::storeText(std::string text) {
   return store(_parts.texts, std::move(text));
 }
 
-Expr ExprBuilder::finish() {
-  _parts.traits = analyse(_parts);
+Expr ExprBuilder::finish(FunctionTable const& functions) {
+  _parts.traits = analyse(_parts, functions);
   return Expr(std::move(_parts));
 }
 

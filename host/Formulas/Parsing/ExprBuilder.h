@@ -8,6 +8,7 @@
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
 #include "FormulaModel/FormulaValue.h"
+#include "Formulas/Values/FunctionTable.h"
 
 namespace Zorv::Formulas {
 
@@ -38,7 +39,7 @@ public:
   Subtree addFunction(std::uint16_t function, std::string name, std::span<Subtree const> arguments);
   Subtree addUnknownFunction(std::string name, std::span<Subtree const> arguments);
 
-  /// A text's place in the pool.
+  /// Adds a text to the pool; returns its index.
   std::uint32_t storeText(std::string text);
   std::uint32_t makeLocalSlot() noexcept { return _parts.localNameCount++; }
 
@@ -46,7 +47,7 @@ public:
     return _parts.nodes[tree.node];
   }
   /// The formula; the last subtree made is its root. Ends the use of the builder.
-  [[nodiscard]] DOM::FormulaSyntaxTree::Expr finish();
+  [[nodiscard]] DOM::FormulaSyntaxTree::Expr finish(FunctionTable const& functions);
 
 private:
   Subtree add(DOM::FormulaSyntaxTree::Node node, std::span<Subtree const> arguments);

@@ -4,8 +4,8 @@
 #include <array>
 
 #include "FormulaModel/FormulaValueAccess.h"
-#include "Formulas/ParseExpr.h"
-#include "Formulas/Parsing/Characters.h"
+#include "Formulas/FormulaParseError.h"
+#include "Formulas/Text/Characters.h"
 
 namespace Zorv::Formulas {
 
@@ -26,7 +26,7 @@ struct Sign {
   Operator op = Operator::None;
 };
 
-// The longer signs stand before their own beginnings.
+// A sign comes before its own prefix.
 constexpr std::array signs = {
     Sign{"<>", TokenKind::Operator, Operator::NotEqual},
     Sign{"<=", TokenKind::Operator, Operator::LessOrEqual},
@@ -102,7 +102,7 @@ Token Lexer::readLiteral(Token token) const {
     token.text = _text.substr(at, end - at);
     return token;
   };
-  if (isDigit(first) || (first == '.' && isDigit(second))) {
+  if (isAsciiDigit(first) || (first == '.' && isAsciiDigit(second))) {
     return finish(TokenKind::Number, findNumberEnd(at));
   }
   if (first == '"') {
@@ -114,7 +114,7 @@ Token Lexer::readLiteral(Token token) const {
   if (first == '[') {
     return finish(TokenKind::Bracketed, findBracketedEnd(at));
   }
-  if (first == '#' && isLetter(second)) {
+  if (first == '#' && isAsciiLetter(second)) {
     return finish(TokenKind::Error, findErrorEnd(at));
   }
   if (isIdentifierStart(first)) {
@@ -138,7 +138,7 @@ Token Lexer::readSign(Token token) const {
 
 std::size_t Lexer::findNumberEnd(std::size_t position) const noexcept {
   auto const skipDigits = [this](std::size_t at) {
-    while (at < _text.size() && isDigit(_text[at])) {
+    while (at < _text.size() && isAsciiDigit(_text[at])) {
       ++at;
     }
     return at;
@@ -147,7 +147,7 @@ std::size_t Lexer::findNumberEnd(std::size_t position) const noexcept {
   if (end < _text.size() && _text[end] == '.') {
     end = skipDigits(end + 1);
   }
-  if (end < _text.size() && toUpperAscii(_text[end]) == 'E') {
+  if (end < _text.size() && toAsciiUpper(_text[end]) == 'E') {
     std::size_t exponent = end + 1;
     if (exponent < _text.size() && (_text[exponent] == '+' || _text[exponent] == '-')) {
       ++exponent;
@@ -163,7 +163,7 @@ std::size_t Lexer::findQuotedEnd(std::size_t position, char quote) const {
     if (_text[at] != quote) {
       continue;
     }
-    // A doubled quote stands for one.
+    // A doubled quote means one.
     if (at + 1 < _text.size() && _text[at + 1] == quote) {
       ++at;
     } else {
@@ -193,7 +193,7 @@ std::size_t Lexer::findErrorEnd(std::size_t position) const {
   for (FormulaErrorCode const code : errorCodes) {
     std::string_view const text = FormulaModel::toText(code);
     if (rest.size() >= text.size() && std::ranges::equal(rest.substr(0, text.size()), text, {},
-                                                         [](char c) { return toUpperAscii(c); })) {
+                                                         [](char c) { return toAsciiUpper(c); })) {
       return position + text.size();
     }
   }

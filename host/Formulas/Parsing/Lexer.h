@@ -49,7 +49,7 @@ public:
 
   [[nodiscard]] Token const& peek() const noexcept { return _next; }
   [[nodiscard]] TokenKind peekKind() const noexcept { return _next.kind; }
-  /// Whether the next token is of a kind and follows without a space.
+  /// True where the next token is of a kind and follows without a space.
   [[nodiscard]] bool isAdjacent(TokenKind kind) const noexcept {
     return _next.kind == kind && !_next.followsSpace;
   }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Formulas/Parsing/Characters.h"
+#include "Formulas/Text/Characters.h"
 
 namespace Zorv::Formulas {
 
@@ -19,7 +19,7 @@ std::optional<std::uint32_t> LocalNames::find(std::string_view name) const {
 
 std::string LocalNames::toKey(std::string_view name) {
   constexpr std::string_view prefix = "_XLPM.";
-  std::string key = toUpperAscii(name);
+  std::string key = toAsciiUpper(name);
   if (key.starts_with(prefix)) {
     key.erase(0, prefix.size());
   }

@@ -7,9 +7,8 @@
 #include <fmt/format.h>
 
 #include "FormulaModel/FormulaValueAccess.h"
-#include "Formulas/Functions/FunctionRegistry.h"
-#include "Formulas/ParseExpr.h"
-#include "Formulas/Parsing/Characters.h"
+#include "Formulas/FormulaParseError.h"
+#include "Formulas/Text/Characters.h"
 
 namespace Zorv::Formulas {
 
@@ -48,7 +47,7 @@ constexpr int rankOf(Operator op) noexcept {
   }
 }
 
-/// The text between two quotes, where a doubled quote stands for one.
+/// The text between two quotes; a doubled quote means one.
 std::string unquote(std::string_view quoted) {
   char const quote = quoted.front();
   std::string text;
@@ -61,10 +60,10 @@ std::string unquote(std::string_view quoted) {
   return text;
 }
 
-/// Whether a number's text, which has no sign, cannot stand for one below 1.
+/// True for a number's text, without a sign, that cannot mean a number below 1.
 bool isLarge(std::string_view text) noexcept {
   std::size_t const significant = text.find_first_not_of("0.");
-  bool const hasDigits = significant != std::string_view::npos && isDigit(text[significant]);
+  bool const hasDigits = significant != std::string_view::npos && isAsciiDigit(text[significant]);
   bool const isSmallExponent = text.find('-') != std::string_view::npos;
   bool const isFraction = text.find('.') < significant;
   return hasDigits && !isSmallExponent &&
@@ -102,7 +101,7 @@ DOM::FormulaSyntaxTree::Expr Parser::parse() {
   if (_lexer.peekKind() != TokenKind::End) {
     _lexer.fail("an operator is missing");
   }
-  return _builder.finish();
+  return _builder.finish(_functions);
 }
 
 Subtree Parser::parseExpression() {
@@ -272,7 +271,7 @@ Subtree Parser::parseName(Token const& name) {
   if (parseCells(name, noIndex, cells)) {
     return cells;
   }
-  std::string const upper = toUpperAscii(name.text);
+  std::string const upper = toAsciiUpper(name.text);
   if (upper == "TRUE" || upper == "FALSE") {
     return _builder.addBoolean(upper == "TRUE");
   }
@@ -320,7 +319,7 @@ Subtree Parser::parseArrayElement() {
     default:
       break;
   }
-  std::string const word = toUpperAscii(token.text);
+  std::string const word = toAsciiUpper(token.text);
   if (word != "TRUE" && word != "FALSE") {
     _lexer.fail("a constant is missing");
   }

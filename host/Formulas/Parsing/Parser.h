@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,16 +12,18 @@
 #include "Formulas/Parsing/ExprBuilder.h"
 #include "Formulas/Parsing/Lexer.h"
 #include "Formulas/Parsing/LocalNames.h"
+#include "Formulas/Values/FunctionTable.h"
 
 namespace Zorv::Formulas {
 
 /// Parses one formula by the precedence of operators (ISO/IEC 29500-1, 18.17.2.2): reference
 /// operators, signs, `%`, `^`, `*` and `/`, `+` and `-`, `&`, comparisons; those of one rank from
-/// the left. Borrows the text.
+/// the left. Borrows the text and the table.
 class Parser {
 public:
-  /// `start` is where the formula begins in the text.
-  Parser(std::string_view text, std::size_t start) : _lexer(text, start) {}
+  /// `start` is the index of the formula's first byte.
+  Parser(std::string_view text, std::size_t start, FunctionTable const& functions)
+      : _functions(functions), _lexer(text, start) {}
 
   /// Throws FormulaParseError where the text is no formula.
   [[nodiscard]] DOM::FormulaSyntaxTree::Expr parse();
@@ -49,7 +52,8 @@ private:
   double takeNumber();
 
   Subtree parseCall(Token const& name);
-  Subtree parseCallOf(Token const& name, std::vector<Subtree> const& arguments);
+  Subtree addCall(Token const& name, std::optional<std::uint16_t> function,
+                  std::vector<Subtree> const& arguments);
   Subtree parseArgument();
   std::vector<Subtree> parseArguments();
   std::vector<Subtree> parseArgumentsWithNames();
@@ -75,6 +79,7 @@ private:
   /// Counts the levels of a text's nesting while in scope.
   class Nesting;
 
+  FunctionTable const& _functions;
   Lexer _lexer;
   ExprBuilder _builder;
   LocalNames _localNames;

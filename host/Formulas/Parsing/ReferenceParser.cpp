@@ -2,20 +2,21 @@
 
 #include <optional>
 
+#include "DOM/A1Notation.h"
 #include "DOM/Table.h"
-#include "Formulas/Functions/FunctionRegistry.h"
-#include "Formulas/ParseExpr.h"
-#include "Formulas/Parsing/A1Text.h"
-#include "Formulas/Parsing/Characters.h"
+#include "Formulas/FormulaParseError.h"
 #include "Formulas/Parsing/Parser.h"
 #include "Formulas/Parsing/StructuredReferenceText.h"
+#include "Formulas/Text/Characters.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
-using A1Text::Coordinate;
-using A1Text::Shape;
+namespace A1Notation = DOM::A1Notation;
+
+using DOM::A1Notation::Coordinate;
+using DOM::A1Notation::Shape;
 using DOM::FormulaSyntaxTree::CellReference;
 using DOM::FormulaSyntaxTree::NodeKind;
 using DOM::FormulaSyntaxTree::noIndex;
@@ -24,14 +25,14 @@ using DOM::FormulaSyntaxTree::StructuredReference;
 constexpr auto lastRowOfSheet = static_cast<std::uint32_t>(DOM::Table::rowCount - 1);
 constexpr auto lastColumnOfSheet = static_cast<std::uint32_t>(DOM::Table::columnCount - 1);
 
-void setFirst(CellReference& reference, A1Text::Cell const& cell) noexcept {
+void setFirst(CellReference& reference, A1Notation::Cell const& cell) noexcept {
   reference.firstRow = cell.row.position;
   reference.firstRowIsRelative = cell.row.isRelative;
   reference.firstColumn = cell.column.position;
   reference.firstColumnIsRelative = cell.column.isRelative;
 }
 
-void setLast(CellReference& reference, A1Text::Cell const& cell) noexcept {
+void setLast(CellReference& reference, A1Notation::Cell const& cell) noexcept {
   reference.lastRow = cell.row.position;
   reference.lastRowIsRelative = cell.row.isRelative;
   reference.lastColumn = cell.column.position;
@@ -71,7 +72,7 @@ CellReference makeRows(Coordinate first, Coordinate last) noexcept {
   return reference;
 }
 
-/// A sheet's name between its quotes, where a doubled apostrophe stands for one.
+/// A sheet's name without its quotes; a doubled apostrophe means one.
 std::string unquoteSheet(std::string_view quoted) {
   std::string name;
   for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
@@ -89,7 +90,7 @@ bool Parser::parseCells(Token const& first, std::uint32_t sheet, Subtree& result
   if (parseWholeColumns(first, sheet, result) || parseWholeRows(first, sheet, result)) {
     return true;
   }
-  A1Text::CellText const cell = A1Text::readCell(first.text);
+  A1Notation::CellText const cell = A1Notation::readCell(first.text);
   if (cell.shape == Shape::Other) {
     return false;
   }
@@ -116,7 +117,7 @@ Subtree Parser::parseCellOrArea(CellReference reference) {
     return _builder.addReference(reference);
   }
   Token const second = _lexer.peekSecond();
-  A1Text::CellText const corner = A1Text::readCell(second.text);
+  A1Notation::CellText const corner = A1Notation::readCell(second.text);
   if (second.kind != TokenKind::Identifier || corner.shape == Shape::Other) {
     return _builder.addReference(reference);
   }
@@ -140,12 +141,12 @@ Subtree Parser::parseCellOrArea(CellReference reference) {
 }
 
 bool Parser::parseWholeColumns(Token const& first, std::uint32_t sheet, Subtree& result) {
-  auto const from = A1Text::readColumn(first.text);
+  auto const from = A1Notation::readColumn(first.text);
   if (!from || _lexer.peekKind() != TokenKind::Colon) {
     return false;
   }
   Token const second = _lexer.peekSecond();
-  auto const to = A1Text::readColumn(second.text);
+  auto const to = A1Notation::readColumn(second.text);
   if (second.kind != TokenKind::Identifier || !to) {
     return false;
   }
@@ -159,13 +160,13 @@ bool Parser::parseWholeColumns(Token const& first, std::uint32_t sheet, Subtree&
 
 /// Rows of which the first has a dollar sign, and so is no number.
 bool Parser::parseWholeRows(Token const& first, std::uint32_t sheet, Subtree& result) {
-  auto const from = A1Text::readRow(first.text);
+  auto const from = A1Notation::readRow(first.text);
   if (!from || _lexer.peekKind() != TokenKind::Colon) {
     return false;
   }
   _lexer.take();
   Token const second = _lexer.peek();
-  auto const to = A1Text::readRow(second.text);
+  auto const to = A1Notation::readRow(second.text);
   if (!to) {
     _lexer.fail("a row of the sheet is missing");
   }
@@ -185,8 +186,8 @@ Subtree Parser::parseRowsFromNumber() {
   return rows;
 }
 
-/// What follows a sheet's name and its exclamation mark. The empty name stands for what lies out of
-/// reach: a sheet of another book, one that was deleted, several sheets at once.
+/// Parses the rest of a reference behind a sheet's name and its exclamation mark. The empty name
+/// means a sheet out of reach: of another book, deleted, or several at once.
 Subtree Parser::parseAfterSheet(std::string sheet) {
   if (_lexer.peekKind() == TokenKind::Error) {
     return parseError();
@@ -252,10 +253,10 @@ Subtree Parser::parseStructured(std::uint32_t list) {
   return _builder.addStructuredReference(reference);
 }
 
-/// Whether a range of sheets is next: `First:Last!A1`.
+/// True where a range of sheets is next: `First:Last!A1`.
 bool Parser::isSheetRangeNext() const {
   if (_lexer.peekSecond().kind != TokenKind::Colon ||
-      A1Text::readCell(_lexer.peek().text).shape == Shape::Inside) {
+      A1Notation::readCell(_lexer.peek().text).shape == Shape::Inside) {
     return false;
   }
   Lexer ahead = _lexer;

@@ -1,7 +1,7 @@
 #include "Formulas/Parsing/StructuredReferenceText.h"
 
-#include "Formulas/ParseExpr.h"
-#include "Formulas/Parsing/Characters.h"
+#include "Formulas/FormulaParseError.h"
+#include "Formulas/Text/Characters.h"
 
 namespace Zorv::Formulas {
 
@@ -54,7 +54,7 @@ private:
 
   void addPart(std::string_view part) {
     if (part.starts_with('#')) {
-      addSpecial(toUpperAscii(part.substr(1)));
+      addSpecial(toAsciiUpper(part.substr(1)));
       return;
     }
     if (_result.firstColumn) {
@@ -92,7 +92,7 @@ private:
     }
   }
 
-  /// What stands between the next brackets, which hold no brackets of their own but escaped ones.
+  /// The text between the next brackets, which contain only escaped brackets.
   std::string_view takeBracketed() {
     if (atEnd() || peek() != '[') {
       fail("a bracket is missing");

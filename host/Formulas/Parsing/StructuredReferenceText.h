@@ -7,7 +7,7 @@
 
 namespace Zorv::Formulas {
 
-/// What stands in the brackets of a structured reference (ISO/IEC 29500-1, 18.17.2.6).
+/// The content of the brackets of a structured reference (ISO/IEC 29500-1, 18.17.2.6).
 struct StructuredReferenceText {
   bool headers = false;
   bool data = false;

@@ -25,6 +25,19 @@ TEST(FunctionNames, AFormulaWithoutCallsHasNone) {
   EXPECT_THAT(names.unknown, IsEmpty());
 }
 
+TEST(FunctionNames, AFunctionOfWhichOnlyTheSyntaxIsKnownIsUnknown) {
+  auto const names = findFunctionNames(parseExpr("LAMBDA(x,x+1)"));
+  EXPECT_THAT(names.known, IsEmpty());
+  EXPECT_THAT(names.unknown, ElementsAre("LAMBDA"));
+}
+
+TEST(FunctionNames, OnlyCallsWithoutArgumentsAskForTheirPosition) {
+  EXPECT_TRUE(asksPosition(parseExpr("1+ROW()")));
+  EXPECT_TRUE(asksPosition(parseExpr("column()")));
+  EXPECT_FALSE(asksPosition(parseExpr("ROW(A1)")));
+  EXPECT_FALSE(asksPosition(parseExpr("TODAY()+A1")));
+}
+
 }  // namespace
 
 }  // namespace Zorv::Formulas

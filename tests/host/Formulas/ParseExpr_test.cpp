@@ -89,6 +89,14 @@ TEST(ParseExpr, RefusesMalformedTextWithItsPlace) {
   }
 }
 
+/// As spreadsheet programs read them; no defined name may look like a cell.
+TEST(ParseExpr, LeadingZerosOfARowAreSkipped) {
+  EXPECT_EQ(parseExpr("A01+$B$007"), parseExpr("A1+$B$7"));
+  EXPECT_EQ(parseExpr("SUM(A01:B02)"), parseExpr("SUM(A1:B2)"));
+  EXPECT_EQ(parseExpr("SUM(01:$03)"), parseExpr("SUM(1:$3)"));
+  EXPECT_NE(parseExpr("A00"), parseExpr("A1"));
+}
+
 TEST(ParseExpr, RefusesReferencesOffTheSheet) {
   constexpr Refusal refusals[] = {
       {"A1048577", 0, "a reference off the sheet"},

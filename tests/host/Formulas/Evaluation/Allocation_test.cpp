@@ -17,7 +17,7 @@
 #include "Formulas/EvaluationSession.h"
 #include "Formulas/LookupCache.h"
 #include "Formulas/Lookups/EqualValues.h"
-#include "Formulas/Lookups/LookupStore.h"
+#include "Formulas/Lookups/LookupMap.h"
 #include "Formulas/ParseExpr.h"
 #include "host/Formulas/FormulaDocument.h"
 
@@ -110,22 +110,23 @@ TEST(Allocation, TheCounterCounts) {
   EXPECT_GT(allocationCount - before, 0U);
 }
 
-/// Makes an index over the first column, and looks at what it takes meanwhile and in the end.
+/// Builds an index over the first column, and checks the memory that it takes meanwhile and at the
+/// end.
 void expectToFit(FormulaDocument& document) {
   DOM::Table const& table = document.sheet().table;
   std::size_t const before = bytesTaken;
   mostBytesTaken = before;
   SharedWork work;
-  EqualValues const values({&document.sheet(), 0, 0, DOM::Table::rowCount, 1},
-                           LookupKind::CriterionClasses, document.getLocaleContext(), work);
+  EqualValues const values({&document.sheet(), 0, 0, DOM::Table::rowCount, 1}, Equality::Criterion,
+                           document.getLocaleContext(), work);
   EXPECT_LE(mostBytesTaken - before,
-            table.getCellCount() * LookupStore::memoryOfCell + LookupStore::memoryOfIndex);
+            table.getCellCount() * LookupBudget::bytesPerCell + LookupBudget::bytesPerIndex);
   // The allocator gives whole pages.
   auto const taken = static_cast<double>(bytesTaken - before);
   EXPECT_NEAR(static_cast<double>(values.memory()), taken, 0.01 * taken + 2000.0);
 }
 
-TEST(Allocation, AnIndexTakesNoMoreWhileItIsMadeThanIsSetAsideForIt) {
+TEST(Allocation, AnIndexTakesNoMoreWhileItIsBuiltThanIsSetAsideForIt) {
   for (std::uint32_t const rows : {100U, 8193U, 10'000U, 16'385U, 100'000U, 140'000U}) {
     for (bool const isOfTexts : {false, true}) {
       SCOPED_TRACE(std::to_string(rows) + (isOfTexts ? " texts" : " numbers"));

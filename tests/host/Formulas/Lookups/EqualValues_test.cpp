@@ -16,7 +16,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Formulas/Evaluation/Cells.h"
+#include "Formulas/Values/Cells.h"
 #include "host/Formulas/FormulaDocument.h"
 
 namespace Zorv::Formulas {
@@ -130,14 +130,13 @@ private:
 
 /// The positions of an area by the classes of their values.
 std::map<std::string, std::vector<std::uint32_t>> sortPlainly(LargeTable const& table,
-                                                              Area const& area, LookupKind kind) {
+                                                              Area const& area, Equality equality) {
   std::map<std::string, std::vector<std::uint32_t>> positions;
   std::uint32_t const endRow = std::min(area.endRow, LargeTable::rows);
   for (std::uint32_t row = area.firstRow; row < endRow; ++row) {
     for (std::uint32_t column = area.firstColumn; column < area.endColumn; ++column) {
       Labelled const& cell = table.at(row, column);
-      auto const& label =
-          kind == LookupKind::CriterionClasses ? cell.forCriteria : cell.forSearches;
+      auto const& label = equality == Equality::Criterion ? cell.forCriteria : cell.forSearches;
       if (!label.empty()) {
         positions[label].push_back((row - area.firstRow) * area.width() + column -
                                    area.firstColumn);
@@ -148,13 +147,13 @@ std::map<std::string, std::vector<std::uint32_t>> sortPlainly(LargeTable const& 
 }
 
 std::unique_ptr<EqualValues const> makeTogether(LargeTable const& table, Area const& area,
-                                                LookupKind kind, std::size_t helperCount) {
+                                                Equality equality, std::size_t helperCount) {
   SharedWork work;
   std::vector<std::jthread> helpers;
   for (std::size_t i = 0; i < helperCount; ++i) {
     helpers.emplace_back([&] { work.help(); });
   }
-  auto values = std::make_unique<EqualValues const>(area, kind, table.locale(), work);
+  auto values = std::make_unique<EqualValues const>(area, equality, table.locale(), work);
   work.close();
   return values;
 }
@@ -218,10 +217,10 @@ TEST_F(EqualValuesTest, ClassesAreThoseOfAWalkWhoeverHelps) {
        {table.area(0, 0, LargeTable::rows, LargeTable::columns), table.area(777, 1, 13'000, 4),
         table.area(0, 2, DOM::Table::rowCount, 3), table.area(10, 0, 12, LargeTable::columns),
         table.area(DOM::Table::rowCount - 200, 0, DOM::Table::rowCount, 1)}) {
-    for (LookupKind const kind : {LookupKind::CriterionClasses, LookupKind::ValueClasses}) {
-      auto const expected = sortPlainly(table, area, kind);
+    for (Equality const equality : {Equality::Criterion, Equality::Search}) {
+      auto const expected = sortPlainly(table, area, equality);
       for (std::size_t const helperCount : {0U, 1U, 6U}) {
-        auto const values = makeTogether(table, area, kind, helperCount);
+        auto const values = makeTogether(table, area, equality, helperCount);
         expectClasses(*values, expected);
       }
     }
@@ -230,9 +229,9 @@ TEST_F(EqualValuesTest, ClassesAreThoseOfAWalkWhoeverHelps) {
 
 TEST_F(EqualValuesTest, FindsEveryValueWithAnyHint) {
   Area const area = table.area(0, 0, LargeTable::rows, LargeTable::columns);
-  for (LookupKind const kind : {LookupKind::CriterionClasses, LookupKind::ValueClasses}) {
-    auto const expected = sortPlainly(table, area, kind);
-    auto const values = makeTogether(table, area, kind, 1);
+  for (Equality const equality : {Equality::Criterion, Equality::Search}) {
+    auto const expected = sortPlainly(table, area, equality);
+    auto const values = makeTogether(table, area, equality, 1);
     expectFound(*values, area, expected, false);
     expectFound(*values, area, expected, true);
   }
@@ -240,7 +239,7 @@ TEST_F(EqualValuesTest, FindsEveryValueWithAnyHint) {
 
 TEST_F(EqualValuesTest, FindsNoValueThatIsNotThere) {
   Area const area = table.area(0, 0, LargeTable::rows, LargeTable::columns);
-  auto const values = makeTogether(table, area, LookupKind::CriterionClasses, 0);
+  auto const values = makeTogether(table, area, Equality::Criterion, 0);
   std::uint32_t lastCell = 0;
   for (Value const& value :
        {Value::number(0.5), Value::number(-1), Value::text("Item"), Value::text("17"), Value(),
@@ -251,7 +250,7 @@ TEST_F(EqualValuesTest, FindsNoValueThatIsNotThere) {
 
 TEST_F(EqualValuesTest, TakesTheMemoryThatItSays) {
   Area const area = table.area(0, 0, LargeTable::rows, LargeTable::columns);
-  auto const values = makeTogether(table, area, LookupKind::ValueClasses, 0);
+  auto const values = makeTogether(table, area, Equality::Search, 0);
   std::size_t const cells = values->size();
   std::size_t const classes = values->classCount();
   // Three numbers a cell; for a class its key, its first member and two slots at least.

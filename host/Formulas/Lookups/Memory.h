@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+
+namespace Zorv::Formulas {
+
+/// The bytes that a vector takes on the heap.
+template <class Vector>
+[[nodiscard]] std::size_t memoryOf(Vector const& values) noexcept {
+  return values.capacity() * sizeof(typename Vector::value_type);
+}
+
+/// Fetches an element of a large vector into the cache while other work is done. An index past the
+/// end does nothing.
+template <class Vector>
+void prefetch(Vector const& values, std::size_t index) noexcept {
+  if (index < values.size()) {
+    __builtin_prefetch(values.data() + index);
+  }
+}
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,65 @@
+#include "Formulas/Values/Arrays.h"
+
+#include "Formulas/Values/Cells.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+/// Areas up to this height are stored whole, without a look at where their cells end.
+constexpr std::uint32_t alwaysStoredRows = 256;
+
+/// Larger arrays are refused, however many of their rows are equal: some functions walk all of
+/// them.
+constexpr std::uint64_t maximalArraySize = std::uint64_t{1} << 25U;
+
+std::uint32_t countRowsWithCells(Area const& area) {
+  std::uint32_t rows = 0;
+  forEachCell(area, [&](std::uint32_t row, std::uint32_t /*column*/, Value const& /*value*/) {
+    rows = row + 1;
+    return true;
+  });
+  return rows;
+}
+
+}  // namespace
+
+Array const& readArray(Arena& arena, Area const& area) {
+  if (area.size() > maximalArraySize) {
+    throw EvaluationTooLarge();
+  }
+  // One empty row represents all rows below the last cell.
+  std::uint32_t const storedRows = area.height() <= alwaysStoredRows
+                                       ? area.height()
+                                       : std::min(area.height(), countRowsWithCells(area) + 1);
+  std::span<Value> const values = arena.makeArray<Value>(std::size_t{storedRows} * area.width());
+  forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+    values[std::size_t{row} * area.width() + column] = value;
+    return true;
+  });
+  return arena.make(Array{area.height(), area.width(), storedRows, values.data()});
+}
+
+Extent findExtent(std::span<Value const> values) {
+  Extent extent;
+  for (Value const& value : values) {
+    if (value.isArray()) {
+      extent.rows = std::max(extent.rows, value.asArray().rows);
+      extent.columns = std::max(extent.columns, value.asArray().columns);
+    }
+  }
+  if (std::uint64_t{extent.rows} * extent.columns > maximalArraySize) {
+    throw EvaluationTooLarge();
+  }
+  for (Value const& value : values) {
+    if (value.isArray() && value.asArray().rows != 1) {
+      Array const& array = value.asArray();
+      // Past the end of a shorter array one more row is stored, for the #N/A of all those below.
+      std::uint32_t const needed = array.rows < extent.rows ? array.rows + 1 : array.storedRows;
+      extent.storedRows = std::max(extent.storedRows, needed);
+    }
+  }
+  return extent;
+}
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,132 @@
+#include "Formulas/Values/Criterion.h"
+
+#include <array>
+#include <utility>
+
+#include "FormulaModel/FormulaValueAccess.h"
+#include "Formulas/Text/Texts.h"
+#include "Formulas/Text/ValueText.h"
+#include "Formulas/Text/Wildcards.h"
+#include "Formulas/Values/Comparison.h"
+
+namespace Zorv::Formulas {
+
+Criterion::Criterion(Value const& value, OfficeUtils::LocaleContext const& locale)
+    : _locale(&locale), _operand(value) {
+  if (value.isEmpty()) {
+    _operand = Value::number(0.0);
+  } else if (value.isText()) {
+    readText(value.asText());
+  }
+  _matchesEmpty = decideEmpty();
+}
+
+void Criterion::readText(std::string_view text) {
+  // A sign comes before its own prefix.
+  constexpr std::array<std::pair<std::string_view, Operator>, 6> signs = {{
+      {"<>", Operator::NotEqual},
+      {"<=", Operator::LessOrEqual},
+      {">=", Operator::GreaterOrEqual},
+      {"=", Operator::Equal},
+      {"<", Operator::Less},
+      {">", Operator::Greater},
+  }};
+  for (auto const& [sign, op] : signs) {
+    if (text.starts_with(sign)) {
+      _op = op;
+      _hasOperator = true;
+      text.remove_prefix(sign.size());
+      break;
+    }
+  }
+  readOperand(text);
+}
+
+void Criterion::readOperand(std::string_view text) {
+  if (auto const number = readValue(text, *_locale)) {
+    _operand = Value::number(*number);
+  } else if (equalTexts(text, "TRUE") || equalTexts(text, "FALSE")) {
+    _operand = Value::boolean(equalTexts(text, "TRUE"));
+  } else if (auto const error = FormulaModel::parseErrorCode(text)) {
+    _operand = Value::error(*error);
+  } else {
+    _operand = Value::text(text);
+    _hasWildcards = hasWildcards(text);
+  }
+}
+
+bool Criterion::decideEmpty() const noexcept {
+  bool const isEmptyText = _operand.isText() && _operand.asText().empty();
+  switch (_op) {
+    case Operator::Equal:
+      return isEmptyText;
+    case Operator::NotEqual:
+      return !isEmptyText;
+    default:
+      return false;
+  }
+}
+
+bool Criterion::matches(Value const& value) const {
+  if (value.isEmpty()) {
+    return _matchesEmpty;
+  }
+  switch (_op) {
+    case Operator::Equal:
+      return equals(value);
+    case Operator::NotEqual:
+      return !equals(value);
+    default:
+      return isOrdered(value);
+  }
+}
+
+bool Criterion::equals(Value const& value) const {
+  switch (_operand.kind()) {
+    case Value::Kind::Number:
+      return equalsNumber(value);
+    case Value::Kind::Boolean:
+      return value.isBoolean() && value.asBoolean() == _operand.asBoolean();
+    case Value::Kind::Error:
+      return value.isError() && value.asError() == _operand.asError();
+    default:
+      return value.isText() && equalsText(value.asText());
+  }
+}
+
+/// A text that reads as the number counts as it.
+bool Criterion::equalsNumber(Value const& value) const {
+  if (value.isNumber()) {
+    return value.asNumber() == _operand.asNumber();
+  }
+  return value.isText() && readValue(value.asText(), *_locale) == _operand.asNumber();
+}
+
+bool Criterion::equalsText(std::string_view text) const noexcept {
+  if (_operand.asText().empty()) {
+    // `""` matches empty texts; `=` and `<>` match empty cells and all others.
+    return !_hasOperator && text.empty();
+  }
+  return _hasWildcards ? matchesWildcards(text, _operand.asText())
+                       : equalTexts(text, _operand.asText());
+}
+
+/// Only values of the operand's own kind are above or below it.
+bool Criterion::isOrdered(Value const& value) const noexcept {
+  if (value.kind() != _operand.kind() || value.isError()) {
+    return false;
+  }
+  auto const order = compareValues(value, _operand);
+  switch (_op) {
+    case Operator::Less:
+      return order < 0;
+    case Operator::LessOrEqual:
+      return order <= 0;
+    case Operator::Greater:
+      return order > 0;
+    default:
+      return order >= 0;
+  }
+}
+
+}  // namespace Zorv::Formulas

@@ -1,0 +1,29 @@
+#include "Utils/CaseFolding.h"
+
+#include <algorithm>
+
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
+namespace Zorv {
+
+std::string toAsciiUpper(std::string_view text) {
+  std::string upper(text);
+  std::ranges::transform(upper, upper.begin(), [](char c) { return toAsciiUpper(c); });
+  return upper;
+}
+
+std::string foldCase(std::string_view text, CaseFolding folding) {
+  icu::StringPiece const piece(text.data(), static_cast<int32_t>(text.size()));
+  auto const options =
+      folding == CaseFolding::Turkic ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT;
+  std::string folded;
+  icu::UnicodeString::fromUTF8(piece).foldCase(options).toUTF8String(folded);
+  return folded;
+}
+
+std::int32_t foldCodePoint(std::int32_t codePoint) noexcept {
+  return u_foldCase(codePoint, U_FOLD_CASE_DEFAULT);
+}
+
+}  // namespace Zorv
