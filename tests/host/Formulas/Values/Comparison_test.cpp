@@ -7,31 +7,31 @@ namespace Zorv::Formulas {
 namespace {
 
 TEST(Comparison, NumbersComeBeforeTextsBeforeTruthValues) {
-  EXPECT_LT(compareValues(Value::number(1e300), Value::text("")), 0);
-  EXPECT_LT(compareValues(Value::text("z"), Value::boolean(false)), 0);
-  EXPECT_GT(compareValues(Value::boolean(false), Value::number(1)), 0);
+  EXPECT_EQ(compareValues(Value::number(1e300), Value::text("")), std::strong_ordering::less);
+  EXPECT_EQ(compareValues(Value::text("z"), Value::boolean(false)), std::strong_ordering::less);
+  EXPECT_EQ(compareValues(Value::boolean(false), Value::number(1)), std::strong_ordering::greater);
 }
 
 TEST(Comparison, ValuesOfOneKindCompare) {
-  EXPECT_LT(compareValues(Value::number(1), Value::number(2)), 0);
-  EXPECT_EQ(compareValues(Value::number(0.0), Value::number(-0.0)), 0);
-  EXPECT_LT(compareValues(Value::boolean(false), Value::boolean(true)), 0);
+  EXPECT_EQ(compareValues(Value::number(1), Value::number(2)), std::strong_ordering::less);
+  EXPECT_EQ(compareValues(Value::number(0.0), Value::number(-0.0)), std::strong_ordering::equal);
+  EXPECT_EQ(compareValues(Value::boolean(false), Value::boolean(true)), std::strong_ordering::less);
 }
 
 TEST(Comparison, TextsCompareWithoutLetterCase) {
-  EXPECT_EQ(compareValues(Value::text("ÄPFEL"), Value::text("äpfel")), 0);
-  EXPECT_LT(compareValues(Value::text("Apfel"), Value::text("banane")), 0);
-  EXPECT_GT(compareValues(Value::text("ab"), Value::text("A")), 0);
+  EXPECT_EQ(compareValues(Value::text("ÄPFEL"), Value::text("äpfel")), std::strong_ordering::equal);
+  EXPECT_EQ(compareValues(Value::text("Apfel"), Value::text("banane")), std::strong_ordering::less);
+  EXPECT_EQ(compareValues(Value::text("ab"), Value::text("A")), std::strong_ordering::greater);
 }
 
 TEST(Comparison, AnEmptyValueIsTheZeroTheEmptyTextOrFalse) {
-  EXPECT_EQ(compareValues(Value(), Value::number(0)), 0);
-  EXPECT_LT(compareValues(Value(), Value::number(1)), 0);
-  EXPECT_GT(compareValues(Value(), Value::number(-1)), 0);
-  EXPECT_EQ(compareValues(Value::text(""), Value()), 0);
-  EXPECT_GT(compareValues(Value::text("a"), Value()), 0);
-  EXPECT_EQ(compareValues(Value(), Value::boolean(false)), 0);
-  EXPECT_EQ(compareValues(Value(), Value::missing()), 0);
+  EXPECT_EQ(compareValues(Value(), Value::number(0)), std::strong_ordering::equal);
+  EXPECT_EQ(compareValues(Value(), Value::number(1)), std::strong_ordering::less);
+  EXPECT_EQ(compareValues(Value(), Value::number(-1)), std::strong_ordering::greater);
+  EXPECT_EQ(compareValues(Value::text(""), Value()), std::strong_ordering::equal);
+  EXPECT_EQ(compareValues(Value::text("a"), Value()), std::strong_ordering::greater);
+  EXPECT_EQ(compareValues(Value(), Value::boolean(false)), std::strong_ordering::equal);
+  EXPECT_EQ(compareValues(Value(), Value::missing()), std::strong_ordering::equal);
 }
 
 }  // namespace
