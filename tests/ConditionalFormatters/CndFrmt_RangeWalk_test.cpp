@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <boost/variant/get.hpp>
 
 #include <stdexcept>
 #include <string>
