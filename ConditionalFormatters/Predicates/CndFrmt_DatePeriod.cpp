@@ -64,14 +64,21 @@ bool isInPeriod(FormulaValue const& value, DatePeriod const& period,
   if (!number) {
     return false;
   }
+  auto const compareWithNow = [&](auto const& compare) {
+    return moment != nullptr ? compare(moment->toDateTime(timeZone, locale))
+                             : compare(DateTime::getNow(timeZone, locale));
+  };
   if (period.unit == Unit::Day) {
-    auto const today = OfficeUtils::readNow(moment, timeZone, locale).calculateDays();
-    return isDayInPeriod(floor(number->value), period, today);
+    return compareWithNow([&](DateTime const& now) {
+      return isDayInPeriod(floor(number->value), period, now.calculateDays());
+    });
   }
   DateTime const date(number->value, locale);
-  auto const now = OfficeUtils::readNow(moment, timeZone, locale);
-  return period.unit == Unit::Week ? isNumberInPeriod(date.getYearWeek(), period, now.getYearWeek())
-                                   : isNumberInPeriod(date.getMonth(), period, now.getMonth());
+  return compareWithNow([&](DateTime const& now) {
+    return period.unit == Unit::Week
+               ? isNumberInPeriod(date.getYearWeek(), period, now.getYearWeek())
+               : isNumberInPeriod(date.getMonth(), period, now.getMonth());
+  });
 }
 
 PeriodOperand findLimits(DatePeriod const& period, DateTime const& now) {
