@@ -13,7 +13,8 @@ namespace Zorv::Tool {
 
 namespace {
 
-/// The date of a serial number, and its time of day where it has one; empty for no date.
+/// The date of a serial number, with the time of day unless it is midnight; empty if the number is
+/// not a date.
 std::string dateText(double serial, OfficeUtils::DateSystem system) {
   using std::chrono::hh_mm_ss;
   using std::chrono::seconds;
@@ -32,7 +33,7 @@ std::string dateText(double serial, OfficeUtils::DateSystem system) {
   return text;
 }
 
-/// Where a quoted or bracketed stretch that begins at `position` ends.
+/// End of the quoted or bracketed part that starts at `position`.
 std::size_t endOfStretch(std::string_view code, std::size_t position, char closing) noexcept {
   auto const end = code.find(closing, position + 1);
   return end == std::string_view::npos ? code.size() : end;
@@ -52,7 +53,7 @@ bool showsDates(std::string_view formatCode) noexcept {
       case '\\':
       case '_':
       case '*':
-        ++i;  // the next character stands for itself
+        ++i;  // the next character is literal
         break;
       case 'y':
       case 'Y':

@@ -7,24 +7,23 @@
 #include "tool/Report.h"
 #include "tool/Selection.h"
 
-/// The commands of the tool. Each prints its result, and tells the report what else there is to
-/// say.
+/// Commands of the tool. Each prints its result to `out`, and its messages by the report.
 namespace Zorv::Tool {
 
-/// Every cell that conditional formats style, its style, and the rules that decide.
-/// The progress bar shows how far the resolving of each sheet is.
-/// BadFile where a condition could not be evaluated: the cell is then missing.
+/// Prints every cell with a conditional style, the style, and the deciding rules. The progress bar
+/// follows the rows of each sheet. Returns BadFile if a condition could not be evaluated; the cell
+/// is then left out.
 [[nodiscard]] ExitStatus runResolve(Selection const& selection, std::ostream& out, Report& report,
                                     ProgressBar& progress);
 
-/// The rules of each sheet by priority, those that are not resolved included.
+/// Prints the rules of each sheet by priority, with those that are not resolved.
 [[nodiscard]] ExitStatus runRules(Selection const& selection, std::ostream& out);
 
-/// For each rule that is resolved and each position of its ranges, whether the condition holds by
-/// itself: tab-separated, with a line of headings.
+/// Prints for each resolved rule and each position of its ranges whether the condition holds by
+/// itself, as tab-separated values under a line of headings.
 [[nodiscard]] ExitStatus runVerdicts(Selection const& selection, std::ostream& out, Report& report);
 
-/// Positions without a cell are looked at as long as there are no more than this.
+/// Above this number of positions, only existing cells are visited.
 inline constexpr unsigned long mostPositions = 5'000'000;
 
 }  // namespace Zorv::Tool

@@ -37,7 +37,7 @@ constexpr std::array<std::string_view, 4> averageWords = {
     "above average", "equal or above average", "below average", "equal or below average"};
 constexpr std::array<std::string_view, 2> uniquenessWords = {"duplicate value", "unique value"};
 
-/// Puts each kind of record into words; the formulas are taken as the file writes them.
+/// Describes each kind of record; formulas are shown as the file has them.
 class ConditionDescriber : public boost::static_visitor<std::string> {
 public:
   explicit ConditionDescriber(Workbook::Rule const& rule) noexcept : _rule(rule) {}
@@ -81,7 +81,7 @@ public:
   }
 
 private:
-  /// Rules on blanks say in a formula of their own what counts as blank.
+  /// Rules about blanks define blank by a formula of their own.
   std::string describeFormula() const {
     if (_rule.type == "containsBlanks" || _rule.type == "notContainsBlanks") {
       return fmt::format("cell is {}blank by {}", _rule.type == "containsBlanks" ? "" : "not ",

@@ -21,7 +21,7 @@ namespace Zorv::Tool {
 
 namespace {
 
-/// Members keep the order in which they are set.
+/// Members keep the order in which they were added.
 using Json = nlohmann::ordered_json;
 
 std::string dump(Json const& json, int indent = -1) {

@@ -18,10 +18,10 @@ namespace Zorv::Tool {
 /// brace, so that more members can follow.
 [[nodiscard]] std::string beginJsonDocument(Selection const& selection);
 
-/// How many rules were read, resolved and not resolved. One line.
+/// The numbers of rules that were read, resolved and not resolved. One line.
 [[nodiscard]] std::string toJsonSummary(Selection const& selection);
 
-/// A cell, its value, its style and the rules that decide. One line.
+/// A cell with its value, its style and the deciding rules. One line.
 [[nodiscard]] std::string toJsonText(ResolvedCell const& cell);
 
 /// The whole document of `cndfrmt rules`, indented, without a line end.

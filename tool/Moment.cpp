@@ -11,7 +11,7 @@ namespace {
 using std::chrono::seconds;
 using TimePoint = OfficeUtils::Clock::TimePoint;
 
-/// Whether the text has the pattern's form, in which `#` is any digit.
+/// Whether a text matches a pattern, in which `#` is any digit.
 bool matches(std::string_view text, std::string_view pattern) noexcept {
   if (text.size() != pattern.size()) {
     return false;
@@ -70,7 +70,7 @@ std::string toText(LocalSeconds local) {
 
 std::optional<TimePoint> toMoment(LocalSeconds local, DOM::TimeZone const& timeZone) {
   TimePoint const asIfUniversal(local.time_since_epoch());
-  // A zone's offset changes at most once within a day either way: the offset wanted is one of two.
+  // A zone's offset changes at most once within a day in either direction, so it is one of two.
   for (auto const nearby : {std::chrono::days(-1), std::chrono::days(1)}) {
     auto const moment = asIfUniversal - offsetAt(asIfUniversal + nearby, timeZone);
     if (moment + offsetAt(moment, timeZone) == asIfUniversal) {

@@ -12,15 +12,15 @@ namespace Zorv::Tool {
 
 using LocalSeconds = std::chrono::local_seconds;
 
-/// The civil time that a text such as `2026-11-21T12:00:00`, `2026-11-21T12:00` or `2026-11-21`
-/// (midnight) tells; nothing for any other text, and for a date or time that is none.
+/// Parses a civil time such as `2026-11-21T12:00:00`, `2026-11-21T12:00` or `2026-11-21`
+/// (midnight); nothing for any other text, and for a date or time that does not exist.
 [[nodiscard]] std::optional<LocalSeconds> parseLocalTime(std::string_view text) noexcept;
 
-/// The same in the first form.
+/// A civil time in the first form.
 [[nodiscard]] std::string toText(LocalSeconds local);
 
-/// The moment at which clocks in the zone show a civil time: the earlier of two, and nothing where
-/// the clocks skip that time.
+/// The moment at which clocks in the zone show a civil time: the earlier one if there are two;
+/// nothing if the clocks skip that time.
 [[nodiscard]] std::optional<OfficeUtils::Clock::TimePoint> toMoment(LocalSeconds local,
                                                                     DOM::TimeZone const& timeZone);
 

@@ -17,7 +17,7 @@ namespace Zorv::Tool {
 
 namespace {
 
-/// The arguments as they are written.
+/// Arguments as written.
 struct Arguments {
   std::string file;
   std::optional<std::string> sheet;
@@ -133,7 +133,7 @@ Options toOptions(Arguments arguments, Command command) {
 std::variant<Options, ExitStatus> parseCommandLine(int argc, char const* const* argv,
                                                    std::ostream& out, std::ostream& err) {
   CLI::App app("Tells which conditional formats of a workbook hold, and what they do.", "cndfrmt");
-  app.require_subcommand(0, 1);  // checked below: an unknown command is to be told by its name
+  app.require_subcommand(0, 1);  // checked below, so that the message names an unknown command
   app.failure_message([](CLI::App const*, CLI::Error const& error) {
     return fmt::format("cndfrmt: {}; cndfrmt --help says more\n", error.what());
   });

@@ -16,7 +16,7 @@ namespace Zorv::Tool {
 enum class Command { Resolve, Rules, Verdicts };
 enum class OutputFormat { Table, Json };
 
-/// What the command line asks for, checked as far as that goes without the file.
+/// The command line's options, checked as far as possible without the file.
 struct Options {
   Command command = Command::Resolve;
   std::string file;
@@ -29,9 +29,9 @@ struct Options {
   std::string localeName;
 };
 
-/// Reads the command line. Where that is all there is to do (help, the version, a mistake), writes
-/// what there is to say and gives the status with which the program ends.
-/// Throws UsageError for an argument that is well formed and names nothing: a time zone, a locale.
+/// Parses the command line. For help, the version and mistakes, writes the text and returns the
+/// program's exit status. Throws UsageError for a well-formed argument that names nothing, such as
+/// an unknown time zone or locale.
 [[nodiscard]] std::variant<Options, ExitStatus> parseCommandLine(int argc, char const* const* argv,
                                                                  std::ostream& out,
                                                                  std::ostream& err);

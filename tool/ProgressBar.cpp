@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::chrono::milliseconds betweenDrawings{100};
 constexpr std::size_t barWidth = 20;
-/// So that the line fits a narrow terminal: what wraps cannot be drawn over.
+/// Keeps the line short enough for a narrow terminal: a wrapped line cannot be redrawn.
 constexpr std::size_t longestName = 40;
 
 }  // namespace

@@ -10,31 +10,30 @@
 
 namespace Zorv::Tool {
 
-/// A line on a terminal that says how far some work is, drawn over itself: `[####      ]  42 %
-/// Sales`. Work that is done in no time draws nothing.
+/// Progress line on a terminal, redrawn in place: `[####      ]  42 % Sales`. Work that takes no
+/// noticeable time draws nothing.
 ///
-/// Whoever writes to the same terminal clears the bar before; the destructor clears it too, so that
-/// nothing of it is left however the work ends.
+/// Other writers to the same terminal clear the bar first. The destructor clears it, too.
 ///
-/// Borrows the stream. Not for use from several threads at once.
+/// Borrows the stream. Not thread-safe.
 class ProgressBar {
 public:
   using Clock = std::chrono::steady_clock;
   using ReadClock = std::function<Clock::time_point()>;
 
-  /// Nothing is ever written unless the stream is a terminal.
+  /// Writes nothing if the stream is not a terminal.
   ProgressBar(std::ostream& terminal, bool isTerminal, ReadClock readClock = &Clock::now);
   ProgressBar(ProgressBar const&) = delete;
   ProgressBar& operator=(ProgressBar const&) = delete;
   ~ProgressBar();
 
-  /// What is worked on, and in how many steps; the bar stands at 0.
+  /// Starts at 0 of so many steps; `what` names the work.
   void begin(std::string_view what, std::uint64_t stepCount);
 
-  /// So many steps are done. Draws where the last drawing is old enough.
+  /// Sets the number of steps done. Redraws at most ten times a second.
   void show(std::uint64_t stepsDone);
 
-  /// Takes the bar off the terminal until it is drawn again.
+  /// Erases the bar until it is drawn again.
   void clear() noexcept;
 
 private:
@@ -46,7 +45,7 @@ private:
   Clock::time_point _lastDrawn;
   std::string _what;
   std::uint64_t _stepCount = 0;
-  std::size_t _widthDrawn = 0;  ///< 0 where nothing is drawn
+  std::size_t _widthDrawn = 0;  ///< 0 if nothing is drawn
 };
 
 }  // namespace Zorv::Tool

@@ -7,7 +7,7 @@ namespace Zorv::Tool {
 
 namespace {
 
-/// Writes cell by cell, so that what is kept in memory does not grow with the file.
+/// Writes each cell at once, so that memory does not grow with the file.
 class ResolveJson final : public ResolveOutput {
 public:
   ResolveJson(Selection const& selection, std::ostream& out) : _selection(selection), _out(out) {

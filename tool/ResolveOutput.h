@@ -11,14 +11,14 @@
 
 namespace Zorv::Tool {
 
-/// A cell that conditional formats style.
+/// A cell with a conditional style.
 struct ResolvedCell {
   DOM::CellInfo cellInfo;
   DOM::SharedCellStylePtr style;                ///< never null
   std::vector<Workbook::Rule const*> deciding;  ///< by priority, at least one
 };
 
-/// Prints what `cndfrmt resolve` finds, in the order in which it is handed over.
+/// Printer of resolved cells, in the order in which they are added.
 class ResolveOutput {
 public:
   ResolveOutput() = default;
@@ -26,14 +26,14 @@ public:
   ResolveOutput& operator=(ResolveOutput const&) = delete;
   virtual ~ResolveOutput() = default;
 
-  /// The cells that follow are of this sheet.
+  /// Starts a sheet: the next cells are in it.
   virtual void beginSheet(Workbook::Sheet const& sheet) = 0;
   virtual void add(ResolvedCell const& cell) = 0;
-  /// To be called once, at the end.
+  /// Ends the output. Must be called once.
   virtual void finish() = 0;
 };
 
-/// Both borrow their arguments.
+/// The outputs borrow their arguments.
 [[nodiscard]] std::unique_ptr<ResolveOutput> makeResolveTable(
     OfficeUtils::LocaleContext const& locale, std::ostream& out);
 [[nodiscard]] std::unique_ptr<ResolveOutput> makeResolveJson(Selection const& selection,

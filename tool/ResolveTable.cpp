@@ -44,7 +44,7 @@ public:
   void finish() override { _out << _table.format(); }
 
 private:
-  /// Long texts would push the columns behind them out of sight.
+  /// Long texts would push the other columns out of sight.
   static std::string shorten(std::string const& text) {
     constexpr std::size_t longest = 32;
     if (displayWidth(text) <= longest) {

@@ -10,15 +10,14 @@
 
 namespace Zorv::Tool {
 
-/// What became of some rules, in numbers.
+/// Numbers of rules by what became of them.
 struct RuleCounts {
   explicit RuleCounts(std::vector<Workbook::Rule const*> const& rules);
 
   std::size_t read = 0;
   std::size_t resolved = 0;
   std::map<std::string, std::size_t> notResolvedByKind;  ///< by describeType()
-  /// The functions that the formulas call and the formula engine does not have: they evaluate to
-  /// `#NAME?`.
+  /// Functions in the formulas that the formula engine does not have: they evaluate to `#NAME?`.
   std::set<std::string> unknownFunctions;
 };
 

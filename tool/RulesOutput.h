@@ -9,7 +9,8 @@ namespace Zorv::Tool {
 /// Prints the rules of each sheet of a selection, by priority, as a table.
 void printRulesTable(Selection const& selection, std::ostream& out);
 
-/// Everything that the rule's named style sets; a style that sets nothing where it has none.
+/// The properties that a resolved rule's named style sets, with inherited ones; none if it has no
+/// named style.
 [[nodiscard]] DOM::CellStyle findStyle(Workbook::Document const& document,
                                        Workbook::Rule const& rule);
 

@@ -80,7 +80,7 @@ std::vector<Workbook::Rule const*> Selection::getRules() const {
 }
 
 bool Selection::isSelected(Workbook::Rule const& rule) const noexcept {
-  // A rule whose areas could not be read is told of whatever the range.
+  // A rule whose ranges cannot be read is reported whatever the range.
   return !_options.range || rule.ranges.empty() ||
          std::any_of(rule.ranges.begin(), rule.ranges.end(), [&](TableRange const& range) {
            return !intersect(range, *_options.range).isEmpty();

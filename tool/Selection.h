@@ -8,12 +8,12 @@
 
 namespace Zorv::Tool {
 
-/// What a command looks at: the sheets and cells of a document that the options name.
+/// The sheets, cells and rules of a document that the options select.
 ///
 /// Borrows the document and the options.
 class Selection {
 public:
-  /// Throws ContentError where the document has no sheet of the name that the options give.
+  /// Throws ContentError if the document has no sheet of the name in the options.
   Selection(Workbook::Document const& document, Options const& options);
 
   [[nodiscard]] Workbook::Document const& getDocument() const noexcept { return _document; }
@@ -21,15 +21,15 @@ public:
   /// Indices of the document's sheets, ascending.
   [[nodiscard]] std::vector<std::size_t> const& getSheets() const noexcept { return _sheets; }
 
-  /// The part of a sheet that is looked at: the smallest range with all its cells, with so many
-  /// rows and columns behind them, cut to the range that the options name.
+  /// The selected part of a sheet: its used range, enlarged by `margin` rows and columns at the
+  /// end, inside the range of the options.
   [[nodiscard]] TableRange getBounds(std::size_t sheet, unsigned long margin = 0) const noexcept;
 
-  /// The rules of a sheet by priority, those without one last, equal ones in the file's order;
-  /// those that do not touch the range that the options name are left out.
+  /// The rules of a sheet that intersect the range of the options, by priority. Rules without a
+  /// priority come last; rules of equal priority keep the order of the file.
   [[nodiscard]] std::vector<Workbook::Rule const*> getRulesByPriority(std::size_t sheet) const;
 
-  /// The rules of all sheets that are looked at, by number.
+  /// The rules of all selected sheets that intersect the range of the options, by number.
   [[nodiscard]] std::vector<Workbook::Rule const*> getRules() const;
 
 private:

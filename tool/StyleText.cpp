@@ -16,7 +16,7 @@ std::string_view nameOf(Enum value, std::array<std::string_view, size> const& na
   return index < size ? names[index] : std::string_view("unknown");
 }
 
-/// How a property is called in a line for people, where that is not its name.
+/// Word for a property in a line for people; its name if there is no other.
 std::string_view wordOf(std::string_view name) {
   static std::map<std::string_view, std::string_view> const words = {
       {"fontName", "font"},
@@ -43,14 +43,14 @@ std::string_view wordOf(std::string_view name) {
   return found == words.end() ? name : found->second;
 }
 
-/// Gathers the phrases of one style.
+/// Phrases of one style.
 class Phrases {
 public:
   void add(std::string_view name, bool value) {
     append(fmt::format("{}{}", value ? "" : "not ", wordOf(name)));
   }
   void add(std::string_view name, DOM::FillPattern value) {
-    // A solid fill is told by its colour.
+    // A solid fill is described by its colour alone.
     if (value != DOM::FillPattern::Solid) {
       append(fmt::format("{} {}", wordOf(name), toText(value)));
     }
@@ -164,7 +164,7 @@ std::string describe(DOM::CellStyle const& style) {
     if (!framed || !isSide(name)) {
       phrases.add(name, value);
     } else if (name == "borderLeft") {
-      // Four equal sides are one frame.
+      // Four equal sides are described as one border.
       phrases.add("border", value);
     }
   });

@@ -8,13 +8,13 @@
 #include "DOM/CellStyle.h"
 #include "DOM/StyleProps.h"
 
-/// Styles in words. Every text here is plain UTF-8; nothing throws but for want of memory.
+/// Styles as text, in UTF-8.
 namespace Zorv::Tool {
 
 /// `#RRGGBB`, or `#RRGGBBAA` where the colour is not opaque.
 [[nodiscard]] std::string toText(DOM::Colour const& colour);
 
-// The names that ISO/IEC 29500-1, 18.18 gives the values ("centerContinuous").
+// Names of the values in ISO/IEC 29500-1, 18.18 ("centerContinuous").
 [[nodiscard]] std::string_view toText(DOM::Underline value) noexcept;
 [[nodiscard]] std::string_view toText(DOM::VerticalRun value) noexcept;
 [[nodiscard]] std::string_view toText(DOM::HorizontalAlignment value) noexcept;
@@ -22,14 +22,14 @@ namespace Zorv::Tool {
 [[nodiscard]] std::string_view toText(DOM::FillPattern value) noexcept;
 [[nodiscard]] std::string_view toText(DOM::LineStyle value) noexcept;
 
-/// The line's style, and its colour where it has one.
+/// The line's style and, if it has one, its colour.
 [[nodiscard]] std::string toText(DOM::BorderLine const& line);
 
 /// One line for people: `fill #FFC7CE, text #9C0006, bold`; "nothing" for a style that sets
 /// nothing.
 [[nodiscard]] std::string describe(DOM::CellStyle const& style);
 
-/// Calls `visit(name, value)` for every property that the group sets, in the order of its members.
+/// Calls `visit(name, value)` for every property that a group sets, in the order of its members.
 template <class Props, class Visitor>
 void forEachSetMember(Props const& props, Visitor const& visit) {
   auto const visitOne = [&](auto const& member) {
@@ -40,8 +40,8 @@ void forEachSetMember(Props const& props, Visitor const& visit) {
   std::apply([&](auto const&... members) { (visitOne(members), ...); }, Props::members());
 }
 
-/// Calls `visit(name, value)` for every property that the style sets: those of the cell, of its
-/// text and of its paragraph, then the code of the number format.
+/// Calls `visit(name, value)` for every property that a style sets: cell, text and paragraph
+/// properties, then the code of the number format.
 template <class Visitor>
 void forEachSetProperty(DOM::CellStyle const& style, Visitor const& visit) {
   if (auto const& props = style.getCellProps()) {

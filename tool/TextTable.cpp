@@ -15,7 +15,7 @@ namespace {
 
 constexpr UChar32 replacementCharacter = 0xFFFD;
 
-/// Calls `visit(codePoint)` for each character; what is no UTF-8 comes as a negative number.
+/// Calls `visit(codePoint)` for each character; bytes that are not UTF-8 give a negative number.
 template <class Visitor>
 void forEachCharacter(std::string_view text, Visitor const& visit) {
   auto const* bytes = reinterpret_cast<std::uint8_t const*>(text.data());
@@ -35,7 +35,7 @@ void append(std::string& text, UChar32 character) {
 }
 
 bool isUnprintable(UChar32 character) noexcept {
-  // Format characters other than the joiners could reorder or hide what stands around them.
+  // Format characters other than the joiners could reorder or hide the text around them.
   auto const type = u_charType(character);
   return type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR ||
          (type == U_FORMAT_CHAR && character != 0x200C && character != 0x200D);

@@ -7,17 +7,17 @@
 
 namespace Zorv::Tool {
 
-/// The text as it may be shown on one line of a terminal: control characters, line ends among them,
-/// become spaces, and bytes that are no UTF-8 the replacement character.
+/// A text that is safe on one line of a terminal: control characters and line ends become spaces,
+/// bytes that are not UTF-8 the replacement character.
 [[nodiscard]] std::string toPrintable(std::string_view text);
 
-/// How many columns of a terminal a printable text takes.
+/// Width of a printable text in columns of a terminal.
 [[nodiscard]] std::size_t displayWidth(std::string_view text) noexcept;
 
-/// The longest front part of a printable text that takes no more than so many columns.
+/// The longest prefix of a printable text that is no wider than `width` columns.
 [[nodiscard]] std::string cutToWidth(std::string_view text, std::size_t width);
 
-/// Lines of left-aligned columns under headings.
+/// Table of left-aligned columns with headings.
 ///
 /// The last column is not padded; the others are as wide as their widest cell. Texts are made
 /// printable as they are added.
@@ -25,7 +25,7 @@ class TextTable {
 public:
   explicit TextTable(std::vector<std::string> headings);
 
-  /// Takes one text for each column.
+  /// Needs one text for each column.
   void addRow(std::vector<std::string> row);
 
   [[nodiscard]] bool isEmpty() const noexcept { return _rows.size() == 1; }

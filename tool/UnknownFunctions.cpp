@@ -17,7 +17,7 @@ namespace {
 using DOM::FormulaSyntaxTree::Expr;
 using DOM::FormulaSyntaxTree::NodeKind;
 
-/// Gathers the unknown functions of every formula of a record.
+/// Collects the unknown functions in the formulas of a record.
 class Gatherer : public boost::static_visitor<void> {
 public:
   explicit Gatherer(std::set<std::string>& names) noexcept : _names(names) {}

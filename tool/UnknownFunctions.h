@@ -8,8 +8,8 @@
 
 namespace Zorv::Tool {
 
-/// The names of the functions that the rules' formulas call and the formula engine does not have:
-/// they evaluate to `#NAME?`.
+/// Names of the functions in the rules' formulas that the formula engine does not have; they
+/// evaluate to `#NAME?`.
 [[nodiscard]] std::set<std::string> findUnknownFunctions(
     std::vector<Workbook::Rule const*> const& rules);
 

@@ -17,7 +17,7 @@ namespace {
 
 using namespace Zorv::Tool;
 
-/// Results that come while the work goes on would run into a bar on the same terminal.
+/// JSON is printed during the work, and would mix with a bar on the same terminal.
 bool canShowProgress(Options const& options) {
   return isatty(STDERR_FILENO) == 1 &&
          (options.format != OutputFormat::Json || isatty(STDOUT_FILENO) == 0);
