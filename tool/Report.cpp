@@ -39,7 +39,7 @@ std::string describe(std::exception_ptr const& problem) {
   }
 }
 
-/// Where in the file something was found, ready to stand before the message.
+/// Place of a finding in the file, as a prefix of its message.
 std::string placeOf(Workbook::Finding const& finding) {
   std::string place;
   for (auto const* part : {&finding.part, &finding.sheet, &finding.range}) {

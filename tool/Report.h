@@ -11,7 +11,7 @@
 
 namespace Zorv::Tool {
 
-/// What a command has to say beside its output: lines for standard error.
+/// Messages of a command besides its output, as lines on standard error.
 ///
 /// Borrows the stream and the selection.
 class Report {
@@ -19,18 +19,18 @@ public:
   Report(std::ostream& err, Selection const& selection) noexcept
       : _err(err), _selection(selection) {}
 
-  /// Says what the loader found, and which rules are not resolved and why.
+  /// Prints the loader's findings, and the rules that are not resolved, with their reasons.
   void sayFindings() const;
 
-  /// Says that a condition could not be evaluated for a cell. After the first ones, counts only.
+  /// Prints that a condition could not be evaluated for a cell. After the first ten, only counts.
   void sayFailure(Workbook::Rule const& rule, CellIndex cell, std::exception_ptr const& problem);
 
-  /// Says that empty positions were left out, since there are too many.
+  /// Prints that only existing cells are visited, since there are too many positions.
   void saySparse(std::size_t sheet, std::uint64_t positions) const;
 
   [[nodiscard]] std::uint64_t getFailureCount() const noexcept { return _failureCount; }
 
-  /// The count of failures, where there were any, and the line that counts the rules:
+  /// Prints the number of failures, if there are any, and the line that counts the rules:
   /// `FILE: 3 rules read, 2 resolved, 1 not resolved (1 data bar); functions not known: FOO`.
   void saySummary() const;
 

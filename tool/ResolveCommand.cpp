@@ -15,7 +15,7 @@ namespace {
 
 namespace CF = ConditionalFormatters;
 
-/// Hands the cells of one selection, sheet by sheet, to an output.
+/// Resolves a selection sheet by sheet, and passes the cells to an output.
 class Resolver {
 public:
   Resolver(Selection const& selection, Report& report, ResolveOutput& output, ProgressBar& progress)

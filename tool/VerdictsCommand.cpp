@@ -20,7 +20,7 @@ namespace {
 
 namespace CF = ConditionalFormatters;
 
-/// Other programs judge empty positions somewhat beyond the last cells, too.
+/// Other programs format empty positions somewhat beyond the last cells, too.
 constexpr unsigned long margin = 10;
 
 void printVerdicts(Workbook::Rule const& rule, std::size_t format,
@@ -45,7 +45,7 @@ void printVerdicts(Workbook::Rule const& rule, std::size_t format,
   });
 }
 
-/// The rules of a sheet among those that are looked at, without those that are not resolved.
+/// The selected and resolved rules of a sheet.
 std::vector<Workbook::Rule const*> findRules(Selection const& selection, std::size_t sheet) {
   auto rules = selection.getRules();
   std::erase_if(rules, [sheet](Workbook::Rule const* rule) {
