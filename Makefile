@@ -38,6 +38,7 @@ run: tool ## Resolve the demonstration workbook
 
 checks: all-packages
 	@scripts/check_layers.sh
+	@scripts/check_rooms.sh
 	@scripts/check_format.sh
 
 test: checks release build/asan/build.ninja build/tsan/build.ninja ## Run every check and test

@@ -5,12 +5,12 @@
 #include <variant>
 
 #include "OfficeUtils/Clock.h"
-#include "tool/Commands.h"
-#include "tool/Errors.h"
-#include "tool/Options.h"
-#include "tool/ProgressBar.h"
-#include "tool/Report.h"
-#include "tool/Selection.h"
+#include "tool/Commands/Commands.h"
+#include "tool/Input/Errors.h"
+#include "tool/Input/Options.h"
+#include "tool/Input/Selection.h"
+#include "tool/Output/ProgressBar.h"
+#include "tool/Output/Report.h"
 #include "workbook/LoadWorkbook.h"
 
 namespace {

@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Fails when a source of the loader or the tool includes what it should not:
+#   workbook: face -> Read -> Xml -> Package, and face, Read -> Recalculation -> model, where the
+#   model (Document.h and what it is made of) and the face lie in workbook/ itself;
+#   tool: main -> Commands -> Output -> Input -> Text; of the libraries installed headers only.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+failed=0
+# forbid PATTERN FILES...: none of the files or folders may include a header that matches.
+forbid() {
+  local pattern=$1
+  shift
+  if grep -rnE "^#include \"($pattern)" --include='*.h' --include='*.cpp' "$@"; then
+    echo "check_rooms: the lines above point the wrong way ($* may not see $pattern)" >&2
+    failed=1
+  fi
+}
+
+face='workbook/(LoadWorkbook|LoadError|DocumentValueProvider)\.h'
+model='workbook/(Document|DocumentContextProvider|Finding|Rule|Sheet)\.h'
+forbid "$face|$model|workbook/(Xml|Read|Recalculation)/" workbook/Package
+forbid "$face|$model|workbook/(Read|Recalculation)/" workbook/Xml
+forbid "$face|workbook/(Package|Xml|Read)/" workbook/Recalculation
+forbid "$face" workbook/Read
+forbid 'workbook/[A-Z][A-Za-z]*/' workbook/*.h
+
+forbid 'tool/(Commands|Output|Input)/' tool/Text
+forbid 'tool/(Commands|Output)/' tool/Input
+forbid 'tool/Commands/' tool/Output
+
+# What the tool includes of the libraries, and what of that is not installed.
+installed=$(grep -oE '(host|ConditionalFormatters)/[A-Za-z0-9_/]+\.h' cmake/PublicHeaders.cmake |
+  sed 's|^host/||' | sort -u)
+used=$(grep -rhoE '^#include "[^"]+"' --include='*.h' --include='*.cpp' tool |
+  sed -E 's|^#include "(.*)"$|\1|' | grep -vE '^(tool|workbook)/' | sort -u)
+hidden=$(comm -13 <(echo "$installed") <(echo "$used"))
+if [ -n "$hidden" ]; then
+  grep -rnF --include='*.h' --include='*.cpp' -f <(sed 's|.*|#include "&"|' <<<"$hidden") tool
+  echo "check_rooms: the tool includes the headers above, which are not installed" >&2
+  failed=1
+fi
+exit $failed

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "tool/Input/Options.h"
+#include "workbook/Document.h"
+
+namespace Zorv::Tool {
+
+/// The sheets, cells and rules of a document that the options select.
+///
+/// Borrows the document and the options.
+class Selection {
+public:
+  /// Throws ContentError if the document has no sheet of the name in the options.
+  Selection(Workbook::Document const& document, Options const& options);
+
+  [[nodiscard]] Workbook::Document const& getDocument() const noexcept { return _document; }
+  [[nodiscard]] Options const& getOptions() const noexcept { return _options; }
+  /// Indices of the document's sheets, ascending.
+  [[nodiscard]] std::vector<std::size_t> const& getSheets() const noexcept { return _sheets; }
+
+  /// The selected part of a sheet: its used range, enlarged by `margin` rows and columns at the
+  /// end, inside the range of the options.
+  [[nodiscard]] TableRange getBounds(std::size_t sheet, unsigned long margin = 0) const noexcept;
+
+  /// The rules of a sheet that intersect the range of the options, by priority. Rules without a
+  /// priority come last; rules of equal priority keep the order of the file.
+  [[nodiscard]] std::vector<Workbook::Rule const*> getRulesByPriority(std::size_t sheet) const;
+
+  /// The rules of all selected sheets that intersect the range of the options, by number.
+  [[nodiscard]] std::vector<Workbook::Rule const*> getRules() const;
+
+private:
+  [[nodiscard]] bool isSelected(Workbook::Rule const& rule) const noexcept;
+
+  Workbook::Document const& _document;
+  Options const& _options;
+  std::vector<std::size_t> _sheets;
+};
+
+}  // namespace Zorv::Tool

@@ -1,0 +1,174 @@
+#include "tool/Text/StyleText.h"
+
+#include <array>
+#include <cstddef>
+#include <map>
+
+#include <fmt/format.h>
+
+namespace Zorv::Tool {
+
+namespace {
+
+template <class Enum, std::size_t size>
+std::string_view nameOf(Enum value, std::array<std::string_view, size> const& names) noexcept {
+  auto const index = static_cast<std::size_t>(value);
+  return index < size ? names[index] : std::string_view("unknown");
+}
+
+/// Word for a property in a line for people; its name if there is no other.
+std::string_view wordOf(std::string_view name) {
+  static std::map<std::string_view, std::string_view> const words = {
+      {"fontName", "font"},
+      {"fontSize", "size"},
+      {"colour", "text"},
+      {"verticalRun", "script"},
+      {"horizontalAlignment", "align"},
+      {"wrapText", "wrap"},
+      {"shrinkToFit", "shrink"},
+      {"textRotation", "rotate"},
+      {"readingOrder", "reading order"},
+      {"fillPattern", "pattern"},
+      {"fillColour", "fill"},
+      {"fillPatternColour", "pattern colour"},
+      {"borderLeft", "left border"},
+      {"borderRight", "right border"},
+      {"borderTop", "top border"},
+      {"borderBottom", "bottom border"},
+      {"borderDiagonalUp", "rising diagonal"},
+      {"borderDiagonalDown", "falling diagonal"},
+      {"verticalAlignment", "vertical align"},
+      {"numberFormat", "format"}};
+  auto const found = words.find(name);
+  return found == words.end() ? name : found->second;
+}
+
+/// Phrases of one style.
+class Phrases {
+public:
+  void add(std::string_view name, bool value) {
+    append(fmt::format("{}{}", value ? "" : "not ", wordOf(name)));
+  }
+  void add(std::string_view name, DOM::FillPattern value) {
+    // A solid fill is described by its colour alone.
+    if (value != DOM::FillPattern::Solid) {
+      append(fmt::format("{} {}", wordOf(name), toText(value)));
+    }
+  }
+  template <class Number>
+  requires std::is_arithmetic_v<Number>
+  void add(std::string_view name, Number value) {
+    append(fmt::format("{} {}", wordOf(name), value));
+  }
+  void add(std::string_view name, std::string const& value) {
+    append(fmt::format("{} {}", wordOf(name), value));
+  }
+  template <class Value>
+  requires(!std::is_arithmetic_v<Value>) void add(std::string_view name, Value const& value) {
+    append(fmt::format("{} {}", wordOf(name), toText(value)));
+  }
+
+  [[nodiscard]] std::string text() const { return _text.empty() ? "nothing" : _text; }
+
+private:
+  void append(std::string const& phrase) {
+    _text += _text.empty() ? "" : ", ";
+    _text += phrase;
+  }
+
+  std::string _text;
+};
+
+bool hasFrame(DOM::CellProps const& props) noexcept {
+  return props.borderLeft && props.borderLeft == props.borderRight &&
+         props.borderLeft == props.borderTop && props.borderLeft == props.borderBottom;
+}
+
+bool isSide(std::string_view name) noexcept {
+  return name == "borderLeft" || name == "borderRight" || name == "borderTop" ||
+         name == "borderBottom";
+}
+
+}  // namespace
+
+std::string toText(DOM::Colour const& colour) {
+  auto text = fmt::format("#{:02X}{:02X}{:02X}", colour.red, colour.green, colour.blue);
+  if (colour.alpha != 255) {
+    text += fmt::format("{:02X}", colour.alpha);
+  }
+  return text;
+}
+
+std::string_view toText(DOM::Underline value) noexcept {
+  static constexpr std::array<std::string_view, 5> names = {"none", "single", "double",
+                                                            "singleAccounting", "doubleAccounting"};
+  return nameOf(value, names);
+}
+
+std::string_view toText(DOM::VerticalRun value) noexcept {
+  static constexpr std::array<std::string_view, 3> names = {"baseline", "superscript", "subscript"};
+  return nameOf(value, names);
+}
+
+std::string_view toText(DOM::HorizontalAlignment value) noexcept {
+  static constexpr std::array<std::string_view, 8> names = {
+      "general", "left", "center", "right", "fill", "justify", "centerContinuous", "distributed"};
+  return nameOf(value, names);
+}
+
+std::string_view toText(DOM::VerticalAlignment value) noexcept {
+  static constexpr std::array<std::string_view, 5> names = {"top", "center", "bottom", "justify",
+                                                            "distributed"};
+  return nameOf(value, names);
+}
+
+std::string_view toText(DOM::FillPattern value) noexcept {
+  static constexpr std::array<std::string_view, 19> names = {
+      "none",           "solid",           "mediumGray",    "darkGray",  "lightGray",
+      "darkHorizontal", "darkVertical",    "darkDown",      "darkUp",    "darkGrid",
+      "darkTrellis",    "lightHorizontal", "lightVertical", "lightDown", "lightUp",
+      "lightGrid",      "lightTrellis",    "gray125",       "gray0625"};
+  return nameOf(value, names);
+}
+
+std::string_view toText(DOM::LineStyle value) noexcept {
+  static constexpr std::array<std::string_view, 14> names = {"none",
+                                                             "thin",
+                                                             "medium",
+                                                             "dashed",
+                                                             "dotted",
+                                                             "thick",
+                                                             "double",
+                                                             "hair",
+                                                             "mediumDashed",
+                                                             "dashDot",
+                                                             "mediumDashDot",
+                                                             "dashDotDot",
+                                                             "mediumDashDotDot",
+                                                             "slantDashDot"};
+  return nameOf(value, names);
+}
+
+std::string toText(DOM::BorderLine const& line) {
+  std::string text(toText(line.style));
+  if (line.colour) {
+    text += fmt::format(" {}", toText(*line.colour));
+  }
+  return text;
+}
+
+std::string describe(DOM::CellStyle const& style) {
+  Phrases phrases;
+  bool const framed = style.getCellProps() && hasFrame(*style.getCellProps());
+  forEachSetProperty(style, [&](std::string_view name, auto const& value) {
+    if (!framed || !isSide(name)) {
+      phrases.add(name, value);
+    } else if (name == "borderLeft") {
+      // Four equal sides are described as one border.
+      phrases.add("border", value);
+    }
+  });
+  return phrases.text();
+}
+
+}  // namespace Zorv::Tool
