@@ -1,24 +1,13 @@
 #include "Formulas/OneTableDocument.h"
 
-#include <cstdint>
 #include <utility>
 
-#include <unicode/uchar.h>
-#include <unicode/unistr.h>
-
+#include "Utils/CaseFolding.h"
 #include "Utils/Exceptions.h"
 
 namespace Zorv::Formulas {
 
 namespace {
-
-icu::UnicodeString toUnicode(std::string_view utf8) {
-  return icu::UnicodeString::fromUTF8({utf8.data(), static_cast<std::int32_t>(utf8.size())});
-}
-
-bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-  return toUnicode(a).caseCompare(toUnicode(b), U_FOLD_CASE_DEFAULT) == 0;
-}
 
 constexpr FormulaModel::DocTableIndex onlyIndex(0);
 
@@ -49,7 +38,7 @@ DOM::TimeZone const& OneTableDocument::getTimeZone() const { return _settings.ti
 std::size_t OneTableDocument::getTableCount() const { return 1; }
 
 TableContext const* OneTableDocument::findTableContext(std::string_view sheetName) const {
-  return equalsIgnoringCase(sheetName, _settings.sheetName) ? &_onlyTable : nullptr;
+  return foldCase(sheetName) == foldCase(_settings.sheetName) ? &_onlyTable : nullptr;
 }
 
 TableContext const* OneTableDocument::findTableContextAt(FormulaModel::DocTableIndex table) const {
