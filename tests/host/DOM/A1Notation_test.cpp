@@ -97,6 +97,7 @@ TEST(A1Notation, CellsOffTheSheetAreToldFromNames) {
   EXPECT_EQ(readCell("XFE1").shape, Shape::PastColumns);
   EXPECT_EQ(readCell("A1048577").shape, Shape::PastRows);
   EXPECT_EQ(readCell("ZZZ99999999999999999999").shape, Shape::PastRows);
+  EXPECT_EQ(readCell("A4294967297").shape, Shape::PastRows);  // 2^32 + 1
   for (char const* name : {"", "A", "1", "A0", "ABCD1", "A1B", "A1 ", "A-1", "R1C1"}) {
     EXPECT_EQ(readCell(name).shape, Shape::Other) << name;
   }
