@@ -36,6 +36,17 @@ struct PayloadHasher : boost::static_visitor<std::size_t> {
   }
 };
 
+/// Whether another element is equal to the one that was found. Equal elements are neighbours, so
+/// that the next one usually tells; listing them all would cost their number.
+bool isRepeated(FormulaValueMultiset const& values, FormulaValueMultiset::const_iterator found) {
+  auto const next = std::next(found);
+  if (next != values.end() && values.key_eq()(*next, *found)) {
+    return true;
+  }
+  // Containers do not promise to find the first of several.
+  return values.equal_range(*found).first != found;
+}
+
 }  // namespace
 
 std::size_t FormulaValueHasher::operator()(FormulaValue const& value) const {
@@ -50,13 +61,12 @@ bool UniquenessOperator::operator()(FormulaValueData const& data) const {
   if (FormulaModel::isFormulaEmpty(data.value)) {
     return false;
   }
-  // All equal elements lie between the two: counting them would visit each.
-  auto const [first, end] = _values.equal_range(data.value);
-  if (first == end) {
+  auto const found = _values.find(data.value);
+  if (found == _values.end()) {
     doFailAssert(sourceFile, 62, "valueCount != 0");
   }
   return satisfiesOccurrence(static_cast<DOM::UniquenessType>(_uniquenessType),
-                             std::next(first) != end);
+                             isRepeated(_values, found));
 }
 
 }  // namespace Zorv::ConditionalFormatters

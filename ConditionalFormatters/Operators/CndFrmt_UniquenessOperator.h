@@ -19,7 +19,7 @@ namespace Zorv::ConditionalFormatters {
 /// the ranges, so its value was collected. NaN equals nothing, so it is never found.
 ///
 /// Ownership: owns the collected values. Threads: may be called from several threads.
-/// Cost of a call: one hash, one bucket search, and the number of equal values.
+/// Cost of a call: one hash and one bucket search, however often the value occurs.
 class CNDFRMT_EXPORT UniquenessOperator final : public Operator {
 public:
   /// `values` are all values of the ranges that are not empty, one element for each visited cell.

@@ -1,6 +1,7 @@
 #include "ConditionalFormatters/Formats/CndFrmt_StyleRuns.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -75,6 +76,32 @@ TEST_F(StyleRunsTest, NeighboursOfOneStyleButAnotherWidthAreRunsOfTheirOwn) {
   std::vector<std::string> const runs{"a 0,0-1,2", "a 1,0-2,1"};
   EXPECT_EQ(runsOf({"aa", "a "}, 1), runs);
   EXPECT_EQ(runsOf({"aa", "a "}, 2), runs);
+}
+
+TEST_F(StyleRunsTest, PositionsThatAreLeftOutPartRuns) {
+  BlockRunsBuilder builder;
+  for (auto const& [row, column] : {std::pair(3UL, 1UL), {3UL, 2UL}, {3UL, 4UL}, {5UL, 1UL}}) {
+    builder.addCell(row, column, styleOf('a'));
+  }
+  auto const runs = builder.finalize();
+  ASSERT_EQ(runs.size(), 3U);
+  EXPECT_EQ(runs[0].range, (TableRange{3, 1, 4, 3}));
+  EXPECT_EQ(runs[1].range, (TableRange{3, 4, 4, 5}));
+  EXPECT_EQ(runs[2].range, (TableRange{5, 1, 6, 2}));
+}
+
+TEST_F(StyleRunsTest, ABuilderBeginsAnewWhenItHasGivenItsRuns) {
+  BlockRunsBuilder builder;
+  for (unsigned long row = 0; row < 3; ++row) {
+    // Each run would continue the one above.
+    builder.addCell(row, 7, styleOf('b'));
+    builder.addCell(row, 8, styleOf('a'));
+    auto const runs = builder.finalize();
+    ASSERT_EQ(runs.size(), 2U);
+    EXPECT_EQ(runs[0].range, (TableRange{row, 7, row + 1, 8}));
+    EXPECT_EQ(runs[1].range, (TableRange{row, 8, row + 1, 9}));
+    EXPECT_TRUE(builder.finalize().empty());
+  }
 }
 
 TEST_F(StyleRunsTest, OfNothingAreNone) { EXPECT_TRUE(runsOf({"  ", "  "}, 1).empty()); }

@@ -1,10 +1,12 @@
 #include "ConditionalFormatters/Parallel/CndFrmt_OrderedTasks.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -118,6 +120,33 @@ TEST_P(OrderedTasksTest, NoMomentIsPinnedIfTheCallerHasNone) {
   run(100, expectNone, expectNone);
 }
 
+TEST_P(OrderedTasksTest, EachThreadMakesOneWorkerAndThereAreNoMoreThanTasks) {
+  for (std::size_t const count : {1UL, 2UL, 100UL}) {
+    std::atomic<std::size_t> workers = 0;
+    std::atomic<bool> isShared = false;
+    auto const makeWorker = [&] {
+      ++workers;
+      return [&, owner = std::this_thread::get_id()](std::size_t task) {
+        isShared = isShared || owner != std::this_thread::get_id();
+        return task;
+      };
+    };
+    OrderedTasks(count, GetParam(), makeWorker, doNothing).run();
+    EXPECT_EQ(workers, std::min<std::size_t>(count, GetParam()));
+    EXPECT_FALSE(isShared);
+  }
+}
+
+TEST_P(OrderedTasksTest, AnExceptionEndsTheWork) {
+  std::atomic<std::size_t> started = 0;
+  auto const work = [&](std::size_t) {
+    ++started;
+    throw std::runtime_error("no result");
+  };
+  EXPECT_THROW(run(10'000, work, doNothing), std::runtime_error);
+  EXPECT_LE(started, 4U * GetParam());
+}
+
 INSTANTIATE_TEST_SUITE_P(Threads, OrderedTasksTest, testing::Values(1U, 2U, 7U));
 
 TEST(OrderedTasks, WithOneThreadEverythingHappensOnTheCallers) {
@@ -131,6 +160,62 @@ TEST(OrderedTasks, WithOneThreadEverythingHappensOnTheCallers) {
   auto const deliver = [&](std::size_t) { threads.insert(std::this_thread::get_id()); };
   OrderedTasks(9, 1, makeWorker, deliver).run();
   EXPECT_EQ(threads, std::set{std::this_thread::get_id()});
+}
+
+TEST(OrderedTasks, SeveralThreadsWorkAtOnce) {
+  std::atomic<int> working = 0;
+  auto const makeWorker = [&] {
+    return [&](std::size_t task) {
+      // Each of the two tasks waits until the other has begun.
+      ++working;
+      auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+      while (working < 2 && std::chrono::steady_clock::now() < end) {
+        std::this_thread::yield();
+      }
+      EXPECT_EQ(working, 2);
+      return task;
+    };
+  };
+  OrderedTasks(2, 2, makeWorker, doNothing).run();
+}
+
+TEST(OrderedTasks, AThreadMayBeSomeTasksAheadOfASlowOne) {
+  constexpr unsigned threadCount = 2;
+  constexpr std::size_t farthest = 4 * threadCount;
+  std::atomic<std::size_t> started = 0;
+  auto const makeWorker = [&] {
+    return [&](std::size_t task) {
+      ++started;
+      if (task == 0) {
+        // Until the other thread is as far ahead as it may be, and then some time to go too far.
+        auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (started < farthest && std::chrono::steady_clock::now() < end) {
+          std::this_thread::yield();
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        EXPECT_EQ(started, farthest);
+      }
+      return task;
+    };
+  };
+  OrderedTasks(100, threadCount, makeWorker, doNothing).run();
+}
+
+TEST(OrderedTasks, OneThreadDeliversEachResultAtOnce) {
+  for (unsigned const threadCount : {0U, 1U}) {
+    std::vector<std::string> log;
+    auto const makeWorker = [&] {
+      return [&](std::size_t task) {
+        log.push_back("compute " + std::to_string(task));
+        return task;
+      };
+    };
+    auto const deliver = [&](std::size_t result) {
+      log.push_back("deliver " + std::to_string(result));
+    };
+    OrderedTasks(2, threadCount, makeWorker, deliver).run();
+    EXPECT_EQ(log, (std::vector<std::string>{"compute 0", "deliver 0", "compute 1", "deliver 1"}));
+  }
 }
 
 }  // namespace
