@@ -6,7 +6,6 @@
 #include <boost/variant/static_visitor.hpp>
 
 #include "ConditionalFormatters/Formats/CndFrmt_FormulaBaseCell.h"
-#include "ConditionalFormatters/Operands/CndFrmt_ValueCollectors.h"
 #include "ConditionalFormatters/Operators/CndFrmt_AboveAverageOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_BinaryOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_NullaryOperator.h"
@@ -14,6 +13,7 @@
 #include "ConditionalFormatters/Operators/CndFrmt_TopBottomOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_UnaryOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_UniquenessOperator.h"
+#include "ConditionalFormatters/Operators/CndFrmt_ValueCollectors.h"
 #include "DOM/ConditionalFormat.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "Formulas/ContextProvider.h"

@@ -2,6 +2,7 @@
 # Fails when an include points against the layers:
 #   tool -> workbook -> ConditionalFormatters -> host, and inside the host
 #   Formulas -> DOM -> OfficeUtils -> FormulaModel -> Utils.
+#   In the library: WholeTable -> Parallel -> Formats -> Operators -> Operands -> Predicates.
 # The rooms of the formula engine have an order of their own, and the public headers at its top
 # include none of them.
 set -euo pipefail
@@ -32,6 +33,11 @@ check_order() {
 
 check_order '' '' host ConditionalFormatters workbook tool
 check_order host/ '' Utils FormulaModel OfficeUtils DOM Formulas
+check_order ConditionalFormatters/ ConditionalFormatters/ Predicates Operands Operators Formats \
+  Parallel WholeTable
+# The rooms of the library know of its face only what its own headers need.
+forbid 'ConditionalFormatters/CndFrmt_(ConditionalFormattingPropsCalculator|TableResolver)\.h' \
+  ConditionalFormatters/*/
 check_order host/Formulas/ Formulas/ Text Values Parsing Lookups Evaluation Functions
 forbid 'Formulas/[A-Z][A-Za-z0-9]*/' host/Formulas/*.h
 # Headers of the host are included without its folder's name.

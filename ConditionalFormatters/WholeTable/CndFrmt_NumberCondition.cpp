@@ -6,7 +6,7 @@
 
 #include "ConditionalFormatters/Operands/CndFrmt_Mean.h"
 #include "ConditionalFormatters/Operands/CndFrmt_Threshold.h"
-#include "ConditionalFormatters/Operands/CndFrmt_ValueCollectors.h"
+#include "ConditionalFormatters/Operators/CndFrmt_ValueCollectors.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_DistinctNumbers.h"
 
 namespace Zorv::ConditionalFormatters {

@@ -7,7 +7,7 @@
 #include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
-#include "ConditionalFormatters/Operands/CndFrmt_ValueCollectors.h"
+#include "ConditionalFormatters/Operators/CndFrmt_ValueCollectors.h"
 #include "ConditionalFormatters/Predicates/CndFrmt_Occurrence.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_RepeatedCells.h"
 #include "FormulaModel/FormulaValueAccess.h"

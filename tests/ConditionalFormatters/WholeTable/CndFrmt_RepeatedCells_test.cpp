@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
-#include "ConditionalFormatters/Operands/CndFrmt_ValueCollectors.h"
 #include "ConditionalFormatters/Operators/CndFrmt_UniquenessOperator.h"
+#include "ConditionalFormatters/Operators/CndFrmt_ValueCollectors.h"
 #include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
 #include "support/Values.h"

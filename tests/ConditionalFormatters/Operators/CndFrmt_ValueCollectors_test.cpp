@@ -1,4 +1,4 @@
-#include "ConditionalFormatters/Operands/CndFrmt_ValueCollectors.h"
+#include "ConditionalFormatters/Operators/CndFrmt_ValueCollectors.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
