@@ -65,7 +65,8 @@ private:
     Area const area = Area::of(*_area.table, _rowBlocks.at(index));
     std::uint32_t const firstRow = area.firstRow - _area.firstRow;
     CellBlock block;
-    block.reserve(std::min<std::uint64_t>(maxCellCount(area), DOM::RowBlocks::cellsPerBlock));
+    block.reserve(
+        std::min<std::uint64_t>(maxCellCount(area), std::uint64_t{DOM::RowBlocks::cellsPerBlock}));
     forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
       if (!value.isEmpty()) {
         block.add((firstRow + row) * _area.width() + column,
