@@ -5,6 +5,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -223,19 +224,24 @@ TEST_F(TableResolverTest, ACallThatNoCellChangesIsEvaluatedOnce) {
 /// Throws where a formula asks for another sheet.
 class OneSheetContextProvider final : public Formulas::OneTableDocument {
 public:
-  using Formulas::OneTableDocument::OneTableDocument;
+  OneSheetContextProvider(Table const& table, std::exception_ptr failure)
+      : OneTableDocument(table), _failure(std::move(failure)) {}
 
   [[nodiscard]] Formulas::TableContext const* findTableContext(
       std::string_view /*name*/) const override {
-    throw std::runtime_error("another sheet");
+    std::rethrow_exception(_failure);
   }
+
+private:
+  std::exception_ptr _failure;
 };
 
 class OneSheetProvider final : public ForwardingValueContextProvider {
 public:
-  explicit OneSheetProvider(Table const& table)
+  template <class Exception>
+  OneSheetProvider(Table const& table, Exception const& failure)
       : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)),
-        _contextProvider(table) {}
+        _contextProvider(table, std::make_exception_ptr(failure)) {}
 
   [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
     return _contextProvider;
@@ -248,13 +254,22 @@ private:
 TEST_F(TableResolverTest, ACallThatThrowsMattersToTheCellsThatTakeItsBranchAlone) {
   addUnary(UnaryConditionalFormatType::FormulaIsTrue,
            "IF(A1<8,A1>AVERAGE($A$1:$A$5),SUM(Other!$A$1:$A$9))");
-  ConditionalFormattingPropsCalculator const calculator(std::make_unique<OneSheetProvider>(table));
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<OneSheetProvider>(table, std::runtime_error("another sheet")));
   auto const resolver = calculator.prepare(styles, table);
   for (int pass = 0; pass < 2; ++pass) {
     EXPECT_TRUE(resolver.resolve(table.getCellInfo(7, 0)));
     EXPECT_THROW(static_cast<void>(resolver.resolve(table.getCellInfo(8, 0))), std::runtime_error);
     EXPECT_FALSE(resolver.resolve(table.getCellInfo(1, 0)));
   }
+}
+
+TEST_F(TableResolverTest, ALackOfMemoryIsNotTakenForACallThatCannotBeFolded) {
+  addUnary(UnaryConditionalFormatType::FormulaIsTrue, "IF(A1<8,TRUE,SUM(Other!$A$1:$A$9))");
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<OneSheetProvider>(table, std::bad_alloc()));
+  auto const resolver = calculator.prepare(styles, table);
+  EXPECT_THROW(static_cast<void>(resolver.resolve(table.getCellInfo(7, 0))), std::bad_alloc);
 }
 
 TEST_F(TableResolverTest, AnExceptionOfACellReachesTheCallerOnceAfterTheCellsBeforeIt) {

@@ -51,15 +51,18 @@ TEST_F(RangeIndexTest, FormatsWithoutPositionsAreNowhere) {
 }
 
 TEST_F(RangeIndexTest, TellsPositionsApartThatDoublesDoNot) {
-  constexpr unsigned long big = 1UL << 63U;
-  add({{big, 0, big + 1, 1}});
-  add({{big + 1, 0, big + 2, 1}});
-  RangeIndex const index(_refs);
-  FormatCursor cursor(index);
-  EXPECT_THAT(cursor.moveTo(big - 1, 0), IsEmpty());
-  EXPECT_THAT(cursor.moveTo(big, 0), ElementsAre(0));
-  EXPECT_THAT(cursor.moveTo(big + 1, 0), ElementsAre(1));
-  EXPECT_THAT(cursor.moveTo(big + 2, 0), IsEmpty());
+  for (unsigned const bits : {53U, 63U}) {
+    unsigned long const big = 1UL << bits;
+    _refs.clear();
+    add({{big, 0, big + 1, 1}});
+    add({{big + 1, 0, big + 2, 1}});
+    RangeIndex const index(_refs);
+    FormatCursor cursor(index);
+    EXPECT_THAT(cursor.moveTo(big - 1, 0), IsEmpty()) << bits;
+    EXPECT_THAT(cursor.moveTo(big, 0), ElementsAre(0)) << bits;
+    EXPECT_THAT(cursor.moveTo(big + 1, 0), ElementsAre(1)) << bits;
+    EXPECT_THAT(cursor.moveTo(big + 2, 0), IsEmpty()) << bits;
+  }
 }
 
 TEST_F(RangeIndexTest, AgreesWithTheHoldTestInAnyOrderOfPositions) {
