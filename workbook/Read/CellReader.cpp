@@ -83,9 +83,9 @@ DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
   if (!text || *text == "0") {
     return nullptr;
   }
-  auto const number = parseInteger(*text);
-  auto const& style = _styles.getCellStyle(
-      number && *number >= 0 ? static_cast<std::size_t>(*number) : _styles.getCellStyleCount());
+  auto const index = parseInteger(*text);
+  auto const& style = _styles.getCellStyle(index && *index >= 0 ? static_cast<std::size_t>(*index)
+                                                                : _styles.getCellStyleCount());
   if (!style) {
     _state.document.addFinding(
         {_sheet.part, _sheet.name, DOM::A1Notation::toAddress(place),
@@ -202,13 +202,13 @@ FormulaValue CellReader::interpretResult() const {
 }
 
 FormulaValue CellReader::interpretShared(CellIndex place) {
-  auto const number = parseInteger(_content.value);
-  if (!number || *number < 0 || static_cast<std::size_t>(*number) >= _sharedStrings.size()) {
+  auto const index = parseInteger(_content.value);
+  if (!index || *index < 0 || static_cast<std::size_t>(*index) >= _sharedStrings.size()) {
     fail(fmt::format("cell {}", DOM::A1Notation::toAddress(place)),
          fmt::format("refers to the shared text \"{}\", but the file has {}; the file is damaged",
                      _content.value, _sharedStrings.size()));
   }
-  return textValue(_sharedStrings[static_cast<std::size_t>(*number)]);
+  return textValue(_sharedStrings[static_cast<std::size_t>(*index)]);
 }
 
 /// A value that does not fit its type: the cell stays empty.

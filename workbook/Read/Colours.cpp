@@ -68,12 +68,12 @@ ThemeColours const& getDefaultThemeColours() noexcept { return defaultTheme; }
 ThemeColours readThemeColours(pugi::xml_node theme) {
   ThemeColours colours = defaultTheme;
   pugi::xml_node const scheme = theme.child("a:themeElements").child("a:clrScheme");
-  for (std::size_t number = 0; number < colours.size(); ++number) {
-    pugi::xml_node const named = scheme.child(themeNames.at(number));
+  for (std::size_t index = 0; index < colours.size(); ++index) {
+    pugi::xml_node const named = scheme.child(themeNames.at(index));
     pugi::xml_node const system = named.child("a:sysClr");
     auto const colour = parseColour(system ? system.attribute("lastClr").value()
                                            : named.child("a:srgbClr").attribute("val").value());
-    colours.at(number) = colour.value_or(colours.at(number));
+    colours.at(index) = colour.value_or(colours.at(index));
   }
   return colours;
 }
@@ -98,9 +98,9 @@ std::optional<DOM::Colour> Palette::read(pugi::xml_node element, AutomaticColour
   if (parseBoolean(element.attribute("auto").value()).value_or(false)) {
     return automatic == AutomaticColour::Ink ? ink : paper;
   }
-  if (auto const number = parseInteger(element.attribute("theme").value())) {
-    bool const known = *number >= 0 && static_cast<std::size_t>(*number) < _theme.size();
-    colour = known ? std::optional(_theme.at(static_cast<std::size_t>(*number))) : std::nullopt;
+  if (auto const themeIndex = parseInteger(element.attribute("theme").value())) {
+    bool const known = *themeIndex >= 0 && static_cast<std::size_t>(*themeIndex) < _theme.size();
+    colour = known ? std::optional(_theme.at(static_cast<std::size_t>(*themeIndex))) : std::nullopt;
   } else if (auto const rgb = parseColour(element.attribute("rgb").value())) {
     colour = rgb;
   } else if (auto const index = parseInteger(element.attribute("indexed").value())) {

@@ -129,11 +129,11 @@ UUID ConditionalFormatReader::findStyle(pugi::xml_node element, Rule const& rule
     return _styles.addDifferentialStyle(inlineFormat,
                                         fmt::format("differential format of rule {}", rule.number));
   }
-  pugi::xml_attribute const number = element.attribute("dxfId");
-  if (!number) {
+  pugi::xml_attribute const attribute = element.attribute("dxfId");
+  if (!attribute) {
     return {};
   }
-  auto const index = parseInteger(number.value());
+  auto const index = parseInteger(attribute.value());
   UUID const style = index && *index >= 0
                          ? _styles.getDifferentialStyle(static_cast<std::size_t>(*index))
                          : UUID();
@@ -143,7 +143,7 @@ UUID ConditionalFormatReader::findStyle(pugi::xml_node element, Rule const& rule
         {sheet.part, sheet.name, rule.rangeText,
          fmt::format("rule {} refers to the differential format \"{}\", which the file "
                      "does not have; it styles nothing",
-                     rule.number, number.value())});
+                     rule.number, attribute.value())});
   }
   return style;
 }

@@ -11,7 +11,7 @@ namespace Zorv::Workbook {
 namespace {
 
 struct BuiltInFormat {
-  long number;
+  long identifier;
   char const* code;
 };
 
@@ -58,19 +58,19 @@ constexpr std::array builtInFormats{
 
 void NumberFormats::add(pugi::xml_node numFmts) {
   for (pugi::xml_node const format : numFmts.children("numFmt")) {
-    if (auto const number = parseInteger(format.attribute("numFmtId").value())) {
-      _codes[*number] = unescapeXstring(format.attribute("formatCode").value());
+    if (auto const identifier = parseInteger(format.attribute("numFmtId").value())) {
+      _codes[*identifier] = unescapeXstring(format.attribute("formatCode").value());
     }
   }
 }
 
-std::string NumberFormats::findCode(long number) const {
-  if (auto const own = _codes.find(number); own != _codes.end()) {
+std::string NumberFormats::findCode(long identifier) const {
+  if (auto const own = _codes.find(identifier); own != _codes.end()) {
     return own->second;
   }
-  auto const* const builtIn =
-      std::find_if(builtInFormats.begin(), builtInFormats.end(),
-                   [number](BuiltInFormat const& format) { return format.number == number; });
+  auto const* const builtIn = std::find_if(
+      builtInFormats.begin(), builtInFormats.end(),
+      [identifier](BuiltInFormat const& format) { return format.identifier == identifier; });
   return builtIn == builtInFormats.end() ? std::string() : builtIn->code;
 }
 

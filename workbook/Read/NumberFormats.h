@@ -15,7 +15,7 @@ public:
   void add(pugi::xml_node numFmts);
 
   /// The code of a format; empty for an unknown identifier.
-  [[nodiscard]] std::string findCode(long number) const;
+  [[nodiscard]] std::string findCode(long identifier) const;
 
 private:
   std::map<long, std::string> _codes;

@@ -142,8 +142,8 @@ void SheetReader::readTablePart() {
 }
 
 DOM::SharedCellStylePtr SheetReader::findStyle(std::string_view attribute) const {
-  auto const number = parseInteger(_reader.getAttribute(attribute).value_or("0"));
-  return number && *number > 0 ? _styles.getCellStyle(static_cast<std::size_t>(*number)) : nullptr;
+  auto const index = parseInteger(_reader.getAttribute(attribute).value_or("0"));
+  return index && *index > 0 ? _styles.getCellStyle(static_cast<std::size_t>(*index)) : nullptr;
 }
 
 bool SheetReader::getFlag(std::string_view attribute, bool missing) const {

@@ -22,8 +22,8 @@ std::vector<pugi::xml_node> listChildren(pugi::xml_node parent) {
 }
 
 /// The element whose index an attribute of a cell format gives; an empty node if there is none.
-pugi::xml_node pick(std::vector<pugi::xml_node> const& elements, pugi::xml_attribute number) {
-  auto const index = parseInteger(number.value());
+pugi::xml_node pick(std::vector<pugi::xml_node> const& elements, pugi::xml_attribute attribute) {
+  auto const index = parseInteger(attribute.value());
   bool const known = index && *index >= 0 && static_cast<std::size_t>(*index) < elements.size();
   return known ? elements[static_cast<std::size_t>(*index)] : pugi::xml_node();
 }
@@ -64,13 +64,13 @@ void StylesReader::read(pugi::xml_node styleSheet, DOM::SharedObjectFactory cons
   }
 }
 
-DOM::SharedCellStylePtr const& StylesReader::getCellStyle(std::size_t number) const noexcept {
+DOM::SharedCellStylePtr const& StylesReader::getCellStyle(std::size_t index) const noexcept {
   static DOM::SharedCellStylePtr const none;
-  return number < _cellStyles.size() ? _cellStyles[number] : none;
+  return index < _cellStyles.size() ? _cellStyles[index] : none;
 }
 
-UUID StylesReader::getDifferentialStyle(std::size_t number) const noexcept {
-  return number < _differentialStyles.size() ? _differentialStyles[number] : UUID();
+UUID StylesReader::getDifferentialStyle(std::size_t index) const noexcept {
+  return index < _differentialStyles.size() ? _differentialStyles[index] : UUID();
 }
 
 UUID StylesReader::addDifferentialStyle(pugi::xml_node dxf, std::string name) {
@@ -88,9 +88,9 @@ UUID StylesReader::addDifferentialStyle(pugi::xml_node dxf, std::string name) {
   style.setCellProps(shareIfSet(cell));
   if (pugi::xml_node const format = dxf.child("numFmt")) {
     std::string code = format.attribute("formatCode").value();
-    auto const number = parseInteger(format.attribute("numFmtId").value());
+    auto const formatId = parseInteger(format.attribute("numFmtId").value());
     style.setCellFormat(
-        shareCode(code.empty() && number ? _numberFormats.findCode(*number) : std::move(code)));
+        shareCode(code.empty() && formatId ? _numberFormats.findCode(*formatId) : std::move(code)));
   }
   UUID const uuid = UUID::generate();
   _styles.getTableStyles().emplace(uuid, std::move(style));
@@ -121,8 +121,8 @@ DOM::CellStyle StylesReader::readCellFormat(pugi::xml_node format, Tables const&
   style.setRunProps(shareIfSet(run));
   style.setParaProps(shareIfSet(para));
   style.setCellProps(shareIfSet(cell));
-  auto const number = parseInteger(pickAttribute(format, base, "numFmtId").value());
-  style.setCellFormat(number ? shareCode(_numberFormats.findCode(*number)) : nullptr);
+  auto const formatId = parseInteger(pickAttribute(format, base, "numFmtId").value());
+  style.setCellFormat(formatId ? shareCode(_numberFormats.findCode(*formatId)) : nullptr);
   return style;
 }
 

@@ -26,12 +26,12 @@ public:
 
   /// The cell style of an index; null for an index that the workbook does not have. Each index has
   /// one object.
-  [[nodiscard]] DOM::SharedCellStylePtr const& getCellStyle(std::size_t number) const noexcept;
+  [[nodiscard]] DOM::SharedCellStylePtr const& getCellStyle(std::size_t index) const noexcept;
   [[nodiscard]] std::size_t getCellStyleCount() const noexcept { return _cellStyles.size(); }
 
   /// The named style of a differential format; the nil identity for an index that the workbook does
   /// not have.
-  [[nodiscard]] UUID getDifferentialStyle(std::size_t number) const noexcept;
+  [[nodiscard]] UUID getDifferentialStyle(std::size_t index) const noexcept;
 
   /// Adds a named style for a `dxf` element (ISO/IEC 29500-1, 18.8.14).
   UUID addDifferentialStyle(pugi::xml_node dxf, std::string name);
