@@ -333,7 +333,8 @@ def filter_own_tests(path):
 def prepare():
     """Configures the build tree once and builds the suites."""
     if not (BUILD / "build.ninja").exists():
-        subprocess.run(["cmake", "--preset", "release", "-B", BUILD, "-DCNDFRMT_BUILD_TESTS=ON"],
+        subprocess.run(["cmake", "--preset", "release", "-B", BUILD, "-DCNDFRMT_BUILD_TESTS=ON",
+                        "-DCMAKE_UNITY_BUILD=OFF"],
                        cwd=ROOT, check=True, stdout=subprocess.DEVNULL)
     status, output = run(["ninja", *SUITES], limit=None)
     if status != 0:

@@ -8,18 +8,12 @@
 #include <boost/geometry/geometries/point.hpp>
 #include <boost/geometry/index/rtree.hpp>
 #include <boost/iterator/function_output_iterator.hpp>
-#include <boost/sort/pdqsort/pdqsort.hpp>
+
+#include "ConditionalFormatters/Formats/CndFrmt_SortUnique.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
-
-template <class Value>
-void sortWithoutRepeats(std::vector<Value>& values) {
-  // Borders often come in order, or are few and repeated.
-  boost::sort::pdqsort(values.begin(), values.end());
-  values.erase(std::unique(values.begin(), values.end()), values.end());
-}
 
 /// The number of borders at or before a position.
 std::size_t countBorders(std::vector<unsigned long> const& borders,
@@ -73,8 +67,8 @@ RangeIndex::RangeIndex(ConditionalFormatRefs const& formatRefs) : _formatRefs(fo
       }
     }
   }
-  sortWithoutRepeats(_rowBorders);
-  sortWithoutRepeats(_columnBorders);
+  sortUnique(_rowBorders);
+  sortUnique(_columnBorders);
   // Given all entries at once, the tree packs them.
   _tree = std::make_unique<Tree const>(entries);
 }
@@ -104,7 +98,7 @@ void RangeIndex::findFormats(std::size_t rowInterval, std::size_t columnInterval
   _tree->entries.query(boost::geometry::index::intersects(makePoint(row, column)),
                        boost::make_function_output_iterator(
                            [&formats](Entry const& entry) { formats.push_back(entry.second); }));
-  sortWithoutRepeats(formats);
+  sortUnique(formats);
   if (!isExact(row, column)) {
     std::erase_if(formats, [&](FormatIndex format) {
       return std::ranges::none_of(_formatRefs[format].first, [&](TableRange const& range) {

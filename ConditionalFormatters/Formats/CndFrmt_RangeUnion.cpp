@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "ConditionalFormatters/Formats/CndFrmt_SortUnique.h"
+
 namespace Zorv::ConditionalFormatters {
 
 namespace {
@@ -12,12 +14,6 @@ struct Edge {
   bool isEnd;
   ColumnInterval columns;
 };
-
-template <class Value>
-void sortWithoutRepeats(std::vector<Value>& values) {
-  std::sort(values.begin(), values.end());
-  values.erase(std::unique(values.begin(), values.end()), values.end());
-}
 
 /// Calls `onRows(firstRow, endRow, coverage)` for the rows between neighbouring edges, from the
 /// top, where some column is covered.
@@ -37,7 +33,7 @@ void sweep(std::vector<TableRange> const& ranges, OnRows const& onRows) {
     return;
   }
   std::ranges::sort(edges, {}, &Edge::row);
-  sortWithoutRepeats(borders);
+  sortUnique(borders);
 
   ColumnCoverage coverage(std::move(borders));
   unsigned long row = edges.front().row;

@@ -40,6 +40,10 @@ struct Token {
   std::string text = {};  ///< the literal, or `AM/PM` or `A/P` as written
 };
 
+[[nodiscard]] inline bool isDigit(Token const& token) noexcept {
+  return token.kind == TokenKind::Digit;
+}
+
 enum class SectionKind : std::uint8_t { Number, General, DateTime, Text };
 
 enum class Comparison : std::uint8_t {

@@ -88,10 +88,10 @@ std::string takeInitial(std::string const& name) {
   return name.substr(0, length);
 }
 
-/// Writer of one moment in the tokens of a section.
-class Writer {
+/// DateWriter of one moment in the tokens of a section.
+class DateWriter {
 public:
-  Writer(Section const& section, Moment const& moment, DateNames const& names) noexcept
+  DateWriter(Section const& section, Moment const& moment, DateNames const& names) noexcept
       : _section(&section), _moment(&moment), _names(&names) {}
 
   [[nodiscard]] std::string write(LocaleContext const& locale) const {
@@ -199,7 +199,7 @@ std::optional<std::string> writeDateTime(Section const& section, double serial,
   }
   DateNames const& names =
       DateNames::of(section.locale.empty() ? locale.getName() : section.locale);
-  return Writer(section, *moment, names).write(locale);
+  return DateWriter(section, *moment, names).write(locale);
 }
 
 }  // namespace Zorv::OfficeUtils::NumberFormatCode

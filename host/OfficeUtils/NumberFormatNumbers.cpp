@@ -18,8 +18,6 @@ namespace {
 
 using Tokens = std::span<Token const>;
 
-bool isDigit(Token const& token) noexcept { return token.kind == TokenKind::Digit; }
-
 int countDigits(Tokens tokens) noexcept {
   return static_cast<int>(std::ranges::count_if(tokens, isDigit));
 }
@@ -29,10 +27,10 @@ Tokens untilPoint(Tokens tokens) noexcept {
   return tokens.first(static_cast<std::size_t>(point - tokens.begin()));
 }
 
-/// Writer of a number's digits into the placeholders of a section.
-class Writer {
+/// NumberWriter of a number's digits into the placeholders of a section.
+class NumberWriter {
 public:
-  Writer(Section const& section, LocaleContext const& locale) noexcept
+  NumberWriter(Section const& section, LocaleContext const& locale) noexcept
       : _section(&section), _locale(&locale) {}
 
   [[nodiscard]] std::string const& text() const noexcept { return _text; }
@@ -115,7 +113,7 @@ private:
 };
 
 /// Writes the exponent into the placeholders after its sign.
-void writeExponent(Writer& writer, Tokens tokens, int exponent) {
+void writeExponent(NumberWriter& writer, Tokens tokens, int exponent) {
   Token const& sign = tokens.front();
   writer.write("E");
   if (exponent < 0) {
@@ -128,7 +126,7 @@ void writeExponent(Writer& writer, Tokens tokens, int exponent) {
 
 /// Writes a number in scientific notation. With several placeholders before the decimal point, the
 /// exponent is a multiple of their count.
-void writeScientific(Writer& writer, Section const& section, DecimalDigits digits) {
+void writeScientific(NumberWriter& writer, Section const& section, DecimalDigits digits) {
   Tokens const tokens = section.tokens;
   Tokens const mantissa = tokens.first(*section.exponent);
   Tokens const whole = untilPoint(mantissa);
@@ -152,10 +150,10 @@ double toFinite(double number) noexcept {
   return std::min(number, std::numeric_limits<double>::max());
 }
 
-/// Writer of a number as a fraction, with a separate integer part if the format has one.
+/// NumberWriter of a number as a fraction, with a separate integer part if the format has one.
 class FractionWriter {
 public:
-  FractionWriter(Writer& writer, Section const& section) noexcept
+  FractionWriter(NumberWriter& writer, Section const& section) noexcept
       : _writer(&writer), _tokens(section.tokens), _layout(*section.fraction) {}
 
   void write(double number) {
@@ -238,7 +236,7 @@ private:
     _writer->write(text);
   }
 
-  Writer* _writer;
+  NumberWriter* _writer;
   Tokens _tokens;
   FractionLayout _layout;
 };
@@ -262,7 +260,7 @@ std::string writePlain(DecimalDigits const& digits, LocaleContext const& locale)
 }  // namespace
 
 std::string writeNumber(Section const& section, double number, LocaleContext const& locale) {
-  Writer writer(section, locale);
+  NumberWriter writer(section, locale);
   DecimalDigits digits(number);
   digits.shift(section.powerOfTen);
   Tokens const tokens = section.tokens;

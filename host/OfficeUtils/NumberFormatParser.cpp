@@ -14,8 +14,6 @@ namespace {
 
 bool isOfDates(Token const& token) noexcept { return token.kind >= TokenKind::Year; }
 
-bool isDigit(Token const& token) noexcept { return token.kind == TokenKind::Digit; }
-
 bool contains(std::vector<Token> const& tokens, TokenKind kind) {
   return std::ranges::find(tokens, kind, &Token::kind) != tokens.end();
 }

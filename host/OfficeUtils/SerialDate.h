@@ -14,6 +14,8 @@
 /// ones by one. Threads: may be called concurrently.
 namespace Zorv::OfficeUtils::SerialDate {
 
+inline constexpr int monthsPerYear = 12;
+
 /// Day as the date system names it; month and day from 1.
 struct CivilDate {
   int year = 0;

@@ -20,13 +20,13 @@ namespace Zorv::DOM {
 using std::chrono::milliseconds;
 using std::chrono::system_clock;
 
-namespace {
-
 /// Period with a fixed offset from coordinated universal time.
-struct Period {
+struct TimeZonePeriod {
   milliseconds start;  ///< since the system clock's epoch
   milliseconds offset;
 };
+
+namespace {
 
 milliseconds toMilliseconds(system_clock::time_point moment) noexcept {
   return std::chrono::floor<milliseconds>(moment.time_since_epoch());
@@ -45,10 +45,10 @@ milliseconds findOffset(icu::BasicTimeZone const& zone, milliseconds moment) {
 
 /// The periods of a zone over the range of the system clock, in order. They are some hundreds; a
 /// look-up is then a binary search.
-std::vector<Period> listPeriods(icu::BasicTimeZone const& zone) {
+std::vector<TimeZonePeriod> listPeriods(icu::BasicTimeZone const& zone) {
   milliseconds const first = toMilliseconds(system_clock::time_point::min());
   milliseconds const last = toMilliseconds(system_clock::time_point::max());
-  std::vector<Period> periods{
+  std::vector<TimeZonePeriod> periods{
       {.start = milliseconds::min(), .offset = findOffset(zone, first)},
   };
   auto time = static_cast<UDate>(first.count());
@@ -69,7 +69,7 @@ std::vector<Period> listPeriods(icu::BasicTimeZone const& zone) {
 
 struct TimeZone::Data {
   std::string name;
-  std::vector<Period> periods;  ///< the first one begins before any moment
+  std::vector<TimeZonePeriod> periods;  ///< the first one begins before any moment
 };
 
 TimeZone::TimeZone() {
@@ -93,7 +93,7 @@ std::string const& TimeZone::getName() const noexcept { return _data->name; }
 
 std::chrono::local_time<milliseconds> TimeZone::toLocal(system_clock::time_point moment) const {
   milliseconds const universal = toMilliseconds(moment);
-  auto const next = std::ranges::upper_bound(_data->periods, universal, {}, &Period::start);
+  auto const next = std::ranges::upper_bound(_data->periods, universal, {}, &TimeZonePeriod::start);
   return std::chrono::local_time<milliseconds>(universal + std::prev(next)->offset);
 }
 

@@ -231,30 +231,31 @@ Value address(Call& call) {
   return call.makeText(call.isGiven(4) ? writeSheetPrefix(*sheet) + cell : cell);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"ADDRESS", "row:n, column:n, [kind:v, isA1:v, sheet:v]", address,
-                  "Text of a cell's address; kind 1 is absolute, 2 has an absolute row, 3 an "
-                  "absolute column, 4 is relative."},
-    FunctionEntry{
-        "INDEX",
-        "array:a, row:n, [column:n, area:n]",
-        index,
-        "Value, row or column at a position of a range or an array; position 0 gives all of them.",
-        {.returnsReference = true}},
-    FunctionEntry{"INDIRECT",
-                  "text:t, [isA1:b]",
-                  indirect,
-                  "Reference that a text spells, in A1 or R1C1 notation.",
-                  {.isVolatile = true, .dependsOnCell = true, .returnsReference = true}},
-    FunctionEntry{"OFFSET",
-                  "reference:r, rows:n, columns:n, [height:v, width:v]",
-                  offset,
-                  "Reference moved by a number of rows and columns, of the same or a given size.",
-                  {.isVolatile = true, .returnsReference = true, .asksPlaceOfFirst = true}},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> addressingFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> addressingFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"ADDRESS", "row:n, column:n, [kind:v, isA1:v, sheet:v]", address,
+                    "Text of a cell's address; kind 1 is absolute, 2 has an absolute row, 3 an "
+                    "absolute column, 4 is relative."},
+      FunctionEntry{"INDEX",
+                    "array:a, row:n, [column:n, area:n]",
+                    index,
+                    "Value, row or column at a position of a range or an array; position 0 gives "
+                    "all of them.",
+                    {.returnsReference = true}},
+      FunctionEntry{"INDIRECT",
+                    "text:t, [isA1:b]",
+                    indirect,
+                    "Reference that a text spells, in A1 or R1C1 notation.",
+                    {.isVolatile = true, .dependsOnCell = true, .returnsReference = true}},
+      FunctionEntry{"OFFSET",
+                    "reference:r, rows:n, columns:n, [height:v, width:v]",
+                    offset,
+                    "Reference moved by a number of rows and columns, of the same or a given size.",
+                    {.isVolatile = true, .returnsReference = true, .asksPlaceOfFirst = true}},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

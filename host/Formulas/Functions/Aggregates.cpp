@@ -46,8 +46,6 @@ void gather(Contents& contents, Value const& range, bool ignoresErrors) {
 }
 
 Value noNumbers() { return Value::error(FormulaErrorCode::DivisionByZero); }
-Value notANumber() { return Value::error(FormulaErrorCode::Number); }
-
 using Numbers = std::vector<double>;
 
 double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
@@ -236,15 +234,16 @@ Value aggregate(Call& call) {
                                      : aggregateByRank(call, function, ignoresErrors);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"AGGREGATE", "function:n, options:n, values:a, (values:a)", aggregate,
-                  "One of 19 summaries, by number, that may leave out errors."},
-    FunctionEntry{"SUBTOTAL", "function:n, range:r, (range:r)", subtotal,
-                  "One of 11 summaries of ranges, by number, such as 9 for a sum."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> aggregateFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> aggregateFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"AGGREGATE", "function:n, options:n, values:a, (values:a)", aggregate,
+                    "One of 19 summaries, by number, that may leave out errors."},
+      FunctionEntry{"SUBTOTAL", "function:n, range:r, (range:r)", subtotal,
+                    "One of 11 summaries of ranges, by number, such as 9 for a sum."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

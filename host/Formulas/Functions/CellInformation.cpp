@@ -138,16 +138,17 @@ Value cell(Call& call) {
   return key->answer({call, call.isGiven(1) ? call[1].asArea() : own});
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"CELL",
-                  "property:t, [reference:r]",
-                  cell,
-                  "Property of a cell, such as \"address\", \"format\" or \"type\".",
-                  {.isVolatile = true, .dependsOnCell = true}},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> cellInformationFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> cellInformationFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"CELL",
+                    "property:t, [reference:r]",
+                    cell,
+                    "Property of a cell, such as \"address\", \"format\" or \"type\".",
+                    {.isVolatile = true, .dependsOnCell = true}},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

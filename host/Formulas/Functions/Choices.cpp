@@ -206,36 +206,37 @@ Value chooseByNumber(Call& call) {
 
 constexpr FunctionTraits givesReference{.returnsReference = true};
 
-constexpr std::array entries = {
-    FunctionEntry{"CHOOSE", "index:x, value:x, (value:x)", chooseByNumber,
-                  "Value at an index, from 1.", givesReference},
-    FunctionEntry{"IF", "condition:x, [then:x, otherwise:x]", chooseByCondition,
-                  "One of two values, by a condition.", givesReference},
-    FunctionEntry{"IFERROR", "value:x, alternative:x", ifError,
-                  "The value, or the alternative where the value is an error.", givesReference},
-    FunctionEntry{"IFNA", "value:x, alternative:x", ifNotAvailable,
-                  "The value, or the alternative where the value is #N/A.", givesReference},
-    FunctionEntry{"IFS", "condition:x, value:x, (condition:x, value:x)", chooseByConditions,
-                  "Value of the first condition that holds.", givesReference},
-    FunctionEntry{"LAMBDA",
-                  "name:x, (name:x)",
-                  nullptr,
-                  "Function of its own; only its syntax is known, so it evaluates to #NAME?.",
-                  {.bindsNames = true}},
-    FunctionEntry{"LET",
-                  "name:x, value:x, result:x, (value:x, result:x)",
-                  let,
-                  "Result of an expression that uses names given to values; more pairs of names "
-                  "and values may precede the result.",
-                  {.returnsReference = true, .bindsNames = true}},
-    FunctionEntry{
-        "SWITCH", "subject:x, value:x, result:x, (more:x)", chooseByValue,
-        "Result of the first value that equals the subject; a single last argument is the default.",
-        givesReference},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> choiceFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> choiceFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"CHOOSE", "index:x, value:x, (value:x)", chooseByNumber,
+                    "Value at an index, from 1.", givesReference},
+      FunctionEntry{"IF", "condition:x, [then:x, otherwise:x]", chooseByCondition,
+                    "One of two values, by a condition.", givesReference},
+      FunctionEntry{"IFERROR", "value:x, alternative:x", ifError,
+                    "The value, or the alternative where the value is an error.", givesReference},
+      FunctionEntry{"IFNA", "value:x, alternative:x", ifNotAvailable,
+                    "The value, or the alternative where the value is #N/A.", givesReference},
+      FunctionEntry{"IFS", "condition:x, value:x, (condition:x, value:x)", chooseByConditions,
+                    "Value of the first condition that holds.", givesReference},
+      FunctionEntry{"LAMBDA",
+                    "name:x, (name:x)",
+                    nullptr,
+                    "Function of its own; only its syntax is known, so it evaluates to #NAME?.",
+                    {.bindsNames = true}},
+      FunctionEntry{"LET",
+                    "name:x, value:x, result:x, (value:x, result:x)",
+                    let,
+                    "Result of an expression that uses names given to values; more pairs of names "
+                    "and values may precede the result.",
+                    {.returnsReference = true, .bindsNames = true}},
+      FunctionEntry{"SWITCH", "subject:x, value:x, result:x, (more:x)", chooseByValue,
+                    "Result of the first value that equals the subject; a single last argument is "
+                    "the default.",
+                    givesReference},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

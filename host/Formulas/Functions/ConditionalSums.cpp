@@ -260,31 +260,33 @@ Value countIf(Call& call) {
                           : Value::number(static_cast<double>(criteria.count()));
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"AVERAGEIF", "range:r, criterion:e, [averageRange:r]",
-                  aggregateIf<finalizeAverage>,
-                  "Mean of the numbers whose cells fulfil a criterion."},
-    FunctionEntry{"AVERAGEIFS", "averageRange:r, range:r, criterion:e, (range:r, criterion:e)",
-                  aggregateIfs<finalizeAverage>,
-                  "Mean of the numbers whose cells fulfil all criteria."},
-    FunctionEntry{"COUNTIF", "range:r, criterion:e", countIf,
-                  "Number of cells that fulfil a criterion."},
-    FunctionEntry{"COUNTIFS", "range:r, criterion:e, (range:r, criterion:e)", countIf,
-                  "Number of positions that fulfil all criteria."},
-    FunctionEntry{"MAXIFS", "maxRange:r, range:r, criterion:e, (range:r, criterion:e)",
-                  aggregateIfs<finalizeMax>,
-                  "Largest of the numbers whose cells fulfil all criteria."},
-    FunctionEntry{"MINIFS", "minRange:r, range:r, criterion:e, (range:r, criterion:e)",
-                  aggregateIfs<finalizeMin>,
-                  "Smallest of the numbers whose cells fulfil all criteria."},
-    FunctionEntry{"SUMIF", "range:r, criterion:e, [sumRange:r]", aggregateIf<finalizeSum>,
-                  "Sum of the numbers whose cells fulfil a criterion."},
-    FunctionEntry{"SUMIFS", "sumRange:r, range:r, criterion:e, (range:r, criterion:e)",
-                  aggregateIfs<finalizeSum>, "Sum of the numbers whose cells fulfil all criteria."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> conditionalSumFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> conditionalSumFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"AVERAGEIF", "range:r, criterion:e, [averageRange:r]",
+                    aggregateIf<finalizeAverage>,
+                    "Mean of the numbers whose cells fulfil a criterion."},
+      FunctionEntry{"AVERAGEIFS", "averageRange:r, range:r, criterion:e, (range:r, criterion:e)",
+                    aggregateIfs<finalizeAverage>,
+                    "Mean of the numbers whose cells fulfil all criteria."},
+      FunctionEntry{"COUNTIF", "range:r, criterion:e", countIf,
+                    "Number of cells that fulfil a criterion."},
+      FunctionEntry{"COUNTIFS", "range:r, criterion:e, (range:r, criterion:e)", countIf,
+                    "Number of positions that fulfil all criteria."},
+      FunctionEntry{"MAXIFS", "maxRange:r, range:r, criterion:e, (range:r, criterion:e)",
+                    aggregateIfs<finalizeMax>,
+                    "Largest of the numbers whose cells fulfil all criteria."},
+      FunctionEntry{"MINIFS", "minRange:r, range:r, criterion:e, (range:r, criterion:e)",
+                    aggregateIfs<finalizeMin>,
+                    "Smallest of the numbers whose cells fulfil all criteria."},
+      FunctionEntry{"SUMIF", "range:r, criterion:e, [sumRange:r]", aggregateIf<finalizeSum>,
+                    "Sum of the numbers whose cells fulfil a criterion."},
+      FunctionEntry{"SUMIFS", "sumRange:r, range:r, criterion:e, (range:r, criterion:e)",
+                    aggregateIfs<finalizeSum>,
+                    "Sum of the numbers whose cells fulfil all criteria."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

@@ -21,11 +21,7 @@ namespace SerialDate = OfficeUtils::SerialDate;
 using OfficeUtils::DateSystem;
 using SerialDate::CivilDate;
 
-Value notANumber() { return Value::error(FormulaErrorCode::Number); }
-
 constexpr long daysPerWeek = 7;
-constexpr long monthsPerYear = 12;
-
 /// The serial number of a 1 January, which may lie outside the date system.
 long toNewYear(int year, DateSystem system) noexcept {
   return SerialDate::toSerial(std::chrono::sys_days(std::chrono::year(year) / 1 / 1), system);
@@ -107,7 +103,7 @@ std::optional<Span> toSpan(double start, double end, DateSystem system) noexcept
 
 /// The complete months. Requires dates in order.
 long countMonths(Span const& span) noexcept {
-  long const months = (span.end.year - span.start.year) * monthsPerYear +
+  long const months = (span.end.year - span.start.year) * SerialDate::monthsPerYear +
                       static_cast<long>(span.end.month) - static_cast<long>(span.start.month);
   return span.end.day < span.start.day ? months - 1 : months;
 }
@@ -121,7 +117,7 @@ long countDaysBesideMonths(Span const& span) noexcept {
   }
   bool const isJanuary = span.end.month == 1;
   int const year = isJanuary ? span.end.year - 1 : span.end.year;
-  unsigned const month = isJanuary ? monthsPerYear : span.end.month - 1;
+  unsigned const month = isJanuary ? SerialDate::monthsPerYear : span.end.month - 1;
   return days + static_cast<long>(SerialDate::getDaysInMonth(year, month, span.system));
 }
 
@@ -145,10 +141,10 @@ std::optional<long> countUnits(Span const& span, std::string_view unit) noexcept
     return countMonths(span);
   }
   if (equalTexts(unit, "Y")) {
-    return countMonths(span) / monthsPerYear;
+    return countMonths(span) / SerialDate::monthsPerYear;
   }
   if (equalTexts(unit, "YM")) {
-    return countMonths(span) % monthsPerYear;
+    return countMonths(span) % SerialDate::monthsPerYear;
   }
   if (equalTexts(unit, "MD")) {
     return countDaysBesideMonths(span);
@@ -281,23 +277,26 @@ Value yearFraction(Call& call) {
   return fraction ? Value::number(*fraction) : notANumber();
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"DATEDIF", "start:n, end:n, unit:t", difference,
-                  "Whole years (\"Y\"), months (\"M\") or days (\"D\") between two dates; \"MD\", "
-                  "\"YM\" and \"YD\" leave out the larger units."},
-    FunctionEntry{"DAYS", "end:n, start:n", daysBetween, "Number of days between two dates."},
-    FunctionEntry{"DAYS360", "start:n, end:n, [isEuropean:b]", daysOfEvenYear,
-                  "Number of days between two dates in a year of twelve months with 30 days."},
-    FunctionEntry{"ISOWEEKNUM", "date:n", isoWeekNumber, "Number of the ISO 8601 week of a date."},
-    FunctionEntry{
-        "WEEKNUM", "date:n, [kind:n]", weekNumber,
-        "Number of the week of a date in its year; the kind says on which day weeks begin."},
-    FunctionEntry{"YEARFRAC", "start:n, end:n, [basis:n]", yearFraction,
-                  "Fraction of a year between two dates, by one of five ways to count days."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> dateSpanFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> dateSpanFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{
+          "DATEDIF", "start:n, end:n, unit:t", difference,
+          "Whole years (\"Y\"), months (\"M\") or days (\"D\") between two dates; \"MD\", "
+          "\"YM\" and \"YD\" leave out the larger units."},
+      FunctionEntry{"DAYS", "end:n, start:n", daysBetween, "Number of days between two dates."},
+      FunctionEntry{"DAYS360", "start:n, end:n, [isEuropean:b]", daysOfEvenYear,
+                    "Number of days between two dates in a year of twelve months with 30 days."},
+      FunctionEntry{"ISOWEEKNUM", "date:n", isoWeekNumber,
+                    "Number of the ISO 8601 week of a date."},
+      FunctionEntry{
+          "WEEKNUM", "date:n, [kind:n]", weekNumber,
+          "Number of the week of a date in its year; the kind says on which day weeks begin."},
+      FunctionEntry{"YEARFRAC", "start:n, end:n, [basis:n]", yearFraction,
+                    "Fraction of a year between two dates, by one of five ways to count days."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

@@ -18,8 +18,6 @@ namespace {
 namespace SerialDate = OfficeUtils::SerialDate;
 using SerialDate::CivilDate;
 
-Value notANumber() { return Value::error(FormulaErrorCode::Number); }
-
 Value today(Call& call) { return Value::number(call.evaluator().now().calculateDays().get()); }
 Value now(Call& call) { return Value::number(call.evaluator().now().getSerial().get()); }
 
@@ -119,12 +117,12 @@ std::optional<MovedMonth> moveMonths(Call const& call) {
   if (!civil || !offset) {
     return std::nullopt;
   }
-  constexpr long long monthsPerYear = 12;
-  long long const months = civil->year * monthsPerYear + civil->month - 1 + *offset;
+  long long const months = civil->year * SerialDate::monthsPerYear + civil->month - 1 + *offset;
   if (months < 0) {
     return std::nullopt;
   }
-  MovedMonth moved{months / monthsPerYear, months % monthsPerYear + 1, civil->day, 0};
+  MovedMonth moved{months / SerialDate::monthsPerYear, months % SerialDate::monthsPerYear + 1,
+                   civil->day, 0};
   moved.dayCount = SerialDate::getDaysInMonth(static_cast<int>(moved.year),
                                               static_cast<unsigned>(moved.month), system);
   return moved;
@@ -151,24 +149,25 @@ Value lastDayOfMonth(Call& call) {
                                          call.locale().getDateSystem()));
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"DATE", "year:n, month:n, day:n", date,
-                  "Date; months and days beyond their limits carry over."},
-    FunctionEntry{"DAY", "date:n", day, "Day of the month, from 1 to 31."},
-    FunctionEntry{"EDATE", "date:n, months:n", sameDayOfMonth,
-                  "Same day some months later or earlier."},
-    FunctionEntry{"EOMONTH", "date:n, months:n", lastDayOfMonth,
-                  "Last day of the month some months later or earlier."},
-    FunctionEntry{"MONTH", "date:n", month, "Month, from 1 to 12."},
-    FunctionEntry{"NOW", "", now, "Current date and time.", {.isVolatile = true}},
-    FunctionEntry{"TODAY", "", today, "Current date.", {.isVolatile = true}},
-    FunctionEntry{"WEEKDAY", "date:n, [kind:n]", weekday,
-                  "Day of the week; the kind says which day is the first."},
-    FunctionEntry{"YEAR", "date:n", year, "Year."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> dateTimeFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> dateTimeFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"DATE", "year:n, month:n, day:n", date,
+                    "Date; months and days beyond their limits carry over."},
+      FunctionEntry{"DAY", "date:n", day, "Day of the month, from 1 to 31."},
+      FunctionEntry{"EDATE", "date:n, months:n", sameDayOfMonth,
+                    "Same day some months later or earlier."},
+      FunctionEntry{"EOMONTH", "date:n, months:n", lastDayOfMonth,
+                    "Last day of the month some months later or earlier."},
+      FunctionEntry{"MONTH", "date:n", month, "Month, from 1 to 12."},
+      FunctionEntry{"NOW", "", now, "Current date and time.", {.isVolatile = true}},
+      FunctionEntry{"TODAY", "", today, "Current date.", {.isVolatile = true}},
+      FunctionEntry{"WEEKDAY", "date:n, [kind:n]", weekday,
+                    "Day of the week; the kind says which day is the first."},
+      FunctionEntry{"YEAR", "date:n", year, "Year."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

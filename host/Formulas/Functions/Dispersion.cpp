@@ -17,9 +17,6 @@ namespace {
 
 using Numbers = std::vector<double>;
 
-Value divisionByZero() { return Value::error(FormulaErrorCode::DivisionByZero); }
-Value notANumber() { return Value::error(FormulaErrorCode::Number); }
-
 double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
 
 Value sampleVariance(Numbers& numbers) {
@@ -146,55 +143,57 @@ Value trimmedMean(Call& call) {
 
 constexpr ElementRule all = ElementRule::AllValues;
 
-constexpr std::array entries = {
-    FunctionEntry{"AVEDEV", "number:a, (number:a)", reduceNumbers<meanDistance>,
-                  "Mean distance of numbers from their mean."},
-    FunctionEntry{"AVERAGEA", "value:a, (value:a)", reduceNumbers<arithmeticMean, all>,
-                  "Mean of values; texts count as 0, truth values as 1 and 0."},
-    FunctionEntry{"DEVSQ", "number:a, (number:a)", reduceNumbers<sumOfSquares>,
-                  "Sum of the squared distances of numbers from their mean."},
-    FunctionEntry{"GEOMEAN", "number:a, (number:a)", reduceNumbers<geometricMean>,
-                  "Geometric mean of positive numbers."},
-    FunctionEntry{"HARMEAN", "number:a, (number:a)", reduceNumbers<harmonicMean>,
-                  "Harmonic mean of positive numbers."},
-    FunctionEntry{"KURT", "number:a, (number:a)", reduceNumbers<excessKurtosis>,
-                  "Excess kurtosis of a sample."},
-    FunctionEntry{"MAXA", "value:a, (value:a)", reduceNumbers<largest, all>,
-                  "Largest value; texts count as 0, truth values as 1 and 0."},
-    FunctionEntry{"MINA", "value:a, (value:a)", reduceNumbers<smallest, all>,
-                  "Smallest value; texts count as 0, truth values as 1 and 0."},
-    FunctionEntry{"SKEW", "number:a, (number:a)", reduceNumbers<skewness>, "Skewness of a sample."},
-    FunctionEntry{"STDEV", "number:a, (number:a)", reduceNumbers<sampleDeviation>,
-                  "Standard deviation of a sample."},
-    FunctionEntry{"STDEV.P", "number:a, (number:a)", reduceNumbers<populationDeviation>,
-                  "Standard deviation of a whole population."},
-    FunctionEntry{"STDEV.S", "number:a, (number:a)", reduceNumbers<sampleDeviation>,
-                  "Standard deviation of a sample."},
-    FunctionEntry{"STDEVA", "value:a, (value:a)", reduceNumbers<sampleDeviation, all>,
-                  "Standard deviation of a sample; texts count as 0, truth values as 1 and 0."},
-    FunctionEntry{"STDEVP", "number:a, (number:a)", reduceNumbers<populationDeviation>,
-                  "Standard deviation of a whole population."},
-    FunctionEntry{
-        "STDEVPA", "value:a, (value:a)", reduceNumbers<populationDeviation, all>,
-        "Standard deviation of a whole population; texts count as 0, truth values as 1 and 0."},
-    FunctionEntry{"TRIMMEAN", "numbers:a, share:n", trimmedMean,
-                  "Mean without a share of the smallest and the largest numbers."},
-    FunctionEntry{"VAR", "number:a, (number:a)", reduceNumbers<sampleVariance>,
-                  "Variance of a sample."},
-    FunctionEntry{"VAR.P", "number:a, (number:a)", reduceNumbers<populationVariance>,
-                  "Variance of a whole population."},
-    FunctionEntry{"VAR.S", "number:a, (number:a)", reduceNumbers<sampleVariance>,
-                  "Variance of a sample."},
-    FunctionEntry{"VARA", "value:a, (value:a)", reduceNumbers<sampleVariance, all>,
-                  "Variance of a sample; texts count as 0, truth values as 1 and 0."},
-    FunctionEntry{"VARP", "number:a, (number:a)", reduceNumbers<populationVariance>,
-                  "Variance of a whole population."},
-    FunctionEntry{"VARPA", "value:a, (value:a)", reduceNumbers<populationVariance, all>,
-                  "Variance of a whole population; texts count as 0, truth values as 1 and 0."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> dispersionFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> dispersionFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"AVEDEV", "number:a, (number:a)", reduceNumbers<meanDistance>,
+                    "Mean distance of numbers from their mean."},
+      FunctionEntry{"AVERAGEA", "value:a, (value:a)", reduceNumbers<arithmeticMean, all>,
+                    "Mean of values; texts count as 0, truth values as 1 and 0."},
+      FunctionEntry{"DEVSQ", "number:a, (number:a)", reduceNumbers<sumOfSquares>,
+                    "Sum of the squared distances of numbers from their mean."},
+      FunctionEntry{"GEOMEAN", "number:a, (number:a)", reduceNumbers<geometricMean>,
+                    "Geometric mean of positive numbers."},
+      FunctionEntry{"HARMEAN", "number:a, (number:a)", reduceNumbers<harmonicMean>,
+                    "Harmonic mean of positive numbers."},
+      FunctionEntry{"KURT", "number:a, (number:a)", reduceNumbers<excessKurtosis>,
+                    "Excess kurtosis of a sample."},
+      FunctionEntry{"MAXA", "value:a, (value:a)", reduceNumbers<largest, all>,
+                    "Largest value; texts count as 0, truth values as 1 and 0."},
+      FunctionEntry{"MINA", "value:a, (value:a)", reduceNumbers<smallest, all>,
+                    "Smallest value; texts count as 0, truth values as 1 and 0."},
+      FunctionEntry{"SKEW", "number:a, (number:a)", reduceNumbers<skewness>,
+                    "Skewness of a sample."},
+      FunctionEntry{"STDEV", "number:a, (number:a)", reduceNumbers<sampleDeviation>,
+                    "Standard deviation of a sample."},
+      FunctionEntry{"STDEV.P", "number:a, (number:a)", reduceNumbers<populationDeviation>,
+                    "Standard deviation of a whole population."},
+      FunctionEntry{"STDEV.S", "number:a, (number:a)", reduceNumbers<sampleDeviation>,
+                    "Standard deviation of a sample."},
+      FunctionEntry{"STDEVA", "value:a, (value:a)", reduceNumbers<sampleDeviation, all>,
+                    "Standard deviation of a sample; texts count as 0, truth values as 1 and 0."},
+      FunctionEntry{"STDEVP", "number:a, (number:a)", reduceNumbers<populationDeviation>,
+                    "Standard deviation of a whole population."},
+      FunctionEntry{
+          "STDEVPA", "value:a, (value:a)", reduceNumbers<populationDeviation, all>,
+          "Standard deviation of a whole population; texts count as 0, truth values as 1 and 0."},
+      FunctionEntry{"TRIMMEAN", "numbers:a, share:n", trimmedMean,
+                    "Mean without a share of the smallest and the largest numbers."},
+      FunctionEntry{"VAR", "number:a, (number:a)", reduceNumbers<sampleVariance>,
+                    "Variance of a sample."},
+      FunctionEntry{"VAR.P", "number:a, (number:a)", reduceNumbers<populationVariance>,
+                    "Variance of a whole population."},
+      FunctionEntry{"VAR.S", "number:a, (number:a)", reduceNumbers<sampleVariance>,
+                    "Variance of a sample."},
+      FunctionEntry{"VARA", "value:a, (value:a)", reduceNumbers<sampleVariance, all>,
+                    "Variance of a sample; texts count as 0, truth values as 1 and 0."},
+      FunctionEntry{"VARP", "number:a, (number:a)", reduceNumbers<populationVariance>,
+                    "Variance of a whole population."},
+      FunctionEntry{"VARPA", "value:a, (value:a)", reduceNumbers<populationVariance, all>,
+                    "Variance of a whole population; texts count as 0, truth values as 1 and 0."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

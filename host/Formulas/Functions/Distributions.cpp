@@ -14,8 +14,6 @@ namespace Zorv::Formulas {
 
 namespace {
 
-Value notANumber() { return Value::error(FormulaErrorCode::Number); }
-
 double standardDensity(double z) noexcept {
   constexpr double rootOfTwoPi = std::numbers::sqrt2 / std::numbers::inv_sqrtpi;
   return std::exp(-z * z / 2.0) / rootOfTwoPi;
@@ -83,32 +81,33 @@ Value confidence(Call& call) {
   return Value::number(-standardQuantile(significance / 2.0) * deviation / std::sqrt(count));
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"CONFIDENCE", "alpha:n, deviation:n, size:n", confidence,
-                  "Half width of the confidence interval of a mean, by the normal distribution."},
-    FunctionEntry{"CONFIDENCE.NORM", "alpha:n, deviation:n, size:n", confidence,
-                  "Half width of the confidence interval of a mean, by the normal distribution."},
-    FunctionEntry{"NORM.DIST", "x:n, mean:n, deviation:n, isCumulative:b", normal,
-                  "Normal distribution or its density."},
-    FunctionEntry{"NORM.INV", "probability:n, mean:n, deviation:n", normalQuantile,
-                  "Quantile of the normal distribution."},
-    FunctionEntry{"NORM.S.DIST", "z:n, isCumulative:b", standardNormal,
-                  "Standard normal distribution or its density."},
-    FunctionEntry{"NORM.S.INV", "probability:n", standardNormalQuantile,
-                  "Quantile of the standard normal distribution."},
-    FunctionEntry{"NORMDIST", "x:n, mean:n, deviation:n, isCumulative:b", normal,
-                  "Normal distribution or its density."},
-    FunctionEntry{"NORMINV", "probability:n, mean:n, deviation:n", normalQuantile,
-                  "Quantile of the normal distribution."},
-    FunctionEntry{"NORMSDIST", "z:n", standardNormal, "Standard normal distribution."},
-    FunctionEntry{"NORMSINV", "probability:n", standardNormalQuantile,
-                  "Quantile of the standard normal distribution."},
-    FunctionEntry{"STANDARDIZE", "x:n, mean:n, deviation:n", standardise,
-                  "Distance from the mean in standard deviations."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> distributionFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> distributionFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"CONFIDENCE", "alpha:n, deviation:n, size:n", confidence,
+                    "Half width of the confidence interval of a mean, by the normal distribution."},
+      FunctionEntry{"CONFIDENCE.NORM", "alpha:n, deviation:n, size:n", confidence,
+                    "Half width of the confidence interval of a mean, by the normal distribution."},
+      FunctionEntry{"NORM.DIST", "x:n, mean:n, deviation:n, isCumulative:b", normal,
+                    "Normal distribution or its density."},
+      FunctionEntry{"NORM.INV", "probability:n, mean:n, deviation:n", normalQuantile,
+                    "Quantile of the normal distribution."},
+      FunctionEntry{"NORM.S.DIST", "z:n, isCumulative:b", standardNormal,
+                    "Standard normal distribution or its density."},
+      FunctionEntry{"NORM.S.INV", "probability:n", standardNormalQuantile,
+                    "Quantile of the standard normal distribution."},
+      FunctionEntry{"NORMDIST", "x:n, mean:n, deviation:n, isCumulative:b", normal,
+                    "Normal distribution or its density."},
+      FunctionEntry{"NORMINV", "probability:n, mean:n, deviation:n", normalQuantile,
+                    "Quantile of the normal distribution."},
+      FunctionEntry{"NORMSDIST", "z:n", standardNormal, "Standard normal distribution."},
+      FunctionEntry{"NORMSINV", "probability:n", standardNormalQuantile,
+                    "Quantile of the standard normal distribution."},
+      FunctionEntry{"STANDARDIZE", "x:n, mean:n, deviation:n", standardise,
+                    "Distance from the mean in standard deviations."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

@@ -38,22 +38,23 @@ Value isOdd(Call& call) { return testParity(call, 1.0); }
 
 Value notAvailable(Call& /*call*/) { return Value::error(FormulaErrorCode::NotAvailable); }
 
-constexpr std::array entries = {
-    FunctionEntry{"ISBLANK", "value:e", test<isBlank>, "TRUE for an empty cell."},
-    FunctionEntry{"ISERR", "value:e", test<isOtherError>, "TRUE for an error other than #N/A."},
-    FunctionEntry{"ISERROR", "value:e", test<isError>, "TRUE for an error."},
-    FunctionEntry{"ISEVEN", "number:n", isEven, "TRUE for a number whose whole part is even."},
-    FunctionEntry{"ISLOGICAL", "value:e", test<isLogical>, "TRUE for a truth value."},
-    FunctionEntry{"ISNA", "value:e", test<isNotAvailable>, "TRUE for the error #N/A."},
-    FunctionEntry{"ISNONTEXT", "value:e", test<isNoText>, "TRUE for a value that is no text."},
-    FunctionEntry{"ISNUMBER", "value:e", test<isNumber>, "TRUE for a number."},
-    FunctionEntry{"ISODD", "number:n", isOdd, "TRUE for a number whose whole part is odd."},
-    FunctionEntry{"ISTEXT", "value:e", test<isText>, "TRUE for a text."},
-    FunctionEntry{"NA", "", notAvailable, "The error #N/A."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> informationFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> informationFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"ISBLANK", "value:e", test<isBlank>, "TRUE for an empty cell."},
+      FunctionEntry{"ISERR", "value:e", test<isOtherError>, "TRUE for an error other than #N/A."},
+      FunctionEntry{"ISERROR", "value:e", test<isError>, "TRUE for an error."},
+      FunctionEntry{"ISEVEN", "number:n", isEven, "TRUE for a number whose whole part is even."},
+      FunctionEntry{"ISLOGICAL", "value:e", test<isLogical>, "TRUE for a truth value."},
+      FunctionEntry{"ISNA", "value:e", test<isNotAvailable>, "TRUE for the error #N/A."},
+      FunctionEntry{"ISNONTEXT", "value:e", test<isNoText>, "TRUE for a value that is no text."},
+      FunctionEntry{"ISNUMBER", "value:e", test<isNumber>, "TRUE for a number."},
+      FunctionEntry{"ISODD", "number:n", isOdd, "TRUE for a number whose whole part is odd."},
+      FunctionEntry{"ISTEXT", "value:e", test<isText>, "TRUE for a text."},
+      FunctionEntry{"NA", "", notAvailable, "The error #N/A."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

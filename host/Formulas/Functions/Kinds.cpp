@@ -69,19 +69,21 @@ Value toPlainText(Value const& value) {
   return value.isText() || value.isError() ? value : Value::text({});
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"ERROR.TYPE", "error:e", errorType,
-                  "Number of an error's kind; #N/A for a value that is no error."},
-    FunctionEntry{"N", "value:r", convertEach<toPlainNumber>,
-                  "The value as a number: TRUE is 1, anything but numbers and errors is 0."},
-    FunctionEntry{"T", "value:r", convertEach<toPlainText>,
-                  "The value if it is a text or an error, otherwise an empty text."},
-    FunctionEntry{"TYPE", "value:a", type,
-                  "Number of a value's kind: 1 number, 2 text, 4 truth value, 16 error, 64 array."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> kindFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> kindFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"ERROR.TYPE", "error:e", errorType,
+                    "Number of an error's kind; #N/A for a value that is no error."},
+      FunctionEntry{"N", "value:r", convertEach<toPlainNumber>,
+                    "The value as a number: TRUE is 1, anything but numbers and errors is 0."},
+      FunctionEntry{"T", "value:r", convertEach<toPlainText>,
+                    "The value if it is a text or an error, otherwise an empty text."},
+      FunctionEntry{
+          "TYPE", "value:a", type,
+          "Number of a value's kind: 1 number, 2 text, 4 truth value, 16 error, 64 array."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

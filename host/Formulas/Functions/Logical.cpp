@@ -81,20 +81,21 @@ Value logicalNot(Call& call) { return Value::boolean(!call.truth(0)); }
 Value logicalTrue(Call& /*call*/) { return Value::boolean(true); }
 Value logicalFalse(Call& /*call*/) { return Value::boolean(false); }
 
-constexpr std::array entries = {
-    FunctionEntry{"AND", "condition:a, (condition:a)", logicalAnd,
-                  "TRUE where all conditions hold."},
-    FunctionEntry{"FALSE", "", logicalFalse, "The truth value FALSE."},
-    FunctionEntry{"NOT", "condition:b", logicalNot, "Opposite of a truth value."},
-    FunctionEntry{"OR", "condition:a, (condition:a)", logicalOr,
-                  "TRUE where at least one condition holds."},
-    FunctionEntry{"TRUE", "", logicalTrue, "The truth value TRUE."},
-    FunctionEntry{"XOR", "condition:a, (condition:a)", logicalXor,
-                  "TRUE where an odd number of conditions hold."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> logicalFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> logicalFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"AND", "condition:a, (condition:a)", logicalAnd,
+                    "TRUE where all conditions hold."},
+      FunctionEntry{"FALSE", "", logicalFalse, "The truth value FALSE."},
+      FunctionEntry{"NOT", "condition:b", logicalNot, "Opposite of a truth value."},
+      FunctionEntry{"OR", "condition:a, (condition:a)", logicalOr,
+                    "TRUE where at least one condition holds."},
+      FunctionEntry{"TRUE", "", logicalTrue, "The truth value TRUE."},
+      FunctionEntry{"XOR", "condition:a, (condition:a)", logicalXor,
+                    "TRUE where an odd number of conditions hold."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

@@ -50,21 +50,22 @@ Value column(Call& call) {
   return makeSeries(evaluator, area.firstColumn + 1, area.width(), false);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"COLUMN",
-                  "[reference:r]",
-                  column,
-                  "Number of a reference's first column, or of the formula's own.",
-                  {.asksPosition = true, .asksPlaceOfFirst = true}},
-    FunctionEntry{"ROW",
-                  "[reference:r]",
-                  row,
-                  "Number of a reference's first row, or of the formula's own.",
-                  {.asksPosition = true, .asksPlaceOfFirst = true}},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> lookupFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> lookupFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"COLUMN",
+                    "[reference:r]",
+                    column,
+                    "Number of a reference's first column, or of the formula's own.",
+                    {.asksPosition = true, .asksPlaceOfFirst = true}},
+      FunctionEntry{"ROW",
+                    "[reference:r]",
+                    row,
+                    "Number of a reference's first row, or of the formula's own.",
+                    {.asksPosition = true, .asksPlaceOfFirst = true}},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

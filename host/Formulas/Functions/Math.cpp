@@ -91,26 +91,27 @@ Value sum(Call& call) {
   return error ? *error : Value::number(total);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"ABS", "number:n", absolute, "Absolute value."},
-    FunctionEntry{"CEILING", "number:n, multiple:n", ceilingToMultiple,
-                  "Number rounded up to a multiple, away from zero for a negative multiple."},
-    FunctionEntry{"FLOOR", "number:n, multiple:n", floorToMultiple,
-                  "Number rounded down to a multiple, towards zero for a negative multiple."},
-    FunctionEntry{"INT", "number:n", wholePart, "Largest whole number that is not above."},
-    FunctionEntry{"MOD", "number:n, divisor:n", mod,
-                  "Remainder of a division, with the divisor's sign."},
-    FunctionEntry{"ROUND", "number:n, digits:n", roundHalfAway,
-                  "Number rounded to a number of digits, halves away from zero."},
-    FunctionEntry{"ROUNDDOWN", "number:n, digits:n", roundTowardZero,
-                  "Number rounded towards zero to a number of digits."},
-    FunctionEntry{"ROUNDUP", "number:n, digits:n", roundAwayFromZero,
-                  "Number rounded away from zero to a number of digits."},
-    FunctionEntry{"SUM", "number:a, (number:a)", sum, "Sum of numbers."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> mathFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> mathFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"ABS", "number:n", absolute, "Absolute value."},
+      FunctionEntry{"CEILING", "number:n, multiple:n", ceilingToMultiple,
+                    "Number rounded up to a multiple, away from zero for a negative multiple."},
+      FunctionEntry{"FLOOR", "number:n, multiple:n", floorToMultiple,
+                    "Number rounded down to a multiple, towards zero for a negative multiple."},
+      FunctionEntry{"INT", "number:n", wholePart, "Largest whole number that is not above."},
+      FunctionEntry{"MOD", "number:n, divisor:n", mod,
+                    "Remainder of a division, with the divisor's sign."},
+      FunctionEntry{"ROUND", "number:n, digits:n", roundHalfAway,
+                    "Number rounded to a number of digits, halves away from zero."},
+      FunctionEntry{"ROUNDDOWN", "number:n, digits:n", roundTowardZero,
+                    "Number rounded towards zero to a number of digits."},
+      FunctionEntry{"ROUNDUP", "number:n, digits:n", roundAwayFromZero,
+                    "Number rounded away from zero to a number of digits."},
+      FunctionEntry{"SUM", "number:a, (number:a)", sum, "Sum of numbers."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

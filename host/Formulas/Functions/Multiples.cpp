@@ -129,30 +129,33 @@ Value joinWholeNumbers(Call& call, double initial) {
 Value gcd(Call& call) { return joinWholeNumbers<greatestDivisor>(call, 0.0); }
 Value lcm(Call& call) { return joinWholeNumbers<leastMultiple>(call, 1.0); }
 
-constexpr std::array entries = {
-    FunctionEntry{"CEILING.MATH", "number:n, [multiple:n, mode:n]", ceilingByMode,
-                  "Number rounded up to a multiple; with a mode, negative numbers away from zero."},
-    FunctionEntry{"CEILING.PRECISE", "number:n, [multiple:n]", preciseCeiling,
-                  "Number rounded up to a multiple, whatever its sign."},
-    FunctionEntry{"EVEN", "number:n", toEven, "Number rounded away from zero to an even number."},
-    FunctionEntry{"FLOOR.MATH", "number:n, [multiple:n, mode:n]", floorByMode,
-                  "Number rounded down to a multiple; with a mode, negative numbers towards zero."},
-    FunctionEntry{"FLOOR.PRECISE", "number:n, [multiple:n]", preciseFloor,
-                  "Number rounded down to a multiple, whatever its sign."},
-    FunctionEntry{"GCD", "number:a, (number:a)", gcd, "Greatest common divisor."},
-    FunctionEntry{"ISO.CEILING", "number:n, [multiple:n]", preciseCeiling,
-                  "Number rounded up to a multiple, whatever its sign."},
-    FunctionEntry{"LCM", "number:a, (number:a)", lcm, "Least common multiple."},
-    FunctionEntry{"MROUND", "number:n, multiple:n", toNearestMultiple,
-                  "Number rounded to the nearest multiple."},
-    FunctionEntry{"ODD", "number:n", toOdd, "Number rounded away from zero to an odd number."},
-    FunctionEntry{"QUOTIENT", "number:n, divisor:n", quotient, "Whole part of a quotient."},
-    FunctionEntry{"TRUNC", "number:n, [digits:n]", truncate,
-                  "Number cut off after a number of digits."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> multipleFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> multipleFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{
+          "CEILING.MATH", "number:n, [multiple:n, mode:n]", ceilingByMode,
+          "Number rounded up to a multiple; with a mode, negative numbers away from zero."},
+      FunctionEntry{"CEILING.PRECISE", "number:n, [multiple:n]", preciseCeiling,
+                    "Number rounded up to a multiple, whatever its sign."},
+      FunctionEntry{"EVEN", "number:n", toEven, "Number rounded away from zero to an even number."},
+      FunctionEntry{
+          "FLOOR.MATH", "number:n, [multiple:n, mode:n]", floorByMode,
+          "Number rounded down to a multiple; with a mode, negative numbers towards zero."},
+      FunctionEntry{"FLOOR.PRECISE", "number:n, [multiple:n]", preciseFloor,
+                    "Number rounded down to a multiple, whatever its sign."},
+      FunctionEntry{"GCD", "number:a, (number:a)", gcd, "Greatest common divisor."},
+      FunctionEntry{"ISO.CEILING", "number:n, [multiple:n]", preciseCeiling,
+                    "Number rounded up to a multiple, whatever its sign."},
+      FunctionEntry{"LCM", "number:a, (number:a)", lcm, "Least common multiple."},
+      FunctionEntry{"MROUND", "number:n, multiple:n", toNearestMultiple,
+                    "Number rounded to the nearest multiple."},
+      FunctionEntry{"ODD", "number:n", toOdd, "Number rounded away from zero to an odd number."},
+      FunctionEntry{"QUOTIENT", "number:n, divisor:n", quotient, "Whole part of a quotient."},
+      FunctionEntry{"TRUNC", "number:n, [digits:n]", truncate,
+                    "Number cut off after a number of digits."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

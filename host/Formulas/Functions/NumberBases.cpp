@@ -16,9 +16,7 @@ namespace Zorv::Formulas {
 
 namespace {
 
-Value notANumber() { return Value::error(FormulaErrorCode::Number); }
-
-constexpr std::string_view digits = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+constexpr std::string_view digitCharacters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 
 /// The whole part of a number when it lies from `least` to below `end`. Requires bounds that 64
 /// bits hold.
@@ -33,7 +31,7 @@ std::optional<std::int64_t> toRadix(double number) noexcept { return toWhole(num
 std::string writeDigits(std::uint64_t number, std::uint64_t radix) {
   std::string text;
   do {
-    text += digits[number % radix];
+    text += digitCharacters[number % radix];
     number /= radix;
   } while (number != 0);
   std::ranges::reverse(text);
@@ -65,7 +63,7 @@ Value writeInBase(Call& call) {
 std::optional<double> readDigits(std::string_view text, std::int64_t radix) noexcept {
   double number = 0.0;
   for (char const c : text) {
-    std::size_t const digit = digits.find(toAsciiUpper(c));
+    std::size_t const digit = digitCharacters.find(toAsciiUpper(c));
     if (digit >= static_cast<std::size_t>(radix)) {
       return std::nullopt;
     }
@@ -175,34 +173,37 @@ Value shiftBits(double number, double distance) noexcept {
 Value shiftLeft(Call& call) { return shiftBits(call.number(0), call.number(1)); }
 Value shiftRight(Call& call) { return shiftBits(call.number(0), -call.number(1)); }
 
-constexpr std::array entries = {
-    FunctionEntry{
-        "BASE", "number:n, base:n, [length:n]", writeInBase,
-        "Whole number written in a base from 2 to 36, with zeros before it up to a length."},
-    FunctionEntry{"BIN2DEC", "text:t", readComplement<2>,
-                  "Number that binary digits stand for, in two's complement."},
-    FunctionEntry{"BITAND", "a:n, b:n", bitAnd, "Bits that are set in both numbers."},
-    FunctionEntry{"BITLSHIFT", "number:n, count:n", shiftLeft, "Number with its bits moved left."},
-    FunctionEntry{"BITOR", "a:n, b:n", bitOr, "Bits that are set in at least one of two numbers."},
-    FunctionEntry{"BITRSHIFT", "number:n, count:n", shiftRight,
-                  "Number with its bits moved right."},
-    FunctionEntry{"BITXOR", "a:n, b:n", bitXor, "Bits that are set in one of two numbers only."},
-    FunctionEntry{"DEC2BIN", "number:n, [length:n]", writeComplement<2>,
-                  "Whole number in binary digits, in two's complement."},
-    FunctionEntry{"DEC2HEX", "number:n, [length:n]", writeComplement<16>,
-                  "Whole number in hexadecimal digits, in two's complement."},
-    FunctionEntry{"DEC2OCT", "number:n, [length:n]", writeComplement<8>,
-                  "Whole number in octal digits, in two's complement."},
-    FunctionEntry{"DECIMAL", "text:t, base:n", readInBase,
-                  "Number that digits in a base from 2 to 36 stand for."},
-    FunctionEntry{"HEX2DEC", "text:t", readComplement<16>,
-                  "Number that hexadecimal digits stand for, in two's complement."},
-    FunctionEntry{"OCT2DEC", "text:t", readComplement<8>,
-                  "Number that octal digits stand for, in two's complement."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> numberBaseFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> numberBaseFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{
+          "BASE", "number:n, base:n, [length:n]", writeInBase,
+          "Whole number written in a base from 2 to 36, with zeros before it up to a length."},
+      FunctionEntry{"BIN2DEC", "text:t", readComplement<2>,
+                    "Number that binary digits stand for, in two's complement."},
+      FunctionEntry{"BITAND", "a:n, b:n", bitAnd, "Bits that are set in both numbers."},
+      FunctionEntry{"BITLSHIFT", "number:n, count:n", shiftLeft,
+                    "Number with its bits moved left."},
+      FunctionEntry{"BITOR", "a:n, b:n", bitOr,
+                    "Bits that are set in at least one of two numbers."},
+      FunctionEntry{"BITRSHIFT", "number:n, count:n", shiftRight,
+                    "Number with its bits moved right."},
+      FunctionEntry{"BITXOR", "a:n, b:n", bitXor, "Bits that are set in one of two numbers only."},
+      FunctionEntry{"DEC2BIN", "number:n, [length:n]", writeComplement<2>,
+                    "Whole number in binary digits, in two's complement."},
+      FunctionEntry{"DEC2HEX", "number:n, [length:n]", writeComplement<16>,
+                    "Whole number in hexadecimal digits, in two's complement."},
+      FunctionEntry{"DEC2OCT", "number:n, [length:n]", writeComplement<8>,
+                    "Whole number in octal digits, in two's complement."},
+      FunctionEntry{"DECIMAL", "text:t, base:n", readInBase,
+                    "Number that digits in a base from 2 to 36 stand for."},
+      FunctionEntry{"HEX2DEC", "text:t", readComplement<16>,
+                    "Number that hexadecimal digits stand for, in two's complement."},
+      FunctionEntry{"OCT2DEC", "text:t", readComplement<8>,
+                    "Number that octal digits stand for, in two's complement."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

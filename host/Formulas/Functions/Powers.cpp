@@ -16,8 +16,6 @@ namespace Zorv::Formulas {
 
 namespace {
 
-Value notANumber() { return Value::error(FormulaErrorCode::Number); }
-
 /// POWER(base, exponent): what the operator `^` gives.
 Value power(Call& call) {
   return applyBinary(DOM::FormulaSyntaxTree::Operator::Power, call[0], call[1], call.evaluator());
@@ -138,31 +136,32 @@ Value multinomial(Call& call) {
   return Value::number(product);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"COMBIN", "count:n, chosen:n", combinations,
-                  "Number of ways to choose some of several things."},
-    FunctionEntry{
-        "COMBINA", "count:n, chosen:n", combinationsWithRepetition,
-        "Number of ways to choose some of several things, where each may be chosen again."},
-    FunctionEntry{"EXP", "number:n", exponential, "Power of e."},
-    FunctionEntry{"FACT", "number:n", factorial, "Factorial."},
-    FunctionEntry{"FACTDOUBLE", "number:n", doubleFactorial,
-                  "Product of every second whole number up to a number."},
-    FunctionEntry{"LN", "number:n", naturalLogarithm, "Natural logarithm."},
-    FunctionEntry{"LOG", "number:n, [base:n]", logarithm, "Logarithm to a base, or to base 10."},
-    FunctionEntry{"LOG10", "number:n", decimalLogarithm, "Logarithm to base 10."},
-    FunctionEntry{
-        "MULTINOMIAL", "number:a, (number:a)", multinomial,
-        "Multinomial coefficient: the factorial of a sum by the product of the factorials."},
-    FunctionEntry{"PI", "", pi, "The number pi."},
-    FunctionEntry{"POWER", "base:n, exponent:n", power, "Power of a number."},
-    FunctionEntry{"SIGN", "number:n", sign, "-1, 0 or 1, by the sign of a number."},
-    FunctionEntry{"SQRT", "number:n", squareRoot, "Square root."},
-    FunctionEntry{"SQRTPI", "number:n", squareRootOfPi, "Square root of a number times pi."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> powerFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> powerFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"COMBIN", "count:n, chosen:n", combinations,
+                    "Number of ways to choose some of several things."},
+      FunctionEntry{
+          "COMBINA", "count:n, chosen:n", combinationsWithRepetition,
+          "Number of ways to choose some of several things, where each may be chosen again."},
+      FunctionEntry{"EXP", "number:n", exponential, "Power of e."},
+      FunctionEntry{"FACT", "number:n", factorial, "Factorial."},
+      FunctionEntry{"FACTDOUBLE", "number:n", doubleFactorial,
+                    "Product of every second whole number up to a number."},
+      FunctionEntry{"LN", "number:n", naturalLogarithm, "Natural logarithm."},
+      FunctionEntry{"LOG", "number:n, [base:n]", logarithm, "Logarithm to a base, or to base 10."},
+      FunctionEntry{"LOG10", "number:n", decimalLogarithm, "Logarithm to base 10."},
+      FunctionEntry{
+          "MULTINOMIAL", "number:a, (number:a)", multinomial,
+          "Multinomial coefficient: the factorial of a sum by the product of the factorials."},
+      FunctionEntry{"PI", "", pi, "The number pi."},
+      FunctionEntry{"POWER", "base:n, exponent:n", power, "Power of a number."},
+      FunctionEntry{"SIGN", "number:n", sign, "-1, 0 or 1, by the sign of a number."},
+      FunctionEntry{"SQRT", "number:n", squareRoot, "Square root."},
+      FunctionEntry{"SQRTPI", "number:n", squareRootOfPi, "Square root of a number times pi."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

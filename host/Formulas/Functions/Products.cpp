@@ -140,23 +140,24 @@ Value powerSeries(Call& call) {
   return error ? *error : Value::number(total);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"PRODUCT", "number:a, (number:a)", product, "Product of numbers."},
-    FunctionEntry{"SERIESSUM", "x:n, exponent:n, step:n, coefficients:a", powerSeries,
-                  "Sum of a power series."},
-    FunctionEntry{"SUMPRODUCT", "array:a, (array:a)", sumProducts,
-                  "Sum of the products of the elements at equal positions."},
-    FunctionEntry{"SUMSQ", "number:a, (number:a)", sumOfSquares, "Sum of squares."},
-    FunctionEntry{"SUMX2MY2", "x:a, y:a", sumPairs<differenceOfSquares>,
-                  "Sum of the differences of squares of pairs."},
-    FunctionEntry{"SUMX2PY2", "x:a, y:a", sumPairs<sumOfTwoSquares>,
-                  "Sum of the sums of squares of pairs."},
-    FunctionEntry{"SUMXMY2", "x:a, y:a", sumPairs<squareOfDifference>,
-                  "Sum of the squared differences of pairs."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> productFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> productFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"PRODUCT", "number:a, (number:a)", product, "Product of numbers."},
+      FunctionEntry{"SERIESSUM", "x:n, exponent:n, step:n, coefficients:a", powerSeries,
+                    "Sum of a power series."},
+      FunctionEntry{"SUMPRODUCT", "array:a, (array:a)", sumProducts,
+                    "Sum of the products of the elements at equal positions."},
+      FunctionEntry{"SUMSQ", "number:a, (number:a)", sumOfSquares, "Sum of squares."},
+      FunctionEntry{"SUMX2MY2", "x:a, y:a", sumPairs<differenceOfSquares>,
+                    "Sum of the differences of squares of pairs."},
+      FunctionEntry{"SUMX2PY2", "x:a, y:a", sumPairs<sumOfTwoSquares>,
+                    "Sum of the sums of squares of pairs."},
+      FunctionEntry{"SUMXMY2", "x:a, y:a", sumPairs<squareOfDifference>,
+                    "Sum of the squared differences of pairs."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

@@ -32,17 +32,18 @@ Value randomBetween(Call& call) {
   return Value::number(std::min(least + std::floor(draw() * (most - least + 1.0)), most));
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"RAND", "", random, "Random number from 0 to below 1.", {.isVolatile = true}},
-    FunctionEntry{"RANDBETWEEN",
-                  "lowest:n, highest:n",
-                  randomBetween,
-                  "Random whole number within two limits.",
-                  {.isVolatile = true}},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> randomFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> randomFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"RAND", "", random, "Random number from 0 to below 1.", {.isVolatile = true}},
+      FunctionEntry{"RANDBETWEEN",
+                    "lowest:n, highest:n",
+                    randomBetween,
+                    "Random whole number within two limits.",
+                    {.isVolatile = true}},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

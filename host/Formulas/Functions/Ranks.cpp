@@ -20,9 +20,6 @@ namespace {
 
 using Numbers = std::vector<double>;
 
-Value notANumber() { return Value::error(FormulaErrorCode::Number); }
-Value notAvailable() { return Value::error(FormulaErrorCode::NotAvailable); }
-
 double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
 
 RankCounts countAround(Numbers const& numbers, double number) noexcept {
@@ -230,50 +227,56 @@ Value frequency(Call& call) {
   return makeColumn(call.evaluator(), counts);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"FREQUENCY", "numbers:a, limits:a", frequency,
-                  "Column of how many numbers lie between each limit and the one below."},
-    FunctionEntry{"MODE", "number:a, (number:a)", reduceNumbers<mode>,
-                  "Most frequent number, the first of several."},
-    FunctionEntry{"MODE.MULT", "number:a, (number:a)", modes,
-                  "Column of all most frequent numbers."},
-    FunctionEntry{"MODE.SNGL", "number:a, (number:a)", reduceNumbers<mode>,
-                  "Most frequent number, the first of several."},
-    FunctionEntry{"PERCENTILE", "numbers:a, share:n", percentile<Ends::Included>,
-                  "Number below which a share of the numbers lies; 0 and 1 give the smallest and "
-                  "the largest."},
-    FunctionEntry{"PERCENTILE.EXC", "numbers:a, share:n", percentile<Ends::Excluded>,
-                  "Number below which a share of the numbers lies, with both ends left out."},
-    FunctionEntry{"PERCENTILE.INC", "numbers:a, share:n", percentile<Ends::Included>,
-                  "Number below which a share of the numbers lies; 0 and 1 give the smallest and "
-                  "the largest."},
-    FunctionEntry{"PERCENTRANK", "numbers:a, number:n, [digits:n]", percentRank<Ends::Included>,
-                  "Share of the numbers that lie below a number, from 0 to 1."},
-    FunctionEntry{"PERCENTRANK.EXC", "numbers:a, number:n, [digits:n]", percentRank<Ends::Excluded>,
-                  "Share of the numbers that lie below a number, with both ends left out."},
-    FunctionEntry{"PERCENTRANK.INC", "numbers:a, number:n, [digits:n]", percentRank<Ends::Included>,
-                  "Share of the numbers that lie below a number, from 0 to 1."},
-    FunctionEntry{"QUARTILE", "numbers:a, quarter:n", quartile<Ends::Included>,
-                  "Number below which some quarters of the numbers lie; 0 and 4 give the smallest "
-                  "and the largest."},
-    FunctionEntry{"QUARTILE.EXC", "numbers:a, quarter:n", quartile<Ends::Excluded>,
-                  "Number below which some quarters of the numbers lie, with both ends left out."},
-    FunctionEntry{"QUARTILE.INC", "numbers:a, quarter:n", quartile<Ends::Included>,
-                  "Number below which some quarters of the numbers lie; 0 and 4 give the smallest "
-                  "and the largest."},
-    FunctionEntry{
-        "RANK", "number:n, numbers:a, [isAscending:n]", rank<false>,
-        "Rank of a number among others, from 1; equal numbers have the best of their ranks."},
-    FunctionEntry{
-        "RANK.AVG", "number:n, numbers:a, [isAscending:n]", rank<true>,
-        "Rank of a number among others, from 1; equal numbers have the mean of their ranks."},
-    FunctionEntry{
-        "RANK.EQ", "number:n, numbers:a, [isAscending:n]", rank<false>,
-        "Rank of a number among others, from 1; equal numbers have the best of their ranks."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> rankFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> rankFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"FREQUENCY", "numbers:a, limits:a", frequency,
+                    "Column of how many numbers lie between each limit and the one below."},
+      FunctionEntry{"MODE", "number:a, (number:a)", reduceNumbers<mode>,
+                    "Most frequent number, the first of several."},
+      FunctionEntry{"MODE.MULT", "number:a, (number:a)", modes,
+                    "Column of all most frequent numbers."},
+      FunctionEntry{"MODE.SNGL", "number:a, (number:a)", reduceNumbers<mode>,
+                    "Most frequent number, the first of several."},
+      FunctionEntry{"PERCENTILE", "numbers:a, share:n", percentile<Ends::Included>,
+                    "Number below which a share of the numbers lies; 0 and 1 give the smallest and "
+                    "the largest."},
+      FunctionEntry{"PERCENTILE.EXC", "numbers:a, share:n", percentile<Ends::Excluded>,
+                    "Number below which a share of the numbers lies, with both ends left out."},
+      FunctionEntry{"PERCENTILE.INC", "numbers:a, share:n", percentile<Ends::Included>,
+                    "Number below which a share of the numbers lies; 0 and 1 give the smallest and "
+                    "the largest."},
+      FunctionEntry{"PERCENTRANK", "numbers:a, number:n, [digits:n]", percentRank<Ends::Included>,
+                    "Share of the numbers that lie below a number, from 0 to 1."},
+      FunctionEntry{"PERCENTRANK.EXC", "numbers:a, number:n, [digits:n]",
+                    percentRank<Ends::Excluded>,
+                    "Share of the numbers that lie below a number, with both ends left out."},
+      FunctionEntry{"PERCENTRANK.INC", "numbers:a, number:n, [digits:n]",
+                    percentRank<Ends::Included>,
+                    "Share of the numbers that lie below a number, from 0 to 1."},
+      FunctionEntry{
+          "QUARTILE", "numbers:a, quarter:n", quartile<Ends::Included>,
+          "Number below which some quarters of the numbers lie; 0 and 4 give the smallest "
+          "and the largest."},
+      FunctionEntry{
+          "QUARTILE.EXC", "numbers:a, quarter:n", quartile<Ends::Excluded>,
+          "Number below which some quarters of the numbers lie, with both ends left out."},
+      FunctionEntry{
+          "QUARTILE.INC", "numbers:a, quarter:n", quartile<Ends::Included>,
+          "Number below which some quarters of the numbers lie; 0 and 4 give the smallest "
+          "and the largest."},
+      FunctionEntry{
+          "RANK", "number:n, numbers:a, [isAscending:n]", rank<false>,
+          "Rank of a number among others, from 1; equal numbers have the best of their ranks."},
+      FunctionEntry{
+          "RANK.AVG", "number:n, numbers:a, [isAscending:n]", rank<true>,
+          "Rank of a number among others, from 1; equal numbers have the mean of their ranks."},
+      FunctionEntry{
+          "RANK.EQ", "number:n, numbers:a, [isAscending:n]", rank<false>,
+          "Rank of a number among others, from 1; equal numbers have the best of their ranks."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

@@ -100,30 +100,31 @@ Value formulaText(Call& call) {
                                : Grid::refuse(call[0]);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"AREAS", "reference:r", areas, "Number of rectangles of a reference."},
-    FunctionEntry{"COLUMNS",
-                  "array:a",
-                  extent<&Grid::columns>,
-                  "Number of columns.",
-                  {.asksPlaceOfFirst = true}},
-    FunctionEntry{"FORMULATEXT", "reference:r", formulaText,
-                  "Always #N/A: the texts of formulas are not kept."},
-    FunctionEntry{"HYPERLINK", "address:v, [text:v]", hyperlink,
-                  "Text that a link shows, or its address."},
-    FunctionEntry{"ISFORMULA", "reference:r", isFormula, "TRUE for a cell with a formula."},
-    FunctionEntry{"ISREF", "value:r", isReference, "TRUE for a reference."},
-    FunctionEntry{
-        "ROWS", "array:a", extent<&Grid::rows>, "Number of rows.", {.asksPlaceOfFirst = true}},
-    FunctionEntry{
-        "SHEET", "[sheet:r]", sheetNumber,
-        "Number of a reference's sheet, of a sheet by its name, or of the formula's own."},
-    FunctionEntry{"SHEETS", "[reference:r]", sheetCount,
-                  "Number of sheets of the document, or of a reference."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> referenceInformationFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> referenceInformationFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"AREAS", "reference:r", areas, "Number of rectangles of a reference."},
+      FunctionEntry{"COLUMNS",
+                    "array:a",
+                    extent<&Grid::columns>,
+                    "Number of columns.",
+                    {.asksPlaceOfFirst = true}},
+      FunctionEntry{"FORMULATEXT", "reference:r", formulaText,
+                    "Always #N/A: the texts of formulas are not kept."},
+      FunctionEntry{"HYPERLINK", "address:v, [text:v]", hyperlink,
+                    "Text that a link shows, or its address."},
+      FunctionEntry{"ISFORMULA", "reference:r", isFormula, "TRUE for a cell with a formula."},
+      FunctionEntry{"ISREF", "value:r", isReference, "TRUE for a reference."},
+      FunctionEntry{
+          "ROWS", "array:a", extent<&Grid::rows>, "Number of rows.", {.asksPlaceOfFirst = true}},
+      FunctionEntry{
+          "SHEET", "[sheet:r]", sheetNumber,
+          "Number of a reference's sheet, of a sheet by its name, or of the formula's own."},
+      FunctionEntry{"SHEETS", "[reference:r]", sheetCount,
+                    "Number of sheets of the document, or of a reference."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

@@ -17,8 +17,6 @@ namespace Zorv::Formulas {
 
 namespace {
 
-Value divisionByZero() { return Value::error(FormulaErrorCode::DivisionByZero); }
-
 /// The pairs of numbers at equal positions of two arguments; a position counts where both values
 /// are numbers.
 class NumberPairs {
@@ -192,31 +190,34 @@ Value forecast(Call& call) {
   return Value::number(relation.meanY + relation.slope() * (call.number(0) - relation.meanX));
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"CORREL", "x:a, y:a", ofPairs<correlation>, "Correlation coefficient of pairs."},
-    FunctionEntry{"COVAR", "x:a, y:a", ofPairs<populationCovariance>,
-                  "Covariance of a whole population of pairs."},
-    FunctionEntry{"COVARIANCE.P", "x:a, y:a", ofPairs<populationCovariance>,
-                  "Covariance of a whole population of pairs."},
-    FunctionEntry{"COVARIANCE.S", "x:a, y:a", ofPairs<sampleCovariance>,
-                  "Covariance of a sample of pairs."},
-    FunctionEntry{"FORECAST", "x:n, knownY:a, knownX:a", forecast,
-                  "Value at x of the line that fits pairs best."},
-    FunctionEntry{"FORECAST.LINEAR", "x:n, knownY:a, knownX:a", forecast,
-                  "Value at x of the line that fits pairs best."},
-    FunctionEntry{"INTERCEPT", "knownY:a, knownX:a", ofPairs<intercept>,
-                  "Value at 0 of the line that fits pairs best."},
-    FunctionEntry{"PEARSON", "x:a, y:a", ofPairs<correlation>, "Correlation coefficient of pairs."},
-    FunctionEntry{"RSQ", "knownY:a, knownX:a", ofPairs<determination>,
-                  "Square of the correlation coefficient of pairs."},
-    FunctionEntry{"SLOPE", "knownY:a, knownX:a", ofPairs<slope>,
-                  "Slope of the line that fits pairs best."},
-    FunctionEntry{"STEYX", "knownY:a, knownX:a", ofPairs<standardError>,
-                  "Standard error of the line that fits pairs best."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> regressionFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> regressionFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"CORREL", "x:a, y:a", ofPairs<correlation>,
+                    "Correlation coefficient of pairs."},
+      FunctionEntry{"COVAR", "x:a, y:a", ofPairs<populationCovariance>,
+                    "Covariance of a whole population of pairs."},
+      FunctionEntry{"COVARIANCE.P", "x:a, y:a", ofPairs<populationCovariance>,
+                    "Covariance of a whole population of pairs."},
+      FunctionEntry{"COVARIANCE.S", "x:a, y:a", ofPairs<sampleCovariance>,
+                    "Covariance of a sample of pairs."},
+      FunctionEntry{"FORECAST", "x:n, knownY:a, knownX:a", forecast,
+                    "Value at x of the line that fits pairs best."},
+      FunctionEntry{"FORECAST.LINEAR", "x:n, knownY:a, knownX:a", forecast,
+                    "Value at x of the line that fits pairs best."},
+      FunctionEntry{"INTERCEPT", "knownY:a, knownX:a", ofPairs<intercept>,
+                    "Value at 0 of the line that fits pairs best."},
+      FunctionEntry{"PEARSON", "x:a, y:a", ofPairs<correlation>,
+                    "Correlation coefficient of pairs."},
+      FunctionEntry{"RSQ", "knownY:a, knownX:a", ofPairs<determination>,
+                    "Square of the correlation coefficient of pairs."},
+      FunctionEntry{"SLOPE", "knownY:a, knownX:a", ofPairs<slope>,
+                    "Slope of the line that fits pairs best."},
+      FunctionEntry{"STEYX", "knownY:a, knownX:a", ofPairs<standardError>,
+                    "Standard error of the line that fits pairs best."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

@@ -363,33 +363,34 @@ Value cutArray(Call& call) {
                     kept[1]->count);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"DROP",
-                  "array:a, rows:v, [columns:v]",
-                  cutArray<drop>,
-                  "Array without its first rows and columns, or for negative numbers its last.",
-                  {.returnsReference = true}},
-    FunctionEntry{"FILTER", "array:a, conditions:a, [ifEmpty:x]", filter,
-                  "Rows or columns of an array whose condition holds."},
-    FunctionEntry{"SEQUENCE", "rows:v, [columns:v, start:v, step:v]", sequence,
-                  "Array of evenly spaced numbers, row by row."},
-    FunctionEntry{"SORT", "array:a, [by:a, order:a, byColumn:b]", sort,
-                  "Rows of an array in order; order 1 ascends and -1 descends."},
-    FunctionEntry{"SORTBY", "array:a, by:a, (more:a)", sortBy,
-                  "Rows or columns of an array in the order of other arrays, each of which an "
-                  "order may follow."},
-    FunctionEntry{"TAKE",
-                  "array:a, rows:v, [columns:v]",
-                  cutArray<take>,
-                  "First rows and columns of an array, or for negative numbers its last.",
-                  {.returnsReference = true}},
-    FunctionEntry{"TRANSPOSE", "array:a", transpose, "Array with rows and columns exchanged."},
-    FunctionEntry{"UNIQUE", "array:a, [byColumn:b, exactlyOnce:b]", unique,
-                  "Rows of an array that differ, or those that occur exactly once."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> reshapingFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> reshapingFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"DROP",
+                    "array:a, rows:v, [columns:v]",
+                    cutArray<drop>,
+                    "Array without its first rows and columns, or for negative numbers its last.",
+                    {.returnsReference = true}},
+      FunctionEntry{"FILTER", "array:a, conditions:a, [ifEmpty:x]", filter,
+                    "Rows or columns of an array whose condition holds."},
+      FunctionEntry{"SEQUENCE", "rows:v, [columns:v, start:v, step:v]", sequence,
+                    "Array of evenly spaced numbers, row by row."},
+      FunctionEntry{"SORT", "array:a, [by:a, order:a, byColumn:b]", sort,
+                    "Rows of an array in order; order 1 ascends and -1 descends."},
+      FunctionEntry{"SORTBY", "array:a, by:a, (more:a)", sortBy,
+                    "Rows or columns of an array in the order of other arrays, each of which an "
+                    "order may follow."},
+      FunctionEntry{"TAKE",
+                    "array:a, rows:v, [columns:v]",
+                    cutArray<take>,
+                    "First rows and columns of an array, or for negative numbers its last.",
+                    {.returnsReference = true}},
+      FunctionEntry{"TRANSPOSE", "array:a", transpose, "Array with rows and columns exchanged."},
+      FunctionEntry{"UNIQUE", "array:a, [byColumn:b, exactlyOnce:b]", unique,
+                    "Rows of an array that differ, or those that occur exactly once."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

@@ -114,14 +114,15 @@ Value readRoman(Call& call) {
   return Value::number(isNegative ? -*number : *number);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"ARABIC", "text:t", readRoman, "Number that a Roman numeral stands for."},
-    FunctionEntry{"ROMAN", "number:n, [form:v]", writeRoman,
-                  "Roman numeral, from form 0, the classic one, to form 4, the shortest."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> romanNumeralFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> romanNumeralFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"ARABIC", "text:t", readRoman, "Number that a Roman numeral stands for."},
+      FunctionEntry{"ROMAN", "number:n, [form:v]", writeRoman,
+                    "Roman numeral, from form 0, the classic one, to form 4, the shortest."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

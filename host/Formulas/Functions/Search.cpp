@@ -202,28 +202,29 @@ Value xLookUp(Call& call) {
                          : results->part(arena, 0, *position, results->rows(), 1);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"HLOOKUP", "key:v, table:a, row:n, [isSorted:b]", lookUpInTable<false>,
-                  "Value in a row of a table, in the column whose first cell matches a key."},
-    FunctionEntry{
-        "LOOKUP", "key:v, keys:a, [results:a]", lookUp,
-        "Result at the position of the last key, in ascending order, that is not above a key."},
-    FunctionEntry{
-        "MATCH", "key:v, keys:a, [kind:n]", match,
-        "Position of a key, from 1; kind 0 is exact, 1 the last not above, -1 the last not below."},
-    FunctionEntry{"VLOOKUP", "key:v, table:a, column:n, [isSorted:b]", lookUpInTable<true>,
-                  "Value in a column of a table, in the row whose first cell matches a key."},
-    FunctionEntry{"XLOOKUP",
-                  "key:v, keys:a, results:a, [ifMissing:x, match:v, direction:v]",
-                  xLookUp,
-                  "Result at the position of a key, with a choice of match and direction.",
-                  {.returnsReference = true}},
-    FunctionEntry{"XMATCH", "key:v, keys:a, [match:v, direction:v]", xMatch,
-                  "Position of a key, from 1, with a choice of match and direction."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> searchFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> searchFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"HLOOKUP", "key:v, table:a, row:n, [isSorted:b]", lookUpInTable<false>,
+                    "Value in a row of a table, in the column whose first cell matches a key."},
+      FunctionEntry{
+          "LOOKUP", "key:v, keys:a, [results:a]", lookUp,
+          "Result at the position of the last key, in ascending order, that is not above a key."},
+      FunctionEntry{"MATCH", "key:v, keys:a, [kind:n]", match,
+                    "Position of a key, from 1; kind 0 is exact, 1 the last not above, -1 the last "
+                    "not below."},
+      FunctionEntry{"VLOOKUP", "key:v, table:a, column:n, [isSorted:b]", lookUpInTable<true>,
+                    "Value in a column of a table, in the row whose first cell matches a key."},
+      FunctionEntry{"XLOOKUP",
+                    "key:v, keys:a, results:a, [ifMissing:x, match:v, direction:v]",
+                    xLookUp,
+                    "Result at the position of a key, with a choice of match and direction.",
+                    {.returnsReference = true}},
+      FunctionEntry{"XMATCH", "key:v, keys:a, [match:v, direction:v]", xMatch,
+                    "Position of a key, from 1, with a choice of match and direction."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

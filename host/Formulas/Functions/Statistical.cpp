@@ -124,23 +124,24 @@ Value selectByRank(Call const& call, bool fromLargest) {
 Value large(Call& call) { return selectByRank(call, true); }
 Value small(Call& call) { return selectByRank(call, false); }
 
-constexpr std::array entries = {
-    FunctionEntry{"AVERAGE", "number:a, (number:a)", average, "Mean of numbers."},
-    FunctionEntry{"COUNT", "value:a, (value:a)", countNumbers, "How many numbers there are."},
-    FunctionEntry{"COUNTA", "value:a, (value:a)", countValues,
-                  "How many values there are that are not empty."},
-    FunctionEntry{"COUNTBLANK", "range:r", countBlanks,
-                  "How many cells of a range are empty or hold an empty text."},
-    FunctionEntry{"LARGE", "numbers:a, rank:n", large, "Number at a rank from the largest."},
-    FunctionEntry{"MAX", "number:a, (number:a)", maximum, "Largest number."},
-    FunctionEntry{"MEDIAN", "number:a, (number:a)", median,
-                  "Number in the middle of all, or the mean of two."},
-    FunctionEntry{"MIN", "number:a, (number:a)", minimum, "Smallest number."},
-    FunctionEntry{"SMALL", "numbers:a, rank:n", small, "Number at a rank from the smallest."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> statisticalFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> statisticalFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"AVERAGE", "number:a, (number:a)", average, "Mean of numbers."},
+      FunctionEntry{"COUNT", "value:a, (value:a)", countNumbers, "How many numbers there are."},
+      FunctionEntry{"COUNTA", "value:a, (value:a)", countValues,
+                    "How many values there are that are not empty."},
+      FunctionEntry{"COUNTBLANK", "range:r", countBlanks,
+                    "How many cells of a range are empty or hold an empty text."},
+      FunctionEntry{"LARGE", "numbers:a, rank:n", large, "Number at a rank from the largest."},
+      FunctionEntry{"MAX", "number:a, (number:a)", maximum, "Largest number."},
+      FunctionEntry{"MEDIAN", "number:a, (number:a)", median,
+                    "Number in the middle of all, or the mean of two."},
+      FunctionEntry{"MIN", "number:a, (number:a)", minimum, "Smallest number."},
+      FunctionEntry{"SMALL", "numbers:a, rank:n", small, "Number at a rank from the smallest."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

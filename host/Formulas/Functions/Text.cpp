@@ -11,6 +11,7 @@
 #include <unicode/unistr.h>
 
 #include "Formulas/Evaluation/Call.h"
+#include "Formulas/Functions/CharacterCounts.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/TextBuilder.h"
 #include "Formulas/Text/Texts.h"
@@ -20,25 +21,13 @@ namespace Zorv::Formulas {
 
 namespace {
 
-/// More characters than any text has.
-constexpr double manyCharacters = 1e9;
-
-/// A number of characters, or of a position; nothing for one below the least.
-std::optional<std::size_t> toCount(double number, double least) noexcept {
-  double const whole = std::floor(number);
-  if (whole < least) {
-    return std::nullopt;
-  }
-  return static_cast<std::size_t>(std::min(whole, manyCharacters));
-}
-
 Value length(Call& call) {
   return Value::number(static_cast<double>(countCharacters(call.text(0))));
 }
 
 /// LEFT(text, count); without a count one character.
 Value left(Call& call) {
-  auto const count = toCount(call.number(1, 1.0), 0.0);
+  auto const count = toCharacterCount(std::floor(call.number(1, 1.0)), 0.0);
   if (!count) {
     return Value::error(FormulaErrorCode::Value);
   }
@@ -47,7 +36,7 @@ Value left(Call& call) {
 }
 
 Value right(Call& call) {
-  auto const count = toCount(call.number(1, 1.0), 0.0);
+  auto const count = toCharacterCount(std::floor(call.number(1, 1.0)), 0.0);
   if (!count) {
     return Value::error(FormulaErrorCode::Value);
   }
@@ -59,8 +48,8 @@ Value right(Call& call) {
 
 /// MID(text, position, count); positions count from 1.
 Value middle(Call& call) {
-  auto const position = toCount(call.number(1), 1.0);
-  auto const count = toCount(call.number(2), 0.0);
+  auto const position = toCharacterCount(std::floor(call.number(1)), 1.0);
+  auto const count = toCharacterCount(std::floor(call.number(2)), 0.0);
   if (!position || !count) {
     return Value::error(FormulaErrorCode::Value);
   }
@@ -102,7 +91,7 @@ Value exact(Call& call) { return Value::boolean(call.text(0) == call.text(1)); }
 template <class FindBytes>
 Value findFrom(Call const& call, FindBytes const& findBytes) {
   std::string_view const text = call.text(1);
-  auto const position = toCount(call.number(2, 1.0), 1.0);
+  auto const position = toCharacterCount(std::floor(call.number(2, 1.0)), 1.0);
   if (!position || *position - 1 > countCharacters(text)) {
     return Value::error(FormulaErrorCode::Value);
   }
@@ -130,7 +119,7 @@ Value search(Call& call) { return findFrom(call, findWildcards); }
 Value substitute(Call& call) {
   std::string_view rest = call.text(0);
   std::string_view const old = call.text(1);
-  auto const which = toCount(call.number(3, 1.0), 1.0);
+  auto const which = toCharacterCount(std::floor(call.number(3, 1.0)), 1.0);
   if (!which) {
     return Value::error(FormulaErrorCode::Value);
   }
@@ -155,30 +144,32 @@ Value concatenate(Call& call) {
   return result.toValue(call);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"CONCATENATE", "text:t, (text:t)", concatenate, "Texts one behind the other."},
-    FunctionEntry{"EXACT", "a:t, b:t", exact,
-                  "TRUE for texts that are equal, letter case included."},
-    FunctionEntry{"FIND", "searched:t, text:t, [start:n]", find,
-                  "Position of a text in another, from 1; letter case matters."},
-    FunctionEntry{"LEFT", "text:t, [count:n]", left, "First characters of a text."},
-    FunctionEntry{"LEN", "text:t", length, "Number of characters."},
-    FunctionEntry{"LOWER", "text:t", lower, "Text in small letters."},
-    FunctionEntry{"MID", "text:t, start:n, count:n", middle,
-                  "Characters of a text from a position on."},
-    FunctionEntry{"RIGHT", "text:t, [count:n]", right, "Last characters of a text."},
-    FunctionEntry{"SEARCH", "pattern:t, text:t, [start:n]", search,
-                  "Position of a pattern in a text, from 1; * and ? are wildcards, and letter case "
-                  "does not matter."},
-    FunctionEntry{"SUBSTITUTE", "text:t, old:t, new:t, [occurrence:n]", substitute,
-                  "Text with a part replaced, everywhere or at one occurrence."},
-    FunctionEntry{"TRIM", "text:t", trim,
-                  "Text with single spaces between its words and none around them."},
-    FunctionEntry{"UPPER", "text:t", upper, "Text in capital letters."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> textFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> textFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"CONCATENATE", "text:t, (text:t)", concatenate, "Texts one behind the other."},
+      FunctionEntry{"EXACT", "a:t, b:t", exact,
+                    "TRUE for texts that are equal, letter case included."},
+      FunctionEntry{"FIND", "searched:t, text:t, [start:n]", find,
+                    "Position of a text in another, from 1; letter case matters."},
+      FunctionEntry{"LEFT", "text:t, [count:n]", left, "First characters of a text."},
+      FunctionEntry{"LEN", "text:t", length, "Number of characters."},
+      FunctionEntry{"LOWER", "text:t", lower, "Text in small letters."},
+      FunctionEntry{"MID", "text:t, start:n, count:n", middle,
+                    "Characters of a text from a position on."},
+      FunctionEntry{"RIGHT", "text:t, [count:n]", right, "Last characters of a text."},
+      FunctionEntry{
+          "SEARCH", "pattern:t, text:t, [start:n]", search,
+          "Position of a pattern in a text, from 1; * and ? are wildcards, and letter case "
+          "does not matter."},
+      FunctionEntry{"SUBSTITUTE", "text:t, old:t, new:t, [occurrence:n]", substitute,
+                    "Text with a part replaced, everywhere or at one occurrence."},
+      FunctionEntry{"TRIM", "text:t", trim,
+                    "Text with single spaces between its words and none around them."},
+      FunctionEntry{"UPPER", "text:t", upper, "Text in capital letters."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

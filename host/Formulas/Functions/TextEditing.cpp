@@ -16,6 +16,7 @@
 #include <unicode/utf16.h>
 
 #include "Formulas/Evaluation/Call.h"
+#include "Formulas/Functions/CharacterCounts.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/TextBuilder.h"
 #include "Formulas/Text/Texts.h"
@@ -27,21 +28,9 @@ namespace Zorv::Formulas {
 
 namespace {
 
-Value wrongValue() { return Value::error(FormulaErrorCode::Value); }
-
-/// More characters than any text has.
-constexpr double manyCharacters = 1e9;
-
-/// The whole part of a number of characters; nothing for one below the least.
-std::optional<std::size_t> toCount(double number, double least) noexcept {
-  double const whole = std::trunc(number);
-  return whole < least ? std::nullopt
-                       : std::optional(static_cast<std::size_t>(std::min(whole, manyCharacters)));
-}
-
 /// REPT(text, count)
 Value repeat(Call& call) {
-  auto const count = toCount(call.number(1), 0.0);
+  auto const count = toCharacterCount(std::trunc(call.number(1)), 0.0);
   if (!count) {
     return wrongValue();
   }
@@ -54,8 +43,8 @@ Value repeat(Call& call) {
 
 /// REPLACE(text, position, count, new): positions count from 1.
 Value replace(Call& call) {
-  auto const position = toCount(call.number(1), 1.0);
-  auto const count = toCount(call.number(2), 0.0);
+  auto const position = toCharacterCount(std::trunc(call.number(1)), 1.0);
+  auto const count = toCharacterCount(std::trunc(call.number(2)), 0.0);
   if (!position || !count) {
     return wrongValue();
   }
@@ -268,25 +257,28 @@ Value codePointOfCharacter(Call& call) {
   return first ? Value::number(*first) : wrongValue();
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"CHAR", "code:n", characterOfCode, "Character of a code from 1 to 255."},
-    FunctionEntry{"CLEAN", "text:t", clean, "Text without control characters."},
-    FunctionEntry{"CODE", "text:t", codeOfCharacter, "Code of a text's first character."},
-    FunctionEntry{"CONCAT", "value:a, (value:a)", concatenateAll,
-                  "All values of ranges and arrays as one text."},
-    FunctionEntry{"PROPER", "text:t", capitalize, "Text whose words begin with a capital letter."},
-    FunctionEntry{"REPLACE", "text:t, start:n, count:n, new:t", replace,
-                  "Text with some characters replaced."},
-    FunctionEntry{"REPT", "text:t, count:n", repeat, "Text repeated."},
-    FunctionEntry{"TEXTJOIN", "separator:a, skipsEmpty:b, value:a, (value:a)", join,
-                  "All values as one text, with separators between them."},
-    FunctionEntry{"UNICHAR", "code:n", characterOfCodePoint, "Character of a Unicode code point."},
-    FunctionEntry{"UNICODE", "text:t", codePointOfCharacter,
-                  "Unicode code point of a text's first character."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> textEditingFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> textEditingFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"CHAR", "code:n", characterOfCode, "Character of a code from 1 to 255."},
+      FunctionEntry{"CLEAN", "text:t", clean, "Text without control characters."},
+      FunctionEntry{"CODE", "text:t", codeOfCharacter, "Code of a text's first character."},
+      FunctionEntry{"CONCAT", "value:a, (value:a)", concatenateAll,
+                    "All values of ranges and arrays as one text."},
+      FunctionEntry{"PROPER", "text:t", capitalize,
+                    "Text whose words begin with a capital letter."},
+      FunctionEntry{"REPLACE", "text:t, start:n, count:n, new:t", replace,
+                    "Text with some characters replaced."},
+      FunctionEntry{"REPT", "text:t, count:n", repeat, "Text repeated."},
+      FunctionEntry{"TEXTJOIN", "separator:a, skipsEmpty:b, value:a, (value:a)", join,
+                    "All values as one text, with separators between them."},
+      FunctionEntry{"UNICHAR", "code:n", characterOfCodePoint,
+                    "Character of a Unicode code point."},
+      FunctionEntry{"UNICODE", "text:t", codePointOfCharacter,
+                    "Unicode code point of a text's first character."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

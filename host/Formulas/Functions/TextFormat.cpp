@@ -34,8 +34,6 @@ namespace {
 
 using OfficeUtils::NumberFormat;
 
-Value wrongValue() { return Value::error(FormulaErrorCode::Value); }
-
 /// A compiled format; the formats that a thread used last are kept. Nothing for what is no format.
 std::optional<NumberFormat> findFormat(std::string_view code) {
   constexpr std::size_t mostFormats = 64;
@@ -205,21 +203,22 @@ Value readNumberWithSeparators(Call& call) {
                                                          : wrongValue();
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"DATEVALUE", "text:t", readDate, "Date that a text spells."},
-    FunctionEntry{"DOLLAR", "number:n, [digits:n]", formatMoney, "Number as an amount of money."},
-    FunctionEntry{"FIXED", "number:n, [digits:n, isPlain:b]", formatFixed,
-                  "Number with a fixed number of digits, with or without grouping."},
-    FunctionEntry{"NUMBERVALUE", "text:t, [decimalSeparator:t, groupSeparator:t]",
-                  readNumberWithSeparators, "Number that a text spells with given separators."},
-    FunctionEntry{"TEXT", "value:v, format:t", formatValue, "Value as a number format shows it."},
-    FunctionEntry{"TIMEVALUE", "text:t", readTime,
-                  "Time of day that a text spells, as a fraction of a day."},
-    FunctionEntry{"VALUE", "text:v", readPlainValue, "Number, date or time that a text spells."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> textFormatFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> textFormatFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"DATEVALUE", "text:t", readDate, "Date that a text spells."},
+      FunctionEntry{"DOLLAR", "number:n, [digits:n]", formatMoney, "Number as an amount of money."},
+      FunctionEntry{"FIXED", "number:n, [digits:n, isPlain:b]", formatFixed,
+                    "Number with a fixed number of digits, with or without grouping."},
+      FunctionEntry{"NUMBERVALUE", "text:t, [decimalSeparator:t, groupSeparator:t]",
+                    readNumberWithSeparators, "Number that a text spells with given separators."},
+      FunctionEntry{"TEXT", "value:v, format:t", formatValue, "Value as a number format shows it."},
+      FunctionEntry{"TIMEVALUE", "text:t", readTime,
+                    "Time of day that a text spells, as a fraction of a day."},
+      FunctionEntry{"VALUE", "text:v", readPlainValue, "Number, date or time that a text spells."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

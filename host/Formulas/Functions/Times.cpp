@@ -52,16 +52,17 @@ Value time(Call& call) {
   return Value::number(std::fmod(total, secondsPerDay) / secondsPerDay);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"HOUR", "time:n", hour, "Hour, from 0 to 23."},
-    FunctionEntry{"MINUTE", "time:n", minute, "Minute, from 0 to 59."},
-    FunctionEntry{"SECOND", "time:n", second, "Second, from 0 to 59."},
-    FunctionEntry{"TIME", "hour:n, minute:n, second:n", time,
-                  "Time of day as a fraction of a day."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> timeFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> timeFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"HOUR", "time:n", hour, "Hour, from 0 to 23."},
+      FunctionEntry{"MINUTE", "time:n", minute, "Minute, from 0 to 59."},
+      FunctionEntry{"SECOND", "time:n", second, "Second, from 0 to 59."},
+      FunctionEntry{"TIME", "hour:n, minute:n, second:n", time,
+                    "Time of day as a fraction of a day."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

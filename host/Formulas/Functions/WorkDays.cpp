@@ -222,20 +222,21 @@ Value workDayWithWeekend(Call& call) {
   return isAlwaysFree ? Value::error(FormulaErrorCode::Value) : moveByWorkDays(call, *weekend, 3);
 }
 
-constexpr std::array entries = {
-    FunctionEntry{"NETWORKDAYS", "start:n, end:n, [holidays:a]", workDaysBetween,
-                  "Number of working days between two dates, both included."},
-    FunctionEntry{"NETWORKDAYS.INTL", "start:n, end:n, [weekend:v, holidays:a]",
-                  workDaysBetweenWithWeekend,
-                  "Number of working days between two dates, with a choice of the weekend."},
-    FunctionEntry{"WORKDAY", "start:n, days:n, [holidays:a]", workDay,
-                  "Date some working days later or earlier."},
-    FunctionEntry{"WORKDAY.INTL", "start:n, days:n, [weekend:v, holidays:a]", workDayWithWeekend,
-                  "Date some working days later or earlier, with a choice of the weekend."},
-};
-
 }  // namespace
 
-std::span<FunctionEntry const> workDayFunctions() noexcept { return entries; }
+std::span<FunctionEntry const> workDayFunctions() noexcept {
+  static constexpr std::array entries = {
+      FunctionEntry{"NETWORKDAYS", "start:n, end:n, [holidays:a]", workDaysBetween,
+                    "Number of working days between two dates, both included."},
+      FunctionEntry{"NETWORKDAYS.INTL", "start:n, end:n, [weekend:v, holidays:a]",
+                    workDaysBetweenWithWeekend,
+                    "Number of working days between two dates, with a choice of the weekend."},
+      FunctionEntry{"WORKDAY", "start:n, days:n, [holidays:a]", workDay,
+                    "Date some working days later or earlier."},
+      FunctionEntry{"WORKDAY.INTL", "start:n, days:n, [weekend:v, holidays:a]", workDayWithWeekend,
+                    "Date some working days later or earlier, with a choice of the weekend."},
+  };
+  return entries;
+}
 
 }  // namespace Zorv::Formulas

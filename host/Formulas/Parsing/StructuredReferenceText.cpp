@@ -7,9 +7,9 @@ namespace Zorv::Formulas {
 
 namespace {
 
-class Reader {
+class ReferenceReader {
 public:
-  Reader(std::string_view text, std::size_t position) : _text(text), _position(position) {}
+  ReferenceReader(std::string_view text, std::size_t position) : _text(text), _position(position) {}
 
   StructuredReferenceText read() {
     // The outer brackets are matched already.
@@ -142,7 +142,7 @@ private:
 }  // namespace
 
 StructuredReferenceText readStructuredReference(std::string_view text, std::size_t position) {
-  return Reader(text, position).read();
+  return ReferenceReader(text, position).read();
 }
 
 }  // namespace Zorv::Formulas

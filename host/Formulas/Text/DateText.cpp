@@ -52,10 +52,10 @@ struct DateParts {
   int day = 1;
 };
 
-class Reader {
+class DateReader {
 public:
-  Reader(std::string_view text, OfficeUtils::LocaleContext const& locale,
-         std::optional<int> currentYear)
+  DateReader(std::string_view text, OfficeUtils::LocaleContext const& locale,
+             std::optional<int> currentYear)
       : _cursor(text),
         _locale(&locale),
         _names(&DateNames::of(locale.getName())),
@@ -64,15 +64,15 @@ public:
   [[nodiscard]] std::optional<MomentText> read() {
     MomentText moment;
     _cursor.skipSpaces();
-    moment.time = tryReading(&Reader::readTime);
+    moment.time = tryReading(&DateReader::readTime);
     if (!moment.time) {
-      auto const date = tryReading(&Reader::readDate);
+      auto const date = tryReading(&DateReader::readDate);
       moment.day = date ? toSerial(*date) : std::nullopt;
       if (!moment.day) {
         return std::nullopt;
       }
       skipBetween();
-      moment.time = tryReading(&Reader::readTime);
+      moment.time = tryReading(&DateReader::readTime);
     }
     _cursor.skipSpaces();
     return _cursor.isAtEnd() ? std::optional(moment) : std::nullopt;
@@ -81,7 +81,7 @@ public:
 private:
   /// Reads a part, or stays where it is.
   template <class Part>
-  std::optional<Part> tryReading(std::optional<Part> (Reader::*readPart)()) {
+  std::optional<Part> tryReading(std::optional<Part> (DateReader::*readPart)()) {
     TextCursor const before = _cursor;
     auto const part = (this->*readPart)();
     if (!part) {
@@ -305,7 +305,7 @@ private:
   }
 
   [[nodiscard]] bool startsHalfOfDay() const {
-    Reader ahead = *this;
+    DateReader ahead = *this;
     ahead._cursor.skipSpaces();
     return ahead.takeHalfOfDay().has_value();
   }
@@ -355,7 +355,7 @@ std::optional<MomentText> readMoment(std::string_view text,
   if (text.size() > longest || std::ranges::none_of(text, isAsciiDigit)) {
     return std::nullopt;
   }
-  return Reader(text, locale, currentYear).read();
+  return DateReader(text, locale, currentYear).read();
 }
 
 }  // namespace Zorv::Formulas

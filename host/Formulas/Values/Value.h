@@ -109,6 +109,26 @@ private:
   };
 };
 
+/// `#NUM!`
+[[nodiscard]] constexpr Value notANumber() noexcept {
+  return Value::error(FormulaErrorCode::Number);
+}
+
+/// `#VALUE!`
+[[nodiscard]] constexpr Value wrongValue() noexcept {
+  return Value::error(FormulaErrorCode::Value);
+}
+
+/// `#DIV/0!`
+[[nodiscard]] constexpr Value divisionByZero() noexcept {
+  return Value::error(FormulaErrorCode::DivisionByZero);
+}
+
+/// `#N/A`
+[[nodiscard]] constexpr Value notAvailable() noexcept {
+  return Value::error(FormulaErrorCode::NotAvailable);
+}
+
 /// A rectangle of single values in the arena, row by row.
 ///
 /// Only the first `storedRows` rows are stored; each row below equals the last stored one. So a
