@@ -70,7 +70,8 @@ target_sources(
                host/Utils/PtrUtils.h
                host/Utils/TableRange.h
                host/Utils/TaggedValue.h
-               host/Utils/UUID.h)
+               host/Utils/UUID.h
+               host/Utils/WorkBudget.h)
 
 target_sources(
   ConditionalFormatters

@@ -10,8 +10,9 @@ namespace Zorv::Formulas {
 /// number; nothing for one below the least. Larger ones than any text has are cut.
 constexpr std::optional<std::size_t> toCharacterCount(double whole, double least) noexcept {
   constexpr double moreThanAnyTextHas = 1e9;
-  return whole < least ? std::nullopt
-                       : std::optional(static_cast<std::size_t>(std::min(whole, moreThanAnyTextHas)));
+  return whole < least
+             ? std::nullopt
+             : std::optional(static_cast<std::size_t>(std::min(whole, moreThanAnyTextHas)));
 }
 
 }  // namespace Zorv::Formulas
