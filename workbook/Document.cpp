@@ -1,5 +1,7 @@
 #include "workbook/Document.h"
 
+#include <algorithm>
+
 #include "Utils/CaseFolding.h"
 
 namespace Zorv::Workbook {
@@ -12,6 +14,11 @@ std::optional<std::size_t> Document::findSheet(std::string const& name) const {
     }
   }
   return std::nullopt;
+}
+
+Rule const* Document::findRule(std::size_t number) const noexcept {
+  auto const found = std::ranges::lower_bound(_rules, number, {}, &Rule::number);
+  return found != _rules.end() && found->number == number ? &*found : nullptr;
 }
 
 void Document::addFinding(Finding finding) {

@@ -73,9 +73,11 @@ public:
     return _listObjects;
   }
 
-  /// Every rule of the file, by ascending number.
+  /// Every rule of the file, by ascending number. The numbers may have gaps; see Rule.
   [[nodiscard]] std::vector<Rule> const& getRules() const noexcept { return _rules; }
   [[nodiscard]] std::vector<Rule>& getRules() noexcept { return _rules; }
+  /// The rule of that number, or null. Costs a binary search.
+  [[nodiscard]] Rule const* findRule(std::size_t number) const noexcept;
 
   /// What was read in another way than the file means it, in the order of reading. Rules that are
   /// not resolved are not repeated here.

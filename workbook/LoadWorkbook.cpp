@@ -14,7 +14,7 @@ namespace Zorv::Workbook {
 Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& options) {
   try {
     refuseForeignFile(file);
-    Archive archive(file, options.limits);
+    Archive archive(file, options.limits, options.budget);
     Document document;
     LoadState state{archive, options.limits, document};
     WorkbookReader(state).read();

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "OfficeUtils/TimeZone.h"
+#include "Utils/WorkBudget.h"
 #include "workbook/Document.h"
 #include "workbook/Limits.h"
 #include "workbook/LoadError.h"
@@ -16,6 +17,8 @@ struct LoadOptions {
   /// calculated.
   std::string localeName = "en-US";
   DOM::TimeZone timeZone;
+  /// Bounds the work and the memory of loading; borrowed, null for no bound besides the limits.
+  WorkBudget* budget = nullptr;
 };
 
 /// Reads an .xlsx or .xlsm workbook (ISO/IEC 29500, transitional or strict).
@@ -24,10 +27,10 @@ struct LoadOptions {
 /// resolved is kept with its reason; see Rule. The results of formulas are taken from the file;
 /// those that are missing are calculated.
 ///
-/// Throws LoadError if the file is damaged, encrypted, not a workbook, or beyond the limits, and
-/// BaseRuntimeError for an unknown locale. Cost: linear in the unpacked size. Sheets are streamed,
-/// so memory grows with the number of cells. Missing results cost what their formulas cost, up to a
-/// limit.
+/// Throws LoadError if the file is damaged, encrypted, not a workbook, or beyond the limits;
+/// BaseRuntimeError for an unknown locale; and what the budget throws. Cost: linear in the unpacked
+/// size. Sheets are streamed, so memory grows with the number of cells. Missing results cost what
+/// their formulas cost, up to a limit.
 [[nodiscard]] Document loadWorkbook(std::filesystem::path const& file,
                                     LoadOptions const& options = {});
 

@@ -12,9 +12,13 @@ namespace Zorv::Workbook {
 
 /// A conditional-formatting rule of a file (a `cfRule` element, ISO/IEC 29500-1, 18.3.1.10), and
 /// the conditional format made from it.
+///
+/// A data bar, a colour scale or a set of icons may have a second element in the extension list,
+/// which refines the first. Both are one rule, that of the first element.
 struct Rule {
-  /// Number of the rule in the workbook, from 0: sheets in the workbook's order, rules in the order
-  /// of the sheet's part. Rules of the extension list and of visual kinds count, too.
+  /// Number of the rule in the workbook, from 0: sheets in the workbook's order, elements in the
+  /// order of the sheet's part. Every element counts, so the numbers have a gap where an element of
+  /// the extension list is part of an earlier rule.
   std::size_t number = 0;
   std::size_t sheet = 0;        ///< index of the sheet in the document
   std::string type;             ///< as written: "cellIs", "expression", ...
@@ -22,14 +26,20 @@ struct Rule {
   std::optional<int> priority;  ///< the smallest number comes first; nothing if none is written
   bool stopIfTrue = false;
   bool fromExtensionList = false;  ///< written as the later `x14:cfRule`
-  std::string rangeText;           ///< the ranges as written
-  std::vector<TableRange> ranges;  ///< empty if `rangeText` cannot be read
+  std::string rangeText;           ///< the ranges as written; a long text is cut, see quote()
+  std::vector<TableRange> ranges;  ///< empty if the ranges cannot be read
   std::vector<std::string> formulas;
+  /// Formula of the text that a text rule looks for, such as `$C$14`; empty for a text that is
+  /// written out, and for rules of other kinds.
+  std::string needleFormula;
 
   /// The conditional format, owned by the sheet's table; null if the rule is not resolved.
   DOM::ConditionalFormat const* format = nullptr;
   /// Why the rule is not resolved; empty if it is.
   std::string unresolvedReason;
+  /// What the rule's formulas refer to that the document lacks, in words such as `refers to the
+  /// missing sheet "Old"`. The rule is resolved all the same, but hardly as it is meant.
+  std::vector<std::string> doubts;
 };
 
 }  // namespace Zorv::Workbook

@@ -354,6 +354,23 @@ TEST(DamagedFiles, PartsThatAreKeptWholeHaveALimitOfTheirOwn) {
             "xl/sharedStrings.xml: unpacks to more than 10000 bytes, which is the limit");
 }
 
+TEST(LoadWorkbook, ReadingSpendsFromTheBudgetAndStopsWithIt) {
+  auto const builder = WorkbookBuilder().setSheet(std::string(1'000'000, ' '));
+  WorkBudget budget({.steps = 100'000});
+  LoadOptions options;
+  options.budget = &budget;
+  EXPECT_EQ(builder.loadMessage(options), "");
+  EXPECT_GT(budget.getSteps(), 30'000U);
+  WorkBudget small({.steps = 20'000});
+  options.budget = &small;
+  EXPECT_THROW(static_cast<void>(builder.load(options)), WorkBudgetExceeded);
+  std::stop_source stop;
+  stop.request_stop();
+  WorkBudget stopped({}, stop.get_token());
+  options.budget = &stopped;
+  EXPECT_THROW(static_cast<void>(oneCell().load(options)), WorkStopped);
+}
+
 TEST(DamagedFiles, TooManyPartsOrSheetsAreRefused) {
   LoadOptions options;
   options.limits.partCount = 4;

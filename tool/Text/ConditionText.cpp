@@ -61,7 +61,7 @@ public:
   std::string operator()(DOM::TextConditionalFormatOperator const& record) const {
     auto const* literal = boost::get<std::string>(&record.getArgument());
     return fmt::format("{} {}", wordOf(record.getType(), textWords),
-                       literal ? fmt::format("\"{}\"", *literal) : formula(0));
+                       literal ? fmt::format("\"{}\"", *literal) : needle());
   }
 
   std::string operator()(DOM::TopBottomConditionalFormatOperator const& record) const {
@@ -88,6 +88,11 @@ private:
                          formula(0));
     }
     return fmt::format("formula {}", formula(0));
+  }
+
+  /// Text rules are written with a helper formula around the formula of their text.
+  std::string needle() const {
+    return _rule.needleFormula.empty() ? formula(0) : _rule.needleFormula;
   }
 
   std::string formula(std::size_t index) const {

@@ -20,6 +20,9 @@ std::string toKey(std::string_view part) {
   return key;
 }
 
+/// XML of this size is about one cell.
+constexpr std::uint64_t bytesPerStep = 32;
+
 [[noreturn]] void failToOpen(int code) {
   zip_error_t error;
   zip_error_init_with_code(&error, code);
@@ -35,12 +38,13 @@ std::string toKey(std::string_view part) {
 class PartSource final : public ByteSource {
 public:
   PartSource(zip_file_t* file, std::string name, std::uint64_t packedBytes, PartUse use,
-             Limits const& limits, std::uint64_t& archiveUnpackedBytes) noexcept
+             Limits const& limits, WorkBudget* budget, std::uint64_t& archiveUnpackedBytes) noexcept
       : _file(file),
         _name(std::move(name)),
         _packedBytes(packedBytes),
         _byteLimit(use == PartUse::Whole ? limits.wholePartBytes : limits.unpackedBytes),
         _limits(limits),
+        _budget(budget),
         _archiveUnpackedBytes(archiveUnpackedBytes) {}
 
   std::size_t read(char* bytes, std::size_t size) override {
@@ -54,6 +58,9 @@ public:
     _unpackedBytes += unpacked;
     _archiveUnpackedBytes += unpacked;
     checkLimits();
+    if (_budget != nullptr) {
+      _budget->spend(unpacked / bytesPerStep);
+    }
     return unpacked;
   }
 
@@ -88,6 +95,7 @@ private:
   std::uint64_t _packedBytes;
   std::uint64_t _byteLimit;
   Limits const& _limits;
+  WorkBudget* _budget;
   std::uint64_t _unpackedBytes = 0;
   std::uint64_t& _archiveUnpackedBytes;
 };
@@ -96,7 +104,8 @@ private:
 
 void Archive::Close::operator()(zip* archive) const noexcept { zip_discard(archive); }
 
-Archive::Archive(std::filesystem::path const& file, Limits const& limits) : _limits(limits) {
+Archive::Archive(std::filesystem::path const& file, Limits const& limits, WorkBudget* budget)
+    : _limits(limits), _budget(budget) {
   int code = ZIP_ER_OK;
   _zip.reset(zip_open(file.c_str(), ZIP_RDONLY, &code));
   if (!_zip) {
@@ -141,7 +150,7 @@ std::unique_ptr<ByteSource> Archive::open(std::string_view part, PartUse use) {
                     fmt::format("is damaged and cannot be unpacked ({}); fetch the file anew",
                                 zip_strerror(_zip.get())));
   }
-  return std::make_unique<PartSource>(file, std::move(name), stat.comp_size, use, _limits,
+  return std::make_unique<PartSource>(file, std::move(name), stat.comp_size, use, _limits, _budget,
                                       _unpackedBytes);
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "Utils/WorkBudget.h"
 #include "workbook/Limits.h"
 #include "workbook/Package/ByteSource.h"
 
@@ -27,8 +28,9 @@ enum class PartUse : std::uint8_t {
 /// Threads: exclusive access only.
 class Archive {
 public:
-  /// Throws PartError if the file is not an archive, damaged, or beyond the limits.
-  Archive(std::filesystem::path const& file, Limits const& limits);
+  /// Reading spends from the budget, which is borrowed and may be null. Throws PartError if the
+  /// file is not an archive, damaged, or beyond the limits.
+  Archive(std::filesystem::path const& file, Limits const& limits, WorkBudget* budget);
   ~Archive();
   Archive(Archive const&) = delete;
   Archive& operator=(Archive const&) = delete;
@@ -37,7 +39,7 @@ public:
 
   /// The unpacked bytes of a part. Throws PartError if there is no such part, or if it is
   /// encrypted. Reading the stream throws PartError if the part is damaged or unpacks to more than
-  /// the limits allow.
+  /// the limits allow, and what the budget throws.
   [[nodiscard]] std::unique_ptr<ByteSource> open(std::string_view part, PartUse use);
 
 private:
@@ -49,6 +51,7 @@ private:
 
   std::unique_ptr<zip, Close> _zip;
   Limits _limits;
+  WorkBudget* _budget;
   std::uint64_t _unpackedBytes = 0;
   std::unordered_map<std::string, std::uint64_t> _partsByName;
 };

@@ -11,6 +11,7 @@
 
 #include "DOM/A1Notation.h"
 #include "workbook/Package/PartError.h"
+#include "workbook/Package/Quote.h"
 #include "workbook/Read/RuleCondition.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/XmlText.h"
@@ -44,6 +45,16 @@ std::optional<int> readPriority(pugi::xml_node rule) {
   return fits ? std::optional(static_cast<int>(*priority)) : std::nullopt;
 }
 
+/// Adds the identities of a rule's parts in the extension list: `x14:id` in its own extensions.
+void noteExtensionIds(pugi::xml_node rule, std::set<std::string, std::less<>>& ids) {
+  for (pugi::xml_node const extension : rule.child("extLst").children("ext")) {
+    std::string_view const id = trimXmlSpaces(extension.child("x14:id").text().get());
+    if (!id.empty()) {
+      ids.emplace(id);
+    }
+  }
+}
+
 }  // namespace
 
 void ConditionalFormatReader::read(pugi::xml_node conditionalFormatting) {
@@ -60,22 +71,24 @@ void ConditionalFormatReader::read(pugi::xml_node conditionalFormatting) {
   }
   rangeText = trimXmlSpaces(std::string(rangeText));
   auto const ranges = DOM::A1Notation::parseRanges(rangeText);
+  rangeText = quote(rangeText);
   for (pugi::xml_node const element : rules) {
     Rule rule;
-    rule.number = _state.document.getRules().size();
+    rule.number = _state.ruleCount++;
     rule.sheet = _sheet;
     rule.fromExtensionList = isExtension;
     rule.rangeText = rangeText;
     rule.ranges = ranges.value_or(std::vector<TableRange>());
-    readRule(element, std::move(rule));
+    checkLimits(rule);
+    if (!isExtension || !joinsEarlierRule(element)) {
+      readRule(element, std::move(rule));
+    }
   }
 }
 
 void ConditionalFormatReader::finish() {
-  auto const& rules = _state.document.getRules();
-  auto const rank = [&rules](Entry const& entry) {
-    auto const& priority = rules[entry.rule].priority;
-    return std::tuple(!priority.has_value(), priority.value_or(0));
+  auto const rank = [](Entry const& entry) {
+    return std::tuple(!entry.priority.has_value(), entry.priority.value_or(0));
   };
   std::stable_sort(_entries.begin(), _entries.end(),
                    [&rank](Entry const& a, Entry const& b) { return rank(a) < rank(b); });
@@ -94,15 +107,24 @@ void ConditionalFormatReader::readRule(pugi::xml_node element, Rule rule) {
   rule.priority = readPriority(element);
   rule.stopIfTrue = parseBoolean(element.attribute("stopIfTrue").value()).value_or(false);
   rule.formulas = readFormulas(element);
-  checkLimits(rule);
+  rule.needleFormula = findNeedleFormula(element, rule.formulas);
+  if (isVisual(rule.type)) {
+    noteExtensionIds(element, _extensionIds);
+  }
   try {
     auto format = makeFormat(element, rule);
     rule.format = format.get();
-    _entries.push_back({rule.number, std::move(format)});
+    _entries.push_back({rule.priority, std::move(format)});
   } catch (UnresolvedRule const& reason) {
     rule.unresolvedReason = reason.what();
   }
   _state.document.getRules().push_back(std::move(rule));
+}
+
+/// Each identity is used once: a second element of the same identity is a rule of its own.
+bool ConditionalFormatReader::joinsEarlierRule(pugi::xml_node extensionRule) {
+  return isVisual(extensionRule.attribute("type").value()) &&
+         _extensionIds.erase(extensionRule.attribute("id").value()) > 0;
 }
 
 std::unique_ptr<DOM::ConditionalFormat const> ConditionalFormatReader::makeFormat(

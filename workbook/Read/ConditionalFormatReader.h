@@ -1,7 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <set>
+#include <string>
 #include <vector>
 
 #include <pugixml.hpp>
@@ -20,7 +24,8 @@ public:
       : _state(state), _styles(styles), _sheet(sheet) {}
 
   /// Adds the rules of one `conditionalFormatting` element, of the main list or of the extension
-  /// list, to the document. Throws PartError beyond the limits.
+  /// list, to the document. A visual rule of the extension list that names an earlier rule of the
+  /// sheet is a part of that rule and not added. Throws PartError beyond the limits.
   void read(pugi::xml_node conditionalFormatting);
 
   /// After the last element: gives the conditional formats to the sheet's table, by priority.
@@ -32,11 +37,12 @@ public:
 private:
   /// A conditional format that is not in the table yet.
   struct Entry {
-    std::size_t rule;
+    std::optional<int> priority;
     std::unique_ptr<DOM::ConditionalFormat const> format;
   };
 
   void readRule(pugi::xml_node element, Rule rule);
+  [[nodiscard]] bool joinsEarlierRule(pugi::xml_node extensionRule);
   [[nodiscard]] std::unique_ptr<DOM::ConditionalFormat const> makeFormat(pugi::xml_node element,
                                                                          Rule const& rule);
   [[nodiscard]] UUID findStyle(pugi::xml_node element, Rule const& rule);
@@ -46,6 +52,8 @@ private:
   StylesReader& _styles;
   std::size_t _sheet;
   std::vector<Entry> _entries;
+  /// Identities by which visual rules of the main list name their part in the extension list.
+  std::set<std::string, std::less<>> _extensionIds;
 };
 
 }  // namespace Zorv::Workbook

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "workbook/Document.h"
@@ -15,6 +16,7 @@ struct LoadState {
   Limits limits;
   Document& document;
   std::uint64_t cellCount = 0;
+  std::size_t ruleCount = 0;  ///< the number of the next rule
   std::uint64_t ruleAreaCount = 0;
   FormulasWithoutResults missing{};
 };

@@ -94,13 +94,20 @@ ConditionalFormatOperator readTextComparison(RuleElement const& rule) {
   return makeText(type, rule.formulas[0]);
 }
 
-/// The text is in the `text` attribute. If the rule refers to a cell for it, the attribute is
-/// missing or repeats the reference, and the formula contains it; the later form of the rule has
-/// the reference as a second formula. A formula of any other shape becomes the condition.
+/// The text of a text rule as its formulas write it. If the rule refers to a cell for it, the
+/// formula contains the reference; the later form of the rule has it as a second formula.
+std::optional<std::string> findWrittenNeedle(RuleElement const& rule) {
+  if (rule.hasFormula(1)) {
+    return rule.formulas[1];
+  }
+  return rule.hasFormula(0) ? findNeedle(rule.formulas[0]) : std::nullopt;
+}
+
+/// The text is in the `text` attribute, which is missing or repeats the reference if the rule
+/// refers to a cell. A formula of any other shape becomes the condition.
 template <TextConditionalFormatType type>
 ConditionalFormatOperator readText(RuleElement const& rule) {
-  std::string const formula = rule.hasFormula(0) ? rule.formulas[0] : std::string();
-  auto const needle = rule.hasFormula(1) ? rule.formulas[1] : findNeedle(formula);
+  auto const needle = findWrittenNeedle(rule);
   pugi::xml_attribute const text = rule.element.attribute("text");
   if (text && (!needle || parseStringConstant(*needle))) {
     return DOM::TextConditionalFormatOperator(type, unescapeXstring(text.value()));
@@ -108,10 +115,10 @@ ConditionalFormatOperator readText(RuleElement const& rule) {
   if (needle) {
     return makeText(type, *needle);
   }
-  if (formula.empty()) {
+  if (!rule.hasFormula(0)) {
     throw UnresolvedRule("the rule has neither a text nor a formula");
   }
-  return formulaIsTrue(parseFormula(formula));
+  return formulaIsTrue(parseFormula(rule.formulas[0]));
 }
 
 /// Files define blank by a formula, which takes a text of spaces for blank. If it is there, it
@@ -260,6 +267,21 @@ ConditionalFormatOperator readCondition(pugi::xml_node rule,
                                       : fmt::format("the type \"{}\" is not known", type));
   }
   return kind->read(element);
+}
+
+std::string findNeedleFormula(pugi::xml_node rule, std::vector<std::string> const& formulas) {
+  constexpr std::array<std::string_view, 4> textTypes{"containsText", "notContainsText",
+                                                      "beginsWith", "endsWith"};
+  RuleElement const element{rule, formulas};
+  if (std::ranges::find(textTypes, element.getText("type")) == textTypes.end()) {
+    return {};
+  }
+  auto const needle = findWrittenNeedle(element);
+  return needle && !parseStringConstant(*needle) ? *needle : std::string();
+}
+
+bool isVisual(std::string_view type) noexcept {
+  return type == "colorScale" || type == "dataBar" || type == "iconSet";
 }
 
 }  // namespace Zorv::Workbook

@@ -138,6 +138,78 @@ TEST(ConditionalFormatReader, ADifferentialFormatThatIsNotThereIsReported) {
             "styles nothing");
 }
 
+/// A visual rule of the main list that names its part in the extension list.
+std::string visualRule(std::string const& type, std::string const& id) {
+  return "<cfRule type='" + type + "' priority='1'><" + type + "/><extLst><ext " +
+         extensionNamespaces + "><n:id> " + id + " </n:id></ext></extLst></cfRule>";
+}
+
+TEST(ConditionalFormatReader, AVisualRuleAndItsPartInTheExtensionListAreOneRule) {
+  Document const document =
+      WorkbookBuilder()
+          .setSheet("", formatting("A1:A9", visualRule("dataBar", "{A}")) +
+                            formatting("B1", visualRule("iconSet", "{B}")) +
+                            extension("A1:A9", "<n:cfRule type='dataBar' id='{A}'/>") +
+                            extension("C1", "<n:cfRule type='uniqueValues' priority='7'/>"))
+          .load();
+  auto const& rules = document.getRules();
+  ASSERT_EQ(rules.size(), 3U);
+  EXPECT_EQ(rules[0].type, "dataBar");
+  EXPECT_FALSE(rules[0].fromExtensionList);
+  EXPECT_EQ(rules[0].priority, 1);
+  EXPECT_EQ(rules[1].type, "iconSet");
+  // The part in the extension list keeps its number, 2.
+  EXPECT_EQ(rules[2].number, 3U);
+  EXPECT_EQ(rules[2].type, "uniqueValues");
+  EXPECT_EQ(document.findRule(1), &rules[1]);
+  EXPECT_EQ(document.findRule(2), nullptr);
+  EXPECT_EQ(document.findRule(3), &rules[2]);
+  EXPECT_EQ(document.findRule(4), nullptr);
+}
+
+TEST(ConditionalFormatReader, OtherPartsOfTheExtensionListAreRulesOfTheirOwn) {
+  std::string const part = "<n:cfRule type='dataBar' id='{A}'/>";
+  Document const document =
+      WorkbookBuilder()
+          .addSheet("One", sheetData("") + formatting("A1", visualRule("dataBar", "{A}")) +
+                               extension("A1", part + part) +
+                               extension("A1", "<n:cfRule type='dataBar' id='{B}'/>"))
+          .addSheet("Two", sheetData("") + extension("A1", part))
+          .load();
+  std::vector<std::size_t> numbers;
+  for (Rule const& rule : document.getRules()) {
+    numbers.push_back(rule.number);
+  }
+  EXPECT_THAT(numbers, testing::ElementsAre(0, 2, 3, 4));
+}
+
+TEST(ConditionalFormatReader, ALongTextOfRangesIsCut) {
+  std::string const ranges = std::string(99, '?') + "\u00e4" + std::string(1'000, '?');
+  Document const document =
+      WorkbookBuilder().setRules(ranges, "<cfRule type='uniqueValues'/>").load();
+  std::string const cut = std::string(99, '?') + "...";
+  EXPECT_EQ(document.getRules().at(0).rangeText, cut);
+  EXPECT_EQ(document.getRules()[0].unresolvedReason, "\"" + cut + "\" is no range of the sheet");
+}
+
+TEST(ConditionalFormatReader, TheFormulaOfATextRulesTextIsKept) {
+  Document const document =
+      WorkbookBuilder()
+          .setRules("A1",
+                    "<cfRule type='containsText' operator='containsText' text='$C$14'><formula>"
+                    "NOT(ISERROR(SEARCH($C$14,A1)))</formula></cfRule>"
+                    "<cfRule type='endsWith' operator='endsWith' text='x'><formula>"
+                    "RIGHT(A1,LEN(\"x\"))=\"x\"</formula></cfRule>"
+                    "<cfRule type='beginsWith'><formula>A1=1</formula></cfRule>"
+                    "<cfRule type='expression'><formula>ISERROR(SEARCH($C$14,A1))</formula>"
+                    "</cfRule>")
+          .load();
+  EXPECT_EQ(document.getRules().at(0).needleFormula, "$C$14");
+  EXPECT_EQ(document.getRules().at(1).needleFormula, "");
+  EXPECT_EQ(document.getRules().at(2).needleFormula, "");
+  EXPECT_EQ(document.getRules().at(3).needleFormula, "");
+}
+
 TEST(ConditionalFormatReader, TheExtensionListHasAreasFormulasAndFormatsOfItsOwn) {
   Document const document =
       WorkbookBuilder()
