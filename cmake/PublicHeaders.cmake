@@ -36,6 +36,7 @@ target_sources(
                host/Formulas/CalcShiftedExpr.h
                host/Formulas/Context.h
                host/Formulas/ContextProvider.h
+               host/Formulas/EvaluationLimitError.h
                host/Formulas/EvaluationSession.h
                host/Formulas/FindReferences.h
                host/Formulas/FoldExpr.h

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Formulas/Evaluation/Evaluator.h"
+#include "Formulas/EvaluationLimitError.h"
 #include "Formulas/Functions/BuiltinFunctions.h"
 #include "Formulas/Parsing/ExprAnalysis.h"
 
@@ -110,8 +111,8 @@ std::optional<Expr> foldExpr(Expr const& expr, Context const& context,
     Evaluator evaluator(context, contextProvider, nothingIsFound, session.getOrCreateWorkspace(),
                         builtinFunctions());
     constants = evaluateCalls(parts, calls, evaluator, folded.texts);
-  } catch (EvaluationTooLarge const&) {
-    // So is the whole expression, where it needs that call.
+  } catch (EvaluationLimitError const&) {
+    // The expression stays unfolded. Each evaluation that needs the call meets the limit, too.
   }
   if (constants.empty()) {
     return std::nullopt;

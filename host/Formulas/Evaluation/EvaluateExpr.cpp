@@ -85,14 +85,10 @@ CalcResult evaluateExpr(DOM::FormulaSyntaxTree::Expr const& expr, Offset offset,
                         RuntimeDependenciesResolver& resolver, Workspace& workspace,
                         FunctionTable const& functions) {
   bool const isArrayFormula = context.getArrayFormulaIndices().has_value();
-  try {
-    Evaluator evaluator(context, contextProvider, resolver, workspace, functions);
-    Mode const mode = isArrayFormula ? Mode::ByElement : Mode::Single;
-    Value const value = evaluator.evaluate(expr.getParts(), offset, mode);
-    return isArrayFormula ? toArrayResult(evaluator, value) : toResult(evaluator, value);
-  } catch (EvaluationTooLarge const&) {
-    return FormulaValue(FormulaError{FormulaErrorCode::Number});
-  }
+  Evaluator evaluator(context, contextProvider, resolver, workspace, functions);
+  Mode const mode = isArrayFormula ? Mode::ByElement : Mode::Single;
+  Value const value = evaluator.evaluate(expr.getParts(), offset, mode);
+  return isArrayFormula ? toArrayResult(evaluator, value) : toResult(evaluator, value);
 }
 
 }  // namespace Zorv::Formulas

@@ -9,8 +9,8 @@ namespace Zorv::Formulas {
 /// the sheet: the result of calcExpr() on what shiftExpr() makes, without making it. `functions` is
 /// the table by which the formula was parsed.
 ///
-/// Ordinary formulas with a number or a truth value as their result take nothing from the heap. A
-/// formula that needs more memory than one may take evaluates to `#NUM!`.
+/// Ordinary formulas with a number or a truth value as their result take nothing from the heap.
+/// Throws EvaluationLimitError where the evaluation meets a limit.
 [[nodiscard]] CalcResult evaluateExpr(DOM::FormulaSyntaxTree::Expr const& expr, Offset offset,
                                       Context const& context,
                                       ContextProvider const& contextProvider,

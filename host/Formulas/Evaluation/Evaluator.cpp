@@ -2,10 +2,13 @@
 
 #include <array>
 
+#include <fmt/format.h>
+
 #include "Formulas/Evaluation/ByElement.h"
 #include "Formulas/Evaluation/FunctionCall.h"
 #include "Formulas/Evaluation/Operators.h"
 #include "Formulas/Evaluation/References.h"
+#include "Formulas/EvaluationLimitError.h"
 #include "Formulas/Text/Texts.h"
 #include "Formulas/Values/Cells.h"
 #include "OfficeUtils/DateTime.h"
@@ -21,11 +24,20 @@ using DOM::FormulaSyntaxTree::Node;
 using DOM::FormulaSyntaxTree::NodeKind;
 using DOM::FormulaSyntaxTree::Operator;
 
-/// The formulas of defined names count, too.
+/// How deeply a formula may nest, together with those of the defined names that it uses.
 constexpr std::uint32_t maximalDepth = 512;
+
+/// How many uses of defined names one evaluation may follow. Names that use each other twice would
+/// be evaluated almost without end before they are nested too deeply.
+constexpr std::uint32_t mostNames = 10'000;
 
 /// How many characters a cell may hold.
 constexpr std::size_t maximalTextLength = 32767;
+
+[[noreturn]] void failDepth() {
+  throw EvaluationLimitError(fmt::format(
+      "the formula nests deeper than {} levels, its defined names included", maximalDepth));
+}
 
 }  // namespace
 
@@ -53,7 +65,7 @@ Value Evaluator::evaluateNode(Frame const& frame, std::uint32_t node, Mode mode)
     return evaluateLeaf(frame, entry);
   }
   if (_depth == maximalDepth) {
-    return Value::error(FormulaErrorCode::Number);
+    failDepth();
   }
   ++_depth;
   Value const value = evaluateInner(frame, node, mode);
@@ -271,11 +283,9 @@ Value Evaluator::evaluateName(Frame const& frame, Node const& node, Mode mode) {
   if (expr == nullptr) {
     return Value::error(FormulaErrorCode::Name);
   }
-  // A name that uses itself twice, or names that use each other twice, would be evaluated without
-  // end long before they are nested too deeply.
-  constexpr std::uint32_t mostNames = 10'000;
   if (++_nameCount > mostNames) {
-    return Value::error(FormulaErrorCode::Number);
+    throw EvaluationLimitError(
+        fmt::format("the formula uses defined names more than {} times", mostNames));
   }
   // Names are written as seen from the sheet's first cell.
   Offset const offset{static_cast<long>(row()), static_cast<long>(column())};

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "Formulas/Evaluation/Call.h"
-#include "Formulas/Values/Arena.h"
+#include "Formulas/Values/Arrays.h"
 #include "Formulas/Values/Coercion.h"
 #include "Formulas/Values/Elements.h"
 
@@ -78,19 +78,18 @@ template <class Take>
   return visitNumbers(call, 0, call.count(), take);
 }
 
-/// Adds a number to a list some times. Throws EvaluationTooLarge for a list that is longer than one
-/// evaluation may keep.
+/// How many numbers one list may have, which takes up to 128 MiB.
+inline constexpr std::uint64_t mostNumbers = std::uint64_t{1} << 24U;
+
+/// Adds a number to a list some times. Throws EvaluationLimitError for a list of more than
+/// `mostNumbers`.
 inline void addNumber(std::vector<double>& numbers, double number, std::uint64_t times) {
-  constexpr std::uint64_t mostNumbers = std::uint64_t{1} << 24U;
-  if (times > mostNumbers - numbers.size()) {
-    throw EvaluationTooLarge();
-  }
+  checkElementCount(numbers.size() + times, mostNumbers);
   numbers.insert(numbers.end(), times, number);
 }
 
 /// The numbers of some arguments, those of a range or an array row by row; only the numbers of an
-/// array's equal rows are grouped. Throws EvaluationTooLarge for more numbers than one formula may
-/// use.
+/// array's equal rows are grouped. Throws EvaluationLimitError for more than `mostNumbers`.
 class NumberList {
 public:
   NumberList(Call const& call, std::size_t first, std::size_t end,

@@ -41,14 +41,11 @@ public:
 private:
   void read(Grid const& ys, Grid const& xs) {
     // Values that an array repeats downwards are pairs, too: all of them are visited.
-    constexpr std::uint64_t mostElements = std::uint64_t{1} << 24U;
     if (ys.isReference()) {
       ys.visit(0, ys.rows(), 0, ys.columns(),
                [&](std::uint32_t row, std::uint32_t column, Value const& y) {
                  return takeAt(std::uint64_t{row} * ys.columns() + column, y, xs);
                });
-    } else if (ys.size() > mostElements) {
-      _error = Value::error(FormulaErrorCode::Number);
     } else {
       for (std::uint64_t position = 0; position < ys.size(); ++position) {
         if (!takeAt(position, at(ys, position), xs)) {

@@ -10,12 +10,12 @@
 #include <span>
 #include <vector>
 
-#include "DOM/Table.h"
 #include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Grid.h"
 #include "Formulas/Functions/Numbers.h"
 #include "Formulas/Functions/ValueOrder.h"
+#include "Formulas/Values/Arrays.h"
 #include "Formulas/Values/Coercion.h"
 
 namespace Zorv::Formulas {
@@ -305,9 +305,8 @@ Value sequence(Call& call) {
   if (rows < 1.0 || columns < 1.0) {
     return rows < 0.0 || columns < 0.0 ? Value::error(FormulaErrorCode::Value) : nothingLeft();
   }
-  if (rows > double{DOM::Table::rowCount} || columns > double{DOM::Table::columnCount}) {
-    return Value::error(FormulaErrorCode::Value);
-  }
+  checkElementCount(static_cast<std::uint64_t>(
+      std::min(rows * columns, 2.0 * static_cast<double>(mostElements))));
   return makeArray(call.evaluator(), static_cast<std::uint32_t>(rows),
                    static_cast<std::uint32_t>(columns),
                    [&](std::uint32_t row, std::uint32_t column) {

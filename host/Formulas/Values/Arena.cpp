@@ -1,5 +1,7 @@
 #include "Formulas/Values/Arena.h"
 
+#include "Formulas/EvaluationLimitError.h"
+
 namespace Zorv::Formulas {
 
 namespace {
@@ -10,7 +12,7 @@ constexpr std::size_t maximalSize = std::size_t{256} << 20U;
 
 void* Arena::LimitedHeap::do_allocate(std::size_t size, std::size_t alignment) {
   if (size > maximalSize - _taken) {
-    throw EvaluationTooLarge();
+    throw EvaluationLimitError("the formula needs more than 256 MiB of memory");
   }
   void* const memory = std::pmr::new_delete_resource()->allocate(size, alignment);
   _taken += size;

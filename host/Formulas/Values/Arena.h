@@ -13,7 +13,7 @@ namespace Zorv::Formulas {
 /// ends.
 ///
 /// The first part lies in the object itself, so that ordinary formulas take nothing from the heap.
-/// Throws EvaluationTooLarge when an evaluation takes more than its share.
+/// Throws EvaluationLimitError when an evaluation takes more than 256 MiB.
 class Arena {
 public:
   Arena() noexcept : _pool(_buffer.data(), _buffer.size(), &_heap) {}
@@ -65,8 +65,5 @@ private:
   LimitedHeap _heap;
   std::pmr::monotonic_buffer_resource _pool;
 };
-
-/// An evaluation that needs more memory than one formula may take.
-struct EvaluationTooLarge {};
 
 }  // namespace Zorv::Formulas

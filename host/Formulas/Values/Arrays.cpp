@@ -1,5 +1,8 @@
 #include "Formulas/Values/Arrays.h"
 
+#include <fmt/format.h>
+
+#include "Formulas/EvaluationLimitError.h"
 #include "Formulas/Values/Cells.h"
 
 namespace Zorv::Formulas {
@@ -8,10 +11,6 @@ namespace {
 
 /// Areas up to this height are stored whole, without a look at where their cells end.
 constexpr std::uint32_t alwaysStoredRows = 256;
-
-/// Larger arrays are refused, however many of their rows are equal: some functions walk all of
-/// them.
-constexpr std::uint64_t maximalArraySize = std::uint64_t{1} << 25U;
 
 std::uint32_t countRowsWithCells(Area const& area) {
   std::uint32_t rows = 0;
@@ -24,10 +23,14 @@ std::uint32_t countRowsWithCells(Area const& area) {
 
 }  // namespace
 
-Array const& readArray(Arena& arena, Area const& area) {
-  if (area.size() > maximalArraySize) {
-    throw EvaluationTooLarge();
+void checkElementCount(std::uint64_t count, std::uint64_t most) {
+  if (count > most) {
+    throw EvaluationLimitError(fmt::format("the formula needs more than {} values at once", most));
   }
+}
+
+Array const& readArray(Arena& arena, Area const& area) {
+  checkElementCount(area.size());
   // One empty row represents all rows below the last cell.
   std::uint32_t const storedRows = area.height() <= alwaysStoredRows
                                        ? area.height()
@@ -48,9 +51,7 @@ Extent findExtent(std::span<Value const> values) {
       extent.columns = std::max(extent.columns, value.asArray().columns);
     }
   }
-  if (std::uint64_t{extent.rows} * extent.columns > maximalArraySize) {
-    throw EvaluationTooLarge();
-  }
+  checkElementCount(std::uint64_t{extent.rows} * extent.columns);
   for (Value const& value : values) {
     if (value.isArray() && value.asArray().rows != 1) {
       Array const& array = value.asArray();

@@ -11,8 +11,15 @@
 /// Arrays and their elements.
 namespace Zorv::Formulas {
 
-/// The values of an area's cells. Throws EvaluationTooLarge for an area that no function should
-/// walk cell by cell.
+/// How many elements an array may have, however many of its rows are equal: some functions walk
+/// over all of them.
+inline constexpr std::uint64_t mostElements = std::uint64_t{1} << 25U;
+
+/// Throws EvaluationLimitError for more than `most` elements.
+void checkElementCount(std::uint64_t count, std::uint64_t most = mostElements);
+
+/// The values of an area's cells. Throws EvaluationLimitError for more than `mostElements` cells,
+/// existing or not.
 [[nodiscard]] Array const& readArray(Arena& arena, Area const& area);
 
 /// The size of an array that results from several values.
@@ -23,7 +30,7 @@ struct Extent {
 };
 
 /// The extent that holds every array among some values, the largest of each dimension. Throws
-/// EvaluationTooLarge for one that no function should walk.
+/// EvaluationLimitError for one of more than `mostElements`.
 [[nodiscard]] Extent findExtent(std::span<Value const> values);
 
 /// The element of a value at a position of a larger extent. Single values, rows and columns repeat;

@@ -119,8 +119,8 @@ struct FunctionTraits {
 struct FunctionEntry {
   std::string_view name;  ///< in upper case, without prefixes such as `_xlfn.`
   Signature signature;
-  /// Never throws but for memory; a spreadsheet error is a value. Null for a function of which only
-  /// the syntax is known: calls of it are calls of an unknown function.
+  /// Throws only where the evaluation meets a limit; a spreadsheet error is a value. Null for a
+  /// function of which only the syntax is known: calls of it are calls of an unknown function.
   Value (*calculate)(Call& call);
   std::string_view summary;  ///< for users: what it gives, in a line
   FunctionTraits traits = {};

@@ -359,12 +359,12 @@ TEST_F(CalcExprTest, DefinedNamesStandForTheirFormulas) {
   EXPECT_EQ(document.calc("Data+1", "C3"), "4");
 }
 
-TEST_F(CalcExprTest, NamesThatStandForThemselvesEnd) {
+TEST_F(CalcExprTest, NamesThatStandForThemselvesMeetALimit) {
   document.define("Round", "Round+1");
   document.define("Ping", "Pong");
   document.define("Pong", "SUM(Ping)");
-  EXPECT_EQ(document.calc("Round"), "#NUM!");
-  EXPECT_EQ(document.calc("Ping"), "#NUM!");
+  expectLimit(document, "Round", "nests deeper than");
+  expectLimit(document, "Ping", "nests deeper than");
 }
 
 TEST_F(CalcExprTest, NamesThatStandForThemselvesTwiceEndSoon) {
@@ -372,9 +372,9 @@ TEST_F(CalcExprTest, NamesThatStandForThemselvesTwiceEndSoon) {
   document.define("Twice", "Twice+Twice");
   document.define("Left", "Right+Right");
   document.define("Right", "SUM(Left,Left)");
-  EXPECT_EQ(document.calc("Twice"), "#NUM!");
-  EXPECT_EQ(document.calc("Left"), "#NUM!");
-  EXPECT_EQ(document.calc("IFERROR(Twice,7)"), "7");
+  expectLimit(document, "Twice", "levels");
+  expectLimit(document, "Left", "levels");
+  expectLimit(document, "IFERROR(Twice,7)", "levels");
 }
 
 TEST_F(CalcExprTest, UnknownFunctionsAreNameErrors) {
@@ -420,14 +420,15 @@ TEST_F(CalcExprTest, RepeatedRowsOfLargeArraysCount) {
                           });
 }
 
-TEST_F(CalcExprTest, ArraysThatNoFunctionShouldWalkAreNumberErrors) {
-  EXPECT_EQ(document.calc("SUM(A:XFD*1)"), "#NUM!");
-  EXPECT_EQ(document.calc("SUM(A:A*1:1)"), "#NUM!");
+TEST_F(CalcExprTest, ArraysThatNoFunctionShouldWalkMeetALimit) {
+  expectLimit(document, "SUM(A:XFD*1)", "33554432 values");
+  expectLimit(document, "SUM(A:A*1:1)", "33554432 values");
+  expectLimit(document, "IFERROR(SUM(A:XFD*1),7)", "33554432 values");
 }
 
-TEST_F(CalcExprTest, WhatNeedsTooMuchMemoryIsANumberError) {
+TEST_F(CalcExprTest, WhatNeedsTooMuchMemoryMeetsALimit) {
   document.sheet().table.setValue(1048575, 0, FormulaModel::FormulaNumber{FloatNumber(1)});
-  EXPECT_EQ(document.calc("SUM(A:Z*1)"), "#NUM!");
+  expectLimit(document, "SUM(A:Z*1)", "256 MiB");
 }
 
 }  // namespace

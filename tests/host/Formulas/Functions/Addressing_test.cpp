@@ -162,8 +162,8 @@ TEST_F(AddressingTest, IndirectRefusesOtherTexts) {
                           });
 }
 
-TEST_F(AddressingTest, ANameThatRefersToItselfByItsTextEnds) {
-  EXPECT_EQ(document.calc("INDIRECT(\"itself\")"), "#REF!");
+TEST_F(AddressingTest, ANameThatRefersToItselfByItsTextMeetsALimit) {
+  expectLimit(document, "INDIRECT(\"itself\")", "nests deeper than");
 }
 
 TEST_F(AddressingTest, FoundReferencesAreDependencies) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Formulas/EvaluationLimitError.h"
 #include "host/Formulas/FormulaCases.h"
 #include "host/Formulas/FormulaDocument.h"
 
@@ -127,14 +128,17 @@ TEST_F(ReshapingTest, SequenceCounts) {
       {"SEQUENCE(2.9)", "{1;2}"},
       {"SEQUENCE(0)", "#CALC!"},
       {"SEQUENCE(-1)", "#VALUE!"},
-      {"SEQUENCE(1048577)", "#VALUE!"},
-      {"SEQUENCE(1E300)", "#VALUE!"},
-      {"SEQUENCE(1,16385)", "#VALUE!"},
       {"SEQUENCE(2,1,1E308,1E308)", "{1e+308;#NUM!}"},
       {"SEQUENCE(\"x\")", "#VALUE!"},
       {"SEQUENCE(#N/A)", "#N/A"},
-      {"SUM(SEQUENCE(1048576,16384))", "#NUM!"},
+      {"ROWS(SEQUENCE(1048577))", "1048577"},
+      {"COLUMNS(SEQUENCE(1,16385))", "16385"},
+      {"MEDIAN(SEQUENCE(5000000))", "2500000.5"},
   });
+  for (char const* const formula : {"SEQUENCE(1E300)", "SEQUENCE(1E300,1E300)", "SEQUENCE(1,1E18)",
+                                    "SUM(SEQUENCE(1048576,16384))"}) {
+    EXPECT_THROW(static_cast<void>(document.calc(formula)), EvaluationLimitError) << formula;
+  }
 }
 
 TEST_F(ReshapingTest, TakeAndDropCutArrays) {
