@@ -36,7 +36,7 @@ Clock::TimePoint Clock::readCurrent() {
       return clock->now();
     }
   }
-  return std::chrono::system_clock::now();
+  return std::chrono::floor<TimePoint::duration>(std::chrono::system_clock::now());
 }
 
 Clock::TimePoint FixedClock::now() const { return _moment; }

@@ -12,7 +12,9 @@ namespace Zorv::OfficeUtils {
 /// Threads: now() is called from any thread, also concurrently.
 class ZORV_HOST_EXPORT Clock {
 public:
-  using TimePoint = std::chrono::system_clock::time_point;
+  /// Universal time in microseconds: every date of a sheet, 1900 to 9999, lies far inside. The
+  /// system's clock counts nanoseconds and ends in the year 2262.
+  using TimePoint = std::chrono::sys_time<std::chrono::microseconds>;
 
   Clock() = default;
   Clock(Clock const&) = delete;

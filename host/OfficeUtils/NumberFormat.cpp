@@ -1,5 +1,6 @@
 #include "OfficeUtils/NumberFormat.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <utility>
@@ -89,27 +90,38 @@ std::optional<NumberFormat> NumberFormat::compile(std::string_view code) {
   return NumberFormat(std::make_shared<Data const>(std::move(data)));
 }
 
+std::optional<std::size_t> NumberFormat::findSection(double number) const noexcept {
+  auto const& sections = _data->numbers;
+  auto const found = std::ranges::find_if(sections, [number](Section const& section) {
+    return !section.condition || section.condition->holds(number);
+  });
+  return std::isfinite(number) && found != sections.end()
+             ? std::optional<std::size_t>(found - sections.begin())
+             : std::nullopt;
+}
+
+bool NumberFormat::showsDate(double number) const noexcept {
+  auto const section = findSection(number);
+  return section && std::ranges::any_of(_data->numbers[*section].tokens, [](Token const& token) {
+           return token.kind == TokenKind::Year || token.kind == TokenKind::Month ||
+                  token.kind == TokenKind::Day;
+         });
+}
+
 std::optional<std::string> NumberFormat::formatNumber(double number,
                                                       LocaleContext const& locale) const {
-  if (!std::isfinite(number)) {
+  auto const index = findSection(number);
+  if (!index) {
     return std::nullopt;
   }
   std::vector<Section> const& sections = _data->numbers;
-  std::size_t index = 0;
-  while (index < sections.size() && sections[index].condition &&
-         !sections[index].condition->holds(number)) {
-    ++index;
-  }
-  if (index == sections.size()) {
-    return std::nullopt;
-  }
-  Section const& section = sections[index];
+  Section const& section = sections[*index];
   if (section.kind == SectionKind::DateTime) {
     return NumberFormatCode::writeDateTime(section, number, locale);
   }
   bool const isOfNegatives = section.condition
                                  ? section.condition->isOfNegatives()
-                                 : index == 1 && leavesNegatives(*sections.front().condition);
+                                 : *index == 1 && leavesNegatives(*sections.front().condition);
   bool const hasSign = number < 0.0 && !isOfNegatives && !section.tokens.empty();
   std::string text = hasSign ? "-" : "";
   text += writeUnsigned(section, std::abs(number), locale);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,11 +26,17 @@ public:
   [[nodiscard]] std::optional<std::string> formatNumber(double number,
                                                         LocaleContext const& locale) const;
 
+  /// True if the format shows a year, a month or a day of this number.
+  [[nodiscard]] bool showsDate(double number) const noexcept;
+
   /// A text in the format: the text itself unless the format has a section for texts.
   [[nodiscard]] std::string formatText(std::string_view text) const;
 
 private:
   struct Data;
+
+  /// The index of the section that formats a number; nothing where none does.
+  [[nodiscard]] std::optional<std::size_t> findSection(double number) const noexcept;
 
   explicit NumberFormat(std::shared_ptr<Data const> data) noexcept;
 

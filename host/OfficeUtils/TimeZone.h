@@ -19,16 +19,17 @@ public:
   /// Coordinated universal time.
   TimeZone();
 
-  /// A zone of the IANA time zone database ("Europe/Berlin").
-  /// Throws BaseRuntimeError for an unknown zone.
+  /// A zone of the IANA time zone database ("Europe/Berlin"), or an offset ("GMT+2"). Letter case
+  /// does not matter. Throws BaseRuntimeError for an unknown zone.
   explicit TimeZone(std::string const& name);
 
+  /// The name in the spelling of the database.
   [[nodiscard]] std::string const& getName() const noexcept;
 
-  /// The civil time of the zone at a moment. Logarithmic in the number of the zone's transitions;
-  /// allocates nothing.
+  /// The civil time of the zone at a moment of any year. Logarithmic in the number of the zone's
+  /// transitions; allocates nothing.
   [[nodiscard]] std::chrono::local_time<std::chrono::milliseconds> toLocal(
-      std::chrono::system_clock::time_point moment) const;
+      std::chrono::sys_time<std::chrono::microseconds> moment) const;
 
   /// True for copies of one handle; two zones of one name need not share data.
   [[nodiscard]] bool sharesDataWith(TimeZone const& other) const noexcept {

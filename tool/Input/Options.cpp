@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <ostream>
 #include <thread>
 #include <utility>
@@ -69,20 +70,32 @@ void checkLocale(std::string const& name) {
   }
 }
 
+bool isDateOfASheet(OfficeUtils::Clock::TimePoint moment, DOM::TimeZone const& timeZone) {
+  auto const day = std::chrono::floor<std::chrono::days>(timeZone.toLocal(moment));
+  auto const year = static_cast<int>(std::chrono::year_month_day(day).year());
+  return 1900 <= year && year <= 9999;
+}
+
 OfficeUtils::Clock::TimePoint readNow(std::optional<std::string> const& text,
                                       DOM::TimeZone const& timeZone) {
   if (!text) {
     return OfficeUtils::Clock::readCurrent();
   }
-  auto const local = parseLocalTime(*text);
-  if (!local) {
+  auto const time = parseCivilTime(*text);
+  if (!time) {
     throw UsageError(
         fmt::format("--now: \"{}\" is no date and time; write it as 2026-11-21T12:00:00", *text));
   }
-  auto const moment = toMoment(*local, timeZone);
+  auto const moment = toMoment(*time, timeZone);
   if (!moment) {
     throw UsageError(
         fmt::format("--now: clocks in {} skip {}; name another time", timeZone.getName(), *text));
+  }
+  if (!isDateOfASheet(*moment, timeZone)) {
+    throw UsageError(
+        fmt::format("--now: \"{}\" lies outside the dates of a sheet; name one from 1900-01-01 to "
+                    "9999-12-31",
+                    *text));
   }
   return *moment;
 }

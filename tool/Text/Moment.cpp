@@ -1,6 +1,7 @@
 #include "tool/Text/Moment.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <cstddef>
 
 #include <fmt/format.h>
 
@@ -11,14 +12,17 @@ namespace {
 using std::chrono::seconds;
 using TimePoint = OfficeUtils::Clock::TimePoint;
 
-/// Whether a text matches a pattern, in which `#` is any digit.
+/// Whether a text matches a pattern, in which `#` is any digit, and `?` a `T` or a space.
 bool matches(std::string_view text, std::string_view pattern) noexcept {
   if (text.size() != pattern.size()) {
     return false;
   }
   for (std::size_t i = 0; i < text.size(); ++i) {
     bool const isDigit = '0' <= text[i] && text[i] <= '9';
-    if (pattern[i] == '#' ? !isDigit : text[i] != pattern[i]) {
+    bool const fits = pattern[i] == '#'   ? isDigit
+                      : pattern[i] == '?' ? text[i] == 'T' || text[i] == 't' || text[i] == ' '
+                                          : text[i] == pattern[i];
+    if (!fits) {
       return false;
     }
   }
@@ -33,16 +37,34 @@ unsigned numberAt(std::string_view text, std::size_t position, std::size_t lengt
   return number;
 }
 
-seconds offsetAt(TimePoint moment, DOM::TimeZone const& timeZone) {
-  auto const local = std::chrono::floor<seconds>(timeZone.toLocal(moment));
-  return local.time_since_epoch() - std::chrono::floor<seconds>(moment).time_since_epoch();
+/// The position after date and time of day: that of `Z` or of the sign of an offset, or the end.
+std::size_t findOffset(std::string_view text) noexcept {
+  constexpr std::size_t dateLength = 10;
+  return std::min(text.find_first_of("Zz+-", dateLength), text.size());
 }
 
-}  // namespace
+/// `Z`, `+01:00` or `+0100`.
+std::optional<seconds> parseOffset(std::string_view text) noexcept {
+  if (text == "Z" || text == "z") {
+    return seconds(0);
+  }
+  bool const hasColon = matches(text.substr(1), "##:##");
+  if (!hasColon && !matches(text.substr(1), "####")) {
+    return std::nullopt;
+  }
+  auto const hour = numberAt(text, 1, 2);
+  auto const minute = numberAt(text, hasColon ? 4 : 3, 2);
+  if (hour > 23 || minute > 59) {
+    return std::nullopt;
+  }
+  seconds const offset = std::chrono::hours(hour) + std::chrono::minutes(minute);
+  return text.front() == '-' ? -offset : offset;
+}
 
+/// Date, and time of day after a `T` or a space.
 std::optional<LocalSeconds> parseLocalTime(std::string_view text) noexcept {
-  bool const hasSeconds = matches(text, "####-##-##T##:##:##");
-  bool const hasMinutes = hasSeconds || matches(text, "####-##-##T##:##");
+  bool const hasSeconds = matches(text, "####-##-##?##:##:##");
+  bool const hasMinutes = hasSeconds || matches(text, "####-##-##?##:##");
   if (!hasMinutes && !matches(text, "####-##-##")) {
     return std::nullopt;
   }
@@ -57,6 +79,23 @@ std::optional<LocalSeconds> parseLocalTime(std::string_view text) noexcept {
   }
   return LocalSeconds(std::chrono::local_days(date).time_since_epoch() + std::chrono::hours(hour) +
                       std::chrono::minutes(minute) + seconds(second));
+}
+
+seconds offsetAt(TimePoint moment, DOM::TimeZone const& timeZone) {
+  auto const local = std::chrono::floor<seconds>(timeZone.toLocal(moment));
+  return local.time_since_epoch() - std::chrono::floor<seconds>(moment).time_since_epoch();
+}
+
+}  // namespace
+
+std::optional<CivilTime> parseCivilTime(std::string_view text) noexcept {
+  auto const end = findOffset(text);
+  auto const offset = end < text.size() ? parseOffset(text.substr(end)) : std::nullopt;
+  auto const local = parseLocalTime(text.substr(0, end));
+  if (!local || (end < text.size() && !offset)) {
+    return std::nullopt;
+  }
+  return CivilTime{.local = *local, .offset = offset};
 }
 
 std::string toText(LocalSeconds local) {
@@ -78,6 +117,11 @@ std::optional<TimePoint> toMoment(LocalSeconds local, DOM::TimeZone const& timeZ
     }
   }
   return std::nullopt;
+}
+
+std::optional<TimePoint> toMoment(CivilTime const& time, DOM::TimeZone const& timeZone) {
+  return time.offset ? TimePoint(time.local.time_since_epoch() - *time.offset)
+                     : toMoment(time.local, timeZone);
 }
 
 }  // namespace Zorv::Tool

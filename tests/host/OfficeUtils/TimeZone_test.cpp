@@ -47,6 +47,9 @@ TEST(TimeZone, ShowsTheCivilTimeOfTheMoment) {
            {"UTC", sys_days(2024y / 1 / 1), local_days(2024y / 1 / 1)},
            {"Europe/Berlin", sys_days(1950y / 1 / 1), local_days(1950y / 1 / 1) + 1h},
            {"Europe/Berlin", sys_days(2090y / 7 / 1), local_days(2090y / 7 / 1) + 2h},
+           {"Europe/Berlin", sys_days(2499y / 12 / 31), local_days(2499y / 12 / 31) + 1h},
+           {"Europe/Berlin", sys_days(2500y / 1 / 1), local_days(2500y / 1 / 1) + 1h},
+           {"Europe/Berlin", sys_days(9999y / 7 / 1), local_days(9999y / 7 / 1) + 2h},
        }) {
     EXPECT_EQ(TimeZone(row.name).toLocal(row.moment), row.local) << row.name;
   }
@@ -69,24 +72,31 @@ std::chrono::milliseconds offsetByDatabase(icu::TimeZone const& zone,
   return std::chrono::milliseconds(raw + daylightSaving);
 }
 
-TEST(TimeZone, AgreesWithTheDatabaseOverAllThatTheClockCanTell) {
-  using std::chrono::system_clock;
+TEST(TimeZone, AgreesWithTheDatabaseInEveryYear) {
+  using Moment = std::chrono::sys_time<std::chrono::microseconds>;
   std::mt19937_64 generator(11);
-  std::uniform_int_distribution<system_clock::rep> anyTime(
-      system_clock::time_point::min().time_since_epoch().count(),
-      system_clock::time_point::max().time_since_epoch().count());
+  std::uniform_int_distribution<Moment::rep> anyTime(
+      Moment(sys_days(1600y / 1 / 1)).time_since_epoch().count(),
+      Moment(sys_days(10'100y / 1 / 1)).time_since_epoch().count());
   for (char const* name : {"Europe/Berlin", "America/New_York", "Australia/Lord_Howe",
                            "Africa/Casablanca", "Asia/Kathmandu", "Pacific/Apia", "GMT+2"}) {
     TimeZone const zone(name);
     std::unique_ptr<icu::TimeZone const> const database(icu::TimeZone::createTimeZone(name));
     for (int i = 0; i < 2000; ++i) {
-      system_clock::time_point const moment{system_clock::duration(anyTime(generator))};
+      Moment const moment{Moment::duration(anyTime(generator))};
       auto const universal = std::chrono::floor<std::chrono::milliseconds>(moment);
       ASSERT_EQ(zone.toLocal(moment).time_since_epoch() - universal.time_since_epoch(),
                 offsetByDatabase(*database, universal.time_since_epoch()))
           << name << ' ' << universal.time_since_epoch().count();
     }
   }
+}
+
+TEST(TimeZone, LetterCaseOfANameDoesNotMatter) {
+  EXPECT_EQ(TimeZone("utc").getName(), "UTC");
+  TimeZone const zone("europe/BERLIN");
+  EXPECT_EQ(zone.getName(), "Europe/Berlin");
+  EXPECT_EQ(zone.toLocal(sys_days(2024y / 7 / 1)), local_days(2024y / 7 / 1) + 2h);
 }
 
 TEST(TimeZone, CopiesShareTheirData) {
