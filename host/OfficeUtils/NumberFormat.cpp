@@ -54,6 +54,17 @@ bool leavesNegatives(Condition const& condition) noexcept {
          (condition.comparison == Comparison::Greater && condition.operand < 0.0);
 }
 
+/// The index of the section that formats a number; nothing where none does.
+std::optional<std::size_t> findSection(std::vector<Section> const& sections,
+                                       double number) noexcept {
+  auto const found = std::ranges::find_if(sections, [number](Section const& section) {
+    return !section.condition || section.condition->holds(number);
+  });
+  return std::isfinite(number) && found != sections.end()
+             ? std::optional<std::size_t>(found - sections.begin())
+             : std::nullopt;
+}
+
 std::string writeUnsigned(Section const& section, double number, LocaleContext const& locale) {
   if (section.kind == SectionKind::Number) {
     return NumberFormatCode::writeNumber(section, number, locale);
@@ -90,18 +101,8 @@ std::optional<NumberFormat> NumberFormat::compile(std::string_view code) {
   return NumberFormat(std::make_shared<Data const>(std::move(data)));
 }
 
-std::optional<std::size_t> NumberFormat::findSection(double number) const noexcept {
-  auto const& sections = _data->numbers;
-  auto const found = std::ranges::find_if(sections, [number](Section const& section) {
-    return !section.condition || section.condition->holds(number);
-  });
-  return std::isfinite(number) && found != sections.end()
-             ? std::optional<std::size_t>(found - sections.begin())
-             : std::nullopt;
-}
-
 bool NumberFormat::showsDate(double number) const noexcept {
-  auto const section = findSection(number);
+  auto const section = findSection(_data->numbers, number);
   return section && std::ranges::any_of(_data->numbers[*section].tokens, [](Token const& token) {
            return token.kind == TokenKind::Year || token.kind == TokenKind::Month ||
                   token.kind == TokenKind::Day;
@@ -110,7 +111,7 @@ bool NumberFormat::showsDate(double number) const noexcept {
 
 std::optional<std::string> NumberFormat::formatNumber(double number,
                                                       LocaleContext const& locale) const {
-  auto const index = findSection(number);
+  auto const index = findSection(_data->numbers, number);
   if (!index) {
     return std::nullopt;
   }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,9 +33,6 @@ public:
 
 private:
   struct Data;
-
-  /// The index of the section that formats a number; nothing where none does.
-  [[nodiscard]] std::optional<std::size_t> findSection(double number) const noexcept;
 
   explicit NumberFormat(std::shared_ptr<Data const> data) noexcept;
 

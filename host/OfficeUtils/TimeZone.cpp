@@ -9,6 +9,7 @@
 
 #include <unicode/basictz.h>
 #include <unicode/strenum.h>
+#include <unicode/stringoptions.h>
 #include <unicode/tzrule.h>
 #include <unicode/tztrans.h>
 #include <unicode/ucal.h>
@@ -133,8 +134,8 @@ std::string const& TimeZone::getName() const noexcept { return _data->name; }
 std::chrono::local_time<milliseconds> TimeZone::toLocal(
     std::chrono::sys_time<std::chrono::microseconds> moment) const {
   auto const universal = std::chrono::floor<milliseconds>(moment.time_since_epoch());
-  auto const next = std::ranges::upper_bound(_data->periods, moveIntoList(universal), {},
-                                             &TimeZonePeriod::start);
+  auto const next =
+      std::ranges::upper_bound(_data->periods, moveIntoList(universal), {}, &TimeZonePeriod::start);
   return std::chrono::local_time<milliseconds>(universal + std::prev(next)->offset);
 }
 
