@@ -279,9 +279,9 @@ TEST(NumberFormat, SaysWhetherItShowsADate) {
        {"yyyy-mm-dd", "D.M.YY", "mmm yy", "[$-407]d. mmmm", "[Red]m/d", "0;yyyy", "h:mm d"}) {
     EXPECT_TRUE(NumberFormat::compile(code)->showsDate(code.front() == '0' ? -1 : 1)) << code;
   }
-  for (std::string_view const code : {"0.00", "General", "0 \"days\"", "[Red]0", "0_d", "\\d0",
-                                      "0;[Red]-0;\"d\"", "#,##0.0%", "@", "h:mm", "[h]:mm:ss",
-                                      "0;yyyy"}) {
+  for (std::string_view const code :
+       {"0.00", "General", "0 \"days\"", "[Red]0", "0_d", "\\d0", "0;[Red]-0;\"d\"", "#,##0.0%",
+        "@", "h:mm", "[h]:mm:ss", "0;yyyy"}) {
     EXPECT_FALSE(NumberFormat::compile(code)->showsDate(1)) << code;
   }
 }
