@@ -4,11 +4,16 @@
 #include <exception>
 #include <functional>
 #include <span>
+#include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "DOM/CellInfo.h"
 #include "DOM/SharedStyle.h"
 #include "Utils/TableRange.h"
+
+namespace Zorv {
+class WorkBudget;
+}  // namespace Zorv
 
 // What a pass of a TableResolver goes through, and what it tells of each cell.
 namespace Zorv::ConditionalFormatters {
@@ -19,17 +24,26 @@ struct TablePass {
     Existing,   ///< cells that exist
     All,        ///< every position
     Formatted,  ///< every position in the ranges of some format, with or without a cell
+    Areas,      ///< every position in the areas of the pass, with or without a cell
   };
   enum class OnFailure : std::uint8_t {
     Stop,  ///< the exception ends the pass and reaches the caller
     Skip,  ///< the cell is visited with its failure, and the pass goes on
   };
 
+  /// Nothing outside is visited.
   TableRange range;
   Positions positions = Positions::Existing;
   /// Threads that share the work, the caller's among them.
   unsigned threadCount = 1;
   OnFailure onFailure = OnFailure::Stop;
+  /// For Positions::Areas: in any order; what they share is visited once.
+  std::vector<TableRange> areas = {};
+  /// What the pass may cost; borrowed. It spends a step for each position, each condition that is
+  /// asked, each cell that operands are collected from and each step of a formula; and memory for
+  /// the collected values. WorkBudgetExceeded and WorkStopped end the pass, whatever it skips,
+  /// after the cells before were visited. Null: no limits.
+  WorkBudget* budget = nullptr;
 };
 
 /// The exception for which a cell could not be resolved, and the format that was evaluated.

@@ -1,5 +1,6 @@
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 
+#include "ConditionalFormatters/Formats/CndFrmt_Positions.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellResolver.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_ResolvePass.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_RunsPass.h"
@@ -11,18 +12,18 @@ namespace Zorv::ConditionalFormatters {
 using OfficeUtils::PinnedMoment;
 
 DOM::SharedCellStylePtr TableResolver::resolve(DOM::CellInfo const& cellInfo) const {
-  return CellResolver(*_prepared, 1, PinnedMoment::readMoment()).resolve(cellInfo);
+  return CellResolver(*_prepared, {}, PinnedMoment::readMoment()).resolve(cellInfo);
 }
 
 bool TableResolver::holds(std::size_t format, DOM::CellInfo const& cellInfo) const {
   FormatIndex const index = _prepared->checkFormat(format);
-  return ConditionAsker(*_prepared, index, 1, PinnedMoment::readMoment()).holds(cellInfo);
+  return ConditionAsker(*_prepared, index, {}, PinnedMoment::readMoment()).holds(cellInfo);
 }
 
 ConditionOperands TableResolver::findOperands(std::size_t format,
                                               DOM::CellInfo const& cellInfo) const {
   FormatIndex const index = _prepared->checkFormat(format);
-  return ConditionAsker(*_prepared, index, 1, PinnedMoment::readMoment()).findOperands(cellInfo);
+  return ConditionAsker(*_prepared, index, {}, PinnedMoment::readMoment()).findOperands(cellInfo);
 }
 
 void TableResolver::visit(TablePass const& pass, CellVisitor const& visitor) const {
@@ -39,12 +40,17 @@ std::vector<StyleRun> TableResolver::resolveRuns(TablePass const& pass) const {
 }
 
 std::uint64_t TableResolver::countFormatted(TableRange const& range) const {
-  return countPositions(clip(_prepared->listRanges(), range));
+  return ConditionalFormatters::countPositions(clip(_prepared->listRanges(), range));
 }
 
 std::uint64_t TableResolver::countFormatted(std::size_t format, TableRange const& range) const {
   FormatIndex const index = _prepared->checkFormat(format);
-  return countPositions(clip(_prepared->getFormatRefs()[index].first, range));
+  return ConditionalFormatters::countPositions(
+      clip(_prepared->getFormatRefs()[index].first, range));
+}
+
+std::uint64_t TableResolver::countPositions(TablePass const& pass) {
+  return ConditionalFormatters::countPositions(clip(pass.areas, pass.range));
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -78,7 +78,8 @@ public:
   void visit(TablePass const& pass, CellVisitor const& visitor) const;
 
   /// Visits the verdicts of one condition about the cells in the format's own ranges, inside the
-  /// range of the pass: for existing cells, or for every position. See holds() and visit().
+  /// range of the pass: for existing cells; for every position, where All and Formatted are the
+  /// same; or for every position in the areas. See holds() and visit().
   void visitVerdicts(std::size_t format, TablePass const& pass,
                      VerdictVisitor const& visitor) const;
 
@@ -91,6 +92,9 @@ public:
   /// what a pass over them visits. Costs `n log n` for n ranges, whatever their size.
   [[nodiscard]] std::uint64_t countFormatted(TableRange const& range) const;
   [[nodiscard]] std::uint64_t countFormatted(std::size_t format, TableRange const& range) const;
+
+  /// The number of positions in the areas and the range of a pass; the cost is the same.
+  [[nodiscard]] static std::uint64_t countPositions(TablePass const& pass);
 
 private:
   friend class ConditionalFormattingPropsCalculator;

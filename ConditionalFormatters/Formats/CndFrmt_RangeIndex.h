@@ -1,88 +1,56 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "Utils/TableRange.h"
 
 namespace Zorv::ConditionalFormatters {
 
-/// Spatial index from positions to the formats whose ranges hold them.
+/// A range, and the format that it belongs to.
+struct FormatRange {
+  TableRange range;
+  FormatIndex format;
+};
+
+/// Ranges in the order in which a sweep over the rows enters and leaves them; see FormatCursor.
 ///
 /// The borders of the ranges cut the sheet's rows into row intervals and its columns into column
-/// intervals, both with indices from 0: all positions in which a row interval crosses a column
-/// interval have the same formats.
+/// intervals: all positions in which a row interval crosses a column interval lie in the same
+/// ranges. Column intervals have indices from 0; the one at index i ends before border i.
 ///
-/// Immutable. Borrows the formats. Threads: may be asked from several threads at once.
+/// Immutable. Cost: `n log n` for n ranges. Threads: may be asked from several threads at once.
 class RangeIndex {
 public:
+  explicit RangeIndex(std::vector<FormatRange> ranges);
+  /// The ranges of all formats.
   explicit RangeIndex(ConditionalFormatRefs const& formatRefs);
-  RangeIndex(RangeIndex const&) = delete;
-  RangeIndex& operator=(RangeIndex const&) = delete;
-  ~RangeIndex();
+  /// Ranges of one format, with the index 0.
+  explicit RangeIndex(std::vector<TableRange> const& ranges);
 
-  [[nodiscard]] std::size_t rowIntervalOf(unsigned long row) const noexcept;
+  /// By first row, then by format; without empty ranges.
+  [[nodiscard]] std::vector<FormatRange> const& getRanges() const noexcept { return _ranges; }
+  /// Indices of the ranges by end row, then by format from the last.
+  [[nodiscard]] std::vector<std::size_t> const& getByEndRow() const noexcept { return _byEndRow; }
+
   [[nodiscard]] std::size_t columnIntervalOf(unsigned long column) const noexcept;
-  [[nodiscard]] std::size_t getColumnIntervalCount() const noexcept {
-    return _columnBorders.size() + 1;
+  [[nodiscard]] std::span<unsigned long const> getColumnBorders() const noexcept {
+    return _columnBorders;
   }
-  /// The half-open bounds of an interval.
-  [[nodiscard]] std::pair<unsigned long, unsigned long> rowsOf(
-      std::size_t rowInterval) const noexcept;
+  /// The half-open bounds of the row interval of a row, and of a column interval.
+  [[nodiscard]] std::pair<unsigned long, unsigned long> rowsAround(
+      unsigned long row) const noexcept;
   [[nodiscard]] std::pair<unsigned long, unsigned long> columnsOf(
       std::size_t columnInterval) const noexcept;
 
-  /// Writes the formats of a crossing, in order of priority and each once. Logarithmic in the
-  /// number of ranges, and `n log n` in the number of formats found.
-  void findFormats(std::size_t rowInterval, std::size_t columnInterval,
-                   FormatIndices& formats) const;
-
 private:
-  // Defined in the source file: the tree is slow to compile.
-  struct Tree;
-
-  ConditionalFormatRefs const& _formatRefs;
+  std::vector<FormatRange> _ranges;
+  std::vector<std::size_t> _byEndRow;
   std::vector<unsigned long> _rowBorders;  ///< first and end rows of the ranges, ascending
   std::vector<unsigned long> _columnBorders;
-  std::unique_ptr<Tree const> _tree;
-};
-
-/// Finds the formats of one position after the other. Keeps the answers for the current row
-/// interval: a walk in row order costs one search for each crossing that it meets.
-class FormatCursor {
-public:
-  /// Borrows the index, which must outlive the cursor.
-  explicit FormatCursor(RangeIndex const& index);
-
-  /// The formats whose ranges hold the position, in order of priority. Valid until the next call.
-  [[nodiscard]] FormatIndices const& moveTo(unsigned long row, unsigned long column) {
-    if (row < _rows.first || row >= _rows.second) {
-      enterRowInterval(row);
-    }
-    if (column < _columns.first || column >= _columns.second) {
-      enterColumnInterval(column);
-    }
-    return *_formats;
-  }
-
-private:
-  struct Answer {
-    bool isKnown = false;
-    FormatIndices formats;
-  };
-
-  void enterRowInterval(unsigned long row);
-  void enterColumnInterval(unsigned long column);
-
-  RangeIndex const& _index;
-  std::size_t _rowInterval = 0;
-  std::pair<unsigned long, unsigned long> _rows{0, 0};
-  std::pair<unsigned long, unsigned long> _columns{0, 0};
-  std::vector<Answer> _answers;  ///< of the row interval, by column interval
-  std::vector<std::size_t> _knownColumns;
-  FormatIndices const* _formats = nullptr;
 };
 
 }  // namespace Zorv::ConditionalFormatters

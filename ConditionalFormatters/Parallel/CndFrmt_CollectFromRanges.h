@@ -1,23 +1,60 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
 #include "ConditionalFormatters/Parallel/CndFrmt_BlockList.h"
+#include "ConditionalFormatters/Parallel/CndFrmt_CellWalk.h"
 #include "ConditionalFormatters/Parallel/CndFrmt_OrderedTasks.h"
+#include "ConditionalFormatters/Parallel/CndFrmt_PassResources.h"
 #include "DOM/RowBlocks.h"
 #include "DOM/Table.h"
 #include "Utils/TableRange.h"
+#include "Utils/WorkBudget.h"
 
 namespace Zorv::ConditionalFormatters {
 
-/// Where values are collected from, and by how many threads, the caller's among them.
+/// Where values are collected from, and with which resources.
 struct CollectedRanges {
   ValueContextProvider const& provider;
   DOM::Table const& table;
   std::vector<TableRange> const& ranges;
-  unsigned threadCount;
+  PassResources resources;
+};
+
+/// Makes the state of a row block by a sink, and spends what that costs from the budget.
+template <class MakeSink>
+class BlockCollector {
+public:
+  BlockCollector(CollectedRanges const& from, MakeSink const& makeSink)
+      : _from(from), _steps(from.resources.budget), _sink(makeSink()) {}
+
+  void add(DOM::CellInfo const& cellInfo) {
+    _steps.count();
+    ++_cellCount;
+    _sink.add(cellInfo, _from.provider.getCellValue(cellInfo));
+  }
+
+  [[nodiscard]] auto finalize() {
+    if (_from.resources.budget != nullptr) {
+      _from.resources.budget->takeMemory(_cellCount * bytesPerCell);
+    }
+    return _sink.finalize();
+  }
+
+private:
+  /// About what the state of a cell takes while the states are combined.
+  static constexpr std::uint64_t bytesPerCell = 48;
+
+  CollectedRanges const& _from;
+  StepCounter _steps;
+  decltype(std::declval<MakeSink const&>()()) _sink;
+  std::uint64_t _cellCount = 0;
 };
 
 /// Aggregates the values of the existing cells of the ranges, one row block after the other.
@@ -34,16 +71,43 @@ void collectFromRanges(CollectedRanges const& from, MakeSink const& makeSink,
     blocks.add(DOM::RowBlocks::ofCells(from.table, range));
   }
   auto const collectBlock = [&](std::size_t block) {
-    auto sink = makeSink();
-    auto const [begin, end] = from.table.getRangeIterators(blocks.at(block));
-    for (auto cell = begin; cell != end; ++cell) {
-      DOM::CellInfo const cellInfo = cell.getCellInfo();
-      sink.add(cellInfo, from.provider.getCellValue(cellInfo));
-    }
-    return sink.finalize();
+    BlockCollector collector(from, makeSink);
+    forEachCell(from.table, blocks.at(block), true,
+                [&](DOM::CellInfo const& cellInfo) { collector.add(cellInfo); });
+    return collector.finalize();
   };
   auto const makeWorker = [&] { return collectBlock; };
-  OrderedTasks(blocks.count(), from.threadCount, makeWorker, combine).run();
+  OrderedTasks(blocks.count(), from.resources.threadCount, makeWorker, combine).run();
+}
+
+/// Whether walking range by range would meet cells many times.
+[[nodiscard]] bool overlapMuch(std::vector<TableRange> const& ranges);
+
+/// The same for sinks to which it makes no difference whether a cell in several ranges is added
+/// twice or more often, and in which order cells are added. The cost is linear in cells and ranges,
+/// however the ranges overlap.
+template <class MakeSink, class Combine>
+void collectAtMostTwice(CollectedRanges const& from, MakeSink const& makeSink,
+                        Combine const& combine) {
+  if (!overlapMuch(from.ranges)) {
+    collectFromRanges(from, makeSink, combine);
+    return;
+  }
+  RangeIndex const ranges(from.ranges);
+  BlockList const blocks = RangesWalk::findBlocks(from.table, ranges, true);
+  auto const makeWorker = [&] {
+    return [&, walk = std::make_unique<RangesWalk>(from.table, ranges, true)](std::size_t block) {
+      BlockCollector collector(from, makeSink);
+      walk->forEachCellOf(blocks.at(block), [&](DOM::CellInfo const& cellInfo) {
+        collector.add(cellInfo);
+        if (walk->countRanges(cellInfo) > 1) {
+          collector.add(cellInfo);
+        }
+      });
+      return collector.finalize();
+    };
+  };
+  OrderedTasks(blocks.count(), from.resources.threadCount, makeWorker, combine).run();
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -4,10 +4,11 @@
 
 namespace Zorv::ConditionalFormatters {
 
-CellResolver::CellResolver(PreparedTable const& table, unsigned threadCount,
+CellResolver::CellResolver(PreparedTable const& table, PassResources const& resources,
                            OfficeUtils::Clock::TimePoint moment)
     : _table(table),
-      _threadCount(threadCount),
+      _resources(resources),
+      _steps(resources.budget),
       _formatCursor(table.getRangeIndex()),
       _styleCursor(table.getStyleSequences()),
       _pass(table.getLookups(), moment) {}
@@ -29,8 +30,9 @@ DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellIn
   walkFormats(
       _table.getFormatRefs(), _formatCursor.moveTo(cellInfo.getRowIndex(), cellInfo.getColIndex()),
       [&](FormatIndex index) {
+        _steps.count();
         _lastEvaluated = index;
-        PreparedCondition const& condition = _table.getOrCreateCondition(index, _threadCount);
+        PreparedCondition const& condition = _table.getOrCreateCondition(index, _resources);
         return
             [&condition, this](TestedCell const& tested) { return condition.holds(tested, _pass); };
       },

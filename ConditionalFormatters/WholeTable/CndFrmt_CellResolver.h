@@ -1,21 +1,22 @@
 #pragma once
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
-#include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
+#include "ConditionalFormatters/Formats/CndFrmt_FormatCursor.h"
 #include "ConditionalFormatters/Formats/CndFrmt_StyleSequences.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
 #include "DOM/CellInfo.h"
 #include "DOM/SharedStyle.h"
 #include "OfficeUtils/Clock.h"
+#include "Utils/WorkBudget.h"
 
 namespace Zorv::ConditionalFormatters {
 
 /// Resolves one cell after the other for one thread; fastest in row order.
 class CellResolver {
 public:
-  /// Borrows the table. Conditions are prepared by as many threads as the pass has.
-  CellResolver(PreparedTable const& table, unsigned threadCount,
+  /// Borrows the table. Conditions are prepared with the resources of the pass.
+  CellResolver(PreparedTable const& table, PassResources const& resources,
                OfficeUtils::Clock::TimePoint moment);
 
   /// The cell's style; null if no format holds. Valid as long as the table.
@@ -30,7 +31,8 @@ public:
 
 private:
   PreparedTable const& _table;
-  unsigned _threadCount;
+  PassResources _resources;
+  StepCounter _steps;
   FormatCursor _formatCursor;
   StyleCursor _styleCursor;
   PassContext _pass;

@@ -80,7 +80,7 @@ DistinctNumbers::DistinctNumbers(CollectedRanges const& from) {
   HashPartitions const partitions(from.table.getCellCount());
   std::vector<BlockNumbers> blocks;
   bool hasNaN = false;
-  collectFromRanges(
+  collectAtMostTwice(
       from, [&] { return BlockSink(partitions); },
       [&](BlockNumbers& block) {
         hasNaN = hasNaN || block.hasNaN;
@@ -94,7 +94,7 @@ DistinctNumbers::DistinctNumbers(CollectedRanges const& from) {
     _count += keys.size();
     _partitions.push_back(std::move(keys));
   };
-  OrderedTasks(partitions.count(), from.threadCount, makeWorker, deliver).run();
+  OrderedTasks(partitions.count(), from.resources.threadCount, makeWorker, deliver).run();
   if (_count == 0 && hasNaN) {
     _count = 1;
     _partitions.clear();

@@ -45,7 +45,7 @@ ThresholdOperand selectThreshold(CollectedRanges const& from, RankingOrder order
     return selectBest(numbers, order, rank);
   };
   std::vector<FloatNumber> best;
-  collectFromRanges(
+  collectAtMostTwice(
       from, [&] { return NumberSink(keepBest); },
       [&](std::vector<FloatNumber> const& ofBlock) {
         best.insert(best.end(), ofBlock.begin(), ofBlock.end());

@@ -83,7 +83,7 @@ private:
     return {_sources.table, contextProvider(), baseCell};
   }
   [[nodiscard]] CollectedRanges fromRanges() const noexcept {
-    return {_sources.provider, _sources.table, _ranges, _sources.threadCount};
+    return {_sources.provider, _sources.table, _ranges, _sources.resources};
   }
 
   ConditionSources const& _sources;

@@ -6,6 +6,7 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
+#include "ConditionalFormatters/Parallel/CndFrmt_PassResources.h"
 #include "Formulas/EvaluationSession.h"
 #include "Formulas/LookupCache.h"
 #include "OfficeUtils/Moment.h"
@@ -60,11 +61,11 @@ public:
                                                        PassContext& pass) const = 0;
 };
 
-/// What conditions are prepared from, and by how many threads. Borrows everything.
+/// What conditions are prepared from, and with which resources. Borrows everything.
 struct ConditionSources {
   ValueContextProvider const& provider;
   DOM::Table const& table;
-  unsigned threadCount;
+  PassResources resources;
 };
 
 /// Prepares the condition of a format. Stops the process, or throws, where OperatorsFactory does.

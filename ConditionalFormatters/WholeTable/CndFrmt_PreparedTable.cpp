@@ -26,18 +26,13 @@ PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table co
       _formatRefs(formatRefs),
       _rangeIndex(formatRefs),
       _sequences(formatRefs, styles, sharedObjectFactory),
-      _formats(formatRefs.size()) {}
+      _conditions(formatRefs.size()) {}
 
 FormatIndex PreparedTable::checkFormat(std::size_t format) const {
-  if (format >= _formats.size()) {
-    throwNoSuchFormat(format, _formats.size());
+  if (format >= _conditions.size()) {
+    throwNoSuchFormat(format, _conditions.size());
   }
   return static_cast<FormatIndex>(format);
-}
-
-RangeUnion const& PreparedTable::getOrCreatePositions(FormatIndex format) const {
-  return _formats[format].positions.getOrCreate(
-      [&] { return std::make_unique<RangeUnion const>(_formatRefs[format].first); });
 }
 
 std::vector<TableRange> PreparedTable::listRanges() const {

@@ -7,7 +7,6 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
-#include "ConditionalFormatters/Formats/CndFrmt_RangeUnion.h"
 #include "ConditionalFormatters/Formats/CndFrmt_StyleSequences.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
@@ -38,34 +37,25 @@ public:
   /// The index of a format. Throws std::out_of_range if there is no such format.
   [[nodiscard]] FormatIndex checkFormat(std::size_t format) const;
 
-  /// The condition of a format, prepared by so many threads at the first call. Throws what its
+  /// The condition of a format, prepared with the resources of the first call. Throws what its
   /// preparation throws, each time.
-  [[nodiscard]] PreparedCondition const& getOrCreateCondition(FormatIndex format,
-                                                              unsigned threadCount) const {
-    return _formats[format].condition.getOrCreate(_preparation, [&] {
-      return prepareCondition({_provider, _table, threadCount}, _formatRefs[format]);
+  [[nodiscard]] PreparedCondition const& getOrCreateCondition(
+      FormatIndex format, PassResources const& resources) const {
+    return _conditions[format].getOrCreate(_preparation, [&] {
+      return prepareCondition({_provider, _table, resources}, _formatRefs[format]);
     });
   }
-
-  /// The positions in the ranges of a format.
-  [[nodiscard]] RangeUnion const& getOrCreatePositions(FormatIndex format) const;
 
   /// All ranges of all formats.
   [[nodiscard]] std::vector<TableRange> listRanges() const;
 
 private:
-  /// What is made for a format when a cell needs it.
-  struct Format {
-    Lazy<PreparedCondition> condition;
-    Lazy<RangeUnion> positions;
-  };
-
   ValueContextProvider const& _provider;
   DOM::Table const& _table;
   ConditionalFormatRefs const& _formatRefs;
   RangeIndex _rangeIndex;
   StyleSequences _sequences;
-  std::vector<Format> _formats;
+  std::vector<Lazy<PreparedCondition>> _conditions;  ///< by format
   mutable std::recursive_mutex _preparation;
   mutable Formulas::LookupCache _lookups;
 };

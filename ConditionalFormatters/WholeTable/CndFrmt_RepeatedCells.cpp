@@ -157,7 +157,7 @@ CellSet findRepeatedCells(CollectedRanges const& from) {
   HashPartitions const partitions(from.table.getCellCount());
   std::vector<BlockValues> blocks;
   std::size_t cellCount = 0;
-  collectFromRanges(
+  collectAtMostTwice(
       from, [&] { return BlockSink(partitions); },
       [&](BlockValues& block) {
         block.firstCell = cellCount;
@@ -173,7 +173,7 @@ CellSet findRepeatedCells(CollectedRanges const& from) {
     };
   };
   auto const deliver = [](std::size_t /*partition*/) {};
-  OrderedTasks(partitions.count(), from.threadCount, makeWorker, deliver).run();
+  OrderedTasks(partitions.count(), from.resources.threadCount, makeWorker, deliver).run();
 
   CellSet repeated;
   for (BlockValues const& block : blocks) {

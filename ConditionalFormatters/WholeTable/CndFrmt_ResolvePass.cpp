@@ -26,9 +26,9 @@ struct BlockCells {
 /// Resolves blocks for one thread.
 class ResolveWorker {
 public:
-  ResolveWorker(PreparedTable const& table, TablePass const& pass,
+  ResolveWorker(PreparedTable const& table, PassCells const& cells, TablePass const& pass,
                 OfficeUtils::Clock::TimePoint moment)
-      : _walk(table, pass), _skipFailure(pass), _cells(table, pass.threadCount, moment) {}
+      : _walk(cells, pass.budget), _skipFailure(pass), _cells(table, resourcesOf(pass), moment) {}
 
   /// Calls the visitor for each cell of a block.
   template <class Visit>
@@ -64,8 +64,8 @@ private:
 /// results, which is cheaper than handing each of them from one thread to another.
 class CellDelivery {
 public:
-  CellDelivery(PreparedTable const& table, TablePass const& pass, CellVisitor const& visitor)
-      : _walk(table, pass), _visitor(visitor) {}
+  CellDelivery(PassCells const& cells, CellVisitor const& visitor)
+      : _walk(cells), _visitor(visitor) {}
 
   void deliver(TableRange const& block, BlockCells const& cells) {
     std::span<FormatIndex const> const formats = cells.formats;
@@ -90,20 +90,23 @@ private:
 }  // namespace
 
 void resolveCells(PreparedTable const& table, TablePass const& pass, CellVisitor const& visitor) {
-  BlockList const blocks = PassWalk::findBlocks(table, pass);
+  PassCells const cells(table, pass);
+  BlockList const& blocks = cells.getBlocks();
   auto const moment = OfficeUtils::PinnedMoment::readMoment();
   if (pass.threadCount <= 1) {
-    ResolveWorker worker(table, pass, moment);
+    ResolveWorker worker(table, cells, pass, moment);
     for (std::size_t block = 0; block < blocks.count(); ++block) {
       worker.visit(blocks.at(block), visitor);
     }
     return;
   }
-  CellDelivery delivery(table, pass, visitor);
+  CellDelivery delivery(cells, visitor);
   runBlockTasks<BlockCells>(
       blocks, pass.threadCount,
-      [&] { return std::make_unique<ResolveWorker>(table, pass, moment); },
-      [&](TableRange const& block, BlockCells const& cells) { delivery.deliver(block, cells); });
+      [&] { return std::make_unique<ResolveWorker>(table, cells, pass, moment); },
+      [&](TableRange const& block, BlockCells const& results) {
+        delivery.deliver(block, results);
+      });
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -15,9 +15,9 @@ namespace {
 /// Resolves blocks into runs, for one thread.
 class RunsWorker {
 public:
-  RunsWorker(PreparedTable const& table, TablePass const& pass,
+  RunsWorker(PreparedTable const& table, PassCells const& cells, TablePass const& pass,
              OfficeUtils::Clock::TimePoint moment)
-      : _walk(table, pass), _skipFailure(pass), _cells(table, pass.threadCount, moment) {}
+      : _walk(cells, pass.budget), _skipFailure(pass), _cells(table, resourcesOf(pass), moment) {}
 
   void operator()(TableRange const& block, std::vector<OpenStyleRun>& result) {
     BlockRunsBuilder runs;
@@ -40,11 +40,12 @@ private:
 }  // namespace
 
 std::vector<StyleRun> resolveIntoRuns(PreparedTable const& table, TablePass const& pass) {
+  PassCells const cells(table, pass);
   auto const moment = OfficeUtils::PinnedMoment::readMoment();
   TableRunsBuilder runs;
   runBlockTasks<std::vector<OpenStyleRun>>(
-      PassWalk::findBlocks(table, pass), pass.threadCount,
-      [&] { return std::make_unique<RunsWorker>(table, pass, moment); },
+      cells.getBlocks(), pass.threadCount,
+      [&] { return std::make_unique<RunsWorker>(table, cells, pass, moment); },
       [&](TableRange const& block, std::vector<OpenStyleRun> const& ofBlock) {
         runs.addBlock(block, ofBlock);
       });

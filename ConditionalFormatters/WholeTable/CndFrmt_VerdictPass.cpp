@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "ConditionalFormatters/Formats/CndFrmt_FormatWalk.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_BlockTasks.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PassWalk.h"
 #include "OfficeUtils/PinnedMoment.h"
@@ -18,49 +19,15 @@ struct BlockVerdicts {
   BlockFailures failures;
 };
 
-/// Walks the cells in the ranges of one format that a pass visits.
-class VerdictWalk {
-public:
-  VerdictWalk(PreparedTable const& table, FormatIndex format, TablePass const& pass)
-      : _table(table.getTable()),
-        _positions(table.getOrCreatePositions(format)),
-        _existingOnly(pass.positions == TablePass::Positions::Existing) {}
-
-  [[nodiscard]] static BlockList findBlocks(PreparedTable const& table, FormatIndex format,
-                                            TablePass const& pass) {
-    BlockList blocks;
-    auto const ranges = clip(table.getFormatRefs()[format].first, pass.range);
-    for (auto const& range : RangeUnion(ranges).cover()) {
-      blocks.add(pass.positions == TablePass::Positions::Existing
-                     ? DOM::RowBlocks::ofCells(table.getTable(), range)
-                     : DOM::RowBlocks::ofPositions(range));
-    }
-    return blocks;
-  }
-
-  template <class Visit>
-  void forEachCellOf(TableRange const& block, Visit const& visit) const {
-    auto const isInRanges = [this](unsigned long row, unsigned long column) {
-      return _positions.contains(row, column);
-    };
-    forEachCell(_table, block, _existingOnly, isInRanges, visit);
-  }
-
-private:
-  DOM::Table const& _table;
-  RangeUnion const& _positions;
-  bool _existingOnly;
-};
-
 /// Judges blocks for one thread.
 class VerdictWorker {
 public:
-  VerdictWorker(PreparedTable const& table, FormatIndex format, TablePass const& pass,
-                OfficeUtils::Clock::TimePoint moment)
+  VerdictWorker(PreparedTable const& table, FormatIndex format, PassCells const& cells,
+                TablePass const& pass, OfficeUtils::Clock::TimePoint moment)
       : _format(format),
-        _walk(table, format, pass),
+        _walk(cells, pass.budget),
         _skipFailure(pass),
-        _asker(table, format, pass.threadCount, moment) {}
+        _asker(table, format, resourcesOf(pass), moment) {}
 
   /// Calls the visitor for each cell of a block.
   template <class Visit>
@@ -68,7 +35,7 @@ public:
     _walk.forEachCellOf(block, [&](DOM::CellInfo const& cellInfo) {
       bool holds = false;
       auto const* const failure =
-          _skipFailure([&] { holds = _asker.holds(cellInfo); }, [&] { return _format; });
+          _skipFailure([&] { holds = _asker.holdsInRanges(cellInfo); }, [&] { return _format; });
       visit(CellVerdict{cellInfo, holds, failure});
     });
   }
@@ -84,12 +51,12 @@ public:
 
 private:
   FormatIndex _format;
-  VerdictWalk _walk;
+  PassWalk _walk;
   FailureSkipper _skipFailure;
   ConditionAsker _asker;
 };
 
-void deliver(VerdictWalk const& walk, TableRange const& block, BlockVerdicts const& verdicts,
+void deliver(PassWalk& walk, TableRange const& block, BlockVerdicts const& verdicts,
              VerdictVisitor const& visitor) {
   BlockFailures::Cursor failures(verdicts.failures);
   std::size_t cell = 0;
@@ -104,46 +71,50 @@ void deliver(VerdictWalk const& walk, TableRange const& block, BlockVerdicts con
 
 }  // namespace
 
-ConditionAsker::ConditionAsker(PreparedTable const& table, FormatIndex format, unsigned threadCount,
-                               OfficeUtils::Clock::TimePoint moment)
-    : _table(table),
-      _format(format),
-      _threadCount(threadCount),
-      _pass(table.getLookups(), moment) {}
+ConditionAsker::ConditionAsker(PreparedTable const& table, FormatIndex format,
+                               PassResources const& resources, OfficeUtils::Clock::TimePoint moment)
+    : _table(table), _format(format), _resources(resources), _pass(table.getLookups(), moment) {}
 
 bool ConditionAsker::holds(DOM::CellInfo const& cellInfo) {
   PreparedCondition const& condition = getCondition();
-  return condition.holds(read(cellInfo), _pass);
+  return condition.holds(read(cellInfo, liesInRanges(cellInfo)), _pass);
+}
+
+bool ConditionAsker::holdsInRanges(DOM::CellInfo const& cellInfo) {
+  PreparedCondition const& condition = getCondition();
+  return condition.holds(read(cellInfo, true), _pass);
 }
 
 ConditionOperands ConditionAsker::findOperands(DOM::CellInfo const& cellInfo) {
   PreparedCondition const& condition = getCondition();
-  return condition.findOperands(read(cellInfo), _pass);
+  return condition.findOperands(read(cellInfo, liesInRanges(cellInfo)), _pass);
 }
 
-TestedCell ConditionAsker::read(DOM::CellInfo const& cellInfo) const {
-  auto const isCollected = [&] {
-    return cellInfo.getCell() != nullptr && _table.getOrCreatePositions(_format).contains(
-                                                cellInfo.getRowIndex(), cellInfo.getColIndex());
-  };
-  return {{_table.getProvider().getCellValue(cellInfo), cellInfo.getCellIndex()}, isCollected()};
+bool ConditionAsker::liesInRanges(DOM::CellInfo const& cellInfo) const {
+  return holdsCell(_table.getFormatRefs()[_format].first, cellInfo);
+}
+
+TestedCell ConditionAsker::read(DOM::CellInfo const& cellInfo, bool isInRanges) const {
+  return {{_table.getProvider().getCellValue(cellInfo), cellInfo.getCellIndex()},
+          isInRanges && cellInfo.getCell() != nullptr};
 }
 
 void judgeCells(PreparedTable const& table, FormatIndex format, TablePass const& pass,
                 VerdictVisitor const& visitor) {
-  BlockList const blocks = VerdictWalk::findBlocks(table, format, pass);
+  PassCells const cells(table, format, pass);
+  BlockList const& blocks = cells.getBlocks();
   auto const moment = OfficeUtils::PinnedMoment::readMoment();
   if (pass.threadCount <= 1) {
-    VerdictWorker worker(table, format, pass, moment);
+    VerdictWorker worker(table, format, cells, pass, moment);
     for (std::size_t block = 0; block < blocks.count(); ++block) {
       worker.visit(blocks.at(block), visitor);
     }
     return;
   }
-  VerdictWalk const walk(table, format, pass);
+  PassWalk walk(cells);
   runBlockTasks<BlockVerdicts>(
       blocks, pass.threadCount,
-      [&] { return std::make_unique<VerdictWorker>(table, format, pass, moment); },
+      [&] { return std::make_unique<VerdictWorker>(table, format, cells, pass, moment); },
       [&](TableRange const& block, BlockVerdicts const& verdicts) {
         deliver(walk, block, verdicts, visitor);
       });

@@ -10,22 +10,25 @@ namespace Zorv::ConditionalFormatters {
 /// Asks the condition of one format about any cells of the table, for one thread.
 class ConditionAsker {
 public:
-  /// Borrows the table. The condition is prepared by so many threads, at the first cell.
-  ConditionAsker(PreparedTable const& table, FormatIndex format, unsigned threadCount,
+  /// Borrows the table. The condition is prepared with these resources, at the first cell.
+  ConditionAsker(PreparedTable const& table, FormatIndex format, PassResources const& resources,
                  OfficeUtils::Clock::TimePoint moment);
 
   [[nodiscard]] bool holds(DOM::CellInfo const& cellInfo);
+  /// The same for a cell that is known to lie in the format's ranges.
+  [[nodiscard]] bool holdsInRanges(DOM::CellInfo const& cellInfo);
   [[nodiscard]] ConditionOperands findOperands(DOM::CellInfo const& cellInfo);
 
 private:
   [[nodiscard]] PreparedCondition const& getCondition() const {
-    return _table.getOrCreateCondition(_format, _threadCount);
+    return _table.getOrCreateCondition(_format, _resources);
   }
-  [[nodiscard]] TestedCell read(DOM::CellInfo const& cellInfo) const;
+  [[nodiscard]] bool liesInRanges(DOM::CellInfo const& cellInfo) const;
+  [[nodiscard]] TestedCell read(DOM::CellInfo const& cellInfo, bool isInRanges) const;
 
   PreparedTable const& _table;
   FormatIndex _format;
-  unsigned _threadCount;
+  PassResources _resources;
   PassContext _pass;
 };
 

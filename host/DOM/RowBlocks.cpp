@@ -30,6 +30,10 @@ RowBlocks RowBlocks::ofCells(Table const& table, TableRange const& range) noexce
   return {used, std::min(widthOf(range), cellsPerTableRow)};
 }
 
+RowBlocks RowBlocks::ofRows(TableRange const& range, unsigned long cellsPerRow) noexcept {
+  return {range, cellsPerRow};
+}
+
 std::size_t RowBlocks::count() const noexcept {
   return (_range.endRow - _range.firstRow + _height - 1) / _height;
 }

@@ -24,6 +24,9 @@ public:
   /// Blocks for a walk over the existing cells of a range. They leave out the rows above the
   /// table's first cell and below its last.
   [[nodiscard]] static RowBlocks ofCells(Table const& table, TableRange const& range) noexcept;
+  /// Blocks for a walk that meets so many cells in each row of a range.
+  [[nodiscard]] static RowBlocks ofRows(TableRange const& range,
+                                        unsigned long cellsPerRow) noexcept;
 
   [[nodiscard]] std::size_t count() const noexcept;
   /// The block at an index below count().

@@ -28,6 +28,7 @@
 #include "support/PlainHost.h"
 #include "support/RunningClock.h"
 #include "support/Values.h"
+#include "Utils/WorkBudget.h"
 
 namespace Zorv::ConditionalFormatters {
 namespace {
@@ -444,6 +445,107 @@ TEST_F(TableResolverTest, ACellThatFailsIsVisitedWithItsFailureIfThePassSkipsFai
   }
 }
 
+TEST_F(TableResolverTest, APassOverAreasVisitsTheirPositionsOnceRowByRow) {
+  addUnary(UnaryConditionalFormatType::GreaterOrEqual, "0");
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  std::vector<TableRange> const areas{{2, 0, 4, 1}, {3, 0, 5, 3}, {9, 9, 9, 9}, {700, 0, 701, 1}};
+  TableRange const range{3, 0, 600, 2};
+  for (unsigned const threadCount : {1U, 2U, 7U}) {
+    TablePass const pass{range, Positions::Areas, threadCount, OnFailure::Stop, areas};
+    EXPECT_EQ(TableResolver::countPositions(pass), 4U);
+    using Position = std::pair<unsigned long, unsigned long>;
+    std::vector<Position> visited;
+    resolver.visit(pass, [&](ResolvedCell const& cell) {
+      visited.emplace_back(cell.cellInfo.getRowIndex(), cell.cellInfo.getColIndex());
+      EXPECT_EQ(cell.style != nullptr, cell.cellInfo.getColIndex() == 0);
+    });
+    EXPECT_EQ(visited, (std::vector<Position>{{3, 0}, {3, 1}, {4, 0}, {4, 1}}));
+    std::vector<Position> judged;
+    resolver.visitVerdicts(0, pass, [&](CellVerdict const& verdict) {
+      judged.emplace_back(verdict.cellInfo.getRowIndex(), verdict.cellInfo.getColIndex());
+      EXPECT_TRUE(verdict.holds);
+    });
+    EXPECT_EQ(judged, (std::vector<Position>{{3, 0}, {4, 0}}));
+  }
+}
+
+TEST_F(TableResolverTest, AnExhaustedBudgetEndsAPassAfterTheCellsBefore) {
+  addUnary(UnaryConditionalFormatType::GreaterOrEqual, "0");
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  for (auto const onFailure : {OnFailure::Stop, OnFailure::Skip}) {
+    for (unsigned const threadCount : {1U, 2U, 7U}) {
+      WorkBudget budget({.steps = 10'000});
+      unsigned long visited = 0;
+      auto const visit = [&] {
+        resolver.visit({column, Positions::Existing, threadCount, onFailure, {}, &budget},
+                       [&](ResolvedCell const& cell) {
+                         EXPECT_EQ(cell.cellInfo.getRowIndex(), visited++);
+                         EXPECT_EQ(cell.failure, nullptr);
+                       });
+      };
+      EXPECT_THROW(visit(), WorkBudgetExceeded);
+      EXPECT_LT(visited, cellCount) << threadCount << " threads";
+      EXPECT_THROW(static_cast<void>(resolver.resolveRuns(
+                       {column, Positions::Existing, threadCount, onFailure, {}, &budget})),
+                   WorkBudgetExceeded);
+      EXPECT_THROW(
+          resolver.visitVerdicts(0, {column, Positions::All, threadCount, onFailure, {}, &budget},
+                                 [](CellVerdict const& /*verdict*/) {}),
+          WorkBudgetExceeded);
+    }
+  }
+}
+
+TEST_F(TableResolverTest, ARequestToStopEndsAPass) {
+  addUnary(UnaryConditionalFormatType::GreaterOrEqual, "0");
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  for (unsigned const threadCount : {1U, 2U, 7U}) {
+    std::stop_source source;
+    WorkBudget budget({}, source.get_token());
+    unsigned long visited = 0;
+    auto const visit = [&] {
+      resolver.visit({table.getUsedRange(), Positions::All, threadCount, OnFailure::Skip, {},
+                      &budget},
+                     [&](ResolvedCell const& /*cell*/) {
+                       ++visited;
+                       source.request_stop();
+                     });
+    };
+    EXPECT_THROW(visit(), WorkStopped);
+    EXPECT_LT(visited, cellCount) << threadCount << " threads";
+  }
+}
+
+TEST_F(TableResolverTest, ManyFormatsOnOneCellSpendAStepEach) {
+  for (int format = 0; format < 2'000; ++format) {
+    addFormat(table, {{0, 0, 1, 1}}, holdsNever());
+  }
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  WorkBudget budget({});
+  resolver.visit({.range = {0, 0, 1, 1}, .budget = &budget}, [](ResolvedCell const& /*cell*/) {});
+  EXPECT_GT(budget.getSteps(), 1'000U);
+}
+
+TEST_F(TableResolverTest, ACollectionThatABudgetEndedIsTriedAgain) {
+  addFormat(table, {column}, DOM::UniquenessConditionalFormatOperator(
+                                 DOM::UniquenessConditionalFormatType::Unique));
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  WorkBudget budget({.bytes = 1});
+  auto const count = [&](WorkBudget* lent) {
+    unsigned long styled = 0;
+    resolver.visit({.range = column, .budget = lent},
+                   [&](ResolvedCell const& cell) { styled += cell.formats.size(); });
+    return styled;
+  };
+  EXPECT_THROW(static_cast<void>(count(&budget)), WorkBudgetExceeded);
+  EXPECT_EQ(count(nullptr), cellCount);
+}
+
 TEST_F(TableResolverTest, AnExceptionOfTheVisitorEndsAPassThatSkipsFailures) {
   addThrowingFrom(0);
   auto const calculator = makeCalculator(table);
@@ -491,9 +593,10 @@ TEST(TableResolverFormatted, VisitsThePositionsInTheRangesOfFormatsWithOrWithout
                                         {RowIndex(5), ColumnIndex(3)}};
   TableRange const range{0, 0, 800, 16'384};
   for (unsigned const threadCount : {1U, 2U}) {
-    std::vector<CellIndex> visited;
+    using Position = std::pair<unsigned long, unsigned long>;
+    std::vector<Position> visited;
     resolver.visit({range, Positions::Formatted, threadCount}, [&](ResolvedCell const& cell) {
-      visited.push_back(cell.cellInfo.getCellIndex());
+      visited.emplace_back(cell.cellInfo.getRowIndex(), cell.cellInfo.getColIndex());
       EXPECT_EQ(cell.cellInfo.getCell() != nullptr, cell.cellInfo.getRowIndex() == 1);
     });
     EXPECT_EQ(visited, expected);

@@ -1,6 +1,6 @@
 #include "ConditionalFormatters/Parallel/CndFrmt_CollectFromRanges.h"
 
-#include <set>
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -46,12 +46,28 @@ protected:
     }
   }
 
-  Sink::State collect(ValueContextProvider const& provider, std::vector<TableRange> const& ranges) {
+  Sink::State collect(ValueContextProvider const& provider, std::vector<TableRange> const& ranges,
+                      WorkBudget* budget = nullptr) {
     Sink::State all;
     collectFromRanges(
-        {provider, _table, ranges, GetParam()}, [] { return Sink(); },
+        {provider, _table, ranges, {GetParam(), budget}}, [] { return Sink(); },
         [&](Sink::State const& state) { all.insert(all.end(), state.begin(), state.end()); });
     return all;
+  }
+
+  /// The rows of the cells that are collected, ascending.
+  std::vector<unsigned long> collectRowsAtMostTwice(std::vector<TableRange> const& ranges) {
+    PlainValueContextProvider const provider(_table);
+    std::vector<unsigned long> rows;
+    collectAtMostTwice(
+        {provider, _table, ranges, {GetParam()}}, [] { return Sink(); },
+        [&](Sink::State const& state) {
+          for (auto const& [row, value] : state) {
+            rows.push_back(row);
+          }
+        });
+    std::ranges::sort(rows);
+    return rows;
   }
 
   DOM::Table _table;
@@ -97,6 +113,46 @@ TEST_P(CollectFromRangesTest, ThrowsForTheFirstCellThatTheProviderRefuses) {
   } catch (std::runtime_error const& error) {
     EXPECT_STREQ(error.what(), "9000");
   }
+}
+
+TEST_P(CollectFromRangesTest, SpendsAStepForEachCellAndMemoryForItsState) {
+  PlainValueContextProvider const provider(_table);
+  WorkBudget ample({});
+  static_cast<void>(collect(provider, {{0, 0, rowCount, 1}}, &ample));
+  EXPECT_GT(ample.getSteps(), rowCount / 2);
+  EXPECT_EQ(ample.getBytes() % (rowCount - 1), 0U);
+  WorkBudget tooFewSteps({.steps = rowCount / 4});
+  EXPECT_THROW(static_cast<void>(collect(provider, {{0, 0, rowCount, 1}}, &tooFewSteps)),
+               WorkBudgetExceeded);
+  WorkBudget tooFewBytes({.bytes = rowCount});
+  EXPECT_THROW(static_cast<void>(collect(provider, {{0, 0, rowCount, 1}}, &tooFewBytes)),
+               WorkBudgetExceeded);
+}
+
+TEST_P(CollectFromRangesTest, CellsOfManyOverlappingRangesAreCollectedTwice) {
+  // Rows 0 to 29 lie in one to thirty ranges, the row of the gap has no cell.
+  std::vector<TableRange> ranges;
+  for (unsigned long end = 1; end <= 30; ++end) {
+    ranges.push_back({0, 0, end, 1});
+  }
+  std::vector<unsigned long> expected;
+  for (unsigned long row = 0; row < 30; ++row) {
+    expected.insert(expected.end(), row == 7 ? 0 : row == 29 ? 1 : 2, row);
+  }
+  EXPECT_EQ(collectRowsAtMostTwice(ranges), expected);
+}
+
+TEST_P(CollectFromRangesTest, FewOverlapsAreCollectedRangeByRange) {
+  EXPECT_EQ(collectRowsAtMostTwice({{0, 0, 2, 1}, {0, 0, 2, 1}, {0, 0, 1, 1}}),
+            (std::vector<unsigned long>{0, 0, 0, 1, 1}));
+}
+
+TEST(OverlapMuch, HoldsWhereCellsLieInManyRangesOnAverage) {
+  TableRange const column{0, 0, 1'048'576, 1};
+  EXPECT_FALSE(overlapMuch({column, column, column}));
+  EXPECT_TRUE(overlapMuch(std::vector<TableRange>(5, column)));
+  EXPECT_FALSE(
+      overlapMuch({{0, 0, 9, 1}, {9, 0, 18, 1}, {18, 0, 27, 1}, {0, 0, 9, 1}, {0, 5, 9, 6}}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Threads, CollectFromRangesTest, testing::Values(1U, 2U, 7U));

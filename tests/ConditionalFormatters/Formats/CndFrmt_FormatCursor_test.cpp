@@ -1,4 +1,4 @@
-#include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
+#include "ConditionalFormatters/Formats/CndFrmt_FormatCursor.h"
 
 #include <functional>
 #include <random>
@@ -19,7 +19,7 @@ using namespace TestSupport;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class RangeIndexTest : public testing::Test {
+class FormatCursorTest : public testing::Test {
 protected:
   void add(std::vector<TableRange> ranges) {
     _refs.emplace_back(std::move(ranges), std::cref(addFormat(_table, {}, holdsAlways())));
@@ -29,7 +29,7 @@ protected:
   ConditionalFormatRefs _refs;
 };
 
-TEST_F(RangeIndexTest, FindsTheFormatsOfAPositionByPriorityAndEachOnce) {
+TEST_F(FormatCursorTest, FindsTheFormatsOfAPositionByPriorityAndEachOnce) {
   add({{0, 0, 9, 9}, {2, 2, 4, 4}});
   add({{2, 2, 3, 3}});
   add({{2, 0, 4, 4}, {2, 2, 9, 9}});
@@ -41,7 +41,7 @@ TEST_F(RangeIndexTest, FindsTheFormatsOfAPositionByPriorityAndEachOnce) {
   EXPECT_THAT(cursor.moveTo(9, 8), IsEmpty());
 }
 
-TEST_F(RangeIndexTest, FormatsWithoutPositionsAreNowhere) {
+TEST_F(FormatCursorTest, FormatsWithoutPositionsAreNowhere) {
   add({});
   add({{3, 3, 3, 8}, {5, 5, 4, 9}});
   RangeIndex const index(_refs);
@@ -50,7 +50,7 @@ TEST_F(RangeIndexTest, FormatsWithoutPositionsAreNowhere) {
   EXPECT_THAT(cursor.moveTo(4, 7), IsEmpty());
 }
 
-TEST_F(RangeIndexTest, TellsPositionsApartThatDoublesDoNot) {
+TEST_F(FormatCursorTest, TellsPositionsApartThatDoublesDoNot) {
   for (unsigned const bits : {53U, 63U}) {
     unsigned long const big = 1UL << bits;
     _refs.clear();
@@ -65,7 +65,34 @@ TEST_F(RangeIndexTest, TellsPositionsApartThatDoublesDoNot) {
   }
 }
 
-TEST_F(RangeIndexTest, AgreesWithTheHoldTestInAnyOrderOfPositions) {
+TEST_F(FormatCursorTest, CountsTheRangesOfAPosition) {
+  add({{0, 0, 9, 9}, {2, 2, 4, 4}, {2, 2, 4, 4}});
+  add({{2, 0, 3, 9}});
+  RangeIndex const index(_refs);
+  FormatCursor cursor(index);
+  EXPECT_EQ(cursor.countRanges(2, 2), 4U);
+  EXPECT_EQ(cursor.countRanges(3, 2), 3U);
+  EXPECT_EQ(cursor.countRanges(2, 5), 2U);
+  EXPECT_EQ(cursor.countRanges(9, 9), 0U);
+}
+
+TEST_F(FormatCursorTest, ListsTheColumnsOfARowInterval) {
+  RangeIndex const index(std::vector<TableRange>{{1, 0, 5, 2}, {1, 4, 5, 6}, {3, 1, 7, 5}});
+  FormatCursor cursor(index);
+  EXPECT_EQ(cursor.enterRow(0), 1U);
+  EXPECT_EQ(cursor.getWidth(), 0U);
+  EXPECT_EQ(cursor.enterRow(2), 3U);
+  EXPECT_EQ(cursor.getWidth(), 4U);
+  EXPECT_THAT(cursor.listColumns(), ElementsAre(ColumnInterval{0, 2}, ColumnInterval{4, 6}));
+  EXPECT_EQ(cursor.enterRow(3), 5U);
+  EXPECT_THAT(cursor.listColumns(), ElementsAre(ColumnInterval{0, 6}));
+  EXPECT_EQ(cursor.enterRow(6), 7U);
+  EXPECT_THAT(cursor.listColumns(), ElementsAre(ColumnInterval{1, 5}));
+  EXPECT_EQ(cursor.enterRow(1), 3U) << "a step upwards begins a new sweep";
+  EXPECT_THAT(cursor.listColumns(), ElementsAre(ColumnInterval{0, 2}, ColumnInterval{4, 6}));
+}
+
+TEST_F(FormatCursorTest, AgreesWithTheHoldTestInAnyOrderOfPositions) {
   std::mt19937 random(7);
   std::uniform_int_distribution<unsigned long> draw(0, 15);
   for (int format = 0; format < 40; ++format) {
