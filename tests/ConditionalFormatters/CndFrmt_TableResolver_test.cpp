@@ -22,13 +22,13 @@
 #include "Formulas/ParseExpr.h"
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/PinnedMoment.h"
+#include "Utils/WorkBudget.h"
 #include "support/CountingValueContextProvider.h"
 #include "support/Documents.h"
 #include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
 #include "support/RunningClock.h"
 #include "support/Values.h"
-#include "Utils/WorkBudget.h"
 
 namespace Zorv::ConditionalFormatters {
 namespace {
@@ -507,12 +507,12 @@ TEST_F(TableResolverTest, ARequestToStopEndsAPass) {
     WorkBudget budget({}, source.get_token());
     unsigned long visited = 0;
     auto const visit = [&] {
-      resolver.visit({table.getUsedRange(), Positions::All, threadCount, OnFailure::Skip, {},
-                      &budget},
-                     [&](ResolvedCell const& /*cell*/) {
-                       ++visited;
-                       source.request_stop();
-                     });
+      resolver.visit(
+          {table.getUsedRange(), Positions::All, threadCount, OnFailure::Skip, {}, &budget},
+          [&](ResolvedCell const& /*cell*/) {
+            ++visited;
+            source.request_stop();
+          });
     };
     EXPECT_THROW(visit(), WorkStopped);
     EXPECT_LT(visited, cellCount) << threadCount << " threads";
@@ -531,8 +531,7 @@ TEST_F(TableResolverTest, ManyFormatsOnOneCellSpendAStepEach) {
 }
 
 TEST_F(TableResolverTest, ACollectionThatABudgetEndedIsTriedAgain) {
-  addFormat(table, {column}, DOM::UniquenessConditionalFormatOperator(
-                                 DOM::UniquenessConditionalFormatType::Unique));
+  addFormat(table, {column}, UniquenessConditionalFormatOperator{UniquenessType::Unique});
   auto const calculator = makeCalculator(table);
   auto const resolver = calculator->prepare(styles, table);
   WorkBudget budget({.bytes = 1});
@@ -593,10 +592,9 @@ TEST(TableResolverFormatted, VisitsThePositionsInTheRangesOfFormatsWithOrWithout
                                         {RowIndex(5), ColumnIndex(3)}};
   TableRange const range{0, 0, 800, 16'384};
   for (unsigned const threadCount : {1U, 2U}) {
-    using Position = std::pair<unsigned long, unsigned long>;
-    std::vector<Position> visited;
+    std::vector<CellIndex> visited;
     resolver.visit({range, Positions::Formatted, threadCount}, [&](ResolvedCell const& cell) {
-      visited.emplace_back(cell.cellInfo.getRowIndex(), cell.cellInfo.getColIndex());
+      visited.push_back(cell.cellInfo.getCellIndex());
       EXPECT_EQ(cell.cellInfo.getCell() != nullptr, cell.cellInfo.getRowIndex() == 1);
     });
     EXPECT_EQ(visited, expected);

@@ -26,7 +26,8 @@ protected:
     for (std::size_t block = 0; block < blocks.count(); ++block) {
       walk.forEachCellOf(blocks.at(block), [&](DOM::CellInfo const& cellInfo) {
         positions.emplace_back(cellInfo.getRowIndex(), cellInfo.getColIndex());
-        EXPECT_EQ(cellInfo.getCell(), _table.findCell(cellInfo.getRowIndex(), cellInfo.getColIndex()));
+        EXPECT_EQ(cellInfo.getCell(),
+                  _table.findCell(cellInfo.getRowIndex(), cellInfo.getColIndex()));
       });
     }
     return positions;
@@ -39,7 +40,8 @@ TEST_F(RangesWalkTest, VisitsEachPositionOnceRowByRow) {
   _table.setValue(1, 1, number(1));
   EXPECT_EQ(walk({{1, 1, 3, 2}, {0, 0, 2, 2}, {1, 4, 2, 5}}, false),
             (std::vector<Position>{{0, 0}, {0, 1}, {1, 0}, {1, 1}, {1, 4}, {2, 1}}));
-  EXPECT_EQ(walk({{1, 1, 3, 2}, {0, 0, 2, 2}, {1, 4, 2, 5}}, true), (std::vector<Position>{{1, 1}}));
+  EXPECT_EQ(walk({{1, 1, 3, 2}, {0, 0, 2, 2}, {1, 4, 2, 5}}, true),
+            (std::vector<Position>{{1, 1}}));
 }
 
 TEST_F(RangesWalkTest, WithoutRangesThereIsNothingToVisit) {
