@@ -9,7 +9,7 @@ namespace Zorv::ConditionalFormatters {
 namespace {
 
 [[noreturn]] void throwNoSuchFormat(std::size_t format, std::size_t count) {
-  std::string message = "there is no conditional format at place ";
+  std::string message = "there is no conditional format with the index ";
   message += std::to_string(format);
   message += "; the table has ";
   message += std::to_string(count);
