@@ -441,9 +441,10 @@ TEST_F(TableResolverHoldsTest, ThrowsWhereThereIsNoSuchFormat) {
   auto const calculator = makeCalculator();
   auto const resolver = calculator.prepare(styles, table);
   auto const verdict = judge([&] { return resolver.holds(1, table.getCellInfo(0, 0)); });
-  EXPECT_EQ(verdict,
-            (Verdict{.thrown = typeid(std::out_of_range),
-                     .message = "there is no conditional format with the index 1; the table has 1"}));
+  EXPECT_EQ(
+      verdict,
+      (Verdict{.thrown = typeid(std::out_of_range),
+               .message = "there is no conditional format with the index 1; the table has 1"}));
 }
 
 TEST_F(TableResolverHoldsTest, SeesTheMomentThatItsCallerPinnedOrOneOfItsOwn) {
