@@ -8,16 +8,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-failed=0
-# forbid PATTERN FILES...: none of the files or folders may include a header that matches.
-forbid() {
-  local pattern=$1
-  shift
-  if grep -rnE "^#include [\"<]($pattern)" --include='*.h' --include='*.cpp' "$@"; then
-    echo "check_layers: the lines above include against the layers ($* may not see $pattern)" >&2
-    failed=1
-  fi
-}
+. scripts/forbid_includes.sh
 
 # check_order SOURCES INCLUDES FOLDERS...: folders from the lowest to the highest; none may include
 # one that comes after it. They lie in SOURCES, and includes name them below INCLUDES.

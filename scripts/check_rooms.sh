@@ -6,16 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-failed=0
-# forbid PATTERN FILES...: none of the files or folders may include a header that matches.
-forbid() {
-  local pattern=$1
-  shift
-  if grep -rnE "^#include \"($pattern)" --include='*.h' --include='*.cpp' "$@"; then
-    echo "check_rooms: the lines above point the wrong way ($* may not see $pattern)" >&2
-    failed=1
-  fi
-}
+. scripts/forbid_includes.sh
 
 face='workbook/(LoadWorkbook|LoadError|DocumentValueProvider)\.h'
 model='workbook/(Document|DocumentContextProvider|Finding|Rule|Sheet)\.h'

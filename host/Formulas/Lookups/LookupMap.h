@@ -16,14 +16,14 @@
 
 namespace Zorv::Formulas {
 
-/// What an index saves and costs, counted in cells.
+/// Savings and cost of an index, counted in cells.
 struct LookupCost {
   std::uint64_t saved = 0;  ///< by one use of the index
   std::uint64_t build = 0;  ///< to build it
   bool isShared = false;    ///< it is built in parts, which several threads may do
 };
 
-/// The memory that the indexes of all maps of a store may take together.
+/// Memory limit of all indexes of a store.
 ///
 /// Threads: may be used by several at once.
 class LookupBudget {
@@ -37,9 +37,9 @@ public:
 
   explicit LookupBudget(std::size_t limit = defaultLimit) noexcept : _free(limit) {}
 
-  /// Sets aside what the building of an index may take; false where that is not there.
+  /// Reserves the memory that building an index may take; false if there is not enough.
   [[nodiscard]] bool reserve(LookupCost cost) noexcept;
-  /// Gives back what was set aside, but for the bytes that the index takes.
+  /// Releases the reserved memory, except the bytes that the index takes.
   void settle(LookupCost cost, std::size_t bytes) noexcept;
 
 private:
@@ -111,8 +111,8 @@ private:
     std::unique_ptr<Index const> index;
   };
 
-  /// What a thread that asks has to do: build the index, whose memory is then set aside; help; or
-  /// take what is ready.
+  /// Task of a thread that asks for an index: build it, with memory that is reserved; help to build
+  /// it; or use the finished one.
   struct Task {
     bool isToBuild = false;
     std::shared_ptr<SharedWork> work;
