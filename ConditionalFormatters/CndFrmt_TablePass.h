@@ -28,7 +28,8 @@ struct TablePass {
   };
   enum class OnFailure : std::uint8_t {
     Stop,  ///< the exception ends the pass and reaches the caller
-    Skip,  ///< the cell is visited with its failure, and the pass goes on
+    Skip,  ///< the cell is visited with its failure, and the pass goes on; a lack of memory and the
+           ///< end of the budget end it nevertheless
   };
 
   /// Nothing outside is visited.

@@ -32,7 +32,9 @@ class PreparedTable;
 /// Each call of an operation is one pass, and sees one moment: the one that the caller has pinned
 /// (see OfficeUtils::PinnedMoment), or else the clock's at its beginning. Assertions and exceptions
 /// are those of resolve() for the same cell. A preparation that failed is tried again for the next
-/// cell.
+/// cell. A formula that met a limit of the engine for some cells (see
+/// Formulas::EvaluationLimitError) is given up: it throws the same for every other cell, without
+/// being evaluated again.
 ///
 /// Lifetime: made by ConditionalFormattingPropsCalculator::prepare(). Borrows the calculator, the
 /// styles and the table, which must outlive it. Good as long as they, the document's values and the

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <new>
 #include <optional>
 
 #include "ConditionalFormatters/CndFrmt_TablePass.h"
@@ -85,16 +86,16 @@ public:
       : _skips(pass.onFailure == TablePass::OnFailure::Skip) {}
 
   /// Calls `attempt()`; null if it returns. If it throws and the pass skips failures, the failure,
-  /// of the format that `getFormat()` names; it is valid until the next call. What ends a pass
-  /// whatever it skips is thrown on.
+  /// of the format that `getFormat()` names; it is valid until the next call. A lack of memory and
+  /// the end of a budget are no failures of a cell, and thrown on.
   template <class Attempt, class GetFormat>
   CellFailure const* operator()(Attempt const& attempt, GetFormat const& getFormat) {
     try {
       attempt();
       return nullptr;
-    } catch (WorkStopped const&) {
+    } catch (std::bad_alloc const&) {
       throw;
-    } catch (WorkBudgetExceeded const&) {
+    } catch (WorkEnded const&) {
       throw;
     } catch (...) {
       if (!_skips) {

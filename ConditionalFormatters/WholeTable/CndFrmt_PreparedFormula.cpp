@@ -6,8 +6,10 @@
 
 #include "ConditionalFormatters/Operands/CndFrmt_FormulaEvaluation.h"
 #include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/EvaluationLimitError.h"
 #include "Formulas/FoldExpr.h"
 #include "Formulas/RuntimeDependenciesResolver.h"
+#include "Utils/WorkBudget.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -57,6 +59,8 @@ void PreparedFormula::fold(Shared& shared, CellIndex cell,
     }
   } catch (std::bad_alloc const&) {
     throw;
+  } catch (WorkEnded const&) {
+    throw;
   } catch (std::exception const&) {
     // The call may stand in a branch that no cell takes: the formula is kept unfolded, and throws
     // for the cells that do take it.
@@ -65,11 +69,23 @@ void PreparedFormula::fold(Shared& shared, CellIndex cell,
 
 boost::optional<FormulaValue> PreparedFormula::evaluateAt(
     Expr const& expr, CellIndex cell, Formulas::EvaluationSession& session) const {
-  Formulas::RuntimeDependenciesResolver resolver;
-  auto const context = makeContext(_origin.contextProvider, _origin.table, cell);
-  auto const [columnOffset, rowOffset] = calculateOffsets(cell, _origin.baseCell);
-  return reduceToValue(Formulas::calcShiftedExpr(expr, columnOffset, rowOffset, context,
-                                                 _origin.contextProvider, resolver, session));
+  // Far more work than an ordinary formula, each time: it is done for some cells and not for all.
+  constexpr unsigned mostLimits = 4;
+  if (_limitCount.load(std::memory_order_acquire) >= mostLimits) {
+    std::rethrow_exception(*_limit.find());
+  }
+  try {
+    Formulas::RuntimeDependenciesResolver resolver;
+    auto const context = makeContext(_origin.contextProvider, _origin.table, cell);
+    auto const [columnOffset, rowOffset] = calculateOffsets(cell, _origin.baseCell);
+    return reduceToValue(Formulas::calcShiftedExpr(expr, columnOffset, rowOffset, context,
+                                                   _origin.contextProvider, resolver, session));
+  } catch (Formulas::EvaluationLimitError const&) {
+    _limit.getOrCreate(
+        [] { return std::make_unique<std::exception_ptr const>(std::current_exception()); });
+    _limitCount.fetch_add(1, std::memory_order_release);
+    throw;
+  }
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <exception>
 #include <memory>
 
 #include <boost/optional.hpp>
@@ -74,6 +76,8 @@ private:
   DOM::FormulaSyntaxTree::Expr const& _expr;
   bool _isSameForEveryCell;
   Lazy<Shared> _shared;
+  Lazy<std::exception_ptr> _limit;               ///< the first limit of the engine that it met
+  mutable std::atomic<unsigned> _limitCount{0};  ///< how often it met one
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -6,10 +6,13 @@
 
 namespace Zorv {
 
-WorkBudgetExceeded::WorkBudgetExceeded(std::string const& message) : BaseRuntimeError(message) {}
+WorkEnded::WorkEnded(std::string const& message) : BaseRuntimeError(message) {}
+WorkEnded::~WorkEnded() = default;
+
+WorkBudgetExceeded::WorkBudgetExceeded(std::string const& message) : WorkEnded(message) {}
 WorkBudgetExceeded::~WorkBudgetExceeded() = default;
 
-WorkStopped::WorkStopped(std::string const& message) : BaseRuntimeError(message) {}
+WorkStopped::WorkStopped(std::string const& message) : WorkEnded(message) {}
 WorkStopped::~WorkStopped() = default;
 
 namespace {

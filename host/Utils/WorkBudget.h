@@ -12,8 +12,18 @@
 
 namespace Zorv {
 
+/// Base of the exceptions by which a caller's budget ends work as a whole; never the failure of a
+/// single cell.
+class ZORV_HOST_EXPORT WorkEnded : public BaseRuntimeError {
+public:
+  explicit WorkEnded(std::string const& message);
+  WorkEnded(WorkEnded const&) = default;
+  WorkEnded& operator=(WorkEnded const&) = default;
+  ~WorkEnded() override;
+};
+
 /// Thrown when work has used up the steps or the memory that its caller allows.
-class ZORV_HOST_EXPORT WorkBudgetExceeded : public BaseRuntimeError {
+class ZORV_HOST_EXPORT WorkBudgetExceeded : public WorkEnded {
 public:
   explicit WorkBudgetExceeded(std::string const& message);
   WorkBudgetExceeded(WorkBudgetExceeded const&) = default;
@@ -22,7 +32,7 @@ public:
 };
 
 /// Thrown when work ends early because its caller requested a stop.
-class ZORV_HOST_EXPORT WorkStopped : public BaseRuntimeError {
+class ZORV_HOST_EXPORT WorkStopped : public WorkEnded {
 public:
   explicit WorkStopped(std::string const& message);
   WorkStopped(WorkStopped const&) = default;

@@ -530,6 +530,36 @@ TEST_F(TableResolverTest, ManyFormatsOnOneCellSpendAStepEach) {
   EXPECT_GT(budget.getSteps(), 1'000U);
 }
 
+/// Has no memory for the value of a cell.
+class OutOfMemoryProvider final : public ForwardingValueContextProvider {
+public:
+  explicit OutOfMemoryProvider(Table const& table)
+      : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)) {}
+
+  [[nodiscard]] FormulaValue getCellValue(CellInfo const& cellInfo) const override {
+    if (cellInfo.getRowIndex() == 700) {
+      throw std::bad_alloc();
+    }
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
+  }
+};
+
+TEST_F(TableResolverTest, ALackOfMemoryEndsAPassThatSkipsFailures) {
+  addFormat(table, {column}, holdsAlways());
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<OutOfMemoryProvider>(table));
+  auto const resolver = calculator.prepare(styles, table);
+  for (unsigned const threadCount : {1U, 2U, 7U}) {
+    unsigned long visited = 0;
+    auto const visit = [&] {
+      resolver.visit({column, Positions::Existing, threadCount, OnFailure::Skip},
+                     [&](ResolvedCell const& /*cell*/) { ++visited; });
+    };
+    EXPECT_THROW(visit(), std::bad_alloc);
+    EXPECT_EQ(visited, 700U) << threadCount << " threads";
+  }
+}
+
 TEST_F(TableResolverTest, ACollectionThatABudgetEndedIsTriedAgain) {
   addFormat(table, {column}, UniquenessConditionalFormatOperator{UniquenessType::Unique});
   auto const calculator = makeCalculator(table);

@@ -4,6 +4,7 @@
 #include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/Operators/CndFrmt_FormulaExprCalculator.h"
+#include "Formulas/EvaluationLimitError.h"
 #include "Formulas/LookupCache.h"
 #include "Formulas/OneTableDocument.h"
 #include "Utils/Exceptions.h"
@@ -89,6 +90,35 @@ TEST_F(PreparedFormulaTest, ARefusedFirstCellLeavesTheOthersAlone) {
   _engine.answer(number(7));
   EXPECT_THROW(static_cast<void>(evaluate(formula, at(1UL << 31U, 3))), BadNumCastError);
   EXPECT_TRUE(isNumber(evaluate(formula, at(2, 3)), 7));
+}
+
+TEST_F(PreparedFormulaTest, IsGivenUpAfterItMetALimitOfTheEngineForFourCells) {
+  Expr const expr = makeExpr(true);
+  PreparedFormula const formula(_origin, expr);
+  _engine.answerBy([](CalcCall const& call) -> Formulas::CalcResult {
+    if (call.row >= 4) {
+      throw Formulas::EvaluationLimitError("too much");
+    }
+    return FormulaValue(number(7));
+  });
+  EXPECT_TRUE(isNumber(evaluate(formula, at(2, 3)), 7));
+  for (unsigned long row = 4; row < 8; ++row) {
+    EXPECT_THROW(static_cast<void>(evaluate(formula, at(row, 3))), Formulas::EvaluationLimitError);
+  }
+  auto const evaluated = _engine.getCalcCalls().size();
+  EXPECT_THROW(static_cast<void>(evaluate(formula, at(2, 3))), Formulas::EvaluationLimitError);
+  EXPECT_EQ(_engine.getCalcCalls().size(), evaluated);
+}
+
+TEST_F(PreparedFormulaTest, OtherExceptionsDoNotMakeItGiveUp) {
+  Expr const expr = makeExpr(true);
+  PreparedFormula const formula(_origin, expr);
+  _engine.answerBy(
+      [](CalcCall const& /*call*/) -> Formulas::CalcResult { throw std::runtime_error("no"); });
+  for (unsigned long row = 2; row < 20; ++row) {
+    EXPECT_THROW(static_cast<void>(evaluate(formula, at(row, 3))), std::runtime_error);
+  }
+  EXPECT_EQ(_engine.getCalcCalls().size(), 18U);
 }
 
 TEST_F(PreparedFormulaTest, AReferenceIsNoValue) {
