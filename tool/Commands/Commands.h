@@ -1,29 +1,34 @@
 #pragma once
 
-#include <iosfwd>
-
-#include "tool/Input/Errors.h"
+#include "Utils/WorkBudget.h"
 #include "tool/Input/Selection.h"
 #include "tool/Output/ProgressBar.h"
 #include "tool/Output/Report.h"
+#include "tool/Text/OutputBuffer.h"
 
-/// Commands of the tool. Each prints its result to `out`, and its messages by the report.
+/// Commands of the tool. Each prints its result to `out`, and its messages by the report. If the
+/// budget stops the work, or it fails, what is known so far is printed, the report is set
+/// incomplete, and the exception goes on.
 namespace Zorv::Tool {
 
-/// Prints every cell with a conditional style, the style, and the deciding rules. The progress bar
-/// follows the rows of each sheet. Returns BadFile if a condition could not be evaluated; the cell
-/// is then left out.
-[[nodiscard]] ExitStatus runResolve(Selection const& selection, std::ostream& out, Report& report,
-                                    ProgressBar& progress);
+/// What a command works with. Borrows everything.
+struct CommandContext {
+  Selection const& selection;
+  OutputBuffer& out;
+  Report& report;
+  WorkBudget& budget;
+};
+
+/// Prints every cell for which a rule decides, its style, and the deciding rules. The progress bar
+/// follows the rows of each sheet. A cell for which a condition could not be evaluated is left out,
+/// and the report counts it.
+void runResolve(CommandContext const& context, ProgressBar& progress);
 
 /// Prints the rules of each sheet by priority, with those that are not resolved.
-[[nodiscard]] ExitStatus runRules(Selection const& selection, std::ostream& out);
+void runRules(CommandContext const& context);
 
 /// Prints for each resolved rule and each position of its ranges whether the condition holds by
 /// itself, as tab-separated values under a line of headings.
-[[nodiscard]] ExitStatus runVerdicts(Selection const& selection, std::ostream& out, Report& report);
-
-/// Above this number of positions, only existing cells are visited.
-inline constexpr unsigned long mostPositions = 5'000'000;
+void runVerdicts(CommandContext const& context);
 
 }  // namespace Zorv::Tool

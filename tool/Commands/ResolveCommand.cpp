@@ -1,10 +1,9 @@
-#include <exception>
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "tool/Commands/Commands.h"
+#include "tool/Commands/CoveredAreas.h"
 #include "tool/Commands/SheetRules.h"
 #include "tool/Output/ResolveOutput.h"
 #include "workbook/DocumentValueProvider.h"
@@ -18,76 +17,83 @@ namespace CF = ConditionalFormatters;
 /// Resolves a selection sheet by sheet, and passes the cells to an output.
 class Resolver {
 public:
-  Resolver(Selection const& selection, Report& report, ResolveOutput& output, ProgressBar& progress)
-      : _selection(selection),
-        _report(report),
+  Resolver(CommandContext const& context, ResolveOutput& output, ProgressBar& progress)
+      : _context(context),
         _output(output),
         _progress(progress),
         _calculator(std::make_unique<Workbook::DocumentValueProvider>(
-            selection.getDocument(), selection.getOptions().localeName,
-            selection.getOptions().timeZone)) {}
+            context.selection.getDocument(), context.selection.getOptions().localeName,
+            context.selection.getOptions().timeZone)) {}
 
   void resolveSheet(std::size_t index) {
-    auto const& document = _selection.getDocument();
+    auto const& document = _context.selection.getDocument();
     auto const& sheet = document.getSheets()[index];
     SheetRules const rules(document, index, _calculator.getConditionalFormatRefs(*sheet.table));
     auto const resolver = _calculator.prepare(document.getStyles(), *sheet.table);
-    CF::TablePass pass{.range = _selection.getBounds(index),
-                       .positions = CF::TablePass::Positions::Formatted,
-                       .threadCount = _selection.getOptions().threadCount,
-                       .onFailure = CF::TablePass::OnFailure::Skip};
-    if (auto const count = resolver.countFormatted(pass.range); count > mostPositions) {
-      _report.saySparse(index, count);
-      pass.positions = CF::TablePass::Positions::Existing;
-    }
+    auto const pass = makePass(index);
 
     _output.beginSheet(sheet);
-    _progress.begin(sheet.name, pass.range.endRow - pass.range.firstRow);
+    auto const usedRows = sheet.table->getUsedRows();
+    _progress.begin(sheet.name, usedRows.second - usedRows.first);
     resolver.visit(pass, [&](CF::ResolvedCell const& cell) {
-      _progress.show(cell.cellInfo.getRowIndex() - pass.range.firstRow);
+      auto const row = cell.cellInfo.getRowIndex();
+      _progress.show(row < usedRows.first ? 0 : row - usedRows.first);
       add(cell, rules);
     });
     _progress.clear();
   }
 
 private:
+  CF::TablePass makePass(std::size_t sheet) {
+    CoveredAreas areas(_context.selection, sheet, 0);
+    auto pass = areas.makePass(_context.selection.getResolvedRules(sheet));
+    areas.sayLeftOut(_context.report);
+    pass.threadCount = _context.selection.getOptions().threadCount;
+    pass.budget = &_context.budget;
+    return pass;
+  }
+
   void add(CF::ResolvedCell const& cell, SheetRules const& rules) {
     if (cell.failure != nullptr) {
-      _progress.clear();
-      _report.sayFailure(rules.ruleOf(cell.failure->format), cell.cellInfo.getCellIndex(),
-                         cell.failure->exception);
+      _context.report.addFailure(rules.ruleOf(cell.failure->format), cell.cellInfo.getCellIndex(),
+                                 cell.failure->exception);
     } else if (cell.style) {
-      std::vector<Workbook::Rule const*> deciding;
-      deciding.reserve(cell.formats.size());
+      _deciding.clear();
       for (auto const format : cell.formats) {
-        deciding.push_back(&rules.ruleOf(format));
+        _deciding.push_back(&rules.ruleOf(format));
       }
-      _output.add({cell.cellInfo, cell.style, std::move(deciding)});
+      _output.add({cell.cellInfo, cell.style, _deciding});
     }
   }
 
-  Selection const& _selection;
-  Report& _report;
+  CommandContext const& _context;
   ResolveOutput& _output;
   ProgressBar& _progress;
   CF::ConditionalFormattingPropsCalculator _calculator;
+  std::vector<Workbook::Rule const*> _deciding;
 };
 
 }  // namespace
 
-ExitStatus runResolve(Selection const& selection, std::ostream& out, Report& report,
-                      ProgressBar& progress) {
-  auto const& options = selection.getOptions();
+void runResolve(CommandContext const& context, ProgressBar& progress) {
+  auto const& options = context.selection.getOptions();
   OfficeUtils::LocaleContext const locale(options.localeName,
-                                          selection.getDocument().getDateSystem());
-  auto const output = options.format == OutputFormat::Json ? makeResolveJson(selection, out)
-                                                           : makeResolveTable(locale, out);
-  Resolver resolver(selection, report, *output, progress);
-  for (auto const sheet : selection.getSheets()) {
-    resolver.resolveSheet(sheet);
+                                          context.selection.getDocument().getDateSystem());
+  auto const output = options.format == OutputFormat::Json
+                          ? makeResolveJson(context.selection, locale, context.report, context.out)
+                          : makeResolveTable(locale, context.out);
+  try {
+    Resolver resolver(context, *output, progress);
+    for (auto const sheet : context.selection.getSheets()) {
+      resolver.resolveSheet(sheet);
+    }
+  } catch (...) {
+    progress.clear();
+    context.report.setIncomplete();
+    output->finish();
+    throw;
   }
   output->finish();
-  return report.getFailureCount() == 0 ? ExitStatus::Success : ExitStatus::BadFile;
 }
 
 }  // namespace Zorv::Tool

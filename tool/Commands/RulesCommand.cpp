@@ -1,18 +1,16 @@
-#include <ostream>
-
 #include "tool/Commands/Commands.h"
 #include "tool/Output/JsonText.h"
 #include "tool/Output/RulesOutput.h"
 
 namespace Zorv::Tool {
 
-ExitStatus runRules(Selection const& selection, std::ostream& out) {
-  if (selection.getOptions().format == OutputFormat::Json) {
-    out << toJsonRules(selection) << '\n';
+void runRules(CommandContext const& context) {
+  if (context.selection.getOptions().format == OutputFormat::Json) {
+    context.out.text() += toJsonRules(context.selection, context.report) + "\n";
+    context.out.endEntry();
   } else {
-    printRulesTable(selection, out);
+    printRulesTable(context.selection, context.out);
   }
-  return ExitStatus::Success;
 }
 
 }  // namespace Zorv::Tool

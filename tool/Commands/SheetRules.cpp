@@ -4,6 +4,8 @@
 #include <functional>
 #include <utility>
 
+#include "tool/Input/Selection.h"
+
 namespace Zorv::Tool {
 
 SheetRules::SheetRules(Workbook::Document const& document, std::size_t sheet,
@@ -13,8 +15,8 @@ SheetRules::SheetRules(Workbook::Document const& document, std::size_t sheet,
     _formats.emplace_back(&formatRefs[format].second.get(), format);
   }
   std::ranges::sort(_formats, std::less<>());
-  for (auto const& rule : document.getRules()) {
-    if (rule.sheet == sheet && rule.format != nullptr) {
+  for (auto const& rule : findRulesOfSheet(document, sheet)) {
+    if (rule.format != nullptr) {
       _rules[formatOf(rule)] = &rule;
     }
   }

@@ -1,6 +1,5 @@
 #include <cstddef>
 #include <memory>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -10,8 +9,9 @@
 #include "DOM/A1Notation.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "tool/Commands/Commands.h"
+#include "tool/Commands/CoveredAreas.h"
 #include "tool/Commands/SheetRules.h"
-#include "tool/Text/TextTable.h"
+#include "tool/Text/Printable.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Tool {
@@ -23,58 +23,70 @@ namespace CF = ConditionalFormatters;
 /// Other programs format empty positions somewhat beyond the last cells, too.
 constexpr unsigned long margin = 10;
 
-void printVerdicts(Workbook::Rule const& rule, std::size_t format,
-                   CF::TableResolver const& resolver, Selection const& selection, std::ostream& out,
-                   Report& report) {
-  auto const sheetName = toPrintable(selection.getDocument().getSheets()[rule.sheet].name);
-  CF::TablePass pass{.range = selection.getBounds(rule.sheet, margin),
-                     .positions = CF::TablePass::Positions::All,
-                     .onFailure = CF::TablePass::OnFailure::Skip};
-  if (auto const count = resolver.countFormatted(format, pass.range); count > mostPositions) {
-    report.saySparse(rule.sheet, count);
-    pass.positions = CF::TablePass::Positions::Existing;
-  }
+/// The texts of a verdict's line that are the same for all cells.
+struct LineTexts {
+  std::string front;       ///< the sheet's name
+  std::string endIfHolds;  ///< from behind the address on
+  std::string endIfNot;
+};
+
+LineTexts makeLineTexts(Workbook::Document const& document, Workbook::Rule const& rule) {
+  auto const end = fmt::format("\t{}\t{}\t", rule.number, toPrintable(rule.type));
+  return {.front = toPrintable(document.getSheets()[rule.sheet].name) + '\t',
+          .endIfHolds = end + "1\n",
+          .endIfNot = end + "0\n"};
+}
+
+void printVerdicts(CommandContext const& context, Workbook::Rule const& rule, std::size_t format,
+                   CF::TableResolver const& resolver, CF::TablePass const& pass) {
+  auto const texts = makeLineTexts(context.selection.getDocument(), rule);
   resolver.visitVerdicts(format, pass, [&](CF::CellVerdict const& verdict) {
     auto const cell = verdict.cellInfo.getCellIndex();
     if (verdict.failure != nullptr) {
-      report.sayFailure(rule, cell, verdict.failure->exception);
-    } else {
-      out << fmt::format("{}\t{}\t{}\t{}\t{}\n", sheetName, DOM::A1Notation::toAddress(cell),
-                         rule.number, rule.type, verdict.holds ? 1 : 0);
+      context.report.addFailure(rule, cell, verdict.failure->exception);
+      return;
     }
+    auto& line = context.out.text();
+    line += texts.front;
+    line += DOM::A1Notation::toAddress(cell);
+    line += verdict.holds ? texts.endIfHolds : texts.endIfNot;
+    context.out.endEntry();
   });
 }
 
-/// The selected and resolved rules of a sheet.
-std::vector<Workbook::Rule const*> findRules(Selection const& selection, std::size_t sheet) {
-  auto rules = selection.getRules();
-  std::erase_if(rules, [sheet](Workbook::Rule const* rule) {
-    return rule->sheet != sheet || rule->format == nullptr;
-  });
-  return rules;
+void printSheet(CommandContext const& context, std::size_t sheet,
+                CF::ConditionalFormattingPropsCalculator const& calculator) {
+  auto const& document = context.selection.getDocument();
+  auto const& table = *document.getSheets()[sheet].table;
+  auto const resolver = calculator.prepare(document.getStyles(), table);
+  SheetRules const rules(document, sheet, calculator.getConditionalFormatRefs(table));
+  CoveredAreas areas(context.selection, sheet, margin);
+  for (auto const* rule : context.selection.getResolvedRules(sheet)) {
+    auto pass = areas.makePass({&rule, 1});
+    pass.budget = &context.budget;
+    printVerdicts(context, *rule, rules.formatOf(*rule), resolver, pass);
+  }
+  areas.sayLeftOut(context.report);
 }
 
 }  // namespace
 
-ExitStatus runVerdicts(Selection const& selection, std::ostream& out, Report& report) {
-  auto const& document = selection.getDocument();
-  auto const& options = selection.getOptions();
+void runVerdicts(CommandContext const& context) {
+  auto const& options = context.selection.getOptions();
   ConditionalFormatters::ConditionalFormattingPropsCalculator const calculator(
-      std::make_unique<Workbook::DocumentValueProvider>(document, options.localeName,
-                                                        options.timeZone));
+      std::make_unique<Workbook::DocumentValueProvider>(context.selection.getDocument(),
+                                                        options.localeName, options.timeZone));
   OfficeUtils::PinnedMoment const pinned(options.now);  // one for all verdicts
-  out << "sheet\tcell\trule\tkind\tholds\n";
-  // Rules are numbered sheet by sheet.
-  for (auto const index : selection.getSheets()) {
-    auto const& table = *document.getSheets()[index].table;
-    auto const rules = findRules(selection, index);
-    auto const resolver = calculator.prepare(document.getStyles(), table);
-    SheetRules const sheetRules(document, index, calculator.getConditionalFormatRefs(table));
-    for (auto const* rule : rules) {
-      printVerdicts(*rule, sheetRules.formatOf(*rule), resolver, selection, out, report);
+  context.out.text() += "sheet\tcell\trule\tkind\tholds\n";
+  try {
+    // Rules are numbered sheet by sheet.
+    for (auto const sheet : context.selection.getSheets()) {
+      printSheet(context, sheet, calculator);
     }
+  } catch (...) {
+    context.report.setIncomplete();
+    throw;
   }
-  return ExitStatus::Success;
 }
 
 }  // namespace Zorv::Tool

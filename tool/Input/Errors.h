@@ -10,6 +10,9 @@ enum class ExitStatus : int {
   Success = 0,
   BadFile = 1,   ///< the file or its contents
   BadUsage = 2,  ///< the command line
+  // As shells number the end by a signal.
+  Interrupted = 130,
+  Terminated = 143,
 };
 
 /// An argument that is wrong; what() says what to write instead.

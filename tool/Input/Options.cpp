@@ -12,7 +12,9 @@
 
 #include "DOM/A1Notation.h"
 #include "Utils/Exceptions.h"
+#include "tool/Text/Amounts.h"
 #include "tool/Text/Moment.h"
+#include "tool/Text/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -28,6 +30,9 @@ struct Arguments {
   std::optional<std::string> now;
   std::string timeZone = "UTC";
   std::string locale = "en-US";
+  std::string mostMemory = "4G";
+  std::string timeout = "10m";
+  bool strict = false;
 };
 
 void addOptions(CLI::App& command, Arguments& arguments, bool withFormat) {
@@ -45,6 +50,16 @@ void addOptions(CLI::App& command, Arguments& arguments, bool withFormat) {
                      "The zone of that moment, such as Europe/Berlin (default: UTC)");
   command.add_option("--locale", arguments.locale,
                      "Language and country, such as de-DE (default: en-US)");
+  command.add_flag("--strict", arguments.strict,
+                   "Exit with status 1 if anything is not as the file means it");
+  command
+      .add_option("--max-memory", arguments.mostMemory,
+                  "Refuse to use more memory, such as 512M or 2G (default: 4G)")
+      ->type_name("SIZE");
+  command
+      .add_option("--timeout", arguments.timeout,
+                  "Stop after this processor time, such as 30s or 5m (default: 10m)")
+      ->type_name("DURATION");
 }
 
 void addThreads(CLI::App& command, Arguments& arguments) {
@@ -124,6 +139,24 @@ unsigned readThreadCount(std::optional<std::string> const& text) {
   return count;
 }
 
+std::uint64_t readMemory(std::string const& text) {
+  auto const size = parseSize(text);
+  if (!size) {
+    throw UsageError(
+        fmt::format("--max-memory: \"{}\" is no amount of memory; write it as 512M or 2G", text));
+  }
+  return *size;
+}
+
+std::chrono::milliseconds readTimeout(std::string const& text) {
+  auto const duration = parseDuration(text);
+  if (!duration) {
+    throw UsageError(
+        fmt::format("--timeout: \"{}\" is no duration; write it as 30s, 5m or 2h", text));
+  }
+  return *duration;
+}
+
 Options toOptions(Arguments arguments, Command command) {
   Options options;
   options.command = command;
@@ -138,6 +171,9 @@ Options toOptions(Arguments arguments, Command command) {
   options.now = readNow(arguments.now, options.timeZone);
   checkLocale(arguments.locale);
   options.localeName = std::move(arguments.locale);
+  options.strict = arguments.strict;
+  options.mostMemory = readMemory(arguments.mostMemory);
+  options.timeout = readTimeout(arguments.timeout);
   return options;
 }
 
@@ -148,7 +184,7 @@ std::variant<Options, ExitStatus> parseCommandLine(int argc, char const* const* 
   CLI::App app("Tells which conditional formats of a workbook hold, and what they do.", "cndfrmt");
   app.require_subcommand(0, 1);  // checked below, so that the message names an unknown command
   app.failure_message([](CLI::App const*, CLI::Error const& error) {
-    return fmt::format("cndfrmt: {}; cndfrmt --help says more\n", error.what());
+    return toMessageLine(fmt::format("cndfrmt: {}; cndfrmt --help says more", error.what())) + '\n';
   });
   app.set_version_flag("--version", "cndfrmt " CNDFRMT_VERSION);
   Arguments arguments;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -27,6 +29,9 @@ struct Options {
   OfficeUtils::Clock::TimePoint now;
   DOM::TimeZone timeZone;
   std::string localeName;
+  bool strict = false;           ///< what is not as the file means it makes the exit status BadFile
+  std::uint64_t mostMemory = 0;  ///< bytes
+  std::chrono::milliseconds timeout{};  ///< processor time of all threads
 };
 
 /// Parses the command line. For help, the version and mistakes, writes the text and returns the

@@ -7,26 +7,19 @@
 
 #include <fmt/format.h>
 
-#include "DOM/Table.h"
 #include "Utils/TableRange.h"
 
 namespace Zorv::Tool {
 
 namespace {
 
-/// Adds rows and columns at the end of a range, up to the end of the sheet. An empty range stays
-/// empty.
-TableRange extend(TableRange const& range, unsigned long count) noexcept {
-  if (range.isEmpty()) {
-    return range;
-  }
-  return {range.firstRow, range.firstColumn, std::min(range.endRow + count, DOM::Table::rowCount),
-          std::min(range.endColumn + count, DOM::Table::columnCount)};
-}
-
 std::string listSheets(Workbook::Document const& document) {
   std::string text;
   for (auto const& sheet : document.getSheets()) {
+    constexpr std::size_t longest = 300;
+    if (text.size() > longest) {
+      return text + " and others";
+    }
     text += fmt::format("{}\"{}\"", text.empty() ? "" : ", ", sheet.name);
   }
   return text;
@@ -48,18 +41,18 @@ std::vector<std::size_t> selectSheets(Workbook::Document const& document, Option
 
 }  // namespace
 
+std::span<Workbook::Rule const> findRulesOfSheet(Workbook::Document const& document,
+                                                 std::size_t sheet) noexcept {
+  return std::ranges::equal_range(document.getRules(), sheet, {}, &Workbook::Rule::sheet);
+}
+
 Selection::Selection(Workbook::Document const& document, Options const& options)
     : _document(document), _options(options), _sheets(selectSheets(document, options)) {}
 
-TableRange Selection::getBounds(std::size_t sheet, unsigned long margin) const noexcept {
-  auto const used = extend(_document.getSheets()[sheet].table->getUsedRange(), margin);
-  return _options.range ? intersect(used, *_options.range) : used;
-}
-
 std::vector<Workbook::Rule const*> Selection::getRulesByPriority(std::size_t sheet) const {
   std::vector<Workbook::Rule const*> rules;
-  for (auto const& rule : _document.getRules()) {
-    if (rule.sheet == sheet && isSelected(rule)) {
+  for (auto const& rule : findRulesOfSheet(_document, sheet)) {
+    if (isSelected(rule)) {
       rules.push_back(&rule);
     }
   }
@@ -73,8 +66,20 @@ std::vector<Workbook::Rule const*> Selection::getRulesByPriority(std::size_t she
 
 std::vector<Workbook::Rule const*> Selection::getRules() const {
   std::vector<Workbook::Rule const*> rules;
-  for (auto const& rule : _document.getRules()) {
-    if (std::binary_search(_sheets.begin(), _sheets.end(), rule.sheet) && isSelected(rule)) {
+  for (auto const sheet : _sheets) {
+    for (auto const& rule : findRulesOfSheet(_document, sheet)) {
+      if (isSelected(rule)) {
+        rules.push_back(&rule);
+      }
+    }
+  }
+  return rules;
+}
+
+std::vector<Workbook::Rule const*> Selection::getResolvedRules(std::size_t sheet) const {
+  std::vector<Workbook::Rule const*> rules;
+  for (auto const& rule : findRulesOfSheet(_document, sheet)) {
+    if (rule.format != nullptr && isSelected(rule)) {
       rules.push_back(&rule);
     }
   }

@@ -1,12 +1,17 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "tool/Input/Options.h"
 #include "workbook/Document.h"
 
 namespace Zorv::Tool {
+
+/// The rules of one sheet, by number. Logarithmic in the number of rules.
+[[nodiscard]] std::span<Workbook::Rule const> findRulesOfSheet(Workbook::Document const& document,
+                                                               std::size_t sheet) noexcept;
 
 /// The sheets, cells and rules of a document that the options select.
 ///
@@ -21,16 +26,15 @@ public:
   /// Indices of the document's sheets, ascending.
   [[nodiscard]] std::vector<std::size_t> const& getSheets() const noexcept { return _sheets; }
 
-  /// The selected part of a sheet: its used range, enlarged by `margin` rows and columns at the
-  /// end, inside the range of the options.
-  [[nodiscard]] TableRange getBounds(std::size_t sheet, unsigned long margin = 0) const noexcept;
-
   /// The rules of a sheet that intersect the range of the options, by priority. Rules without a
   /// priority come last; rules of equal priority keep the order of the file.
   [[nodiscard]] std::vector<Workbook::Rule const*> getRulesByPriority(std::size_t sheet) const;
 
   /// The rules of all selected sheets that intersect the range of the options, by number.
   [[nodiscard]] std::vector<Workbook::Rule const*> getRules() const;
+
+  /// Those of a sheet's rules that intersect the range of the options and are resolved, by number.
+  [[nodiscard]] std::vector<Workbook::Rule const*> getResolvedRules(std::size_t sheet) const;
 
 private:
   [[nodiscard]] bool isSelected(Workbook::Rule const& rule) const noexcept;

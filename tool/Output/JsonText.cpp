@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include <boost/variant/apply_visitor.hpp>
+#include <boost/variant/get.hpp>
 #include <boost/variant/static_visitor.hpp>
 #include <nlohmann/json.hpp>
 
@@ -15,6 +16,7 @@
 #include "tool/Output/RulesOutput.h"
 #include "tool/Text/ConditionText.h"
 #include "tool/Text/Moment.h"
+#include "tool/Text/Printable.h"
 #include "tool/Text/StyleText.h"
 
 namespace Zorv::Tool {
@@ -25,10 +27,14 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 std::string dump(Json const& json, int indent = -1) {
-  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+  return escapeUnprintable(json.dump(indent, ' ', false, Json::error_handler_t::replace));
 }
 
-/// A number, a text, a truth value, null for empty, or `{"error": "#DIV/0!"}`.
+/// True if a text can be quoted as it is.
+bool needsNoEscape(std::string_view text) noexcept {
+  return isPlain(text) && text.find_first_of("\"\\") == std::string_view::npos;
+}
+
 class ValueToJson : public boost::static_visitor<Json> {
 public:
   Json operator()(FormulaModel::FormulaEmpty const& /*empty*/) const { return nullptr; }
@@ -57,12 +63,8 @@ Json propertyToJson(Value const& value) {
   }
 }
 
-Json toJson(FormulaModel::FormulaValue const& value) {
-  return boost::apply_visitor(ValueToJson(), value);
-}
-
 /// The properties that a style sets, by the names of their members.
-Json toJson(DOM::CellStyle const& style) {
+Json styleToJson(DOM::CellStyle const& style) {
   auto json = Json::object();
   forEachSetProperty(
       style, [&](char const* name, auto const& value) { json[name] = propertyToJson(value); });
@@ -78,35 +80,60 @@ Json describeRun(Selection const& selection) {
           {"locale", options.localeName}};
 }
 
-Json summarise(Selection const& selection) {
+Json toJson(Problem const& problem, Workbook::Document const& document) {
+  auto const& rule = *problem.rule;
+  Json json = {{"rule", rule.number},
+               {"sheet", document.getSheets()[rule.sheet].name},
+               {"ranges", describeRanges(rule)},
+               {"problem", toText(problem.kind)},
+               {"reason", problem.reason}};
+  if (problem.kind == ProblemKind::Failed) {
+    json["cells"] = problem.cellCount;
+    json["firstCell"] = DOM::A1Notation::toAddress(problem.firstCell);
+  }
+  return json;
+}
+
+Json summarise(Selection const& selection, Report const& report) {
   RuleCounts const counts(selection.getRules());
   auto notResolved = Json::object();
-  for (auto const& [kind, count] : counts.notResolvedByKind) {
-    notResolved[kind] = count;
+  for (auto const& [kind, ofKind] : counts.notResolvedByKind) {
+    notResolved[kind] = ofKind.count;
+  }
+  auto problems = Json::array();
+  for (auto const& problem : report.listProblems()) {
+    problems.push_back(toJson(problem, selection.getDocument()));
   }
   return {{"read", counts.read},
           {"resolved", counts.resolved},
           {"notResolved", notResolved},
-          {"unknownFunctions", counts.unknownFunctions}};
+          {"doubtful", counts.doubtful},
+          {"failed", report.countFailedRules()},
+          {"unknownFunctions", counts.unknownFunctions},
+          {"problems", problems},
+          {"clippedSheets", report.getClippedSheets()},
+          {"complete", report.isComplete()}};
 }
 
-Json toJson(Workbook::Rule const& rule) {
-  return {
-      {"rule", rule.number},
-      {"kind", rule.type},
-      {"condition", describeCondition(rule)},
-      {"ranges", rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges)},
-      {"priority", rule.priority ? Json(*rule.priority) : Json(nullptr)},
-      {"stop", rule.stopIfTrue}};
+Json toJson(Workbook::Rule const& rule, std::string const& condition, std::string const& ranges) {
+  return {{"rule", rule.number},
+          {"kind", rule.type},
+          {"condition", condition},
+          {"ranges", ranges},
+          {"priority", rule.priority ? Json(*rule.priority) : Json(nullptr)},
+          {"stop", rule.stopIfTrue}};
 }
 
 /// A rule with its formulas, and its style or the reason why it is not resolved.
 Json describeRule(Workbook::Document const& document, Workbook::Rule const& rule) {
-  auto json = toJson(rule);
+  auto json =
+      toJson(rule, describeCondition(rule),
+             rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges));
   json["formulas"] = rule.formulas;
   json["resolved"] = rule.format != nullptr;
   if (rule.format) {
-    json["style"] = toJson(findStyle(document, rule));
+    json["style"] = styleToJson(findStyle(document, rule));
+    json["doubts"] = rule.doubts;
   } else {
     json["reason"] = rule.unresolvedReason;
   }
@@ -115,7 +142,33 @@ Json describeRule(Workbook::Document const& document, Workbook::Rule const& rule
 
 }  // namespace
 
-std::string toJsonText(std::string const& text) { return dump(text); }
+void appendJsonText(std::string& json, std::string_view text) {
+  if (needsNoEscape(text)) {
+    json.append("\"").append(text).append("\"");
+  } else {
+    json += dump(text);
+  }
+}
+
+void appendJsonValue(std::string& json, FormulaModel::FormulaValue const& value) {
+  if (auto const* const text = boost::get<FormulaModel::FormulaString>(&value)) {
+    appendJsonText(json, text->value);
+  } else {
+    json += dump(boost::apply_visitor(ValueToJson(), value));
+  }
+}
+
+std::string toJsonText(DOM::CellStyle const& style) { return dump(styleToJson(style)); }
+
+std::string toJsonText(std::span<Workbook::Rule const* const> deciding) {
+  constexpr std::size_t widestCondition = 200;
+  auto rules = Json::array();
+  for (auto const* rule : deciding) {
+    rules.push_back(
+        toJson(*rule, shorten(describeCondition(*rule), widestCondition), describeRanges(*rule)));
+  }
+  return dump(rules);
+}
 
 std::string beginJsonDocument(Selection const& selection) {
   auto head = dump(describeRun(selection));
@@ -123,21 +176,11 @@ std::string beginJsonDocument(Selection const& selection) {
   return head;
 }
 
-std::string toJsonSummary(Selection const& selection) { return dump(summarise(selection)); }
-
-std::string toJsonText(ResolvedCell const& cell) {
-  auto const* cellObject = cell.cellInfo.getCell();
-  auto rules = Json::array();
-  for (auto const* rule : cell.deciding) {
-    rules.push_back(toJson(*rule));
-  }
-  return dump({{"cell", DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex())},
-               {"value", cellObject ? toJson(cellObject->value) : Json(nullptr)},
-               {"style", toJson(cell.style->get())},
-               {"rules", rules}});
+std::string toJsonSummary(Selection const& selection, Report const& report) {
+  return dump(summarise(selection, report));
 }
 
-std::string toJsonRules(Selection const& selection) {
+std::string toJsonRules(Selection const& selection, Report const& report) {
   auto const& document = selection.getDocument();
   auto json = describeRun(selection);
   auto& sheets = json["sheets"] = Json::array();
@@ -148,7 +191,7 @@ std::string toJsonRules(Selection const& selection) {
     }
     sheets.push_back({{"name", document.getSheets()[sheet].name}, {"rules", rules}});
   }
-  json["summary"] = summarise(selection);
+  json["summary"] = summarise(selection, report);
   constexpr int indent = 2;
   return dump(json, indent);
 }

@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "tool/Text/TextTable.h"
+#include "tool/Text/Printable.h"
 
 namespace Zorv::Tool {
 

@@ -4,14 +4,22 @@
 #include <cstdint>
 #include <exception>
 #include <iosfwd>
+#include <map>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "Utils/CellIndex.h"
+#include "Utils/TableRange.h"
 #include "tool/Input/Selection.h"
+#include "tool/Output/Problem.h"
 
 namespace Zorv::Tool {
 
 /// Messages of a command besides its output, as lines on standard error.
+///
+/// A sentence that is true of many rules is one line with their numbers. Every line is made
+/// printable, and shortened if it is very long.
 ///
 /// Borrows the stream and the selection.
 class Report {
@@ -19,27 +27,52 @@ public:
   Report(std::ostream& err, Selection const& selection) noexcept
       : _err(err), _selection(selection) {}
 
-  /// Prints the loader's findings, and the rules that are not resolved, with their reasons.
+  /// Prints the loader's findings, the rules that are not resolved, with their reasons, and those
+  /// that refer to what the document lacks.
   void sayFindings() const;
 
-  /// Prints that a condition could not be evaluated for a cell. After the first ten, only counts.
-  void sayFailure(Workbook::Rule const& rule, CellIndex cell, std::exception_ptr const& problem);
+  /// Counts a cell for which a condition could not be evaluated. Throws the problem if it is a lack
+  /// of memory.
+  void addFailure(Workbook::Rule const& rule, CellIndex cell, std::exception_ptr const& problem);
+
+  /// Prints that ranges of these rules are looked at inside of `used` alone.
+  void sayClipped(std::size_t sheet, std::vector<std::size_t> const& ruleNumbers,
+                  TableRange const& used);
 
   /// Prints that only existing cells are visited, since there are too many positions.
-  void saySparse(std::size_t sheet, std::uint64_t positions) const;
+  void saySparse(std::size_t sheet, std::uint64_t positions);
 
-  [[nodiscard]] std::uint64_t getFailureCount() const noexcept { return _failureCount; }
+  /// Remembers that the work ended early.
+  void setIncomplete() noexcept { _isComplete = false; }
 
-  /// Prints the number of failures, if there are any, and the line that counts the rules:
+  /// Prints the rules that failed, and the line that counts the rules:
   /// `FILE: 3 rules read, 2 resolved, 1 not resolved (1 data bar); functions not known: FOO`.
   void saySummary() const;
 
+  [[nodiscard]] bool isComplete() const noexcept { return _isComplete; }
+  [[nodiscard]] std::size_t countFailedRules() const noexcept { return _failures.size(); }
+  /// The names of the sheets of which not every position was looked at.
+  [[nodiscard]] std::vector<std::string> const& getClippedSheets() const noexcept {
+    return _clippedSheets;
+  }
+  /// The problems of the selected rules: those not resolved, then doubts, then failures.
+  [[nodiscard]] std::vector<Problem> listProblems() const;
+  /// True if everything was read, resolved and evaluated as the file means it.
+  [[nodiscard]] bool isClean() const;
+
 private:
+  void say(std::string_view message) const;
+  void sayProblems(std::vector<Problem> const& problems) const;
+  [[nodiscard]] std::vector<Problem> listStaticProblems() const;
+  void addClippedSheet(std::size_t sheet);
+  [[nodiscard]] std::string const& nameOf(std::size_t sheet) const;
   [[nodiscard]] std::string placeOf(Workbook::Rule const& rule) const;
 
   std::ostream& _err;
   Selection const& _selection;
-  std::uint64_t _failureCount = 0;
+  std::map<std::size_t, Problem> _failures;  ///< by the rule's number
+  std::vector<std::string> _clippedSheets;
+  bool _isComplete = true;
 };
 
 }  // namespace Zorv::Tool

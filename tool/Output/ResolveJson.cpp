@@ -1,7 +1,10 @@
-#include <ostream>
+#include <string>
 
+#include "DOM/A1Notation.h"
+#include "tool/Output/CellTextCaches.h"
 #include "tool/Output/JsonText.h"
 #include "tool/Output/ResolveOutput.h"
+#include "tool/Text/CellText.h"
 
 namespace Zorv::Tool {
 
@@ -10,37 +13,68 @@ namespace {
 /// Writes each cell at once, so that memory does not grow with the file.
 class ResolveJson final : public ResolveOutput {
 public:
-  ResolveJson(Selection const& selection, std::ostream& out) : _selection(selection), _out(out) {
-    _out << beginJsonDocument(selection) << ",\"sheets\":[";
+  ResolveJson(Selection const& selection, OfficeUtils::LocaleContext const& locale,
+              Report const& report, OutputBuffer& out)
+      : _selection(selection), _formatter(locale), _report(report), _out(out) {
+    _out.text() += beginJsonDocument(selection) + ",\"sheets\":[";
+    setEarlyEnd();
   }
 
   void beginSheet(Workbook::Sheet const& sheet) override {
-    _out << (_hasSheet ? "\n]}," : "") << "\n{\"name\":" << toJsonText(sheet.name)
-         << ",\"cells\":[";
+    _out.text() += _hasSheet ? "\n]},\n{\"name\":" : "\n{\"name\":";
+    appendJsonText(_out.text(), sheet.name);
+    _out.text() += ",\"cells\":[";
     _hasSheet = true;
     _hasCell = false;
+    setEarlyEnd();
   }
 
   void add(ResolvedCell const& cell) override {
-    _out << (_hasCell ? ",\n" : "\n") << toJsonText(cell);
+    auto const* const cellObject = cell.cellInfo.getCell();
+    auto& text = _out.text();
+    text += _hasCell ? ",\n{\"cell\":\"" : "\n{\"cell\":\"";
+    text += DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex());
+    text += "\",\"value\":";
+    appendJsonValue(text, cellObject != nullptr ? cellObject->value : FormulaValue());
+    text += ",\"shown\":";
+    auto const* const format = cell.style->get().getCellFormat().get();
+    appendJsonText(text, cellObject != nullptr ? _formatter.toText(*cellObject, format) : "");
+    text += ",\"style\":";
+    text += _styles.getOrCreate(cell.style, [&] { return toJsonText(cell.style->get()); });
+    text += ",\"rules\":";
+    text += _rules.getOrCreate(cell.deciding, [&] { return toJsonText(cell.deciding); });
+    text += '}';
+    _out.endEntry();
     _hasCell = true;
   }
 
   void finish() override {
-    _out << (_hasSheet ? "\n]}" : "") << "\n],\"summary\":" << toJsonSummary(_selection) << "}\n";
+    _out.text() += _hasSheet ? "\n]}\n],\"summary\":" : "\n],\"summary\":";
+    _out.text() += toJsonSummary(_selection, _report) + "}\n";
   }
 
 private:
+  void setEarlyEnd() {
+    _out.setEarlyEnd(std::string(_hasSheet ? "\n]}" : "") +
+                     "\n],\"summary\":{\"complete\":false}}\n");
+  }
+
   Selection const& _selection;
-  std::ostream& _out;
+  CellFormatter _formatter;
+  Report const& _report;
+  OutputBuffer& _out;
+  StyleTextCache _styles;
+  DecidingRulesCache _rules;
   bool _hasSheet = false;
   bool _hasCell = false;
 };
 
 }  // namespace
 
-std::unique_ptr<ResolveOutput> makeResolveJson(Selection const& selection, std::ostream& out) {
-  return std::make_unique<ResolveJson>(selection, out);
+std::unique_ptr<ResolveOutput> makeResolveJson(Selection const& selection,
+                                               OfficeUtils::LocaleContext const& locale,
+                                               Report const& report, OutputBuffer& out) {
+  return std::make_unique<ResolveJson>(selection, locale, report, out);
 }
 
 }  // namespace Zorv::Tool

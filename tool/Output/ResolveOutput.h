@@ -1,21 +1,22 @@
 #pragma once
 
-#include <iosfwd>
 #include <memory>
-#include <vector>
+#include <span>
 
 #include "DOM/CellInfo.h"
 #include "DOM/SharedStyle.h"
 #include "OfficeUtils/LocaleContext.h"
 #include "tool/Input/Selection.h"
+#include "tool/Output/Report.h"
+#include "tool/Text/OutputBuffer.h"
 
 namespace Zorv::Tool {
 
-/// A cell with a conditional style.
+/// A cell for which a rule decides. Borrows everything: good for the duration of a call.
 struct ResolvedCell {
-  DOM::CellInfo cellInfo;
-  DOM::SharedCellStylePtr style;                ///< never null
-  std::vector<Workbook::Rule const*> deciding;  ///< by priority, at least one
+  DOM::CellInfo const& cellInfo;
+  DOM::SharedCellStylePtr const& style;             ///< never null
+  std::span<Workbook::Rule const* const> deciding;  ///< by priority, at least one
 };
 
 /// Printer of resolved cells, in the order in which they are added.
@@ -29,14 +30,16 @@ public:
   /// Starts a sheet: the next cells are in it.
   virtual void beginSheet(Workbook::Sheet const& sheet) = 0;
   virtual void add(ResolvedCell const& cell) = 0;
-  /// Ends the output. Must be called once.
+  /// Ends the output, also where the work ended early. Must be called once.
   virtual void finish() = 0;
 };
 
 /// The outputs borrow their arguments.
 [[nodiscard]] std::unique_ptr<ResolveOutput> makeResolveTable(
-    OfficeUtils::LocaleContext const& locale, std::ostream& out);
-[[nodiscard]] std::unique_ptr<ResolveOutput> makeResolveJson(Selection const& selection,
-                                                             std::ostream& out);
+    OfficeUtils::LocaleContext const& locale, OutputBuffer& out);
+/// The summary comes from the report, as it stands when the output ends.
+[[nodiscard]] std::unique_ptr<ResolveOutput> makeResolveJson(
+    Selection const& selection, OfficeUtils::LocaleContext const& locale, Report const& report,
+    OutputBuffer& out);
 
 }  // namespace Zorv::Tool

@@ -1,13 +1,14 @@
-#include <ostream>
 #include <string>
-#include <utility>
 
 #include <fmt/format.h>
 
 #include "DOM/A1Notation.h"
+#include "tool/Output/CellTextCaches.h"
+#include "tool/Output/ColumnWidths.h"
 #include "tool/Output/ResolveOutput.h"
 #include "tool/Text/CellText.h"
 #include "tool/Text/ConditionText.h"
+#include "tool/Text/Printable.h"
 #include "tool/Text/StyleText.h"
 #include "tool/Text/TextTable.h"
 
@@ -15,54 +16,69 @@ namespace Zorv::Tool {
 
 namespace {
 
-/// `top 3 on F4:F15 (priority 1)`
-std::string describeRule(Workbook::Rule const& rule) {
+/// `17: top 3 on F4:F15 (priority 1)`
+std::string describeDecidingRule(Workbook::Rule const& rule) {
   auto const priority =
       rule.priority ? fmt::format("priority {}", *rule.priority) : std::string("no priority");
-  return fmt::format("{} on {} ({}{})", describeCondition(rule), describeRanges(rule), priority,
-                     rule.stopIfTrue ? ", stops" : "");
+  return fmt::format("{}: {} on {} ({}{})", rule.number, describeCondition(rule),
+                     describeRanges(rule), priority, rule.stopIfTrue ? ", stops" : "");
+}
+
+/// The rules, or as many as are wider than the column.
+std::string describeDecidingRules(std::span<Workbook::Rule const* const> rules) {
+  std::string text;
+  for (auto const* rule : rules) {
+    if (text.size() > ColumnWidths::rules * 4) {
+      break;
+    }
+    text += fmt::format("{}{}", text.empty() ? "" : "; ", describeDecidingRule(*rule));
+  }
+  return text;
 }
 
 class ResolveTable final : public ResolveOutput {
 public:
-  ResolveTable(OfficeUtils::LocaleContext const& locale, std::ostream& out)
-      : _locale(locale), _out(out), _table({"SHEET", "CELL", "VALUE", "STYLE", "RULES"}) {}
+  ResolveTable(OfficeUtils::LocaleContext const& locale, OutputBuffer& out)
+      : _formatter(locale),
+        _table({{"SHEET", ColumnWidths::name},
+                {"CELL", ColumnWidths::name},
+                {"VALUE", ColumnWidths::value},
+                {"STYLE", ColumnWidths::style},
+                {"RULES", ColumnWidths::rules}},
+               out) {}
 
-  void beginSheet(Workbook::Sheet const& sheet) override { _sheet = sheet.name; }
+  void beginSheet(Workbook::Sheet const& sheet) override {
+    _sheet = shorten(sheet.name, ColumnWidths::name);
+  }
 
   void add(ResolvedCell const& cell) override {
-    std::string rules;
-    for (auto const* rule : cell.deciding) {
-      rules += fmt::format("{}{}", rules.empty() ? "" : "; ", describeRule(*rule));
-    }
-    auto const* cellObject = cell.cellInfo.getCell();
-    _table.addRow({_sheet, DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex()),
-                   cellObject ? shorten(toPrintable(toText(*cellObject, _locale))) : "",
-                   describe(cell.style->get()), std::move(rules)});
+    auto const* const cellObject = cell.cellInfo.getCell();
+    auto const* const format = cell.style->get().getCellFormat().get();
+    auto const& style = _styles.getOrCreate(
+        cell.style, [&] { return shorten(describe(cell.style->get()), ColumnWidths::style); });
+    auto const& rules = _rules.getOrCreate(cell.deciding, [&] {
+      return shorten(describeDecidingRules(cell.deciding), ColumnWidths::rules);
+    });
+    auto const address = DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex());
+    _table.addRow({_sheet, address,
+                   cellObject != nullptr ? _formatter.toText(*cellObject, format) : "", style,
+                   rules});
   }
 
-  void finish() override { _out << _table.format(); }
+  void finish() override { _table.finish(); }
 
 private:
-  /// Long texts would push the other columns out of sight.
-  static std::string shorten(std::string const& text) {
-    constexpr std::size_t longest = 32;
-    if (displayWidth(text) <= longest) {
-      return text;
-    }
-    return cutToWidth(text, longest - 3) + "...";
-  }
-
-  OfficeUtils::LocaleContext const& _locale;
-  std::ostream& _out;
+  CellFormatter _formatter;
   TextTable _table;
   std::string _sheet;
+  StyleTextCache _styles;
+  DecidingRulesCache _rules;
 };
 
 }  // namespace
 
 std::unique_ptr<ResolveOutput> makeResolveTable(OfficeUtils::LocaleContext const& locale,
-                                                std::ostream& out) {
+                                                OutputBuffer& out) {
   return std::make_unique<ResolveTable>(locale, out);
 }
 

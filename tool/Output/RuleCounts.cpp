@@ -10,8 +10,12 @@ RuleCounts::RuleCounts(std::vector<Workbook::Rule const*> const& rules)
   for (auto const* rule : rules) {
     if (rule->format) {
       ++resolved;
-    } else {
-      ++notResolvedByKind[describeType(rule->type)];
+      doubtful += rule->doubts.empty() ? 0 : 1;
+      continue;
+    }
+    auto& ofKind = notResolvedByKind[describeType(rule->type)];
+    if (++ofKind.count == 1 && !isVisual(rule->type)) {
+      ofKind.reason = rule->unresolvedReason;
     }
   }
 }

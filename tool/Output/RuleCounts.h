@@ -12,11 +12,17 @@ namespace Zorv::Tool {
 
 /// Numbers of rules by what became of them.
 struct RuleCounts {
+  struct OfKind {
+    std::size_t count = 0;
+    std::string reason;  ///< that of the first; empty where the kind is no condition at all
+  };
+
   explicit RuleCounts(std::vector<Workbook::Rule const*> const& rules);
 
   std::size_t read = 0;
   std::size_t resolved = 0;
-  std::map<std::string, std::size_t> notResolvedByKind;  ///< by describeType()
+  std::size_t doubtful = 0;                         ///< resolved, but with doubts
+  std::map<std::string, OfKind> notResolvedByKind;  ///< by describeType()
   /// Functions in the formulas that the formula engine does not have: they evaluate to `#NAME?`.
   std::set<std::string> unknownFunctions;
 };

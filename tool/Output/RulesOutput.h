@@ -1,13 +1,12 @@
 #pragma once
 
-#include <iosfwd>
-
 #include "tool/Input/Selection.h"
+#include "tool/Text/OutputBuffer.h"
 
 namespace Zorv::Tool {
 
 /// Prints the rules of each sheet of a selection, by priority, as a table.
-void printRulesTable(Selection const& selection, std::ostream& out);
+void printRulesTable(Selection const& selection, OutputBuffer& out);
 
 /// The properties that a resolved rule's named style sets, with inherited ones; none if it has no
 /// named style.

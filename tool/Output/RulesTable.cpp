@@ -1,9 +1,9 @@
-#include <ostream>
 #include <string>
 
 #include <fmt/format.h>
 
 #include "ConditionalFormatters/CndFrmt_StyleHierarchy.h"
+#include "tool/Output/ColumnWidths.h"
 #include "tool/Output/RulesOutput.h"
 #include "tool/Text/ConditionText.h"
 #include "tool/Text/StyleText.h"
@@ -11,19 +11,40 @@
 
 namespace Zorv::Tool {
 
-void printRulesTable(Selection const& selection, std::ostream& out) {
+namespace {
+
+/// The style of a resolved rule, and what is doubtful about the rule; else why it is not resolved.
+std::string describeResult(Workbook::Document const& document, Workbook::Rule const& rule) {
+  if (!rule.format) {
+    return fmt::format("not resolved: {}", rule.unresolvedReason);
+  }
+  auto const style = describe(findStyle(document, rule));
+  return rule.doubts.empty()
+             ? style
+             : fmt::format("{} (in doubt: {})", style, fmt::join(rule.doubts, ", "));
+}
+
+}  // namespace
+
+void printRulesTable(Selection const& selection, OutputBuffer& out) {
   auto const& document = selection.getDocument();
-  TextTable table({"SHEET", "PRIORITY", "STOPS", "RANGES", "CONDITION", "STYLE"});
+  TextTable table({{"SHEET", ColumnWidths::name},
+                   {"RULE", ColumnWidths::number},
+                   {"PRIORITY", ColumnWidths::number},
+                   {"STOPS", ColumnWidths::number},
+                   {"RANGES", ColumnWidths::name},
+                   {"CONDITION", ColumnWidths::condition},
+                   {"STYLE", ColumnWidths::style}},
+                  out);
   for (auto const sheet : selection.getSheets()) {
     for (auto const* rule : selection.getRulesByPriority(sheet)) {
-      table.addRow({document.getSheets()[sheet].name,
+      table.addRow({document.getSheets()[sheet].name, std::to_string(rule->number),
                     rule->priority ? std::to_string(*rule->priority) : "-",
                     rule->stopIfTrue ? "yes" : "-", describeRanges(*rule), describeCondition(*rule),
-                    rule->format ? describe(findStyle(document, *rule))
-                                 : fmt::format("not resolved: {}", rule->unresolvedReason)});
+                    describeResult(document, *rule)});
     }
   }
-  out << table.format();
+  table.finish();
 }
 
 DOM::CellStyle findStyle(Workbook::Document const& document, Workbook::Rule const& rule) {

@@ -1,7 +1,9 @@
 #include "tool/Text/CellText.h"
 
-#include <chrono>
+#include <array>
+#include <charconv>
 #include <cmath>
+#include <cstdint>
 
 #include <fmt/format.h>
 #include <boost/variant/get.hpp>
@@ -13,74 +15,90 @@ namespace Zorv::Tool {
 
 namespace {
 
-/// The date of a serial number, with the time of day unless it is midnight; empty if the number is
-/// not a date.
-std::string dateText(double serial, OfficeUtils::DateSystem system) {
-  using std::chrono::hh_mm_ss;
-  using std::chrono::seconds;
-  constexpr double secondsOfDay = 86'400;
-  auto const date = OfficeUtils::SerialDate::toCivilDate(serial, system);
-  if (!date) {
-    return {};
+using OfficeUtils::SerialDate::CivilDate;
+
+constexpr bool isDigit(char character) noexcept { return '0' <= character && character <= '9'; }
+
+/// True if the first three numbers of a text are the year of four digits, the month and the day.
+bool beginsYearFirst(std::string_view text, CivilDate const& date) noexcept {
+  constexpr std::size_t yearDigits = 4;
+  std::array<long, 3> numbers{};
+  std::size_t position = 0;
+  for (auto& number : numbers) {
+    while (position < text.size() && !isDigit(text[position])) {
+      ++position;
+    }
+    auto const [rest, error] =
+        std::from_chars(text.data() + position, text.data() + text.size(), number);
+    auto const end = static_cast<std::size_t>(rest - text.data());
+    if (error != std::errc() || (&number == numbers.data() && end - position != yearDigits)) {
+      return false;
+    }
+    position = end;
   }
-  auto text = fmt::format("{:04}-{:02}-{:02}", date->year, date->month, date->day);
-  auto const time = std::lround((serial - std::floor(serial)) * secondsOfDay);
-  if (0 < time && time < std::lround(secondsOfDay)) {
-    hh_mm_ss const clock{seconds(time)};
-    text += fmt::format(" {:02}:{:02}:{:02}", clock.hours().count(), clock.minutes().count(),
-                        clock.seconds().count());
-  }
-  return text;
+  return numbers == std::array<long, 3>{date.year, date.month, date.day};
 }
 
-/// End of the quoted or bracketed part that starts at `position`.
-std::size_t endOfStretch(std::string_view code, std::size_t position, char closing) noexcept {
-  auto const end = code.find(closing, position + 1);
-  return end == std::string_view::npos ? code.size() : end;
+/// A whole number in general format; nothing for other numbers, and for those with an exponent.
+std::optional<std::int64_t> toWholeNumber(double number) noexcept {
+  constexpr double longest = 1e11;
+  if (!(std::abs(number) < longest) || number != std::floor(number)) {
+    return std::nullopt;
+  }
+  return static_cast<std::int64_t>(number);
 }
 
 }  // namespace
 
-bool showsDates(std::string_view formatCode) noexcept {
-  for (std::size_t i = 0; i < formatCode.size() && formatCode[i] != ';'; ++i) {
-    switch (formatCode[i]) {
-      case '"':
-        i = endOfStretch(formatCode, i, '"');
-        break;
-      case '[':
-        i = endOfStretch(formatCode, i, ']');
-        break;
-      case '\\':
-      case '_':
-      case '*':
-        ++i;  // the next character is literal
-        break;
-      case 'y':
-      case 'Y':
-      case 'd':
-      case 'D':
-      case 'm':
-      case 'M':
-      case 'h':
-      case 'H':
-        return true;
-      default:
-        break;
-    }
+std::string_view CellFormatter::toText(DOM::Cell const& cell, DOM::CellFormat const* format) {
+  if (format == nullptr && cell.style) {
+    format = cell.style->get().getCellFormat().get();
   }
-  return false;
+  auto const* const compiled = format != nullptr ? findFormat(format->code) : nullptr;
+  auto const* const number = boost::get<FormulaModel::FormulaNumber>(&cell.value);
+  auto const* const text = boost::get<FormulaModel::FormulaString>(&cell.value);
+  if (text != nullptr) {
+    if (compiled == nullptr) {
+      return text->value;
+    }
+    _text = compiled->formatText(text->value);
+  } else if (number != nullptr && compiled != nullptr) {
+    _text = formatNumber(number->value.get(), *compiled);
+  } else if (auto const whole = number != nullptr ? toWholeNumber(number->value.get())
+                                                  : std::optional<std::int64_t>()) {
+    std::array<char, 24> digits{};
+    auto const end = std::to_chars(digits.begin(), digits.end(), *whole).ptr;
+    _text.assign(digits.begin(), end);
+  } else {
+    _text = OfficeUtils::FormulaValueCast::toString(cell.value, _locale, nullptr);
+  }
+  return _text;
 }
 
-std::string toText(DOM::Cell const& cell, OfficeUtils::LocaleContext const& locale) {
-  auto const* number = boost::get<FormulaModel::FormulaNumber>(&cell.value);
-  auto const* format = cell.style ? cell.style->get().getCellFormat().get() : nullptr;
-  if (number && format && showsDates(format->code)) {
-    auto date = dateText(number->value.get(), locale.getDateSystem());
-    if (!date.empty()) {
-      return date;
+CellFormatter::NumberFormat const* CellFormatter::findFormat(std::string const& code) {
+  if (code == "General") {
+    return nullptr;
+  }
+  auto found = _formats.find(code);
+  if (found == _formats.end()) {
+    found = _formats.emplace(code, NumberFormat::compile(code)).first;
+  }
+  return found->second ? &*found->second : nullptr;
+}
+
+std::string CellFormatter::formatNumber(double number, NumberFormat const& format) const {
+  auto text = format.formatNumber(number, _locale);
+  if (!text) {
+    return OfficeUtils::FormulaValueCast::toString(FormulaModel::FormulaNumber{FloatNumber(number)},
+                                                   _locale, nullptr);
+  }
+  if (format.showsDate(number)) {
+    auto const date = OfficeUtils::SerialDate::toCivilDate(number, _locale.getDateSystem());
+    if (date && !beginsYearFirst(*text, *date)) {
+      *text += fmt::format(" ({:04}-{:02}-{:02})", date->year, date->month, date->day);
     }
   }
-  return OfficeUtils::FormulaValueCast::toString(cell.value, locale, nullptr);
+  return *std::move(text);
 }
 
 }  // namespace Zorv::Tool

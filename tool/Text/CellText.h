@@ -1,19 +1,41 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "DOM/Cell.h"
+#include "DOM/StyleProps.h"
 #include "OfficeUtils/LocaleContext.h"
+#include "OfficeUtils/NumberFormat.h"
 
 namespace Zorv::Tool {
 
-/// Whether a number format shows dates or times: it has a date or time code outside quoted text and
-/// bracketed colours and conditions (ISO/IEC 29500-1, 18.8.31).
-[[nodiscard]] bool showsDates(std::string_view formatCode) noexcept;
+/// Writes the values of cells as a sheet shows them: in their number formats.
+///
+/// Dates are unmistakable: where the shown text is not year first, the year-first date follows, as
+/// in `21.10.2026 (2026-10-21)`. A number that its format cannot show is in general format.
+///
+/// Borrows the locale. Memory: one compiled format for each number format that was asked for. One
+/// thread at a time.
+class CellFormatter {
+public:
+  explicit CellFormatter(OfficeUtils::LocaleContext const& locale) noexcept : _locale(locale) {}
 
-/// A cell's value as one text. Numbers are in general format, or like `2026-11-21` and
-/// `2026-11-21 13:30:00` if the cell's number format shows dates.
-[[nodiscard]] std::string toText(DOM::Cell const& cell, OfficeUtils::LocaleContext const& locale);
+  /// The text of a cell. A number format in `format` replaces the cell's own; null if there is
+  /// none. Not printable as it is; valid until the next call or as long as the cell.
+  [[nodiscard]] std::string_view toText(DOM::Cell const& cell, DOM::CellFormat const* format);
+
+private:
+  using NumberFormat = OfficeUtils::NumberFormat;
+
+  [[nodiscard]] NumberFormat const* findFormat(std::string const& code);
+  [[nodiscard]] std::string formatNumber(double number, NumberFormat const& format) const;
+
+  OfficeUtils::LocaleContext const& _locale;
+  std::unordered_map<std::string, std::optional<NumberFormat>> _formats;  ///< by code
+  std::string _text;
+};
 
 }  // namespace Zorv::Tool

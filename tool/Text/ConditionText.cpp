@@ -12,6 +12,7 @@
 
 #include "DOM/A1Notation.h"
 #include "DOM/ConditionalFormatOperator.h"
+#include "tool/Text/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -110,7 +111,7 @@ std::string describeType(std::string_view type) {
       {"dataBar", "data bar"},
       {"iconSet", "icon set"},
       {"cellIs", "comparison"},
-      {"expression", "formula"},
+      {"expression", "formula rule"},
       {"containsText", "text rule"},
       {"notContainsText", "text rule"},
       {"beginsWith", "text rule"},
@@ -128,6 +129,10 @@ std::string describeType(std::string_view type) {
   return std::string(found == names.end() ? type : found->second);
 }
 
+bool isVisual(std::string_view type) noexcept {
+  return type == "colorScale" || type == "dataBar" || type == "iconSet";
+}
+
 std::string describeCondition(Workbook::Rule const& rule) {
   return rule.format ? boost::apply_visitor(ConditionDescriber(rule), rule.format->getOperator())
                      : describeType(rule.type);
@@ -136,7 +141,7 @@ std::string describeCondition(Workbook::Rule const& rule) {
 std::string describeRanges(Workbook::Rule const& rule) {
   constexpr std::size_t longest = 40;
   if (rule.ranges.empty()) {
-    return rule.rangeText;
+    return shorten(rule.rangeText, longest);
   }
   auto text = DOM::A1Notation::toAddress(rule.ranges);
   if (text.size() > longest && rule.ranges.size() > 1) {

@@ -12,11 +12,16 @@ namespace Zorv::Tool {
 /// if it has no other name.
 [[nodiscard]] std::string describeType(std::string_view type);
 
+/// True for the kinds of rules that draw on cells and are no conditions: colour scales, data bars
+/// and icon sets.
+[[nodiscard]] bool isVisual(std::string_view type) noexcept;
+
 /// A rule's condition, such as `cell > 5000`, `formula $D4<TODAY()` or `top 10 %`; the name of its
 /// kind if the rule is not resolved.
 [[nodiscard]] std::string describeCondition(Workbook::Rule const& rule);
 
-/// A rule's ranges; the first and the number of the others if the list is long.
+/// A rule's ranges; the first and the number of the others if the list is long. Ranges that cannot
+/// be read are shortened.
 [[nodiscard]] std::string describeRanges(Workbook::Rule const& rule);
 
 }  // namespace Zorv::Tool

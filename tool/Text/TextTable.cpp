@@ -1,113 +1,89 @@
 #include "tool/Text/TextTable.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
-#include <cstdint>
 #include <utility>
 
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
+#include "tool/Text/Printable.h"
 
 namespace Zorv::Tool {
 
 namespace {
 
-constexpr UChar32 replacementCharacter = 0xFFFD;
-
-/// Calls `visit(codePoint)` for each character; bytes that are not UTF-8 give a negative number.
-template <class Visitor>
-void forEachCharacter(std::string_view text, Visitor const& visit) {
-  auto const* bytes = reinterpret_cast<std::uint8_t const*>(text.data());
-  auto const length = static_cast<std::int64_t>(text.size());
-  for (std::int64_t at = 0; at < length;) {
-    UChar32 character = 0;
-    U8_NEXT(bytes, at, length, character);
-    visit(character);
-  }
-}
-
-void append(std::string& text, UChar32 character) {
-  std::array<std::uint8_t, U8_MAX_LENGTH> bytes{};
-  std::int32_t length = 0;
-  U8_APPEND_UNSAFE(bytes, length, character);
-  text.append(reinterpret_cast<char const*>(bytes.data()), static_cast<std::size_t>(length));
-}
-
-bool isUnprintable(UChar32 character) noexcept {
-  // Format characters other than the joiners could reorder or hide the text around them.
-  auto const type = u_charType(character);
-  return type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR ||
-         (type == U_FORMAT_CHAR && character != 0x200C && character != 0x200D);
-}
-
-std::size_t widthOf(UChar32 character) noexcept {
-  auto const type = u_charType(character);
-  if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR) {
-    return 0;
-  }
-  auto const eastAsian = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
-  return eastAsian == U_EA_WIDE || eastAsian == U_EA_FULLWIDTH ? 2 : 1;
-}
+constexpr std::size_t rowsHeld = 1'000;
+constexpr std::size_t gap = 2;  ///< columns between two texts
 
 }  // namespace
 
-std::string toPrintable(std::string_view text) {
-  std::string result;
-  result.reserve(text.size());
-  forEachCharacter(text, [&](UChar32 character) {
-    if (character < 0) {
-      append(result, replacementCharacter);
+TextTable::TextTable(std::vector<Column> columns, OutputBuffer& out)
+    : _columns(std::move(columns)), _out(out), _widths(_columns.size()) {
+  std::vector<std::string_view> headings;
+  for (auto const& column : _columns) {
+    headings.push_back(column.heading);
+  }
+  holdRow(headings);
+}
+
+void TextTable::addRow(std::span<std::string_view const> texts) {
+  assert(texts.size() == _columns.size());
+  if (!_holds) {
+    writeRow(texts);
+    return;
+  }
+  holdRow(texts);
+  if (_held.size() >= rowsHeld * _columns.size()) {
+    writeHeldRows();
+  }
+}
+
+void TextTable::finish() {
+  if (_holds) {
+    writeHeldRows();
+  }
+}
+
+std::string TextTable::fit(std::string_view text, std::size_t column) const {
+  return shorten(toPrintable(text), _columns[column].widest);
+}
+
+void TextTable::holdRow(std::span<std::string_view const> texts) {
+  for (std::size_t column = 0; column < texts.size(); ++column) {
+    _held.push_back(fit(texts[column], column));
+    _widths[column] = std::max(_widths[column], displayWidth(_held.back()));
+  }
+}
+
+void TextTable::writeHeldRows() {
+  _holds = false;
+  auto const count = _columns.size();
+  std::vector<std::string_view> row(count);
+  for (std::size_t first = 0; first < _held.size(); first += count) {
+    std::copy_n(_held.begin() + static_cast<std::ptrdiff_t>(first), count, row.begin());
+    writeRow(row);
+  }
+  _held = {};
+}
+
+void TextTable::writeRow(std::span<std::string_view const> texts) {
+  for (std::size_t column = 0; column < texts.size(); ++column) {
+    auto const& text = texts[column];
+    if (text.size() <= _columns[column].widest && isPlain(text)) {
+      writeText(text, text.size(), column);
     } else {
-      append(result, isUnprintable(character) ? UChar32{' '} : character);
+      auto const fitted = fit(text, column);
+      writeText(fitted, displayWidth(fitted), column);
     }
-  });
-  return result;
-}
-
-std::size_t displayWidth(std::string_view text) noexcept {
-  std::size_t width = 0;
-  forEachCharacter(text, [&](UChar32 character) { width += widthOf(character); });
-  return width;
-}
-
-std::string cutToWidth(std::string_view text, std::size_t width) {
-  std::string front;
-  std::size_t used = 0;
-  forEachCharacter(text, [&](UChar32 character) {
-    used += widthOf(character);
-    if (used <= width) {
-      append(front, character);
-    }
-  });
-  return front;
-}
-
-TextTable::TextTable(std::vector<std::string> headings) : _widths(headings.size()) {
-  addRow(std::move(headings));
-}
-
-void TextTable::addRow(std::vector<std::string> row) {
-  assert(row.size() == _widths.size());
-  for (std::size_t column = 0; column < row.size(); ++column) {
-    row[column] = toPrintable(row[column]);
-    _widths[column] = std::max(_widths[column], displayWidth(row[column]));
   }
-  _rows.push_back(std::move(row));
+  _out.text() += '\n';
+  _out.endEntry();
 }
 
-std::string TextTable::format() const {
-  std::string text;
-  for (auto const& row : _rows) {
-    for (std::size_t column = 0; column < row.size(); ++column) {
-      text += row[column];
-      if (column + 1 < row.size()) {
-        text.append(_widths[column] - displayWidth(row[column]) + 2, ' ');
-      }
-    }
-    text += '\n';
+void TextTable::writeText(std::string_view text, std::size_t width, std::size_t column) {
+  _out.text() += text;
+  if (column + 1 < _columns.size()) {
+    auto const columnWidth = std::max(_widths[column], width);
+    _out.text().append(columnWidth - width + gap, ' ');
   }
-  return text;
 }
 
 }  // namespace Zorv::Tool

@@ -1,41 +1,53 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "tool/Text/OutputBuffer.h"
+
 namespace Zorv::Tool {
 
-/// A text that is safe on one line of a terminal: control characters and line ends become spaces,
-/// bytes that are not UTF-8 the replacement character.
-[[nodiscard]] std::string toPrintable(std::string_view text);
-
-/// Width of a printable text in columns of a terminal.
-[[nodiscard]] std::size_t displayWidth(std::string_view text) noexcept;
-
-/// The longest prefix of a printable text that is no wider than `width` columns.
-[[nodiscard]] std::string cutToWidth(std::string_view text, std::size_t width);
-
-/// Table of left-aligned columns with headings.
+/// Table of left-aligned columns with headings, written while its rows come in.
 ///
-/// The last column is not padded; the others are as wide as their widest cell. Texts are made
+/// The last column is not padded; the others are as wide as their widest text in the first thousand
+/// rows. A later text that is wider moves the rest of its line to the right. Texts are made
 /// printable as they are added.
+///
+/// Borrows the buffer. Memory: the first thousand rows. Cost of a later row: a scan of its texts.
 class TextTable {
 public:
-  explicit TextTable(std::vector<std::string> headings);
+  struct Column {
+    std::string heading;
+    std::size_t widest;  ///< a wider text is shortened; at least 3, and the width of the heading
+  };
+
+  TextTable(std::vector<Column> columns, OutputBuffer& out);
 
   /// Needs one text for each column.
-  void addRow(std::vector<std::string> row);
+  void addRow(std::span<std::string_view const> texts);
+  void addRow(std::initializer_list<std::string_view> texts) {
+    addRow(std::span(texts.begin(), texts.size()));
+  }
 
-  [[nodiscard]] bool isEmpty() const noexcept { return _rows.size() == 1; }
-
-  /// The headings and the rows, each ended by a line end.
-  [[nodiscard]] std::string format() const;
+  /// Writes what is still held. Must be called once, after the last row.
+  void finish();
 
 private:
-  std::vector<std::vector<std::string>> _rows;
+  [[nodiscard]] std::string fit(std::string_view text, std::size_t column) const;
+  void holdRow(std::span<std::string_view const> texts);
+  void writeHeldRows();
+  void writeRow(std::span<std::string_view const> texts);
+  void writeText(std::string_view text, std::size_t width, std::size_t column);
+
+  std::vector<Column> _columns;
+  OutputBuffer& _out;
   std::vector<std::size_t> _widths;
+  std::vector<std::string> _held;  ///< the texts of the first rows, one row after the other
+  bool _holds = true;
 };
 
 }  // namespace Zorv::Tool

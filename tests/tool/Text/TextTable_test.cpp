@@ -1,52 +1,73 @@
 #include "tool/Text/TextTable.h"
 
+#include <sstream>
+#include <string>
+
 #include <gtest/gtest.h>
 
 namespace Zorv::Tool {
 namespace {
 
-TEST(TextTable, ColumnsAreAsWideAsTheirWidestText) {
-  TextTable table({"CELL", "STYLE"});
+class TextTableTest : public testing::Test {
+protected:
+  /// What was printed so far.
+  std::string printed() {
+    _buffer.flush();
+    return _out.str();
+  }
+
+  std::ostringstream _out;
+  OutputBuffer _buffer{_out};
+};
+
+TEST_F(TextTableTest, ColumnsAreAsWideAsTheirWidestText) {
+  TextTable table({{"CELL", 20}, {"STYLE", 20}}, _buffer);
   table.addRow({"A1", "bold"});
   table.addRow({"XFD1048576", "fill #FFC7CE"});
-  EXPECT_EQ(table.format(),
+  table.finish();
+  EXPECT_EQ(printed(),
             "CELL        STYLE\n"
             "A1          bold\n"
             "XFD1048576  fill #FFC7CE\n");
 }
 
-TEST(TextTable, WidthIsThatOnScreen) {
-  EXPECT_EQ(displayWidth("abc"), 3U);
-  EXPECT_EQ(displayWidth("\xC3\xA4"), 1U);                  // a with diaeresis
-  EXPECT_EQ(displayWidth("a\xCC\x88"), 1U);                 // the same of two characters
-  EXPECT_EQ(displayWidth("\xE8\xA1\xA8\xE6\xA0\xBC"), 4U);  // two Chinese characters
-  TextTable table({"A", "B"});
+TEST_F(TextTableTest, WidthIsThatOnScreen) {
+  TextTable table({{"A", 20}, {"B", 20}}, _buffer);
   table.addRow({"\xE8\xA1\xA8", "x"});
-  EXPECT_EQ(table.format(), "A   B\n\xE8\xA1\xA8  x\n");
+  table.finish();
+  EXPECT_EQ(printed(), "A   B\n\xE8\xA1\xA8  x\n");
 }
 
-TEST(TextTable, NothingInATextMovesTheCursor) {
-  EXPECT_EQ(toPrintable("a\nb\tc\x1B[31m"), "a b c [31m");
-  EXPECT_EQ(toPrintable("\xE2\x80\xAE"
-                        "abc"),
-            " abc");  // right-to-left override
-  EXPECT_EQ(toPrintable("a\xFF"), "a\xEF\xBF\xBD");
-  EXPECT_EQ(toPrintable("\xC2\x9B"
-                        "2J"),
-            " 2J");  // a control character beyond ASCII
+TEST_F(TextTableTest, LongTextsAreShortened) {
+  TextTable table({{"A", 6}, {"B", 5}}, _buffer);
+  table.addRow({"abcdefg", "x\ny"});
+  table.addRow({"a", "123456"});
+  table.finish();
+  EXPECT_EQ(printed(),
+            "A       B\n"
+            "abc...  x y\n"
+            "a       12...\n");
 }
 
-TEST(TextTable, CutsByWidthAndNotInsideACharacter) {
-  EXPECT_EQ(cutToWidth("abcdef", 3), "abc");
-  EXPECT_EQ(cutToWidth("abc", 3), "abc");
-  EXPECT_EQ(cutToWidth("\xE8\xA1\xA8\xE6\xA0\xBC", 3), "\xE8\xA1\xA8");
+TEST_F(TextTableTest, RowsAfterTheFirstThousandAreWrittenAtOnceAndKeepTheWidths) {
+  TextTable table({{"A", 20}, {"B", 20}}, _buffer);
+  EXPECT_EQ(printed(), "");
+  for (int row = 1; row < 1'000; ++row) {
+    table.addRow({"abc", "x"});
+  }
+  auto const first = printed();
+  EXPECT_EQ(first.substr(0, 14), "A    B\nabc  x\n");
+  table.addRow({"a\x1B", "y"});
+  EXPECT_EQ(printed().substr(first.size()), "a    y\n");
+  table.addRow({"abcdef", "z"});
+  table.finish();
+  EXPECT_EQ(printed().substr(first.size()), "a    y\nabcdef  z\n");
 }
 
-TEST(TextTable, IsEmptyUntilARowIsAdded) {
-  TextTable table({"A"});
-  EXPECT_TRUE(table.isEmpty());
-  table.addRow({"1"});
-  EXPECT_FALSE(table.isEmpty());
+TEST_F(TextTableTest, WithoutRowsThereAreHeadings) {
+  TextTable table({{"A", 20}, {"B", 20}}, _buffer);
+  table.finish();
+  EXPECT_EQ(printed(), "A  B\n");
 }
 
 }  // namespace

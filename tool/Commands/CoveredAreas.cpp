@@ -1,0 +1,94 @@
+#include "tool/Commands/CoveredAreas.h"
+
+#include <algorithm>
+
+#include "ConditionalFormatters/CndFrmt_TableResolver.h"
+#include "DOM/Table.h"
+
+namespace Zorv::Tool {
+
+namespace {
+
+namespace CF = ConditionalFormatters;
+using DOM::Table;
+
+constexpr TableRange wholeSheet = {0, 0, Table::rowCount, Table::columnCount};
+
+/// Adds rows and columns at the end of a range, up to the end of the sheet. An empty range stays
+/// empty.
+TableRange extend(TableRange const& range, unsigned long count) noexcept {
+  if (range.isEmpty()) {
+    return range;
+  }
+  return {range.firstRow, range.firstColumn, std::min(range.endRow + count, Table::rowCount),
+          std::min(range.endColumn + count, Table::columnCount)};
+}
+
+std::uint64_t countPositions(TableRange const& range) noexcept {
+  return std::uint64_t{range.endRow - range.firstRow} * (range.endColumn - range.firstColumn);
+}
+
+bool isUnbounded(TableRange const& range) noexcept {
+  // Fewer than a whole row; such a range in the last row or column is meant as it is.
+  constexpr std::uint64_t few = 10'000;
+  bool const reachesEnd = range.endRow == Table::rowCount || range.endColumn == Table::columnCount;
+  auto const positions = countPositions(range);
+  return positions > CoveredAreas::mostPositions || (reachesEnd && positions > few);
+}
+
+bool isAny(TableRange const& /*range*/) noexcept { return true; }
+
+}  // namespace
+
+CoveredAreas::CoveredAreas(Selection const& selection, std::size_t sheet, unsigned long margin)
+    : _sheet(sheet),
+      _used(extend(selection.getDocument().getSheets()[sheet].table->getUsedRange(), margin)),
+      _bounds(selection.getOptions().range.value_or(wholeSheet)) {}
+
+CF::TablePass CoveredAreas::makePass(std::span<Workbook::Rule const* const> rules) {
+  CF::TablePass pass{.range = _bounds,
+                     .positions = CF::TablePass::Positions::Areas,
+                     .onFailure = CF::TablePass::OnFailure::Skip,
+                     .areas = findAreas(rules, &isUnbounded)};
+  if (CF::TableResolver::countPositions(pass) > mostPositions) {
+    pass.areas = findAreas(rules, &isAny);
+    if (auto const count = CF::TableResolver::countPositions(pass); count > mostPositions) {
+      _mostPositionsLeftOut = std::max(_mostPositionsLeftOut, count);
+      pass.positions = CF::TablePass::Positions::Existing;
+    }
+  }
+  return pass;
+}
+
+void CoveredAreas::sayLeftOut(Report& report) const {
+  if (_mostPositionsLeftOut > 0) {
+    report.saySparse(_sheet, _mostPositionsLeftOut);
+  } else if (!_clippedRules.empty()) {
+    auto numbers = _clippedRules;
+    std::ranges::sort(numbers);
+    numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
+    report.sayClipped(_sheet, numbers, intersect(_used, _bounds));
+  }
+}
+
+std::vector<TableRange> CoveredAreas::findAreas(std::span<Workbook::Rule const* const> rules,
+                                                RangeTest mustClip) {
+  std::vector<TableRange> areas;
+  for (auto const* rule : rules) {
+    bool isClipped = false;
+    for (auto const& range : rule->ranges) {
+      auto const area = intersect(range, _bounds);
+      auto const part = !area.isEmpty() && mustClip(area) ? intersect(area, _used) : area;
+      isClipped = isClipped || part != area;
+      if (!part.isEmpty()) {
+        areas.push_back(part);
+      }
+    }
+    if (isClipped) {
+      _clippedRules.push_back(rule->number);
+    }
+  }
+  return areas;
+}
+
+}  // namespace Zorv::Tool
