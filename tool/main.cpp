@@ -115,17 +115,23 @@ ExitStatus statusOf(StopCause cause) noexcept {
 ExitStatus runWithinLimits(Options const& options, OutputBuffer& out) {
   StopWatcher watcher(options.timeout, [&](StopCause cause) { endProcess(options, cause, out); });
   limitMemory(options.mostMemory, toMessageLine("cndfrmt: " + describeLackOfMemory(options)),
-              static_cast<int>(ExitStatus::BadFile));
-  Zorv::WorkBudget budget({}, watcher.getToken());
+              static_cast<int>(ExitStatus::BadFile), watcher.getSource());
+  Zorv::WorkBudget budget({}, watcher.getSource().get_token());
   try {
     return run(options, out, budget);
-  } catch (Zorv::WorkStopped const&) {
-    say(describeStop(options, watcher.getCause()));
-    return statusOf(watcher.getCause());
   } catch (std::bad_alloc const&) {
+  } catch (std::exception const&) {
+    // A lack of memory may show as another failure, such as a stop.
+    if (watcher.getCause() == StopCause::None && !hasLackedMemory()) {
+      throw;
+    }
+  }
+  if (watcher.getCause() == StopCause::None) {
     say(describeLackOfMemory(options));
     return ExitStatus::BadFile;
   }
+  say(describeStop(options, watcher.getCause()));
+  return statusOf(watcher.getCause());
 }
 
 ExitStatus runCommandLine(int argc, char const* const* argv) {

@@ -86,6 +86,9 @@ def check_timeout(book):
 
 
 def check_memory(book):
+    # Many threads meet the limit while they prepare one condition.
+    process = run(["resolve", book, "--max-memory", "24M", "--threads", "64"])
+    expect(process.returncode in (0, 1), "many threads end in another way", process)
     for size in "2M", "5M", "8M", "12M", "20M":
         for command in "resolve", "verdicts", "rules":
             process = run([command, book, "--max-memory", size])

@@ -21,6 +21,7 @@ struct LackOfMemory {
   std::string message;
   int exitStatus = 0;
   std::terminate_handler previous = nullptr;
+  std::stop_source stop{std::nostopstate};
   std::atomic<bool> happened = false;
 };
 
@@ -49,6 +50,7 @@ rlim_t readDataMemory() {
       limit.rlim_cur = std::min(limit.rlim_max, limit.rlim_cur + reserve);
       setrlimit(RLIMIT_DATA, &limit);
     }
+    lackOfMemory().stop.request_stop();
   }
   throw std::bad_alloc();
 }
@@ -66,10 +68,11 @@ rlim_t readDataMemory() {
 
 }  // namespace
 
-void limitMemory(std::uint64_t bytes, std::string message, int exitStatus) {
+void limitMemory(std::uint64_t bytes, std::string message, int exitStatus, std::stop_source stop) {
   auto& state = lackOfMemory();
   state.message = std::move(message) + "\n";
   state.exitStatus = exitStatus;
+  state.stop = std::move(stop);
   state.previous = std::set_terminate(&terminate);
   std::set_new_handler(&handleLackOfMemory);
   rlimit limit{};
@@ -78,5 +81,7 @@ void limitMemory(std::uint64_t bytes, std::string message, int exitStatus) {
     setrlimit(RLIMIT_DATA, &limit);
   }
 }
+
+bool hasLackedMemory() noexcept { return lackOfMemory().happened; }
 
 }  // namespace Zorv::Tool

@@ -30,7 +30,8 @@ public:
   StopWatcher& operator=(StopWatcher const&) = delete;
   ~StopWatcher();
 
-  [[nodiscard]] std::stop_token getToken() const noexcept { return _stop.get_token(); }
+  /// The source of the request; others may request a stop, too.
+  [[nodiscard]] std::stop_source const& getSource() const noexcept { return _stop; }
   [[nodiscard]] StopCause getCause() const noexcept { return _cause; }
 
 private:

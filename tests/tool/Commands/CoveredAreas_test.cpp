@@ -20,8 +20,7 @@ protected:
 
   /// Gives the sheet a cell.
   void fill(unsigned long row, unsigned long column) {
-    _ruled.document.getSheets()[0].table->setValue(row, column,
-                                                   FormulaModel::FormulaBoolean{true});
+    _ruled.document.getSheets()[0].table->setValue(row, column, FormulaModel::FormulaBoolean{true});
   }
 
   /// The areas that a command looks at for rules with these ranges.

@@ -47,9 +47,7 @@ TEST(JsonText, ValuesKeepTheirKind) {
 
 class JsonSummaryTest : public testing::Test {
 protected:
-  nlohmann::json summary() {
-    return nlohmann::json::parse(toJsonSummary(_selection, _report));
-  }
+  nlohmann::json summary() { return nlohmann::json::parse(toJsonSummary(_selection, _report)); }
 
   TestSupport::RuledDocument _ruled;
   Selection _selection{_ruled.document, _ruled.options};

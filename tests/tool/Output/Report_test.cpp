@@ -82,8 +82,7 @@ TEST_F(ReportTest, FailuresAreOneLineForARuleWithCountAndFirstCell) {
   auto const text = summaryAfter([&](Report& report) {
     auto const& rule = _ruled.document.getRules()[0];
     for (unsigned long row = 2; row < 14; ++row) {
-      report.addFailure(rule, cell(row),
-                        std::make_exception_ptr(std::runtime_error("too\nmuch")));
+      report.addFailure(rule, cell(row), std::make_exception_ptr(std::runtime_error("too\nmuch")));
     }
     EXPECT_EQ(report.countFailedRules(), 1U);
     EXPECT_EQ(report.listProblems().size(), 1U);
