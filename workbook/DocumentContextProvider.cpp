@@ -40,7 +40,8 @@ DocumentContextProvider::DocumentContextProvider(Document const& document,
     : _document(document),
       _locale(localeName, document.getDateSystem()),
       _timeZone(std::move(timeZone)),
-      _namesOfSheet(document.getSheets().size()) {
+      _namesOfSheet(document.getSheets().size()),
+      _listObjectsOfSheet(document.getSheets().size()) {
   for (std::size_t index = 0; index < document.getSheets().size(); ++index) {
     Sheet const& sheet = document.getSheets()[index];
     _tableContexts.push_back(std::make_unique<SheetTableContext>(sheet, index));
@@ -53,7 +54,9 @@ DocumentContextProvider::DocumentContextProvider(Document const& document,
     scope.emplace(foldCase(name.name), index);
   }
   for (std::size_t index = 0; index < document.getListObjects().size(); ++index) {
-    _listObjectsByName.emplace(foldCase(document.getListObjects()[index].name), index);
+    Formulas::ListObject const& listObject = document.getListObjects()[index];
+    _listObjectsByName.emplace(foldCase(listObject.name), index);
+    _listObjectsOfSheet.at(listObject.table.get()).push_back(index);
   }
 }
 
@@ -106,8 +109,12 @@ Formulas::ListObject const* DocumentContextProvider::findListObject(std::string_
 
 Formulas::ListObject const* DocumentContextProvider::findListObjectAt(
     FormulaModel::DocTableIndex table, unsigned long row, unsigned long column) const {
-  for (Formulas::ListObject const& listObject : _document.getListObjects()) {
-    if (listObject.table == table && listObject.range.contains(row, column)) {
+  if (table.get() >= _listObjectsOfSheet.size()) {
+    return nullptr;
+  }
+  for (std::size_t const index : _listObjectsOfSheet[table.get()]) {
+    Formulas::ListObject const& listObject = _document.getListObjects()[index];
+    if (listObject.range.contains(row, column)) {
       return &listObject;
     }
   }

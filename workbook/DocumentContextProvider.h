@@ -55,6 +55,7 @@ private:
   ByFoldedName _namesOfAllSheets;
   std::vector<ByFoldedName> _namesOfSheet;
   ByFoldedName _listObjectsByName;
+  std::vector<std::vector<std::size_t>> _listObjectsOfSheet;  ///< indices by sheet
 };
 
 }  // namespace Zorv::Workbook

@@ -1,9 +1,10 @@
 #include "workbook/LoadWorkbook.h"
 
+#include <new>
 #include <utility>
 
 #include "workbook/Package/Archive.h"
-#include "workbook/Package/FileKind.h"
+#include "workbook/Package/PackageFile.h"
 #include "workbook/Package/PartError.h"
 #include "workbook/Read/LoadState.h"
 #include "workbook/Read/WorkbookReader.h"
@@ -13,10 +14,10 @@ namespace Zorv::Workbook {
 
 Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& options) {
   try {
-    refuseForeignFile(file);
-    Archive archive(file, options.limits, options.budget);
+    Archive archive(openPackageFile(file, options.limits.pipeBytes), options.limits,
+                    options.budget);
     Document document;
-    LoadState state{archive, options.limits, document};
+    LoadState state{archive, options.limits, document, MemoryCounter(options.budget)};
     WorkbookReader(state).read();
     recalculate(document, std::move(state.missing),
                 {.localeName = options.localeName,
@@ -26,6 +27,10 @@ Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& opti
     return document;
   } catch (PartError const& error) {
     throw LoadError(file.string(), error.getPart(), error.getPlace(), error.getProblem());
+  } catch (std::bad_alloc const&) {
+    throw LoadError(file.string(), {}, {},
+                    "needs more memory to be read than there is; give the program more memory, or "
+                    "save the workbook with fewer sheets and try again");
   }
 }
 

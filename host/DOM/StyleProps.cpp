@@ -54,6 +54,18 @@ std::size_t hashValue(BorderLine const& line) noexcept {
   return seed;
 }
 
+std::size_t hashValue(GradientFill const& fill) noexcept {
+  std::size_t seed = hashValue(fill.type);
+  for (double const number : {fill.degree, fill.left, fill.right, fill.top, fill.bottom}) {
+    boost::hash_combine(seed, number);
+  }
+  for (GradientStop const& stop : fill.stops) {
+    boost::hash_combine(seed, stop.position);
+    boost::hash_combine(seed, hashValue(stop.colour));
+  }
+  return seed;
+}
+
 template <class Value>
 void combine(std::size_t& seed, std::optional<Value> const& value) noexcept {
   boost::hash_combine(seed, value.has_value());

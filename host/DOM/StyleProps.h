@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "Utils/Export.h"
 
@@ -55,6 +56,7 @@ enum class FillPattern : std::uint8_t {
   LightTrellis,
   Gray125,
   Gray0625,
+  Gradient,  ///< no pattern: the fill is `CellProps::fillGradient`
 };
 enum class LineStyle : std::uint8_t {
   None,
@@ -79,6 +81,34 @@ struct BorderLine {
   std::optional<Colour> colour = std::nullopt;
 
   friend bool operator==(BorderLine const&, BorderLine const&) = default;
+};
+
+enum class GradientType : std::uint8_t {
+  Linear,  ///< along a line
+  Path,    ///< from the edges of an inner rectangle outwards
+};
+
+/// Colour at one place of a gradient.
+struct GradientStop {
+  double position = 0;  ///< from 0, where the gradient begins, to 1
+  Colour colour;
+
+  friend bool operator==(GradientStop const&, GradientStop const&) = default;
+};
+
+/// Fill whose colour changes over the cell (ISO/IEC 29500-1, 18.8.24).
+struct GradientFill {
+  GradientType type = GradientType::Linear;
+  double degree =
+      0;  ///< of a linear gradient: the angle of its line, clockwise; 0 is left to right
+  /// Of a path: the edges of the inner rectangle, as parts of the cell's width or height.
+  double left = 0;
+  double right = 0;
+  double top = 0;
+  double bottom = 0;
+  std::vector<GradientStop> stops;
+
+  friend bool operator==(GradientFill const&, GradientFill const&) = default;
 };
 
 /// Member of a property group: its printed name and its pointer to member.
@@ -136,8 +166,9 @@ struct ParaProps {
 /// Cell properties. A member without a value is not set.
 struct CellProps {
   std::optional<FillPattern> fillPattern = std::nullopt;
-  std::optional<Colour> fillColour = std::nullopt;         ///< of a solid fill
-  std::optional<Colour> fillPatternColour = std::nullopt;  ///< of the lines or dots of a pattern
+  std::optional<Colour> fillColour = std::nullopt;          ///< of a solid fill
+  std::optional<Colour> fillPatternColour = std::nullopt;   ///< of the lines or dots of a pattern
+  std::optional<GradientFill> fillGradient = std::nullopt;  ///< counts for FillPattern::Gradient
   std::optional<BorderLine> borderLeft = std::nullopt;
   std::optional<BorderLine> borderRight = std::nullopt;
   std::optional<BorderLine> borderTop = std::nullopt;
@@ -152,6 +183,7 @@ struct CellProps {
     return std::tuple{PropMember{"fillPattern", &CellProps::fillPattern},
                       PropMember{"fillColour", &CellProps::fillColour},
                       PropMember{"fillPatternColour", &CellProps::fillPatternColour},
+                      PropMember{"fillGradient", &CellProps::fillGradient},
                       PropMember{"borderLeft", &CellProps::borderLeft},
                       PropMember{"borderRight", &CellProps::borderRight},
                       PropMember{"borderTop", &CellProps::borderTop},

@@ -108,7 +108,7 @@ TEST_F(DocumentContextProviderTest, TheValueProviderGivesTheCellsValues) {
   EXPECT_EQ(values.getFormulasContextProvider().getLocaleContext().getDecimalSeparator(), ",");
 }
 
-TEST(ListObjects, ATableWithoutARangeIsReportedAndAMissingRelationshipIsAnError) {
+TEST(ListObjects, ATableThatCannotBeReadIsLeftOutAndReported) {
   auto const builder = [](char const* relationships) {
     return WorkbookBuilder()
         .setSheet("", "<tableParts><tablePart r:id='t1'/></tableParts>")
@@ -122,9 +122,39 @@ TEST(ListObjects, ATableWithoutARangeIsReportedAndAMissingRelationshipIsAnError)
   ASSERT_EQ(document.getFindings().size(), 1U);
   EXPECT_EQ(document.getFindings()[0].message,
             "the table \"Sales\" has no range of the sheet; it is left out");
-  EXPECT_EQ(builder("<Relationships/>").loadMessage(),
-            "xl/worksheets/sheet1.xml: tablePart: refers to the relationship \"t1\", which the "
-            "sheet does not have; the file is damaged");
+  Document const unrelated = builder("<Relationships/>").load();
+  ASSERT_EQ(unrelated.getFindings().size(), 1U);
+  EXPECT_EQ(unrelated.getFindings()[0].message,
+            "a table is left out: it refers to the relationship \"t1\", which the sheet does not "
+            "have");
+  Document const broken = builder(
+                              "<Relationships><Relationship Id='t1' Type='x/table' "
+                              "Target='/xl/t.xml'/></Relationships>")
+                              .setPart("xl/t.xml", "<table>")
+                              .load();
+  ASSERT_EQ(broken.getFindings().size(), 1U);
+  EXPECT_EQ(broken.getFindings()[0].part, "xl/t.xml");
+  EXPECT_EQ(broken.getFindings()[0].message,
+            "the table cannot be read and is left out: the XML ends before it is complete; the "
+            "file is cut off or damaged");
+}
+
+TEST(ListObjects, MoreColumnsThanTheLimitAreNotRead) {
+  LoadOptions options;
+  options.limits.tableColumns = 10;
+  Document const document =
+      WorkbookBuilder()
+          .setSheet("", "<tableParts><tablePart r:id='t1'/></tableParts>")
+          .setPart("xl/worksheets/_rels/sheet1.xml.rels",
+                   "<Relationships><Relationship Id='t1' Type='x/table' Target='/xl/t.xml'/>"
+                   "</Relationships>")
+          .setPart("xl/t.xml", "<table displayName='Wide' ref='A1:XFD2'/>")
+          .load(options);
+  EXPECT_TRUE(document.getListObjects().empty());
+  ASSERT_EQ(document.getFindings().size(), 1U);
+  EXPECT_EQ(document.getFindings()[0].message,
+            "the table cannot be read and is left out: the tables of the workbook have more than "
+            "10 columns, which is the limit");
 }
 
 }  // namespace

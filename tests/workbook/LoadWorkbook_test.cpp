@@ -346,12 +346,13 @@ TEST(DamagedFiles, ArchivesThatUnpackToFarMoreThanTheirSizeAreRefused) {
 TEST(DamagedFiles, PartsThatAreKeptWholeHaveALimitOfTheirOwn) {
   LoadOptions options;
   options.limits.wholePartBytes = 10'000;
-  EXPECT_EQ(WorkbookBuilder().setSheet(std::string(20'000, ' ')).loadMessage(options), "");
   EXPECT_EQ(WorkbookBuilder()
-                .setSheet("")
+                .setSheet(std::string(20'000, ' '))
                 .setSharedStrings(std::string(20'000, ' '))
                 .loadMessage(options),
-            "xl/sharedStrings.xml: unpacks to more than 10000 bytes, which is the limit");
+            "");
+  EXPECT_EQ(WorkbookBuilder().setSheet("").setStyles(std::string(20'000, ' ')).loadMessage(options),
+            "xl/styles.xml: unpacks to more than 10000 bytes, which is the limit");
 }
 
 TEST(LoadWorkbook, ReadingSpendsFromTheBudgetAndStopsWithIt) {

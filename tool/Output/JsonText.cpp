@@ -54,6 +54,24 @@ Json propertyToJson(DOM::BorderLine const& line) {
   return json;
 }
 
+Json propertyToJson(DOM::GradientFill const& gradient) {
+  bool const isLinear = gradient.type == DOM::GradientType::Linear;
+  Json json = {{"type", isLinear ? "linear" : "path"}};
+  if (isLinear) {
+    json["degree"] = gradient.degree;
+  } else {
+    json.update({{"left", gradient.left},
+                 {"right", gradient.right},
+                 {"top", gradient.top},
+                 {"bottom", gradient.bottom}});
+  }
+  auto& stops = json["stops"] = Json::array();
+  for (DOM::GradientStop const& stop : gradient.stops) {
+    stops.push_back({{"position", stop.position}, {"colour", toText(stop.colour)}});
+  }
+  return json;
+}
+
 template <class Value>
 Json propertyToJson(Value const& value) {
   if constexpr (std::is_arithmetic_v<Value> || std::is_same_v<Value, std::string>) {

@@ -31,6 +31,7 @@ std::string_view wordOf(std::string_view name) {
       {"fillPattern", "pattern"},
       {"fillColour", "fill"},
       {"fillPatternColour", "pattern colour"},
+      {"fillGradient", "gradient"},
       {"borderLeft", "left border"},
       {"borderRight", "right border"},
       {"borderTop", "top border"},
@@ -50,8 +51,8 @@ public:
     append(fmt::format("{}{}", value ? "" : "not ", wordOf(name)));
   }
   void add(std::string_view name, DOM::FillPattern value) {
-    // A solid fill is described by its colour alone.
-    if (value != DOM::FillPattern::Solid) {
+    // A solid fill is described by its colour alone, and a gradient by its colours.
+    if (value != DOM::FillPattern::Solid && value != DOM::FillPattern::Gradient) {
       append(fmt::format("{} {}", wordOf(name), toText(value)));
     }
   }
@@ -82,6 +83,12 @@ private:
 bool hasFrame(DOM::CellProps const& props) noexcept {
   return props.borderLeft && props.borderLeft == props.borderRight &&
          props.borderLeft == props.borderTop && props.borderLeft == props.borderBottom;
+}
+
+/// Properties of a fill that does not show: rules set them one by one, so that a style may have
+/// those of a gradient and of a plain fill.
+bool isHiddenFill(std::string_view name, bool isGradient) noexcept {
+  return isGradient ? name == "fillColour" || name == "fillPatternColour" : name == "fillGradient";
 }
 
 bool isSide(std::string_view name) noexcept {
@@ -123,11 +130,11 @@ std::string_view toText(DOM::VerticalAlignment value) noexcept {
 }
 
 std::string_view toText(DOM::FillPattern value) noexcept {
-  static constexpr std::array<std::string_view, 19> names = {
+  static constexpr std::array<std::string_view, 20> names = {
       "none",           "solid",           "mediumGray",    "darkGray",  "lightGray",
       "darkHorizontal", "darkVertical",    "darkDown",      "darkUp",    "darkGrid",
       "darkTrellis",    "lightHorizontal", "lightVertical", "lightDown", "lightUp",
-      "lightGrid",      "lightTrellis",    "gray125",       "gray0625"};
+      "lightGrid",      "lightTrellis",    "gray125",       "gray0625",  "gradient"};
   return nameOf(value, names);
 }
 
@@ -157,10 +164,24 @@ std::string toText(DOM::BorderLine const& line) {
   return text;
 }
 
+std::string toText(DOM::GradientFill const& gradient) {
+  std::string text;
+  for (DOM::GradientStop const& stop : gradient.stops) {
+    text += text.empty() ? "" : " to ";
+    text += toText(stop.colour);
+  }
+  return text;
+}
+
 std::string describe(DOM::CellStyle const& style) {
   Phrases phrases;
   bool const framed = style.getCellProps() && hasFrame(*style.getCellProps());
+  bool const isGradient =
+      style.getCellProps() && style.getCellProps()->fillPattern == DOM::FillPattern::Gradient;
   forEachSetProperty(style, [&](std::string_view name, auto const& value) {
+    if (isHiddenFill(name, isGradient)) {
+      return;
+    }
     if (!framed || !isSide(name)) {
       phrases.add(name, value);
     } else if (name == "borderLeft") {

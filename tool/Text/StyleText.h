@@ -25,6 +25,9 @@ namespace Zorv::Tool {
 /// The line's style and, if it has one, its colour.
 [[nodiscard]] std::string toText(DOM::BorderLine const& line);
 
+/// The colours of a gradient, from its beginning to its end.
+[[nodiscard]] std::string toText(DOM::GradientFill const& gradient);
+
 /// One line for people: `fill #FFC7CE, text #9C0006, bold`; "nothing" for a style that sets
 /// nothing.
 [[nodiscard]] std::string describe(DOM::CellStyle const& style);

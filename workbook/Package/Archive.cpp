@@ -28,38 +28,50 @@ constexpr std::uint64_t bytesPerStep = 32;
   zip_error_init_with_code(&error, code);
   std::string const reason = zip_error_strerror(&error);
   zip_error_fini(&error);
+  if (code == ZIP_ER_OPEN || code == ZIP_ER_READ || code == ZIP_ER_NOENT) {
+    throw PartError({}, {}, fmt::format("cannot be read ({})", reason));
+  }
   throw PartError({}, {},
                   fmt::format("is no .xlsx workbook, or is damaged or cut off: its list of parts "
                               "cannot be read ({}); fetch the file anew",
                               reason));
 }
 
+/// Limits and counts that the parts of one file share.
+struct FileUse {
+  Limits const& limits;
+  std::uint64_t fileBytes;
+  WorkBudget* budget;
+  std::uint64_t& unpackedBytes;
+};
+
 /// Unpacked bytes of one part, counted against the limits.
 class PartSource final : public ByteSource {
 public:
-  PartSource(zip_file_t* file, std::string name, std::uint64_t packedBytes, PartUse use,
-             Limits const& limits, WorkBudget* budget, std::uint64_t& archiveUnpackedBytes) noexcept
-      : _file(file),
+  PartSource(zip_file_t* part, std::string name, std::uint64_t packedBytes, PartUse use,
+             FileUse const& file) noexcept
+      : _part(part),
         _name(std::move(name)),
         _packedBytes(packedBytes),
-        _byteLimit(use == PartUse::Whole ? limits.wholePartBytes : limits.unpackedBytes),
-        _limits(limits),
-        _budget(budget),
-        _archiveUnpackedBytes(archiveUnpackedBytes) {}
+        _use(use),
+        _byteLimit(use == PartUse::Whole ? file.limits.wholePartBytes : file.limits.unpackedBytes),
+        _file(file) {}
 
   std::size_t read(char* bytes, std::size_t size) override {
-    zip_int64_t const count = zip_fread(_file.get(), bytes, size);
+    zip_int64_t const count = zip_fread(_part.get(), bytes, size);
     if (count < 0) {
-      throw PartError(_name, {},
-                      fmt::format("is damaged and cannot be unpacked ({}); fetch the file anew",
-                                  zip_file_strerror(_file.get())));
+      fail(fmt::format("is damaged and cannot be unpacked ({}); fetch the file anew",
+                       zip_file_strerror(_part.get())));
     }
     auto const unpacked = static_cast<std::size_t>(count);
     _unpackedBytes += unpacked;
-    _archiveUnpackedBytes += unpacked;
-    checkLimits();
-    if (_budget != nullptr) {
-      _budget->spend(unpacked / bytesPerStep);
+    checkPart();
+    if (_use != PartUse::Again) {
+      _file.unpackedBytes += unpacked;
+      checkFile();
+    }
+    if (_file.budget != nullptr) {
+      _file.budget->spend(unpacked / bytesPerStep);
     }
     return unpacked;
   }
@@ -67,47 +79,80 @@ public:
   [[nodiscard]] std::string const& getName() const noexcept override { return _name; }
 
 private:
-  void checkLimits() const {
+  [[noreturn]] void fail(std::string problem) const {
+    throw PartError(_name, {}, std::move(problem));
+  }
+
+  void checkPart() const {
+    Limits const& limits = _file.limits;
     if (_unpackedBytes > _byteLimit) {
-      throw PartError(_name, {},
-                      fmt::format("unpacks to more than {} bytes, which is the limit", _byteLimit));
+      fail(fmt::format("unpacks to more than {} bytes, which is the limit", _byteLimit));
     }
-    if (_archiveUnpackedBytes > _limits.unpackedBytes) {
-      throw PartError(_name, {},
-                      fmt::format("the file unpacks to more than {} bytes, which is the limit",
-                                  _limits.unpackedBytes));
-    }
-    if (_unpackedBytes > _limits.ratioFreeBytes &&
-        _unpackedBytes / std::max<std::uint64_t>(_packedBytes, 1) >= _limits.unpackRatio) {
-      throw PartError(_name, {},
-                      fmt::format("unpacks to more than {} times its size, as no honest workbook "
-                                  "does; it is refused",
-                                  _limits.unpackRatio));
+    if (_unpackedBytes > limits.ratioFreeBytes &&
+        _unpackedBytes / std::max<std::uint64_t>(_packedBytes, 1) >= limits.unpackRatio) {
+      fail(
+          fmt::format("unpacks to more than {} times its size, as no honest workbook does; it is "
+                      "refused",
+                      limits.unpackRatio));
     }
   }
 
+  void checkFile() const {
+    Limits const& limits = _file.limits;
+    if (_file.unpackedBytes > limits.unpackedBytes) {
+      fail(fmt::format("the file unpacks to more than {} bytes, which is the limit",
+                       limits.unpackedBytes));
+    }
+    if (_file.unpackedBytes / partsOfFreeRatio > limits.ratioFreeBytes &&
+        _file.unpackedBytes / std::max<std::uint64_t>(_file.fileBytes, 1) >= limits.unpackRatio) {
+      fail(
+          fmt::format("the file unpacks to more than {} times its size, as no honest workbook "
+                      "does; it is refused",
+                      limits.unpackRatio));
+    }
+  }
+
+  static constexpr std::uint64_t partsOfFreeRatio = 8;
+
   struct Close {
-    void operator()(zip_file_t* file) const noexcept { zip_fclose(file); }
+    void operator()(zip_file_t* part) const noexcept { zip_fclose(part); }
   };
 
-  std::unique_ptr<zip_file_t, Close> _file;
+  std::unique_ptr<zip_file_t, Close> _part;
   std::string _name;
   std::uint64_t _packedBytes;
+  PartUse _use;
   std::uint64_t _byteLimit;
-  Limits const& _limits;
-  WorkBudget* _budget;
+  FileUse _file;
   std::uint64_t _unpackedBytes = 0;
-  std::uint64_t& _archiveUnpackedBytes;
 };
+
+/// An archive in memory; the bytes must outlive it. Null and `code` on failure.
+zip_t* openBytes(std::string const& bytes, int& code) {
+  zip_error_t error;
+  zip_error_init(&error);
+  zip_t* archive = nullptr;
+  if (zip_source_t* const source =
+          zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error)) {
+    archive = zip_open_from_source(source, ZIP_RDONLY, &error);
+    if (archive == nullptr) {
+      zip_source_free(source);
+    }
+  }
+  code = zip_error_code_zip(&error);
+  zip_error_fini(&error);
+  return archive;
+}
 
 }  // namespace
 
 void Archive::Close::operator()(zip* archive) const noexcept { zip_discard(archive); }
 
-Archive::Archive(std::filesystem::path const& file, Limits const& limits, WorkBudget* budget)
-    : _limits(limits), _budget(budget) {
+Archive::Archive(PackageFile file, Limits const& limits, WorkBudget* budget)
+    : _file(std::move(file)), _fileBytes(_file.getSize()), _limits(limits), _budget(budget) {
   int code = ZIP_ER_OK;
-  _zip.reset(zip_open(file.c_str(), ZIP_RDONLY, &code));
+  _zip.reset(_file.bytes ? openBytes(*_file.bytes, code)
+                         : zip_open(_file.path.c_str(), ZIP_RDONLY, &code));
   if (!_zip) {
     failToOpen(code);
   }
@@ -150,8 +195,8 @@ std::unique_ptr<ByteSource> Archive::open(std::string_view part, PartUse use) {
                     fmt::format("is damaged and cannot be unpacked ({}); fetch the file anew",
                                 zip_strerror(_zip.get())));
   }
-  return std::make_unique<PartSource>(file, std::move(name), stat.comp_size, use, _limits, _budget,
-                                      _unpackedBytes);
+  return std::make_unique<PartSource>(file, std::move(name), stat.comp_size, use,
+                                      FileUse{_limits, _fileBytes, _budget, _unpackedBytes});
 }
 
 }  // namespace Zorv::Workbook

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,6 +9,7 @@
 #include "Utils/WorkBudget.h"
 #include "workbook/Limits.h"
 #include "workbook/Package/ByteSource.h"
+#include "workbook/Package/PackageFile.h"
 
 struct zip;
 
@@ -19,6 +19,7 @@ namespace Zorv::Workbook {
 enum class PartUse : std::uint8_t {
   Whole,     ///< held in memory as a whole
   Streamed,  ///< read piece by piece
+  Again,     ///< read piece by piece once more; does not count towards the limits of the file
 };
 
 /// Zip archive of the parts of a workbook file.
@@ -30,10 +31,13 @@ class Archive {
 public:
   /// Reading spends from the budget, which is borrowed and may be null. Throws PartError if the
   /// file is not an archive, damaged, or beyond the limits.
-  Archive(std::filesystem::path const& file, Limits const& limits, WorkBudget* budget);
+  Archive(PackageFile file, Limits const& limits, WorkBudget* budget);
   ~Archive();
   Archive(Archive const&) = delete;
   Archive& operator=(Archive const&) = delete;
+
+  /// Size of the file.
+  [[nodiscard]] std::uint64_t getFileBytes() const noexcept { return _fileBytes; }
 
   [[nodiscard]] bool has(std::string_view part) const;
 
@@ -49,7 +53,9 @@ private:
     void operator()(zip* archive) const noexcept;
   };
 
-  std::unique_ptr<zip, Close> _zip;
+  PackageFile _file;
+  std::uint64_t _fileBytes;
+  std::unique_ptr<zip, Close> _zip;  ///< reads the bytes of the file
   Limits _limits;
   WorkBudget* _budget;
   std::uint64_t _unpackedBytes = 0;

@@ -7,8 +7,10 @@
 #include <fmt/format.h>
 
 #include "DOM/A1Notation.h"
+#include "DOM/CellStore.h"
 #include "FormulaModel/FormulaValueAccess.h"
 #include "workbook/Package/PartError.h"
+#include "workbook/Quote.h"
 #include "workbook/Read/SharedStrings.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/XmlText.h"
@@ -21,12 +23,6 @@ FormulaValue numberValue(double number) { return FormulaModel::FormulaNumber{Flo
 
 FormulaValue textValue(std::string text) { return FormulaModel::FormulaString{std::move(text)}; }
 
-/// Error codes that the value model does not have become `#VALUE!`.
-FormulaValue errorValue(std::string_view text) {
-  return FormulaModel::FormulaError{FormulaModel::parseErrorCode(trimXmlSpaces(text))
-                                        .value_or(FormulaModel::FormulaErrorCode::Value)};
-}
-
 }  // namespace
 
 CellReader::CellReader(LoadState& state, std::vector<std::string> const& sharedStrings,
@@ -36,45 +32,15 @@ CellReader::CellReader(LoadState& state, std::vector<std::string> const& sharedS
       _styles(styles),
       _sheet(state.document.getSheets()[sheet]),
       _reader(reader),
+      _places(reader),
       _formulas(state, sheet, reader) {}
 
-unsigned long CellReader::beginRow() {
-  if (auto const text = _reader.getAttribute("r")) {
-    auto const number = parseInteger(*text);
-    if (!number || *number < 1 || static_cast<unsigned long>(*number) > DOM::Table::rowCount) {
-      fail(fmt::format("row {}", *text), "lies outside the sheet; the file is damaged");
-    }
-    _row = static_cast<unsigned long>(*number) - 1;
-  } else {
-    _row = _nextRow;
-  }
-  _nextRow = _row + 1;
-  _nextColumn = 0;
-  return _row;
-}
-
 void CellReader::readCell() {
-  CellIndex const place = findPlace();
-  _nextColumn = place.getColumn().get() + 1;
+  CellIndex const place = _places.findCell();
   DOM::SharedCellStylePtr style = findStyle(place);
   _content.type = _reader.getAttribute("t").value_or("n");
   readContent(place);
   store(place, std::move(style));
-}
-
-CellIndex CellReader::findPlace() {
-  auto const reference = _reader.getAttribute("r");
-  if (reference) {
-    auto const place = DOM::A1Notation::parseCell(*reference);
-    if (!place) {
-      fail(fmt::format("cell {}", *reference), "is no cell of the sheet; the file is damaged");
-    }
-    return *place;
-  }
-  if (_row >= DOM::Table::rowCount || _nextColumn >= DOM::Table::columnCount) {
-    fail(fmt::format("row {}", _row + 1), "has more cells than a sheet has columns");
-  }
-  return {RowIndex(_row), ColumnIndex(_nextColumn)};
 }
 
 /// Cells that name no style have the first one, which is not kept with each of them.
@@ -87,9 +53,8 @@ DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
   auto const& style = _styles.getCellStyle(index && *index >= 0 ? static_cast<std::size_t>(*index)
                                                                 : _styles.getCellStyleCount());
   if (!style) {
-    _state.document.addFinding(
-        {_sheet.part, _sheet.name, DOM::A1Notation::toAddress(place),
-         fmt::format("the cell has the style \"{}\", which the file does not have", *text)});
+    addFinding(place, fmt::format("the cell has the style \"{}\", which the file does not have",
+                                  quote(*text)));
   }
   return style;
 }
@@ -139,14 +104,11 @@ void CellReader::readValueText() {
 void CellReader::store(CellIndex place, DOM::SharedCellStylePtr style) {
   bool const isMissing = lacksResult();  // interpret() takes the text
   FormulaValue value = interpret(place);
-  if (FormulaModel::isFormulaEmpty(value) && !style && !_content.hasFormula) {
+  bool const repeated = isRepeated(place);
+  if (FormulaModel::isFormulaEmpty(value) && !style && !_content.hasFormula && !repeated) {
     return;
   }
-  if (++_state.cellCount > _state.limits.cells) {
-    fail(fmt::format("cell {}", DOM::A1Notation::toAddress(place)),
-         fmt::format("the workbook has more than {} cells, which is the limit",
-                     _state.limits.cells));
-  }
+  countCell(place);
   DOM::Cell& cell = _sheet.table->obtainCell(place.getRow().get(), place.getColumn().get());
   cell.value = std::move(value);
   cell.style = std::move(style);
@@ -154,6 +116,30 @@ void CellReader::store(CellIndex place, DOM::SharedCellStylePtr style) {
   if (isMissing) {
     _formulas.addMissingResult(place);
   }
+}
+
+/// Cells stand in the order of rows and columns, so that only one out of order can be a repeated
+/// one.
+bool CellReader::isRepeated(CellIndex place) {
+  if (!_last || *_last < place) {
+    _last = place;
+    return false;
+  }
+  bool const repeated =
+      _sheet.table->findCell(place.getRow().get(), place.getColumn().get()) != nullptr;
+  if (repeated) {
+    addFinding(place, "the file has the cell more than once; the last one counts");
+  }
+  return repeated;
+}
+
+void CellReader::countCell(CellIndex place) {
+  if (++_state.cellCount > _state.limits.cells) {
+    fail(fmt::format("cell {}", DOM::A1Notation::toAddress(place)),
+         fmt::format("the workbook has more than {} cells, which is the limit",
+                     _state.limits.cells));
+  }
+  _state.memory.take(sizeof(DOM::CellStore::Entry));
 }
 
 /// An empty text is a result, if it is marked as a text.
@@ -182,12 +168,34 @@ FormulaValue CellReader::interpret(CellIndex place) {
     return truth ? FormulaModel::FormulaBoolean{*truth} : refuse(place, "no truth value");
   }
   if (type == "e") {
-    return errorValue(value);
+    return interpretError(place, value);
   }
-  bool const isDate = type == "d";
-  auto const number =
-      isDate ? parseIsoDate(value, _state.document.getDateSystem()) : parseNumber(value);
-  return number ? numberValue(*number) : refuse(place, isDate ? "no date" : "no number");
+  if (type == "d") {
+    auto const date = parseIsoDate(value, _state.document.getDateSystem());
+    return date ? numberValue(*date) : refuse(place, "no date");
+  }
+  return interpretNumber(place, value);
+}
+
+/// Also values of unknown types.
+FormulaValue CellReader::interpretNumber(CellIndex place, std::string_view text) {
+  if (_content.type != "n" && _content.type != "str" && _content.type != "inlineStr") {
+    addFinding(place,
+               fmt::format("the type \"{}\" of the cell is not known; it is read as a number",
+                           quote(_content.type)));
+  }
+  auto const number = parseNumber(text);
+  return number ? numberValue(*number) : refuse(place, "no number");
+}
+
+/// Error codes that the value model does not have become `#VALUE!`.
+FormulaValue CellReader::interpretError(CellIndex place, std::string_view text) {
+  auto const code = FormulaModel::parseErrorCode(text);
+  if (!code) {
+    addFinding(place,
+               fmt::format("the error \"{}\" is not known; it is read as #VALUE!", quote(text)));
+  }
+  return FormulaModel::FormulaError{code.value_or(FormulaModel::FormulaErrorCode::Value)};
 }
 
 /// A formula's result that is not a number. Some writers store errors as texts; formulas whose
@@ -206,18 +214,34 @@ FormulaValue CellReader::interpretShared(CellIndex place) {
   if (!index || *index < 0 || static_cast<std::size_t>(*index) >= _sharedStrings.size()) {
     fail(fmt::format("cell {}", DOM::A1Notation::toAddress(place)),
          fmt::format("refers to the shared text \"{}\", but the file has {}; the file is damaged",
-                     _content.value, _sharedStrings.size()));
+                     quote(_content.value), _sharedStrings.size()));
   }
-  return textValue(_sharedStrings[static_cast<std::size_t>(*index)]);
+  std::string const& text = _sharedStrings[static_cast<std::size_t>(*index)];
+  _state.sharedTextBytes += text.size();
+  _state.memory.take(text.size());
+  std::uint64_t const limit =
+      std::max(_state.limits.sharedTextBytes,
+               _state.limits.textBytesPerFileByte * _state.archive.getFileBytes());
+  if (_state.sharedTextBytes > limit) {
+    fail(fmt::format("cell {}", DOM::A1Notation::toAddress(place)),
+         fmt::format("the texts that cells share have more than {} bytes in all cells together, "
+                     "which is the limit for a file of its size",
+                     limit));
+  }
+  return textValue(text);
 }
 
 /// A value that does not fit its type: the cell stays empty.
 FormulaValue CellReader::refuse(CellIndex place, std::string_view what) {
   constexpr std::size_t shownSize = 40;
-  _state.document.addFinding({_sheet.part, _sheet.name, DOM::A1Notation::toAddress(place),
-                              fmt::format("the value \"{}\" is {}; the cell is read as empty",
-                                          _content.value.substr(0, shownSize), what)});
+  addFinding(place, fmt::format("the value \"{}\" is {}; the cell is read as empty",
+                                quote(_content.value, shownSize), what));
   return {};
+}
+
+void CellReader::addFinding(CellIndex place, std::string message) {
+  _state.document.addFinding(
+      {_sheet.part, _sheet.name, DOM::A1Notation::toAddress(place), std::move(message)});
 }
 
 void CellReader::fail(std::string const& place, std::string const& problem) const {

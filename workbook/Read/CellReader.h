@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Utils/CellIndex.h"
+#include "workbook/Read/CellPlaces.h"
 #include "workbook/Read/FormulaReader.h"
 #include "workbook/Read/LoadState.h"
 #include "workbook/Read/StylesReader.h"
@@ -21,13 +22,12 @@ public:
   CellReader(LoadState& state, std::vector<std::string> const& sharedStrings,
              StylesReader const& styles, std::size_t sheet, XmlReader& reader);
 
-  /// At the start of a `row` element: sets the row's position. A row without a number follows the
-  /// one before it. Throws PartError for a row outside the sheet.
-  unsigned long beginRow();
+  /// See CellPlaces.
+  unsigned long beginRow() { return _places.beginRow(); }
 
-  /// After the start of a `c` element (ISO/IEC 29500-1, 18.3.1.4): reads up to its end. A cell
-  /// without a reference follows the one before it. Throws PartError for a cell outside the sheet,
-  /// and for a shared string that the workbook does not have.
+  /// After the start of a `c` element (ISO/IEC 29500-1, 18.3.1.4): reads up to its end. Throws
+  /// PartError for a cell outside the sheet, for a shared string that the workbook does not have,
+  /// and beyond the limits.
   void readCell();
 
 private:
@@ -40,16 +40,20 @@ private:
     bool hasFormula = false;
   };
 
-  [[nodiscard]] CellIndex findPlace();
   [[nodiscard]] DOM::SharedCellStylePtr findStyle(CellIndex place);
   void readContent(CellIndex place);
   void readValueText();
   void store(CellIndex place, DOM::SharedCellStylePtr style);
+  [[nodiscard]] bool isRepeated(CellIndex place);
+  void countCell(CellIndex place);
   [[nodiscard]] bool lacksResult() const noexcept;
   [[nodiscard]] FormulaValue interpret(CellIndex place);
   [[nodiscard]] FormulaValue interpretResult() const;
   [[nodiscard]] FormulaValue interpretShared(CellIndex place);
+  [[nodiscard]] FormulaValue interpretError(CellIndex place, std::string_view text);
+  [[nodiscard]] FormulaValue interpretNumber(CellIndex place, std::string_view text);
   [[nodiscard]] FormulaValue refuse(CellIndex place, std::string_view what);
+  void addFinding(CellIndex place, std::string message);
   [[noreturn]] void fail(std::string const& place, std::string const& problem) const;
 
   LoadState& _state;
@@ -57,10 +61,9 @@ private:
   StylesReader const& _styles;
   Sheet& _sheet;
   XmlReader& _reader;
+  CellPlaces _places;
   FormulaReader _formulas;
-  unsigned long _nextRow = 0;
-  unsigned long _nextColumn = 0;
-  unsigned long _row = 0;
+  std::optional<CellIndex> _last;  ///< of the cells read so far
   Content _content;
 };
 

@@ -6,6 +6,9 @@
 #include <cstdint>
 #include <string>
 
+#include <fmt/format.h>
+
+#include "workbook/Quote.h"
 #include "workbook/Read/Values.h"
 
 namespace Zorv::Workbook {
@@ -90,27 +93,64 @@ void Palette::setIndexed(std::vector<DOM::Colour> const& colours) {
   std::copy_n(colours.begin(), std::min(colours.size(), _indexed.size()), _indexed.begin());
 }
 
-std::optional<DOM::Colour> Palette::read(pugi::xml_node element, AutomaticColour automatic) const {
-  if (!element) {
-    return std::nullopt;
+std::optional<DOM::Colour> Palette::read(pugi::xml_node element, AutomaticColour automatic) {
+  auto const colour = readPlain(element, automatic);
+  pugi::xml_attribute const tintAttribute = element.attribute("tint");
+  auto const tint = parseNumber(tintAttribute.value());
+  if (tintAttribute && !tint) {
+    noteUnknown(tintAttribute);
   }
-  std::optional<DOM::Colour> colour;
+  return colour && tint ? applyTint(*colour, *tint) : colour;
+}
+
+/// The colour before its tint. A theme's colour goes before components, and these before an index.
+std::optional<DOM::Colour> Palette::readPlain(pugi::xml_node element, AutomaticColour automatic) {
   if (parseBoolean(element.attribute("auto").value()).value_or(false)) {
     return automatic == AutomaticColour::Ink ? ink : paper;
   }
-  if (auto const themeIndex = parseInteger(element.attribute("theme").value())) {
-    bool const known = *themeIndex >= 0 && static_cast<std::size_t>(*themeIndex) < _theme.size();
-    colour = known ? std::optional(_theme.at(static_cast<std::size_t>(*themeIndex))) : std::nullopt;
-  } else if (auto const rgb = parseColour(element.attribute("rgb").value())) {
-    colour = rgb;
-  } else if (auto const index = parseInteger(element.attribute("indexed").value())) {
-    // The two indices after the palette are the system's colours of text and of windows.
-    bool const known = *index >= 0 && static_cast<std::size_t>(*index) < _indexed.size();
-    colour = known ? _indexed.at(static_cast<std::size_t>(*index))
-                   : (automatic == AutomaticColour::Ink ? ink : paper);
+  if (pugi::xml_attribute const theme = element.attribute("theme")) {
+    return findTheme(theme);
   }
-  auto const tint = parseNumber(element.attribute("tint").value());
-  return colour && tint ? applyTint(*colour, *tint) : colour;
+  pugi::xml_attribute const components = element.attribute("rgb");
+  if (auto const rgb = parseColour(components.value())) {
+    return rgb;
+  }
+  if (pugi::xml_attribute const index = element.attribute("indexed")) {
+    return findIndexed(index, automatic);
+  }
+  if (components) {
+    noteUnknown(components);
+  }
+  return std::nullopt;
+}
+
+std::optional<DOM::Colour> Palette::findTheme(pugi::xml_attribute index) {
+  auto const number = parseInteger(index.value());
+  if (!number || *number < 0 || static_cast<std::size_t>(*number) >= _theme.size()) {
+    noteUnknown(index);
+    return std::nullopt;
+  }
+  return _theme.at(static_cast<std::size_t>(*number));
+}
+
+/// The two indices after the palette are the system's colours of text and of windows.
+std::optional<DOM::Colour> Palette::findIndexed(pugi::xml_attribute index,
+                                                AutomaticColour automatic) {
+  auto const number = parseInteger(index.value());
+  if (number && *number >= 0 && static_cast<std::size_t>(*number) < _indexed.size()) {
+    return _indexed.at(static_cast<std::size_t>(*number));
+  }
+  if (!number || *number < 0) {
+    noteUnknown(index);
+    return std::nullopt;
+  }
+  return automatic == AutomaticColour::Ink ? ink : paper;
+}
+
+void Palette::noteUnknown(pugi::xml_attribute attribute) {
+  if (++_unknownCount == 1) {
+    _firstUnknown = fmt::format("{}=\"{}\"", attribute.name(), quote(attribute.value()));
+  }
 }
 
 std::optional<DOM::Colour> parseColour(std::string_view text) noexcept {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -33,13 +35,27 @@ public:
   void setIndexed(std::vector<DOM::Colour> const& colours);
 
   /// The colour of a colour element (ISO/IEC 29500-1, 18.8.3 and 18.8.19); nothing for a missing
-  /// element, and for one without a colour.
-  [[nodiscard]] std::optional<DOM::Colour> read(pugi::xml_node element,
-                                                AutomaticColour automatic) const;
+  /// element, and for one without a colour. Counts elements whose attributes are no colour; a tint
+  /// that is no number is left out.
+  [[nodiscard]] std::optional<DOM::Colour> read(pugi::xml_node element, AutomaticColour automatic);
+
+  /// Number of elements read whose attributes are no colour.
+  [[nodiscard]] std::uint64_t getUnknownCount() const noexcept { return _unknownCount; }
+  /// The first of these attributes, as `rgb="red"`.
+  [[nodiscard]] std::string const& getFirstUnknown() const noexcept { return _firstUnknown; }
 
 private:
+  void noteUnknown(pugi::xml_attribute attribute);
+  [[nodiscard]] std::optional<DOM::Colour> readPlain(pugi::xml_node element,
+                                                     AutomaticColour automatic);
+  [[nodiscard]] std::optional<DOM::Colour> findTheme(pugi::xml_attribute index);
+  [[nodiscard]] std::optional<DOM::Colour> findIndexed(pugi::xml_attribute index,
+                                                       AutomaticColour automatic);
+
   ThemeColours _theme;
   std::vector<DOM::Colour> _indexed;
+  std::uint64_t _unknownCount = 0;
+  std::string _firstUnknown;
 };
 
 /// Parses `AARRGGBB` or `RRGGBB`; nothing for any other text. The alpha is ignored: programs show

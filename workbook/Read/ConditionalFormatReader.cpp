@@ -11,7 +11,7 @@
 
 #include "DOM/A1Notation.h"
 #include "workbook/Package/PartError.h"
-#include "workbook/Package/Quote.h"
+#include "workbook/Quote.h"
 #include "workbook/Read/RuleCondition.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/XmlText.h"
@@ -59,19 +59,31 @@ void noteExtensionIds(pugi::xml_node rule, std::set<std::string, std::less<>>& i
 
 void ConditionalFormatReader::read(pugi::xml_node conditionalFormatting) {
   bool const isExtension = conditionalFormatting.name() != localName(conditionalFormatting);
-  std::string rangeText;
+  std::string_view const ruleName = isExtension ? "x14:cfRule" : "cfRule";
+  std::string rangeText = conditionalFormatting.attribute("sqref").value();
   std::vector<pugi::xml_node> rules;
-  rangeText = conditionalFormatting.attribute("sqref").value();
+  std::size_t unknownCount = 0;
   for (pugi::xml_node const child : conditionalFormatting) {
-    if (localName(child) == "sqref") {
+    if (child.name() == ruleName) {
+      rules.push_back(child);
+    } else if (localName(child) == "sqref") {
       rangeText = child.text().get();
     } else if (localName(child) == "cfRule") {
-      rules.push_back(child);
+      ++unknownCount;
     }
   }
+  _hasReadRules = _hasReadRules || !rules.empty();
   rangeText = trimXmlSpaces(std::string(rangeText));
   auto const ranges = DOM::A1Notation::parseRanges(rangeText);
   rangeText = quote(rangeText);
+  if (unknownCount > 0) {
+    Sheet const& sheet = _state.document.getSheets()[_sheet];
+    _state.document.addFinding(
+        {sheet.part, sheet.name, rangeText,
+         fmt::format("{} of a namespace that does not belong here {} left out",
+                     unknownCount == 1 ? "a rule" : fmt::format("{} rules", unknownCount),
+                     unknownCount == 1 ? "is" : "are")});
+  }
   for (pugi::xml_node const element : rules) {
     Rule rule;
     rule.number = _state.ruleCount++;
@@ -110,6 +122,11 @@ void ConditionalFormatReader::readRule(pugi::xml_node element, Rule rule) {
   rule.needleFormula = findNeedleFormula(element, rule.formulas);
   if (isVisual(rule.type)) {
     noteExtensionIds(element, _extensionIds);
+  }
+  checkAttributes(element, rule);
+  Sheet const& sheet = _state.document.getSheets()[_sheet];
+  for (std::string const& formula : rule.formulas) {
+    _state.countFormula(formula, sheet.part);
   }
   try {
     auto format = makeFormat(element, rule);
@@ -160,19 +177,49 @@ UUID ConditionalFormatReader::findStyle(pugi::xml_node element, Rule const& rule
                          ? _styles.getDifferentialStyle(static_cast<std::size_t>(*index))
                          : UUID();
   if (style.isEmpty()) {
-    Sheet const& sheet = _state.document.getSheets()[_sheet];
-    _state.document.addFinding(
-        {sheet.part, sheet.name, rule.rangeText,
-         fmt::format("rule {} refers to the differential format \"{}\", which the file "
-                     "does not have; it styles nothing",
-                     rule.number, attribute.value())});
+    addFinding(rule,
+               fmt::format("refers to the differential format \"{}\", which the file does not "
+                           "have; it styles nothing",
+                           quote(attribute.value())));
   }
   return style;
+}
+
+/// Tells attributes whose values are none of those that ISO/IEC 29500-1, 18.3.1.10 allows.
+void ConditionalFormatReader::checkAttributes(pugi::xml_node element, Rule const& rule) {
+  if (auto const priority = element.attribute("priority"); priority && !rule.priority) {
+    addFinding(rule,
+               fmt::format("has the priority \"{}\", which is no whole number; it counts as a "
+                           "rule without a priority, and these come last",
+                           quote(priority.value())));
+  }
+  for (char const* name : {"stopIfTrue", "aboveAverage", "percent", "bottom", "equalAverage"}) {
+    pugi::xml_attribute const flag = element.attribute(name);
+    if (flag && !parseBoolean(flag.value())) {
+      addFinding(
+          rule, fmt::format("has {}=\"{}\", which is neither true nor false; it counts as {}", name,
+                            quote(flag.value()),
+                            std::string_view(name) == "aboveAverage" ? "true" : "false"));
+    }
+  }
+  if (auto const deviations = element.attribute("stdDev");
+      deviations && !parseInteger(deviations.value())) {
+    addFinding(rule, fmt::format("has stdDev=\"{}\", which is no whole number; it counts as 0",
+                                 quote(deviations.value())));
+  }
+}
+
+void ConditionalFormatReader::addFinding(Rule const& rule, std::string message) {
+  Sheet const& sheet = _state.document.getSheets()[_sheet];
+  _state.document.addFinding({sheet.part, sheet.name, rule.rangeText,
+                              fmt::format("rule {} {}", rule.number, std::move(message))});
 }
 
 void ConditionalFormatReader::checkLimits(Rule const& rule) {
   Sheet const& sheet = _state.document.getSheets()[_sheet];
   _state.ruleAreaCount += rule.ranges.size();
+  _state.memory.take(sizeof(Rule) + sizeof(DOM::ConditionalFormat) +
+                     rule.ranges.size() * (sizeof(TableRange) + sizeof(DOM::TableRangeByID)));
   if (rule.number >= _state.limits.rules) {
     throw PartError(sheet.part, fmt::format("range {}", rule.rangeText),
                     fmt::format("the file has more than {} conditional-formatting rules, which is "

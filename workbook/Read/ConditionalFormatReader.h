@@ -28,6 +28,8 @@ public:
   /// sheet is a part of that rule and not added. Throws PartError beyond the limits.
   void read(pugi::xml_node conditionalFormatting);
 
+  [[nodiscard]] bool hasReadRules() const noexcept { return _hasReadRules; }
+
   /// After the last element: gives the conditional formats to the sheet's table, by priority.
   ///
   /// The smallest priority comes first; rules of equal priority keep the order of the file. 0 and
@@ -47,11 +49,14 @@ private:
                                                                          Rule const& rule);
   [[nodiscard]] UUID findStyle(pugi::xml_node element, Rule const& rule);
   void checkLimits(Rule const& rule);
+  void checkAttributes(pugi::xml_node element, Rule const& rule);
+  void addFinding(Rule const& rule, std::string message);
 
   LoadState& _state;
   StylesReader& _styles;
   std::size_t _sheet;
   std::vector<Entry> _entries;
+  bool _hasReadRules = false;
   /// Identities by which visual rules of the main list name their part in the extension list.
   std::set<std::string, std::less<>> _extensionIds;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "workbook/Read/Values.h"
 
@@ -122,7 +123,7 @@ std::optional<int> readRotation(pugi::xml_attribute attribute) {
 }
 
 /// A line without a style does not change the cell's line.
-std::optional<DOM::BorderLine> readLine(pugi::xml_node line, Palette const& palette) {
+std::optional<DOM::BorderLine> readLine(pugi::xml_node line, Palette& palette) {
   auto const style = findNamed(lineStyles, line.attribute("style").value());
   if (!style) {
     return std::nullopt;
@@ -136,13 +137,35 @@ pugi::xml_node findSide(pugi::xml_node border, char const* side, char const* str
   return found ? found : border.child(strictSide);
 }
 
-/// A gradient becomes a solid fill of its first colour.
-void readGradient(pugi::xml_node gradient, Palette const& palette, DOM::CellProps& props) {
-  if (auto const colour =
-          palette.read(gradient.child("stop").child("color"), AutomaticColour::Paper)) {
-    props.fillPattern = FillPattern::Solid;
-    props.fillColour = colour;
+/// Number of an attribute that is 0 if it is left out.
+double readPlace(pugi::xml_node element, char const* name) {
+  return parseNumber(element.attribute(name).value()).value_or(0);
+}
+
+/// A gradient without a colour sets nothing.
+void readGradient(pugi::xml_node element, Palette& palette, DOM::CellProps& props) {
+  constexpr std::size_t longest = 32;
+  DOM::GradientFill gradient;
+  for (pugi::xml_node const stop : element.children("stop")) {
+    auto const colour = palette.read(stop.child("color"), AutomaticColour::Paper);
+    if (colour && gradient.stops.size() < longest) {
+      gradient.stops.push_back({readPlace(stop, "position"), *colour});
+    }
   }
+  if (gradient.stops.empty()) {
+    return;
+  }
+  if (std::string_view(element.attribute("type").value()) == "path") {
+    gradient.type = DOM::GradientType::Path;
+    gradient.left = readPlace(element, "left");
+    gradient.right = readPlace(element, "right");
+    gradient.top = readPlace(element, "top");
+    gradient.bottom = readPlace(element, "bottom");
+  } else {
+    gradient.degree = readPlace(element, "degree");
+  }
+  props.fillPattern = FillPattern::Gradient;
+  props.fillGradient = std::move(gradient);
 }
 
 void setIfPresent(auto& target, auto const& value) {
@@ -153,9 +176,12 @@ void setIfPresent(auto& target, auto const& value) {
 
 }  // namespace
 
-void readFont(pugi::xml_node font, Palette const& palette, DOM::RunProps& props) {
-  if (pugi::xml_attribute const name = font.child("name").attribute("val")) {
-    props.fontName = name.value();
+void readFont(pugi::xml_node font, Palette& palette, DOM::RunProps& props) {
+  // Each cell format has a copy of the name; no font has a longer one.
+  constexpr std::size_t longestName = 255;
+  std::string_view const name = font.child("name").attribute("val").value();
+  if (!name.empty() && name.size() <= longestName) {
+    props.fontName = name;
   }
   setIfPresent(props.fontSize, parseNumber(font.child("sz").attribute("val").value()));
   setIfPresent(props.colour, palette.read(font.child("color"), AutomaticColour::Ink));
@@ -182,7 +208,7 @@ void readAlignment(pugi::xml_node alignment, DOM::ParaProps& para, DOM::CellProp
   setIfPresent(para.readingOrder, readCount(alignment.attribute("readingOrder")));
 }
 
-void readBorder(pugi::xml_node border, Palette const& palette, DOM::CellProps& props) {
+void readBorder(pugi::xml_node border, Palette& palette, DOM::CellProps& props) {
   setIfPresent(props.borderLeft, readLine(findSide(border, "left", "start"), palette));
   setIfPresent(props.borderRight, readLine(findSide(border, "right", "end"), palette));
   setIfPresent(props.borderTop, readLine(border.child("top"), palette));
@@ -201,7 +227,7 @@ void readProtection(pugi::xml_node protection, DOM::CellProps& props) {
   setIfPresent(props.hidden, parseBoolean(protection.attribute("hidden").value()));
 }
 
-void readCellFill(pugi::xml_node fill, Palette const& palette, DOM::CellProps& props) {
+void readCellFill(pugi::xml_node fill, Palette& palette, DOM::CellProps& props) {
   readGradient(fill.child("gradientFill"), palette, props);
   pugi::xml_node const pattern = fill.child("patternFill");
   auto const kind = findNamed(fillPatterns, pattern.attribute("patternType").value());
@@ -219,7 +245,7 @@ void readCellFill(pugi::xml_node fill, Palette const& palette, DOM::CellProps& p
   }
 }
 
-void readDifferentialFill(pugi::xml_node fill, Palette const& palette, DOM::CellProps& props) {
+void readDifferentialFill(pugi::xml_node fill, Palette& palette, DOM::CellProps& props) {
   readGradient(fill.child("gradientFill"), palette, props);
   pugi::xml_node const pattern = fill.child("patternFill");
   if (!pattern) {

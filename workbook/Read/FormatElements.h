@@ -12,20 +12,20 @@
 /// properties that the element has, and leaves the others; a missing element sets nothing.
 namespace Zorv::Workbook {
 
-void readFont(pugi::xml_node font, Palette const& palette, DOM::RunProps& props);
+void readFont(pugi::xml_node font, Palette& palette, DOM::RunProps& props);
 
 void readAlignment(pugi::xml_node alignment, DOM::ParaProps& para, DOM::CellProps& cell);
 
-void readBorder(pugi::xml_node border, Palette const& palette, DOM::CellProps& props);
+void readBorder(pugi::xml_node border, Palette& palette, DOM::CellProps& props);
 
 void readProtection(pugi::xml_node protection, DOM::CellProps& props);
 
 /// Fill of a cell format, which has the colour of a solid fill in the foreground.
-void readCellFill(pugi::xml_node fill, Palette const& palette, DOM::CellProps& props);
+void readCellFill(pugi::xml_node fill, Palette& palette, DOM::CellProps& props);
 
 /// Fill of a differential format, which has the colour of a solid fill in the background. A fill
 /// without a pattern is solid.
-void readDifferentialFill(pugi::xml_node fill, Palette const& palette, DOM::CellProps& props);
+void readDifferentialFill(pugi::xml_node fill, Palette& palette, DOM::CellProps& props);
 
 /// The group, or null if nothing in it is set.
 template <class Props>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/XmlText.h"
@@ -59,19 +60,24 @@ constexpr std::array builtInFormats{
 void NumberFormats::add(pugi::xml_node numFmts) {
   for (pugi::xml_node const format : numFmts.children("numFmt")) {
     if (auto const identifier = parseInteger(format.attribute("numFmtId").value())) {
-      _codes[*identifier] = unescapeXstring(format.attribute("formatCode").value());
+      _formats[*identifier] = shareFormat(unescapeXstring(format.attribute("formatCode").value()));
     }
   }
 }
 
-std::string NumberFormats::findCode(long identifier) const {
-  if (auto const own = _codes.find(identifier); own != _codes.end()) {
+std::shared_ptr<DOM::CellFormat const> NumberFormats::find(long identifier) const {
+  if (auto const own = _formats.find(identifier); own != _formats.end()) {
     return own->second;
   }
   auto const* const builtIn = std::find_if(
       builtInFormats.begin(), builtInFormats.end(),
       [identifier](BuiltInFormat const& format) { return format.identifier == identifier; });
-  return builtIn == builtInFormats.end() ? std::string() : builtIn->code;
+  return builtIn == builtInFormats.end() ? nullptr : shareFormat(builtIn->code);
+}
+
+std::shared_ptr<DOM::CellFormat const> shareFormat(std::string code) {
+  return code.empty() ? nullptr
+                      : std::make_shared<DOM::CellFormat const>(DOM::CellFormat{std::move(code)});
 }
 
 }  // namespace Zorv::Workbook

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 
 #include <pugixml.hpp>
+
+#include "DOM/StyleProps.h"
 
 namespace Zorv::Workbook {
 
@@ -14,11 +17,14 @@ public:
   /// Adds the `numFmt` elements under a node; they replace built-in ones of the same identifier.
   void add(pugi::xml_node numFmts);
 
-  /// The code of a format; empty for an unknown identifier.
-  [[nodiscard]] std::string findCode(long identifier) const;
+  /// A format, which cell formats share; null for an unknown identifier, and for an empty code.
+  [[nodiscard]] std::shared_ptr<DOM::CellFormat const> find(long identifier) const;
 
 private:
-  std::map<long, std::string> _codes;
+  std::map<long, std::shared_ptr<DOM::CellFormat const>> _formats;
 };
+
+/// A format of that code; null for an empty code.
+[[nodiscard]] std::shared_ptr<DOM::CellFormat const> shareFormat(std::string code);
 
 }  // namespace Zorv::Workbook

@@ -71,25 +71,31 @@ Relationships::Relationships(Archive& archive, std::string_view part, Limits con
   auto const reader = openXml(archive, name, PartUse::Whole, limits);
   pugi::xml_document document;
   for (pugi::xml_node const element : readRoot(*reader, document, "Relationships")) {
-    if (std::string_view(element.attribute("TargetMode").value()) == "External") {
-      continue;
-    }
-    std::string_view const type = element.attribute("Type").value();
-    _relationships.push_back({element.attribute("Id").value(),
-                              std::string(type.substr(type.rfind('/') + 1)),
-                              resolveTarget(part, element.attribute("Target").value())});
+    add(part, element);
   }
 }
 
-Relationship const* Relationships::find(std::string_view id) const noexcept {
-  auto const found = std::find_if(_relationships.begin(), _relationships.end(),
-                                  [id](Relationship const& entry) { return entry.id == id; });
-  return found == _relationships.end() ? nullptr : &*found;
+void Relationships::add(std::string_view part, pugi::xml_node element) {
+  bool const isExternal = std::string_view(element.attribute("TargetMode").value()) == "External";
+  std::string_view const type = element.attribute("Type").value();
+  std::string_view const target = element.attribute("Target").value();
+  _indexById.emplace(element.attribute("Id").value(), _relationships.size());
+  _relationships.push_back(
+      {element.attribute("Id").value(), std::string(type.substr(type.rfind('/') + 1)),
+       isExternal ? std::string(target) : resolveTarget(part, target), isExternal});
+}
+
+Relationship const* Relationships::find(std::string_view id) const {
+  auto const found = _indexById.find(std::string(id));
+  return found == _indexById.end() || _relationships[found->second].isExternal
+             ? nullptr
+             : &_relationships[found->second];
 }
 
 Relationship const* Relationships::findKind(std::string_view kind) const noexcept {
-  auto const found = std::find_if(_relationships.begin(), _relationships.end(),
-                                  [kind](Relationship const& entry) { return entry.kind == kind; });
+  auto const found = std::find_if(
+      _relationships.begin(), _relationships.end(),
+      [kind](Relationship const& entry) { return entry.kind == kind && !entry.isExternal; });
   return found == _relationships.end() ? nullptr : &*found;
 }
 

@@ -12,6 +12,7 @@
 #include <fmt/format.h>
 
 #include "Formulas/ParseExpr.h"
+#include "workbook/Quote.h"
 #include "workbook/Read/TextNeedle.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/XmlText.h"
@@ -47,7 +48,7 @@ Expr parseFormula(std::string const& formula) {
     return Formulas::parseExpr(formula);
   } catch (Formulas::FormulaParseError const& error) {
     throw UnresolvedRule(
-        fmt::format("the formula \"{}\" cannot be read: {}", formula, error.what()));
+        fmt::format("the formula \"{}\" cannot be read: {}", quote(formula), error.what()));
   }
 }
 
@@ -146,7 +147,7 @@ ConditionalFormatOperator readTopBottom(RuleElement const& rule) {
   std::string_view const text = rule.getText("rank");
   auto const rank = text.empty() ? std::optional<long>(defaultRank) : parseInteger(text);
   if (!rank || *rank < 0 || *rank > std::numeric_limits<std::uint32_t>::max()) {
-    throw UnresolvedRule(fmt::format("the rank \"{}\" is no count", text));
+    throw UnresolvedRule(fmt::format("the rank \"{}\" is no count", quote(text)));
   }
   auto const type = rule.getFlag("bottom", false) ? DOM::TopBottomConditionalFormatType::Bottom
                                                   : DOM::TopBottomConditionalFormatType::Top;
@@ -207,8 +208,9 @@ ConditionalFormatOperator readCellIs(RuleElement const& rule) {
   std::string_view const name = rule.getText("operator");
   Kind const* const comparison = findKind(comparisons, name);
   if (!comparison) {
-    throw UnresolvedRule(name.empty() ? "the comparison names no operator"
-                                      : fmt::format("the operator \"{}\" is not known", name));
+    throw UnresolvedRule(name.empty()
+                             ? "the comparison names no operator"
+                             : fmt::format("the operator \"{}\" is not known", quote(name)));
   }
   return comparison->read(rule);
 }
@@ -230,7 +232,7 @@ ConditionalFormatOperator readPeriod(RuleElement const& rule) {
   Kind const* const period = findKind(periods, name);
   if (!period) {
     throw UnresolvedRule(name.empty() ? "the rule names no period"
-                                      : fmt::format("the period \"{}\" is not known", name));
+                                      : fmt::format("the period \"{}\" is not known", quote(name)));
   }
   return period->read(rule);
 }
@@ -264,7 +266,7 @@ ConditionalFormatOperator readCondition(pugi::xml_node rule,
   Kind const* const kind = findKind(kinds, type);
   if (!kind) {
     throw UnresolvedRule(type.empty() ? "the rule names no type"
-                                      : fmt::format("the type \"{}\" is not known", type));
+                                      : fmt::format("the type \"{}\" is not known", quote(type)));
   }
   return kind->read(element);
 }

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include <fmt/format.h>
+
 #include "workbook/Xml/XmlText.h"
 
 namespace Zorv::Workbook {
@@ -31,18 +33,27 @@ std::string readTextItem(XmlReader& reader) {
     }
     if (reader.is("t")) {
       text += readText(reader);
+      if (text.size() > reader.getLimits().xmlTokenBytes) {
+        reader.fail(fmt::format("a text longer than {} bytes", reader.getLimits().xmlTokenBytes));
+      }
     } else if (!reader.is("r")) {
       reader.skipElement();
     }
   }
 }
 
-std::vector<std::string> readSharedStrings(XmlReader& reader) {
+std::vector<std::string> readSharedStrings(XmlReader& reader, MemoryCounter& memory) {
   std::vector<std::string> strings;
   for (auto event = reader.next(); event != XmlReader::Event::Finished; event = reader.next()) {
-    if (event == XmlReader::Event::Start && reader.is("si")) {
-      strings.push_back(readTextItem(reader));
+    if (event != XmlReader::Event::Start || !reader.is("si")) {
+      continue;
     }
+    if (strings.size() >= reader.getLimits().sharedTexts) {
+      reader.fail(fmt::format("the workbook has more than {} shared texts, which is the limit",
+                              reader.getLimits().sharedTexts));
+    }
+    strings.push_back(readTextItem(reader));
+    memory.take(sizeof(std::string) + strings.back().size());
   }
   return strings;
 }

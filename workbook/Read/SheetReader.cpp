@@ -8,6 +8,7 @@
 
 #include "DOM/A1Notation.h"
 #include "workbook/Package/PartError.h"
+#include "workbook/Quote.h"
 #include "workbook/Read/ListObjectReader.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/XmlTree.h"
@@ -33,18 +34,30 @@ SheetReader::SheetReader(LoadState& state, std::vector<std::string> const& share
 
 void SheetReader::read() {
   _reader.next();
-  if (!_reader.is("worksheet")) {
-    _reader.fail(
-        fmt::format("the root element is \"{}\" in place of \"worksheet\"", _reader.getName()));
-  }
+  requireRoot(_reader, XmlNamespace::Spreadsheet, "worksheet");
   for (auto event = _reader.next(); event != XmlReader::Event::Finished; event = _reader.next()) {
     if (event == XmlReader::Event::Start) {
       if (Handler const handler = findHandler(_reader)) {
         (this->*handler)();
+      } else if (_reader.getNamespace() == XmlNamespace::Other) {
+        skipUnknown();
       }
     }
   }
   _conditionalFormats.finish();
+  if (_sheet.conditionalFormatsSwitchedOff && _conditionalFormats.hasReadRules()) {
+    addFinding(
+        "the sheet asks not to calculate its conditional formats again, which keeps thresholds "
+        "that the file does not store; they are resolved all the same");
+  }
+}
+
+/// Elements of other namespaces may be left out with all that they contain (ISO/IEC 29500-3, 7.2).
+void SheetReader::skipUnknown() {
+  if (_reader.getName() == "conditionalFormatting") {
+    addFinding("conditional formats in a namespace that is not known are left out");
+  }
+  _reader.skipElement();
 }
 
 /// The contents of other elements are searched for those listed here.
@@ -98,6 +111,7 @@ void SheetReader::readColumn() {
   column.style = findStyle("style");
   if (column.first < column.end) {
     _sheet.layout.columns.push_back(std::move(column));
+    _state.memory.take(sizeof(ColumnLayout));
   }
 }
 
@@ -109,6 +123,7 @@ void SheetReader::readRow() {
   row.style = getFlag("customFormat", false) ? findStyle("s") : nullptr;
   if (row.height || row.hidden || row.style) {
     _sheet.layout.rows.push_back(std::move(row));
+    _state.memory.take(sizeof(RowLayout));
   }
 }
 
@@ -118,8 +133,9 @@ void SheetReader::readMerge() {
   std::string_view const reference = _reader.getAttribute("ref").value_or("");
   if (auto const range = DOM::A1Notation::parseRange(reference)) {
     _sheet.layout.mergedRanges.push_back(*range);
+    _state.memory.take(sizeof(TableRange));
   } else {
-    _state.document.addFinding({_sheet.part, _sheet.name, std::string(reference),
+    _state.document.addFinding({_sheet.part, _sheet.name, quote(reference),
                                 "the merged area is no range of the sheet; it is left out"});
   }
 }
@@ -129,16 +145,31 @@ void SheetReader::readConditionalFormatting() {
   _conditionalFormats.read(readTree(_reader, document.root()));
 }
 
+/// A table gives names only, so that a damaged one does not refuse the workbook.
 void SheetReader::readTablePart() {
-  auto const id = _reader.getAttribute("id", XmlNamespace::Relationships);
-  Relationship const* const relationship = _relationships.find(id.value_or(""));
+  std::string const id(_reader.getAttribute("id", XmlNamespace::Relationships).value_or(""));
+  Relationship const* const relationship = _relationships.find(id);
   if (!relationship) {
-    throw PartError(_sheet.part, "tablePart",
-                    fmt::format("refers to the relationship \"{}\", which the sheet does not have; "
-                                "the file is damaged",
-                                id.value_or("")));
+    addFinding(
+        fmt::format("a table is left out: it refers to the relationship \"{}\", which the "
+                    "sheet does not have",
+                    quote(id)));
+    return;
   }
-  readListObject(_state, relationship->target, _index);
+  if (!_tableParts.insert(relationship->target).second) {
+    return;
+  }
+  try {
+    readListObject(_state, relationship->target, _index);
+  } catch (PartError const& error) {
+    _state.document.addFinding(
+        {relationship->target, _sheet.name, error.getPlace(),
+         fmt::format("the table cannot be read and is left out: {}", error.getProblem())});
+  }
+}
+
+void SheetReader::addFinding(std::string message) {
+  _state.document.addFinding({_sheet.part, _sheet.name, {}, std::move(message)});
 }
 
 DOM::SharedCellStylePtr SheetReader::findStyle(std::string_view attribute) const {

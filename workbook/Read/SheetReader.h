@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +40,8 @@ private:
   void readMerge();
   void readConditionalFormatting();
   void readTablePart();
+  void skipUnknown();
+  void addFinding(std::string message);
 
   [[nodiscard]] DOM::SharedCellStylePtr findStyle(std::string_view attribute) const;
   [[nodiscard]] bool getFlag(std::string_view attribute, bool missing) const;
@@ -51,6 +54,7 @@ private:
   Relationships _relationships;
   CellReader _cells;
   ConditionalFormatReader _conditionalFormats;
+  std::set<std::string> _tableParts;  ///< read so far
 };
 
 }  // namespace Zorv::Workbook

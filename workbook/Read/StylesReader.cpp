@@ -39,26 +39,25 @@ pugi::xml_node pickChild(pugi::xml_node format, pugi::xml_node base, char const*
   return own ? own : base.child(name);
 }
 
-std::shared_ptr<DOM::CellFormat const> shareCode(std::string code) {
-  return code.empty() ? nullptr
-                      : std::make_shared<DOM::CellFormat const>(DOM::CellFormat{std::move(code)});
-}
-
 }  // namespace
 
-StylesReader::StylesReader(ThemeColours const& theme, DOM::Styles& styles)
-    : _palette(theme), _styles(styles) {}
-
-void StylesReader::read(pugi::xml_node styleSheet, DOM::SharedObjectFactory const& factory) {
+void StylesReader::read(pugi::xml_node styleSheet, DOM::SharedObjectFactory const& factory,
+                        std::size_t formatLimit) {
   readIndexedColours(styleSheet.child("colors").child("indexedColors"));
   _numberFormats.add(styleSheet.child("numFmts"));
   Tables const tables{
       listChildren(styleSheet.child("fonts")), listChildren(styleSheet.child("fills")),
       listChildren(styleSheet.child("borders")), listChildren(styleSheet.child("cellStyleXfs"))};
-  for (pugi::xml_node const format : listChildren(styleSheet.child("cellXfs"))) {
+  auto const cellFormats = listChildren(styleSheet.child("cellXfs"));
+  auto const differentialFormats = listChildren(styleSheet.child("dxfs"));
+  _isBeyondLimit = cellFormats.size() > formatLimit || differentialFormats.size() > formatLimit;
+  if (_isBeyondLimit) {
+    return;
+  }
+  for (pugi::xml_node const format : cellFormats) {
     _cellStyles.push_back(factory.create(readCellFormat(format, tables)));
   }
-  for (pugi::xml_node const dxf : listChildren(styleSheet.child("dxfs"))) {
+  for (pugi::xml_node const dxf : differentialFormats) {
     std::string name = "differential format " + std::to_string(_differentialStyles.size());
     _differentialStyles.push_back(addDifferentialStyle(dxf, std::move(name)));
   }
@@ -89,8 +88,8 @@ UUID StylesReader::addDifferentialStyle(pugi::xml_node dxf, std::string name) {
   if (pugi::xml_node const format = dxf.child("numFmt")) {
     std::string code = format.attribute("formatCode").value();
     auto const formatId = parseInteger(format.attribute("numFmtId").value());
-    style.setCellFormat(
-        shareCode(code.empty() && formatId ? _numberFormats.findCode(*formatId) : std::move(code)));
+    style.setCellFormat(code.empty() && formatId ? _numberFormats.find(*formatId)
+                                                 : shareFormat(std::move(code)));
   }
   UUID const uuid = UUID::generate();
   _styles.getTableStyles().emplace(uuid, std::move(style));
@@ -107,7 +106,7 @@ void StylesReader::readIndexedColours(pugi::xml_node colours) {
 
 /// A cell format's own indices are used whatever its `apply` flags say: programs write all of them.
 /// The format that it is based on supplies only those that are missing.
-DOM::CellStyle StylesReader::readCellFormat(pugi::xml_node format, Tables const& tables) const {
+DOM::CellStyle StylesReader::readCellFormat(pugi::xml_node format, Tables const& tables) {
   pugi::xml_node const base = pick(tables.baseFormats, format.attribute("xfId"));
   DOM::RunProps run;
   DOM::ParaProps para;
@@ -122,7 +121,7 @@ DOM::CellStyle StylesReader::readCellFormat(pugi::xml_node format, Tables const&
   style.setParaProps(shareIfSet(para));
   style.setCellProps(shareIfSet(cell));
   auto const formatId = parseInteger(pickAttribute(format, base, "numFmtId").value());
-  style.setCellFormat(formatId ? shareCode(_numberFormats.findCode(*formatId)) : nullptr);
+  style.setCellFormat(formatId ? _numberFormats.find(*formatId) : nullptr);
   return style;
 }
 

@@ -18,11 +18,16 @@ namespace Zorv::Workbook {
 /// the document.
 class StylesReader {
 public:
-  /// Borrows `styles`, which receives the named styles.
-  StylesReader(ThemeColours const& theme, DOM::Styles& styles);
+  /// Borrows both; `styles` receives the named styles.
+  StylesReader(Palette& palette, DOM::Styles& styles) noexcept
+      : _palette(palette), _styles(styles) {}
 
-  /// Reads the tree of the styles part (ISO/IEC 29500-1, 18.8.39).
-  void read(pugi::xml_node styleSheet, DOM::SharedObjectFactory const& factory);
+  /// Reads the tree of the styles part (ISO/IEC 29500-1, 18.8.39). Does not read more than
+  /// `formatLimit` cell formats, nor more differential formats.
+  void read(pugi::xml_node styleSheet, DOM::SharedObjectFactory const& factory,
+            std::size_t formatLimit);
+  /// True if the part had more formats than read() was allowed to read.
+  [[nodiscard]] bool isBeyondLimit() const noexcept { return _isBeyondLimit; }
 
   /// The cell style of an index; null for an index that the workbook does not have. Each index has
   /// one object.
@@ -46,13 +51,14 @@ private:
   };
 
   void readIndexedColours(pugi::xml_node colours);
-  [[nodiscard]] DOM::CellStyle readCellFormat(pugi::xml_node format, Tables const& tables) const;
+  [[nodiscard]] DOM::CellStyle readCellFormat(pugi::xml_node format, Tables const& tables);
 
-  Palette _palette;
+  Palette& _palette;
   DOM::Styles& _styles;
   NumberFormats _numberFormats;
   std::vector<DOM::SharedCellStylePtr> _cellStyles;
   std::vector<UUID> _differentialStyles;
+  bool _isBeyondLimit = false;
 };
 
 }  // namespace Zorv::Workbook

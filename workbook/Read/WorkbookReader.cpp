@@ -1,5 +1,6 @@
 #include "workbook/Read/WorkbookReader.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <utility>
@@ -7,7 +8,9 @@
 #include <fmt/format.h>
 
 #include "Formulas/ParseExpr.h"
+#include "Utils/CaseFolding.h"
 #include "workbook/Package/PartError.h"
+#include "workbook/Quote.h"
 #include "workbook/Read/SharedStrings.h"
 #include "workbook/Read/SheetReader.h"
 #include "workbook/Read/Values.h"
@@ -47,7 +50,8 @@ WorkbookReader::WorkbookReader(LoadState& state)
 
 void WorkbookReader::read() {
   readMainPart();
-  StylesReader styles(readTheme(), _state.document.getStyles());
+  Palette palette(readTheme());
+  StylesReader styles(palette, _state.document.getStyles());
   readStyles(styles);
   std::vector<std::string> const sharedStrings = readSharedStrings();
   for (std::size_t index = 0; index < _state.document.getSheets().size(); ++index) {
@@ -57,15 +61,18 @@ void WorkbookReader::read() {
       SheetReader(_state, sharedStrings, styles, index, *reader).read();
     }
   }
+  reportColours(palette);
 }
 
 void WorkbookReader::readMainPart() {
   auto const reader = openXml(_state.archive, _mainPart, PartUse::Whole, _state.limits);
   reader->next();
-  if (!reader->is("workbook")) {
-    throw PartError(_mainPart, {},
-                    fmt::format("is no workbook: its root element is \"{}\"", reader->getName()));
+  if (reader->getName() != "workbook") {
+    throw PartError(
+        _mainPart, {},
+        fmt::format("is no workbook: its root element is \"{}\"", quote(reader->getName())));
   }
+  requireRoot(*reader, XmlNamespace::Spreadsheet, "workbook");
   pugi::xml_document document;
   pugi::xml_node const workbook = readTree(*reader, document.root());
   reader->next();
@@ -80,36 +87,71 @@ void WorkbookReader::listSheets(pugi::xml_node workbook) {
   for (pugi::xml_node const element : workbook.child("sheets").children("sheet")) {
     addSheet(element);
   }
-  if (_state.document.getSheets().empty()) {
+  auto const& sheets = _state.document.getSheets();
+  if (std::ranges::none_of(sheets, [](Sheet const& sheet) { return !sheet.part.empty(); })) {
     throw PartError(_mainPart, "sheets", "the workbook has no sheet; the file is damaged");
   }
 }
 
+/// Every element gives a sheet, since local names count the elements. One that cannot be read as a
+/// worksheet has an empty table.
 void WorkbookReader::addSheet(pugi::xml_node element) {
   Sheet sheet;
   sheet.name = unescapeXstring(element.attribute("name").value());
   std::string_view const state = element.attribute("state").value();
   sheet.hidden = state == "hidden" || state == "veryHidden";
-  std::string const place = fmt::format("sheet \"{}\"", sheet.name);
-  Relationship const* const relationship = _relationships.find(element.attribute("r:id").value());
-  if (!relationship) {
-    throw PartError(_mainPart, place,
-                    fmt::format("refers to the relationship \"{}\", which the workbook does not "
-                                "have; the file is damaged",
-                                element.attribute("r:id").value()));
-  }
+  sheet.table = std::make_unique<DOM::Table>();
+  std::string const place = fmt::format("sheet \"{}\"", quote(sheet.name));
   if (_state.document.getSheets().size() >= _state.limits.sheets) {
     throw PartError(_mainPart, place,
                     fmt::format("the workbook has more than {} sheets, which is the limit",
                                 _state.limits.sheets));
   }
-  sheet.part = relationship->target;
-  sheet.isWorksheet = relationship->kind == "worksheet";
-  sheet.table = std::make_unique<DOM::Table>();
-  if (!_state.archive.has(sheet.part)) {
-    throw PartError(sheet.part, place, "is missing from the file; the file is damaged");
-  }
+  findSheetPart(element.attribute("r:id").value(), place, sheet);
+  checkSheetName(sheet);
   _state.document.getSheets().push_back(std::move(sheet));
+}
+
+void WorkbookReader::findSheetPart(std::string_view id, std::string const& place, Sheet& sheet) {
+  sheet.isWorksheet = false;
+  if (id.empty()) {
+    addFinding(sheet,
+               "the sheet has no part in the file, as old module sheets have none; it is left out");
+    return;
+  }
+  Relationship const* const relationship = _relationships.find(id);
+  if (!relationship) {
+    throw PartError(_mainPart, place,
+                    fmt::format("refers to the relationship \"{}\", which the workbook does not "
+                                "have; the file is damaged",
+                                quote(id)));
+  }
+  sheet.part = relationship->target;
+  if (relationship->kind != "worksheet") {
+    addFinding(sheet, fmt::format("the sheet is no worksheet but of the kind \"{}\"; its cells and "
+                                  "conditional formats are not read",
+                                  quote(relationship->kind)));
+    return;
+  }
+  if (!_state.archive.has(sheet.part)) {
+    throw PartError(quote(sheet.part), place, "is missing from the file; the file is damaged");
+  }
+  sheet.isWorksheet = _sheetParts.insert(foldCase(sheet.part)).second;
+  if (!sheet.isWorksheet) {
+    addFinding(sheet, "an earlier sheet has the same part in the file; this one is left empty");
+  }
+}
+
+void WorkbookReader::checkSheetName(Sheet const& sheet) {
+  if (!_sheetNames.insert(foldCase(sheet.name)).second) {
+    addFinding(sheet,
+               "an earlier sheet has this name, apart from letter case; formulas that name the "
+               "sheet mean the earlier one");
+  }
+}
+
+void WorkbookReader::addFinding(Sheet const& sheet, std::string message) {
+  _state.document.addFinding({_mainPart, sheet.name, {}, std::move(message)});
 }
 
 void WorkbookReader::readDefinedNames(pugi::xml_node workbook) {
@@ -126,40 +168,58 @@ void WorkbookReader::addDefinedName(pugi::xml_node element) {
     auto const index = parseInteger(sheet.value());
     if (!index || *index < 0 ||
         static_cast<std::size_t>(*index) >= _state.document.getSheets().size()) {
-      _state.document.addFinding(
-          {_mainPart,
-           {},
-           {},
-           fmt::format("the name \"{}\" belongs to a sheet that the workbook does not "
-                       "have; it is left out",
-                       name.name)});
+      addFinding(
+          fmt::format("the name \"{}\" belongs to a sheet that the workbook does not "
+                      "have; it is left out",
+                      quote(name.name)));
       return;
     }
     name.sheet = static_cast<std::size_t>(*index);
   }
+  if (_state.document.getDefinedNames().size() >= _state.limits.definedNames) {
+    throw PartError(_mainPart, "definedNames",
+                    fmt::format("the workbook has more than {} names, which is the limit",
+                                _state.limits.definedNames));
+  }
+  _state.countFormula(name.formulaText, _mainPart);
+  parse(name);
+  _state.document.getDefinedNames().push_back(std::move(name));
+}
+
+void WorkbookReader::parse(DefinedName& name) {
   try {
     name.expr = Formulas::parseExpr(name.formulaText);
   } catch (Formulas::FormulaParseError const& error) {
     if (!isReserved(name.name)) {
-      _state.document.addFinding(
-          {_mainPart,
-           {},
-           {},
-           fmt::format("the name \"{}\" stands for \"{}\", which cannot be read: {}", name.name,
-                       name.formulaText, error.what())});
+      addFinding(fmt::format("the name \"{}\" stands for \"{}\", which cannot be read: {}",
+                             quote(name.name), quote(name.formulaText), error.what()));
     }
   }
-  _state.document.getDefinedNames().push_back(std::move(name));
 }
 
+void WorkbookReader::addFinding(std::string message) {
+  _state.document.addFinding({_mainPart, {}, {}, std::move(message)});
+}
+
+/// A theme gives colours only, so that a damaged one does not refuse the workbook.
 ThemeColours WorkbookReader::readTheme() {
   std::string const part = findPart("theme");
   if (part.empty()) {
     return getDefaultThemeColours();
   }
-  auto const reader = openXml(_state.archive, part, PartUse::Whole, _state.limits);
-  pugi::xml_document document;
-  return readThemeColours(readRoot(*reader, document, "theme"));
+  try {
+    auto const reader = openXml(_state.archive, part, PartUse::Whole, _state.limits);
+    pugi::xml_document document;
+    return readThemeColours(readRoot(*reader, document, "theme"));
+  } catch (PartError const& error) {
+    _state.document.addFinding(
+        {part,
+         {},
+         {},
+         fmt::format("the theme cannot be read, and its colours are the usual ones: {}",
+                     error.getProblem())});
+    return getDefaultThemeColours();
+  }
 }
 
 void WorkbookReader::readStyles(StylesReader& styles) {
@@ -169,7 +229,14 @@ void WorkbookReader::readStyles(StylesReader& styles) {
   }
   auto const reader = openXml(_state.archive, part, PartUse::Whole, _state.limits);
   pugi::xml_document document;
-  styles.read(readRoot(*reader, document, "styleSheet"), _state.document.getCellStyleFactory());
+  styles.read(readRoot(*reader, document, "styleSheet"), _state.document.getCellStyleFactory(),
+              _state.limits.formats);
+  if (styles.isBeyondLimit()) {
+    throw PartError(part, {},
+                    fmt::format("the workbook has more than {} cell formats or differential "
+                                "formats, which is the limit",
+                                _state.limits.formats));
+  }
   _state.document.setDefaultCellStyle(styles.getCellStyle(0));
 }
 
@@ -178,8 +245,25 @@ std::vector<std::string> WorkbookReader::readSharedStrings() {
   if (part.empty()) {
     return {};
   }
-  auto const reader = openXml(_state.archive, part, PartUse::Whole, _state.limits);
-  return Workbook::readSharedStrings(*reader);
+  auto const reader = openXml(_state.archive, part, PartUse::Streamed, _state.limits);
+  return Workbook::readSharedStrings(*reader, _state.memory);
+}
+
+/// Colours that cannot be read are told at the end: rules may have formats of their own.
+void WorkbookReader::reportColours(Palette const& palette) {
+  if (palette.getUnknownCount() > 0) {
+    _state.document.addFinding(
+        {findPart("styles"),
+         {},
+         {},
+         fmt::format("{} of formats cannot be read and {} left out, {}: {}",
+                     palette.getUnknownCount() == 1
+                         ? std::string("a colour")
+                         : fmt::format("{} colours", palette.getUnknownCount()),
+                     palette.getUnknownCount() == 1 ? "is" : "are",
+                     palette.getUnknownCount() == 1 ? "this one" : "this one first",
+                     palette.getFirstUnknown())});
+  }
 }
 
 std::string WorkbookReader::findPart(std::string_view kind) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include <pugixml.hpp>
@@ -24,11 +26,17 @@ private:
   void readMainPart();
   void listSheets(pugi::xml_node workbook);
   void addSheet(pugi::xml_node element);
+  void findSheetPart(std::string_view id, std::string const& place, Sheet& sheet);
+  void checkSheetName(Sheet const& sheet);
   void readDefinedNames(pugi::xml_node workbook);
   void addDefinedName(pugi::xml_node element);
+  void parse(DefinedName& name);
   [[nodiscard]] ThemeColours readTheme();
   void readStyles(StylesReader& styles);
   [[nodiscard]] std::vector<std::string> readSharedStrings();
+  void reportColours(Palette const& palette);
+  void addFinding(std::string message);
+  void addFinding(Sheet const& sheet, std::string message);
 
   /// The part of that kind that the workbook refers to; empty if there is none. A part that is
   /// missing from the archive becomes a finding.
@@ -37,6 +45,8 @@ private:
   LoadState& _state;
   std::string _mainPart;
   Relationships _relationships;
+  std::unordered_set<std::string> _sheetParts;  ///< case-folded
+  std::unordered_set<std::string> _sheetNames;  ///< case-folded
 };
 
 }  // namespace Zorv::Workbook

@@ -162,7 +162,10 @@ void Utf8Source::convertUtf16() {
 }
 
 void Utf8Source::fail() const {
-  throw PartError(getName(), {}, "holds bytes that are no text in UTF-8 or UTF-16");
+  throw PartError(
+      getName(), {},
+      "is written neither in UTF-8 nor in UTF-16, as XML in a workbook must be; the file is "
+      "damaged, fetch it anew or save it again");
 }
 
 }  // namespace Zorv::Workbook

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "workbook/Package/PartError.h"
+#include "workbook/Quote.h"
 #include "workbook/Xml/Utf8Source.h"
 #include "workbook/Xml/XmlText.h"
 
@@ -85,7 +86,7 @@ std::string XmlReader::readElementText() {
 }
 
 void XmlReader::fail(std::string const& problem) const {
-  throw PartError(getPartName(), fmt::format("byte {}", _bufferPosition + _begin), problem);
+  throw PartError(getPartName(), fmt::format("byte {}", getPosition()), problem);
 }
 
 XmlReader::Event XmlReader::readEvent() {
@@ -186,7 +187,7 @@ XmlReader::Event XmlReader::readEndTag() {
   std::size_t const size = findTagEnd();
   std::string_view const name = trimXmlSpaces(buffered().substr(2, size - 3));
   if (_open.empty() || std::string_view(_openNames).substr(_open.back().nameBegin) != name) {
-    fail(fmt::format("the end of an element \"{}\" that is not open", name));
+    fail(fmt::format("the end of an element \"{}\" that is not open", quote(name)));
   }
   _begin += size;
   return closeElement();
@@ -229,6 +230,10 @@ char* XmlReader::parseAttribute(char* at, char* end) {
   }
   char* const valueEnd = std::find(value + 1, end, *value);
   std::string_view const name(at, static_cast<std::size_t>(nameEnd - at));
+  if (_attributes.size() >= _limits.xmlAttributes) {
+    fail(fmt::format("an element with more than {} attributes, which is the limit",
+                     _limits.xmlAttributes));
+  }
   // A tag ends outside quotes, so the closing quote is there.
   _attributes.push_back({XmlNamespace::None, name, decode(value + 1, valueEnd, true)});
   return valueEnd + 1;
@@ -242,10 +247,9 @@ void XmlReader::openElement() {
   bool keepsSpacesInside = keepsSpaces();
   for (XmlAttribute const& attribute : _attributes) {
     if (attribute.name == "xmlns") {
-      _bindings.push_back({"", findNamespace(attribute.value)});
+      bindPrefix("", attribute.value);
     } else if (attribute.name.starts_with("xmlns:")) {
-      std::string_view const prefix = attribute.name.substr(prefixSizeOf(attribute.name));
-      _bindings.push_back({std::string(prefix), findNamespace(attribute.value)});
+      bindPrefix(attribute.name.substr(prefixSizeOf(attribute.name)), attribute.value);
     } else if (attribute.name == "xml:space") {
       keepsSpacesInside = attribute.value == "preserve";
     }
@@ -254,6 +258,14 @@ void XmlReader::openElement() {
   _open.push_back({_openNames.size(), bindingCount, prefixSizeOf(_qualifiedName), _namespace,
                    keepsSpacesInside});
   _openNames += _qualifiedName;
+}
+
+void XmlReader::bindPrefix(std::string_view prefix, std::string_view uri) {
+  if (_bindings.size() >= _limits.xmlNamespaces) {
+    fail(fmt::format("more than {} namespaces at one place, which is the limit",
+                     _limits.xmlNamespaces));
+  }
+  _bindings.push_back({std::string(prefix), findNamespace(uri)});
 }
 
 void XmlReader::resolveNames() {

@@ -66,11 +66,15 @@ public:
   /// Number of open elements; a starting element counts, an ending one does not.
   [[nodiscard]] std::size_t getDepth() const noexcept { return _open.size(); }
 
+  /// Bytes of the document read so far, in UTF-8.
+  [[nodiscard]] std::uint64_t getPosition() const noexcept { return _bufferPosition + _begin; }
+
   /// After the start of an element: reads up to its end.
   void skipElement();
   /// After the start of an element: reads up to its end, and returns the text directly in it.
   [[nodiscard]] std::string readElementText();
 
+  [[nodiscard]] Limits const& getLimits() const noexcept { return _limits; }
   [[nodiscard]] std::string const& getPartName() const noexcept { return _utf8->getName(); }
   /// Throws PartError with the reader's position.
   [[noreturn]] void fail(std::string const& problem) const;
@@ -102,6 +106,7 @@ private:
   Event closeElement();
   void parseTag(char* begin, char* end);
   char* parseAttribute(char* at, char* end);
+  void bindPrefix(std::string_view prefix, std::string_view uri);
   void resolveNames();
   void openElement();
   [[nodiscard]] XmlNamespace findPrefix(std::string_view prefix) const noexcept;

@@ -39,7 +39,6 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{"<c r='A1' t='b'><v>false</v></c>", "boolean FALSE"},
         ValueCase{"<c r='A1' t='e'><v>#DIV/0!</v></c>", "error #DIV/0!"},
         ValueCase{"<c r='A1' t='e'><v>#ref!</v></c>", "error #REF!"},
-        ValueCase{"<c r='A1' t='e'><v>#UNHEARD-OF!</v></c>", "error #VALUE!"},
         ValueCase{"<c r='A1' t='d'><v>2026-11-21</v></c>", "number 46347"},
         ValueCase{"<c r='A1' t='str'><f>B1</f><v>result</v></c>", "text result"},
         ValueCase{"<c r='A1' t='str'><f>B1</f><v></v></c>", "text "},
@@ -62,6 +61,57 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{"<c r='A1' t='str'><v>&lt;&amp;&#x41;<![CDATA[<b>]]></v></c>", "text <&A<b>"},
         ValueCase{"<c r='A1'><v></v></c>", "none"}, ValueCase{"<c r='A1' s='0'/>", "none"},
         ValueCase{"<c r='A1'/>", "none"}));
+
+TEST(CellReader, UnknownErrorsAndTypesAreToldAndReadAsTheNearestOnes) {
+  Document const document = WorkbookBuilder()
+                                .setSheet(
+                                    "<row r='1'><c r='A1' t='e'><v>#UNHEARD-OF!</v></c>"
+                                    "<c r='B1' t='number'><v>5</v></c></row>")
+                                .load();
+  EXPECT_EQ(describeCell(document, "A1"), "error #VALUE!");
+  EXPECT_EQ(describeCell(document, "B1"), "number 5");
+  ASSERT_EQ(document.getFindings().size(), 2U);
+  EXPECT_EQ(document.getFindings()[0].message,
+            "the error \"#UNHEARD-OF!\" is not known; it is read as #VALUE!");
+  EXPECT_EQ(document.getFindings()[1].message,
+            "the type \"number\" of the cell is not known; it is read as a number");
+}
+
+TEST(CellReader, OfACellGivenTwiceTheLastOneCounts) {
+  Document const document = WorkbookBuilder()
+                                .setSheet(
+                                    "<row r='2'><c r='B2'><v>1</v></c><c r='A2'><v>2</v></c>"
+                                    "<c r='B2'><v>3</v></c></row>"
+                                    "<row r='1'><c r='A1'><v>4</v></c></row>"
+                                    "<row r='2'><c r='A2'/></row>")
+                                .load();
+  EXPECT_EQ(describeCell(document, "B2"), "number 3");
+  EXPECT_EQ(describeCell(document, "A1"), "number 4");
+  EXPECT_EQ(describeCell(document, "A2"), "empty");
+  ASSERT_EQ(document.getFindings().size(), 2U);
+  EXPECT_EQ(document.getFindings()[0].range, "B2");
+  EXPECT_EQ(document.getFindings()[0].message,
+            "the file has the cell more than once; the last one counts");
+  EXPECT_EQ(document.getFindings()[1].range, "A2");
+}
+
+TEST(CellReader, CopiesOfSharedTextsHaveALimitThatGrowsWithTheFile) {
+  std::string cells;
+  for (int count = 0; count < 100; ++count) {
+    cells += "<c t='s'><v>0</v></c>";
+  }
+  auto const builder = WorkbookBuilder()
+                           .setSharedStrings("<si><t>" + std::string(1'000, 'x') + "</t></si>")
+                           .setSheet("<row>" + cells + "</row>");
+  LoadOptions options;
+  options.limits.sharedTextBytes = 50'000;
+  options.limits.textBytesPerFileByte = 0;
+  EXPECT_EQ(builder.loadMessage(options),
+            "xl/worksheets/sheet1.xml: cell AY1: the texts that cells share have more than 50000 "
+            "bytes in all cells together, which is the limit for a file of its size");
+  options.limits.textBytesPerFileByte = 1'000;
+  EXPECT_EQ(builder.loadMessage(options), "");
+}
 
 TEST(CellReader, RemembersWhetherAFormulaGaveTheValue) {
   Document const document = WorkbookBuilder()
@@ -181,6 +231,10 @@ INSTANTIATE_TEST_SUITE_P(
                    "cell A1048577: is no cell of the sheet; the file is damaged"},
         DamageCase{"<row r='1'><c r='?'><v>1</v></c></row>",
                    "cell ?: is no cell of the sheet; the file is damaged"},
+        DamageCase{"<row r='1'/><row><c r=''><v>1</v></c></row>",
+                   "a cell after row 2: is no cell of the sheet; the file is damaged"},
+        DamageCase{"<row r=''/>",
+                   "row \"\": is no number of a row; the file is damaged, fetch it anew"},
         DamageCase{"<row r='0'/>", "row 0: lies outside the sheet; the file is damaged"},
         DamageCase{"<row r='1048577'/>",
                    "row 1048577: lies outside the sheet; the file is damaged"},

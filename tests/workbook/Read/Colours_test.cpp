@@ -12,7 +12,7 @@ using DOM::Colour;
 class PaletteTest : public testing::Test {
 protected:
   std::optional<Colour> read(char const* element,
-                             AutomaticColour automatic = AutomaticColour::Ink) const {
+                             AutomaticColour automatic = AutomaticColour::Ink) {
     pugi::xml_document document;
     document.load_string(element);
     return palette.read(document.document_element(), automatic);

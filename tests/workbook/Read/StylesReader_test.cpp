@@ -86,12 +86,62 @@ TEST(DifferentialFormats, AnAutomaticBackgroundIsPaper) {
             (Colour{255, 255, 255, 255}));
 }
 
-TEST(DifferentialFormats, AGradientShowsItsFirstColour) {
+TEST(DifferentialFormats, AGradientKeepsItsAngleAndItsColours) {
   auto const props = fill(
-      "<gradientFill><stop position='0'><color rgb='FFFF0000'/></stop>"
+      "<gradientFill degree='90'><stop position='0'><color rgb='FFFF0000'/></stop>"
       "<stop position='1'><color rgb='FF00FF00'/></stop></gradientFill>");
-  EXPECT_EQ(props.fillPattern, FillPattern::Solid);
-  EXPECT_EQ(props.fillColour, red);
+  EXPECT_EQ(props.fillPattern, FillPattern::Gradient);
+  EXPECT_FALSE(props.fillColour);
+  DOM::GradientFill const expected{.degree = 90, .stops = {{0, red}, {1, Colour{0, 255, 0, 255}}}};
+  EXPECT_EQ(props.fillGradient, expected);
+}
+
+TEST(DifferentialFormats, AGradientAlongAPathKeepsItsInnerRectangle) {
+  auto const props = fill(
+      "<gradientFill type='path' left='0.25' right='0.75' top='0.5' bottom='1' degree='9'>"
+      "<stop position='0.5'><color rgb='FFFF0000'/></stop></gradientFill>");
+  DOM::GradientFill const expected{.type = DOM::GradientType::Path,
+                                   .left = 0.25,
+                                   .right = 0.75,
+                                   .top = 0.5,
+                                   .bottom = 1,
+                                   .stops = {{0.5, red}}};
+  EXPECT_EQ(props.fillGradient, expected);
+}
+
+TEST(DifferentialFormats, AGradientWithoutColoursSetsNothing) {
+  EXPECT_FALSE(differentialStyle("<fill><gradientFill><stop position='0'/></gradientFill></fill>")
+                   .getCellProps());
+}
+
+TEST(DifferentialFormats, ColoursThatAreNoneAreLeftOutAndTold) {
+  Document const document = WorkbookBuilder()
+                                .setStyles(
+                                    "<dxfs><dxf><font><color rgb='red'/></font><fill><patternFill>"
+                                    "<bgColor theme='99'/></patternFill></fill></dxf>"
+                                    "<dxf><font><color theme='4' tint='NaN'/></font></dxf></dxfs>")
+                                .setRules("A1", "<cfRule type='uniqueValues' dxfId='1'/>")
+                                .load();
+  EXPECT_EQ(TestSupport::styleOf(document, 0).getRunProps()->colour,
+            (Colour{0x4F, 0x81, 0xBD, 255}));
+  ASSERT_EQ(document.getFindings().size(), 1U);
+  EXPECT_EQ(document.getFindings()[0].part, "xl/styles.xml");
+  EXPECT_EQ(document.getFindings()[0].message,
+            "3 colours of formats cannot be read and are left out, this one first: rgb=\"red\"");
+}
+
+TEST(DifferentialFormats, MoreFormatsThanTheLimitAreRefused) {
+  LoadOptions options;
+  options.limits.formats = 2;
+  auto const message = [&options](char const* styles) {
+    return WorkbookBuilder().setStyles(styles).setSheet("").loadMessage(options);
+  };
+  EXPECT_EQ(message("<cellXfs><xf/><xf/></cellXfs><dxfs><dxf/><dxf/></dxfs>"), "");
+  char const* const refusal =
+      "xl/styles.xml: the workbook has more than 2 cell formats or differential formats, which is "
+      "the limit";
+  EXPECT_EQ(message("<cellXfs><xf/><xf/><xf/></cellXfs>"), refusal);
+  EXPECT_EQ(message("<dxfs><dxf/><dxf/><dxf/></dxfs>"), refusal);
 }
 
 TEST(DifferentialFormats, BordersSetTheLinesThatHaveAStyle) {

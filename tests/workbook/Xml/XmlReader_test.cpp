@@ -170,7 +170,9 @@ TEST(XmlReader, RefusesBytesThatAreNoText) {
   for (std::string const& bytes :
        {std::string("<a>\xFF</a>"), std::string("<a>\xC3</a>"), std::string("<a>\xC0\x80</a>"),
         std::string("<a>\xED\xA0\x80</a>"), std::string("<a>\0</a>", 8), std::string("<a>\xC3")}) {
-    EXPECT_EQ(problemOf(bytes), "holds bytes that are no text in UTF-8 or UTF-16");
+    EXPECT_EQ(problemOf(bytes),
+              "is written neither in UTF-8 nor in UTF-16, as XML in a workbook must be; the file "
+              "is damaged, fetch it anew or save it again");
   }
 }
 

@@ -1,14 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace Zorv::Workbook {
 
-/// A text of the file for a message, in UTF-8: cut after some hundred bytes, at the end of a
+/// A text of the file for a message, in UTF-8: cut after `longest` bytes, at the end of a
 /// character, and then ended by `...`.
-[[nodiscard]] inline std::string quote(std::string_view text) {
-  constexpr std::size_t longest = 100;
+[[nodiscard]] inline std::string quote(std::string_view text, std::size_t longest = 100) {
   if (text.size() <= longest) {
     return std::string(text);
   }
