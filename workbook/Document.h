@@ -28,6 +28,12 @@ struct DefinedName {
   std::optional<DOM::FormulaSyntaxTree::Expr> expr;
 };
 
+/// A sheet of another workbook, of which the file keeps some cells. It is no sheet of the document.
+struct ExternalSheet {
+  std::string name;                   ///< as formulas write it: `[1]Sheet1`
+  std::unique_ptr<DOM::Table> table;  ///< never null
+};
+
 /// A workbook in memory.
 ///
 /// Sheets are in the workbook's order; a sheet's index is its table's DocTableIndex. Moving a
@@ -37,6 +43,11 @@ class Document {
 public:
   [[nodiscard]] std::vector<Sheet> const& getSheets() const noexcept { return _sheets; }
   [[nodiscard]] std::vector<Sheet>& getSheets() noexcept { return _sheets; }
+
+  [[nodiscard]] std::vector<ExternalSheet> const& getExternalSheets() const noexcept {
+    return _externalSheets;
+  }
+  [[nodiscard]] std::vector<ExternalSheet>& getExternalSheets() noexcept { return _externalSheets; }
 
   /// Index of the sheet of that name, ignoring letter case; nothing if there is none.
   [[nodiscard]] std::optional<std::size_t> findSheet(std::string const& name) const;
@@ -87,6 +98,7 @@ public:
 
 private:
   std::vector<Sheet> _sheets;
+  std::vector<ExternalSheet> _externalSheets;
   DOM::Styles _styles;
   std::unique_ptr<DOM::SharedObjectFactory> _cellStyleFactory =
       std::make_unique<DOM::SharedObjectFactory>();

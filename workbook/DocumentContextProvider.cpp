@@ -11,15 +11,17 @@ namespace {
 
 class SheetTableContext final : public Formulas::TableContext {
 public:
-  SheetTableContext(Sheet const& sheet, std::size_t index) noexcept
-      : _sheet(sheet), _index(index) {}
+  /// Borrows the name and the table.
+  SheetTableContext(std::string const& name, DOM::Table const& table, std::size_t index) noexcept
+      : _name(name), _table(table), _index(index) {}
 
   [[nodiscard]] FormulaModel::DocTableIndex getDocTableIndex() const override { return _index; }
-  [[nodiscard]] DOM::Table const& getTable() const override { return *_sheet.table; }
-  [[nodiscard]] std::string const& getSheetName() const override { return _sheet.name; }
+  [[nodiscard]] DOM::Table const& getTable() const override { return _table; }
+  [[nodiscard]] std::string const& getSheetName() const override { return _name; }
 
 private:
-  Sheet const& _sheet;
+  std::string const& _name;
+  DOM::Table const& _table;
   FormulaModel::DocTableIndex _index;
 };
 
@@ -42,11 +44,11 @@ DocumentContextProvider::DocumentContextProvider(Document const& document,
       _timeZone(std::move(timeZone)),
       _namesOfSheet(document.getSheets().size()),
       _listObjectsOfSheet(document.getSheets().size()) {
-  for (std::size_t index = 0; index < document.getSheets().size(); ++index) {
-    Sheet const& sheet = document.getSheets()[index];
-    _tableContexts.push_back(std::make_unique<SheetTableContext>(sheet, index));
-    _sheetsByTable.emplace(sheet.table.get(), index);
-    _sheetsByName.emplace(foldCase(sheet.name), index);
+  for (Sheet const& sheet : document.getSheets()) {
+    addTable(sheet.name, *sheet.table);
+  }
+  for (ExternalSheet const& sheet : document.getExternalSheets()) {
+    addTable(sheet.name, *sheet.table);
   }
   for (std::size_t index = 0; index < document.getDefinedNames().size(); ++index) {
     DefinedName const& name = document.getDefinedNames()[index];
@@ -61,6 +63,13 @@ DocumentContextProvider::DocumentContextProvider(Document const& document,
 }
 
 DocumentContextProvider::~DocumentContextProvider() = default;
+
+void DocumentContextProvider::addTable(std::string const& name, DOM::Table const& table) {
+  std::size_t const index = _tableContexts.size();
+  _tableContexts.push_back(std::make_unique<SheetTableContext>(name, table, index));
+  _sheetsByTable.emplace(&table, index);
+  _sheetsByName.emplace(foldCase(name), index);
+}
 
 Formulas::TableContext const* DocumentContextProvider::getTableContext(
     DOM::Table const& table) const {
@@ -77,7 +86,7 @@ OfficeUtils::LocaleContext const& DocumentContextProvider::getLocaleContext() co
 
 DOM::TimeZone const& DocumentContextProvider::getTimeZone() const { return _timeZone; }
 
-std::size_t DocumentContextProvider::getTableCount() const { return _tableContexts.size(); }
+std::size_t DocumentContextProvider::getTableCount() const { return _document.getSheets().size(); }
 
 Formulas::TableContext const* DocumentContextProvider::findTableContext(
     std::string_view sheetName) const {

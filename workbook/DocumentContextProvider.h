@@ -14,6 +14,9 @@ namespace Zorv::Workbook {
 
 /// The formula engine's access to a loaded document.
 ///
+/// Besides the sheets it gives access to the external sheets by their names. Their DocTableIndex
+/// follows those of the sheets; they are not counted.
+///
 /// Ownership: borrows the document, which must outlive it and stay unchanged. Threads: all
 /// operations may run concurrently.
 class DocumentContextProvider final : public Formulas::ContextProvider {
@@ -46,12 +49,14 @@ public:
 private:
   using ByFoldedName = std::unordered_map<std::string, std::size_t>;
 
+  void addTable(std::string const& name, DOM::Table const& table);
+
   Document const& _document;
   OfficeUtils::LocaleContext _locale;
   DOM::TimeZone _timeZone;
   std::vector<std::unique_ptr<Formulas::TableContext>> _tableContexts;
   std::unordered_map<DOM::Table const*, std::size_t> _sheetsByTable;
-  ByFoldedName _sheetsByName;
+  ByFoldedName _sheetsByName;  ///< indices of table contexts, external sheets included
   ByFoldedName _namesOfAllSheets;
   std::vector<ByFoldedName> _namesOfSheet;
   ByFoldedName _listObjectsByName;

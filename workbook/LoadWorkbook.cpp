@@ -1,11 +1,13 @@
 #include "workbook/LoadWorkbook.h"
 
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "workbook/Package/Archive.h"
 #include "workbook/Package/PackageFile.h"
 #include "workbook/Package/PartError.h"
+#include "workbook/Read/FormulaCollector.h"
 #include "workbook/Read/LoadState.h"
 #include "workbook/Read/WorkbookReader.h"
 #include "workbook/Recalculation/Recalculate.h"
@@ -19,11 +21,16 @@ Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& opti
     Document document;
     LoadState state{archive, options.limits, document, MemoryCounter(options.budget)};
     WorkbookReader(state).read();
-    recalculate(document, std::move(state.missing),
+    std::optional<CellFormulas> all;
+    if (state.usesClock) {
+      all = collectFormulas(state);
+    }
+    recalculate(document, std::move(state.missing), std::move(all),
                 {.localeName = options.localeName,
                  .timeZone = options.timeZone,
                  .positionLimit = options.limits.calculatedPositions,
-                 .newCellLimit = options.limits.cells - state.cellCount});
+                 .newCellLimit = options.limits.cells - state.cellCount,
+                 .budget = options.budget});
     return document;
   } catch (PartError const& error) {
     throw LoadError(file.string(), error.getPart(), error.getPlace(), error.getProblem());

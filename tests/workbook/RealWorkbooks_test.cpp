@@ -82,6 +82,9 @@ TEST_P(RealWorkbooks, AreReadWithAllTheirRules) {
         << "rule " << rule.number << " (" << rule.type << "): " << rule.unresolvedReason;
   }
   for (Finding const& finding : document.getFindings()) {
+    if (finding.message.ends_with("on the current date or time and were calculated again")) {
+      continue;
+    }
     ADD_FAILURE() << finding.part << " " << finding.sheet << " " << finding.range << ": "
                   << finding.message;
   }

@@ -33,7 +33,7 @@ CellReader::CellReader(LoadState& state, std::vector<std::string> const& sharedS
       _sheet(state.document.getSheets()[sheet]),
       _reader(reader),
       _places(reader),
-      _formulas(state, sheet, reader) {}
+      _formulas(state.missing, sheet, reader) {}
 
 void CellReader::readCell() {
   CellIndex const place = _places.findCell();
@@ -80,6 +80,8 @@ void CellReader::readContent(CellIndex place) {
     } else if (_reader.is("f")) {
       _content.hasFormula = true;
       _formulas.read(place);
+      _state.usesClock =
+          _state.usesClock || _state.volatileWords.findIn(_formulas.getLastText()).clock;
     } else {
       _reader.skipElement();
     }
@@ -114,7 +116,7 @@ void CellReader::store(CellIndex place, DOM::SharedCellStylePtr style) {
   cell.style = std::move(style);
   cell.hasFormula = _content.hasFormula;
   if (isMissing) {
-    _formulas.addMissingResult(place);
+    _formulas.keepCell(place);
   }
 }
 

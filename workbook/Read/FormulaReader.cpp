@@ -43,15 +43,15 @@ FormulaReader::Formula& FormulaReader::findFormula() {
   return shared == _shared.end() ? _last : shared->second;
 }
 
-void FormulaReader::addMissingResult(CellIndex place) {
+void FormulaReader::keepCell(CellIndex place) {
   Formula& formula = findFormula();
   if (!formula.index) {
-    formula.index = static_cast<std::uint32_t>(_state.missing.formulas.size());
-    _state.missing.formulas.push_back(formula.source);
+    formula.index = static_cast<std::uint32_t>(_kept.formulas.size());
+    _kept.formulas.push_back(formula.source);
   }
-  _state.missing.cells.push_back(
-      {static_cast<std::uint32_t>(_sheet), static_cast<std::uint32_t>(place.getColumn().get()),
-       static_cast<std::uint32_t>(place.getRow().get()), *formula.index});
+  _kept.cells.push_back({static_cast<std::uint32_t>(_sheet),
+                         static_cast<std::uint32_t>(place.getColumn().get()),
+                         static_cast<std::uint32_t>(place.getRow().get()), *formula.index});
 }
 
 }  // namespace Zorv::Workbook

@@ -6,34 +6,37 @@
 #include <optional>
 #include <string>
 
-#include "workbook/Read/LoadState.h"
+#include "workbook/Recalculation/CellFormulas.h"
 #include "workbook/Xml/XmlReader.h"
 
 namespace Zorv::Workbook {
 
-/// Reader of one sheet's formulas; keeps those without results in the file.
+/// Reader of one sheet's formulas.
 class FormulaReader {
 public:
-  /// Borrows everything.
-  FormulaReader(LoadState& state, std::size_t sheet, XmlReader& reader) noexcept
-      : _state(state), _sheet(sheet), _reader(reader) {}
+  /// Borrows everything; `kept` receives the cells and formulas that are to be kept.
+  FormulaReader(CellFormulas& kept, std::size_t sheet, XmlReader& reader) noexcept
+      : _kept(kept), _sheet(sheet), _reader(reader) {}
 
   /// After the start of an `f` element (ISO/IEC 29500-1, 18.3.1.40): reads up to its end.
   void read(CellIndex place);
 
-  /// Notes that the cell whose formula was read last has no result.
-  void addMissingResult(CellIndex place);
+  /// Text of the formula that was read last; empty if the cell shares that of another cell.
+  [[nodiscard]] std::string const& getLastText() const noexcept { return _last.source.text; }
+
+  /// Keeps the cell whose formula was read last.
+  void keepCell(CellIndex place);
 
 private:
   /// A formula, and its index if it is kept.
   struct Formula {
     FormulaSource source;
-    std::optional<std::uint32_t> index;  ///< in FormulasWithoutResults::formulas
+    std::optional<std::uint32_t> index;  ///< in CellFormulas::formulas
   };
 
   [[nodiscard]] Formula& findFormula();
 
-  LoadState& _state;
+  CellFormulas& _kept;
   std::size_t _sheet;
   XmlReader& _reader;
   Formula _last;

@@ -13,7 +13,8 @@
 #include "workbook/Limits.h"
 #include "workbook/Package/Archive.h"
 #include "workbook/Package/PartError.h"
-#include "workbook/Recalculation/FormulasWithoutResults.h"
+#include "workbook/Recalculation/CellFormulas.h"
+#include "workbook/Recalculation/VolatileWords.h"
 
 namespace Zorv::Workbook {
 
@@ -50,7 +51,9 @@ struct LoadState {
   std::size_t tableColumnCount = 0;
   std::size_t ruleCount = 0;  ///< the number of the next rule
   std::uint64_t ruleAreaCount = 0;
-  FormulasWithoutResults missing{};
+  CellFormulas missing{};         ///< the formulas without results in the file
+  VolatileWords volatileWords{};  ///< of the workbook's names
+  bool usesClock = false;         ///< a cell's formula depends on the current date or time
 
   /// Counts a formula that is kept parsed. Throws PartError beyond the limit.
   void countFormula(std::string_view formula, std::string const& part) {

@@ -11,6 +11,7 @@
 #include "Utils/CaseFolding.h"
 #include "workbook/Package/PartError.h"
 #include "workbook/Quote.h"
+#include "workbook/Read/ExternalLinkReader.h"
 #include "workbook/Read/SharedStrings.h"
 #include "workbook/Read/SheetReader.h"
 #include "workbook/Read/Values.h"
@@ -81,6 +82,7 @@ void WorkbookReader::readMainPart() {
   }
   listSheets(workbook);
   readDefinedNames(workbook);
+  readExternalLinks(workbook);
 }
 
 void WorkbookReader::listSheets(pugi::xml_node workbook) {
@@ -158,6 +160,7 @@ void WorkbookReader::readDefinedNames(pugi::xml_node workbook) {
   for (pugi::xml_node const element : workbook.child("definedNames").children("definedName")) {
     addDefinedName(element);
   }
+  _state.volatileWords = VolatileWords(_state.document.getDefinedNames());
 }
 
 void WorkbookReader::addDefinedName(pugi::xml_node element) {
@@ -199,6 +202,35 @@ void WorkbookReader::parse(DefinedName& name) {
 
 void WorkbookReader::addFinding(std::string message) {
   _state.document.addFinding({_mainPart, {}, {}, std::move(message)});
+}
+
+/// Formulas name the links by their place in the list. A link that cannot be read leaves the
+/// formulas that use it without values.
+void WorkbookReader::readExternalLinks(pugi::xml_node workbook) {
+  std::size_t number = 0;
+  std::unordered_set<std::string> parts;
+  for (pugi::xml_node const element :
+       workbook.child("externalReferences").children("externalReference")) {
+    ++number;
+    Relationship const* const link = _relationships.find(element.attribute("r:id").value());
+    if (!link || !parts.insert(foldCase(link->target)).second) {
+      addFinding(
+          fmt::format("the link [{}] to another workbook names no part of its own; it is left "
+                      "out",
+                      number));
+      continue;
+    }
+    try {
+      readExternalLink(_state, link->target, number);
+    } catch (PartError const& error) {
+      _state.document.addFinding(
+          {link->target,
+           {},
+           {},
+           fmt::format("the link [{}] to another workbook cannot be read: {}", number,
+                       error.getProblem())});
+    }
+  }
 }
 
 /// A theme gives colours only, so that a damaged one does not refuse the workbook.

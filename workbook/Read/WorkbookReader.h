@@ -31,6 +31,7 @@ private:
   void readDefinedNames(pugi::xml_node workbook);
   void addDefinedName(pugi::xml_node element);
   void parse(DefinedName& name);
+  void readExternalLinks(pugi::xml_node workbook);
   [[nodiscard]] ThemeColours readTheme();
   void readStyles(StylesReader& styles);
   [[nodiscard]] std::vector<std::string> readSharedStrings();

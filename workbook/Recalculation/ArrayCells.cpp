@@ -14,41 +14,37 @@ std::uint64_t countCells(TableRange const& area) noexcept {
   return std::uint64_t{area.endRow - area.firstRow} * (area.endColumn - area.firstColumn);
 }
 
-/// Returns the number of cells that the table does not have yet.
-std::uint64_t addCellsOf(TableRange const& area, MissingResult const& first,
-                         DOM::Table const& table, FormulasWithoutResults& missing) {
-  std::uint64_t newCellCount = 0;
+void addCellsOf(TableRange const& area, FormulaCell const& first, DOM::Table const& table,
+                ArrayCells which, CellFormulas& formulas) {
   for (unsigned long row = area.firstRow; row < area.endRow; ++row) {
     for (unsigned long column = area.firstColumn; column < area.endColumn; ++column) {
       DOM::Cell const* const cell = table.findCell(row, column);
-      if (cell == nullptr) {
-        ++newCellCount;
-      } else if (cell->hasFormula || !FormulaModel::isFormulaEmpty(cell->value)) {
-        continue;
+      bool const isFree = cell == nullptr || FormulaModel::isFormulaEmpty(cell->value);
+      if ((isFree || which == ArrayCells::All) && (cell == nullptr || !cell->hasFormula)) {
+        formulas.cells.push_back({first.sheet, static_cast<std::uint32_t>(column),
+                                  static_cast<std::uint32_t>(row), first.formula});
       }
-      missing.cells.push_back({first.sheet, static_cast<std::uint32_t>(column),
-                               static_cast<std::uint32_t>(row), first.formula});
     }
   }
-  return newCellCount;
 }
 
 }  // namespace
 
-void addArrayCells(Document const& document, FormulasWithoutResults& missing,
-                   std::uint64_t newCellLimit) {
-  std::size_t const count = missing.cells.size();
+void addArrayCells(Document const& document, CellFormulas& formulas, ArrayCells which,
+                   std::uint64_t cellLimit) {
+  std::size_t const count = formulas.cells.size();
   for (std::size_t index = 0; index < count; ++index) {
-    MissingResult const first = missing.cells[index];
-    FormulaSource& formula = missing.formulas[first.formula];
+    FormulaCell const first = formulas.cells[index];
+    FormulaSource& formula = formulas.formulas[first.formula];
     if (!formula.area) {
       continue;
     }
-    if (countCells(*formula.area) > newCellLimit) {
+    std::uint64_t const cells = countCells(*formula.area);
+    if (cells > cellLimit) {
       formula.isTooLarge = true;
     } else {
-      newCellLimit -=
-          addCellsOf(*formula.area, first, *document.getSheets()[first.sheet].table, missing);
+      cellLimit -= cells;
+      addCellsOf(*formula.area, first, *document.getSheets()[first.sheet].table, which, formulas);
     }
   }
 }

@@ -3,16 +3,22 @@
 #include <cstdint>
 
 #include "workbook/Document.h"
-#include "workbook/Recalculation/FormulasWithoutResults.h"
+#include "workbook/Recalculation/CellFormulas.h"
 
 namespace Zorv::Workbook {
 
-/// Adds to the cells without results the other cells that array formulas fill: those of the
-/// formula's area that have neither a value nor a formula, or do not exist. A formula whose area
-/// has more cells than `newCellLimit` still allows is marked as too large instead.
+/// Cells of an array that count.
+enum class ArrayCells : bool {
+  WithoutResults,  ///< those that have neither a value nor a formula, or do not exist
+  All,             ///< also those with a value
+};
+
+/// Adds the other cells that array formulas fill: those of a formula's area that have no formula of
+/// their own. A formula whose area has more cells than `cellLimit` still allows is marked as too
+/// large instead.
 ///
 /// Needs the cells of all sheets.
-void addArrayCells(Document const& document, FormulasWithoutResults& missing,
-                   std::uint64_t newCellLimit);
+void addArrayCells(Document const& document, CellFormulas& formulas, ArrayCells which,
+                   std::uint64_t cellLimit);
 
 }  // namespace Zorv::Workbook

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <exception>
+#include <new>
 #include <utility>
 
+#include <fmt/format.h>
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/get.hpp>
 #include <boost/variant/static_visitor.hpp>
@@ -72,20 +74,16 @@ private:
   CellIndex _origin;
 };
 
-void include(MissingResult const& missing, TableRange& range) noexcept {
+void include(FormulaCell const& missing, TableRange& range) noexcept {
   range.firstRow = std::min<unsigned long>(range.firstRow, missing.row);
   range.firstColumn = std::min<unsigned long>(range.firstColumn, missing.column);
   range.endRow = std::max<unsigned long>(range.endRow, missing.row + 1UL);
   range.endColumn = std::max<unsigned long>(range.endColumn, missing.column + 1UL);
 }
 
-int distance(unsigned long from, unsigned long to) noexcept {
-  return static_cast<int>(to) - static_cast<int>(from);
-}
-
 }  // namespace
 
-MissingResultCalculator::MissingResultCalculator(Document& document, FormulasWithoutResults missing,
+MissingResultCalculator::MissingResultCalculator(Document& document, CellFormulas missing,
                                                  RecalculationOptions const& options)
     : _document(document),
       _provider(document, options.localeName, options.timeZone),
@@ -93,8 +91,16 @@ MissingResultCalculator::MissingResultCalculator(Document& document, FormulasWit
       _sharedExprs(_formulas.size()),
       _missing(std::move(missing.cells)),
       _isUnderWay(_missing.size(), false),
-      _positionLimit(options.positionLimit) {
+      _hasResult(_missing.size(), false),
+      _positionLimit(options.positionLimit),
+      _counter(options.budget) {
   findArrays();
+  for (std::size_t index = 0; index < _missing.size(); ++index) {
+    FormulaCell const& place = _missing[index];
+    DOM::Cell const* const cell =
+        document.getSheets()[place.sheet].table->findCell(place.row, place.column);
+    _hasResult[index] = cell != nullptr && !FormulaModel::isFormulaEmpty(cell->value);
+  }
 }
 
 void MissingResultCalculator::calculate() {
@@ -102,6 +108,9 @@ void MissingResultCalculator::calculate() {
     return;
   }
   for (Sheet const& sheet : _document.getSheets()) {
+    _usedRanges.push_back(sheet.table->getUsedRange());
+  }
+  for (ExternalSheet const& sheet : _document.getExternalSheets()) {
     _usedRanges.push_back(sheet.table->getUsedRange());
   }
   for (std::size_t index = 0; index < _missing.size(); ++index) {
@@ -116,12 +125,31 @@ void MissingResultCalculator::calculate() {
     }
   }
   _report.writeTo(_document);
+  reportRenewed();
+}
+
+void MissingResultCalculator::reportRenewed() {
+  if (_renewedCount > 0) {
+    _document.addFinding(
+        {{},
+         {},
+         {},
+         fmt::format("{} on the current date or time and {} calculated again",
+                     _renewedCount == 1 ? std::string("1 cell depends")
+                                        : fmt::format("{} cells depend", _renewedCount),
+                     _renewedCount == 1 ? "was" : "were")});
+  }
+}
+
+void MissingResultCalculator::addWork(std::uint64_t amount) {
+  _work += amount;
+  _counter.count(amount);
 }
 
 /// Calculates the cell on top of the stack, or pushes a cell whose result it needs first.
 void MissingResultCalculator::takeStep(std::size_t index) {
   FormulaSource const& source = sourceOf(index);
-  _work += source.text.size();
+  addWork(source.text.size());
   try {
     if (source.text.empty()) {
       giveUp(index, Uncalculated::NoText);
@@ -132,6 +160,12 @@ void MissingResultCalculator::takeStep(std::size_t index) {
     }
   } catch (Formulas::FormulaParseError const& error) {
     giveUp(index, Uncalculated::Unreadable, {error.what()});
+  } catch (WorkBudgetExceeded const&) {
+    throw;
+  } catch (WorkStopped const&) {
+    throw;
+  } catch (std::bad_alloc const&) {
+    giveUp(index, Uncalculated::TooMuch);
   } catch (std::exception const& error) {
     giveUp(index, Uncalculated::Failed, {error.what()});
   }
@@ -143,21 +177,21 @@ void MissingResultCalculator::calculate(std::size_t index) {
     // Each cell of an array is calculated by itself.
     _arrays.erase(_missing[index].formula);
   }
-  auto const references = Formulas::findReferences(*formula.expr, formula.columnOffset,
-                                                   formula.rowOffset, formula.context, _provider);
+  auto const& [columnOffset, rowOffset, context] = formula.placement;
+  auto const references =
+      Formulas::findReferences(*formula.expr, columnOffset, rowOffset, context, _provider);
   Search found = search(references);
   if (found.missing) {
     waitFor(*found.missing);
     return;
   }
-  forEachCellOf(index, [this](std::size_t) { ++_work; });
-  _work += countPositions(references);
+  forEachCellOf(index, [this](std::size_t) { addWork(1); });
+  addWork(countPositions(references));
   Formulas::RuntimeDependenciesResolver dependencies;
   // One session for each evaluation: values change between two of them.
   Formulas::EvaluationSession session;
-  auto const result =
-      Formulas::calcShiftedExpr(*formula.expr, formula.columnOffset, formula.rowOffset,
-                                formula.context, _provider, dependencies, session);
+  auto const result = Formulas::calcShiftedExpr(*formula.expr, columnOffset, rowOffset, context,
+                                                _provider, dependencies, session);
   if (!found.foundUnderWay) {
     // References made by the evaluation (OFFSET, INDIRECT) may lead to cells without results. Then
     // the formula is calculated again after them.
@@ -165,7 +199,7 @@ void MissingResultCalculator::calculate(std::size_t index) {
     for (auto const& dependency : dependencies.getDependencies()) {
       ranges.push_back({dependency.table, dependency.range});
     }
-    _work += countPositions(ranges);
+    addWork(countPositions(ranges));
     found = search(ranges);
     if (found.missing) {
       waitFor(*found.missing);
@@ -195,28 +229,31 @@ void MissingResultCalculator::waitFor(std::size_t index) {
 void MissingResultCalculator::finish(std::size_t index, Placed const& formula,
                                      Formulas::CalcResult const& result, bool isCircular) {
   CellIndex const origin = sourceOf(index).place;
-  bool hasUnknownName = false;
+  std::optional<std::vector<std::string>> unknown;
   forEachCellOf(index, [&](std::size_t cell) {
     CellIndex const place = _missing[cell].getPlace();
     auto value = boost::apply_visitor(OneValue(_provider, place, origin), result);
-    hasUnknownName = hasUnknownName || isNameError(value);
-    store(cell, std::move(value));
+    if (isNameError(value) && !unknown) {
+      unknown = Formulas::findFunctionNames(*formula.expr).unknown;
+    }
+    bool const isDoubtful = isCircular || (isNameError(value) && !unknown->empty());
+    if (!_hasResult[cell] || !isDoubtful) {
+      store(cell, std::move(value));
+      _renewedCount += _hasResult[cell] ? 1 : 0;
+    }
   });
   if (isCircular) {
     report(index, Uncalculated::Circular);
   }
-  if (hasUnknownName) {
-    auto const unknown = Formulas::findFunctionNames(*formula.expr).unknown;
-    if (!unknown.empty()) {
-      report(index, Uncalculated::UnknownFunctions, unknown);
-    }
+  if (unknown && !unknown->empty()) {
+    report(index, Uncalculated::UnknownFunctions, *unknown);
   }
   leave(index);
 }
 
 /// A formula whose value is that of an empty cell gives 0.
 void MissingResultCalculator::store(std::size_t index, FormulaValue value) {
-  MissingResult const& missing = _missing[index];
+  FormulaCell const& missing = _missing[index];
   auto& cell = _document.getSheets()[missing.sheet].table->obtainCell(missing.row, missing.column);
   cell.value = FormulaModel::isFormulaEmpty(value) ? FormulaModel::FormulaNumber{FloatNumber(0.0)}
                                                    : std::move(value);
@@ -238,7 +275,8 @@ void MissingResultCalculator::giveUp(std::size_t index, Uncalculated reason,
 void MissingResultCalculator::report(std::size_t index, Uncalculated reason,
                                      std::vector<std::string> const& details) {
   forEachCellOf(index, [&](std::size_t cell) {
-    _report.add(_missing[cell].sheet, reason, _missing[cell].getPlace(), details);
+    _report.add({_missing[cell].sheet, reason, _hasResult[cell]}, _missing[cell].getPlace(),
+                details);
   });
 }
 
@@ -284,20 +322,7 @@ MissingResultCalculator::ExprPtr MissingResultCalculator::parse(std::size_t inde
 }
 
 MissingResultCalculator::Placed MissingResultCalculator::place(std::size_t index) {
-  FormulaSource const& source = sourceOf(index);
-  MissingResult const& missing = _missing[index];
-  auto const indices = source.isArray
-                           ? boost::make_optional(FormulaModel::ArrayFormulaIndices{0, 0})
-                           : boost::optional<FormulaModel::ArrayFormulaIndices>();
-  DOM::Table const& table = *_document.getSheets()[missing.sheet].table;
-  CellIndex const cell = missing.getPlace();
-  // All cells of an array have the formula of its first cell.
-  CellIndex const seenFrom = source.isArray ? source.place : cell;
-  return {
-      parse(index), distance(source.place.getColumn().get(), seenFrom.getColumn().get()),
-      distance(source.place.getRow().get(), seenFrom.getRow().get()),
-      Formulas::Context(_provider.getTableContext(table), cell.getRow(), cell.getColumn(), indices,
-                        table.getRowID(missing.row), table.getColumnID(missing.column))};
+  return {parse(index), findPlacement(_document, _provider, sourceOf(index), _missing[index])};
 }
 
 std::uint64_t MissingResultCalculator::countPositions(Ranges const& ranges) const {

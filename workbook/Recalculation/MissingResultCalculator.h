@@ -11,24 +11,25 @@
 #include "DOM/FormulaSyntaxTree/Expr.h"
 #include "Formulas/CalcExpr.h"
 #include "workbook/DocumentContextProvider.h"
-#include "workbook/Recalculation/FormulasWithoutResults.h"
+#include "workbook/Recalculation/CellFormulas.h"
 #include "workbook/Recalculation/MissingResults.h"
+#include "workbook/Recalculation/PlacedFormula.h"
 #include "workbook/Recalculation/Recalculate.h"
 #include "workbook/Recalculation/UncalculatedReport.h"
 
 namespace Zorv::Workbook {
 
-/// Calculates the formulas that have no result in the file, each after the formulas that it depends
-/// on, and reports those that cannot be calculated.
+/// Calculates formulas that have no result in the file, or one that depends on the current date or
+/// time, each after the formulas that it depends on, and reports those that cannot be calculated.
 ///
 /// The cells of an array formula are calculated together, unless the formula asks for the position
 /// of its cell. A formula that depends on itself, directly or not, reads an empty cell there.
-/// Results that the file has are never changed. The stack of unfinished formulas is a vector, so
-/// that a chain may be as long as memory allows.
+/// A cell that has a result keeps it if its formula cannot be calculated. The stack of unfinished
+/// formulas is a vector, so that a chain may be as long as memory allows.
 class MissingResultCalculator {
 public:
   /// Borrows the document. Throws BaseRuntimeError for an unknown locale.
-  MissingResultCalculator(Document& document, FormulasWithoutResults missing,
+  MissingResultCalculator(Document& document, CellFormulas missing,
                           RecalculationOptions const& options);
 
   void calculate();
@@ -37,12 +38,10 @@ private:
   using ExprPtr = std::shared_ptr<DOM::FormulaSyntaxTree::Expr const>;
   using Ranges = std::vector<Formulas::Reference>;
 
-  /// A formula with the offset of its references for one of its cells.
+  /// A formula at the place of one of its cells.
   struct Placed {
     ExprPtr expr;
-    int columnOffset;
-    int rowOffset;
-    Formulas::Context context;
+    Placement placement;
   };
   /// Result of looking for cells without results in some ranges.
   struct Search {
@@ -57,6 +56,8 @@ private:
   void finish(std::size_t index, Placed const& formula, Formulas::CalcResult const& result,
               bool isCircular);
   void store(std::size_t index, FormulaValue value);
+  void addWork(std::uint64_t amount);
+  void reportRenewed();
   void leave(std::size_t index);
   void giveUp(std::size_t index, Uncalculated reason, std::vector<std::string> const& details = {});
   void report(std::size_t index, Uncalculated reason, std::vector<std::string> const& details = {});
@@ -80,12 +81,15 @@ private:
   /// By formula: the cells of an array, which are calculated together; the first is their leader.
   std::unordered_map<std::uint32_t, std::vector<std::size_t>> _arrays;
   std::vector<bool> _isUnderWay;
+  std::vector<bool> _hasResult;  ///< in the file
   /// Stack of leaders; each waits for the result of the one above it. Indices alone, since a chain
   /// may be as long as the file.
   std::vector<std::size_t> _underWay;
-  std::vector<TableRange> _usedRanges;  ///< by sheet
+  std::vector<TableRange> _usedRanges;  ///< by DocTableIndex
   std::uint64_t _positionLimit;
   std::uint64_t _work = 0;  ///< positions that formulas referred to, and bytes of their texts
+  StepCounter _counter;
+  std::uint64_t _renewedCount = 0;  ///< cells whose results were replaced
   UncalculatedReport _report;
 };
 

@@ -9,22 +9,22 @@ namespace Zorv::Workbook {
 
 namespace {
 
-auto placeOf(MissingResult const& result) noexcept {
+auto placeOf(FormulaCell const& result) noexcept {
   return std::tuple<std::size_t, unsigned long, unsigned long>(result.sheet, result.column,
                                                                result.row);
 }
 
-bool standsEarlier(MissingResult const& a, MissingResult const& b) noexcept {
+bool standsEarlier(FormulaCell const& a, FormulaCell const& b) noexcept {
   return placeOf(a) < placeOf(b);
 }
 
-bool standsAtOnePlace(MissingResult const& a, MissingResult const& b) noexcept {
+bool standsAtOnePlace(FormulaCell const& a, FormulaCell const& b) noexcept {
   return placeOf(a) == placeOf(b);
 }
 
 }  // namespace
 
-MissingResults::MissingResults(std::vector<MissingResult> results) : _results(std::move(results)) {
+MissingResults::MissingResults(std::vector<FormulaCell> results) : _results(std::move(results)) {
   std::stable_sort(_results.begin(), _results.end(), standsEarlier);
   // A damaged file may have a cell twice.
   _results.erase(std::unique(_results.begin(), _results.end(), standsAtOnePlace), _results.end());
@@ -41,7 +41,7 @@ std::optional<std::size_t> MissingResults::findIn(std::size_t sheet, TableRange 
         _results[index].column >= range.endColumn) {
       return std::nullopt;
     }
-    MissingResult const& found = _results[index];
+    FormulaCell const& found = _results[index];
     if (range.contains(found.row, found.column)) {
       return index;
     }
@@ -54,7 +54,7 @@ std::optional<std::size_t> MissingResults::findIn(std::size_t sheet, TableRange 
 std::size_t MissingResults::findFrom(std::size_t sheet, unsigned long column, unsigned long row) {
   auto const first = std::lower_bound(
       _results.begin(), _results.end(), std::tuple(sheet, column, row),
-      [](MissingResult const& result, auto const& place) { return placeOf(result) < place; });
+      [](FormulaCell const& result, auto const& place) { return placeOf(result) < place; });
   auto index = static_cast<std::size_t>(first - _results.begin());
   while (_next[index] != index) {
     // Path halving: the next search takes half as many steps.

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Utils/TableRange.h"
-#include "workbook/Recalculation/FormulasWithoutResults.h"
+#include "workbook/Recalculation/CellFormulas.h"
 
 namespace Zorv::Workbook {
 
@@ -14,10 +14,10 @@ namespace Zorv::Workbook {
 /// their result since, like a disjoint-set forest: `_next` is compressed as it is followed.
 class MissingResults {
 public:
-  explicit MissingResults(std::vector<MissingResult> results);
+  explicit MissingResults(std::vector<FormulaCell> results);
 
   [[nodiscard]] std::size_t size() const noexcept { return _results.size(); }
-  [[nodiscard]] MissingResult const& operator[](std::size_t index) const noexcept {
+  [[nodiscard]] FormulaCell const& operator[](std::size_t index) const noexcept {
     return _results[index];
   }
 
@@ -33,7 +33,7 @@ public:
 private:
   [[nodiscard]] std::size_t findFrom(std::size_t sheet, unsigned long column, unsigned long row);
 
-  std::vector<MissingResult> _results;
+  std::vector<FormulaCell> _results;
   /// For each cell: its own index while it has no result, then that of some later cell that is not
   /// behind the next cell without one.
   std::vector<std::uint32_t> _next;

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "OfficeUtils/TimeZone.h"
+#include "Utils/WorkBudget.h"
 #include "workbook/Document.h"
-#include "workbook/Recalculation/FormulasWithoutResults.h"
+#include "workbook/Recalculation/CellFormulas.h"
 
 namespace Zorv::Workbook {
 
@@ -16,13 +18,19 @@ struct RecalculationOptions {
   std::uint64_t positionLimit = 0;
   /// The most cells that array formulas may add to the document, together.
   std::uint64_t newCellLimit = 0;
+  WorkBudget* budget = nullptr;  ///< borrowed; may be null
 };
 
-/// Calculates the formulas that have no result in the file, and adds a finding for those that
-/// cannot be calculated. Results that the file has are never changed.
+/// Calculates the formulas that have no result in the file and those that depend on the current
+/// date or time, and adds findings: the number of the latter, and those that cannot be calculated.
+/// Other results are never changed.
 ///
-/// Throws BaseRuntimeError for an unknown locale. Cost: that of the formulas, up to the limits.
-void recalculate(Document& document, FormulasWithoutResults missing,
+/// `missing` are the formulas without results. `all`, the formulas of all cells, is needed if any
+/// depends on the current date or time.
+///
+/// Throws BaseRuntimeError for an unknown locale, and what the budget throws. Cost: that of the
+/// formulas, up to the limits.
+void recalculate(Document& document, CellFormulas missing, std::optional<CellFormulas> all,
                  RecalculationOptions const& options);
 
 }  // namespace Zorv::Workbook

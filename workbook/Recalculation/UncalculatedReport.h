@@ -5,7 +5,6 @@
 #include <map>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "Utils/CellIndex.h"
@@ -26,8 +25,15 @@ enum class Uncalculated : std::uint8_t {
 /// Formulas that could not be calculated, as one finding for each sheet and reason.
 class UncalculatedReport {
 public:
-  void add(std::size_t sheet, Uncalculated reason, CellIndex cell,
-           std::vector<std::string> const& details);
+  struct Key {
+    std::size_t sheet;
+    Uncalculated reason;
+    bool keepsResult;  ///< the cell has a result in the file, which stays
+
+    friend auto operator<=>(Key const&, Key const&) noexcept = default;
+  };
+
+  void add(Key const& key, CellIndex cell, std::vector<std::string> const& details);
 
   /// Adds the findings to the document.
   void writeTo(Document& document) const;
@@ -39,7 +45,9 @@ private:
     std::set<std::string> details;
   };
 
-  std::map<std::pair<std::size_t, Uncalculated>, Entry> _entries;
+  [[nodiscard]] static std::string describe(Key const& key, Entry const& entry);
+
+  std::map<Key, Entry> _entries;
 };
 
 }  // namespace Zorv::Workbook

@@ -20,20 +20,20 @@ struct FormulaSource {
   bool isTooLarge = false;         ///< its area has more cells than a workbook may have
 };
 
-/// A cell whose formula has no result in the file.
-struct MissingResult {
+/// A cell with a formula.
+struct FormulaCell {
   std::uint32_t sheet;
   std::uint32_t column;
   std::uint32_t row;
-  std::uint32_t formula;  ///< index in FormulasWithoutResults::formulas
+  std::uint32_t formula;  ///< index in CellFormulas::formulas
 
   [[nodiscard]] CellIndex getPlace() const noexcept { return {RowIndex(row), ColumnIndex(column)}; }
 };
 
-/// The formulas of a workbook without results in the file, and the cells that need them.
-struct FormulasWithoutResults {
+/// Formulas of a workbook, and the cells that have them.
+struct CellFormulas {
   std::vector<FormulaSource> formulas{};
-  std::vector<MissingResult> cells{};  ///< in any order
+  std::vector<FormulaCell> cells{};  ///< in any order
 };
 
 }  // namespace Zorv::Workbook

@@ -1,0 +1,96 @@
+#include "workbook/Recalculation/VolatileWords.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "Utils/CaseFolding.h"
+
+namespace Zorv::Workbook {
+
+namespace {
+
+/// True for the characters of names and functions (ISO/IEC 29500-1, 18.17.2.5), as far as they
+/// divide a formula into words.
+constexpr bool isWordCharacter(char c) noexcept {
+  return isAsciiLetter(c) || isAsciiDigit(c) || c == '_' || c == '.' || c == '\\' || c == '?' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
+
+bool equalsInUpperCase(std::string_view word, std::string_view upperCase) noexcept {
+  return std::ranges::equal(word, upperCase, [](char a, char b) { return toAsciiUpper(a) == b; });
+}
+
+VolatileUse useOfFunction(std::string_view name) noexcept {
+  constexpr std::array<std::string_view, 2> clock{"TODAY", "NOW"};
+  constexpr std::array<std::string_view, 4> random{"RAND", "RANDBETWEEN", "RANDARRAY",
+                                                   "_XLFN.RANDARRAY"};
+  auto const isName = [name](std::string_view known) { return equalsInUpperCase(name, known); };
+  return {std::ranges::any_of(clock, isName), std::ranges::any_of(random, isName)};
+}
+
+/// End of a text in quotes that begins at `at`.
+std::size_t skipQuoted(std::string_view formula, std::size_t at) noexcept {
+  return std::min(formula.find(formula[at], at + 1), formula.size() - 1) + 1;
+}
+
+/// Calls `visit(word, isFunction)` for each word outside quotes.
+template <class Visit>
+void forEachWord(std::string_view formula, Visit const& visit) {
+  for (std::size_t at = 0; at < formula.size();) {
+    if (formula[at] == '"' || formula[at] == '\'') {
+      at = skipQuoted(formula, at);
+      continue;
+    }
+    std::size_t const begin = at;
+    while (at < formula.size() && isWordCharacter(formula[at])) {
+      ++at;
+    }
+    if (at == begin) {
+      ++at;
+    } else {
+      visit(formula.substr(begin, at - begin), at < formula.size() && formula[at] == '(');
+    }
+  }
+}
+
+void include(VolatileUse use, VolatileUse& target) noexcept {
+  target.clock = target.clock || use.clock;
+  target.random = target.random || use.random;
+}
+
+}  // namespace
+
+/// Names may use names, and these others: each round follows one step more.
+VolatileWords::VolatileWords(std::vector<DefinedName> const& names) {
+  constexpr int deepest = 64;
+  bool hasChanged = true;
+  for (int round = 0; hasChanged && round < deepest; ++round) {
+    hasChanged = false;
+    for (DefinedName const& name : names) {
+      VolatileUse const use = findIn(name.formulaText);
+      if (use == VolatileUse()) {
+        continue;
+      }
+      VolatileUse& known = _names[foldCase(name.name)];
+      VolatileUse const before = known;
+      include(use, known);
+      hasChanged = hasChanged || known != before;
+    }
+  }
+}
+
+VolatileUse VolatileWords::findIn(std::string_view formula) const {
+  VolatileUse use;
+  forEachWord(formula, [this, &use](std::string_view word, bool isFunction) {
+    if (isFunction) {
+      include(useOfFunction(word), use);
+    } else if (!_names.empty()) {
+      auto const name = _names.find(foldCase(word));
+      include(name == _names.end() ? VolatileUse() : name->second, use);
+    }
+  });
+  return use;
+}
+
+}  // namespace Zorv::Workbook
