@@ -160,9 +160,7 @@ void MissingResultCalculator::takeStep(std::size_t index) {
     }
   } catch (Formulas::FormulaParseError const& error) {
     giveUp(index, Uncalculated::Unreadable, {error.what()});
-  } catch (WorkBudgetExceeded const&) {
-    throw;
-  } catch (WorkStopped const&) {
+  } catch (WorkEnded const&) {
     throw;
   } catch (std::bad_alloc const&) {
     giveUp(index, Uncalculated::TooMuch);

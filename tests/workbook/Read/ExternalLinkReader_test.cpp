@@ -23,8 +23,7 @@ constexpr char const* keptCells =
 
 WorkbookBuilder linkTo(std::string const& part) {
   return WorkbookBuilder()
-      .setWorkbook("",
-                   "<externalReferences><externalReference r:id='rId1'/></externalReferences>")
+      .setWorkbook("", "<externalReferences><externalReference r:id='rId1'/></externalReferences>")
       .addRelationship("externalLink", "externalLinks/externalLink1.xml")
       .setPart("xl/externalLinks/externalLink1.xml", part)
       .setSheet("<row r='1'><c r='A1'><v>1</v></c></row>");

@@ -14,12 +14,12 @@
 namespace Zorv::Workbook {
 namespace {
 
+using testing::ElementsAre;
+using testing::IsEmpty;
 using TestSupport::describeCell;
 using TestSupport::holds;
 using TestSupport::sheetData;
 using TestSupport::WorkbookBuilder;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// A cell with a formula and the result 1, which the file has stored.
 std::string stored(std::string const& cell, std::string const& text,
@@ -64,8 +64,9 @@ TEST_F(ClockCells, AreCalculatedAgainWithAllThatDependsOnThem) {
   // What the file has stored for the others stays, even where it is wrong.
   EXPECT_EQ(describeCell(document, "B1"), "number 1");
   EXPECT_EQ(describeCell(document, "C1", 1), "number 1");
-  EXPECT_THAT(messagesOf(document),
-              ElementsAre(": 5 cells depend on the current date or time and were calculated again"));
+  EXPECT_THAT(
+      messagesOf(document),
+      ElementsAre(": 5 cells depend on the current date or time and were calculated again"));
 }
 
 TEST_F(ClockCells, HoldUnderARuleForToday) {
@@ -103,10 +104,10 @@ TEST_F(ClockCells, OfAnArrayAreCalculatedTogether) {
 }
 
 TEST_F(ClockCells, WithoutResultsAreCalculatedAsAlwaysAndPassTheClockOn) {
-  Document const document = WorkbookBuilder()
-                                .setSheet(row(stored("A1", "B1") + "<c r='B1'><f>C1</f></c>" +
-                                              stored("C1", "TODAY()")))
-                                .load();
+  Document const document =
+      WorkbookBuilder()
+          .setSheet(row(stored("A1", "B1") + "<c r='B1'><f>C1</f></c>" + stored("C1", "TODAY()")))
+          .load();
   EXPECT_EQ(describeCell(document, "B1"), "number 46347");
   EXPECT_EQ(describeCell(document, "A1"), "number 46347");
 }
@@ -169,7 +170,8 @@ TEST_F(ClockCells, OfALongChainAreFoundInEitherDirection) {
 TEST_F(ClockCells, SpendFromTheBudget) {
   std::string rows = row(stored("A1", "TODAY()"));
   for (int number = 2; number < 3'000; ++number) {
-    rows += row(stored("A" + std::to_string(number), "SUM(A$1:A" + std::to_string(number - 1) + ")"));
+    rows +=
+        row(stored("A" + std::to_string(number), "SUM(A$1:A" + std::to_string(number - 1) + ")"));
   }
   LoadOptions options;
   WorkBudget budget({.steps = 1'000'000});
