@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Utils/CaseFolding.h"
+#include "workbook/Quote.h"
 
 namespace Zorv::Workbook {
 
@@ -23,6 +24,11 @@ Rule const* Document::findRule(std::size_t number) const noexcept {
 
 void Document::addFinding(Finding finding) {
   constexpr std::size_t findingLimit = 1'000;
+  constexpr std::size_t longestMessage = 1'000;
+  finding.part = quote(finding.part);
+  finding.sheet = quote(finding.sheet);
+  finding.range = quote(finding.range);
+  finding.message = quote(finding.message, longestMessage);
   if (_findings.size() < findingLimit) {
     _findings.push_back(std::move(finding));
   } else if (_findings.size() == findingLimit) {

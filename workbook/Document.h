@@ -93,7 +93,8 @@ public:
   /// What was read in another way than the file means it, in the order of reading. Rules that are
   /// not resolved are not repeated here.
   [[nodiscard]] std::vector<Finding> const& getFindings() const noexcept { return _findings; }
-  /// Adds a finding. After the first thousand, one says that the others are left out.
+  /// Adds a finding, its long texts cut. After the first thousand, one says that the others are
+  /// left out.
   void addFinding(Finding finding);
 
 private:

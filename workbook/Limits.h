@@ -40,7 +40,7 @@ struct Limits {
   /// `textBytesPerFileByte` of them for each of its bytes if that is more.
   std::uint64_t sharedTextBytes = 268'435'456;
   std::uint64_t textBytesPerFileByte = 64;
-  /// Cell formats, and the same number of differential formats.
+  /// Formats of each kind: fonts, fills, borders, cell formats, differential formats.
   std::size_t formats = 100'000;
   std::size_t definedNames = 200'000;
   /// Columns of all tables (ISO/IEC 29500-1, 18.5.1.2) together.

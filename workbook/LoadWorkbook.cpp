@@ -7,6 +7,7 @@
 #include "workbook/Package/Archive.h"
 #include "workbook/Package/PackageFile.h"
 #include "workbook/Package/PartError.h"
+#include "workbook/Quote.h"
 #include "workbook/Read/FormulaCollector.h"
 #include "workbook/Read/LoadState.h"
 #include "workbook/Read/WorkbookReader.h"
@@ -33,7 +34,8 @@ Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& opti
                  .budget = options.budget});
     return document;
   } catch (PartError const& error) {
-    throw LoadError(file.string(), error.getPart(), error.getPlace(), error.getProblem());
+    throw LoadError(file.string(), quote(error.getPart()), quote(error.getPlace()),
+                    error.getProblem());
   } catch (std::bad_alloc const&) {
     throw LoadError(file.string(), {}, {},
                     "needs more memory to be read than there is; give the program more memory, or "

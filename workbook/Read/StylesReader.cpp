@@ -1,5 +1,7 @@
 #include "workbook/Read/StylesReader.h"
 
+#include <algorithm>
+#include <array>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -21,11 +23,20 @@ std::vector<pugi::xml_node> listChildren(pugi::xml_node parent) {
   return children;
 }
 
-/// The element whose index an attribute of a cell format gives; an empty node if there is none.
-pugi::xml_node pick(std::vector<pugi::xml_node> const& elements, pugi::xml_attribute attribute) {
+/// The entry whose index an attribute of a cell format gives; null if there is none.
+template <class Entry>
+Entry const* pick(std::vector<Entry> const& entries, pugi::xml_attribute attribute) {
   auto const index = parseInteger(attribute.value());
-  bool const known = index && *index >= 0 && static_cast<std::size_t>(*index) < elements.size();
-  return known ? elements[static_cast<std::size_t>(*index)] : pugi::xml_node();
+  bool const known = index && *index >= 0 && static_cast<std::size_t>(*index) < entries.size();
+  return known ? &entries[static_cast<std::size_t>(*index)] : nullptr;
+}
+
+/// Sets what the entry sets, if there is one.
+template <class Props>
+void apply(Props const* entry, Props& props) {
+  if (entry != nullptr) {
+    override(props, *entry);
+  }
 }
 
 /// Attribute of a cell format, or of the format that it is based on.
@@ -34,33 +45,45 @@ pugi::xml_attribute pickAttribute(pugi::xml_node format, pugi::xml_node base, ch
   return own ? own : base.attribute(name);
 }
 
-pugi::xml_node pickChild(pugi::xml_node format, pugi::xml_node base, char const* name) {
-  pugi::xml_node const own = format.child(name);
-  return own ? own : base.child(name);
-}
+constexpr std::array listNames{"fonts", "fills", "borders", "cellStyleXfs", "cellXfs", "dxfs"};
 
 }  // namespace
 
 void StylesReader::read(pugi::xml_node styleSheet, DOM::SharedObjectFactory const& factory,
                         std::size_t formatLimit) {
-  readIndexedColours(styleSheet.child("colors").child("indexedColors"));
-  _numberFormats.add(styleSheet.child("numFmts"));
-  Tables const tables{
-      listChildren(styleSheet.child("fonts")), listChildren(styleSheet.child("fills")),
-      listChildren(styleSheet.child("borders")), listChildren(styleSheet.child("cellStyleXfs"))};
-  auto const cellFormats = listChildren(styleSheet.child("cellXfs"));
-  auto const differentialFormats = listChildren(styleSheet.child("dxfs"));
-  _isBeyondLimit = cellFormats.size() > formatLimit || differentialFormats.size() > formatLimit;
+  _isBeyondLimit = std::ranges::any_of(listNames, [&](char const* name) {
+    return listChildren(styleSheet.child(name)).size() > formatLimit;
+  });
   if (_isBeyondLimit) {
     return;
   }
-  for (pugi::xml_node const format : cellFormats) {
+  readIndexedColours(styleSheet.child("colors").child("indexedColors"));
+  _numberFormats.add(styleSheet.child("numFmts"));
+  Tables const tables = readTables(styleSheet);
+  for (pugi::xml_node const format : listChildren(styleSheet.child("cellXfs"))) {
     _cellStyles.push_back(factory.create(readCellFormat(format, tables)));
   }
-  for (pugi::xml_node const dxf : differentialFormats) {
+  for (pugi::xml_node const dxf : listChildren(styleSheet.child("dxfs"))) {
     std::string name = "differential format " + std::to_string(_differentialStyles.size());
     _differentialStyles.push_back(addDifferentialStyle(dxf, std::move(name)));
   }
+}
+
+StylesReader::Tables StylesReader::readTables(pugi::xml_node styleSheet) {
+  Tables tables;
+  for (pugi::xml_node const font : listChildren(styleSheet.child("fonts"))) {
+    readFont(font, _palette, tables.fonts.emplace_back());
+  }
+  for (pugi::xml_node const fill : listChildren(styleSheet.child("fills"))) {
+    readCellFill(fill, _palette, tables.fills.emplace_back());
+  }
+  for (pugi::xml_node const border : listChildren(styleSheet.child("borders"))) {
+    readBorder(border, _palette, tables.borders.emplace_back());
+  }
+  for (pugi::xml_node const format : listChildren(styleSheet.child("cellStyleXfs"))) {
+    tables.baseFormats.push_back({format, format.child("alignment"), format.child("protection")});
+  }
+  return tables;
 }
 
 DOM::SharedCellStylePtr const& StylesReader::getCellStyle(std::size_t index) const noexcept {
@@ -106,21 +129,24 @@ void StylesReader::readIndexedColours(pugi::xml_node colours) {
 
 /// A cell format's own indices are used whatever its `apply` flags say: programs write all of them.
 /// The format that it is based on supplies only those that are missing.
-DOM::CellStyle StylesReader::readCellFormat(pugi::xml_node format, Tables const& tables) {
-  pugi::xml_node const base = pick(tables.baseFormats, format.attribute("xfId"));
+DOM::CellStyle StylesReader::readCellFormat(pugi::xml_node format, Tables const& tables) const {
+  BaseFormat const* const found = pick(tables.baseFormats, format.attribute("xfId"));
+  BaseFormat const base = found != nullptr ? *found : BaseFormat();
+  pugi::xml_node const alignment = format.child("alignment");
+  pugi::xml_node const protection = format.child("protection");
   DOM::RunProps run;
   DOM::ParaProps para;
   DOM::CellProps cell;
-  readFont(pick(tables.fonts, pickAttribute(format, base, "fontId")), _palette, run);
-  readAlignment(pickChild(format, base, "alignment"), para, cell);
-  readBorder(pick(tables.borders, pickAttribute(format, base, "borderId")), _palette, cell);
-  readProtection(pickChild(format, base, "protection"), cell);
-  readCellFill(pick(tables.fills, pickAttribute(format, base, "fillId")), _palette, cell);
+  apply(pick(tables.fonts, pickAttribute(format, base.element, "fontId")), run);
+  readAlignment(alignment ? alignment : base.alignment, para, cell);
+  apply(pick(tables.borders, pickAttribute(format, base.element, "borderId")), cell);
+  readProtection(protection ? protection : base.protection, cell);
+  apply(pick(tables.fills, pickAttribute(format, base.element, "fillId")), cell);
   DOM::CellStyle style;
   style.setRunProps(shareIfSet(run));
   style.setParaProps(shareIfSet(para));
   style.setCellProps(shareIfSet(cell));
-  auto const formatId = parseInteger(pickAttribute(format, base, "numFmtId").value());
+  auto const formatId = parseInteger(pickAttribute(format, base.element, "numFmtId").value());
   style.setCellFormat(formatId ? _numberFormats.find(*formatId) : nullptr);
   return style;
 }

@@ -22,8 +22,8 @@ public:
   StylesReader(Palette& palette, DOM::Styles& styles) noexcept
       : _palette(palette), _styles(styles) {}
 
-  /// Reads the tree of the styles part (ISO/IEC 29500-1, 18.8.39). Does not read more than
-  /// `formatLimit` cell formats, nor more differential formats.
+  /// Reads the tree of the styles part (ISO/IEC 29500-1, 18.8.39). Reads nothing if it has more
+  /// than `formatLimit` fonts, fills, borders, cell formats or differential formats.
   void read(pugi::xml_node styleSheet, DOM::SharedObjectFactory const& factory,
             std::size_t formatLimit);
   /// True if the part had more formats than read() was allowed to read.
@@ -42,16 +42,24 @@ public:
   UUID addDifferentialStyle(pugi::xml_node dxf, std::string name);
 
 private:
-  /// The tables that cell formats refer to by index.
+  /// Format that cell formats are based on.
+  struct BaseFormat {
+    pugi::xml_node element;
+    pugi::xml_node alignment;
+    pugi::xml_node protection;
+  };
+  /// The tables that cell formats refer to by index. Each element is read once, however many cell
+  /// formats refer to it.
   struct Tables {
-    std::vector<pugi::xml_node> fonts;
-    std::vector<pugi::xml_node> fills;
-    std::vector<pugi::xml_node> borders;
-    std::vector<pugi::xml_node> baseFormats;
+    std::vector<DOM::RunProps> fonts;
+    std::vector<DOM::CellProps> fills;
+    std::vector<DOM::CellProps> borders;
+    std::vector<BaseFormat> baseFormats;
   };
 
+  [[nodiscard]] Tables readTables(pugi::xml_node styleSheet);
   void readIndexedColours(pugi::xml_node colours);
-  [[nodiscard]] DOM::CellStyle readCellFormat(pugi::xml_node format, Tables const& tables);
+  [[nodiscard]] DOM::CellStyle readCellFormat(pugi::xml_node format, Tables const& tables) const;
 
   Palette& _palette;
   DOM::Styles& _styles;

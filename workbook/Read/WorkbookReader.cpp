@@ -265,8 +265,8 @@ void WorkbookReader::readStyles(StylesReader& styles) {
               _state.limits.formats);
   if (styles.isBeyondLimit()) {
     throw PartError(part, {},
-                    fmt::format("the workbook has more than {} cell formats or differential "
-                                "formats, which is the limit",
+                    fmt::format("the workbook has more than {} fonts, fills, borders, cell formats "
+                                "or differential formats, which is the limit",
                                 _state.limits.formats));
   }
   _state.document.setDefaultCellStyle(styles.getCellStyle(0));

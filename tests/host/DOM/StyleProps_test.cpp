@@ -1,5 +1,6 @@
 #include "DOM/StyleProps.h"
 
+#include <algorithm>
 #include <array>
 #include <set>
 #include <string>
@@ -20,6 +21,9 @@ std::array<Value, 2> samplesOf() {
     return {Colour{1, 2, 3, 255}, Colour{1, 2, 4, 255}};
   } else if constexpr (std::is_same_v<Value, BorderLine>) {
     return {BorderLine{LineStyle::Thin, Colour{}}, BorderLine{LineStyle::Thin, std::nullopt}};
+  } else if constexpr (std::is_same_v<Value, GradientFill>) {
+    return {GradientFill{.degree = 90, .stops = {{0, Colour{}}, {1, Colour{9, 9, 9, 255}}}},
+            GradientFill{.degree = 90, .stops = {{0, Colour{}}, {1, Colour{9, 9, 8, 255}}}}};
   } else {
     return {static_cast<Value>(0), static_cast<Value>(1)};
   }
@@ -106,8 +110,25 @@ TEST(StyleProps, EveryMemberIsListed) {
   [[maybe_unused]] auto const& [p1, p2, p3, p4, p5, p6] = para;
   EXPECT_EQ(memberCount<ParaProps>, 6U);
   CellProps const cell;
-  [[maybe_unused]] auto const& [c1, c2, c3, c4, c5, c6, c7, c8, c9, c10, c11, c12] = cell;
-  EXPECT_EQ(memberCount<CellProps>, 12U);
+  [[maybe_unused]] auto const& [c1, c2, c3, c4, c5, c6, c7, c8, c9, c10, c11, c12, c13] = cell;
+  EXPECT_EQ(memberCount<CellProps>, 13U);
+}
+
+TEST(StyleProps, EveryMemberOfAGradientCounts) {
+  std::set<std::size_t> hashes;
+  std::array<GradientFill, 9> gradients{};
+  gradients[1].type = GradientType::Path;
+  gradients[2].degree = 1;
+  gradients[3].left = 1;
+  gradients[4].right = 1;
+  gradients[5].top = 1;
+  gradients[6].bottom = 1;
+  gradients[7].stops = {{0, Colour{}}};
+  gradients[8].stops = {{0.5, Colour{}}};
+  for (GradientFill const& gradient : gradients) {
+    EXPECT_TRUE(hashes.insert(hash_value(CellProps{.fillGradient = gradient})).second);
+    EXPECT_EQ(std::ranges::count(gradients, gradient), 1);
+  }
 }
 
 TEST(StyleProps, SeveralPropertiesMergeEachByItself) {

@@ -41,6 +41,20 @@ TEST(StyleText, PatternsOtherThanSolidAreNamed) {
   EXPECT_EQ(describe(makeStyle({.fillPattern = DOM::FillPattern::None})), "pattern none");
 }
 
+TEST(StyleText, AGradientIsToldByItsColoursWhereItShows) {
+  DOM::GradientFill const gradient{.degree = 90, .stops = {{0, rose}, {1, wine}}};
+  EXPECT_EQ(toText(gradient), "#FFC7CE to #9C0006");
+  EXPECT_EQ(describe(makeStyle({.fillPattern = DOM::FillPattern::Gradient,
+                                .fillColour = wine,
+                                .fillPatternColour = wine,
+                                .fillGradient = gradient})),
+            "gradient #FFC7CE to #9C0006");
+  EXPECT_EQ(
+      describe(makeStyle(
+          {.fillPattern = DOM::FillPattern::Solid, .fillColour = wine, .fillGradient = gradient})),
+      "fill #9C0006");
+}
+
 TEST(StyleText, FourEqualSidesAreOneFrame) {
   DOM::BorderLine const line{DOM::LineStyle::Dashed, wine};
   auto const framed =

@@ -138,10 +138,11 @@ TEST(DifferentialFormats, MoreFormatsThanTheLimitAreRefused) {
   };
   EXPECT_EQ(message("<cellXfs><xf/><xf/></cellXfs><dxfs><dxf/><dxf/></dxfs>"), "");
   char const* const refusal =
-      "xl/styles.xml: the workbook has more than 2 cell formats or differential formats, which is "
-      "the limit";
+      "xl/styles.xml: the workbook has more than 2 fonts, fills, borders, cell formats or "
+      "differential formats, which is the limit";
   EXPECT_EQ(message("<cellXfs><xf/><xf/><xf/></cellXfs>"), refusal);
   EXPECT_EQ(message("<dxfs><dxf/><dxf/><dxf/></dxfs>"), refusal);
+  EXPECT_EQ(message("<fills><fill/><fill/><fill/></fills>"), refusal);
 }
 
 TEST(DifferentialFormats, BordersSetTheLinesThatHaveAStyle) {
