@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 
 #include "Utils/CaseFolding.h"
 
@@ -61,21 +62,34 @@ void include(VolatileUse use, VolatileUse& target) noexcept {
 
 }  // namespace
 
-/// Names may use names, and these others: each round follows one step more.
+/// Goes from the names that call volatile functions themselves to those that use them, and on.
 VolatileWords::VolatileWords(std::vector<DefinedName> const& names) {
-  constexpr int deepest = 64;
-  bool hasChanged = true;
-  for (int round = 0; hasChanged && round < deepest; ++round) {
-    hasChanged = false;
-    for (DefinedName const& name : names) {
-      VolatileUse const use = findIn(name.formulaText);
-      if (use == VolatileUse()) {
-        continue;
+  std::vector<std::string> changed;
+  std::unordered_map<std::string, std::vector<std::string>> usersOfName;
+  auto const add = [this, &changed](std::string const& name, VolatileUse use) {
+    VolatileUse& known = _names[name];
+    VolatileUse const before = known;
+    include(use, known);
+    if (known != before) {
+      changed.push_back(name);
+    }
+  };
+  for (DefinedName const& name : names) {
+    std::string const folded = foldCase(name.name);
+    forEachWord(name.formulaText, [&](std::string_view word, bool isFunction) {
+      if (!isFunction) {
+        usersOfName[foldCase(word)].push_back(folded);
+      } else if (VolatileUse const use = useOfFunction(word); use != VolatileUse()) {
+        add(folded, use);
       }
-      VolatileUse& known = _names[foldCase(name.name)];
-      VolatileUse const before = known;
-      include(use, known);
-      hasChanged = hasChanged || known != before;
+    });
+  }
+  while (!changed.empty()) {
+    std::string const name = std::move(changed.back());
+    changed.pop_back();
+    VolatileUse const use = _names[name];
+    for (std::string const& user : usersOfName[name]) {
+      add(user, use);
     }
   }
 }

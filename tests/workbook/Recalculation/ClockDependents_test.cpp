@@ -167,6 +167,23 @@ TEST_F(ClockCells, OfALongChainAreFoundInEitherDirection) {
   EXPECT_EQ(describeCell(document, "B19999"), "number 66345");
 }
 
+TEST_F(ClockCells, AreFoundThroughALongChainOfNames) {
+  std::string names;
+  for (int number = 0; number < 100; ++number) {
+    names += "<definedName name='Step_" + std::to_string(number) + "'>Step_" +
+             std::to_string(number + 1) + "</definedName>";
+  }
+  auto const document =
+      WorkbookBuilder()
+          .setWorkbook("", "<definedNames>" + names +
+                               "<definedName name='Step_100'>TODAY()</definedName>"
+                               "</definedNames>")
+          .setSheet(row(stored("A1", "ISNUMBER(Step_0)") + stored("B1", "Step_101")))
+          .load();
+  EXPECT_EQ(describeCell(document, "A1"), "boolean TRUE");
+  EXPECT_EQ(describeCell(document, "B1"), "number 1");
+}
+
 TEST_F(ClockCells, SpendFromTheBudget) {
   std::string rows = row(stored("A1", "TODAY()"));
   for (int number = 2; number < 3'000; ++number) {
