@@ -13,10 +13,10 @@ EvaluationSession::~EvaluationSession() = default;
 
 Workspace& EvaluationSession::getOrCreateWorkspace() {
   if (!_workspace) {
-    _workspace = std::make_unique<Workspace>();
+    _workspace = std::make_unique<Workspace>(_budget);
     _workspace->moment = _moment;
     if (_lookups != nullptr) {
-      _workspace->lookups.emplace(_lookups->getStore());
+      _workspace->lookups.emplace(_lookups->getStore(), _workspace->steps);
     }
   }
   return *_workspace;

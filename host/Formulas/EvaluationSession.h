@@ -4,6 +4,10 @@
 
 #include "Utils/Export.h"
 
+namespace Zorv {
+class WorkBudget;
+}  // namespace Zorv
+
 namespace Zorv::OfficeUtils {
 class Moment;
 }  // namespace Zorv::OfficeUtils
@@ -20,9 +24,11 @@ struct Workspace;
 /// A session may have a moment: TODAY, NOW and what else depends on the current date and time then
 /// use it and do not read the clock.
 ///
-/// Ownership: borrows the cache and the moment, which must outlive it. Cheap to construct: memory
-/// is taken at the first evaluation. Threads: for one evaluation at a time, which may not begin
-/// another one of the same session.
+/// A session may have a budget, from which its evaluations spend the steps that they take.
+///
+/// Ownership: borrows the cache, the moment and the budget, which must outlive it. Cheap to
+/// construct: memory is taken at the first evaluation. Threads: for one evaluation at a time, which
+/// may not begin another one of the same session.
 class ZORV_HOST_EXPORT EvaluationSession {
 public:
   /// Without a cache each search walks over its range.
@@ -33,12 +39,17 @@ public:
   EvaluationSession& operator=(EvaluationSession const&) = delete;
   ~EvaluationSession();
 
+  /// Has the evaluations spend from a budget; they throw what WorkBudget::spend() throws. To be
+  /// called before the first one. Null for none.
+  void setBudget(WorkBudget* budget) noexcept { _budget = budget; }
+
   /// For the engine itself; made at the first call.
   [[nodiscard]] Workspace& getOrCreateWorkspace();
 
 private:
   LookupCache* _lookups = nullptr;
   OfficeUtils::Moment* _moment = nullptr;
+  WorkBudget* _budget = nullptr;
   std::unique_ptr<Workspace> _workspace;
 };
 

@@ -5,7 +5,7 @@
 namespace Zorv::Formulas {
 
 FormulaParseError::FormulaParseError(std::string const& reason, std::size_t position)
-    : BaseRuntimeError(fmt::format("{} at position {}", reason, position)),
+    : BaseRuntimeError(fmt::format("{} at position {}", reason, position + 1)),
       _reason(reason),
       _position(position) {}
 

@@ -17,7 +17,7 @@ public:
   FormulaParseError& operator=(FormulaParseError const&) = default;
   ~FormulaParseError() override;
 
-  /// The reason alone; what() has the position, too.
+  /// The reason alone; what() has the position, too, counted from 1.
   [[nodiscard]] std::string const& getReason() const noexcept { return _reason; }
   [[nodiscard]] std::size_t getPosition() const noexcept { return _position; }
 

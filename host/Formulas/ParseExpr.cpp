@@ -9,4 +9,8 @@ DOM::FormulaSyntaxTree::Expr parseExpr(std::string_view text) {
   return parseFormula(text, builtinFunctions());
 }
 
+DOM::FormulaSyntaxTree::Expr parseDefinedName(std::string_view text) {
+  return parseFormula(text, builtinFunctions(), Whole::ExpressionOrUnion);
+}
+
 }  // namespace Zorv::Formulas

@@ -15,4 +15,8 @@ namespace Zorv::Formulas {
 /// deeper than 256 levels. A function that is not known is no error here: it evaluates to `#NAME?`.
 [[nodiscard]] ZORV_HOST_EXPORT DOM::FormulaSyntaxTree::Expr parseExpr(std::string_view text);
 
+/// Parses the formula of a defined name. The same, but a union needs no parentheses around it:
+/// `Sheet1!$A$1,Sheet1!$A$3`.
+[[nodiscard]] ZORV_HOST_EXPORT DOM::FormulaSyntaxTree::Expr parseDefinedName(std::string_view text);
+
 }  // namespace Zorv::Formulas

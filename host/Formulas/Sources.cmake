@@ -8,11 +8,13 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/EvaluateExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Evaluator.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/FunctionCall.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Lambda.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Operators.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/References.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/StructuredReferences.cpp
           ${CMAKE_CURRENT_LIST_DIR}/EvaluationSession.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FindReferences.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/FindUnresolved.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FoldExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FunctionNames.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Addressing.cpp
@@ -51,6 +53,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Times.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Trigonometry.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/WorkDays.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Limits/StepMeter.cpp
           ${CMAKE_CURRENT_LIST_DIR}/LookupCache.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/CellBlock.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/CellClasses.cpp

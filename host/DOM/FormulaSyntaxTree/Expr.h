@@ -33,7 +33,8 @@ struct ExprParts {
   std::vector<CellReference> references;
   std::vector<NameReference> names;
   std::vector<StructuredReference> structuredReferences;
-  std::uint32_t localNameCount = 0;  ///< slots for the names of the formula's LET functions
+  std::uint32_t localNameCount =
+      0;  ///< slots for the names of the formula's LET and LAMBDA functions
   ExprTraits traits;
 
   friend bool operator==(ExprParts const&, ExprParts const&) noexcept = default;

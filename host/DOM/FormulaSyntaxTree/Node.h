@@ -15,12 +15,15 @@ enum class NodeKind : std::uint8_t {
   ArrayConstant,        ///< arguments: the values row by row; `index`: the number of rows
   Reference,            ///< `index`: a CellReference
   StructuredReference,  ///< `index`: a StructuredReference
+  LocalName,            ///< `index`: the slot of a name that LET or LAMBDA defines
   Name,                 ///< `index`: a NameReference, a defined name
-  LocalName,            ///< `index`: the slot of a name that LET defines
   Unary,                ///< `op`, one argument
   Binary,               ///< `op`, two arguments
-  Function,         ///< `function`: its index in the table of functions; `index`: its name, a text
-  UnknownFunction,  ///< `index`: its name, a text
+  Function,  ///< `function`: its index in the table of functions; `index`: its name, a text
+  /// A call of what is no function of the engine; a defined name of that name may stand for a
+  /// LAMBDA. `index`: the name, a text.
+  UnknownFunction,
+  Call,  ///< a call of a LAMBDA: what is called is the first argument
 };
 
 enum class Operator : std::uint8_t {
@@ -93,8 +96,9 @@ struct CellReference {
   bool firstColumnIsRelative = false;
   bool lastRowIsRelative = false;
   bool lastColumnIsRelative = false;
-  /// Index of the sheet's name, a text that is empty for an unreachable sheet; noIndex for the
-  /// formula's own sheet.
+  /// Index of the sheet's name, a text; noIndex for the formula's own sheet. The text is empty for
+  /// a deleted sheet, `[1]Sheet1` for one of another workbook, and `First:Last` for a range of
+  /// sheets.
   std::uint32_t sheet = noIndex;
 
   [[nodiscard]] bool isRelative() const noexcept {

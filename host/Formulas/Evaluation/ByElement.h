@@ -22,8 +22,9 @@ template <class Function>
                                 Function&& function) {
   Arena& arena = evaluator.arena();
   Extent const extent = findExtent(values);
-  std::span<Value> const results =
-      arena.makeArray<Value>(std::size_t{extent.storedRows} * extent.columns);
+  std::uint64_t const elementCount = std::uint64_t{extent.storedRows} * extent.columns;
+  evaluator.steps().spend(elementCount * values.size());
+  std::span<Value> const results = arena.makeArray<Value>(elementCount);
   std::span<Value> const elements = arena.makeArray<Value>(values.size());
   auto result = results.begin();
   for (std::uint32_t row = 0; row < extent.storedRows; ++row) {

@@ -60,10 +60,13 @@ public:
   [[nodiscard]] Value evaluateOperand(std::size_t index) const {
     return _evaluator->toOperand(evaluate(index), _mode);
   }
+  /// The index of the call itself in its formula.
+  [[nodiscard]] std::uint32_t node() const noexcept { return _node; }
   /// The entry of the tree that an argument is.
   [[nodiscard]] DOM::FormulaSyntaxTree::Node const& nodeOf(std::size_t index) const noexcept;
 
   [[nodiscard]] Evaluator& evaluator() const noexcept { return *_evaluator; }
+  [[nodiscard]] StepMeter& steps() const noexcept { return _evaluator->steps(); }
   [[nodiscard]] Frame const& frame() const noexcept { return *_frame; }
   [[nodiscard]] OfficeUtils::LocaleContext const& locale() const { return _evaluator->locale(); }
   /// A copy of a text as the function's result.

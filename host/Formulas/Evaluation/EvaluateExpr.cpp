@@ -1,5 +1,6 @@
 #include "Formulas/Evaluation/EvaluateExpr.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -17,6 +18,9 @@ using FormulaModel::FormulaEmpty;
 using FormulaModel::FormulaError;
 using FormulaModel::FormulaNumber;
 using FormulaModel::FormulaString;
+
+/// How many values the result of an array formula may have, which takes some 200 MiB.
+constexpr std::uint64_t mostResultElements = std::uint64_t{1} << 22U;
 
 FormulaValue toFormulaValue(Value const& value) {
   switch (value.kind()) {
@@ -47,10 +51,13 @@ CalcResult makeReferences(AreaList const& areas) {
   return references;
 }
 
-CalcResult makeArray(Array const& array) {
+CalcResult makeArray(StepMeter& steps, Array const& array) {
   // What is repeated below the stored rows is written out.
+  std::uint64_t const count = std::uint64_t{array.rows} * array.columns;
+  checkElementCount(count, mostResultElements);
+  steps.spend(count);
   std::vector<FormulaValue> values;
-  values.reserve(std::size_t{array.rows} * array.columns);
+  values.reserve(count);
   for (std::uint32_t row = 0; row < array.rows; ++row) {
     for (std::uint32_t column = 0; column < array.columns; ++column) {
       values.push_back(toFormulaValue(array.at(row, column)));
@@ -75,7 +82,8 @@ CalcResult toResult(Evaluator& evaluator, Value const& value) {
 
 CalcResult toArrayResult(Evaluator& evaluator, Value const& value) {
   Value const operand = evaluator.toOperand(value, Mode::ByElement);
-  return operand.isArray() ? makeArray(operand.asArray()) : CalcResult(toFormulaValue(operand));
+  return operand.isArray() ? makeArray(evaluator.steps(), operand.asArray())
+                           : CalcResult(toFormulaValue(operand));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "Formulas/Evaluation/ByElement.h"
 #include "Formulas/Evaluation/FunctionCall.h"
+#include "Formulas/Evaluation/Lambda.h"
 #include "Formulas/Evaluation/Operators.h"
 #include "Formulas/Evaluation/References.h"
 #include "Formulas/EvaluationLimitError.h"
@@ -26,10 +27,6 @@ using DOM::FormulaSyntaxTree::Operator;
 
 /// How deeply a formula may nest, together with those of the defined names that it uses.
 constexpr std::uint32_t maximalDepth = 512;
-
-/// How many uses of defined names one evaluation may follow. Names that use each other twice would
-/// be evaluated almost without end before they are nested too deeply.
-constexpr std::uint32_t mostNames = 10'000;
 
 /// How many characters a cell may hold.
 constexpr std::size_t maximalTextLength = 32767;
@@ -54,14 +51,14 @@ Value Evaluator::evaluate(ExprParts const& parts, Offset offset, Mode mode) {
   if (parts.nodes.empty()) {
     return {};
   }
+  steps().spend(parts.nodes.size());
   Frame const frame{&parts, offset, arena().makeArray<Value>(parts.localNameCount)};
   return evaluateNode(frame, static_cast<std::uint32_t>(parts.nodes.size() - 1), mode);
 }
 
 Value Evaluator::evaluateNode(Frame const& frame, std::uint32_t node, Mode mode) {
   Node const& entry = frame.nodeAt(node);
-  if (entry.argumentCount == 0 && entry.kind != NodeKind::Function &&
-      entry.kind != NodeKind::Name) {
+  if (entry.argumentCount == 0 && entry.kind < NodeKind::Name) {
     return evaluateLeaf(frame, entry);
   }
   if (_depth == maximalDepth) {
@@ -87,8 +84,10 @@ Value Evaluator::evaluateInner(Frame const& frame, std::uint32_t node, Mode mode
       return evaluateName(frame, entry, mode);
     case NodeKind::ArrayConstant:
       return evaluateArrayConstant(frame, entry);
+    case NodeKind::Call:
+      return evaluateCall(*this, frame, node, mode);
     default:
-      return Value::error(FormulaErrorCode::Name);
+      return evaluateCallOfName(*this, frame, entry, mode);
   }
 }
 
@@ -111,8 +110,6 @@ Value Evaluator::evaluateLeaf(Frame const& frame, Node const& node) const {
                                         frame.parts->structuredReferences[node.index]);
     case NodeKind::LocalName:
       return frame.locals[node.index];
-    case NodeKind::UnknownFunction:
-      return Value::error(FormulaErrorCode::Name);
     default:
       return {};
   }
@@ -131,7 +128,7 @@ Value Evaluator::evaluateOperand(Frame const& frame, std::uint32_t node, Mode mo
     }
   }
   Value value = evaluateNode(frame, node, mode);
-  if (value.isReference() || value.isReferences()) {
+  if (value.needsReading()) {
     value = toOperand(value, mode);
   }
   return value;
@@ -144,6 +141,9 @@ Value Evaluator::toOperand(Value const& value, Mode mode) {
       return readCell(area, 0, 0);
     }
     return mode == Mode::ByElement ? Value::array(toArray(value)) : intersect(area);
+  }
+  if (value.isLambda()) {
+    return Value::error(FormulaErrorCode::Calculation);
   }
   return value.isReferences() ? Value::error(FormulaErrorCode::Value) : value;
 }
@@ -178,6 +178,8 @@ Outcome<std::string_view> Evaluator::toText(Value const& value) {
 }
 
 std::string_view Evaluator::writeNumber(double number) {
+  constexpr std::uint64_t stepsOfWriting = 32;
+  steps().spend(stepsOfWriting);
   FormulaValue const value = FormulaModel::FormulaNumber{FloatNumber(number)};
   return arena().copyText(OfficeUtils::FormulaValueCast::toString(value, locale(), nullptr));
 }
@@ -216,10 +218,10 @@ Value Evaluator::evaluateUnary(Frame const& frame, Node const& node, Mode mode) 
   }
   Value const argument = evaluateOperand(frame, node.firstArgument, mode);
   if (!argument.isArray()) {
-    return applyUnary(node.op, argument, locale());
+    return applyUnary(node.op, argument, *this);
   }
   return mapArray(arena(), argument.asArray(),
-                  [&](Value const& element) { return applyUnary(node.op, element, locale()); });
+                  [&](Value const& element) { return applyUnary(node.op, element, *this); });
 }
 
 /// Walks along a chain of operators, from the operand furthest to the left upwards.
@@ -278,14 +280,15 @@ Value Evaluator::evaluateName(Frame const& frame, Node const& node, Mode mode) {
   if (table == nullptr) {
     return Value::error(FormulaErrorCode::Reference);
   }
-  auto const* const expr =
-      _provider->findDefinedName(frame.parts->texts[name.name], table->getDocTableIndex());
+  return evaluateDefinedName(frame.parts->texts[name.name], *table, mode);
+}
+
+Value Evaluator::evaluateDefinedName(std::string_view name, TableContext const& table, Mode mode) {
+  constexpr std::uint64_t stepsOfSearch = 32;
+  steps().spend(stepsOfSearch);
+  auto const* const expr = _provider->findDefinedName(name, table.getDocTableIndex());
   if (expr == nullptr) {
     return Value::error(FormulaErrorCode::Name);
-  }
-  if (++_nameCount > mostNames) {
-    throw EvaluationLimitError(
-        fmt::format("the formula uses defined names more than {} times", mostNames));
   }
   // Names are written as seen from the sheet's first cell.
   Offset const offset{static_cast<long>(row()), static_cast<long>(column())};

@@ -32,7 +32,7 @@ struct Offset {
 struct Frame {
   DOM::FormulaSyntaxTree::ExprParts const* parts = nullptr;
   Offset offset;
-  std::span<Value> locals;  ///< the values of the names that LET gives, by slot
+  std::span<Value> locals;  ///< the values of the names of LET and LAMBDA, by slot
 
   [[nodiscard]] DOM::FormulaSyntaxTree::Node const& nodeAt(std::uint32_t node) const noexcept {
     return parts->nodes[node];
@@ -53,7 +53,9 @@ public:
         _provider(&provider),
         _dependencies(&dependencies),
         _workspace(&workspace),
-        _functions(&functions) {}
+        _functions(&functions) {
+    _workspace->steps.begin();
+  }
   Evaluator(Evaluator const&) = delete;
   Evaluator& operator=(Evaluator const&) = delete;
   ~Evaluator() { _workspace->arena.release(); }
@@ -65,10 +67,15 @@ public:
   /// The value of a node: a single value, a reference or an array.
   [[nodiscard]] Value evaluateNode(Frame const& frame, std::uint32_t node, Mode mode);
 
-  /// The same, with references read: a single value or an array.
+  /// The value of the formula that a defined name stands for; `#NAME?` where there is no such name.
+  [[nodiscard]] Value evaluateDefinedName(std::string_view name, TableContext const& table,
+                                          Mode mode);
+
+  /// The same as evaluateNode(), with references read: a single value or an array.
   [[nodiscard]] Value evaluateOperand(Frame const& frame, std::uint32_t node, Mode mode);
 
-  /// Reads a reference as the mode says; other values stay what they are.
+  /// Reads a reference as the mode says; other values stay what they are, but for functions, which
+  /// are `#CALC!` where a value is wanted.
   [[nodiscard]] Value toOperand(Value const& value, Mode mode);
 
   /// Makes a reference an array, and a single value one of one element.
@@ -102,6 +109,8 @@ public:
   /// The current moment.
   [[nodiscard]] OfficeUtils::Clock::TimePoint readMoment() const;
 
+  /// The meter of the evaluation's steps.
+  [[nodiscard]] StepMeter& steps() const noexcept { return _workspace->steps; }
   [[nodiscard]] Arena& arena() noexcept { return _workspace->arena; }
   [[nodiscard]] FunctionTable const& functions() const noexcept { return *_functions; }
   [[nodiscard]] Context const& context() const noexcept { return *_context; }
@@ -137,7 +146,6 @@ private:
   Workspace* _workspace;
   FunctionTable const* _functions;
   std::uint32_t _depth = 0;
-  std::uint32_t _nameCount = 0;  ///< how many uses of defined names were evaluated
 };
 
 }  // namespace Zorv::Formulas

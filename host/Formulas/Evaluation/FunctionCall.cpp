@@ -19,6 +19,11 @@ using DOM::FormulaSyntaxTree::Node;
 
 bool isSingle(Parameter parameter) noexcept { return parameter <= Parameter::ValueOrError; }
 
+/// The functions of the engine take no functions but as expressions.
+Value refuseLambda(Value const& value) noexcept {
+  return value.isLambda() ? Value::error(FormulaErrorCode::Calculation) : value;
+}
+
 /// An argument on its way to the function.
 Value evaluateArgument(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mode mode,
                        Parameter parameter) {
@@ -26,9 +31,9 @@ Value evaluateArgument(Evaluator& evaluator, Frame const& frame, std::uint32_t n
     case Parameter::Expression:
       return Value::missing();
     case Parameter::Range:
-      return evaluator.evaluateNode(frame, node, mode);
+      return refuseLambda(evaluator.evaluateNode(frame, node, mode));
     case Parameter::Array:
-      return evaluator.evaluateNode(frame, node, Mode::ByElement);
+      return refuseLambda(evaluator.evaluateNode(frame, node, Mode::ByElement));
     default:
       return evaluator.evaluateOperand(frame, node, mode);
   }
@@ -52,8 +57,10 @@ Value fromNumber(Outcome<double> const& number) {
 Value convert(Evaluator& evaluator, Value const& argument, Parameter parameter) {
   switch (parameter) {
     case Parameter::Number:
+      evaluator.steps().spend(argument.isText() ? stepsOfReading(argument.asText()) : 0);
       return fromNumber(toNumber(argument, evaluator.locale()));
     case Parameter::Text:
+      evaluator.steps().spend(argument.isText() ? stepsOfBytes(argument.asText().size()) : 0);
       return fromText(evaluator.toText(argument));
     case Parameter::Truth:
       return fromTruth(toTruth(argument));
@@ -98,6 +105,8 @@ Value callByElement(Evaluator& evaluator, FunctionEntry const& entry, Frame cons
     spread[i] = isSingle(entry.signature.at(i)) ? arguments[i] : Value::missing();
   }
   return mapElements(evaluator, spread, [&](std::span<Value const> elements) {
+    constexpr std::uint64_t stepsOfCall = 8;
+    evaluator.steps().spend(stepsOfCall);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
       current[i] = isSingle(entry.signature.at(i)) ? elements[i] : arguments[i];
     }

@@ -76,7 +76,12 @@ Value applyToNumbers(Operator op, double left, double right) noexcept {
   }
 }
 
+std::uint64_t stepsOfNumber(Value const& value) noexcept {
+  return value.isText() ? stepsOfReading(value.asText()) : 0;
+}
+
 Value applyArithmetic(Operator op, Value const& left, Value const& right, Evaluator& evaluator) {
+  evaluator.steps().spend(stepsOfNumber(left) + stepsOfNumber(right));
   auto const leftNumber = toNumber(left, evaluator.locale());
   if (leftNumber.isError()) {
     return leftNumber.error();
@@ -118,12 +123,14 @@ Value applyBinary(Operator op, Value const& left, Value const& right, Evaluator&
     case Operator::Concatenate:
       return concatenate(left, right, evaluator);
     default:
+      evaluator.steps().spend(stepsOfComparison(left, right));
       return Value::boolean(holds(op, compareValues(left, right)));
   }
 }
 
-Value applyUnary(Operator op, Value const& argument, OfficeUtils::LocaleContext const& locale) {
-  auto const number = toNumber(argument, locale);
+Value applyUnary(Operator op, Value const& argument, Evaluator& evaluator) {
+  evaluator.steps().spend(stepsOfNumber(argument));
+  auto const number = toNumber(argument, evaluator.locale());
   if (number.isError()) {
     return number.error();
   }

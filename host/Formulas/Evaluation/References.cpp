@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <span>
 
+#include <fmt/format.h>
+
+#include "Formulas/EvaluationLimitError.h"
 #include "Formulas/Values/Cells.h"
 
 namespace Zorv::Formulas {
@@ -27,6 +30,9 @@ std::uint32_t move(std::uint32_t position, bool isRelative, long offset) noexcep
 
 constexpr auto moveRow = move<DOM::Table::rowCount>;
 constexpr auto moveColumn = move<DOM::Table::columnCount>;
+
+/// How many areas a union may have.
+constexpr std::size_t mostAreas = 65'536;
 
 /// The areas that a reference of either kind is made of; none for other values.
 std::span<Area const> areasOf(Value const& value) noexcept {
@@ -60,6 +66,7 @@ Value enclose(std::span<Area const> left, std::span<Area const> right) noexcept 
 }
 
 Value intersect(Arena& arena, std::span<Area const> left, std::span<Area const> right) {
+  arena.steps().spend(left.size() * right.size());
   std::span<Area> const results = arena.makeArray<Area>(left.size() * right.size());
   std::size_t count = 0;
   for (Area const& a : left) {
@@ -74,6 +81,9 @@ Value intersect(Arena& arena, std::span<Area const> left, std::span<Area const> 
 }
 
 Value unite(Arena& arena, std::span<Area const> left, std::span<Area const> right) {
+  if (left.size() + right.size() > mostAreas) {
+    throw EvaluationLimitError(fmt::format("the formula needs more than {} areas", mostAreas));
+  }
   std::span<Area> const results = arena.makeArray<Area>(left.size() + right.size());
   std::ranges::copy(right, std::ranges::copy(left, results.begin()).out);
   return makeReference(arena, results);

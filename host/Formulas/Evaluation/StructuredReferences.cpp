@@ -37,11 +37,12 @@ std::optional<unsigned long> findColumn(ListObject const& list, std::string_view
 }
 
 /// Narrows an area to the columns that a reference names.
-bool selectColumns(ListObject const& list, Frame const& frame, StructuredReference const& reference,
-                   TableRange& range) {
+bool selectColumns(StepMeter& steps, ListObject const& list, Frame const& frame,
+                   StructuredReference const& reference, TableRange& range) {
   if (reference.firstColumn == noIndex) {
     return true;
   }
+  steps.spend(list.columnNames.size());
   auto const first = findColumn(list, frame.parts->texts[reference.firstColumn]);
   auto const last = findColumn(list, frame.parts->texts[reference.lastColumn]);
   if (!first || !last) {
@@ -76,7 +77,7 @@ Value resolveStructuredReference(Evaluator const& evaluator, Frame const& frame,
     return Value::error(FormulaErrorCode::Reference);
   }
   TableRange range = list->range;
-  if (!selectColumns(*list, frame, reference, range)) {
+  if (!selectColumns(evaluator.steps(), *list, frame, reference, range)) {
     return Value::error(FormulaErrorCode::Reference);
   }
   if (!selectRows(*list, reference, evaluator.row(), range)) {

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "DOM/CellStore.h"
+#include "Formulas/Limits/StepMeter.h"
 #include "Formulas/Lookups/LookupSession.h"
 #include "Formulas/Values/Arena.h"
 #include "OfficeUtils/Moment.h"
@@ -11,7 +12,10 @@ namespace Zorv::Formulas {
 
 /// Working memory of evaluations, one after the other.
 struct Workspace {
-  Arena arena;  ///< empty between evaluations
+  explicit Workspace(WorkBudget* budget = nullptr) noexcept : steps(budget) {}
+
+  StepMeter steps;
+  Arena arena{steps};  ///< empty between evaluations
   /// Where the last cell of the formula's own table was found.
   DOM::CellStore::Position lastCell;
   std::optional<LookupSession> lookups;

@@ -130,6 +130,7 @@ Value readA1(Call const& call, std::string_view text) {
   if (text.starts_with('=')) {
     return noReference();
   }
+  call.steps().spend(stepsOfReading(text));
   try {
     DOM::FormulaSyntaxTree::Expr const expr = parseFormula(text, call.evaluator().functions());
     auto const& parts = expr.getParts();

@@ -31,15 +31,15 @@ struct Contents {
 };
 
 /// Adds what a range, an array or a single value holds.
-void gather(Contents& contents, Value const& range, bool ignoresErrors) {
-  forEachElement(range, [&](Value const& element, std::uint64_t times) {
+void gather(StepMeter& steps, Contents& contents, Value const& range, bool ignoresErrors) {
+  forEachElement(steps, range, [&](Value const& element, std::uint64_t times) {
     if (element.isError() && !ignoresErrors && !contents.error) {
       contents.error = element;
     }
     bool const isCounted = !element.isEmpty() && !(element.isError() && ignoresErrors);
     contents.valueCount += isCounted ? times : 0;
     if (element.isNumber()) {
-      addNumber(contents.numbers, element.asNumber(), times);
+      addNumber(steps, contents.numbers, element.asNumber(), times);
     }
     return true;
   });
@@ -149,6 +149,7 @@ Value innerQuartile(Numbers& numbers, double quarter) {
 // The functions by number. Those of COUNT and COUNTA, 2 and 3, ask for more than the numbers.
 constexpr std::size_t countFunction = 2;
 constexpr std::size_t countAllFunction = 3;
+constexpr std::size_t firstSortingFunction = 12;
 using Function = Value (*)(Numbers&);
 constexpr std::array<Function, 14> functions = {
     nullptr, average,   nullptr,
@@ -159,7 +160,7 @@ constexpr std::array<Function, 14> functions = {
 };
 
 // Those that take a rank or a share besides, from the number 14 on.
-constexpr std::array<Value (*)(Numbers&, double), 6> rankFunctions = {
+constexpr std::array<Value (*)(Numbers&, double), 6> functionsOfRanks = {
     large, small, percentile, quartile, innerPercentile, innerQuartile,
 };
 
@@ -171,13 +172,16 @@ Value aggregateReferences(Call const& call, std::size_t function, std::size_t fi
     if (!range.isReference() && !range.isReferences()) {
       return range.isError() ? range : Value::error(FormulaErrorCode::Value);
     }
-    gather(contents, range, ignoresErrors);
+    gather(call.steps(), contents, range, ignoresErrors);
   }
   if (function == countFunction) {
     return Value::number(countOf(contents.numbers));
   }
   if (function == countAllFunction) {
     return Value::number(static_cast<double>(contents.valueCount));
+  }
+  if (function >= firstSortingFunction) {
+    call.steps().spend(stepsOfSort(contents.numbers.size()));
   }
   return contents.error ? *contents.error : functions[function](contents.numbers);
 }
@@ -210,12 +214,13 @@ Value aggregateByRank(Call const& call, std::size_t function, bool ignoresErrors
     return Value::error(FormulaErrorCode::Value);
   }
   Contents contents;
-  gather(contents, call[2], ignoresErrors);
+  gather(call.steps(), contents, call[2], ignoresErrors);
   auto const rank = toNumber(toElement(call.evaluator(), call[3]), call.locale());
   if (contents.error || rank.isError()) {
     return contents.error ? *contents.error : rank.error();
   }
-  return rankFunctions[function - functions.size()](contents.numbers, *rank);
+  call.steps().spend(stepsOfSort(contents.numbers.size()));
+  return functionsOfRanks[function - functions.size()](contents.numbers, *rank);
 }
 
 /// AGGREGATE(function, options, references). Of the options only leaving out errors has an effect
@@ -223,7 +228,7 @@ Value aggregateByRank(Call const& call, std::size_t function, bool ignoresErrors
 Value aggregate(Call& call) {
   constexpr std::size_t optionCount = 8;
   constexpr std::size_t ignoreErrors = 2;  // a bit
-  constexpr std::size_t end = functions.size() + rankFunctions.size();
+  constexpr std::size_t end = functions.size() + functionsOfRanks.size();
   std::size_t const function = toIndex(call.number(0), end);
   std::size_t const options = toIndex(call.number(1), optionCount);
   if (function == 0 || function == end || options == optionCount) {

@@ -8,6 +8,7 @@
 
 #include "Formulas/Evaluation/ByElement.h"
 #include "Formulas/Evaluation/Call.h"
+#include "Formulas/Evaluation/Lambda.h"
 #include "Formulas/Evaluation/Operators.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Values/Coercion.h"
@@ -92,6 +93,9 @@ Value let(Call& call) {
   }
   return choose(call, last);
 }
+
+/// LAMBDA(parameter, ..., body)
+Value makeFunction(Call& call) { return makeLambda(call.evaluator(), call.frame(), call.node()); }
 
 /// The values of the arguments from one on, for a choice that each element of an array makes for
 /// itself; the first of them has been evaluated already.
@@ -222,9 +226,10 @@ std::span<FunctionEntry const> choiceFunctions() noexcept {
                     "Value of the first condition that holds.", givesReference},
       FunctionEntry{"LAMBDA",
                     "name:x, (name:x)",
-                    nullptr,
-                    "Function of its own; only its syntax is known, so it evaluates to #NAME?.",
-                    {.bindsNames = true}},
+                    makeFunction,
+                    "Function of its own, of parameters and an expression that uses them; to be "
+                    "called, in place or by a name.",
+                    {.returnsReference = true, .bindsNames = true}},
       FunctionEntry{"LET",
                     "name:x, value:x, result:x, (value:x, result:x)",
                     let,

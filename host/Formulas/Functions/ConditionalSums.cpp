@@ -22,8 +22,12 @@ namespace Zorv::Formulas {
 
 namespace {
 
-bool matchesAt(RangeCriterion const& criterion, std::uint32_t row, std::uint32_t column) {
-  return criterion.criterion.matches(readCell(criterion.area, row, column));
+bool matchesAt(StepMeter& steps, RangeCriterion const& criterion, std::uint32_t row,
+               std::uint32_t column) {
+  constexpr std::uint64_t stepsOfSearch = 4;
+  Value const value = readCell(criterion.area, row, column);
+  steps.spend(stepsOfSearch + stepsOf(value));
+  return criterion.criterion.matches(value, steps);
 }
 
 /// The pairs of a range and a criterion of a call. All ranges have the same size.
@@ -31,7 +35,7 @@ class Criteria {
 public:
   /// Reads the pairs among some arguments.
   Criteria(Call const& call, std::size_t first, std::size_t end)
-      : _lookups(call.evaluator().lookups()), _locale(&call.locale()) {
+      : _lookups(call.evaluator().lookups()), _steps(&call.steps()), _locale(&call.locale()) {
     for (std::size_t i = first; i + 1 < end && !_error; i += 2) {
       add(call[i], Criterion(call[i + 1], call.locale()));
     }
@@ -42,7 +46,7 @@ public:
 
   [[nodiscard]] bool matchAt(std::uint32_t row, std::uint32_t column) const {
     return std::ranges::all_of(_criteria, [&](RangeCriterion const& criterion) {
-      return matchesAt(criterion, row, column);
+      return matchesAt(*_steps, criterion, row, column);
     });
   }
 
@@ -82,9 +86,10 @@ private:
   /// The criteria that an index does not check.
   using Others = boost::container::small_vector<RangeCriterion const*, 4>;
 
-  [[nodiscard]] static bool matchAt(Others const& others, std::uint32_t row, std::uint32_t column) {
-    return std::ranges::all_of(
-        others, [&](RangeCriterion const* other) { return matchesAt(*other, row, column); });
+  [[nodiscard]] bool matchAt(Others const& others, std::uint32_t row, std::uint32_t column) const {
+    return std::ranges::all_of(others, [&](RangeCriterion const* other) {
+      return matchesAt(*_steps, *other, row, column);
+    });
   }
 
   /// The cells that an index finds, and the criteria that it does not check.
@@ -99,7 +104,8 @@ private:
     return _lookups->findMatching({equalities.data(), equalities.size()}, *_locale);
   }
 
-  static std::uint64_t countAmong(MatchingCells const& matching, Others const& others) {
+  [[nodiscard]] std::uint64_t countAmong(MatchingCells const& matching,
+                                         Others const& others) const {
     if (others.empty()) {
       return matching.count();
     }
@@ -119,6 +125,7 @@ private:
       }
     }
     Aggregate result;
+    _steps->spend(matching.count());
     matching.forEach([&](std::uint32_t row, std::uint32_t column) {
       if (row < values.height() && column < values.width()) {
         Value const value = readCell(values, row, column);
@@ -133,7 +140,7 @@ private:
 
   [[nodiscard]] Aggregate aggregateByWalk(Area const& values) const {
     Aggregate result;
-    forEachCell(values, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+    forEachCell(*_steps, values, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
       if ((value.isNumber() || value.isError()) && matchAt(row, column)) {
         result.update(value);
       }
@@ -153,18 +160,19 @@ private:
       return countMatching(*selective);
     }
     std::uint64_t matching = 0;
-    forEachCell(selective->area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
-      matching += selective->criterion.matches(value) && matchAt(row, column) ? 1 : 0;
-      return true;
-    });
+    forEachCell(
+        *_steps, selective->area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+          matching += selective->criterion.matches(value, *_steps) && matchAt(row, column) ? 1 : 0;
+          return true;
+        });
     return matching;
   }
 
-  static std::uint64_t countMatching(RangeCriterion const& criterion) {
+  [[nodiscard]] std::uint64_t countMatching(RangeCriterion const& criterion) const {
     std::uint64_t matching = 0;
-    forEachCell(criterion.area,
+    forEachCell(*_steps, criterion.area,
                 [&](std::uint32_t /*row*/, std::uint32_t /*column*/, Value const& value) {
-                  matching += criterion.criterion.matches(value) ? 1 : 0;
+                  matching += criterion.criterion.matches(value, *_steps) ? 1 : 0;
                   return true;
                 });
     return matching;
@@ -174,17 +182,21 @@ private:
   [[nodiscard]] std::uint64_t countFailing() const {
     std::set<std::pair<std::uint32_t, std::uint32_t>> failing;
     for (RangeCriterion const& criterion : _criteria) {
-      forEachCell(criterion.area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
-        if (!criterion.criterion.matches(value)) {
-          failing.emplace(row, column);
-        }
-        return true;
-      });
+      forEachCell(*_steps, criterion.area,
+                  [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+                    if (!criterion.criterion.matches(value, *_steps)) {
+                      constexpr std::uint64_t stepsOfInsertion = 16;
+                      _steps->spend(stepsOfInsertion);
+                      failing.emplace(row, column);
+                    }
+                    return true;
+                  });
     }
     return failing.size();
   }
 
   LookupSession* _lookups;
+  StepMeter* _steps;
   OfficeUtils::LocaleContext const* _locale;
   boost::container::small_vector<RangeCriterion, 4> _criteria;
   std::optional<Value> _error;

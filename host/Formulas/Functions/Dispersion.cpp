@@ -137,6 +137,7 @@ Value trimmedMean(Call& call) {
     return notANumber();
   }
   auto const cut = static_cast<std::size_t>(std::floor(countOf(numbers) * share / 2.0));
+  call.steps().spend(stepsOfSort(numbers.size()));
   std::ranges::sort(numbers);
   return Value::number(meanOf(std::span(numbers).subspan(cut, numbers.size() - 2 * cut)));
 }

@@ -45,10 +45,10 @@ public:
   /// Visits the values of a rectangle inside, row by row: `visit(row, column, value)`, which
   /// returns false to stop; row and column count from the grid's first ones. Of a reference the
   /// existing cells are visited; of an array's rows that repeat the one above them only the first
-  /// and the last.
+  /// and the last. Counts the steps.
   template <class Visit>
-  void visit(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn,
-             std::uint32_t endColumn, Visit&& visit) const;
+  void visit(StepMeter& steps, std::uint32_t firstRow, std::uint32_t endRow,
+             std::uint32_t firstColumn, std::uint32_t endColumn, Visit&& visit) const;
 
 private:
   Grid(Value const& value, std::uint32_t rows, std::uint32_t columns) noexcept
@@ -65,26 +65,31 @@ private:
 };
 
 template <class Visit>
-void Grid::visit(std::uint32_t firstRow, std::uint32_t endRow, std::uint32_t firstColumn,
-                 std::uint32_t endColumn, Visit&& visit) const {
+void Grid::visit(StepMeter& steps, std::uint32_t firstRow, std::uint32_t endRow,
+                 std::uint32_t firstColumn, std::uint32_t endColumn, Visit&& visit) const {
   if (firstRow >= endRow || firstColumn >= endColumn) {
     return;
   }
   if (_value.isReference()) {
-    forEachCell(areaOf(firstRow, endRow, firstColumn, endColumn),
+    forEachCell(steps, areaOf(firstRow, endRow, firstColumn, endColumn),
                 [&](std::uint32_t row, std::uint32_t column, Value const& value) {
                   return visit(firstRow + row, firstColumn + column, value);
                 });
     return;
   }
+  StepRun run(steps);
   for (std::uint32_t row = firstRow; row < endRow;) {
     for (std::uint32_t column = firstColumn; column < endColumn; ++column) {
-      if (!visit(row, column, at(row, column))) {
+      Value const value = at(row, column);
+      run.count(stepsOf(value));
+      if (!visit(row, column, value)) {
+        run.end();
         return;
       }
     }
     row = row < storedRows() || row + 1 >= endRow ? row + 1 : endRow - 1;
   }
+  run.end();
 }
 
 /// One row or one column of a grid. Places count from 0.
@@ -121,14 +126,14 @@ public:
   /// Visits the values of some positions in their order, as Grid::visit() does: `visit(position,
   /// value)`.
   template <class Visit>
-  void visit(std::uint32_t first, std::uint32_t end, Visit&& visit) const {
+  void visit(StepMeter& steps, std::uint32_t first, std::uint32_t end, Visit&& visit) const {
     if (_isColumn) {
-      _grid.visit(first, end, _line, _line + 1,
+      _grid.visit(steps, first, end, _line, _line + 1,
                   [&](std::uint32_t row, std::uint32_t /*column*/, Value const& value) {
                     return visit(row, value);
                   });
     } else {
-      _grid.visit(_line, _line + 1, first, end,
+      _grid.visit(steps, _line, _line + 1, first, end,
                   [&](std::uint32_t /*row*/, std::uint32_t column, Value const& value) {
                     return visit(column, value);
                   });

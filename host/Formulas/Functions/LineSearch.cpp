@@ -17,10 +17,10 @@ bool isEqual(Value const& value, Value const& key) noexcept {
 
 /// The first position, or the last one, whose value `isFound`.
 template <class IsFound>
-std::optional<std::uint32_t> findValue(Line const& line, Direction direction,
+std::optional<std::uint32_t> findValue(StepMeter& steps, Line const& line, Direction direction,
                                        IsFound const& isFound) {
   std::optional<std::uint32_t> found;
-  line.visit(0, line.size(), [&](std::uint32_t position, Value const& value) {
+  line.visit(steps, 0, line.size(), [&](std::uint32_t position, Value const& value) {
     if (isFound(value)) {
       found = position;
     }
@@ -30,9 +30,9 @@ std::optional<std::uint32_t> findValue(Line const& line, Direction direction,
 }
 
 /// The first position without a value, cells that do not exist included.
-std::optional<std::uint32_t> findEmpty(Line const& line) {
+std::optional<std::uint32_t> findEmpty(StepMeter& steps, Line const& line) {
   std::uint32_t next = 0;
-  line.visit(0, line.size(), [&](std::uint32_t position, Value const& value) {
+  line.visit(steps, 0, line.size(), [&](std::uint32_t position, Value const& value) {
     bool const isGap = line.isReference() && position != next;
     if (isGap || value.isEmpty()) {
       return false;
@@ -49,10 +49,10 @@ struct Found {
 };
 
 /// The first value from a position on that can be compared with a key.
-std::optional<Found> findComparable(Line const& line, std::uint32_t first, std::uint32_t end,
-                                    Value const& key) {
+std::optional<Found> findComparable(StepMeter& steps, Line const& line, std::uint32_t first,
+                                    std::uint32_t end, Value const& key) {
   std::optional<Found> found;
-  line.visit(first, end, [&](std::uint32_t position, Value const& value) {
+  line.visit(steps, first, end, [&](std::uint32_t position, Value const& value) {
     if (isComparable(value, key)) {
       found = Found{position, value};
     }
@@ -66,7 +66,7 @@ std::optional<Found> findComparable(Line const& line, std::uint32_t first, std::
 std::optional<std::uint32_t> findEqual(Evaluator& evaluator, Line const& line, Value const& key,
                                        TextMatch textMatch, Direction direction) {
   if (key.isEmpty()) {
-    return findEmpty(line);
+    return findEmpty(evaluator.steps(), line);
   }
   bool const hasPattern =
       textMatch == TextMatch::Wildcards && key.isText() && hasWildcards(key.asText());
@@ -77,20 +77,22 @@ std::optional<std::uint32_t> findEqual(Evaluator& evaluator, Line const& line, V
       return *found;
     }
   }
-  return findValue(line, direction, [&](Value const& value) {
-    return hasPattern ? value.isText() && matchesWildcards(value.asText(), key.asText())
+  StepMeter& steps = evaluator.steps();
+  return findValue(steps, line, direction, [&](Value const& value) {
+    return hasPattern ? value.isText() && matchesWildcards(value.asText(), key.asText(), steps)
                       : isEqual(value, key);
   });
 }
 
-std::optional<std::uint32_t> findLastNotAbove(Line const& line, Value const& key) {
+std::optional<std::uint32_t> findLastNotAbove(StepMeter& steps, Line const& line,
+                                              Value const& key) {
   std::optional<std::uint32_t> best;
   std::uint32_t first = 0;
   std::uint32_t end = line.size();
   while (first < end) {
     std::uint32_t const middle = first + (end - first) / 2;
     // What lies between the middle and the value that is found never comes up again.
-    auto const found = findComparable(line, middle, end, key);
+    auto const found = findComparable(steps, line, middle, end, key);
     if (found && compareValues(found->value, key) <= 0) {
       best = found->position;
       first = found->position + 1;
@@ -101,9 +103,10 @@ std::optional<std::uint32_t> findLastNotAbove(Line const& line, Value const& key
   return best;
 }
 
-std::optional<std::uint32_t> findLastNotBelow(Line const& line, Value const& key) {
+std::optional<std::uint32_t> findLastNotBelow(StepMeter& steps, Line const& line,
+                                              Value const& key) {
   std::optional<std::uint32_t> best;
-  line.visit(0, line.size(), [&](std::uint32_t position, Value const& value) {
+  line.visit(steps, 0, line.size(), [&](std::uint32_t position, Value const& value) {
     if (!isComparable(value, key)) {
       return true;
     }
@@ -116,10 +119,10 @@ std::optional<std::uint32_t> findLastNotBelow(Line const& line, Value const& key
   return best;
 }
 
-std::optional<std::uint32_t> findNearest(Line const& line, Value const& key, Side side,
-                                         Direction direction) {
+std::optional<std::uint32_t> findNearest(StepMeter& steps, Line const& line, Value const& key,
+                                         Side side, Direction direction) {
   std::optional<Found> best;
-  line.visit(0, line.size(), [&](std::uint32_t position, Value const& value) {
+  line.visit(steps, 0, line.size(), [&](std::uint32_t position, Value const& value) {
     if (!isComparable(value, key)) {
       return true;
     }

@@ -22,16 +22,19 @@ enum class Direction : std::uint8_t { Forwards, Backwards };
 
 /// The position of the last value not above a key, in an ascending line. By bisection, which skips
 /// values of other kinds.
-[[nodiscard]] std::optional<std::uint32_t> findLastNotAbove(Line const& line, Value const& key);
+[[nodiscard]] std::optional<std::uint32_t> findLastNotAbove(StepMeter& steps, Line const& line,
+                                                            Value const& key);
 
 /// The position of the last value not below a key, or of the first one equal to it, in a descending
 /// line.
-[[nodiscard]] std::optional<std::uint32_t> findLastNotBelow(Line const& line, Value const& key);
+[[nodiscard]] std::optional<std::uint32_t> findLastNotBelow(StepMeter& steps, Line const& line,
+                                                            Value const& key);
 
 enum class Side : std::uint8_t { Below, Above };
 
 /// The position of a value equal to a key, or else of the nearest on a side, in any line.
-[[nodiscard]] std::optional<std::uint32_t> findNearest(Line const& line, Value const& key,
-                                                       Side side, Direction direction);
+[[nodiscard]] std::optional<std::uint32_t> findNearest(StepMeter& steps, Line const& line,
+                                                       Value const& key, Side side,
+                                                       Direction direction);
 
 }  // namespace Zorv::Formulas

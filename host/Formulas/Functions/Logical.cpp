@@ -23,7 +23,7 @@ public:
       if (_error) {
         return;
       }
-      argument.isSingle() ? takeSingle(argument) : takeElements(argument);
+      argument.isSingle() ? takeSingle(argument) : takeElements(call.steps(), argument);
     }
     if (_count == 0 && !_error) {
       _error = Value::error(FormulaErrorCode::Value);
@@ -46,8 +46,8 @@ private:
     }
   }
 
-  void takeElements(Value const& argument) {
-    forEachElement(argument, [this](Value const& element, std::uint64_t times) {
+  void takeElements(StepMeter& steps, Value const& argument) {
+    forEachElement(steps, argument, [this](Value const& element, std::uint64_t times) {
       if (element.isError()) {
         _error = element;
       } else if (element.isBoolean() || element.isNumber()) {

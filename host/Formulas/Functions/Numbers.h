@@ -45,6 +45,7 @@ template <class Take>
     if constexpr (std::is_invocable_v<Take&, double, std::uint64_t>) {
       take(number, times);
     } else {
+      call.steps().spend(times);
       for (; times != 0; --times) {
         take(number);
       }
@@ -60,7 +61,7 @@ template <class Take>
   };
   for (std::size_t i = first; i < end && !error; ++i) {
     if (!call[i].isSingle()) {
-      forEachElement(call[i], visit);
+      forEachElement(call.steps(), call[i], visit);
       continue;
     }
     auto const number = toNumber(call[i], call.locale());
@@ -83,7 +84,9 @@ inline constexpr std::uint64_t mostNumbers = std::uint64_t{1} << 24U;
 
 /// Adds a number to a list some times. Throws EvaluationLimitError for a list of more than
 /// `mostNumbers`.
-inline void addNumber(std::vector<double>& numbers, double number, std::uint64_t times) {
+inline void addNumber(StepMeter& steps, std::vector<double>& numbers, double number,
+                      std::uint64_t times) {
+  steps.spend(times);
   checkElementCount(numbers.size() + times, mostNumbers);
   numbers.insert(numbers.end(), times, number);
 }
@@ -96,7 +99,9 @@ public:
              ElementRule rule = ElementRule::NumbersOnly)
       : _error(visitNumbers(
             call, first, end,
-            [this](double number, std::uint64_t times) { addNumber(_numbers, number, times); },
+            [&](double number, std::uint64_t times) {
+              addNumber(call.steps(), _numbers, number, times);
+            },
             rule)) {}
 
   /// Set where an argument holds an error.

@@ -97,6 +97,9 @@ double countChoices(double available, double chosen) noexcept {
   return static_cast<double>(count);
 }
 
+/// The steps of countChoices(), at most.
+constexpr std::uint64_t stepsOfChoices = 2000;
+
 /// COMBIN(number, chosen)
 Value combinations(Call& call) {
   double const number = std::trunc(call.number(0));
@@ -104,6 +107,7 @@ Value combinations(Call& call) {
   if (chosen < 0.0 || number < chosen) {
     return notANumber();
   }
+  call.steps().spend(stepsOfChoices);
   return Value::number(countChoices(number, chosen));
 }
 
@@ -114,6 +118,7 @@ Value combinationsWithRepetition(Call& call) {
   if (chosen < 0.0 || number < 0.0 || (number == 0.0 && chosen != 0.0)) {
     return notANumber();
   }
+  call.steps().spend(stepsOfChoices);
   return Value::number(chosen == 0.0 ? 1.0 : countChoices(number + chosen - 1.0, chosen));
 }
 
@@ -131,6 +136,7 @@ Value multinomial(Call& call) {
       return notANumber();
     }
     total += number;
+    call.steps().spend(stepsOfChoices);
     product *= countChoices(total, number);
   }
   return Value::number(product);

@@ -87,6 +87,7 @@ Value sumProducts(Call& call) {
     return Value::error(FormulaErrorCode::Value);
   }
   std::uint32_t const rows = countDistinctRows(arrays);
+  call.steps().spend(std::uint64_t{rows} * arrays.front()->columns * arrays.size());
   std::optional<Value> error;
   double total = 0.0;
   double ofRow = 0.0;
@@ -106,6 +107,7 @@ Value sumPairs(Call& call) {
     return Value::error(FormulaErrorCode::NotAvailable);
   }
   std::uint32_t const rows = countDistinctRows(arrays);
+  call.steps().spend(std::uint64_t{rows} * arrays.front()->columns * arrays.size());
   double total = 0.0;
   double ofRow = 0.0;
   for (std::uint32_t row = 0; row < rows; ++row) {
@@ -134,6 +136,8 @@ Value powerSeries(Call& call) {
   double exponent = call.number(1);
   double total = 0.0;
   auto const error = visitNumbers(call, 3, 4, [&](double coefficient) {
+    constexpr std::uint64_t stepsOfPower = 8;
+    call.steps().spend(stepsOfPower);
     total += coefficient * std::pow(x, exponent);
     exponent += call.number(2);
   });

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -151,7 +152,8 @@ Value percentRank(Call& call) {
 }
 
 /// The indexes of numbers, sorted by number; equal numbers keep their order.
-std::vector<std::size_t> sortIndexes(Numbers const& numbers) {
+std::vector<std::size_t> sortIndexes(StepMeter& steps, Numbers const& numbers) {
+  steps.spend(stepsOfSort(numbers.size()));
   std::vector<std::size_t> indexes(numbers.size());
   std::iota(indexes.begin(), indexes.end(), std::size_t{0});
   std::ranges::stable_sort(indexes, {}, [&](std::size_t index) { return numbers[index]; });
@@ -160,8 +162,8 @@ std::vector<std::size_t> sortIndexes(Numbers const& numbers) {
 
 /// The index of the first occurrence of each most frequent number, ascending; none where each
 /// number occurs once.
-std::vector<std::size_t> findModes(Numbers const& numbers) {
-  std::vector<std::size_t> const indexes = sortIndexes(numbers);
+std::vector<std::size_t> findModes(StepMeter& steps, Numbers const& numbers) {
+  std::vector<std::size_t> const indexes = sortIndexes(steps, numbers);
   std::vector<std::size_t> modes;
   std::ptrdiff_t most = 2;
   for (auto first = indexes.begin(); first != indexes.end();) {
@@ -182,9 +184,13 @@ std::vector<std::size_t> findModes(Numbers const& numbers) {
 }
 
 /// MODE: the most frequent number; of several the one that occurs first.
-Value mode(Numbers& numbers) {
-  std::vector<std::size_t> const modes = findModes(numbers);
-  return modes.empty() ? notAvailable() : Value::number(numbers[modes.front()]);
+Value mode(Call& call) {
+  NumberList list(call, 0, call.count());
+  if (list.error()) {
+    return *list.error();
+  }
+  std::vector<std::size_t> const modes = findModes(call.steps(), list.numbers());
+  return modes.empty() ? notAvailable() : Value::number(list.numbers()[modes.front()]);
 }
 
 /// A column of numbers.
@@ -202,7 +208,7 @@ Value modes(Call& call) {
     return *list.error();
   }
   Numbers found;
-  for (std::size_t const index : findModes(list.numbers())) {
+  for (std::size_t const index : findModes(call.steps(), list.numbers())) {
     found.push_back(list.numbers()[index]);
   }
   return found.empty() ? notAvailable() : makeColumn(call.evaluator(), found);
@@ -217,7 +223,8 @@ Value frequency(Call& call) {
     return list.error() ? *list.error() : *boundList.error();
   }
   Numbers const& bounds = boundList.numbers();
-  std::vector<std::size_t> const indexes = sortIndexes(bounds);
+  std::vector<std::size_t> const indexes = sortIndexes(call.steps(), bounds);
+  call.steps().spend(list.numbers().size() * std::bit_width(bounds.size()));
   Numbers counts(bounds.size() + 1);
   for (double const number : list.numbers()) {
     auto const bound = std::ranges::lower_bound(indexes, number, {},
@@ -233,11 +240,11 @@ std::span<FunctionEntry const> rankFunctions() noexcept {
   static constexpr std::array entries = {
       FunctionEntry{"FREQUENCY", "numbers:a, limits:a", frequency,
                     "Column of how many numbers lie between each limit and the one below."},
-      FunctionEntry{"MODE", "number:a, (number:a)", reduceNumbers<mode>,
+      FunctionEntry{"MODE", "number:a, (number:a)", mode,
                     "Most frequent number, the first of several."},
       FunctionEntry{"MODE.MULT", "number:a, (number:a)", modes,
                     "Column of all most frequent numbers."},
-      FunctionEntry{"MODE.SNGL", "number:a, (number:a)", reduceNumbers<mode>,
+      FunctionEntry{"MODE.SNGL", "number:a, (number:a)", mode,
                     "Most frequent number, the first of several."},
       FunctionEntry{"PERCENTILE", "numbers:a, share:n", percentile<Ends::Included>,
                     "Number below which a share of the numbers lies; 0 and 1 give the smallest and "

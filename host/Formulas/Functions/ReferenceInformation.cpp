@@ -38,6 +38,8 @@ Value isFormula(Call& call) {
   Array const& values = readArray(arena, area);
   std::span<Value> const results =
       arena.makeArray<Value>(std::size_t{values.storedRows} * values.columns);
+  constexpr std::uint64_t stepsOfSearch = 4;
+  call.steps().spend(stepsOfSearch * results.size());
   for (std::size_t i = 0; i < results.size(); ++i) {
     results[i] = Value::boolean(hasFormula(area, static_cast<std::uint32_t>(i / values.columns),
                                            static_cast<std::uint32_t>(i % values.columns)));

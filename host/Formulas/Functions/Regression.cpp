@@ -11,6 +11,7 @@
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Grid.h"
 #include "Formulas/Functions/Moments.h"
+#include "Formulas/Functions/Numbers.h"
 #include "Formulas/Values/Outcome.h"
 
 namespace Zorv::Formulas {
@@ -21,7 +22,7 @@ namespace {
 /// are numbers.
 class NumberPairs {
 public:
-  NumberPairs(Value const& ys, Value const& xs) {
+  NumberPairs(StepMeter& steps, Value const& ys, Value const& xs) : _steps(&steps) {
     auto const yGrid = Grid::of(ys);
     auto const xGrid = Grid::of(xs);
     if (!yGrid || !xGrid) {
@@ -42,7 +43,7 @@ private:
   void read(Grid const& ys, Grid const& xs) {
     // Values that an array repeats downwards are pairs, too: all of them are visited.
     if (ys.isReference()) {
-      ys.visit(0, ys.rows(), 0, ys.columns(),
+      ys.visit(*_steps, 0, ys.rows(), 0, ys.columns(),
                [&](std::uint32_t row, std::uint32_t column, Value const& y) {
                  return takeAt(std::uint64_t{row} * ys.columns() + column, y, xs);
                });
@@ -62,6 +63,8 @@ private:
   }
 
   bool takeAt(std::uint64_t position, Value const& y, Grid const& xs) {
+    constexpr std::uint64_t stepsOfPair = 8;
+    _steps->spend(stepsOfPair);
     take(y, at(xs, position));
     return !_error;
   }
@@ -70,11 +73,12 @@ private:
     if (y.isError() || x.isError()) {
       _error = y.isError() ? y : x;
     } else if (y.isNumber() && x.isNumber()) {
-      _ys.push_back(y.asNumber());
-      _xs.push_back(x.asNumber());
+      addNumber(*_steps, _ys, y.asNumber(), 1);
+      addNumber(*_steps, _xs, x.asNumber(), 1);
     }
   }
 
+  StepMeter* _steps;
   std::vector<double> _ys;
   std::vector<double> _xs;
   std::optional<Value> _error;
@@ -112,8 +116,8 @@ Relation relate(NumberPairs const& pairs) {
 }
 
 /// The relation of two arguments, the dependent one first; `#NUM!` where it is beyond numbers.
-Outcome<Relation> relate(Value const& ys, Value const& xs) {
-  NumberPairs const pairs(ys, xs);
+Outcome<Relation> relate(StepMeter& steps, Value const& ys, Value const& xs) {
+  NumberPairs const pairs(steps, ys, xs);
   if (pairs.error()) {
     return pairs.error()->asError();
   }
@@ -125,7 +129,7 @@ Outcome<Relation> relate(Value const& ys, Value const& xs) {
 /// A function of two ranges, the dependent one first.
 template <Value (*finish)(Relation const&)>
 Value ofPairs(Call& call) {
-  auto const relation = relate(call[0], call[1]);
+  auto const relation = relate(call.steps(), call[0], call[1]);
   return relation.isError() ? relation.error() : finish(*relation);
 }
 
@@ -176,7 +180,7 @@ Value sampleCovariance(Relation const& relation) {
 
 /// FORECAST(x, ys, xs): the value of the straight line at x.
 Value forecast(Call& call) {
-  auto const outcome = relate(call[1], call[2]);
+  auto const outcome = relate(call.steps(), call[1], call[2]);
   if (outcome.isError()) {
     return outcome.error();
   }

@@ -132,9 +132,10 @@ Value filter(Call& call) {
   return otherwise.isMissing() ? nothingLeft() : otherwise;
 }
 
-std::weak_ordering compareLines(Lines const& lines, std::uint32_t a, std::uint32_t b) {
+std::weak_ordering compareLines(StepMeter& steps, Lines const& lines, std::uint32_t a,
+                                std::uint32_t b) {
   for (std::uint32_t position = 0; position < lines.length(); ++position) {
-    auto const order = orderValues(lines.at(a, position), lines.at(b, position));
+    auto const order = orderValues(steps, lines.at(a, position), lines.at(b, position));
     if (order != 0) {
       return order;
     }
@@ -157,13 +158,14 @@ Value unique(Call& call) {
   Lines const lines(*array, call.truth(1, false));
   bool const onceOnly = call.truth(2, false);
   std::vector<std::uint32_t> order = countUp(lines.storedCount());
-  std::ranges::stable_sort(
-      order, [&](std::uint32_t a, std::uint32_t b) { return compareLines(lines, a, b) < 0; });
+  std::ranges::stable_sort(order, [&](std::uint32_t a, std::uint32_t b) {
+    return compareLines(call.steps(), lines, a, b) < 0;
+  });
   bool const lastIsRepeated = lines.storedCount() < lines.count();
   std::vector<std::uint32_t> chosen;
   for (auto first = order.begin(); first != order.end();) {
     auto const next = std::find_if(first, order.end(), [&](std::uint32_t line) {
-      return compareLines(lines, *first, line) != 0;
+      return compareLines(call.steps(), lines, *first, line) != 0;
     });
     bool const isOnce = next - first == 1 && !(lastIsRepeated && *first + 1 == order.size());
     if (isOnce || !onceOnly) {
@@ -181,14 +183,15 @@ struct SortKey {
   std::uint32_t position = 0;
   bool isDescending = false;
 
-  [[nodiscard]] std::weak_ordering compare(std::uint32_t a, std::uint32_t b) const {
+  [[nodiscard]] std::weak_ordering compare(StepMeter& steps, std::uint32_t a,
+                                           std::uint32_t b) const {
     Value const& left = lines.at(a, position);
     Value const& right = lines.at(b, position);
     // Empties come last in either direction.
     if (left.isEmpty() || right.isEmpty() || !isDescending) {
-      return orderValues(left, right);
+      return orderValues(steps, left, right);
     }
-    return orderValues(right, left);
+    return orderValues(steps, right, left);
   }
 };
 
@@ -196,7 +199,7 @@ Value sortLines(Evaluator& evaluator, Lines const& lines, std::span<SortKey cons
   std::vector<std::uint32_t> order = countUp(lines.count());
   std::ranges::stable_sort(order, [&](std::uint32_t a, std::uint32_t b) {
     for (SortKey const& key : keys) {
-      auto const result = key.compare(a, b);
+      auto const result = key.compare(evaluator.steps(), a, b);
       if (result != 0) {
         return result < 0;
       }

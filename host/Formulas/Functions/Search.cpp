@@ -42,7 +42,8 @@ Value match(Call& call) {
     return toResult(
         findEqual(call.evaluator(), *line, key, TextMatch::Wildcards, Direction::Forwards));
   }
-  return toResult(kind > 0.0 ? findLastNotAbove(*line, key) : findLastNotBelow(*line, key));
+  return toResult(kind > 0.0 ? findLastNotAbove(call.steps(), *line, key)
+                             : findLastNotBelow(call.steps(), *line, key));
 }
 
 /// VLOOKUP(key, table, column, approximately) and HLOOKUP, where rows and columns are exchanged.
@@ -61,7 +62,7 @@ Value lookUpInTable(Call& call) {
   }
   Line const line = isVertical ? Line::ofColumn(*grid, 0) : Line::ofRow(*grid, 0);
   Value const key = toKey(call[0]);
-  auto const position = call.truth(3, true) ? findLastNotAbove(line, key)
+  auto const position = call.truth(3, true) ? findLastNotAbove(call.steps(), line, key)
                                             : findEqual(call.evaluator(), line, key,
                                                         TextMatch::Wildcards, Direction::Forwards);
   if (!position) {
@@ -73,10 +74,10 @@ Value lookUpInTable(Call& call) {
 
 /// LOOKUP(key, table): searches the longer side, the first column of a square, and takes the value
 /// of the last row or column.
-Value lookUpAlongLongerSide(Grid const& grid, Value const& key) {
+Value lookUpAlongLongerSide(StepMeter& steps, Grid const& grid, Value const& key) {
   bool const isRow = grid.columns() > grid.rows();
   auto const position =
-      findLastNotAbove(isRow ? Line::ofRow(grid, 0) : Line::ofColumn(grid, 0), key);
+      findLastNotAbove(steps, isRow ? Line::ofRow(grid, 0) : Line::ofColumn(grid, 0), key);
   if (!position) {
     return notFound();
   }
@@ -91,7 +92,7 @@ Value lookUp(Call& call) {
   }
   Value const key = toKey(call[0]);
   if (!call.isGiven(2)) {
-    return lookUpAlongLongerSide(*grid, key);
+    return lookUpAlongLongerSide(call.steps(), *grid, key);
   }
   auto const results = Grid::of(call[2]);
   if (!results) {
@@ -102,7 +103,7 @@ Value lookUp(Call& call) {
   if (!line || !resultLine) {
     return notFound();
   }
-  auto const position = findLastNotAbove(*line, key);
+  auto const position = findLastNotAbove(call.steps(), *line, key);
   return position && *position < resultLine->size() ? resultLine->at(*position) : notFound();
 }
 
@@ -132,9 +133,9 @@ struct XSearch {
                                                  Value const& key) const {
     switch (mode) {
       case XMatchMode::NextSmaller:
-        return findNearest(line, key, Side::Below, direction);
+        return findNearest(evaluator.steps(), line, key, Side::Below, direction);
       case XMatchMode::NextLarger:
-        return findNearest(line, key, Side::Above, direction);
+        return findNearest(evaluator.steps(), line, key, Side::Above, direction);
       default:
         return findEqual(evaluator, line, key,
                          mode == XMatchMode::Wildcards ? TextMatch::Wildcards : TextMatch::Plain,

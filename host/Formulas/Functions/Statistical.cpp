@@ -25,7 +25,7 @@ Value countNumbers(Call& call) {
     if (argument.isSingle()) {
       count += toNumber(argument, call.locale()).isError() ? 0 : 1;
     } else {
-      forEachElement(argument, [&](Value const& element, std::uint64_t times) {
+      forEachElement(call.steps(), argument, [&](Value const& element, std::uint64_t times) {
         count += element.isNumber() ? times : 0;
         return true;
       });
@@ -38,7 +38,7 @@ Value countNumbers(Call& call) {
 Value countValues(Call& call) {
   std::uint64_t count = 0;
   for (Value const& argument : call.arguments()) {
-    forEachElement(argument, [&](Value const& element, std::uint64_t times) {
+    forEachElement(call.steps(), argument, [&](Value const& element, std::uint64_t times) {
       count += element.kind() == Value::Kind::Empty ? 0 : times;
       return true;
     });
@@ -53,7 +53,7 @@ Value countBlanks(Call& call) {
     return range.isError() ? range : Value::error(FormulaErrorCode::Value);
   }
   std::uint64_t filled = 0;
-  forEachElement(range, [&](Value const& element, std::uint64_t times) {
+  forEachElement(call.steps(), range, [&](Value const& element, std::uint64_t times) {
     bool const isBlank = element.isEmpty() || (element.isText() && element.asText().empty());
     filled += isBlank ? 0 : times;
     return true;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -75,6 +76,7 @@ Value trim(Call& call) {
 
 Value changeCase(Call const& call, icu::UnicodeString& (icu::UnicodeString::*change)()) {
   std::string_view const text = call.text(0);
+  call.steps().spend(text.size());
   icu::UnicodeString unicode =
       icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
   std::string result;
@@ -104,16 +106,26 @@ Value findFrom(Call const& call, FindBytes const& findBytes) {
   return Value::number(static_cast<double>(before + 1));
 }
 
+/// The most steps that finding a text in another may take: at each place a part of it may match.
+std::uint64_t stepsOfFinding(std::string_view text, std::string_view what) noexcept {
+  return text.size() * (1 + stepsOfBytes(what.size())) / 8;
+}
+
 /// FIND(what, text, from): letter case matters, and there are no wildcards.
 Value find(Call& call) {
-  return findFrom(call, [](std::string_view text, std::string_view what) {
+  return findFrom(call, [&](std::string_view text, std::string_view what) {
+    call.steps().spend(stepsOfFinding(text, what));
     std::size_t const found = text.find(what);
     return found == std::string_view::npos ? std::nullopt : std::optional(found);
   });
 }
 
 /// SEARCH(pattern, text, from)
-Value search(Call& call) { return findFrom(call, findWildcards); }
+Value search(Call& call) {
+  return findFrom(call, [&](std::string_view text, std::string_view pattern) {
+    return findWildcards(text, pattern, call.steps());
+  });
+}
 
 /// SUBSTITUTE(text, old, new, which): all occurrences, or the one of a number.
 Value substitute(Call& call) {
@@ -123,6 +135,7 @@ Value substitute(Call& call) {
   if (!which) {
     return Value::error(FormulaErrorCode::Value);
   }
+  call.steps().spend(stepsOfFinding(rest, old));
   TextBuilder result;
   std::size_t count = 0;
   std::size_t found = old.empty() ? std::string_view::npos : rest.find(old);

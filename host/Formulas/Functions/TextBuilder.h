@@ -11,6 +11,9 @@ namespace Zorv::Formulas {
 /// Puts a function's result together and stops growing once it is longer than any cell's text.
 class TextBuilder {
 public:
+  /// More than the characters that a cell holds take.
+  static constexpr std::size_t mostBytes = std::size_t{4} * 32767;
+
   /// False when the text has become too long.
   bool append(std::string_view text) {
     if (_text.size() <= mostBytes) {
@@ -27,9 +30,6 @@ public:
   }
 
 private:
-  /// More than the characters that a cell holds take.
-  static constexpr std::size_t mostBytes = std::size_t{4} * 32767;
-
   std::string _text;
 };
 

@@ -35,6 +35,7 @@ Value repeat(Call& call) {
     return wrongValue();
   }
   std::string_view const text = call.text(0);
+  call.steps().spend(text.empty() ? 0 : std::min(*count, TextBuilder::mostBytes));
   TextBuilder result;
   for (std::size_t i = 0; i < *count && !text.empty() && result.append(text); ++i) {
   }
@@ -69,6 +70,7 @@ Value fromUnicode(Call const& call, icu::UnicodeString const& unicode) {
 
 /// PROPER: a capital at the beginning of each run of letters.
 Value capitalize(Call& call) {
+  call.steps().spend(call.text(0).size());
   icu::UnicodeString const text = toUnicode(call.text(0));
   icu::UnicodeString result;
   bool isInWord = false;
@@ -104,6 +106,7 @@ std::optional<Value> visitTexts(Call const& call, Value const& value, bool withE
   }
   bool isRowEmpty = true;
   auto const visitElement = [&](Value const& element) {
+    call.steps().spend(stepsOf(element));
     auto const text = call.evaluator().toText(element);
     if (text.isError()) {
       error = text.error();
@@ -115,7 +118,7 @@ std::optional<Value> visitTexts(Call const& call, Value const& value, bool withE
   };
   bool const isRange = value.isReference() && withEmpty;
   if (!isRange && !value.isArray()) {
-    forEachElement(value, visitElement);
+    forEachElement(call.steps(), value, visitElement);
     return error;
   }
   Array const& array = call.evaluator().toArray(value);

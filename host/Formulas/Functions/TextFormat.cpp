@@ -34,6 +34,8 @@ namespace {
 
 using OfficeUtils::NumberFormat;
 
+constexpr std::uint64_t stepsOfFormatting = 100;
+
 /// A compiled format; the formats that a thread used last are kept. Nothing for what is no format.
 std::optional<NumberFormat> findFormat(std::string_view code) {
   constexpr std::size_t mostFormats = 64;
@@ -53,6 +55,7 @@ std::optional<NumberFormat> findFormat(std::string_view code) {
 Value formatValue(Call& call) {
   constexpr std::size_t longestFormat = 255;
   std::string_view const code = call.text(1);
+  call.steps().spend(stepsOfFormatting + code.size());
   auto const format = code.size() <= longestFormat ? findFormat(code) : std::nullopt;
   if (!format) {
     return wrongValue();
@@ -85,6 +88,7 @@ Value formatFixed(Call& call) {
   if (!digits) {
     return wrongValue();
   }
+  call.steps().spend(stepsOfFormatting);
   double const number = roundToDigits(call.number(0), *digits, roundHalfAwayFromZero);
   auto const shown = static_cast<std::size_t>(std::max(*digits, 0.0));
   auto const format = NumberFormat::compile(makeDecimalFormat(shown, !call.truth(2, false)));
@@ -98,6 +102,8 @@ Value formatMoney(Call& call) {
   if (!digits) {
     return wrongValue();
   }
+  constexpr std::uint64_t stepsOfMaking = 10'000;
+  call.steps().spend(stepsOfMaking);
   UErrorCode status = U_ZERO_ERROR;
   auto const locale = icu::Locale::createCanonical(call.locale().getName().c_str());
   std::unique_ptr<icu::NumberFormat> const format(
@@ -127,6 +133,7 @@ Value readPlainValue(Call& call) {
   if (call[0].isNumber() || call[0].isEmpty()) {
     return Value::number(call[0].isNumber() ? call[0].asNumber() : 0.0);
   }
+  call.steps().spend(stepsOfReading(call[0].isText() ? call[0].asText() : std::string_view()));
   auto const number =
       call[0].isText() ? readValue(call[0].asText(), call.locale(), readYear(call)) : std::nullopt;
   return number ? Value::number(*number) : wrongValue();
@@ -134,12 +141,14 @@ Value readPlainValue(Call& call) {
 
 /// DATEVALUE(text): the day that a text spells.
 Value readDate(Call& call) {
+  call.steps().spend(stepsOfReading(call.text(0)));
   auto const moment = readMoment(call.text(0), call.locale(), readYear(call));
   return moment && moment->day ? Value::number(static_cast<double>(*moment->day)) : wrongValue();
 }
 
 /// TIMEVALUE(text): the time of day; 0 for a date alone.
 Value readTime(Call& call) {
+  call.steps().spend(stepsOfReading(call.text(0)));
   auto const moment = readMoment(call.text(0), call.locale(), readYear(call));
   double const time = moment ? moment->time.value_or(0.0) : 0.0;
   return moment ? Value::number(time - std::floor(time)) : wrongValue();
@@ -186,6 +195,7 @@ Value readNumberWithSeparators(Call& call) {
   if (call.has(1) && call.text(1).empty()) {
     return wrongValue();
   }
+  call.steps().spend(stepsOfReading(call.text(0)));
   auto plain = toPlainNumber(call.text(0), decimal, group);
   if (!plain) {
     return wrongValue();

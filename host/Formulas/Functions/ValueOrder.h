@@ -2,6 +2,7 @@
 
 #include <compare>
 
+#include "Formulas/Limits/StepMeter.h"
 #include "Formulas/Values/Comparison.h"
 #include "Formulas/Values/Value.h"
 
@@ -21,6 +22,13 @@ namespace Zorv::Formulas {
     return std::compare_three_way()(left.isError(), right.isError());
   }
   return compareValues(left, right);
+}
+
+/// The same, and counts the steps of the comparison.
+[[nodiscard]] inline std::weak_ordering orderValues(StepMeter& steps, Value const& left,
+                                                    Value const& right) {
+  steps.spend(1 + stepsOfComparison(left, right));
+  return orderValues(left, right);
 }
 
 }  // namespace Zorv::Formulas

@@ -156,7 +156,7 @@ std::optional<Value> readHolidays(Call const& call, std::size_t index, WorkCalen
   }
   std::vector<long> holidays;
   std::optional<Value> error;
-  forEachElement(call[index], [&](Value const& element) {
+  forEachElement(call.steps(), call[index], [&](Value const& element) {
     if (element.isEmpty()) {
       return true;
     }
@@ -170,6 +170,7 @@ std::optional<Value> readHolidays(Call const& call, std::size_t index, WorkCalen
     holidays.push_back(*day);
     return true;
   });
+  call.steps().spend(stepsOfSort(holidays.size()));
   calendar.setHolidays(std::move(holidays));
   return error;
 }

@@ -53,6 +53,11 @@ ClassesOfArea partOf(CellClasses const& classes, Area const& area, Area const& i
           .endCell = classes.firstCellAt(first + area.size())};
 }
 
+std::uint64_t stepsOfBuilding(Area const& area) {
+  constexpr std::uint64_t stepsOfCell = 16;
+  return stepsOfCell * maxCellCount(area);
+}
+
 bool isOrder(Operator op) noexcept { return op != Operator::Equal && op != Operator::NotEqual; }
 
 }  // namespace
@@ -89,6 +94,7 @@ LookupSession::RecentValues::Entry* LookupSession::findClasses(
   }
   Area const indexed = indexedArea(area);
   auto const build = [&](SharedWork& work) {
+    _steps->spend(stepsOfBuilding(indexed));
     return std::make_unique<EqualValues const>(indexed, equality, locale, work);
   };
   auto* const entry = _values.getOrCreate(*_store, {TableArea(indexed), equality},
@@ -105,6 +111,7 @@ OrderedValues const* LookupSession::findOrder(Area const& area) {
     return nullptr;
   }
   auto const build = [&](SharedWork& /*work*/) {
+    _steps->spend(stepsOfBuilding(area));
     return std::make_unique<OrderedValues const>(area);
   };
   auto const* const entry =
@@ -180,6 +187,7 @@ std::optional<MatchingCells> LookupSession::findTuples(
     return matching;
   }
   auto const build = [&](SharedWork& /*work*/) {
+    _steps->spend(stepsOfBuilding(area));
     return std::make_unique<EqualTuples const>(parts);
   };
   auto const* const entry = _tuples.getOrCreate(*_store, matching.areas, costOf(area, area), build);
@@ -198,6 +206,7 @@ Aggregate const* LookupSession::findAggregate(MatchingCells const& matching, Are
   ClassAggregates::Key key = matching.areas;
   key.push_back(TableArea(values));
   auto const build = [&](SharedWork& /*work*/) {
+    _steps->spend(stepsOfBuilding(values));
     return std::make_unique<ClassAggregates const>(matching.area, matching.width, values);
   };
   auto const* const entry = _aggregates.getOrCreate(*_store, key, costOf(values, values), build);

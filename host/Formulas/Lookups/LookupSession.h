@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 
+#include "Formulas/Limits/StepMeter.h"
 #include "Formulas/Lookups/LookupStore.h"
 #include "Formulas/Values/Area.h"
 #include "Formulas/Values/Criterion.h"
@@ -52,11 +53,12 @@ struct MatchingCells {
 ///
 /// Each operation answers exactly what a walk over the cells would give, or nothing where that walk
 /// has to be done: for small areas, for patterns, and as long as an index does not pay. The thread
-/// may build an index meanwhile, or help another one to. Ownership: borrows the store, which must
+/// may build an index meanwhile, or help another one to. The steps of building an index
+/// are counted by the thread that begins it. Ownership: borrows the store and the meter, which must
 /// outlive it. Threads: for one thread.
 class LookupSession {
 public:
-  explicit LookupSession(LookupStore& store) noexcept : _store(&store) {}
+  LookupSession(LookupStore& store, StepMeter& steps) noexcept : _store(&store), _steps(&steps) {}
 
   /// How many positions of an area fulfil a criterion, those without a cell included.
   [[nodiscard]] std::optional<std::uint64_t> count(RangeCriterion const& criterion,
@@ -133,6 +135,7 @@ private:
       std::span<RangeCriterion const* const> criteria, OfficeUtils::LocaleContext const& locale);
 
   LookupStore* _store;
+  StepMeter* _steps;
   RecentValues _values;
   Recent<EqualTuples> _tuples;
   Recent<OrderedValues> _orders;

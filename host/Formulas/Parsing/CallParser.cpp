@@ -7,19 +7,52 @@
 
 namespace Zorv::Formulas {
 
+using DOM::FormulaSyntaxTree::NodeKind;
+
 Subtree Parser::parseCall(Token const& name) {
   _lexer.take();
   auto const function = _functions.find(name.text);
   bool const bindsNames = function && _functions.at(*function).traits.bindsNames;
   std::size_t const outerNames = _localNames.size();
-  std::vector<Subtree> const arguments = bindsNames ? parseArgumentsWithNames() : parseArguments();
+  std::vector<Subtree> const arguments = !bindsNames           ? parseArguments()
+                                         : isLambda(*function) ? parseLambdaArguments()
+                                                               : parseLetArguments();
   _localNames.shrinkTo(outerNames);
   return checkDepth(addCall(name, function, arguments));
 }
 
+bool Parser::isLambda(std::uint16_t function) const {
+  return _functions.at(function).name == "LAMBDA";
+}
+
+/// Parses calls of what a subtree gives: `LAMBDA(x,x+1)(2)`.
+Subtree Parser::parseCallsOf(Subtree callee) {
+  while (_lexer.isAdjacent(TokenKind::OpenParenthesis) && mayBeFunction(callee)) {
+    _lexer.take();
+    std::vector<Subtree> arguments = parseArguments();
+    arguments.insert(arguments.begin(), callee);
+    callee = checkDepth(_builder.addCall(arguments));
+  }
+  return callee;
+}
+
+bool Parser::mayBeFunction(Subtree tree) const noexcept {
+  auto const& node = _builder.getNode(tree);
+  switch (node.kind) {
+    case NodeKind::LocalName:
+    case NodeKind::UnknownFunction:
+    case NodeKind::Call:
+      return true;
+    case NodeKind::Function:
+      return _functions.at(node.function).traits.returnsReference;
+    default:
+      return false;
+  }
+}
+
 Subtree Parser::addCall(Token const& name, std::optional<std::uint16_t> function,
                         std::vector<Subtree> const& arguments) {
-  if (!function || _functions.at(*function).calculate == nullptr) {
+  if (!function) {
     return _builder.addUnknownFunction(toPlainFunctionName(name.text), arguments);
   }
   FunctionEntry const& entry = _functions.at(*function);
@@ -50,9 +83,22 @@ std::vector<Subtree> Parser::parseArguments() {
   return arguments;
 }
 
+/// LAMBDA takes names one after the other, then the body.
+std::vector<Subtree> Parser::parseLambdaArguments() {
+  std::vector<Subtree> arguments;
+  while (isLocalNameNext()) {
+    std::uint32_t const slot = _builder.makeLocalSlot();
+    _localNames.add(_lexer.take().text, slot);
+    _lexer.take();
+    arguments.push_back(_builder.addLocalName(slot));
+  }
+  std::vector<Subtree> const body = parseArguments();
+  arguments.insert(arguments.end(), body.begin(), body.end());
+  return arguments;
+}
+
 /// LET takes pairs of a name and a value, then the result; a name can be used behind its value.
-/// LAMBDA takes names one after the other, then the result.
-std::vector<Subtree> Parser::parseArgumentsWithNames() {
+std::vector<Subtree> Parser::parseLetArguments() {
   std::vector<Subtree> arguments;
   std::string_view pendingName;
   std::uint32_t pendingSlot = 0;

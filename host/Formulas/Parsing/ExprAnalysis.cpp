@@ -74,6 +74,7 @@ private:
         inspectStructured(_parts->structuredReferences[node.index], facts);
         break;
       case NodeKind::Name:
+      case NodeKind::UnknownFunction:
         _traits.usesNames = true;
         dependOnCell(facts);
         break;
@@ -82,6 +83,7 @@ private:
         inspectOperator(node, facts);
         break;
       case NodeKind::LocalName:
+      case NodeKind::Call:
         facts.varies = true;
         noteRange(facts);
         break;

@@ -108,6 +108,10 @@ Subtree ExprBuilder::addUnknownFunction(std::string name, std::span<Subtree cons
   return add({.kind = NodeKind::UnknownFunction, .index = storeText(std::move(name))}, arguments);
 }
 
+Subtree ExprBuilder::addCall(std::span<Subtree const> arguments) {
+  return add({.kind = NodeKind::Call}, arguments);
+}
+
 std::uint32_t ExprBuilder::storeText(std::string text) {
   return store(_parts.texts, std::move(text));
 }

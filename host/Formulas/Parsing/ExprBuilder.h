@@ -37,6 +37,8 @@ public:
   Subtree addUnary(DOM::FormulaSyntaxTree::Operator op, Subtree argument);
   Subtree addBinary(DOM::FormulaSyntaxTree::Operator op, Subtree left, Subtree right);
   Subtree addFunction(std::uint16_t function, std::string name, std::span<Subtree const> arguments);
+  /// A call of what the first argument gives.
+  Subtree addCall(std::span<Subtree const> arguments);
   Subtree addUnknownFunction(std::string name, std::span<Subtree const> arguments);
 
   /// Adds a text to the pool; returns its index.

@@ -10,8 +10,8 @@
 
 namespace Zorv::Formulas {
 
-/// The names that the LET functions around a place of a formula give, innermost last. Letter case
-/// does not matter, nor the prefix `_xlpm.` that files put before such names.
+/// The names that the LET and LAMBDA functions around a place of a formula give, innermost last.
+/// Letter case does not matter, nor the prefix `_xlpm.` that files put before such names.
 class LocalNames {
 public:
   void add(std::string_view name, std::uint32_t slot) { _names.emplace_back(toKey(name), slot); }

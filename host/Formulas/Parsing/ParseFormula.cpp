@@ -24,13 +24,14 @@ std::size_t findStart(std::string_view text) noexcept {
 
 }  // namespace
 
-DOM::FormulaSyntaxTree::Expr parseFormula(std::string_view text, FunctionTable const& functions) {
+DOM::FormulaSyntaxTree::Expr parseFormula(std::string_view text, FunctionTable const& functions,
+                                          Whole whole) {
   constexpr std::size_t maximalLength = 8192;
   if (text.size() > maximalLength && countCharacters(text) > maximalLength) {
     throw FormulaParseError(fmt::format("the formula is longer than {} characters", maximalLength),
                             0);
   }
-  return Parser(text, findStart(text), functions).parse();
+  return Parser(text, findStart(text), functions).parse(whole);
 }
 
 }  // namespace Zorv::Formulas

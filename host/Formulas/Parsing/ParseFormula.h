@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
@@ -7,8 +8,16 @@
 
 namespace Zorv::Formulas {
 
-/// parseExpr() with the functions of a table.
+/// What the text of a whole formula may be.
+enum class Whole : std::uint8_t {
+  Expression,
+  /// Or a union without parentheses around it, as the formulas of defined names may be.
+  ExpressionOrUnion,
+};
+
+/// parseExpr() and parseDefinedName() with the functions of a table.
 [[nodiscard]] DOM::FormulaSyntaxTree::Expr parseFormula(std::string_view text,
-                                                        FunctionTable const& functions);
+                                                        FunctionTable const& functions,
+                                                        Whole whole = Whole::Expression);
 
 }  // namespace Zorv::Formulas

@@ -93,15 +93,24 @@ private:
   std::uint32_t* _count;
 };
 
-DOM::FormulaSyntaxTree::Expr Parser::parse() {
+DOM::FormulaSyntaxTree::Expr Parser::parse(Whole whole) {
   if (_lexer.peekKind() == TokenKind::End) {
     _lexer.fail("the formula is empty");
   }
-  parseExpression();
+  whole == Whole::ExpressionOrUnion ? parseUnion() : parseExpression();
   if (_lexer.peekKind() != TokenKind::End) {
     _lexer.fail("an operator is missing");
   }
   return _builder.finish(_functions);
+}
+
+Subtree Parser::parseUnion() {
+  Subtree tree = parseExpression();
+  while (_lexer.takeIf(TokenKind::Comma)) {
+    Subtree const right = parseExpression();
+    tree = checkDepth(_builder.addBinary(Operator::Union, tree, right));
+  }
+  return tree;
 }
 
 Subtree Parser::parseExpression() {
@@ -146,7 +155,7 @@ Subtree Parser::parsePercent() {
 Subtree Parser::parseIntersection() {
   Subtree left = parseRange();
   // A space is an operator only between two references.
-  while (_lexer.peek().followsSpace && beginsReference(_lexer.peek()) && mayBeReference(left)) {
+  while (_lexer.peek().followsSpace && mayBeReference(left) && isReferenceNext()) {
     Subtree const right = parseRange();
     left = checkDepth(_builder.addBinary(Operator::Intersection, left, right));
   }
@@ -177,7 +186,9 @@ Subtree Parser::parseSpill() {
   return checkDepth(_builder.addUnary(Operator::Spill, tree));
 }
 
-Subtree Parser::parsePrimary() {
+Subtree Parser::parsePrimary() { return parseCallsOf(parseUncalled()); }
+
+Subtree Parser::parseUncalled() {
   switch (_lexer.peekKind()) {
     case TokenKind::Number:
       return parseNumber();
@@ -236,11 +247,7 @@ Subtree Parser::parseError() {
 
 Subtree Parser::parseParenthesised() {
   _lexer.take();
-  Subtree tree = parseExpression();
-  while (_lexer.takeIf(TokenKind::Comma)) {
-    Subtree const right = parseExpression();
-    tree = checkDepth(_builder.addBinary(Operator::Union, tree, right));
-  }
+  Subtree const tree = parseUnion();
   _lexer.expect(TokenKind::CloseParenthesis, "a closing parenthesis");
   return tree;
 }
@@ -254,7 +261,7 @@ Subtree Parser::parseIdentifier() {
     _lexer.take();
     return parseAfterSheet(std::string(token.text));
   }
-  if (_lexer.isAdjacent(TokenKind::OpenParenthesis)) {
+  if (_lexer.isAdjacent(TokenKind::OpenParenthesis) && !_localNames.find(token.text)) {
     return parseCall(token);
   }
   if (_lexer.isAdjacent(TokenKind::Bracketed)) {

@@ -12,6 +12,7 @@
 #include "Formulas/Parsing/ExprBuilder.h"
 #include "Formulas/Parsing/Lexer.h"
 #include "Formulas/Parsing/LocalNames.h"
+#include "Formulas/Parsing/ParseFormula.h"
 #include "Formulas/Values/FunctionTable.h"
 
 namespace Zorv::Formulas {
@@ -26,12 +27,13 @@ public:
       : _functions(functions), _lexer(text, start) {}
 
   /// Throws FormulaParseError where the text is no formula.
-  [[nodiscard]] DOM::FormulaSyntaxTree::Expr parse();
+  [[nodiscard]] DOM::FormulaSyntaxTree::Expr parse(Whole whole);
 
 private:
   using Operator = DOM::FormulaSyntaxTree::Operator;
 
   // From the loosest binding to the tightest.
+  Subtree parseUnion();
   Subtree parseExpression();
   Subtree parseBinary(int minimalRank);
   Subtree parseSigned();
@@ -40,6 +42,7 @@ private:
   Subtree parseRange();
   Subtree parseSpill();
   Subtree parsePrimary();
+  Subtree parseUncalled();
 
   Subtree parseNumber();
   Subtree parseText();
@@ -56,8 +59,12 @@ private:
                   std::vector<Subtree> const& arguments);
   Subtree parseArgument();
   std::vector<Subtree> parseArguments();
-  std::vector<Subtree> parseArgumentsWithNames();
-  bool isLocalNameNext() const;
+  std::vector<Subtree> parseLambdaArguments();
+  std::vector<Subtree> parseLetArguments();
+  Subtree parseCallsOf(Subtree callee);
+  [[nodiscard]] bool isLocalNameNext() const;
+  [[nodiscard]] bool isLambda(std::uint16_t function) const;
+  [[nodiscard]] bool mayBeFunction(Subtree tree) const noexcept;
 
   // References; in ReferenceParser.cpp.
   bool parseCells(Token const& first, std::uint32_t sheet, Subtree& result);
@@ -71,7 +78,7 @@ private:
   Subtree parseStructured(std::uint32_t list);
   Subtree parseSheetRange();
   [[nodiscard]] bool isSheetRangeNext() const;
-  [[nodiscard]] static bool beginsReference(Token const& token) noexcept;
+  [[nodiscard]] bool isReferenceNext() const;
   [[nodiscard]] bool mayBeReference(Subtree tree) const noexcept;
 
   Subtree checkDepth(Subtree tree) const;

@@ -186,13 +186,13 @@ Subtree Parser::parseRowsFromNumber() {
   return rows;
 }
 
-/// Parses the rest of a reference behind a sheet's name and its exclamation mark. The empty name
-/// means a sheet out of reach: of another book, deleted, or several at once.
+/// Parses the rest of a reference behind a sheet's name and its exclamation mark. The name is empty
+/// for a deleted sheet; see CellReference for sheets of other workbooks and ranges of sheets.
 Subtree Parser::parseAfterSheet(std::string sheet) {
   if (_lexer.peekKind() == TokenKind::Error) {
     return parseError();
   }
-  bool const isElsewhere = sheet.empty();
+  bool const isElsewhere = sheet.empty() || sheet.find('[') != std::string::npos;
   std::uint32_t const sheetText = _builder.storeText(std::move(sheet));
   bool const isNumber = _lexer.peekKind() == TokenKind::Number;
   Token const token =
@@ -209,7 +209,7 @@ Subtree Parser::parseAfterSheet(std::string sheet) {
   }
   std::string name(token.text);
   if (_lexer.isAdjacent(TokenKind::Bracketed)) {
-    return parseStructured(_builder.storeText(isElsewhere ? std::string() : std::move(name)));
+    return parseStructured(isElsewhere ? sheetText : _builder.storeText(std::move(name)));
   }
   return _builder.addName({.name = _builder.storeText(std::move(name)), .sheet = sheetText});
 }
@@ -217,8 +217,7 @@ Subtree Parser::parseAfterSheet(std::string sheet) {
 Subtree Parser::parseQuotedSheet() {
   std::string sheet = unquoteSheet(_lexer.take().text);
   _lexer.expect(TokenKind::Exclamation, "an exclamation mark");
-  bool const isElsewhere = sheet.find_first_of("[]:") != std::string::npos;
-  return parseAfterSheet(isElsewhere ? std::string() : std::move(sheet));
+  return parseAfterSheet(std::move(sheet));
 }
 
 /// `[1]Sheet1!A1`, `[1]!Name`, or a structured reference without its table's name.
@@ -229,13 +228,16 @@ Subtree Parser::parseBracketed() {
   if (!isBook) {
     return parseStructured(noIndex);
   }
-  _lexer.take();
-  _lexer.takeIf(TokenKind::Identifier);
+  std::string sheet(_lexer.take().text);
+  if (_lexer.peekKind() == TokenKind::Identifier) {
+    sheet += _lexer.take().text;
+  }
   if (_lexer.takeIf(TokenKind::Colon)) {
-    _lexer.expect(TokenKind::Identifier, "a sheet");
+    sheet += ':';
+    sheet += _lexer.expect(TokenKind::Identifier, "a sheet").text;
   }
   _lexer.expect(TokenKind::Exclamation, "an exclamation mark");
-  return parseAfterSheet({});
+  return parseAfterSheet(std::move(sheet));
 }
 
 Subtree Parser::parseStructured(std::uint32_t list) {
@@ -267,17 +269,28 @@ bool Parser::isSheetRangeNext() const {
 }
 
 Subtree Parser::parseSheetRange() {
+  std::string sheets;
+  while (_lexer.peekKind() != TokenKind::Exclamation) {
+    sheets += _lexer.take().text;
+  }
   _lexer.take();
-  _lexer.take();
-  _lexer.take();
-  _lexer.take();
-  return parseAfterSheet({});
+  return parseAfterSheet(std::move(sheets));
 }
 
-bool Parser::beginsReference(Token const& token) noexcept {
-  return token.kind == TokenKind::Identifier || token.kind == TokenKind::QuotedSheet ||
-         token.kind == TokenKind::Bracketed || token.kind == TokenKind::OpenParenthesis ||
-         token.kind == TokenKind::At;
+bool Parser::isReferenceNext() const {
+  switch (_lexer.peekKind()) {
+    case TokenKind::Identifier:
+    case TokenKind::QuotedSheet:
+    case TokenKind::Bracketed:
+    case TokenKind::OpenParenthesis:
+    case TokenKind::At:
+      return true;
+    case TokenKind::Number:
+      // Whole rows: `A:A 1:1`.
+      return _lexer.peekSecond().kind == TokenKind::Colon;
+    default:
+      return false;
+  }
 }
 
 bool Parser::mayBeReference(Subtree tree) const noexcept {
@@ -290,6 +303,7 @@ bool Parser::mayBeReference(Subtree tree) const noexcept {
     case NodeKind::Error:
     case NodeKind::Function:
     case NodeKind::UnknownFunction:
+    case NodeKind::Call:
       return true;
     case NodeKind::Unary:
       return node.op == Operator::Spill || node.op == Operator::Single;

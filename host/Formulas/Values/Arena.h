@@ -7,16 +7,20 @@
 #include <string_view>
 #include <type_traits>
 
+#include "Formulas/Limits/StepMeter.h"
+
 namespace Zorv::Formulas {
 
 /// The memory of one evaluation after the other: everything in it goes at once, when the evaluation
 /// ends.
 ///
 /// The first part lies in the object itself, so that ordinary formulas take nothing from the heap.
-/// Throws EvaluationLimitError when an evaluation takes more than 256 MiB.
+/// Throws EvaluationLimitError when an evaluation takes more than 256 MiB. To
+/// fill an array is work: it is counted by the meter, which the arena borrows.
 class Arena {
 public:
-  Arena() noexcept : _pool(_buffer.data(), _buffer.size(), &_heap) {}
+  explicit Arena(StepMeter& steps) noexcept
+      : _steps(&steps), _pool(_buffer.data(), _buffer.size(), &_heap) {}
   Arena(Arena const&) = delete;
   Arena& operator=(Arena const&) = delete;
   ~Arena() = default;
@@ -28,6 +32,7 @@ public:
     if (count == 0) {
       return {};
     }
+    _steps->spend(stepsOfBytes(count * sizeof(T)));
     void* const memory = _pool.allocate(count * sizeof(T), alignof(T));
     return std::span<T>(new (memory) T[count], count);
   }
@@ -43,6 +48,8 @@ public:
     text.copy(copy.data(), text.size());
     return {copy.data(), copy.size()};
   }
+
+  [[nodiscard]] StepMeter& steps() const noexcept { return *_steps; }
 
   /// Ends the life of everything in it, and gives back what was taken from the heap.
   void release() noexcept { _pool.release(); }
@@ -61,6 +68,7 @@ private:
 
   static constexpr std::size_t inlineSize = 1024;
 
+  StepMeter* _steps;
   std::array<std::byte, inlineSize> _buffer;
   LimitedHeap _heap;
   std::pmr::monotonic_buffer_resource _pool;

@@ -12,12 +12,13 @@ namespace {
 /// Areas up to this height are stored whole, without a look at where their cells end.
 constexpr std::uint32_t alwaysStoredRows = 256;
 
-std::uint32_t countRowsWithCells(Area const& area) {
+std::uint32_t countRowsWithCells(StepMeter& steps, Area const& area) {
   std::uint32_t rows = 0;
-  forEachCell(area, [&](std::uint32_t row, std::uint32_t /*column*/, Value const& /*value*/) {
-    rows = row + 1;
-    return true;
-  });
+  forEachCell(steps, area,
+              [&](std::uint32_t row, std::uint32_t /*column*/, Value const& /*value*/) {
+                rows = row + 1;
+                return true;
+              });
   return rows;
 }
 
@@ -32,14 +33,16 @@ void checkElementCount(std::uint64_t count, std::uint64_t most) {
 Array const& readArray(Arena& arena, Area const& area) {
   checkElementCount(area.size());
   // One empty row represents all rows below the last cell.
-  std::uint32_t const storedRows = area.height() <= alwaysStoredRows
-                                       ? area.height()
-                                       : std::min(area.height(), countRowsWithCells(area) + 1);
+  std::uint32_t const storedRows =
+      area.height() <= alwaysStoredRows
+          ? area.height()
+          : std::min(area.height(), countRowsWithCells(arena.steps(), area) + 1);
   std::span<Value> const values = arena.makeArray<Value>(std::size_t{storedRows} * area.width());
-  forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
-    values[std::size_t{row} * area.width() + column] = value;
-    return true;
-  });
+  forEachCell(arena.steps(), area,
+              [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+                values[std::size_t{row} * area.width() + column] = value;
+                return true;
+              });
   return arena.make(Array{area.height(), area.width(), storedRows, values.data()});
 }
 

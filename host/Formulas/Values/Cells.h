@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "DOM/Table.h"
+#include "Formulas/Limits/StepMeter.h"
 #include "Formulas/TableContext.h"
 #include "Formulas/Values/Area.h"
 #include "Formulas/Values/Value.h"
@@ -21,7 +23,8 @@ namespace Zorv::Formulas {
 
 /// Visits the existing cells of an area, row by row: `visit(row, column, value)`, where row and
 /// column count from the area's first cell. Empty cells that exist are visited, too. Stops when
-/// `visit` returns false.
+/// `visit` returns false. Counts no steps: for the building of indexes, which is counted as a
+/// whole.
 template <class Visit>
 void forEachCell(Area const& area, Visit&& visit) {
   auto [cell, end] = area.table->getTable().getRangeIterators(area.toTableRange());
@@ -33,6 +36,31 @@ void forEachCell(Area const& area, Visit&& visit) {
       return;
     }
   }
+}
+
+/// The steps of reading a value: texts are read whole.
+[[nodiscard]] inline std::uint64_t stepsOf(Value const& value) noexcept {
+  return 1 + (value.isText() ? stepsOfBytes(value.asText().size()) : 0);
+}
+
+/// The same, and counts the steps: those of the cells, and one for each row in between whose cells
+/// lie outside the area.
+template <class Visit>
+void forEachCell(StepMeter& steps, Area const& area, Visit&& visit) {
+  constexpr std::uint64_t stepsOfSearch = 4;
+  std::uint64_t const mostRows = area.table->getTable().getCellCount();
+  StepRun run(steps);
+  run.count(stepsOfSearch);
+  std::uint32_t lastRow = 0;
+  bool goesOn = true;
+  forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
+    run.count(stepsOf(value) + std::min<std::uint64_t>(row - lastRow, mostRows));
+    lastRow = row;
+    goesOn = visit(row, column, value);
+    return goesOn;
+  });
+  run.count(goesOn ? std::min<std::uint64_t>(area.height() - lastRow, mostRows) : 0);
+  run.end();
 }
 
 }  // namespace Zorv::Formulas

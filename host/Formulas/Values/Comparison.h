@@ -1,7 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <compare>
+#include <cstdint>
 
+#include "Formulas/Limits/StepMeter.h"
 #include "Formulas/Values/Value.h"
 
 namespace Zorv::Formulas {
@@ -17,5 +20,13 @@ namespace Zorv::Formulas {
 /// before truth values; texts without regard to letter case; an empty value as the zero, the empty
 /// text or the false with which it is compared.
 [[nodiscard]] std::strong_ordering compareValues(Value const& left, Value const& right) noexcept;
+
+/// The steps of comparing the texts among two values; 0 where not both are texts.
+[[nodiscard]] constexpr std::uint64_t stepsOfComparison(Value const& left,
+                                                        Value const& right) noexcept {
+  return left.isText() && right.isText()
+             ? stepsOfBytes(std::min(left.asText().size(), right.asText().size()))
+             : 0;
+}
 
 }  // namespace Zorv::Formulas

@@ -7,6 +7,7 @@
 #include "Formulas/Text/Texts.h"
 #include "Formulas/Text/ValueText.h"
 #include "Formulas/Text/Wildcards.h"
+#include "Formulas/Values/Coercion.h"
 #include "Formulas/Values/Comparison.h"
 
 namespace Zorv::Formulas {
@@ -67,47 +68,51 @@ bool Criterion::decideEmpty() const noexcept {
   }
 }
 
-bool Criterion::matches(Value const& value) const {
+bool Criterion::matches(Value const& value, StepMeter& steps) const {
   if (value.isEmpty()) {
     return _matchesEmpty;
   }
   switch (_op) {
     case Operator::Equal:
-      return equals(value);
+      return equals(value, steps);
     case Operator::NotEqual:
-      return !equals(value);
+      return !equals(value, steps);
     default:
       return isOrdered(value);
   }
 }
 
-bool Criterion::equals(Value const& value) const {
+bool Criterion::equals(Value const& value, StepMeter& steps) const {
   switch (_operand.kind()) {
     case Value::Kind::Number:
-      return equalsNumber(value);
+      return equalsNumber(value, steps);
     case Value::Kind::Boolean:
       return value.isBoolean() && value.asBoolean() == _operand.asBoolean();
     case Value::Kind::Error:
       return value.isError() && value.asError() == _operand.asError();
     default:
-      return value.isText() && equalsText(value.asText());
+      return value.isText() && equalsText(value.asText(), steps);
   }
 }
 
 /// A text that reads as the number counts as it.
-bool Criterion::equalsNumber(Value const& value) const {
+bool Criterion::equalsNumber(Value const& value, StepMeter& steps) const {
   if (value.isNumber()) {
     return value.asNumber() == _operand.asNumber();
   }
-  return value.isText() && readValue(value.asText(), *_locale) == _operand.asNumber();
+  if (!value.isText()) {
+    return false;
+  }
+  steps.spend(stepsOfReading(value.asText()));
+  return readValue(value.asText(), *_locale) == _operand.asNumber();
 }
 
-bool Criterion::equalsText(std::string_view text) const noexcept {
+bool Criterion::equalsText(std::string_view text, StepMeter& steps) const {
   if (_operand.asText().empty()) {
     // `""` matches empty texts; `=` and `<>` match empty cells and all others.
     return !_hasOperator && text.empty();
   }
-  return _hasWildcards ? matchesWildcards(text, _operand.asText())
+  return _hasWildcards ? matchesWildcards(text, _operand.asText(), steps)
                        : equalTexts(text, _operand.asText());
 }
 

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "DOM/FormulaSyntaxTree/Node.h"
+#include "Formulas/Limits/StepMeter.h"
 #include "Formulas/Values/Value.h"
 #include "OfficeUtils/LocaleContext.h"
 
@@ -20,8 +21,9 @@ public:
   /// `value` is a single value of any kind, errors too.
   Criterion(Value const& value, OfficeUtils::LocaleContext const& locale);
 
-  /// True for a single value that fulfils it.
-  [[nodiscard]] bool matches(Value const& value) const;
+  /// True for a single value that fulfils it. Counts the steps of matching a pattern and of reading
+  /// a number from a text.
+  [[nodiscard]] bool matches(Value const& value, StepMeter& steps) const;
 
   /// True where positions without a cell fulfil it; the same as matches() for an empty value.
   [[nodiscard]] bool matchesEmpty() const noexcept { return _matchesEmpty; }
@@ -48,9 +50,9 @@ private:
   void readText(std::string_view text);
   void readOperand(std::string_view text);
   [[nodiscard]] bool decideEmpty() const noexcept;
-  [[nodiscard]] bool equals(Value const& value) const;
-  [[nodiscard]] bool equalsNumber(Value const& value) const;
-  [[nodiscard]] bool equalsText(std::string_view text) const noexcept;
+  [[nodiscard]] bool equals(Value const& value, StepMeter& steps) const;
+  [[nodiscard]] bool equalsNumber(Value const& value, StepMeter& steps) const;
+  [[nodiscard]] bool equalsText(std::string_view text, StepMeter& steps) const;
   [[nodiscard]] bool isOrdered(Value const& value) const noexcept;
 
   OfficeUtils::LocaleContext const* _locale;

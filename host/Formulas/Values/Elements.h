@@ -11,11 +11,12 @@ namespace Zorv::Formulas {
 
 /// The elements of an array, row by row; see forEachElement().
 template <class Visit>
-bool forEachInArray(Array const& array, Visit& visit) {
+bool forEachInArray(StepRun& run, Array const& array, Visit& visit) {
   constexpr bool takesTimes = std::is_invocable_v<Visit&, Value const&, std::uint64_t>;
   std::uint32_t const rows = takesTimes ? array.storedRows : array.rows;
   for (std::uint32_t row = 0; row < rows; ++row) {
     for (std::uint32_t column = 0; column < array.columns; ++column) {
+      run.count(stepsOf(array.at(row, column)));
       bool goesOn = true;
       if constexpr (takesTimes) {
         bool const isLast = row + 1 == array.storedRows;
@@ -33,13 +34,13 @@ bool forEachInArray(Array const& array, Visit& visit) {
 }
 
 /// Visits the single values that a value holds: the existing cells of references, all elements of
-/// an array, or the value itself.
+/// an array, or the value itself. Counts the steps.
 ///
 /// `visit(element)` returns false to stop. `visit(element, times)` is called once for a run of
 /// equal elements in a column of an array, with the length of the run. So a function that does not
 /// depend on the order of elements costs no more than the cells of the ranges behind the array.
 template <class Visit>
-void forEachElement(Value const& value, Visit&& visit) {
+void forEachElement(StepMeter& steps, Value const& value, Visit&& visit) {
   auto const visitOnce = [&](Value const& element) {
     if constexpr (std::is_invocable_v<Visit&, Value const&, std::uint64_t>) {
       return visit(element, std::uint64_t{1});
@@ -51,15 +52,17 @@ void forEachElement(Value const& value, Visit&& visit) {
   auto const visitCell = [&](std::uint32_t /*row*/, std::uint32_t /*column*/,
                              Value const& element) { return goesOn = visitOnce(element); };
   if (value.isReference()) {
-    forEachCell(value.asArea(), visitCell);
+    forEachCell(steps, value.asArea(), visitCell);
   } else if (value.isReferences()) {
     for (Area const& area : value.asAreas()) {
       if (goesOn) {
-        forEachCell(area, visitCell);
+        forEachCell(steps, area, visitCell);
       }
     }
   } else if (value.isArray()) {
-    forEachInArray(value.asArray(), visit);
+    StepRun run(steps);
+    forEachInArray(run, value.asArray(), visit);
+    run.end();
   } else {
     visitOnce(value);
   }

@@ -111,7 +111,7 @@ struct FunctionTraits {
   bool returnsReference = false;
   /// It uses the place of its first argument, a reference, and not the values of its cells.
   bool asksPlaceOfFirst = false;
-  /// Arguments may be names that it gives to values, as those of LET; see Parser.
+  /// Arguments may be names that it gives to values, as those of LET and LAMBDA; see Parser.
   bool bindsNames = false;
 };
 
@@ -119,8 +119,7 @@ struct FunctionTraits {
 struct FunctionEntry {
   std::string_view name;  ///< in upper case, without prefixes such as `_xlfn.`
   Signature signature;
-  /// Throws only where the evaluation meets a limit; a spreadsheet error is a value. Null for a
-  /// function of which only the syntax is known: calls of it are calls of an unknown function.
+  /// Throws only where the evaluation meets a limit; a spreadsheet error is a value.
   Value (*calculate)(Call& call);
   std::string_view summary;  ///< for users: what it gives, in a line
   FunctionTraits traits = {};

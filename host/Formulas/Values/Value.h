@@ -12,6 +12,7 @@ namespace Zorv::Formulas {
 
 struct Array;
 struct AreaList;
+struct Lambda;
 using FormulaModel::FormulaErrorCode;
 
 /// A value on its way through a formula.
@@ -30,6 +31,7 @@ public:
     Missing,     ///< an argument left out: `IF(A1,,2)`
     Reference,   ///< one area
     References,  ///< several areas, a union
+    Lambda,      ///< a function that LAMBDA made
     Array,
   };
 
@@ -59,6 +61,12 @@ public:
     result._areas = &areas;
     return result;
   }
+  /// Borrows the function.
+  [[nodiscard]] static constexpr Value lambda(Lambda const& lambda) noexcept {
+    Value result(Kind::Lambda);
+    result._lambda = &lambda;
+    return result;
+  }
   /// Borrows the array.
   [[nodiscard]] static constexpr Value array(Array const& array) noexcept {
     Value result(Kind::Array);
@@ -78,8 +86,13 @@ public:
   [[nodiscard]] constexpr bool isError() const noexcept { return _kind == Kind::Error; }
   [[nodiscard]] constexpr bool isReference() const noexcept { return _kind == Kind::Reference; }
   [[nodiscard]] constexpr bool isReferences() const noexcept { return _kind == Kind::References; }
+  [[nodiscard]] constexpr bool isLambda() const noexcept { return _kind == Kind::Lambda; }
   [[nodiscard]] constexpr bool isArray() const noexcept { return _kind == Kind::Array; }
-  /// Neither an array nor a reference of either kind.
+  /// A reference of either kind or a function: no value, but what gives one.
+  [[nodiscard]] constexpr bool needsReading() const noexcept {
+    return Kind::Reference <= _kind && _kind <= Kind::Lambda;
+  }
+  /// Neither an array nor what needs reading.
   [[nodiscard]] constexpr bool isSingle() const noexcept { return _kind < Kind::Reference; }
 
   // Each requires the kind that it names.
@@ -89,6 +102,7 @@ public:
   [[nodiscard]] constexpr FormulaErrorCode asError() const noexcept { return _error; }
   [[nodiscard]] constexpr Area const& asArea() const noexcept { return _area; }
   [[nodiscard]] constexpr AreaList const& asAreas() const noexcept { return *_areas; }
+  [[nodiscard]] constexpr Lambda const& asLambda() const noexcept { return *_lambda; }
   [[nodiscard]] constexpr Array const& asArray() const noexcept { return *_array; }
 
 private:
@@ -105,6 +119,7 @@ private:
     FormulaErrorCode _error;
     Area _area;
     AreaList const* _areas;
+    Lambda const* _lambda;
     Array const* _array;
   };
 };

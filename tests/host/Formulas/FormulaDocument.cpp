@@ -108,7 +108,7 @@ void FormulaDocument::define(std::string const& name, std::string_view formula) 
 
 void FormulaDocument::define(std::string const& name, std::string_view formula,
                              unsigned long sheet) {
-  _names[{sheet, lowered(name)}] = parseExpr(formula);
+  _names[{sheet, lowered(name)}] = parseDefinedName(formula);
 }
 
 void FormulaDocument::set(std::string_view cell, std::string_view value) {

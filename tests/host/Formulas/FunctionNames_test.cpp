@@ -25,10 +25,10 @@ TEST(FunctionNames, AFormulaWithoutCallsHasNone) {
   EXPECT_THAT(names.unknown, IsEmpty());
 }
 
-TEST(FunctionNames, AFunctionOfWhichOnlyTheSyntaxIsKnownIsUnknown) {
-  auto const names = findFunctionNames(parseExpr("LAMBDA(x,x+1)"));
-  EXPECT_THAT(names.known, IsEmpty());
-  EXPECT_THAT(names.unknown, ElementsAre("LAMBDA"));
+TEST(FunctionNames, CallsOfFunctionsThatFormulasMakeHaveNoName) {
+  auto const names = findFunctionNames(parseExpr("LET(f,LAMBDA(x,x+1),f(2))"));
+  EXPECT_THAT(names.known, ElementsAre("LAMBDA", "LET"));
+  EXPECT_THAT(names.unknown, IsEmpty());
 }
 
 TEST(FunctionNames, OnlyCallsWithoutArgumentsAskForTheirPosition) {

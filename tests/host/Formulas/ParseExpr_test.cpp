@@ -30,7 +30,7 @@ void expectRefusal(std::string const& formula, std::size_t position, std::string
   } catch (FormulaParseError const& error) {
     EXPECT_EQ(error.getPosition(), position) << formula.substr(0, 80);
     EXPECT_EQ(error.getReason(), reason) << formula.substr(0, 80);
-    EXPECT_EQ(error.what(), std::string(reason) + " at position " + std::to_string(position));
+    EXPECT_EQ(error.what(), std::string(reason) + " at position " + std::to_string(position + 1));
   }
 }
 
@@ -152,6 +152,35 @@ TEST(ParseExpr, NestingIsBounded) {
   EXPECT_NO_THROW(static_cast<void>(parseExpr("1" + repeat("&1", 4000))));
 }
 
+TEST(ParseExpr, OnlyNamesMayBeUnionsWithoutParentheses) {
+  EXPECT_EQ(parseDefinedName("S!$A$1,S!$A$3"), parseExpr("(S!$A$1,S!$A$3)"));
+  EXPECT_EQ(parseDefinedName("=A1,B1:B2,C:C"), parseExpr("(A1,B1:B2,C:C)"));
+  EXPECT_EQ(parseDefinedName("SUM(A1)"), parseExpr("SUM(A1)"));
+  EXPECT_THROW(static_cast<void>(parseDefinedName("A1,")), FormulaParseError);
+  expectRefusal("S!$A$1,S!$A$3", 6, "an operator is missing");
+}
+
+TEST(ParseExpr, KeepsTheSheetsThatItCannotReach) {
+  struct Case {
+    std::string_view formula;
+    std::string_view sheet;
+  };
+  constexpr Case cases[] = {
+      {"[1]Sheet1!A1", "[1]Sheet1"},
+      {"'[1]My Sheet'!A1", "[1]My Sheet"},
+      {"'C:\\dir\\[Book.xlsx]Sheet1'!A1", "C:\\dir\\[Book.xlsx]Sheet1"},
+      {"[1]First:Last!A1", "[1]First:Last"},
+      {"First:Last!A1", "First:Last"},
+      {"#REF!A1", ""},
+  };
+  for (Case const& test : cases) {
+    auto const expr = parseExpr(test.formula);
+    auto const& parts = expr.getParts();
+    ASSERT_EQ(parts.references.size(), 1U) << test.formula;
+    EXPECT_EQ(parts.texts[parts.references.front().sheet], test.sheet) << test.formula;
+  }
+}
+
 TEST(ParseExpr, SpacesAndLetterCaseOfNamesOfFunctionsDoNotMatter) {
   EXPECT_EQ(parseExpr(" sum( A1 , 2 )\n"), parseExpr("=SUM(A1,2)"));
   EXPECT_EQ(parseExpr("_xlfn.XOR(TRUE)"), parseExpr("xor(true)"));
@@ -203,6 +232,8 @@ TEST(ParseExpr, TellsOnWhatAFormulaDepends) {
       {"Table1[@A]", false, false, true, false},
       {"SUM([A])", false, false, true, false},
       {"LET(x,$A$1:$A$9,x+1)", false, false, true, false},
+      {"NoSuch($A$1)", false, false, true, true},
+      {"LAMBDA(x,$A$1:$A$9+x)(1)", false, false, true, false},
   };
   for (TraitsCase const& test : cases) {
     auto const expected =

@@ -217,7 +217,7 @@ INSTANTIATE_TEST_SUITE_P(
                   formula("B2", "1+") + formula("A3", "((("),
                   {"B2", "empty"},
                   "B2: 2 cells, this one first, have no result and a formula that cannot be read; "
-                  "read as empty: the formula ends where a value is wanted at position 2"},
+                  "read as empty: the formula ends where a value is wanted at position 3"},
         DoubtCase{"WithoutAnything",
                   formula("A1", "") + formula("A2", "", "t='shared' si='3'"),
                   {"A1", "empty"},
@@ -241,7 +241,7 @@ INSTANTIATE_TEST_SUITE_P(
                   formula("A1", "1+", "t='array' ref='A1:B2'"),
                   {"B2", "none"},
                   "A1: 4 cells, this one first, have no result and a formula that cannot be read; "
-                  "read as empty: the formula ends where a value is wanted at position 2"},
+                  "read as empty: the formula ends where a value is wanted at position 3"},
         DoubtCase{"OfArraysWithUnknownFunctions",
                   formula("A1", "IF({1;0},1,NOSUCH(1))", "t='array' ref='A1:A2'"),
                   {"A2", "error #NAME?"},

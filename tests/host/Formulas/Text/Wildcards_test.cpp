@@ -1,9 +1,12 @@
 #include "Formulas/Text/Wildcards.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>
+
+#include "Utils/WorkBudget.h"
 
 namespace Zorv::Formulas {
 
@@ -42,27 +45,43 @@ TEST(Wildcards, MatchWholeTexts) {
       {"aaa", "a*a*a*a", false},
       {"abc", "**b**", true},
   };
+  StepMeter steps;
   for (Case const& test : cases) {
-    EXPECT_EQ(matchesWildcards(test.text, test.pattern), test.matches)
+    EXPECT_EQ(matchesWildcards(test.text, test.pattern, steps), test.matches)
         << test.text << " against " << test.pattern;
   }
 }
 
 TEST(Wildcards, FindTheFirstPart) {
-  EXPECT_EQ(findWildcards("xxabc", "A?C"), 2U);
-  EXPECT_EQ(findWildcards("xxabc", "b*"), 3U);
-  EXPECT_EQ(findWildcards("abc", ""), 0U);
-  EXPECT_EQ(findWildcards("äabc", "abc"), 2U);
-  EXPECT_EQ(findWildcards("abc", "c*b"), std::nullopt);
-  EXPECT_EQ(findWildcards("", "a"), std::nullopt);
-  EXPECT_EQ(findWildcards("abab", "b*b"), 1U);
+  StepMeter steps;
+  EXPECT_EQ(findWildcards("xxabc", "A?C", steps), 2U);
+  EXPECT_EQ(findWildcards("xxabc", "b*", steps), 3U);
+  EXPECT_EQ(findWildcards("abc", "", steps), 0U);
+  EXPECT_EQ(findWildcards("äabc", "abc", steps), 2U);
+  EXPECT_EQ(findWildcards("abc", "c*b", steps), std::nullopt);
+  EXPECT_EQ(findWildcards("", "a", steps), std::nullopt);
+  EXPECT_EQ(findWildcards("abab", "b*b", steps), 1U);
 }
 
 TEST(Wildcards, PatternsThatGoBackAndForthEnd) {
+  StepMeter steps;
   std::string const text(30000, 'a');
-  EXPECT_FALSE(matchesWildcards(text, "*a*a*a*a*a*b"));
-  EXPECT_EQ(findWildcards(text, "a*b"), std::nullopt);
-  EXPECT_EQ(findWildcards(text, "*b"), std::nullopt);
+  EXPECT_FALSE(matchesWildcards(text, "*a*a*a*a*a*b", steps));
+  EXPECT_EQ(findWildcards(text, "a*b", steps), std::nullopt);
+  EXPECT_EQ(findWildcards(text, "*b", steps), std::nullopt);
+}
+
+TEST(Wildcards, PatternsThatGoBackAndForthCountTheirSteps) {
+  constexpr std::size_t length = 3000;
+  std::string const text(length, 'a');
+  std::string const pattern = '*' + std::string(length / 2, 'a') + 'b';
+  WorkBudget budget({});
+  StepMeter steps(&budget);
+  EXPECT_FALSE(matchesWildcards(text, pattern, steps));
+  EXPECT_GT(budget.getSteps(), length * length / 5);
+  std::uint64_t const ofMatch = budget.getSteps();
+  EXPECT_EQ(findWildcards(text, pattern, steps), std::nullopt);
+  EXPECT_GT(budget.getSteps(), ofMatch + length * length / 5);
 }
 
 TEST(Wildcards, AreSigns) {

@@ -75,9 +75,10 @@ TEST(Criterion, JudgesValues) {
       {text("50%"), number(0.5), true},
   };
   OfficeUtils::LocaleContext const locale;
+  StepMeter steps;
   int place = 0;
   for (CriterionCase const& test : cases) {
-    EXPECT_EQ(Criterion(test.criterion, locale).matches(test.value), test.matches)
+    EXPECT_EQ(Criterion(test.criterion, locale).matches(test.value, steps), test.matches)
         << "case " << place;
     ++place;
   }
