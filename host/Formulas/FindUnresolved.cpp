@@ -77,8 +77,7 @@ private:
     }
   }
 
-  void followName(std::string const& name, FormulaModel::DocTableIndex table,
-                  UnresolvedKind kind) {
+  void followName(std::string const& name, FormulaModel::DocTableIndex table, UnresolvedKind kind) {
     Expr const* const expr = _provider->findDefinedName(name, table);
     if (expr == nullptr) {
       add(kind, name);
@@ -107,9 +106,8 @@ private:
   }
 
   static bool hasColumn(ListObject const& list, std::string_view name) {
-    return std::ranges::any_of(list.columnNames, [&](std::string const& column) {
-      return equalTexts(column, name);
-    });
+    return std::ranges::any_of(list.columnNames,
+                               [&](std::string const& column) { return equalTexts(column, name); });
   }
 
   /// Adds the workbook to which a sheet's name such as `[1]Sheet1` belongs; false for other names.

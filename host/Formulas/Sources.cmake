@@ -29,6 +29,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Distributions.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Grid.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Information.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Iteration.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Kinds.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/LineSearch.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Logical.cpp

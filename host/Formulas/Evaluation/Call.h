@@ -60,6 +60,10 @@ public:
   [[nodiscard]] Value evaluateOperand(std::size_t index) const {
     return _evaluator->toOperand(evaluate(index), _mode);
   }
+  /// The same as an array; evaluated by element.
+  [[nodiscard]] Array const& evaluateArray(std::size_t index) const {
+    return _evaluator->toArray(_evaluator->evaluateNode(*_frame, findNode(index), Mode::ByElement));
+  }
   /// The index of the call itself in its formula.
   [[nodiscard]] std::uint32_t node() const noexcept { return _node; }
   /// The entry of the tree that an argument is.

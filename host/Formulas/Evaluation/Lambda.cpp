@@ -72,8 +72,8 @@ Value evaluateCall(Evaluator& evaluator, Frame const& frame, std::uint32_t node,
 }
 
 Value evaluateCallOfName(Evaluator& evaluator, Frame const& frame, Node const& node, Mode mode) {
-  Value const callee = evaluator.evaluateDefinedName(
-      frame.parts->texts[node.index], *evaluator.context().getTableContext(), mode);
+  Value const callee = evaluator.evaluateDefinedName(frame.parts->texts[node.index],
+                                                     *evaluator.context().getTableContext(), mode);
   return callValue(evaluator, callee, frame, node.firstArgument, node.argumentCount, mode);
 }
 

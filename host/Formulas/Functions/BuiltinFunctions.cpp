@@ -8,7 +8,7 @@ namespace Zorv::Formulas {
 
 namespace {
 
-constexpr std::array<FunctionTable::Family, 32> families = {
+constexpr std::array<FunctionTable::Family, 33> families = {
     logicalFunctions,
     informationFunctions,
     mathFunctions,
@@ -41,6 +41,7 @@ constexpr std::array<FunctionTable::Family, 32> families = {
     searchFunctions,
     addressingFunctions,
     reshapingFunctions,
+    iterationFunctions,
 };
 
 }  // namespace

@@ -9,6 +9,7 @@ namespace Zorv::Formulas {
 
 [[nodiscard]] std::span<FunctionEntry const> logicalFunctions() noexcept;
 [[nodiscard]] std::span<FunctionEntry const> choiceFunctions() noexcept;
+[[nodiscard]] std::span<FunctionEntry const> iterationFunctions() noexcept;
 [[nodiscard]] std::span<FunctionEntry const> informationFunctions() noexcept;
 [[nodiscard]] std::span<FunctionEntry const> kindFunctions() noexcept;
 [[nodiscard]] std::span<FunctionEntry const> referenceInformationFunctions() noexcept;

@@ -308,8 +308,7 @@ Value sequence(Call& call) {
   if (rows < 1.0 || columns < 1.0) {
     return rows < 0.0 || columns < 0.0 ? Value::error(FormulaErrorCode::Value) : nothingLeft();
   }
-  checkElementCount(static_cast<std::uint64_t>(
-      std::min(rows * columns, 2.0 * static_cast<double>(mostElements))));
+  checkArraySize(rows, columns);
   return makeArray(call.evaluator(), static_cast<std::uint32_t>(rows),
                    static_cast<std::uint32_t>(columns),
                    [&](std::uint32_t row, std::uint32_t column) {

@@ -30,6 +30,11 @@ void checkElementCount(std::uint64_t count, std::uint64_t most) {
   }
 }
 
+void checkArraySize(double rows, double columns) {
+  constexpr double most = 2.0 * static_cast<double>(mostElements);
+  checkElementCount(static_cast<std::uint64_t>(std::min(rows * columns, most)));
+}
+
 Array const& readArray(Arena& arena, Area const& area) {
   checkElementCount(area.size());
   // One empty row represents all rows below the last cell.

@@ -18,6 +18,9 @@ inline constexpr std::uint64_t mostElements = std::uint64_t{1} << 25U;
 /// Throws EvaluationLimitError for more than `most` elements.
 void checkElementCount(std::uint64_t count, std::uint64_t most = mostElements);
 
+/// The same for an array of so many rows and columns.
+void checkArraySize(double rows, double columns);
+
 /// The values of an area's cells. Throws EvaluationLimitError for more than `mostElements` cells,
 /// existing or not.
 [[nodiscard]] Array const& readArray(Arena& arena, Area const& area);

@@ -45,8 +45,8 @@ TEST_P(FindUnresolved, TellsWhatTheDocumentLacks) {
                     .range = {0, 0, 5, 2},
                     .columnNames = {"One", "Two"}});
   std::string found;
-  for (Unresolved const& each : findUnresolved(parseExpr(GetParam().formula), document,
-                                               FormulaModel::DocTableIndex(0))) {
+  for (Unresolved const& each :
+       findUnresolved(parseExpr(GetParam().formula), document, FormulaModel::DocTableIndex(0))) {
     found += std::string(nameOf(each.kind)) + each.text + ';';
   }
   EXPECT_EQ(found, GetParam().expected) << GetParam().formula;
@@ -54,20 +54,20 @@ TEST_P(FindUnresolved, TellsWhatTheDocumentLacks) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, FindUnresolved,
-    testing::Values(
-        Case{"A1+Rate+Other!A1+Other!Local+SUM(List[One])+Double(2)", ""},
-        Case{"Nothing+nothing2+Nothing", "name Nothing;name nothing2;"},
-        Case{"Local", "name Local;"}, Case{"Gone!A1+'It''s'!B:B", "sheet Gone;sheet It's;"},
-        Case{"Gone!Rate", "sheet Gone;"}, Case{"#REF!A1", "sheet #REF!;"},
-        Case{"SUM(Sheet1:Other!A1)", "sheet Sheet1:Other;"},
-        Case{"[1]Sheet1!A1+'[1]My Sheet'!A2+[2]!Rate", "workbook [1];workbook [2];"},
-        Case{"'C:\\dir\\[Book.xlsx]Sheet1'!A1", "workbook [Book.xlsx];"},
-        Case{"[1]Sheet1!Table[A]", "workbook [1];"},
-        Case{"SUM(Table[One])+SUM(List[Three])+SUM(List[[One]:[Four]])",
-             "list Table;list List[Three];list List[Four];"},
-        Case{"NoSuch(1)+_xlfn.FOO(2)+NOSUCH(3)", "function NOSUCH;function FOO;"},
-        Case{"Broken+1", "sheet Gone;name Nothing;"},
-        Case{"LET(x,1,LAMBDA(y,x+y)(2))", ""}, Case{"[@One]", ""}, Case{"#NAME?", ""}));
+    testing::Values(Case{"A1+Rate+Other!A1+Other!Local+SUM(List[One])+Double(2)", ""},
+                    Case{"Nothing+nothing2+Nothing", "name Nothing;name nothing2;"},
+                    Case{"Local", "name Local;"},
+                    Case{"Gone!A1+'It''s'!B:B", "sheet Gone;sheet It's;"},
+                    Case{"Gone!Rate", "sheet Gone;"}, Case{"#REF!A1", "sheet #REF!;"},
+                    Case{"SUM(Sheet1:Other!A1)", "sheet Sheet1:Other;"},
+                    Case{"[1]Sheet1!A1+'[1]My Sheet'!A2+[2]!Rate", "workbook [1];workbook [2];"},
+                    Case{"'C:\\dir\\[Book.xlsx]Sheet1'!A1", "workbook [Book.xlsx];"},
+                    Case{"[1]Sheet1!Table[A]", "workbook [1];"},
+                    Case{"SUM(Table[One])+SUM(List[Three])+SUM(List[[One]:[Four]])",
+                         "list Table;list List[Three];list List[Four];"},
+                    Case{"NoSuch(1)+_xlfn.FOO(2)+NOSUCH(3)", "function NOSUCH;function FOO;"},
+                    Case{"Broken+1", "sheet Gone;name Nothing;"},
+                    Case{"LET(x,1,LAMBDA(y,x+y)(2))", ""}, Case{"[@One]", ""}, Case{"#NAME?", ""}));
 
 }  // namespace
 }  // namespace Zorv::Formulas
