@@ -19,11 +19,6 @@ using DOM::FormulaSyntaxTree::Node;
 
 bool isSingle(Parameter parameter) noexcept { return parameter <= Parameter::ValueOrError; }
 
-/// The functions of the engine take no functions but as expressions.
-Value refuseLambda(Value const& value) noexcept {
-  return value.isLambda() ? Value::error(FormulaErrorCode::Calculation) : value;
-}
-
 /// An argument on its way to the function.
 Value evaluateArgument(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mode mode,
                        Parameter parameter) {
@@ -31,9 +26,9 @@ Value evaluateArgument(Evaluator& evaluator, Frame const& frame, std::uint32_t n
     case Parameter::Expression:
       return Value::missing();
     case Parameter::Range:
-      return refuseLambda(evaluator.evaluateNode(frame, node, mode));
+      return evaluator.evaluateNode(frame, node, mode);
     case Parameter::Array:
-      return refuseLambda(evaluator.evaluateNode(frame, node, Mode::ByElement));
+      return evaluator.evaluateNode(frame, node, Mode::ByElement);
     default:
       return evaluator.evaluateOperand(frame, node, mode);
   }
@@ -156,6 +151,10 @@ Value callWith(Evaluator& evaluator, Frame const& frame, std::uint32_t node, Mod
     Parameter const parameter = entry.signature.at(i);
     // Made in its place: a value that was just written in parts is slow to copy.
     ::new (&arguments[i]) Value(evaluateArgument(evaluator, frame, argument, mode, parameter));
+    if (arguments[i].isLambda()) {
+      // The functions of the engine take functions as expressions only.
+      arguments[i] = Value::error(FormulaErrorCode::Calculation);
+    }
     isByElement = isByElement || (isSingle(parameter) && arguments[i].isArray());
     argument = frame.nodeAt(argument).next;
   }

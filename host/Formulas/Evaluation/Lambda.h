@@ -26,13 +26,15 @@ struct Lambda {
 [[nodiscard]] Value callLambda(Evaluator& evaluator, Lambda const& lambda,
                                std::span<Value const> arguments, Mode mode);
 
-/// Evaluates a node of the kind Call. What is called must be a function: otherwise `#VALUE!`.
-[[nodiscard]] Value evaluateCall(Evaluator& evaluator, Frame const& frame, std::uint32_t node,
-                                 Mode mode);
+/// Evaluates a node of the kind Call. What is called must be a function: otherwise `#VALUE!`. Kept
+/// out of the evaluation of ordinary nodes, as the next one, since calls are rare.
+[[nodiscard]] [[gnu::noinline]] Value evaluateCall(Evaluator& evaluator, Frame const& frame,
+                                                   std::uint32_t node, Mode mode);
 
 /// Evaluates a call of what is no function of the engine: of a defined name that stands for a
 /// LAMBDA. `#NAME?` where there is no such name.
-[[nodiscard]] Value evaluateCallOfName(Evaluator& evaluator, Frame const& frame,
-                                       DOM::FormulaSyntaxTree::Node const& node, Mode mode);
+[[nodiscard]] [[gnu::noinline]] Value evaluateCallOfName(Evaluator& evaluator, Frame const& frame,
+                                                         DOM::FormulaSyntaxTree::Node const& node,
+                                                         Mode mode);
 
 }  // namespace Zorv::Formulas

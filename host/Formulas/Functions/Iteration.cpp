@@ -88,9 +88,8 @@ Value scan(Call& call) {
   std::span<Value> const results =
       evaluator.arena().makeArray<Value>(std::size_t{array.rows} * array.columns);
   auto next = results.begin();
-  static_cast<void>(accumulate(call, function, array, [&](Value const& result) {
-    *next++ = toElement(evaluator, result);
-  }));
+  static_cast<void>(accumulate(
+      call, function, array, [&](Value const& result) { *next++ = toElement(evaluator, result); }));
   return Value::array(
       evaluator.arena().make(Array{array.rows, array.columns, array.rows, results.data()}));
 }

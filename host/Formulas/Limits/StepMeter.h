@@ -38,7 +38,7 @@ public:
 
 private:
   /// Takes so many steps from the budget that `steps` are left at least.
-  void draw(std::uint64_t steps);
+  [[gnu::noinline]] void draw(std::uint64_t steps);
 
   WorkBudget* _budget;
   std::uint64_t _left = 0;   ///< of those that were drawn

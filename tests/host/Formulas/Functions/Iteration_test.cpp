@@ -77,7 +77,8 @@ TEST_F(Iteration, MakeArrayCallsForEachPosition) {
       {"MAKEARRAY(1,1,5)", "#VALUE!"},
   });
   expectLimit(document, "MAKEARRAY(1E9,1E9,LAMBDA(r,c,r))", "33554432 values");
-  expectLimit(document, "REDUCE(0,SEQUENCE(1000,1000)+SEQUENCE(1000),LAMBDA(a,x,SUM(SEQUENCE(99))))",
+  expectLimit(document,
+              "REDUCE(0,SEQUENCE(1000,1000)+SEQUENCE(1000),LAMBDA(a,x,SUM(SEQUENCE(99))))",
               "the formula");
 }
 
