@@ -24,7 +24,10 @@ struct RuledDocument {
   }
 
   /// Adds a resolved rule. Sheets must come in order. The reference is valid until the next call.
-  Workbook::Rule& addRule(std::string const& ranges, std::size_t sheet = 0) {
+  Workbook::Rule& addRule(
+      std::string const& ranges, std::size_t sheet = 0,
+      DOM::ConditionalFormatOperator condition =
+          DOM::NullaryConditionalFormatOperator(DOM::NullaryConditionalFormatType::Blanks)) {
     auto& rule = addUnresolvedRule("expression", "", sheet);
     rule.ranges = *DOM::A1Notation::parseRanges(ranges);
     auto& table = *document.getSheets()[sheet].table;
@@ -33,8 +36,7 @@ struct RuledDocument {
       byId.push_back(table.toRangeByID(range));
     }
     table.addConditionalFormat(std::make_unique<DOM::ConditionalFormat const>(
-        std::move(byId),
-        DOM::NullaryConditionalFormatOperator(DOM::NullaryConditionalFormatType::Blanks), UUID()));
+        std::move(byId), std::move(condition), UUID()));
     rule.format = table.getLiveConditionalFormats().back().get();
     return rule;
   }

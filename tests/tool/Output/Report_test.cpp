@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Formulas/ParseExpr.h"
 #include "support/RuledDocument.h"
 
 namespace Zorv::Tool {
@@ -123,6 +124,15 @@ TEST_F(ReportTest, HostileTextsAreMadeHarmless) {
     EXPECT_EQ(text.find('\n'), text.size() - 1);
     EXPECT_LT(text.size(), 1000U);
   }
+}
+
+TEST_F(ReportTest, AnUnknownFunctionIsNamedAndNotClean) {
+  _ruled.addRule("A1", 0,
+                 DOM::UnaryConditionalFormatOperator(DOM::UnaryConditionalFormatType::FormulaIsTrue,
+                                                     Formulas::parseExpr("FOO(1)")));
+  EXPECT_EQ(summary(),
+            "book.xlsx: 1 rule read, 1 resolved, 0 not resolved; functions not known: FOO\n");
+  EXPECT_FALSE(_isClean);
 }
 
 TEST_F(ReportTest, IsCleanIfNothingIsOtherThanTheFileMeansIt) {
