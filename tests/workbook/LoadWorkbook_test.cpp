@@ -159,11 +159,13 @@ TEST(LoadWorkbook, DefinedNamesAreReadWithTheirScopeAndThoseThatCannotBeAreRepor
                        "<definedName name='Bad'>1+</definedName>"
                        "<definedName name='_xlnm.Print_Area'>1+</definedName>"
                        "<definedName name='Lost' localSheetId='5'>1</definedName>"
+                       "<definedName name='Ends'>Sheet1!$A$1,Sheet1!$A$3</definedName>"
                        "</definedNames>")
           .setSheet("")
           .load();
   auto const& names = document.getDefinedNames();
-  ASSERT_EQ(names.size(), 4U);
+  ASSERT_EQ(names.size(), 5U);
+  EXPECT_TRUE(names[4].expr) << "a union needs no parentheses";
   EXPECT_EQ(names[0].name, "Rate");
   EXPECT_EQ(names[0].formulaText, "Sheet1!$A$1");
   EXPECT_FALSE(names[0].sheet);

@@ -191,7 +191,7 @@ void WorkbookReader::addDefinedName(pugi::xml_node element) {
 
 void WorkbookReader::parse(DefinedName& name) {
   try {
-    name.expr = Formulas::parseExpr(name.formulaText);
+    name.expr = Formulas::parseDefinedName(name.formulaText);
   } catch (Formulas::FormulaParseError const& error) {
     if (!isReserved(name.name)) {
       addFinding(fmt::format("the name \"{}\" stands for \"{}\", which cannot be read: {}",
