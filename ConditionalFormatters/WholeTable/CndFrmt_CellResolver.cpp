@@ -11,7 +11,7 @@ CellResolver::CellResolver(PreparedTable const& table, PassResources const& reso
       _steps(resources.budget),
       _formatCursor(table.getRangeIndex()),
       _styleCursor(table.getStyleSequences()),
-      _pass(table.getLookups(), moment) {}
+      _pass(table.getLookups(), moment, resources.budget) {}
 
 DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellInfo) {
   _styleCursor.restart();

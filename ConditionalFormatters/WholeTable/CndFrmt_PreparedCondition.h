@@ -26,11 +26,14 @@ struct TestedCell {
 };
 
 /// What one thread needs for a pass: one moment for all of its cells, and a session of the formula
-/// engine. Threads: for one thread at a time.
+/// engine, which spends from the budget of the pass. Threads: for one thread at a time.
 class PassContext {
 public:
-  PassContext(Formulas::LookupCache& lookups, OfficeUtils::Clock::TimePoint moment) noexcept
-      : _moment(moment), _session(lookups, _moment) {}
+  PassContext(Formulas::LookupCache& lookups, OfficeUtils::Clock::TimePoint moment,
+              WorkBudget* budget) noexcept
+      : _moment(moment), _session(lookups, _moment) {
+    _session.setBudget(budget);
+  }
 
   [[nodiscard]] OfficeUtils::Moment& getMoment() noexcept { return _moment; }
   [[nodiscard]] Formulas::EvaluationSession& getSession() noexcept { return _session; }

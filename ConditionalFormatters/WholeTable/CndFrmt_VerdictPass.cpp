@@ -73,7 +73,10 @@ void deliver(PassWalk& walk, TableRange const& block, BlockVerdicts const& verdi
 
 ConditionAsker::ConditionAsker(PreparedTable const& table, FormatIndex format,
                                PassResources const& resources, OfficeUtils::Clock::TimePoint moment)
-    : _table(table), _format(format), _resources(resources), _pass(table.getLookups(), moment) {}
+    : _table(table),
+      _format(format),
+      _resources(resources),
+      _pass(table.getLookups(), moment, resources.budget) {}
 
 bool ConditionAsker::holds(DOM::CellInfo const& cellInfo) {
   PreparedCondition const& condition = getCondition();

@@ -560,6 +560,23 @@ TEST_F(TableResolverTest, ALackOfMemoryEndsAPassThatSkipsFailures) {
   }
 }
 
+TEST_F(TableResolverTest, FormulasSpendTheirStepsFromTheBudgetOfThePass) {
+  addUnary(UnaryConditionalFormatType::Greater, "SUMPRODUCT(A1:A10000*A1:A10000)");
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  for (unsigned const threadCount : {1U, 2U}) {
+    WorkBudget ample({});
+    TablePass pass{.range = {0, 0, 8, 1}, .threadCount = threadCount, .budget = &ample};
+    auto const ignore = [](ResolvedCell const& /*cell*/) {};
+    resolver.visit(pass, ignore);
+    EXPECT_GT(ample.getSteps(), 80'000U);
+    WorkBudget scant({.steps = 30'000});
+    pass.budget = &scant;
+    pass.onFailure = OnFailure::Skip;
+    EXPECT_THROW(resolver.visit(pass, ignore), WorkBudgetExceeded);
+  }
+}
+
 TEST_F(TableResolverTest, ACollectionThatABudgetEndedIsTriedAgain) {
   addFormat(table, {column}, UniquenessConditionalFormatOperator{UniquenessType::Unique});
   auto const calculator = makeCalculator(table);

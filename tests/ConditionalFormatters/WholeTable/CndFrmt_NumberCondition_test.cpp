@@ -63,7 +63,7 @@ protected:
   PlainValueContextProvider _provider{_table};
   OperatorsFactory _factory{_provider, _table};
   Formulas::LookupCache _lookups;
-  PassContext _pass{_lookups, noonOn21November()};
+  PassContext _pass{_lookups, noonOn21November(), nullptr};
   std::vector<std::vector<TableRange>> const _ranges = {
       {},
       {{0, 0, rows, 2}},
