@@ -11,6 +11,7 @@
 #include "workbook/Read/FormulaCollector.h"
 #include "workbook/Read/LoadState.h"
 #include "workbook/Read/WorkbookReader.h"
+#include "workbook/Recalculation/Doubts.h"
 #include "workbook/Recalculation/Recalculate.h"
 
 namespace Zorv::Workbook {
@@ -32,6 +33,8 @@ Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& opti
                  .positionLimit = options.limits.calculatedPositions,
                  .newCellLimit = options.limits.cells - state.cellCount,
                  .budget = options.budget});
+    findDoubts(document, DocumentContextProvider(document, options.localeName, options.timeZone),
+               options.budget);
     return document;
   } catch (PartError const& error) {
     throw LoadError(file.string(), quote(error.getPart()), quote(error.getPlace()),

@@ -16,6 +16,7 @@
 #include "Formulas/FindReferences.h"
 #include "Formulas/FunctionNames.h"
 #include "Formulas/ParseExpr.h"
+#include "workbook/Recalculation/Doubts.h"
 
 namespace Zorv::Workbook {
 
@@ -25,9 +26,11 @@ FormulaValue errorValue(FormulaModel::FormulaErrorCode code) {
   return FormulaModel::FormulaError{code};
 }
 
-bool isNameError(FormulaValue const& value) noexcept {
+/// True for the errors of formulas that refer to something in vain.
+bool isLost(FormulaValue const& value) noexcept {
   auto const* const error = boost::get<FormulaModel::FormulaError>(&value);
-  return error != nullptr && error->code == FormulaModel::FormulaErrorCode::Name;
+  return error != nullptr && (error->code == FormulaModel::FormulaErrorCode::Name ||
+                              error->code == FormulaModel::FormulaErrorCode::Reference);
 }
 
 /// Takes the value of one cell out of a formula's result. The first value of an array belongs to
@@ -93,6 +96,7 @@ MissingResultCalculator::MissingResultCalculator(Document& document, CellFormula
       _isUnderWay(_missing.size(), false),
       _hasResult(_missing.size(), false),
       _positionLimit(options.positionLimit),
+      _budget(options.budget),
       _counter(options.budget) {
   findArrays();
   for (std::size_t index = 0; index < _missing.size(); ++index) {
@@ -188,6 +192,7 @@ void MissingResultCalculator::calculate(std::size_t index) {
   Formulas::RuntimeDependenciesResolver dependencies;
   // One session for each evaluation: values change between two of them.
   Formulas::EvaluationSession session;
+  session.setBudget(_budget);
   auto const result = Formulas::calcShiftedExpr(*formula.expr, columnOffset, rowOffset, context,
                                                 _provider, dependencies, session);
   if (!found.foundUnderWay) {
@@ -227,14 +232,15 @@ void MissingResultCalculator::waitFor(std::size_t index) {
 void MissingResultCalculator::finish(std::size_t index, Placed const& formula,
                                      Formulas::CalcResult const& result, bool isCircular) {
   CellIndex const origin = sourceOf(index).place;
-  std::optional<std::vector<std::string>> unknown;
+  std::optional<std::vector<Formulas::Unresolved>> unresolved;
   forEachCellOf(index, [&](std::size_t cell) {
     CellIndex const place = _missing[cell].getPlace();
     auto value = boost::apply_visitor(OneValue(_provider, place, origin), result);
-    if (isNameError(value) && !unknown) {
-      unknown = Formulas::findFunctionNames(*formula.expr).unknown;
+    if (isLost(value) && !unresolved) {
+      unresolved = Formulas::findUnresolved(*formula.expr, _provider,
+                                            FormulaModel::DocTableIndex(_missing[cell].sheet));
     }
-    bool const isDoubtful = isCircular || (isNameError(value) && !unknown->empty());
+    bool const isDoubtful = isCircular || (isLost(value) && !unresolved->empty());
     if (!_hasResult[cell] || !isDoubtful) {
       store(cell, std::move(value));
       _renewedCount += _hasResult[cell] ? 1 : 0;
@@ -243,10 +249,29 @@ void MissingResultCalculator::finish(std::size_t index, Placed const& formula,
   if (isCircular) {
     report(index, Uncalculated::Circular);
   }
-  if (unknown && !unknown->empty()) {
-    report(index, Uncalculated::UnknownFunctions, *unknown);
+  if (unresolved) {
+    reportUnresolved(index, *unresolved);
   }
   leave(index);
+}
+
+void MissingResultCalculator::reportUnresolved(
+    std::size_t index, std::vector<Formulas::Unresolved> const& unresolved) {
+  std::vector<std::string> functions;
+  std::vector<std::string> others;
+  for (Formulas::Unresolved const& one : unresolved) {
+    if (one.kind == Formulas::UnresolvedKind::Function) {
+      functions.push_back(one.text);
+    } else {
+      others.push_back(describe(one));
+    }
+  }
+  if (!functions.empty()) {
+    report(index, Uncalculated::UnknownFunctions, functions);
+  }
+  if (!others.empty()) {
+    report(index, Uncalculated::Lost, others);
+  }
 }
 
 /// A formula whose value is that of an empty cell gives 0.

@@ -10,6 +10,7 @@
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
 #include "Formulas/CalcExpr.h"
+#include "Formulas/FindUnresolved.h"
 #include "workbook/DocumentContextProvider.h"
 #include "workbook/Recalculation/CellFormulas.h"
 #include "workbook/Recalculation/MissingResults.h"
@@ -56,6 +57,7 @@ private:
   void finish(std::size_t index, Placed const& formula, Formulas::CalcResult const& result,
               bool isCircular);
   void store(std::size_t index, FormulaValue value);
+  void reportUnresolved(std::size_t index, std::vector<Formulas::Unresolved> const& unresolved);
   void addWork(std::uint64_t amount);
   void reportRenewed();
   void leave(std::size_t index);
@@ -88,6 +90,7 @@ private:
   std::vector<TableRange> _usedRanges;  ///< by DocTableIndex
   std::uint64_t _positionLimit;
   std::uint64_t _work = 0;  ///< positions that formulas referred to, and bytes of their texts
+  WorkBudget* _budget;
   StepCounter _counter;
   std::uint64_t _renewedCount = 0;  ///< cells whose results were replaced
   UncalculatedReport _report;

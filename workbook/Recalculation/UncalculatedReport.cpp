@@ -25,6 +25,8 @@ std::string_view phraseOf(Uncalculated reason) noexcept {
       return "no result and a formula that needs its own result, which counted as empty";
     case Uncalculated::UnknownFunctions:
       return "no result and a formula with functions that are not known: {}";
+    case Uncalculated::Lost:
+      return "no result and a formula that {}";
   }
   return "";
 }
@@ -44,13 +46,15 @@ std::string_view keepingPhraseOf(Uncalculated reason) noexcept {
       return "the formula needs its own result";
     case Uncalculated::UnknownFunctions:
       return "the formula has functions that are not known: {}";
+    case Uncalculated::Lost:
+      return "the formula {}";
   }
   return "";
 }
 
 /// Whether the details are names to be listed, and not the message of one failure.
 constexpr bool listsDetails(Uncalculated reason) noexcept {
-  return reason == Uncalculated::UnknownFunctions;
+  return reason == Uncalculated::UnknownFunctions || reason == Uncalculated::Lost;
 }
 
 }  // namespace

@@ -20,6 +20,7 @@ enum class Uncalculated : std::uint8_t {
   Failed,            ///< the detail is the exception's message
   Circular,          ///< it needs its own result
   UnknownFunctions,  ///< the details are their names
+  Lost,              ///< it refers to what the document lacks; the details are the doubts
 };
 
 /// Formulas that could not be calculated, as one finding for each sheet and reason.

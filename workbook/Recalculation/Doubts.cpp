@@ -1,0 +1,106 @@
+#include "workbook/Recalculation/Doubts.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+#include <boost/variant/apply_visitor.hpp>
+#include <boost/variant/get.hpp>
+#include <boost/variant/static_visitor.hpp>
+
+#include "DOM/ConditionalFormatOperator.h"
+#include "workbook/Quote.h"
+
+namespace Zorv::Workbook {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::Expr;
+
+/// Gathers the doubts about the formulas of one condition.
+class DoubtGatherer : public boost::static_visitor<void> {
+public:
+  DoubtGatherer(DocumentContextProvider const& provider, Rule& rule, StepCounter& counter,
+                std::size_t nameCount) noexcept
+      : _provider(provider), _rule(rule), _counter(counter), _nameCount(nameCount) {}
+
+  void operator()(DOM::UnaryConditionalFormatOperator const& condition) const {
+    gather(condition.getArgument());
+  }
+  void operator()(DOM::BinaryConditionalFormatOperator const& condition) const {
+    gather(condition.getFirstArgument());
+    gather(condition.getSecondArgument());
+  }
+  void operator()(DOM::TextConditionalFormatOperator const& condition) const {
+    auto const* const formula = boost::get<std::unique_ptr<Expr>>(&condition.getArgument());
+    if (formula != nullptr && *formula) {
+      gather(**formula);
+    }
+  }
+  template <class ConditionWithoutFormulas>
+  void operator()(ConditionWithoutFormulas const& /*condition*/) const noexcept {}
+
+private:
+  void gather(Expr const& formula) const {
+    // Names are followed: a formula may lead through all of them.
+    _counter.count(1 + formula.getParts().nodes.size() +
+                   (formula.getTraits().usesNames ? _nameCount : 0));
+    constexpr std::size_t mostDoubts = 10;
+    for (Formulas::Unresolved const& unresolved :
+         Formulas::findUnresolved(formula, _provider, FormulaModel::DocTableIndex(_rule.sheet))) {
+      std::string doubt = describe(unresolved);
+      if (_rule.doubts.size() < mostDoubts &&
+          std::ranges::find(_rule.doubts, doubt) == _rule.doubts.end()) {
+        _rule.doubts.push_back(std::move(doubt));
+      }
+    }
+  }
+
+  DocumentContextProvider const& _provider;
+  Rule& _rule;
+  StepCounter& _counter;
+  std::size_t _nameCount;
+};
+
+std::string describeSheet(std::string const& name) {
+  if (name == "#REF!") {
+    return "refers to a sheet that was deleted";
+  }
+  return name.find(':') == std::string::npos
+             ? fmt::format("refers to the missing sheet \"{}\"", quote(name))
+             : fmt::format("refers to several sheets at once, {}", quote(name));
+}
+
+}  // namespace
+
+std::string describe(Formulas::Unresolved const& unresolved) {
+  std::string const text = quote(unresolved.text);
+  switch (unresolved.kind) {
+    case Formulas::UnresolvedKind::Name:
+      return fmt::format("refers to the unknown name \"{}\"", text);
+    case Formulas::UnresolvedKind::Sheet:
+      return describeSheet(unresolved.text);
+    case Formulas::UnresolvedKind::ExternalWorkbook:
+      return fmt::format("refers to another workbook, {}", text);
+    case Formulas::UnresolvedKind::ListObject:
+      return fmt::format("refers to the missing table or column {}", text);
+    case Formulas::UnresolvedKind::Function:
+      return fmt::format("calls the unknown function {}", text);
+  }
+  return {};
+}
+
+void findDoubts(Document& document, DocumentContextProvider const& provider, WorkBudget* budget) {
+  StepCounter counter(budget);
+  for (Rule& rule : document.getRules()) {
+    if (rule.format != nullptr) {
+      boost::apply_visitor(
+          DoubtGatherer(provider, rule, counter, document.getDefinedNames().size()),
+          rule.format->getOperator());
+    }
+  }
+}
+
+}  // namespace Zorv::Workbook
