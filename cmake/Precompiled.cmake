@@ -1,5 +1,5 @@
-# The headers that most sources include, parsed once for the libraries and the tool, and once for the
-# tests, which are compiled with other options: those of the standard library, Boost and fmt, and of
+# The headers that most sources include, parsed once for the libraries, once for the loader and the
+# tool, and once for the tests, which are compiled with other options: those of the standard library, Boost and fmt, and of
 # this project those whose templates take the longest to instantiate. Each source still includes what
 # it uses: clang-tidy reads the sources without precompiled headers.
 file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/precompiled/main.cpp CONTENT "int main() {}\n")
@@ -55,7 +55,7 @@ if(CNDFRMT_BUILD_TESTS)
   target_include_directories(cndfrmt_test_headers PRIVATE ${PROJECT_SOURCE_DIR}/host)
   target_link_libraries(cndfrmt_test_headers PRIVATE Boost::headers GTest::gmock fmt::fmt
                                                      cndfrmt_warnings)
-  target_compile_options(cndfrmt_test_headers PRIVATE -O0)
+  target_compile_options(cndfrmt_test_headers PRIVATE ${cndfrmt_unoptimised})
   target_precompile_headers(cndfrmt_test_headers PRIVATE ${common_headers} <gmock/gmock.h>
                             <gtest/gtest.h>)
 endif()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
@@ -24,13 +24,48 @@ namespace Zorv::ConditionalFormatters {
 
 /// The indices of the formats whose ranges hold a cell, in order of priority. A view: the ranges of
 /// a format are tested when the walk comes to it. Borrows its arguments.
-[[nodiscard]] inline auto findFormatsOn(ConditionalFormatRefs const& formatRefs,
-                                        DOM::CellInfo const& cellInfo) {
-  auto const holds = [&](FormatIndex index) {
-    return holdsCell(formatRefs[index].first, cellInfo);
+class FormatsOn {
+public:
+  class Iterator {
+  public:
+    explicit Iterator(FormatsOn const& formats) noexcept : _formats(formats) { skipOthers(); }
+
+    [[nodiscard]] FormatIndex operator*() const noexcept { return _index; }
+    Iterator& operator++() noexcept {
+      ++_index;
+      skipOthers();
+      return *this;
+    }
+    [[nodiscard]] bool operator==(std::default_sentinel_t /*end*/) const noexcept {
+      return _index >= _formats._formatRefs.size();
+    }
+
+  private:
+    void skipOthers() noexcept {
+      while (_index < _formats._formatRefs.size() &&
+             !holdsCell(_formats._formatRefs[_index].first, _formats._cellInfo)) {
+        ++_index;
+      }
+    }
+
+    FormatsOn const& _formats;
+    FormatIndex _index = 0;
   };
-  return std::views::iota(FormatIndex{0}, static_cast<FormatIndex>(formatRefs.size())) |
-         std::views::filter(holds);
+
+  FormatsOn(ConditionalFormatRefs const& formatRefs, DOM::CellInfo const& cellInfo) noexcept
+      : _formatRefs(formatRefs), _cellInfo(cellInfo) {}
+
+  [[nodiscard]] Iterator begin() const noexcept { return Iterator(*this); }
+  [[nodiscard]] std::default_sentinel_t end() const noexcept { return {}; }
+
+private:
+  ConditionalFormatRefs const& _formatRefs;
+  DOM::CellInfo const& _cellInfo;
+};
+
+[[nodiscard]] inline FormatsOn findFormatsOn(ConditionalFormatRefs const& formatRefs,
+                                             DOM::CellInfo const& cellInfo) noexcept {
+  return {formatRefs, cellInfo};
 }
 
 /// Asks the conditions of formats about a cell, one after the other, until one that holds has its

@@ -1,6 +1,7 @@
 #include "Utils/CaseFolding.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
@@ -15,7 +16,7 @@ std::string toAsciiUpper(std::string_view text) {
 
 std::string foldCase(std::string_view text, CaseFolding folding) {
   icu::StringPiece const piece(text.data(), static_cast<int32_t>(text.size()));
-  auto const options =
+  std::uint32_t const options =
       folding == CaseFolding::Turkic ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT;
   std::string folded;
   icu::UnicodeString::fromUTF8(piece).foldCase(options).toUTF8String(folded);

@@ -117,7 +117,8 @@ std::optional<MovedMonth> moveMonths(Call const& call) {
   if (!civil || !offset) {
     return std::nullopt;
   }
-  long long const months = civil->year * SerialDate::monthsPerYear + civil->month - 1 + *offset;
+  long long const months =
+      static_cast<long long>(civil->year) * SerialDate::monthsPerYear + civil->month - 1 + *offset;
   if (months < 0) {
     return std::nullopt;
   }
