@@ -1,7 +1,7 @@
 # The commands of this project; each one installs and builds what it needs and what has changed.
 
 .DEFAULT_GOAL := help
-.PHONY: help packages all-packages tool release run test checks corpus docs bench tidy format clean
+.PHONY: help packages all-packages tool release run test checks corpus docs bench tidy fuzz hostile format clean
 
 # Done, all, and the seconds since the start.
 export NINJA_STATUS = [%f of %t, %es] 
@@ -66,6 +66,18 @@ bench: all-packages build/release/tests/CTestTestfile.cmake ## Measure, and writ
 
 tidy: all-packages build/tidy/build.ninja ## Run clang-tidy over the sources
 	@scripts/check_tidy.sh
+
+build/fuzz/build.ninja:
+	@scripts/install_packages.sh packages.txt packages_fuzz.txt
+	@cmake --preset fuzz
+
+fuzz: SECONDS = 60
+fuzz: build/fuzz/build.ninja ## Look for inputs that break something: make fuzz SECONDS=60 TARGET=formula_text
+	@cmake --build --preset fuzz
+	@scripts/run_fuzzers.sh $(SECONDS) $(TARGET)
+
+hostile: tool ## Run the tool over hostile files
+	@tests/hostile/check_hostile.py build/release/bin/cndfrmt
 
 clean: ## Remove what was built
 	@rm -rf build

@@ -1,0 +1,96 @@
+// Evaluates a formula over a random table in each way that the engine has, which must agree.
+#include <optional>
+#include <string>
+
+#include "DOM/Table.h"
+#include "FormulaModel/FormulaException.h"
+#include "Formulas/CalcExpr.h"
+#include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/EvaluationLimitError.h"
+#include "Formulas/FoldExpr.h"
+#include "Formulas/LookupCache.h"
+#include "Formulas/OneTableDocument.h"
+#include "Formulas/ParseExpr.h"
+#include "fuzz/Fuzzing.h"
+
+namespace {
+
+using namespace Zorv;
+using DOM::FormulaSyntaxTree::Expr;
+
+/// One formula, one table, one cell.
+class Case {
+public:
+  Case(Formulas::OneTableDocument const& document, DOM::Table const& table, Expr const& expr)
+      : _document(document), _table(table), _expr(expr) {}
+
+  std::string calculate(bool asArray) const {
+    Formulas::RuntimeDependenciesResolver resolver;
+    return Fuzzing::describe(Formulas::calcExpr(_expr, contextAt(asArray), _document, resolver));
+  }
+
+  std::string calculateInSession(Expr const& expr, Formulas::EvaluationSession& session) const {
+    Formulas::RuntimeDependenciesResolver resolver;
+    return Fuzzing::describe(
+        Formulas::calcShiftedExpr(expr, 0, 0, contextAt(false), _document, resolver, session));
+  }
+
+  std::optional<Expr> fold(Formulas::EvaluationSession& session) const {
+    return Formulas::foldExpr(_expr, contextAt(false), _document, session);
+  }
+
+  Expr const& getExpr() const noexcept { return _expr; }
+
+private:
+  Formulas::Context contextAt(bool asArray) const {
+    boost::optional<FormulaModel::ArrayFormulaIndices> indices;
+    if (asArray) {
+      indices.emplace();
+    }
+    return {_document.getTableContext(_table),
+            RowIndex(2),
+            ColumnIndex(1),
+            indices,
+            DOM::RowID(0),
+            DOM::ColumnID(0)};
+  }
+
+  Formulas::OneTableDocument const& _document;
+  DOM::Table const& _table;
+  Expr const& _expr;
+};
+
+void evaluate(Case const& formula, bool isRepeatable) {
+  std::string const expected = formula.calculate(false);
+  static_cast<void>(formula.calculate(true));
+  Formulas::LookupCache lookups;
+  Formulas::EvaluationSession session(lookups);
+  for (int time = 0; time < 2; ++time) {
+    auto const actual = formula.calculateInSession(formula.getExpr(), session);
+    if (isRepeatable) {
+      Fuzzing::requireEqual(actual, expected, "a session changes no result");
+    }
+  }
+  if (auto const folded = formula.fold(session)) {
+    Fuzzing::requireEqual(formula.calculateInSession(*folded, session), expected,
+                          "folding changes no result");
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+  Fuzzing::FuzzInput input(data, size);
+  DOM::Table table;
+  input.fillTable(table);
+  OfficeUtils::ScopedClock const clock(Fuzzing::getFixedMoment());
+  Formulas::OneTableDocument const document(table);
+  try {
+    auto const expr = Formulas::parseExpr(input.takeRest());
+    evaluate(Case(document, table, expr), !expr.getTraits().callsVolatileFunctions);
+  } catch (Formulas::FormulaParseError const&) {
+  } catch (FormulaModel::FormulaException const&) {
+  } catch (Formulas::EvaluationLimitError const&) {
+  }
+  return 0;
+}

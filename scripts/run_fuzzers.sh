@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Lets fuzz targets look for inputs that break something, each for some seconds; fails when one
+# finds any.
+#
+#   run_fuzzers.sh SECONDS [TARGET...]     targets such as formula_text; all of them by default
+#
+# A run begins with the stored inputs in fuzz/corpus/ and with those of earlier runs, which are kept
+# in build/fuzz/inputs/. What breaks something is written to build/fuzz/findings/.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+seconds=$1
+shift
+targets=("$@")
+if [ $# -eq 0 ]; then
+  for program in build/fuzz/bin/fuzz_*; do
+    targets+=("${program##*/fuzz_}")
+  done
+fi
+
+failed=0
+for target in "${targets[@]}"; do
+  inputs=build/fuzz/inputs/$target
+  mkdir -p "$inputs" build/fuzz/findings
+  dictionary=fuzz/dictionaries/$target.dict
+  case $target in
+    formula_* | whole_table) dictionary=fuzz/dictionaries/formula.dict ;;
+    *_part) dictionary=fuzz/dictionaries/xml.dict ;;
+  esac
+  options=(-max_total_time="$seconds" -max_len=16384 -timeout=30 -rss_limit_mb=2560
+    -print_final_stats=1 -artifact_prefix="build/fuzz/findings/$target-")
+  [ ! -e "$dictionary" ] || options+=(-dict="$dictionary")
+  log=build/fuzz/$target.log
+  if "build/fuzz/bin/fuzz_$target" "${options[@]}" "$inputs" "fuzz/corpus/$target" >"$log" 2>&1; then
+    echo "$target: $(sed -n 's/^stat::number_of_executed_units: *//p' "$log") runs, nothing found"
+  else
+    tail -n 40 "$log"
+    echo "$target: found an input, see build/fuzz/findings/ and $log"
+    failed=1
+  fi
+done
+exit $failed
