@@ -13,7 +13,9 @@ using std::chrono::seconds;
 Clock::TimePoint at(int second) { return Clock::TimePoint(seconds(second)); }
 
 TEST(Clock, ReadsTheSystemsClockByDefault) {
-  auto const before = std::chrono::system_clock::now();
+  // A moment of the clock is the microsecond that has begun.
+  auto const before =
+      std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now());
   auto const read = Clock::readCurrent();
   auto const after = std::chrono::system_clock::now();
   EXPECT_LE(before, read);
