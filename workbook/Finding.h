@@ -11,6 +11,7 @@ struct Finding {
   std::string sheet;  ///< the sheet's name
   std::string range;  ///< a cell or ranges of the sheet
   std::string message;
+  bool isNote = false;  ///< for information: everything was read as the file means it
 };
 
 }  // namespace Zorv::Workbook

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,8 @@ struct Rule {
   /// What the rule's formulas refer to that the document lacks, in words such as `refers to the
   /// missing sheet "Old"`. The rule is resolved all the same, but hardly as it is meant.
   std::vector<std::string> doubts;
+  /// Names of the functions that the formulas call and neither the engine nor the document has.
+  std::set<std::string> unknownFunctions;
 };
 
 }  // namespace Zorv::Workbook

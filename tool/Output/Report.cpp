@@ -10,7 +10,6 @@
 
 #include "DOM/A1Notation.h"
 #include "tool/Output/RuleCounts.h"
-#include "tool/Output/UnknownFunctions.h"
 #include "tool/Text/Amounts.h"
 #include "tool/Text/ConditionText.h"
 #include "tool/Text/Printable.h"
@@ -209,8 +208,8 @@ std::vector<Problem> Report::listProblems() const {
 
 bool Report::isClean() const {
   return _isComplete && _failures.empty() && _clippedSheets.empty() &&
-         _selection.getDocument().getFindings().empty() && listStaticProblems().empty() &&
-         findUnknownFunctions(_selection.getRules()).empty();
+         std::ranges::all_of(_selection.getDocument().getFindings(), &Workbook::Finding::isNote) &&
+         listStaticProblems().empty();
 }
 
 void Report::say(std::string_view message) const {

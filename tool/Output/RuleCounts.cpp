@@ -1,16 +1,15 @@
 #include "tool/Output/RuleCounts.h"
 
-#include "tool/Output/UnknownFunctions.h"
 #include "tool/Text/ConditionText.h"
 
 namespace Zorv::Tool {
 
-RuleCounts::RuleCounts(std::vector<Workbook::Rule const*> const& rules)
-    : read(rules.size()), unknownFunctions(findUnknownFunctions(rules)) {
+RuleCounts::RuleCounts(std::vector<Workbook::Rule const*> const& rules) : read(rules.size()) {
   for (auto const* rule : rules) {
     if (rule->format) {
       ++resolved;
       doubtful += rule->doubts.empty() ? 0 : 1;
+      unknownFunctions.insert(rule->unknownFunctions.begin(), rule->unknownFunctions.end());
       continue;
     }
     auto& ofKind = notResolvedByKind[describeType(rule->type)];

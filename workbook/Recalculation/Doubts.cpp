@@ -50,6 +50,9 @@ private:
     constexpr std::size_t mostDoubts = 10;
     for (Formulas::Unresolved const& unresolved :
          Formulas::findUnresolved(formula, _provider, FormulaModel::DocTableIndex(_rule.sheet))) {
+      if (unresolved.kind == Formulas::UnresolvedKind::Function) {
+        _rule.unknownFunctions.insert(unresolved.text);
+      }
       std::string doubt = describe(unresolved);
       if (_rule.doubts.size() < mostDoubts &&
           std::ranges::find(_rule.doubts, doubt) == _rule.doubts.end()) {

@@ -13,7 +13,8 @@ namespace Zorv::Workbook {
 /// another workbook, [1]`, `calls the unknown function FOO`.
 [[nodiscard]] std::string describe(Formulas::Unresolved const& unresolved);
 
-/// Sets the doubts of each rule that is resolved. Spends from the budget, which may be null.
+/// Sets the doubts and unknown functions of each rule that is resolved. Spends from the budget,
+/// which may be null.
 void findDoubts(Document& document, DocumentContextProvider const& provider, WorkBudget* budget);
 
 }  // namespace Zorv::Workbook

@@ -135,13 +135,14 @@ void MissingResultCalculator::calculate() {
 void MissingResultCalculator::reportRenewed() {
   if (_renewedCount > 0) {
     _document.addFinding(
-        {{},
-         {},
-         {},
-         fmt::format("{} on the current date or time and {} calculated again",
-                     _renewedCount == 1 ? std::string("1 cell depends")
-                                        : fmt::format("{} cells depend", _renewedCount),
-                     _renewedCount == 1 ? "was" : "were")});
+        {.part = {},
+         .sheet = {},
+         .range = {},
+         .message = fmt::format("{} on the current date or time and {} calculated again",
+                                _renewedCount == 1 ? std::string("1 cell depends")
+                                                   : fmt::format("{} cells depend", _renewedCount),
+                                _renewedCount == 1 ? "was" : "were"),
+         .isNote = true});
   }
 }
 

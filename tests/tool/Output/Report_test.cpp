@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Formulas/ParseExpr.h"
 #include "support/RuledDocument.h"
 
 namespace Zorv::Tool {
@@ -127,12 +126,20 @@ TEST_F(ReportTest, HostileTextsAreMadeHarmless) {
 }
 
 TEST_F(ReportTest, AnUnknownFunctionIsNamedAndNotClean) {
-  _ruled.addRule("A1", 0,
-                 DOM::UnaryConditionalFormatOperator(DOM::UnaryConditionalFormatType::FormulaIsTrue,
-                                                     Formulas::parseExpr("FOO(1)")));
+  auto& rule = _ruled.addRule("A1");
+  rule.doubts = {"calls the unknown function FOO"};
+  rule.unknownFunctions = {"FOO"};
   EXPECT_EQ(summary(),
-            "book.xlsx: 1 rule read, 1 resolved, 0 not resolved; functions not known: FOO\n");
+            "book.xlsx: 1 rule read, 1 resolved, 0 not resolved; 1 in doubt; functions not known: "
+            "FOO\n");
   EXPECT_FALSE(_isClean);
+}
+
+TEST_F(ReportTest, ANoteOfTheLoaderLeavesItClean) {
+  _ruled.document.addFinding(
+      {.part = "", .sheet = "", .range = "", .message = "was calculated again", .isNote = true});
+  static_cast<void>(summary());
+  EXPECT_TRUE(_isClean);
 }
 
 TEST_F(ReportTest, IsCleanIfNothingIsOtherThanTheFileMeansIt) {

@@ -44,6 +44,21 @@ TEST(Doubts, NameWhatTheFormulasOfARuleReferToInVain) {
   EXPECT_THAT(rules.at(8).doubts, IsEmpty());
 }
 
+TEST(Doubts, AFunctionThatTheDocumentDefinesIsNotUnknown) {
+  Document const document =
+      WorkbookBuilder()
+          .setWorkbook("",
+                       "<definedNames><definedName name='TWICE'>LAMBDA(x,2*x)</definedName>"
+                       "</definedNames>")
+          .setRules("A1", expression("TWICE(1)=2") + expression("TWICE(FOO(1))=BAR()"))
+          .load();
+  auto const& rules = document.getRules();
+  EXPECT_THAT(rules.at(0).unknownFunctions, IsEmpty());
+  EXPECT_THAT(rules.at(0).doubts, IsEmpty());
+  EXPECT_TRUE(TestSupport::holds(document, 0, "A1"));
+  EXPECT_THAT(rules.at(1).unknownFunctions, ElementsAre("BAR", "FOO"));
+}
+
 TEST(Doubts, AreToldOfCellsWithoutResultsAndOfThoseThatDependOnTheClock) {
   Document const document = WorkbookBuilder()
                                 .setSheet(
