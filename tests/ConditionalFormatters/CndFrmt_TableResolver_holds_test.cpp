@@ -429,6 +429,7 @@ TEST_F(TableResolverHoldsTest, TellsTheOperandsThatACellIsTestedAgainst) {
   EXPECT_EQ(std::get<ThresholdOperand>(operandsOf(6)).threshold->get(), 149);
   EXPECT_EQ(std::get<ThresholdOperand>(operandsOf(6)).rank, 150U);
   EXPECT_FALSE(std::get<ThresholdOperand>(operandsOf(7)).threshold);
+  EXPECT_EQ(std::get<ThresholdOperand>(operandsOf(7)).rank, 0U);
   EXPECT_EQ(std::get<OccurrenceOperand>(operandsOf(8)).count, 2U);
   EXPECT_EQ(std::get<OccurrenceOperand>(operandsOf(8)).first.value(), cell.getCellIndex());
   EXPECT_EQ(std::get<PeriodOperand>(operandsOf(9)).first, 46347);

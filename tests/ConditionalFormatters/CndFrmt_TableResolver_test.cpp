@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <typeindex>
 #include <utility>
 #include <vector>
@@ -38,6 +39,9 @@ using namespace DOM;
 using OfficeUtils::ScopedClock;
 using Positions = TablePass::Positions;
 using OnFailure = TablePass::OnFailure;
+
+static_assert(std::is_nothrow_move_constructible_v<TableResolver>);
+static_assert(std::is_nothrow_move_assignable_v<TableResolver>);
 
 std::unique_ptr<ConditionalFormattingPropsCalculator> makeCalculator(Table const& table) {
   return std::make_unique<ConditionalFormattingPropsCalculator>(
