@@ -33,11 +33,11 @@ def expect(condition, what, process=None):
 
 
 def run(arguments, stop_with=None):
-    """Runs the tool and sends it a signal after a second; its output is in `result`."""
+    """Runs the tool and sends it a signal after some seconds; its output is in `result`."""
     process = subprocess.Popen([cndfrmt, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                text=True)
     if stop_with:
-        time.sleep(1)
+        time.sleep(3)
         process.send_signal(stop_with)
     process.result, process.messages = process.communicate(timeout=PATIENCE)
     return process

@@ -1,5 +1,7 @@
 #include <string>
 
+#include <fmt/format.h>
+
 #include "DOM/A1Notation.h"
 #include "tool/Output/CellTextCaches.h"
 #include "tool/Output/JsonText.h"
@@ -55,8 +57,8 @@ public:
 
 private:
   void setEarlyEnd() {
-    _out.setEarlyEnd(std::string(_hasSheet ? "\n]}" : "") +
-                     "\n],\"summary\":{\"complete\":false}}\n");
+    _out.setEarlyEnd(
+        fmt::format("{}\n],\"summary\":{{\"complete\":false}}}}\n", _hasSheet ? "\n]}" : ""));
   }
 
   Selection const& _selection;
