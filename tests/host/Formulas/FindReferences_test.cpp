@@ -11,12 +11,12 @@
 namespace Zorv::Formulas {
 namespace {
 
-struct Case {
+struct ReferenceCase {
   std::string formula;
   std::string expected;  ///< in order; each as describe() writes it
 };
 
-class References : public testing::TestWithParam<Case> {};
+class References : public testing::TestWithParam<ReferenceCase> {};
 
 /// The references of a formula that was written for A1 and stands in B2.
 TEST_P(References, AreFound) {
@@ -45,17 +45,17 @@ TEST_P(References, AreFound) {
 }
 
 INSTANTIATE_TEST_SUITE_P(FindReferences, References,
-                         testing::Values(Case{"1+SUM(2)", ""}, Case{"A1", "[0!1,1:2,2]"},
-                                         Case{"$A$1+A$1", "[0!0,0:1,1][0!0,1:1,2]"},
-                                         Case{"IF(TRUE,1,SUM(C3:D4))", "[0!3,3:5,5]"},
-                                         Case{"Other!A1+Nowhere!A1", "[1!1,1:2,2]"},
-                                         Case{"A:A", "[0!0,1:1048576,2]"},
-                                         Case{"ROW(A1)+COLUMNS(A1:C1)+ROWS((A1))", ""},
-                                         Case{"OFFSET(A1,B1,0)", "[0!1,2:2,3]"},
-                                         Case{"Fixed", "[0!3,3:4,4]"}, Case{"Above", "[0!0,1:1,2]"},
-                                         Case{"Both", "[0!0,1:1,2][0!3,3:4,4]"},
-                                         Case{"List[Two]", "[1!1,1:5,2]"}, Case{"List[Three]", ""},
-                                         Case{"LET(x,A1,x+x)", "[0!1,1:2,2]"}));
+                         testing::Values(ReferenceCase{"1+SUM(2)", ""}, ReferenceCase{"A1", "[0!1,1:2,2]"},
+                                         ReferenceCase{"$A$1+A$1", "[0!0,0:1,1][0!0,1:1,2]"},
+                                         ReferenceCase{"IF(TRUE,1,SUM(C3:D4))", "[0!3,3:5,5]"},
+                                         ReferenceCase{"Other!A1+Nowhere!A1", "[1!1,1:2,2]"},
+                                         ReferenceCase{"A:A", "[0!0,1:1048576,2]"},
+                                         ReferenceCase{"ROW(A1)+COLUMNS(A1:C1)+ROWS((A1))", ""},
+                                         ReferenceCase{"OFFSET(A1,B1,0)", "[0!1,2:2,3]"},
+                                         ReferenceCase{"Fixed", "[0!3,3:4,4]"}, ReferenceCase{"Above", "[0!0,1:1,2]"},
+                                         ReferenceCase{"Both", "[0!0,1:1,2][0!3,3:4,4]"},
+                                         ReferenceCase{"List[Two]", "[1!1,1:5,2]"}, ReferenceCase{"List[Three]", ""},
+                                         ReferenceCase{"LET(x,A1,x+x)", "[0!1,1:2,2]"}));
 
 }  // namespace
 }  // namespace Zorv::Formulas

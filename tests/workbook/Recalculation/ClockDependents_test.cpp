@@ -29,7 +29,7 @@ std::string stored(std::string const& cell, std::string const& text,
 
 std::string row(std::string const& cells) { return "<row>" + cells + "</row>"; }
 
-std::vector<std::string> messagesOf(Document const& document) {
+std::vector<std::string> rangedMessagesOf(Document const& document) {
   std::vector<std::string> messages;
   for (Finding const& finding : document.getFindings()) {
     messages.push_back(finding.range + ": " + finding.message);
@@ -65,7 +65,7 @@ TEST_F(ClockCells, AreCalculatedAgainWithAllThatDependsOnThem) {
   EXPECT_EQ(describeCell(document, "B1"), "number 1");
   EXPECT_EQ(describeCell(document, "C1", 1), "number 1");
   EXPECT_THAT(
-      messagesOf(document),
+      rangedMessagesOf(document),
       ElementsAre(": 5 cells depend on the current date or time and were calculated again"));
 }
 
@@ -133,7 +133,7 @@ TEST_F(ClockCells, ThatCannotBeCalculatedKeepTheResultOfTheFileAndAreTold) {
   }
   // The circle is cut at D1.
   EXPECT_EQ(describeCell(document, "C1"), "number 46348");
-  auto const messages = messagesOf(document);
+  auto const messages = rangedMessagesOf(document);
   ASSERT_EQ(messages.size(), 4U);
   EXPECT_THAT(messages[0],
               testing::StartsWith("A1: the cell depends on the current date or time, but keeps the "

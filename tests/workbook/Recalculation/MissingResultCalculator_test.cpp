@@ -32,7 +32,7 @@ std::string number(std::string const& cell, std::string const& value) {
 std::string row(std::string const& cells) { return "<row>" + cells + "</row>"; }
 
 /// The findings as `sheet cell: message`.
-std::vector<std::string> messagesOf(Document const& document) {
+std::vector<std::string> placedMessagesOf(Document const& document) {
   std::vector<std::string> messages;
   for (Finding const& finding : document.getFindings()) {
     messages.push_back(finding.sheet + " " + finding.range + ": " + finding.message);
@@ -59,7 +59,7 @@ TEST_P(MissingResultsOf, AreCalculated) {
   for (auto const& [cell, expected] : GetParam().expected) {
     EXPECT_EQ(describeCell(document, cell), expected) << cell;
   }
-  EXPECT_THAT(messagesOf(document), IsEmpty());
+  EXPECT_THAT(placedMessagesOf(document), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -187,7 +187,7 @@ class MissingResultsInDoubt : public testing::TestWithParam<DoubtCase> {};
 TEST_P(MissingResultsInDoubt, AreReported) {
   Document const document = WorkbookBuilder().setSheet(row(GetParam().cells)).load();
   EXPECT_EQ(describeCell(document, GetParam().expected.first), GetParam().expected.second);
-  EXPECT_THAT(messagesOf(document), ElementsAre("Sheet1 " + GetParam().message));
+  EXPECT_THAT(placedMessagesOf(document), ElementsAre("Sheet1 " + GetParam().message));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -285,7 +285,7 @@ TEST(MissingResultCalculator, StopsAtTheLimit) {
           .load(options);
   EXPECT_EQ(describeCell(document, "A1"), "number 2");
   EXPECT_EQ(describeCell(document, "A3"), "empty");
-  EXPECT_THAT(messagesOf(document),
+  EXPECT_THAT(placedMessagesOf(document),
               ElementsAre("Sheet1 A3: the cell has no result and formulas that would take too "
                           "long; read as empty"));
 }
@@ -301,7 +301,7 @@ TEST(MissingResultCalculator, LeavesArraysOutThatNeedMoreCellsThanAWorkbookMayHa
   EXPECT_EQ(describeCell(document, "A1"), "empty");
   EXPECT_EQ(describeCell(document, "B9"), "none");
   EXPECT_EQ(describeCell(document, "C2"), "number 3");
-  EXPECT_THAT(messagesOf(document),
+  EXPECT_THAT(placedMessagesOf(document),
               ElementsAre("Sheet1 A1: 2 cells, this one first, have no result and formulas that "
                           "would take too long; read as empty"));
 }
@@ -317,7 +317,7 @@ TEST(MissingResultCalculator, CalculatesALargeArrayOnce) {
           .load(options);
   EXPECT_EQ(describeCell(document, "C1"), "number 2");
   EXPECT_EQ(describeCell(document, "C100000"), "number 6");
-  EXPECT_THAT(messagesOf(document), IsEmpty());
+  EXPECT_THAT(placedMessagesOf(document), IsEmpty());
 }
 
 TEST(MissingResultCalculator, ReadsTheClockInTheZoneAndTextsInTheLocale) {
