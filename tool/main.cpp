@@ -8,88 +8,41 @@
 
 #include <fmt/format.h>
 
-#include "OfficeUtils/Clock.h"
 #include "Utils/WorkBudget.h"
-#include "tool/Commands/Commands.h"
+#include "tool/Commands/RunFiles.h"
+#include "tool/Input/CommandLine.h"
 #include "tool/Input/Errors.h"
 #include "tool/Input/Options.h"
-#include "tool/Input/Selection.h"
-#include "tool/Output/ProgressBar.h"
-#include "tool/Output/Report.h"
 #include "tool/Process/MemoryLimit.h"
 #include "tool/Process/StopWatcher.h"
 #include "tool/Text/Amounts.h"
 #include "tool/Text/OutputBuffer.h"
 #include "tool/Text/Printable.h"
-#include "workbook/LoadWorkbook.h"
+#include "tool/Text/Terminal.h"
 
 namespace {
 
 using namespace Zorv::Tool;
 
-/// JSON is printed during the work, and would mix with a bar on the same terminal.
-bool canShowProgress(Options const& options) {
-  return isatty(STDERR_FILENO) == 1 &&
-         (options.format != OutputFormat::Json || isatty(STDOUT_FILENO) == 0);
+/// The file, or files, that the work as a whole is about.
+std::string describeFiles(Options const& options) {
+  return options.files.size() == 1 ? nameOfFile(options.files.front())
+                                   : fmt::format("one of {} files", options.files.size());
 }
 
-void runCommand(CommandContext const& context) {
-  switch (context.selection.getOptions().command) {
-    case Command::Resolve: {
-      ProgressBar progress(std::cerr, canShowProgress(context.selection.getOptions()));
-      return runResolve(context, progress);
-    }
-    case Command::Rules:
-      return runRules(context);
-    case Command::Verdicts:
-      return runVerdicts(context);
-  }
-}
-
-/// Runs the command, prints what is known even if it fails, and lets its exception go on.
-ExitStatus run(Options const& options, OutputBuffer& out, Zorv::WorkBudget& budget) {
-  Zorv::OfficeUtils::ScopedClock const clock(options.now);
-  auto const document =
-      Zorv::Workbook::loadWorkbook(options.file, {.limits = {},
-                                                  .localeName = options.localeName,
-                                                  .timeZone = options.timeZone,
-                                                  .budget = &budget});
-  Selection const selection(document, options);
-  Report report(std::cerr, selection);
-  report.sayFindings();
-  std::exception_ptr problem;
-  try {
-    runCommand({selection, out, report, budget});
-  } catch (...) {
-    problem = std::current_exception();
-  }
-  out.flush();
-  if (!std::cout) {
-    throw ContentError(options.file + ": the result could not be written; is the disk full?");
-  }
-  report.saySummary();
-  if (problem) {
-    std::rethrow_exception(problem);
-  }
-  bool const isGood = report.countFailedRules() == 0 && (!options.strict || report.isClean());
-  return isGood ? ExitStatus::Success : ExitStatus::BadFile;
-}
-
-void say(std::string const& message) { std::cerr << toMessageLine("cndfrmt: " + message) << '\n'; }
-
-std::string describeLackOfMemory(Options const& options) {
+std::string describeLackOfMemory(std::string const& file, Options const& options) {
   return fmt::format(
-      "{}: needs more memory than {}; the result is not complete (--max-memory allows more)",
-      options.file, describeSize(options.mostMemory));
+      "{}: needs more memory than {}; the result is not complete (--max-memory allows more)", file,
+      describeSize(options.mostMemory));
 }
 
-std::string describeStop(Options const& options, StopCause cause) {
+std::string describeStop(std::string const& file, Options const& options, StopCause cause) {
   return cause == StopCause::OutOfTime
              ? fmt::format(
                    "{}: takes more processor time than {}; the result is not complete "
                    "(--timeout allows more)",
-                   options.file, describeDuration(options.timeout))
-             : fmt::format("{}: {}; the result is not complete", options.file,
+                   file, describeDuration(options.timeout))
+             : fmt::format("{}: {}; the result is not complete", file,
                            cause == StopCause::Interrupted ? "interrupted" : "terminated");
 }
 
@@ -105,20 +58,25 @@ ExitStatus statusOf(StopCause cause) noexcept {
 }
 
 /// Ends the process while the work goes on in other threads.
-[[noreturn]] void endProcess(Options const& options, StopCause cause, OutputBuffer& out) {
+[[noreturn]] void endProcess(std::string const& message, StopCause cause, OutputBuffer& out) {
   out.endEarly();
-  say(describeStop(options, cause));
+  say(message);
   std::cerr.flush();
   _exit(static_cast<int>(statusOf(cause)));
 }
 
 ExitStatus runWithinLimits(Options const& options, OutputBuffer& out) {
-  StopWatcher watcher(options.timeout, [&](StopCause cause) { endProcess(options, cause, out); });
-  limitMemory(options.mostMemory, toMessageLine("cndfrmt: " + describeLackOfMemory(options)),
+  StopWatcher watcher(options.timeout, [&](StopCause cause) {
+    endProcess(describeStop(describeFiles(options), options, cause), cause, out);
+  });
+  limitMemory(options.mostMemory,
+              toMessageLine("cndfrmt: " + describeLackOfMemory(describeFiles(options), options)),
               static_cast<int>(ExitStatus::BadFile), watcher.getSource());
   Zorv::WorkBudget budget({}, watcher.getSource().get_token());
+  auto const terminal = Terminal::find(STDOUT_FILENO, options.colour);
+  FileRun run(options, terminal, out, budget);
   try {
-    return run(options, out, budget);
+    return run.run();
   } catch (std::bad_alloc const&) {
   } catch (std::exception const&) {
     // A lack of memory may show as another failure, such as a stop.
@@ -127,10 +85,10 @@ ExitStatus runWithinLimits(Options const& options, OutputBuffer& out) {
     }
   }
   if (watcher.getCause() == StopCause::None) {
-    say(describeLackOfMemory(options));
+    say(describeLackOfMemory(run.getCurrentFile(), options));
     return ExitStatus::BadFile;
   }
-  say(describeStop(options, watcher.getCause()));
+  say(describeStop(run.getCurrentFile(), options, watcher.getCause()));
   return statusOf(watcher.getCause());
 }
 

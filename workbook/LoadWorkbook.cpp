@@ -17,6 +17,7 @@
 namespace Zorv::Workbook {
 
 Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& options) {
+  auto const name = [&] { return options.name.empty() ? file.string() : options.name; };
   try {
     Archive archive(openPackageFile(file, options.limits.pipeBytes), options.limits,
                     options.budget);
@@ -37,10 +38,9 @@ Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& opti
                options.budget);
     return document;
   } catch (PartError const& error) {
-    throw LoadError(file.string(), quote(error.getPart()), quote(error.getPlace()),
-                    error.getProblem());
+    throw LoadError(name(), quote(error.getPart()), quote(error.getPlace()), error.getProblem());
   } catch (std::bad_alloc const&) {
-    throw LoadError(file.string(), {}, {},
+    throw LoadError(name(), {}, {},
                     "needs more memory to be read than there is; give the program more memory, or "
                     "save the workbook with fewer sheets and try again");
   }

@@ -17,6 +17,8 @@ struct LoadOptions {
   /// calculated.
   std::string localeName = "en-US";
   DOM::TimeZone timeZone;
+  /// The file's name in messages; empty: its path.
+  std::string name;
   /// Bounds the work and the memory of loading; borrowed, null for no bound besides the limits.
   WorkBudget* budget = nullptr;
 };

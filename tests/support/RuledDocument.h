@@ -7,7 +7,7 @@
 
 #include "DOM/A1Notation.h"
 #include "DOM/Table.h"
-#include "tool/Input/Options.h"
+#include "tool/Input/Selection.h"
 #include "workbook/Document.h"
 
 namespace Zorv::TestSupport {
@@ -20,7 +20,6 @@ struct RuledDocument {
       added.name = "Sheet" + std::to_string(sheet + 1);
       added.table = std::make_unique<DOM::Table>();
     }
-    options.file = "book.xlsx";
   }
 
   /// Adds a resolved rule. Sheets must come in order. The reference is valid until the next call.
@@ -52,8 +51,11 @@ struct RuledDocument {
     return rule;
   }
 
+  [[nodiscard]] Tool::Selection select() const { return {document, options, file}; }
+
   Workbook::Document document;
   Tool::Options options;
+  std::string file = "book.xlsx";
 };
 
 }  // namespace Zorv::TestSupport

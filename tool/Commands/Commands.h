@@ -5,6 +5,7 @@
 #include "tool/Output/ProgressBar.h"
 #include "tool/Output/Report.h"
 #include "tool/Text/OutputBuffer.h"
+#include "tool/Text/Terminal.h"
 
 /// Commands of the tool. Each prints its result to `out`, and its messages by the report. If the
 /// budget stops the work, or it fails, what is known so far is printed, the report is set
@@ -14,6 +15,7 @@ namespace Zorv::Tool {
 /// What a command works with. Borrows everything.
 struct CommandContext {
   Selection const& selection;
+  Terminal const& terminal;
   OutputBuffer& out;
   Report& report;
   WorkBudget& budget;

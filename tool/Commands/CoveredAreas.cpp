@@ -12,8 +12,6 @@ namespace {
 namespace CF = ConditionalFormatters;
 using DOM::Table;
 
-constexpr TableRange wholeSheet = {0, 0, Table::rowCount, Table::columnCount};
-
 /// Adds rows and columns at the end of a range, up to the end of the sheet. An empty range stays
 /// empty.
 TableRange extend(TableRange const& range, unsigned long count) noexcept {
@@ -36,6 +34,28 @@ bool isUnbounded(TableRange const& range) noexcept {
   return positions > CoveredAreas::mostPositions || (reachesEnd && positions > few);
 }
 
+/// What a range shares with others, where it shares something.
+std::vector<TableRange> intersectAll(TableRange const& range,
+                                     std::vector<TableRange> const& others) {
+  std::vector<TableRange> parts;
+  for (TableRange const& other : others) {
+    if (auto const part = intersect(range, other); !part.isEmpty()) {
+      parts.push_back(part);
+    }
+  }
+  return parts;
+}
+
+/// The smallest range that holds all of some ranges. Requires at least one.
+TableRange boundingRange(std::vector<TableRange> const& ranges) noexcept {
+  TableRange all = ranges.front();
+  for (TableRange const& range : ranges) {
+    all = {std::min(all.firstRow, range.firstRow), std::min(all.firstColumn, range.firstColumn),
+           std::max(all.endRow, range.endRow), std::max(all.endColumn, range.endColumn)};
+  }
+  return all;
+}
+
 bool isAny(TableRange const& /*range*/) noexcept { return true; }
 
 }  // namespace
@@ -43,10 +63,10 @@ bool isAny(TableRange const& /*range*/) noexcept { return true; }
 CoveredAreas::CoveredAreas(Selection const& selection, std::size_t sheet, unsigned long margin)
     : _sheet(sheet),
       _used(extend(selection.getDocument().getSheets()[sheet].table->getUsedRange(), margin)),
-      _bounds(selection.getOptions().range.value_or(wholeSheet)) {}
+      _bounds(selection.getRanges(sheet)) {}
 
 CF::TablePass CoveredAreas::makePass(std::span<Workbook::Rule const* const> rules) {
-  CF::TablePass pass{.range = _bounds,
+  CF::TablePass pass{.range = boundingRange(_bounds),
                      .positions = CF::TablePass::Positions::Areas,
                      .onFailure = CF::TablePass::OnFailure::Skip,
                      .areas = findAreas(rules, &isUnbounded)};
@@ -67,7 +87,7 @@ void CoveredAreas::sayLeftOut(Report& report) const {
     auto numbers = _clippedRules;
     std::ranges::sort(numbers);
     numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
-    report.sayClipped(_sheet, numbers, intersect(_used, _bounds));
+    report.sayClipped(_sheet, numbers, intersectAll(_used, _bounds));
   }
 }
 
@@ -77,11 +97,12 @@ std::vector<TableRange> CoveredAreas::findAreas(std::span<Workbook::Rule const* 
   for (auto const* rule : rules) {
     bool isClipped = false;
     for (auto const& range : rule->ranges) {
-      auto const area = intersect(range, _bounds);
-      auto const part = !area.isEmpty() && mustClip(area) ? intersect(area, _used) : area;
-      isClipped = isClipped || part != area;
-      if (!part.isEmpty()) {
-        areas.push_back(part);
+      for (auto const& area : intersectAll(range, _bounds)) {
+        auto const part = mustClip(area) ? intersect(area, _used) : area;
+        isClipped = isClipped || part != area;
+        if (!part.isEmpty()) {
+          areas.push_back(part);
+        }
       }
     }
     if (isClipped) {

@@ -13,7 +13,7 @@
 namespace Zorv::Tool {
 
 /// The positions of one sheet that a command looks at: those in the ranges of rules and in the
-/// range of the options, with and without cells.
+/// ranges of the options, with and without cells.
 ///
 /// Whole rows and columns, ranges that end where the sheet ends, and very large ones are clipped to
 /// the used range of the sheet. Where even that leaves too many positions, existing cells are
@@ -43,7 +43,7 @@ private:
 
   std::size_t _sheet;
   TableRange _used;                        ///< with its margin
-  TableRange _bounds;                      ///< the range of the options, or the whole sheet
+  std::vector<TableRange> _bounds;         ///< the selected ranges
   std::vector<std::size_t> _clippedRules;  ///< numbers
   std::uint64_t _mostPositionsLeftOut = 0;
 };

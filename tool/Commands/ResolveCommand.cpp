@@ -38,7 +38,10 @@ public:
     resolver.visit(pass, [&](CF::ResolvedCell const& cell) {
       auto const row = cell.cellInfo.getRowIndex();
       _progress.show(row < usedRows.first ? 0 : row - usedRows.first);
-      add(cell, rules);
+      // A pass over existing cells alone also visits what lies between the selected ranges.
+      if (_context.selection.contains(index, cell.cellInfo.getCellIndex())) {
+        add(cell, rules);
+      }
     });
     _progress.clear();
   }

@@ -42,6 +42,9 @@ void printVerdicts(CommandContext const& context, Workbook::Rule const& rule, st
   auto const texts = makeLineTexts(context.selection.getDocument(), rule);
   resolver.visitVerdicts(format, pass, [&](CF::CellVerdict const& verdict) {
     auto const cell = verdict.cellInfo.getCellIndex();
+    if (!context.selection.contains(rule.sheet, cell)) {
+      return;
+    }
     if (verdict.failure != nullptr) {
       context.report.addFailure(rule, cell, verdict.failure->exception);
       return;

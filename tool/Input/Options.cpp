@@ -3,69 +3,21 @@
 #include <algorithm>
 #include <charconv>
 #include <chrono>
-#include <ostream>
 #include <thread>
 #include <utility>
 
 #include <fmt/format.h>
-#include <CLI/CLI.hpp>
 
-#include "DOM/A1Notation.h"
+#include "OfficeUtils/LocaleContext.h"
 #include "Utils/Exceptions.h"
+#include "tool/Input/Arguments.h"
+#include "tool/Input/Errors.h"
 #include "tool/Text/Amounts.h"
 #include "tool/Text/Moment.h"
-#include "tool/Text/Printable.h"
 
 namespace Zorv::Tool {
 
 namespace {
-
-/// Arguments as written.
-struct Arguments {
-  std::string file;
-  std::optional<std::string> sheet;
-  std::optional<std::string> range;
-  std::string format = "table";
-  std::optional<std::string> threads;
-  std::optional<std::string> now;
-  std::string timeZone = "UTC";
-  std::string locale = "en-US";
-  std::string mostMemory = "4G";
-  std::string timeout = "10m";
-  bool strict = false;
-};
-
-void addOptions(CLI::App& command, Arguments& arguments, bool withFormat) {
-  command.add_option("FILE", arguments.file, "The workbook, .xlsx or .xlsm")->required();
-  command.add_option("--sheet", arguments.sheet, "Only the sheet of this name");
-  command.add_option("--range", arguments.range, "Only these cells, such as A1:C9");
-  if (withFormat) {
-    command.add_option("--format", arguments.format, "How to print: table (default) or json")
-        ->check(CLI::IsMember({"table", "json"}).description(""))
-        ->type_name("FORMAT");
-  }
-  command.add_option("--now", arguments.now,
-                     "The moment for date rules, as 2026-11-21T12:00:00 (default: the clock)");
-  command.add_option("--time-zone", arguments.timeZone,
-                     "The zone of that moment, such as Europe/Berlin (default: UTC)");
-  command.add_option("--locale", arguments.locale,
-                     "Language and country, such as de-DE (default: en-US)");
-  command.add_flag("--strict", arguments.strict,
-                   "Exit with status 1 if anything is not as the file means it");
-  command
-      .add_option("--max-memory", arguments.mostMemory,
-                  "Refuse to use more memory, such as 512M or 2G (default: 4G)")
-      ->type_name("SIZE");
-  command
-      .add_option("--timeout", arguments.timeout,
-                  "Stop after this processor time, such as 30s or 5m (default: 10m)")
-      ->type_name("DURATION");
-}
-
-void addThreads(CLI::App& command, Arguments& arguments) {
-  command.add_option("--threads", arguments.threads,
-                     "How many threads work, 1 to 256 (default: one for each core)");
-}
 
 DOM::TimeZone findTimeZone(std::string const& name) {
   try {
@@ -115,12 +67,13 @@ OfficeUtils::Clock::TimePoint readNow(std::optional<std::string> const& text,
   return *moment;
 }
 
-TableRange readRange(std::string const& text) {
-  auto const range = DOM::A1Notation::parseRange(text);
+SheetRange readRange(std::string const& text) {
+  auto range = parseSheetRange(text);
   if (!range) {
-    throw UsageError(fmt::format("--range: \"{}\" is no range of cells; write it as A1:C9", text));
+    throw UsageError(fmt::format(
+        "--range: \"{}\" is no range of cells; write it as A1:C9 or 'Sheet 1'!A1:C9", text));
   }
-  return *range;
+  return *std::move(range);
 }
 
 constexpr unsigned mostThreads = 256;
@@ -157,15 +110,34 @@ std::chrono::milliseconds readTimeout(std::string const& text) {
   return *duration;
 }
 
-Options toOptions(Arguments arguments, Command command) {
-  Options options;
-  options.command = command;
-  options.file = std::move(arguments.file);
-  options.sheet = std::move(arguments.sheet);
-  if (arguments.range) {
-    options.range = readRange(*arguments.range);
+OutputFormat readFormat(std::optional<std::string> const& text, Command command) {
+  if (!text) {
+    return command == Command::Verdicts ? OutputFormat::Tsv : OutputFormat::Table;
   }
-  options.format = arguments.format == "json" ? OutputFormat::Json : OutputFormat::Table;
+  constexpr std::pair<std::string_view, OutputFormat> formats[] = {
+      {"table", OutputFormat::Table},     {"json", OutputFormat::Json},
+      {"jsonl", OutputFormat::JsonLines}, {"csv", OutputFormat::Csv},
+      {"tsv", OutputFormat::Tsv},
+  };
+  return std::ranges::find(formats, *text, &std::pair<std::string_view, OutputFormat>::first)
+      ->second;
+}
+
+ColourChoice readColour(std::string const& text) noexcept {
+  return text == "always"  ? ColourChoice::Always
+         : text == "never" ? ColourChoice::Never
+                           : ColourChoice::Auto;
+}
+
+}  // namespace
+
+Options toOptions(Arguments arguments) {
+  Options options;
+  options.command = arguments.command;
+  options.files = std::move(arguments.files);
+  options.sheets = std::move(arguments.sheets);
+  std::ranges::transform(arguments.ranges, std::back_inserter(options.ranges), &readRange);
+  options.format = readFormat(arguments.format, arguments.command);
   options.threadCount = readThreadCount(arguments.threads);
   options.timeZone = findTimeZone(arguments.timeZone);
   options.now = readNow(arguments.now, options.timeZone);
@@ -174,42 +146,8 @@ Options toOptions(Arguments arguments, Command command) {
   options.strict = arguments.strict;
   options.mostMemory = readMemory(arguments.mostMemory);
   options.timeout = readTimeout(arguments.timeout);
+  options.colour = readColour(arguments.colour);
   return options;
-}
-
-}  // namespace
-
-std::variant<Options, ExitStatus> parseCommandLine(int argc, char const* const* argv,
-                                                   std::ostream& out, std::ostream& err) {
-  CLI::App app("Tells which conditional formats of a workbook hold, and what they do.", "cndfrmt");
-  app.require_subcommand(0, 1);  // checked below, so that the message names an unknown command
-  app.failure_message([](CLI::App const*, CLI::Error const& error) {
-    return toMessageLine(fmt::format("cndfrmt: {}; cndfrmt --help says more", error.what())) + '\n';
-  });
-  app.set_version_flag("--version", "cndfrmt " CNDFRMT_VERSION);
-  Arguments arguments;
-  auto* const resolve = app.add_subcommand(
-      "resolve", "Print every cell that conditional formats style, its style, and why");
-  auto* const rules = app.add_subcommand("rules", "Print the rules of each sheet by priority");
-  auto* const verdicts = app.add_subcommand(
-      "verdicts", "Print for each rule and cell whether the rule's condition holds by itself");
-  addOptions(*resolve, arguments, true);
-  addThreads(*resolve, arguments);
-  addOptions(*rules, arguments, true);
-  addOptions(*verdicts, arguments, false);
-  try {
-    app.parse(argc, argv);
-    if (app.get_subcommands().empty()) {
-      throw CLI::RequiredError("A command (resolve, rules or verdicts)");
-    }
-  } catch (CLI::ParseError const& error) {
-    int const code = app.exit(error, out, err);
-    return code == 0 ? ExitStatus::Success : ExitStatus::BadUsage;
-  }
-  auto const command = resolve->parsed() ? Command::Resolve
-                       : rules->parsed() ? Command::Rules
-                                         : Command::Verdicts;
-  return toOptions(std::move(arguments), command);
 }
 
 }  // namespace Zorv::Tool

@@ -2,28 +2,33 @@
 
 #include <chrono>
 #include <cstdint>
-#include <iosfwd>
 #include <optional>
 #include <string>
-#include <variant>
+#include <vector>
 
 #include "OfficeUtils/Clock.h"
-#include "OfficeUtils/LocaleContext.h"
 #include "OfficeUtils/TimeZone.h"
-#include "Utils/TableRange.h"
-#include "tool/Input/Errors.h"
+#include "tool/Input/SheetRange.h"
+#include "tool/Text/Terminal.h"
 
 namespace Zorv::Tool {
 
-enum class Command { Resolve, Rules, Verdicts };
-enum class OutputFormat { Table, Json };
+enum class Command : std::uint8_t { Resolve, Rules, Verdicts };
 
-/// The command line's options, checked as far as possible without the file.
+enum class OutputFormat : std::uint8_t {
+  Table,      ///< columns for people
+  Json,       ///< one document
+  JsonLines,  ///< one object a line, each complete in itself
+  Csv,        ///< RFC 4180, with a line of headings
+  Tsv,        ///< tab-separated values, with a line of headings
+};
+
+/// The command line's options, checked as far as possible without the files.
 struct Options {
   Command command = Command::Resolve;
-  std::string file;
-  std::optional<std::string> sheet;
-  std::optional<TableRange> range;
+  std::vector<std::string> files;   ///< at least one; "-" is standard input
+  std::vector<std::string> sheets;  ///< none: all
+  std::vector<SheetRange> ranges;   ///< none: all cells
   OutputFormat format = OutputFormat::Table;
   unsigned threadCount = 1;  ///< at least 1
   OfficeUtils::Clock::TimePoint now;
@@ -32,13 +37,7 @@ struct Options {
   bool strict = false;           ///< what is not as the file means it makes the exit status BadFile
   std::uint64_t mostMemory = 0;  ///< bytes
   std::chrono::milliseconds timeout{};  ///< processor time of all threads
+  ColourChoice colour = ColourChoice::Auto;
 };
-
-/// Parses the command line. For help, the version and mistakes, writes the text and returns the
-/// program's exit status. Throws UsageError for a well-formed argument that names nothing, such as
-/// an unknown time zone or locale.
-[[nodiscard]] std::variant<Options, ExitStatus> parseCommandLine(int argc, char const* const* argv,
-                                                                 std::ostream& out,
-                                                                 std::ostream& err);
 
 }  // namespace Zorv::Tool

@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <limits>
-#include <numeric>
+#include <set>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include <fmt/format.h>
 
+#include "DOM/Table.h"
 #include "Utils/TableRange.h"
+#include "tool/Input/Errors.h"
 
 namespace Zorv::Tool {
 
@@ -25,18 +29,17 @@ std::string listSheets(Workbook::Document const& document) {
   return text;
 }
 
-std::vector<std::size_t> selectSheets(Workbook::Document const& document, Options const& options) {
-  if (!options.sheet) {
-    std::vector<std::size_t> all(document.getSheets().size());
-    std::iota(all.begin(), all.end(), std::size_t{0});
-    return all;
-  }
-  auto const found = document.findSheet(*options.sheet);
+constexpr TableRange wholeSheet = {0, 0, DOM::Table::rowCount, DOM::Table::columnCount};
+
+/// Index of a sheet that an option names.
+std::size_t findSheet(Workbook::Document const& document, std::string const& file,
+                      std::string const& name, std::string_view option) {
+  auto const found = document.findSheet(name);
   if (!found) {
-    throw ContentError(fmt::format("{}: there is no sheet \"{}\"; --sheet takes one of {}",
-                                   options.file, *options.sheet, listSheets(document)));
+    throw ContentError(fmt::format("{}: there is no sheet \"{}\"; {} takes one of {}", file, name,
+                                   option, listSheets(document)));
   }
-  return {*found};
+  return *found;
 }
 
 }  // namespace
@@ -46,8 +49,43 @@ std::span<Workbook::Rule const> findRulesOfSheet(Workbook::Document const& docum
   return std::ranges::equal_range(document.getRules(), sheet, {}, &Workbook::Rule::sheet);
 }
 
-Selection::Selection(Workbook::Document const& document, Options const& options)
-    : _document(document), _options(options), _sheets(selectSheets(document, options)) {}
+Selection::Selection(Workbook::Document const& document, Options const& options, std::string file)
+    : _document(document), _options(options), _file(std::move(file)) {
+  for (auto const& [sheet, range] : options.ranges) {
+    _ranges.push_back(
+        {sheet ? std::optional(findSheet(document, _file, *sheet, "--range")) : std::nullopt,
+         range});
+  }
+  std::set<std::size_t> named;
+  for (auto const& name : options.sheets) {
+    named.insert(findSheet(document, _file, name, "--sheet"));
+  }
+  for (std::size_t sheet = 0; sheet < document.getSheets().size(); ++sheet) {
+    if ((options.sheets.empty() || named.contains(sheet)) && !getRanges(sheet).empty()) {
+      _sheets.push_back(sheet);
+    }
+  }
+}
+
+std::vector<TableRange> Selection::getRanges(std::size_t sheet) const {
+  if (_ranges.empty()) {
+    return {wholeSheet};
+  }
+  std::vector<TableRange> ranges;
+  for (auto const& selected : _ranges) {
+    if (selected.isOn(sheet)) {
+      ranges.push_back(selected.range);
+    }
+  }
+  return ranges;
+}
+
+bool Selection::contains(std::size_t sheet, CellIndex cell) const noexcept {
+  return _ranges.empty() || std::ranges::any_of(_ranges, [&](SelectedRange const& selected) {
+           return selected.isOn(sheet) &&
+                  selected.range.contains(cell.getRow().get(), cell.getColumn().get());
+         });
+}
 
 std::vector<Workbook::Rule const*> Selection::getRulesByPriority(std::size_t sheet) const {
   std::vector<Workbook::Rule const*> rules;
@@ -87,11 +125,14 @@ std::vector<Workbook::Rule const*> Selection::getResolvedRules(std::size_t sheet
 }
 
 bool Selection::isSelected(Workbook::Rule const& rule) const noexcept {
+  auto const meets = [&](SelectedRange const& selected) {
+    return selected.isOn(rule.sheet) &&
+           std::ranges::any_of(rule.ranges, [&](TableRange const& range) {
+             return !intersect(range, selected.range).isEmpty();
+           });
+  };
   // A rule whose ranges cannot be read is reported whatever the range.
-  return !_options.range || rule.ranges.empty() ||
-         std::any_of(rule.ranges.begin(), rule.ranges.end(), [&](TableRange const& range) {
-           return !intersect(range, *_options.range).isEmpty();
-         });
+  return _ranges.empty() || rule.ranges.empty() || std::ranges::any_of(_ranges, meets);
 }
 
 }  // namespace Zorv::Tool

@@ -92,7 +92,7 @@ Json styleToJson(DOM::CellStyle const& style) {
 Json describeRun(Selection const& selection) {
   auto const& options = selection.getOptions();
   auto const now = std::chrono::floor<std::chrono::seconds>(options.timeZone.toLocal(options.now));
-  return {{"file", options.file},
+  return {{"file", selection.getFile()},
           {"now", toText(now)},
           {"timeZone", options.timeZone.getName()},
           {"locale", options.localeName}};

@@ -157,14 +157,14 @@ void Report::addFailure(Workbook::Rule const& rule, CellIndex cell,
 }
 
 void Report::sayClipped(std::size_t sheet, std::vector<std::size_t> const& ruleNumbers,
-                        TableRange const& used) {
+                        std::vector<TableRange> const& used) {
   addClippedSheet(sheet);
   say(
       fmt::format("{}: ranges to the end of the sheet, and very large ones, are looked at {} "
                   "({} {}; --range names other cells)",
                   shorten(nameOf(sheet), widestQuote),
-                  used.isEmpty() ? "nowhere, since the sheet has no cell"
-                                 : fmt::format("in {} alone", DOM::A1Notation::toAddress(used)),
+                  used.empty() ? "nowhere, since the sheet has no cell"
+                               : fmt::format("in {} alone", DOM::A1Notation::toAddress(used)),
                   ruleNumbers.size() == 1 ? "rule" : "rules", listNumbers(ruleNumbers)));
 }
 
@@ -213,8 +213,7 @@ bool Report::isClean() const {
 }
 
 void Report::say(std::string_view message) const {
-  _err << toMessageLine(
-              fmt::format("{}: {}", shorten(_selection.getOptions().file, widestQuote), message))
+  _err << toMessageLine(fmt::format("{}: {}", shorten(_selection.getFile(), widestQuote), message))
        << '\n';
 }
 

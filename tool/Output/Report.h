@@ -35,9 +35,9 @@ public:
   /// of memory.
   void addFailure(Workbook::Rule const& rule, CellIndex cell, std::exception_ptr const& problem);
 
-  /// Prints that ranges of these rules are looked at inside of `used` alone.
+  /// Prints that ranges of these rules are looked at inside of `used` alone, which may be none.
   void sayClipped(std::size_t sheet, std::vector<std::size_t> const& ruleNumbers,
-                  TableRange const& used);
+                  std::vector<TableRange> const& used);
 
   /// Prints that only existing cells are visited, since there are too many positions.
   void saySparse(std::size_t sheet, std::uint64_t positions);

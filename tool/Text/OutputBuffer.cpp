@@ -17,6 +17,11 @@ void OutputBuffer::setEarlyEnd(std::string text) {
   _earlyEnd = std::move(text);
 }
 
+void OutputBuffer::setLastEnd(std::string text) {
+  std::scoped_lock const lock(_mutex);
+  _lastEnd = std::move(text);
+}
+
 void OutputBuffer::flush() {
   writeBlock();
   std::scoped_lock const lock(_mutex);
@@ -27,7 +32,7 @@ bool OutputBuffer::endEarly() {
   std::unique_lock const lock(_mutex, std::chrono::seconds(1));
   if (lock) {
     _ended = true;
-    _out << _earlyEnd << std::flush;
+    _out << _earlyEnd << _lastEnd << std::flush;
   }
   return lock.owns_lock();
 }

@@ -31,6 +31,9 @@ public:
   /// Sets what endEarly() writes after the last entry.
   void setEarlyEnd(std::string text);
 
+  /// Sets what endEarly() writes last, after the other text.
+  void setLastEnd(std::string text);
+
   /// Writes what is left, and flushes the stream.
   void flush();
 
@@ -48,6 +51,7 @@ private:
   std::string _text;
   std::timed_mutex _mutex;  ///< guards the stream and what follows
   std::string _earlyEnd;
+  std::string _lastEnd;
   bool _ended = false;
 };
 

@@ -44,18 +44,19 @@ TEST_P(References, AreFound) {
   EXPECT_EQ(all, GetParam().expected) << GetParam().formula;
 }
 
-INSTANTIATE_TEST_SUITE_P(FindReferences, References,
-                         testing::Values(ReferenceCase{"1+SUM(2)", ""}, ReferenceCase{"A1", "[0!1,1:2,2]"},
-                                         ReferenceCase{"$A$1+A$1", "[0!0,0:1,1][0!0,1:1,2]"},
-                                         ReferenceCase{"IF(TRUE,1,SUM(C3:D4))", "[0!3,3:5,5]"},
-                                         ReferenceCase{"Other!A1+Nowhere!A1", "[1!1,1:2,2]"},
-                                         ReferenceCase{"A:A", "[0!0,1:1048576,2]"},
-                                         ReferenceCase{"ROW(A1)+COLUMNS(A1:C1)+ROWS((A1))", ""},
-                                         ReferenceCase{"OFFSET(A1,B1,0)", "[0!1,2:2,3]"},
-                                         ReferenceCase{"Fixed", "[0!3,3:4,4]"}, ReferenceCase{"Above", "[0!0,1:1,2]"},
-                                         ReferenceCase{"Both", "[0!0,1:1,2][0!3,3:4,4]"},
-                                         ReferenceCase{"List[Two]", "[1!1,1:5,2]"}, ReferenceCase{"List[Three]", ""},
-                                         ReferenceCase{"LET(x,A1,x+x)", "[0!1,1:2,2]"}));
+INSTANTIATE_TEST_SUITE_P(
+    FindReferences, References,
+    testing::Values(ReferenceCase{"1+SUM(2)", ""}, ReferenceCase{"A1", "[0!1,1:2,2]"},
+                    ReferenceCase{"$A$1+A$1", "[0!0,0:1,1][0!0,1:1,2]"},
+                    ReferenceCase{"IF(TRUE,1,SUM(C3:D4))", "[0!3,3:5,5]"},
+                    ReferenceCase{"Other!A1+Nowhere!A1", "[1!1,1:2,2]"},
+                    ReferenceCase{"A:A", "[0!0,1:1048576,2]"},
+                    ReferenceCase{"ROW(A1)+COLUMNS(A1:C1)+ROWS((A1))", ""},
+                    ReferenceCase{"OFFSET(A1,B1,0)", "[0!1,2:2,3]"},
+                    ReferenceCase{"Fixed", "[0!3,3:4,4]"}, ReferenceCase{"Above", "[0!0,1:1,2]"},
+                    ReferenceCase{"Both", "[0!0,1:1,2][0!3,3:4,4]"},
+                    ReferenceCase{"List[Two]", "[1!1,1:5,2]"}, ReferenceCase{"List[Three]", ""},
+                    ReferenceCase{"LET(x,A1,x+x)", "[0!1,1:2,2]"}));
 
 }  // namespace
 }  // namespace Zorv::Formulas

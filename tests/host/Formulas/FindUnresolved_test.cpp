@@ -54,20 +54,22 @@ TEST_P(FindUnresolved, TellsWhatTheDocumentLacks) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, FindUnresolved,
-    testing::Values(UnresolvedCase{"A1+Rate+Other!A1+Other!Local+SUM(List[One])+Double(2)", ""},
-                    UnresolvedCase{"Nothing+nothing2+Nothing", "name Nothing;name nothing2;"},
-                    UnresolvedCase{"Local", "name Local;"},
-                    UnresolvedCase{"Gone!A1+'It''s'!B:B", "sheet Gone;sheet It's;"},
-                    UnresolvedCase{"Gone!Rate", "sheet Gone;"}, UnresolvedCase{"#REF!A1", "sheet #REF!;"},
-                    UnresolvedCase{"SUM(Sheet1:Other!A1)", "sheet Sheet1:Other;"},
-                    UnresolvedCase{"[1]Sheet1!A1+'[1]My Sheet'!A2+[2]!Rate", "workbook [1];workbook [2];"},
-                    UnresolvedCase{"'C:\\dir\\[Book.xlsx]Sheet1'!A1", "workbook [Book.xlsx];"},
-                    UnresolvedCase{"[1]Sheet1!Table[A]", "workbook [1];"},
-                    UnresolvedCase{"SUM(Table[One])+SUM(List[Three])+SUM(List[[One]:[Four]])",
-                         "list Table;list List[Three];list List[Four];"},
-                    UnresolvedCase{"NoSuch(1)+_xlfn.FOO(2)+NOSUCH(3)", "function NOSUCH;function FOO;"},
-                    UnresolvedCase{"Broken+1", "sheet Gone;name Nothing;"},
-                    UnresolvedCase{"LET(x,1,LAMBDA(y,x+y)(2))", ""}, UnresolvedCase{"[@One]", ""}, UnresolvedCase{"#NAME?", ""}));
+    testing::Values(
+        UnresolvedCase{"A1+Rate+Other!A1+Other!Local+SUM(List[One])+Double(2)", ""},
+        UnresolvedCase{"Nothing+nothing2+Nothing", "name Nothing;name nothing2;"},
+        UnresolvedCase{"Local", "name Local;"},
+        UnresolvedCase{"Gone!A1+'It''s'!B:B", "sheet Gone;sheet It's;"},
+        UnresolvedCase{"Gone!Rate", "sheet Gone;"}, UnresolvedCase{"#REF!A1", "sheet #REF!;"},
+        UnresolvedCase{"SUM(Sheet1:Other!A1)", "sheet Sheet1:Other;"},
+        UnresolvedCase{"[1]Sheet1!A1+'[1]My Sheet'!A2+[2]!Rate", "workbook [1];workbook [2];"},
+        UnresolvedCase{"'C:\\dir\\[Book.xlsx]Sheet1'!A1", "workbook [Book.xlsx];"},
+        UnresolvedCase{"[1]Sheet1!Table[A]", "workbook [1];"},
+        UnresolvedCase{"SUM(Table[One])+SUM(List[Three])+SUM(List[[One]:[Four]])",
+                       "list Table;list List[Three];list List[Four];"},
+        UnresolvedCase{"NoSuch(1)+_xlfn.FOO(2)+NOSUCH(3)", "function NOSUCH;function FOO;"},
+        UnresolvedCase{"Broken+1", "sheet Gone;name Nothing;"},
+        UnresolvedCase{"LET(x,1,LAMBDA(y,x+y)(2))", ""}, UnresolvedCase{"[@One]", ""},
+        UnresolvedCase{"#NAME?", ""}));
 
 }  // namespace
 }  // namespace Zorv::Formulas

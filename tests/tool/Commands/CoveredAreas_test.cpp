@@ -28,7 +28,7 @@ protected:
     for (auto const& range : ranges) {
       _ruled.addRule(range);
     }
-    Selection const selection(_ruled.document, _ruled.options);
+    auto const selection = _ruled.select();
     CoveredAreas areas(selection, 0, margin);
     _pass = areas.makePass(selection.getResolvedRules(0));
     Report report(_messages, selection);
@@ -89,7 +89,7 @@ TEST_F(CoveredAreasTest, WhereThereAreStillTooManyOnlyCellsAreLookedAt) {
 }
 
 TEST_F(CoveredAreasTest, TheRangeOfTheOptionsNamesOtherCells) {
-  _ruled.options.range = DOM::A1Notation::parseRange("A1:B500");
+  _ruled.options.ranges = {{std::nullopt, *DOM::A1Notation::parseRange("A1:B500")}};
   EXPECT_EQ(areasOf({"A:A", "D4"}), "A1:A500");
   EXPECT_EQ(_messages.str(), "");
 }
@@ -98,7 +98,7 @@ TEST_F(CoveredAreasTest, AMessageNamesEachRuleOnce) {
   for (int i = 0; i < 2; ++i) {
     _ruled.addRule("A:A");
   }
-  Selection const selection(_ruled.document, _ruled.options);
+  auto const selection = _ruled.select();
   CoveredAreas areas(selection, 0, 0);
   auto const rules = selection.getResolvedRules(0);
   for (auto const* rule : rules) {

@@ -50,7 +50,7 @@ protected:
   nlohmann::json summary() { return nlohmann::json::parse(toJsonSummary(_selection, _report)); }
 
   TestSupport::RuledDocument _ruled;
-  Selection _selection{_ruled.document, _ruled.options};
+  Selection _selection{_ruled.select()};
   std::ostringstream _err;
   Report _report{_err, _selection};
 };

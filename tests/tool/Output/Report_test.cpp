@@ -19,7 +19,7 @@ class ReportTest : public testing::Test {
 protected:
   /// What is said before the work.
   std::string findings() {
-    Selection const selection(_ruled.document, _ruled.options);
+    auto const selection = _ruled.select();
     std::ostringstream err;
     Report(err, selection).sayFindings();
     return err.str();
@@ -28,7 +28,7 @@ protected:
   /// What is said after the work, during which `work` is called.
   template <class Work>
   std::string summaryAfter(Work const& work) {
-    Selection const selection(_ruled.document, _ruled.options);
+    auto const selection = _ruled.select();
     std::ostringstream err;
     Report report(err, selection);
     work(report);
@@ -96,7 +96,7 @@ TEST_F(ReportTest, FailuresAreOneLineForARuleWithCountAndFirstCell) {
 
 TEST_F(ReportTest, ALackOfMemoryIsNoFailureOfACell) {
   _ruled.addRule("A1");
-  Selection const selection(_ruled.document, _ruled.options);
+  auto const selection = _ruled.select();
   std::ostringstream err;
   Report report(err, selection);
   EXPECT_THROW(report.addFailure(_ruled.document.getRules()[0], cell(0),
@@ -114,7 +114,7 @@ TEST_F(ReportTest, TheSummarySaysWhyARuleOfConditionsIsNotResolved) {
 }
 
 TEST_F(ReportTest, HostileTextsAreMadeHarmless) {
-  _ruled.options.file = "\x1B[31mbook.xlsx";
+  _ruled.file = "\x1B[31mbook.xlsx";
   _ruled.document.getSheets()[0].name = "\x1B]0;owned\x07";
   _ruled.addUnresolvedRule("\x1B[2J", std::string(2'000'000, '\n'));
   for (auto const& text : {findings(), summary()}) {

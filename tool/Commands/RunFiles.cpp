@@ -1,0 +1,129 @@
+#include "tool/Commands/RunFiles.h"
+
+#include <unistd.h>
+
+#include <exception>
+#include <iostream>
+
+#include <fmt/format.h>
+
+#include "OfficeUtils/Clock.h"
+#include "tool/Commands/Commands.h"
+#include "tool/Input/Selection.h"
+#include "tool/Output/ProgressBar.h"
+#include "tool/Output/Report.h"
+#include "tool/Text/Printable.h"
+#include "workbook/LoadWorkbook.h"
+
+namespace Zorv::Tool {
+
+namespace {
+
+/// Lines that are printed during the work would mix with a bar on the same terminal.
+bool canShowProgress(Options const& options, Terminal const& terminal) {
+  return isatty(STDERR_FILENO) == 1 && (options.format == OutputFormat::Table || !terminal.width);
+}
+
+void runCommand(CommandContext const& context) {
+  switch (context.selection.getOptions().command) {
+    case Command::Resolve: {
+      ProgressBar progress(std::cerr,
+                           canShowProgress(context.selection.getOptions(), context.terminal));
+      return runResolve(context, progress);
+    }
+    case Command::Rules:
+      return runRules(context);
+    case Command::Verdicts:
+      return runVerdicts(context);
+  }
+}
+
+Workbook::Document load(std::string const& file, Options const& options, WorkBudget& budget) {
+  return Workbook::loadWorkbook(file == "-" ? "/dev/stdin" : file,
+                                {.limits = {},
+                                 .localeName = options.localeName,
+                                 .timeZone = options.timeZone,
+                                 .name = nameOfFile(file),
+                                 .budget = &budget});
+}
+
+bool isOneOfSeveral(Options const& options) noexcept { return options.files.size() > 1; }
+
+}  // namespace
+
+ExitStatus FileRun::run() {
+  OfficeUtils::ScopedClock const clock(_options.now);
+  bool const isArray = isOneOfSeveral(_options) && _options.format == OutputFormat::Json;
+  if (isArray) {
+    _out.text() += "[\n";
+    _out.setLastEnd("]\n");
+  }
+  auto status = ExitStatus::Success;
+  std::exception_ptr problem;
+  for (std::size_t index = 0; index < _options.files.size() && !problem; ++index) {
+    _current = index;
+    try {
+      status = std::max(status, runFile(_options.files[index]));
+    } catch (WorkEnded const&) {
+      problem = std::current_exception();
+    } catch (std::bad_alloc const&) {
+      problem = std::current_exception();
+    } catch (std::exception const& error) {
+      say(error.what());
+      status = ExitStatus::BadFile;
+    }
+  }
+  if (isArray) {
+    _out.text() += "]\n";
+  }
+  _out.flush();
+  if (!std::cout) {
+    throw ContentError("the result could not be written; is the disk full?");
+  }
+  if (problem) {
+    std::rethrow_exception(problem);
+  }
+  return status;
+}
+
+std::string FileRun::getCurrentFile() const { return nameOfFile(_options.files[_current]); }
+
+ExitStatus FileRun::runFile(std::string const& file) {
+  auto const document = load(file, _options, _budget);
+  Selection const selection(document, _options, nameOfFile(file));
+  Report report(std::cerr, selection);
+  report.sayFindings();
+  beginFile(selection.getFile());
+  std::exception_ptr problem;
+  try {
+    runCommand({selection, _terminal, _out, report, _budget});
+  } catch (...) {
+    problem = std::current_exception();
+  }
+  _out.flush();
+  report.saySummary();
+  if (problem) {
+    std::rethrow_exception(problem);
+  }
+  bool const isGood = report.countFailedRules() == 0 && (!_options.strict || report.isClean());
+  return isGood ? ExitStatus::Success : ExitStatus::BadFile;
+}
+
+void FileRun::beginFile(std::string const& name) {
+  if (isOneOfSeveral(_options)) {
+    if (_options.format == OutputFormat::Table) {
+      _out.text() += fmt::format("{}==> {} <==\n", _hasOutput ? "\n" : "", toPrintable(name));
+    } else if (_options.format == OutputFormat::Json && _hasOutput) {
+      _out.text() += ",\n";
+    }
+  }
+  _hasOutput = true;
+}
+
+std::string nameOfFile(std::string const& argument) {
+  return argument == "-" ? "standard input" : argument;
+}
+
+void say(std::string const& message) { std::cerr << toMessageLine("cndfrmt: " + message) << '\n'; }
+
+}  // namespace Zorv::Tool

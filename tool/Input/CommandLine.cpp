@@ -1,0 +1,243 @@
+#include "tool/Input/CommandLine.h"
+
+#include <memory>
+#include <ostream>
+#include <span>
+#include <utility>
+
+#include <fmt/format.h>
+#include <CLI/CLI.hpp>
+
+#include "tool/Input/Arguments.h"
+#include "tool/Text/Printable.h"
+
+// The one source that includes the library of command lines, which is slow to compile.
+namespace Zorv::Tool {
+
+namespace {
+
+void addFiles(CLI::App& command, Arguments& arguments) {
+  command.add_option("FILE", arguments.files, "The workbooks, .xlsx or .xlsm; - is standard input")
+      ->required()
+      ->type_name("");
+}
+
+/// An option that may be given several times, with one value each.
+CLI::Option* addRepeated(CLI::App& command, std::string const& name,
+                         std::vector<std::string>& values, std::string const& meaning) {
+  return command.add_option(name, values, meaning)->expected(1)->take_all()->type_name("TEXT");
+}
+
+void addSelection(CLI::App& command, Arguments& arguments) {
+  addRepeated(command, "--sheet", arguments.sheets, "Only the sheet of this name; may be repeated");
+  addRepeated(command, "--range", arguments.ranges,
+              "Only these cells, such as A1:C9 or 'Sheet 1'!B2; may be repeated");
+}
+
+void addFormat(CLI::App& command, Arguments& arguments, std::vector<std::string> const& formats) {
+  command
+      .add_option("--format", arguments.format,
+                  fmt::format("How to print: {}", fmt::join(formats, ", ")))
+      ->check(CLI::IsMember(formats).description(""))
+      ->type_name("FORMAT");
+}
+
+void addMoment(CLI::App& command, Arguments& arguments) {
+  command.add_option("--now", arguments.now,
+                     "The moment for date rules, as 2026-11-21T12:00:00 (default: the clock)");
+  command.add_option("--time-zone", arguments.timeZone,
+                     "The zone of that moment, such as Europe/Berlin (default: UTC)");
+  command.add_option("--locale", arguments.locale,
+                     "Language and country, such as de-DE (default: en-US)");
+}
+
+void addBounds(CLI::App& command, Arguments& arguments) {
+  command.add_flag("--strict", arguments.strict,
+                   "Exit with status 1 if anything is not as the file means it");
+  command
+      .add_option("--max-memory", arguments.mostMemory,
+                  "Refuse to use more memory, such as 512M or 2G (default: 4G)")
+      ->type_name("SIZE");
+  command
+      .add_option("--timeout", arguments.timeout,
+                  "Stop after this processor time, such as 30s or 5m (default: 10m)")
+      ->type_name("DURATION");
+}
+
+void addThreads(CLI::App& command, Arguments& arguments) {
+  command.add_option("--threads", arguments.threads,
+                     "How many threads work, 1 to 256 (default: one for each core)");
+}
+
+void addColour(CLI::App& command, Arguments& arguments) {
+  command
+      .add_option("--colour,--color", arguments.colour,
+                  "Colours on the terminal: auto (default), always, never")
+      ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
+      ->type_name("WHEN");
+}
+
+void addResolveOptions(CLI::App& command, Arguments& arguments) {
+  addFiles(command, arguments);
+  addSelection(command, arguments);
+  addFormat(command, arguments, {"table", "json", "jsonl", "csv", "tsv"});
+  addMoment(command, arguments);
+  addBounds(command, arguments);
+  addThreads(command, arguments);
+  addColour(command, arguments);
+}
+
+void addRulesOptions(CLI::App& command, Arguments& arguments) {
+  addFiles(command, arguments);
+  addSelection(command, arguments);
+  addFormat(command, arguments, {"table", "json", "jsonl", "csv", "tsv"});
+  addMoment(command, arguments);
+  addBounds(command, arguments);
+  addColour(command, arguments);
+}
+
+void addVerdictsOptions(CLI::App& command, Arguments& arguments) {
+  addFiles(command, arguments);
+  addSelection(command, arguments);
+  addFormat(command, arguments, {"tsv", "csv", "jsonl"});
+  addMoment(command, arguments);
+  addBounds(command, arguments);
+  addThreads(command, arguments);
+}
+
+/// A command as users see it. To add one: an entry below, its options above.
+struct CommandEntry {
+  Command command;
+  char const* name;
+  char const* summary;
+  char const* examples;
+  void (*addOptions)(CLI::App&, Arguments&);
+};
+
+constexpr CommandEntry commandEntries[] = {
+    {Command::Resolve, "resolve",
+     "Print every cell that conditional formats style, its style, and why",
+     "cndfrmt resolve budget.xlsx\n"
+     "cndfrmt resolve budget.xlsx --sheet Sales --range B2:F20\n"
+     "cndfrmt resolve *.xlsx --format jsonl >cells.jsonl\n",
+     &addResolveOptions},
+    {Command::Rules, "rules", "Print the rules of each sheet by priority",
+     "cndfrmt rules budget.xlsx\n"
+     "cndfrmt rules budget.xlsx --format csv >rules.csv\n",
+     &addRulesOptions},
+    {Command::Verdicts, "verdicts",
+     "Print for each rule and cell whether the rule's condition holds by itself",
+     "cndfrmt verdicts budget.xlsx --range \"'Sheet 1'!A1:B9\"\n"
+     "cndfrmt verdicts budget.xlsx --now 2026-12-31 --format csv\n",
+     &addVerdictsOptions},
+};
+
+constexpr char const* exitStatuses =
+    "Exit status:\n"
+    "  0    the result is complete\n"
+    "  1    a file cannot be read or evaluated, or a limit was met\n"
+    "  2    the command line is wrong\n"
+    "  130  interrupted, 143 terminated\n";
+
+std::string indentLines(std::string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    auto const end = text.find('\n');
+    result += fmt::format("  {}\n", text.substr(0, end));
+    text.remove_prefix(end + 1);
+  }
+  return result;
+}
+
+std::unique_ptr<CLI::App> makeApp(Arguments& arguments) {
+  auto app = std::make_unique<CLI::App>(
+      "Tells which conditional formats of a workbook hold, and what they do.", "cndfrmt");
+  app->require_subcommand(0, 1);  // checked later, so that the message names an unknown command
+  app->failure_message([](CLI::App const*, CLI::Error const& error) {
+    return toMessageLine(fmt::format("cndfrmt: {}; cndfrmt --help says more", error.what())) + '\n';
+  });
+  app->set_help_flag("-h,--help", "Print this help and exit");
+  app->set_version_flag("-V,--version", "cndfrmt " CNDFRMT_VERSION, "Print the version and exit");
+  app->footer("cndfrmt help COMMAND says more about a command.\n");
+  for (auto const& entry : commandEntries) {
+    auto* const command = app->add_subcommand(entry.name, entry.summary);
+    command->footer(fmt::format("Examples:\n{}\n{}", indentLines(entry.examples), exitStatuses));
+    entry.addOptions(*command, arguments);
+    command->callback([&arguments, &entry] { arguments.command = entry.command; });
+  }
+  return app;
+}
+
+std::string listCommands() {
+  std::string text;
+  for (auto const& entry : commandEntries) {
+    text += fmt::format("{}{}", text.empty() ? "" : ", ", entry.name);
+  }
+  return text;
+}
+
+/// `help COMMAND` is `COMMAND --help`.
+std::vector<std::string> readWords(std::span<char const* const> arguments) {
+  std::vector<std::string> words(arguments.begin(), arguments.end());
+  if (!words.empty() && words.front() == "help") {
+    words.erase(words.begin());
+    words.emplace_back("--help");
+  }
+  return words;
+}
+
+OptionDescription describe(CLI::Option const& option) {
+  OptionDescription description;
+  description.meaning = option.get_description();
+  description.isPositional = option.get_positional();
+  for (auto const& name : option.get_snames()) {
+    description.names.push_back("-" + name);
+  }
+  for (auto const& name : option.get_lnames()) {
+    description.names.push_back("--" + name);
+  }
+  if (option.get_positional()) {
+    description.names.push_back(option.get_name(true));
+  } else if (option.get_items_expected_max() > 0) {
+    description.parameter = option.get_type_name();
+  }
+  return description;
+}
+
+}  // namespace
+
+std::variant<Options, ExitStatus> parseCommandLine(int argc, char const* const* argv,
+                                                   std::ostream& out, std::ostream& err) {
+  Arguments arguments;
+  auto const app = makeApp(arguments);
+  try {
+    auto words = readWords(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
+    std::ranges::reverse(words);  // as the library wants them
+    app->parse(std::move(words));
+    if (app->get_subcommands().empty()) {
+      throw CLI::RequiredError(fmt::format("A command ({})", listCommands()));
+    }
+  } catch (CLI::ParseError const& error) {
+    int const code = app->exit(error, out, err);
+    return code == 0 ? ExitStatus::Success : ExitStatus::BadUsage;
+  }
+  return toOptions(std::move(arguments));
+}
+
+std::vector<CommandDescription> describeCommands() {
+  Arguments arguments;
+  auto const app = makeApp(arguments);
+  std::vector<CommandDescription> descriptions;
+  for (auto const& entry : commandEntries) {
+    auto& description = descriptions.emplace_back();
+    description.name = entry.name;
+    description.summary = entry.summary;
+    description.examples = entry.examples;
+    for (auto const* option : app->get_subcommand(entry.name)->get_options()) {
+      description.options.push_back(describe(*option));
+    }
+  }
+  return descriptions;
+}
+
+}  // namespace Zorv::Tool
