@@ -19,6 +19,7 @@ struct CommandContext {
   OutputBuffer& out;
   Report& report;
   WorkBudget& budget;
+  bool isFirstFile;  ///< of those that are printed
 };
 
 /// Prints every cell for which a rule decides, its style, and the deciding rules. The progress bar

@@ -76,15 +76,28 @@ private:
   std::vector<Workbook::Rule const*> _deciding;
 };
 
+std::unique_ptr<ResolveOutput> makeOutput(CommandContext const& context,
+                                          OfficeUtils::LocaleContext const& locale) {
+  switch (context.selection.getOptions().format) {
+    case OutputFormat::Json:
+      return makeResolveJson(context.selection, locale, context.report, context.out);
+    case OutputFormat::JsonLines:
+      return makeResolveJsonLines(context.selection, locale, context.out);
+    case OutputFormat::Csv:
+    case OutputFormat::Tsv:
+      return makeResolveFields(context.selection, locale, context.isFirstFile, context.out);
+    default:
+      return makeResolveTable(locale, context.out);
+  }
+}
+
 }  // namespace
 
 void runResolve(CommandContext const& context, ProgressBar& progress) {
   auto const& options = context.selection.getOptions();
   OfficeUtils::LocaleContext const locale(options.localeName,
                                           context.selection.getDocument().getDateSystem());
-  auto const output = options.format == OutputFormat::Json
-                          ? makeResolveJson(context.selection, locale, context.report, context.out)
-                          : makeResolveTable(locale, context.out);
+  auto const output = makeOutput(context, locale);
   try {
     Resolver resolver(context, *output, progress);
     for (auto const sheet : context.selection.getSheets()) {

@@ -5,11 +5,17 @@
 namespace Zorv::Tool {
 
 void runRules(CommandContext const& context) {
-  if (context.selection.getOptions().format == OutputFormat::Json) {
-    context.out.text() += toJsonRules(context.selection, context.report) + "\n";
-    context.out.endEntry();
-  } else {
-    printRulesTable(context.selection, context.out);
+  switch (context.selection.getOptions().format) {
+    case OutputFormat::Table:
+      return printRulesTable(context.selection, context.out);
+    case OutputFormat::Json:
+      context.out.text() += toJsonRules(context.selection, context.report) + "\n";
+      return context.out.endEntry();
+    case OutputFormat::JsonLines:
+      return printRulesJsonLines(context.selection, context.out);
+    case OutputFormat::Csv:
+    case OutputFormat::Tsv:
+      return printRulesFields(context.selection, context.isFirstFile, context.out);
   }
 }
 

@@ -93,10 +93,11 @@ ExitStatus FileRun::runFile(std::string const& file) {
   Selection const selection(document, _options, nameOfFile(file));
   Report report(std::cerr, selection);
   report.sayFindings();
+  bool const isFirst = !_hasOutput;
   beginFile(selection.getFile());
   std::exception_ptr problem;
   try {
-    runCommand({selection, _terminal, _out, report, _budget});
+    runCommand({selection, _terminal, _out, report, _budget, isFirst});
   } catch (...) {
     problem = std::current_exception();
   }

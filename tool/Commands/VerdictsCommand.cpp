@@ -11,7 +11,8 @@
 #include "tool/Commands/Commands.h"
 #include "tool/Commands/CoveredAreas.h"
 #include "tool/Commands/SheetRules.h"
-#include "tool/Text/Printable.h"
+#include "tool/Output/FieldLines.h"
+#include "tool/Output/JsonText.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Tool {
@@ -23,23 +24,43 @@ namespace CF = ConditionalFormatters;
 /// Other programs format empty positions somewhat beyond the last cells, too.
 constexpr unsigned long margin = 10;
 
-/// The texts of a verdict's line that are the same for all cells.
+/// The texts of a verdict's line that are the same for all cells of a rule.
 struct LineTexts {
-  std::string front;       ///< the sheet's name
+  std::string front;       ///< up to the address
   std::string endIfHolds;  ///< from behind the address on
   std::string endIfNot;
 };
 
-LineTexts makeLineTexts(Workbook::Document const& document, Workbook::Rule const& rule) {
-  auto const end = fmt::format("\t{}\t{}\t", rule.number, toPrintable(rule.type));
-  return {.front = toPrintable(document.getSheets()[rule.sheet].name) + '\t',
-          .endIfHolds = end + "1\n",
-          .endIfNot = end + "0\n"};
+LineTexts makeJsonTexts(Selection const& selection, Workbook::Rule const& rule) {
+  std::string end = fmt::format("\",\"rule\":{},\"kind\":", rule.number);
+  appendJsonText(end, rule.type);
+  end += ",\"holds\":";
+  return {.front = beginJsonLine(selection, selection.getDocument().getSheets()[rule.sheet]) +
+                   ",\"cell\":\"",
+          .endIfHolds = end + "true}\n",
+          .endIfNot = end + "false}\n"};
+}
+
+LineTexts makeFieldTexts(Selection const& selection, Workbook::Rule const& rule) {
+  auto const separator = FieldLines::separatorOf(selection.getOptions());
+  auto const character = static_cast<char>(separator);
+  std::string front;
+  if (selection.getOptions().files.size() > 1) {
+    appendField(front, selection.getFile(), separator);
+    front += character;
+  }
+  appendField(front, selection.getDocument().getSheets()[rule.sheet].name, separator);
+  std::string end = fmt::format("{}{}{}", character, rule.number, character);
+  appendField(end, rule.type, separator);
+  end += character;
+  return {.front = front + character, .endIfHolds = end + "1\n", .endIfNot = end + "0\n"};
 }
 
 void printVerdicts(CommandContext const& context, Workbook::Rule const& rule, std::size_t format,
                    CF::TableResolver const& resolver, CF::TablePass const& pass) {
-  auto const texts = makeLineTexts(context.selection.getDocument(), rule);
+  auto const texts = context.selection.getOptions().format == OutputFormat::JsonLines
+                         ? makeJsonTexts(context.selection, rule)
+                         : makeFieldTexts(context.selection, rule);
   resolver.visitVerdicts(format, pass, [&](CF::CellVerdict const& verdict) {
     auto const cell = verdict.cellInfo.getCellIndex();
     if (!context.selection.contains(rule.sheet, cell)) {
@@ -66,6 +87,7 @@ void printSheet(CommandContext const& context, std::size_t sheet,
   CoveredAreas areas(context.selection, sheet, margin);
   for (auto const* rule : context.selection.getResolvedRules(sheet)) {
     auto pass = areas.makePass({&rule, 1});
+    pass.threadCount = context.selection.getOptions().threadCount;
     pass.budget = &context.budget;
     printVerdicts(context, *rule, rules.formatOf(*rule), resolver, pass);
   }
@@ -80,7 +102,10 @@ void runVerdicts(CommandContext const& context) {
       std::make_unique<Workbook::DocumentValueProvider>(context.selection.getDocument(),
                                                         options.localeName, options.timeZone));
   OfficeUtils::PinnedMoment const pinned(options.now);  // one for all verdicts
-  context.out.text() += "sheet\tcell\trule\tkind\tholds\n";
+  if (context.isFirstFile && options.format != OutputFormat::JsonLines) {
+    FieldLines(context.selection, context.out)
+        .addHeadings({"sheet", "cell", "rule", "kind", "holds"});
+  }
   try {
     // Rules are numbered sheet by sheet.
     for (auto const sheet : context.selection.getSheets()) {

@@ -26,6 +26,9 @@ namespace {
 /// Members keep the order in which they were added.
 using Json = nlohmann::ordered_json;
 
+/// Of the shape of the documents. It changes where a member changes its meaning or goes.
+constexpr int jsonVersion = 1;
+
 std::string dump(Json const& json, int indent = -1) {
   return escapeUnprintable(json.dump(indent, ' ', false, Json::error_handler_t::replace));
 }
@@ -92,7 +95,8 @@ Json styleToJson(DOM::CellStyle const& style) {
 Json describeRun(Selection const& selection) {
   auto const& options = selection.getOptions();
   auto const now = std::chrono::floor<std::chrono::seconds>(options.timeZone.toLocal(options.now));
-  return {{"file", selection.getFile()},
+  return {{"version", jsonVersion},
+          {"file", selection.getFile()},
           {"now", toText(now)},
           {"timeZone", options.timeZone.getName()},
           {"locale", options.localeName}};
@@ -192,6 +196,16 @@ std::string beginJsonDocument(Selection const& selection) {
   auto head = dump(describeRun(selection));
   head.pop_back();
   return head;
+}
+
+std::string beginJsonLine(Selection const& selection, Workbook::Sheet const& sheet) {
+  auto head = dump({{"file", selection.getFile()}, {"sheet", sheet.name}});
+  head.pop_back();
+  return head;
+}
+
+std::string toJsonText(Workbook::Document const& document, Workbook::Rule const& rule) {
+  return dump(describeRule(document, rule));
 }
 
 std::string toJsonSummary(Selection const& selection, Report const& report) {

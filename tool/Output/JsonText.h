@@ -33,6 +33,14 @@ void appendJsonValue(std::string& json, FormulaModel::FormulaValue const& value)
 /// brace, so that more members can follow.
 [[nodiscard]] std::string beginJsonDocument(Selection const& selection);
 
+/// The first members of a line about something of a sheet: the file and the sheet. Without the
+/// closing brace, so that more members can follow.
+[[nodiscard]] std::string beginJsonLine(Selection const& selection, Workbook::Sheet const& sheet);
+
+/// A rule with its formulas, and its style or the reason why it is not resolved. One line.
+[[nodiscard]] std::string toJsonText(Workbook::Document const& document,
+                                     Workbook::Rule const& rule);
+
 /// The numbers of rules by what became of them, and what is not as it should be. One line.
 [[nodiscard]] std::string toJsonSummary(Selection const& selection, Report const& report);
 

@@ -42,4 +42,12 @@ public:
     Selection const& selection, OfficeUtils::LocaleContext const& locale, Report const& report,
     OutputBuffer& out);
 
+/// Separated values; the line of headings stands before the first file alone.
+[[nodiscard]] std::unique_ptr<ResolveOutput> makeResolveFields(
+    Selection const& selection, OfficeUtils::LocaleContext const& locale, bool isFirstFile,
+    OutputBuffer& out);
+/// One JSON object a line.
+[[nodiscard]] std::unique_ptr<ResolveOutput> makeResolveJsonLines(
+    Selection const& selection, OfficeUtils::LocaleContext const& locale, OutputBuffer& out);
+
 }  // namespace Zorv::Tool

@@ -8,6 +8,12 @@ namespace Zorv::Tool {
 /// Prints the rules of each sheet of a selection, by priority, as a table.
 void printRulesTable(Selection const& selection, OutputBuffer& out);
 
+/// Prints them as separated values; the line of headings stands before the first file alone.
+void printRulesFields(Selection const& selection, bool isFirstFile, OutputBuffer& out);
+
+/// Prints them as one JSON object a line.
+void printRulesJsonLines(Selection const& selection, OutputBuffer& out);
+
 /// The properties that a resolved rule's named style sets, with inherited ones; none if it has no
 /// named style.
 [[nodiscard]] DOM::CellStyle findStyle(Workbook::Document const& document,

@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 #include <boost/variant/get.hpp>
 
+#include "FormulaModel/FormulaValueAccess.h"
 #include "OfficeUtils/FormulaValueCast.h"
 #include "OfficeUtils/SerialDate.h"
 
@@ -49,6 +50,21 @@ std::optional<std::int64_t> toWholeNumber(double number) noexcept {
 }
 
 }  // namespace
+
+std::string toRawText(FormulaModel::FormulaValue const& value) {
+  switch (value.which()) {
+    case FormulaModel::FormulaValueKind::Number:
+      return fmt::format("{}", boost::get<FormulaModel::FormulaNumber>(value).value.get());
+    case FormulaModel::FormulaValueKind::String:
+      return boost::get<FormulaModel::FormulaString>(value).value;
+    case FormulaModel::FormulaValueKind::Boolean:
+      return boost::get<FormulaModel::FormulaBoolean>(value).value ? "TRUE" : "FALSE";
+    case FormulaModel::FormulaValueKind::Error:
+      return std::string(FormulaModel::toText(boost::get<FormulaModel::FormulaError>(value).code));
+    default:
+      return {};
+  }
+}
 
 std::string_view CellFormatter::toText(DOM::Cell const& cell, DOM::CellFormat const* format) {
   if (format == nullptr && cell.style) {

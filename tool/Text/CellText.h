@@ -38,4 +38,8 @@ private:
   std::string _text;
 };
 
+/// A value as a formula would write it: `167.9`, `TRUE`, `#DIV/0!`, a text as it is; none for
+/// empty.
+[[nodiscard]] std::string toRawText(FormulaModel::FormulaValue const& value);
+
 }  // namespace Zorv::Tool

@@ -1,0 +1,58 @@
+#include <string>
+
+#include <fmt/format.h>
+
+#include "DOM/A1Notation.h"
+#include "tool/Output/FieldLines.h"
+#include "tool/Output/JsonText.h"
+#include "tool/Output/RulesOutput.h"
+#include "tool/Text/ConditionText.h"
+#include "tool/Text/StyleText.h"
+
+// Rules one a line, each line complete in itself.
+namespace Zorv::Tool {
+
+namespace {
+
+std::string describeProblem(Workbook::Rule const& rule) {
+  return rule.format == nullptr ? rule.unresolvedReason
+                                : fmt::format("{}", fmt::join(rule.doubts, ", "));
+}
+
+void printRuleFields(Workbook::Document const& document, Workbook::Rule const& rule,
+                     FieldLines& lines) {
+  lines.addLine({document.getSheets()[rule.sheet].name, std::to_string(rule.number), rule.type,
+                 rule.priority ? std::to_string(*rule.priority) : "", rule.stopIfTrue ? "1" : "0",
+                 rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges),
+                 describeCondition(rule), fmt::format("{}", fmt::join(rule.formulas, " ; ")),
+                 rule.format != nullptr ? describe(findStyle(document, rule)) : "",
+                 rule.format != nullptr ? "1" : "0", describeProblem(rule)});
+}
+
+}  // namespace
+
+void printRulesFields(Selection const& selection, bool isFirstFile, OutputBuffer& out) {
+  FieldLines lines(selection, out);
+  if (isFirstFile) {
+    lines.addHeadings({"sheet", "rule", "kind", "priority", "stop", "ranges", "condition",
+                       "formulas", "style", "resolved", "problem"});
+  }
+  for (auto const sheet : selection.getSheets()) {
+    for (auto const* rule : selection.getRulesByPriority(sheet)) {
+      printRuleFields(selection.getDocument(), *rule, lines);
+    }
+  }
+}
+
+void printRulesJsonLines(Selection const& selection, OutputBuffer& out) {
+  for (auto const sheet : selection.getSheets()) {
+    auto const front = beginJsonLine(selection, selection.getDocument().getSheets()[sheet]);
+    for (auto const* rule : selection.getRulesByPriority(sheet)) {
+      // The rule's members follow those of the line.
+      out.text() += front + ',' + toJsonText(selection.getDocument(), *rule).substr(1) + '\n';
+      out.endEntry();
+    }
+  }
+}
+
+}  // namespace Zorv::Tool
