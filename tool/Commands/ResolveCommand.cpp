@@ -87,7 +87,7 @@ std::unique_ptr<ResolveOutput> makeOutput(CommandContext const& context,
     case OutputFormat::Tsv:
       return makeResolveFields(context.selection, locale, context.isFirstFile, context.out);
     default:
-      return makeResolveTable(locale, context.out);
+      return makeResolveTable(locale, context.terminal, context.out);
   }
 }
 

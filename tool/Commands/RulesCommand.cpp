@@ -7,7 +7,7 @@ namespace Zorv::Tool {
 void runRules(CommandContext const& context) {
   switch (context.selection.getOptions().format) {
     case OutputFormat::Table:
-      return printRulesTable(context.selection, context.out);
+      return printRulesTable(context.selection, context.terminal, context.out);
     case OutputFormat::Json:
       context.out.text() += toJsonRules(context.selection, context.report) + "\n";
       return context.out.endEntry();

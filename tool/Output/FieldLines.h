@@ -22,9 +22,7 @@ public:
         _out(out) {}
 
   /// Writes the line of headings.
-  void addHeadings(std::initializer_list<std::string_view> headings) {
-    addLine("file", headings);
-  }
+  void addHeadings(std::initializer_list<std::string_view> headings) { addLine("file", headings); }
 
   /// Writes a line; the fields are made printable.
   void addLine(std::initializer_list<std::string_view> fields) {

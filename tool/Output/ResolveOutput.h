@@ -9,6 +9,7 @@
 #include "tool/Input/Selection.h"
 #include "tool/Output/Report.h"
 #include "tool/Text/OutputBuffer.h"
+#include "tool/Text/Terminal.h"
 
 namespace Zorv::Tool {
 
@@ -36,7 +37,7 @@ public:
 
 /// The outputs borrow their arguments.
 [[nodiscard]] std::unique_ptr<ResolveOutput> makeResolveTable(
-    OfficeUtils::LocaleContext const& locale, OutputBuffer& out);
+    OfficeUtils::LocaleContext const& locale, Terminal const& terminal, OutputBuffer& out);
 /// The summary comes from the report, as it stands when the output ends.
 [[nodiscard]] std::unique_ptr<ResolveOutput> makeResolveJson(
     Selection const& selection, OfficeUtils::LocaleContext const& locale, Report const& report,

@@ -38,14 +38,15 @@ std::string describeDecidingRules(std::span<Workbook::Rule const* const> rules) 
 
 class ResolveTable final : public ResolveOutput {
 public:
-  ResolveTable(OfficeUtils::LocaleContext const& locale, OutputBuffer& out)
+  ResolveTable(OfficeUtils::LocaleContext const& locale, Terminal const& terminal,
+               OutputBuffer& out)
       : _formatter(locale),
         _table({{"SHEET", ColumnWidths::name},
                 {"CELL", ColumnWidths::name},
                 {"VALUE", ColumnWidths::value},
-                {"STYLE", ColumnWidths::style},
+                {"STYLE", ColumnWidths::style, true},
                 {"RULES", ColumnWidths::rules}},
-               out) {}
+               out, terminal) {}
 
   void beginSheet(Workbook::Sheet const& sheet) override {
     _sheet = shorten(sheet.name, ColumnWidths::name);
@@ -60,9 +61,10 @@ public:
       return shorten(describeDecidingRules(cell.deciding), ColumnWidths::rules);
     });
     auto const address = DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex());
-    _table.addRow({_sheet, address,
-                   cellObject != nullptr ? _formatter.toText(*cellObject, format) : "", style,
-                   rules});
+    _table.addRow(
+        {_sheet, address, cellObject != nullptr ? _formatter.toText(*cellObject, format) : "",
+         style, rules},
+        findFillColour(cell.style->get()));
   }
 
   void finish() override { _table.finish(); }
@@ -78,8 +80,8 @@ private:
 }  // namespace
 
 std::unique_ptr<ResolveOutput> makeResolveTable(OfficeUtils::LocaleContext const& locale,
-                                                OutputBuffer& out) {
-  return std::make_unique<ResolveTable>(locale, out);
+                                                Terminal const& terminal, OutputBuffer& out) {
+  return std::make_unique<ResolveTable>(locale, terminal, out);
 }
 
 }  // namespace Zorv::Tool

@@ -24,9 +24,14 @@ std::string describeResult(Workbook::Document const& document, Workbook::Rule co
              : fmt::format("{} (in doubt: {})", style, fmt::join(rule.doubts, ", "));
 }
 
+std::optional<DOM::Colour> findSwatch(Workbook::Document const& document,
+                                      Workbook::Rule const& rule) {
+  return rule.format ? findFillColour(findStyle(document, rule)) : std::nullopt;
+}
+
 }  // namespace
 
-void printRulesTable(Selection const& selection, OutputBuffer& out) {
+void printRulesTable(Selection const& selection, Terminal const& terminal, OutputBuffer& out) {
   auto const& document = selection.getDocument();
   TextTable table({{"SHEET", ColumnWidths::name},
                    {"RULE", ColumnWidths::number},
@@ -34,14 +39,15 @@ void printRulesTable(Selection const& selection, OutputBuffer& out) {
                    {"STOPS", ColumnWidths::number},
                    {"RANGES", ColumnWidths::name},
                    {"CONDITION", ColumnWidths::condition},
-                   {"STYLE", ColumnWidths::style}},
-                  out);
+                   {"STYLE", ColumnWidths::style, true}},
+                  out, terminal);
   for (auto const sheet : selection.getSheets()) {
     for (auto const* rule : selection.getRulesByPriority(sheet)) {
-      table.addRow({document.getSheets()[sheet].name, std::to_string(rule->number),
-                    rule->priority ? std::to_string(*rule->priority) : "-",
-                    rule->stopIfTrue ? "yes" : "-", describeRanges(*rule), describeCondition(*rule),
-                    describeResult(document, *rule)});
+      table.addRow(
+          {document.getSheets()[sheet].name, std::to_string(rule->number),
+           rule->priority ? std::to_string(*rule->priority) : "-", rule->stopIfTrue ? "yes" : "-",
+           describeRanges(*rule), describeCondition(*rule), describeResult(document, *rule)},
+          findSwatch(document, *rule));
     }
   }
   table.finish();

@@ -173,6 +173,18 @@ std::string toText(DOM::GradientFill const& gradient) {
   return text;
 }
 
+std::optional<DOM::Colour> findFillColour(DOM::CellStyle const& style) {
+  auto const& props = style.getCellProps();
+  if (!props || props->fillPattern == DOM::FillPattern::None) {
+    return std::nullopt;
+  }
+  if (props->fillPattern == DOM::FillPattern::Gradient && props->fillGradient &&
+      !props->fillGradient->stops.empty()) {
+    return props->fillGradient->stops.front().colour;
+  }
+  return props->fillColour ? props->fillColour : props->fillPatternColour;
+}
+
 std::string describe(DOM::CellStyle const& style) {
   Phrases phrases;
   bool const framed = style.getCellProps() && hasFrame(*style.getCellProps());

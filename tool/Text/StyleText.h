@@ -32,6 +32,10 @@ namespace Zorv::Tool {
 /// nothing.
 [[nodiscard]] std::string describe(DOM::CellStyle const& style);
 
+/// The colour that a style fills cells with: of a solid fill, of the lines of a pattern where it
+/// has no other, or the first of a gradient.
+[[nodiscard]] std::optional<DOM::Colour> findFillColour(DOM::CellStyle const& style);
+
 /// Calls `visit(name, value)` for every property that a group sets, in the order of its members.
 template <class Props, class Visitor>
 void forEachSetMember(Props const& props, Visitor const& visit) {

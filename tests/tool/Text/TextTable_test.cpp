@@ -64,6 +64,45 @@ TEST_F(TextTableTest, RowsAfterTheFirstThousandAreWrittenAtOnceAndKeepTheWidths)
   EXPECT_EQ(printed().substr(first.size()), "a    y\nabcdef  z\n");
 }
 
+TEST_F(TextTableTest, OnATerminalTheWidestColumnsAreNarrowed) {
+  TextTable table({{"CELL", 20}, {"STYLE", 40}, {"RULES", 40}}, _buffer, {.width = 36});
+  table.addRow({"A1", "fill #FFC7CE, text #9C0006", "9: formula $D4<TODAY() on A4:G15"});
+  table.finish();
+  EXPECT_EQ(printed(),
+            "CELL  STYLE           RULES\n"
+            "A1    fill #FFC7C...  9: formula ...\n");
+}
+
+TEST_F(TextTableTest, OnATerminalLaterRowsKeepToItsWidth) {
+  TextTable table({{"A", 20}, {"B", 20}}, _buffer, {.width = 12});
+  for (int row = 1; row < 1'000; ++row) {
+    table.addRow({"abcd", "x"});
+  }
+  auto const first = printed();
+  table.addRow({"abcdef", "123456789"});
+  table.finish();
+  EXPECT_EQ(printed().substr(first.size()), "a...  123...\n");
+}
+
+TEST_F(TextTableTest, SwatchesStandBeforeTheirColumn) {
+  TextTable table({{"A", 20}, {"B", 20, true}, {"C", 20}}, _buffer,
+                  {.width = std::nullopt, .hasColours = true});
+  table.addRow({"1", "red", "x"}, DOM::Colour{.red = 255});
+  table.addRow({"2", "none", "y"});
+  table.finish();
+  EXPECT_EQ(printed(),
+            "A     B     C\n"
+            "1  \x1B[48;2;255;0;0m  \x1B[0m red   x\n"
+            "2     none  y\n");
+}
+
+TEST_F(TextTableTest, WithoutColoursThereAreNoSwatches) {
+  TextTable table({{"A", 20, true}, {"B", 20}}, _buffer);
+  table.addRow({"red", "x"}, DOM::Colour{.red = 255});
+  table.finish();
+  EXPECT_EQ(printed(), "A    B\nred  x\n");
+}
+
 TEST_F(TextTableTest, WithoutRowsThereAreHeadings) {
   TextTable table({{"A", 20}, {"B", 20}}, _buffer);
   table.finish();
