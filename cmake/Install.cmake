@@ -1,5 +1,5 @@
-# cmake --install: headers below include/zorv, both libraries, the tool, a CMake package and a
-# pkg-config file.
+# cmake --install: headers below include/zorv, both libraries, the tool with its manual page and
+# completions, a CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)
 include(cmake/PublicHeaders.cmake)
 
@@ -21,6 +21,13 @@ install(
 if(CNDFRMT_BUILD_TOOL)
   set_target_properties(cndfrmt PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   install(TARGETS cndfrmt RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  set(help ${PROJECT_BINARY_DIR}/help)
+  install(FILES ${help}/cndfrmt.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${help}/cndfrmt.bash RENAME cndfrmt
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+  install(FILES ${help}/_cndfrmt DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+  install(FILES ${help}/cndfrmt.fish
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 
 configure_package_config_file(

@@ -2,7 +2,7 @@
 # Fails when a source of the loader or the tool includes what it should not:
 #   workbook: face -> Read -> Xml -> Package, and face, Read -> Recalculation -> model, where the
 #   model (Document.h and what it is made of) and the face lie in workbook/ itself;
-#   tool: main -> Commands -> Output -> Input -> Text, and main -> Process, which is about the
+#   tool: main -> Commands -> Output -> Input -> Help, Text, and main -> Process, which is about the
 #   process alone; of the libraries installed headers only.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -17,10 +17,11 @@ forbid "$face|workbook/(Package|Xml|Read)/" workbook/Recalculation
 forbid "$face" workbook/Read
 forbid 'workbook/[A-Z][A-Za-z]*/' workbook/*.h
 
-forbid 'tool/(Commands|Output|Input)/' tool/Text
+forbid 'tool/(Commands|Output|Input|Help)/' tool/Text
+forbid 'tool/(Commands|Output|Input|Text)/' tool/Help
 forbid 'tool/(Commands|Output)/' tool/Input
 forbid 'tool/Commands/' tool/Output
-forbid 'tool/Process/' tool/Commands tool/Output tool/Input tool/Text
+forbid 'tool/Process/' tool/Commands tool/Output tool/Input tool/Help tool/Text
 forbid 'tool/(Commands|Output|Input|Text)/' tool/Process
 
 # What the tool includes of the libraries, and what of that is not installed.

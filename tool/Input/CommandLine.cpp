@@ -1,13 +1,20 @@
 #include "tool/Input/CommandLine.h"
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <span>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
+#include "tool/Help/CommandDescription.h"
+#include "tool/Help/Completion.h"
+#include "tool/Help/ManPage.h"
 #include "tool/Input/Arguments.h"
 #include "tool/Text/Printable.h"
 
@@ -20,6 +27,11 @@ void addFiles(CLI::App& command, Arguments& arguments) {
   command.add_option("FILE", arguments.files, "The workbooks, .xlsx or .xlsm; - is standard input")
       ->required()
       ->type_name("");
+}
+
+/// One of some words. The name lists them for completions.
+CLI::Validator choice(std::vector<std::string> const& words) {
+  return CLI::IsMember(words).description("").name(fmt::format("{}", fmt::join(words, " ")));
 }
 
 /// An option that may be given several times, with one value each.
@@ -38,7 +50,7 @@ void addFormat(CLI::App& command, Arguments& arguments, std::vector<std::string>
   command
       .add_option("--format", arguments.format,
                   fmt::format("How to print: {}", fmt::join(formats, ", ")))
-      ->check(CLI::IsMember(formats).description(""))
+      ->check(choice(formats))
       ->type_name("FORMAT");
 }
 
@@ -73,7 +85,7 @@ void addColour(CLI::App& command, Arguments& arguments) {
   command
       .add_option("--colour,--color", arguments.colour,
                   "Colours on the terminal: auto (default), always, never")
-      ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
+      ->check(choice({"auto", "always", "never"}))
       ->type_name("WHEN");
 }
 
@@ -133,20 +145,23 @@ constexpr CommandEntry commandEntries[] = {
 };
 
 constexpr char const* exitStatuses =
-    "Exit status:\n"
-    "  0    the result is complete\n"
-    "  1    a file cannot be read or evaluated, or a limit was met\n"
-    "  2    the command line is wrong\n"
-    "  130  interrupted, 143 terminated\n";
+    "0    the result is complete\n"
+    "1    a file cannot be read or evaluated, or a limit was met\n"
+    "2    the command line is wrong\n"
+    "130  interrupted, 143 terminated\n";
+
+std::vector<std::string> splitText(std::string_view text, char separator) {
+  std::vector<std::string> parts;
+  while (!text.empty()) {
+    auto const end = std::min(text.find(separator), text.size());
+    parts.emplace_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return parts;
+}
 
 std::string indentLines(std::string_view text) {
-  std::string result;
-  while (!text.empty()) {
-    auto const end = text.find('\n');
-    result += fmt::format("  {}\n", text.substr(0, end));
-    text.remove_prefix(end + 1);
-  }
-  return result;
+  return fmt::format("  {}\n", fmt::join(splitText(text, '\n'), "\n  "));
 }
 
 std::unique_ptr<CLI::App> makeApp(Arguments& arguments) {
@@ -161,7 +176,8 @@ std::unique_ptr<CLI::App> makeApp(Arguments& arguments) {
   app->footer("cndfrmt help COMMAND says more about a command.\n");
   for (auto const& entry : commandEntries) {
     auto* const command = app->add_subcommand(entry.name, entry.summary);
-    command->footer(fmt::format("Examples:\n{}\n{}", indentLines(entry.examples), exitStatuses));
+    command->footer(fmt::format("Examples:\n{}\nExit status:\n{}", indentLines(entry.examples),
+                                indentLines(exitStatuses)));
     entry.addOptions(*command, arguments);
     command->callback([&arguments, &entry] { arguments.command = entry.command; });
   }
@@ -186,22 +202,73 @@ std::vector<std::string> readWords(std::span<char const* const> arguments) {
   return words;
 }
 
-OptionDescription describe(CLI::Option const& option) {
+OptionDescription describe(CLI::Option& option) {
   OptionDescription description;
   description.meaning = option.get_description();
   description.isPositional = option.get_positional();
+  if (option.get_positional()) {
+    description.names.push_back(option.get_name(true));
+    return description;
+  }
   for (auto const& name : option.get_snames()) {
     description.names.push_back("-" + name);
   }
   for (auto const& name : option.get_lnames()) {
     description.names.push_back("--" + name);
   }
-  if (option.get_positional()) {
-    description.names.push_back(option.get_name(true));
-  } else if (option.get_items_expected_max() > 0) {
+  if (option.get_items_expected_max() > 0) {
     description.parameter = option.get_type_name();
   }
+  try {
+    description.choices = splitText(option.get_validator()->get_name(), ' ');
+  } catch (CLI::OptionNotFound const&) {
+    // It takes any text.
+  }
   return description;
+}
+
+/// The commands that work on files.
+std::vector<CommandDescription> describeCommands(CLI::App const& app) {
+  std::vector<CommandDescription> descriptions;
+  for (auto const& entry : commandEntries) {
+    auto& description = descriptions.emplace_back();
+    description.name = entry.name;
+    description.summary = entry.summary;
+    description.examples = splitText(entry.examples, '\n');
+    for (auto* option : app.get_subcommand(entry.name)->get_options()) {
+      description.options.push_back(describe(*option));
+    }
+  }
+  return descriptions;
+}
+
+/// The commands that print what helps with the others.
+struct Helpers {
+  CLI::App* manual = nullptr;
+  CLI::App* completion = nullptr;
+  std::string shell;
+};
+
+void addHelpers(CLI::App& app, Helpers& helpers) {
+  helpers.manual = app.add_subcommand("manual", "Print the manual page, for man -l");
+  helpers.completion = app.add_subcommand("completion", "Print the completions for a shell");
+  helpers.completion->add_option("SHELL", helpers.shell, "bash, zsh or fish")
+      ->required()
+      ->check(choice({"bash", "zsh", "fish"}))
+      ->type_name("");
+}
+
+/// Runs a command that needs no file; nothing if another was given.
+std::optional<ExitStatus> runHelper(CLI::App const& app, Helpers const& helpers,
+                                    std::ostream& out) {
+  if (helpers.manual->parsed()) {
+    out << writeManPage(describeCommands(app), CNDFRMT_VERSION, exitStatuses);
+  } else if (helpers.completion->parsed()) {
+    out << writeCompletion(describeCommands(app), helpers.shell).value();
+  } else {
+    return std::nullopt;
+  }
+  return ExitStatus::Success;
 }
 
 }  // namespace
@@ -209,7 +276,9 @@ OptionDescription describe(CLI::Option const& option) {
 std::variant<Options, ExitStatus> parseCommandLine(int argc, char const* const* argv,
                                                    std::ostream& out, std::ostream& err) {
   Arguments arguments;
+  Helpers helpers;
   auto const app = makeApp(arguments);
+  addHelpers(*app, helpers);
   try {
     auto words = readWords(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
     std::ranges::reverse(words);  // as the library wants them
@@ -221,23 +290,10 @@ std::variant<Options, ExitStatus> parseCommandLine(int argc, char const* const* 
     int const code = app->exit(error, out, err);
     return code == 0 ? ExitStatus::Success : ExitStatus::BadUsage;
   }
-  return toOptions(std::move(arguments));
-}
-
-std::vector<CommandDescription> describeCommands() {
-  Arguments arguments;
-  auto const app = makeApp(arguments);
-  std::vector<CommandDescription> descriptions;
-  for (auto const& entry : commandEntries) {
-    auto& description = descriptions.emplace_back();
-    description.name = entry.name;
-    description.summary = entry.summary;
-    description.examples = entry.examples;
-    for (auto const* option : app->get_subcommand(entry.name)->get_options()) {
-      description.options.push_back(describe(*option));
-    }
+  if (auto const status = runHelper(*app, helpers, out)) {
+    return *status;
   }
-  return descriptions;
+  return toOptions(std::move(arguments));
 }
 
 }  // namespace Zorv::Tool
