@@ -1,0 +1,57 @@
+#!/usr/bin/python3
+"""Checks that the tool's JSON is as the schemas in docs/schema/ say.
+
+  check_schemas.py CNDFRMT FILE...     from the root of the sources
+"""
+
+import json
+import pathlib
+import subprocess
+import sys
+
+import jsonschema
+
+
+def load_validator(name):
+    schema = json.loads(pathlib.Path(f"docs/schema/{name}.schema.json").read_text())
+    jsonschema.Draft202012Validator.check_schema(schema)
+    return jsonschema.Draft202012Validator(schema)
+
+
+# The schema, the command's arguments before the files, and whether it prints a line a thing.
+OUTPUTS = [
+    ("resolve", ["resolve", "--format", "json"], False),
+    ("rules", ["rules", "--format", "json"], False),
+    ("resolve-line", ["resolve", "--format", "jsonl"], True),
+    ("rules-line", ["rules", "--format", "jsonl"], True),
+    ("verdicts-line", ["verdicts", "--format", "jsonl"], True),
+]
+
+
+def find_faults(tool, schema, command, is_lines, files):
+    """Descriptions of what is not as the schema says, and the number of things that were checked."""
+    validator = load_validator(schema)
+    output = subprocess.run([tool, *command, *files], capture_output=True, text=True).stdout
+    things = [json.loads(line) for line in output.splitlines()] if is_lines else [json.loads(output)]
+    faults = [f"{schema}: {files[0]}: {error.json_path}: {error.message[:300]}"
+              for thing in things for error in validator.iter_errors(thing)]
+    return faults, len(things)
+
+
+def main():
+    tool, files = sys.argv[1], sys.argv[2:]
+    faults = []
+    for schema, command, is_lines in OUTPUTS:
+        count = 0
+        for chosen in [[file] for file in files] + ([] if is_lines else [files]):
+            found, things = find_faults(tool, schema, command, is_lines, chosen)
+            faults += found
+            count += things
+        if count == 0:
+            faults.append(f"{schema}: nothing was checked")
+    print("\n".join(faults[:20]), file=sys.stderr)
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
