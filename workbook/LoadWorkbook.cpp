@@ -22,7 +22,8 @@ Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& opti
     Archive archive(openPackageFile(file, options.limits.pipeBytes), options.limits,
                     options.budget);
     Document document;
-    LoadState state{archive, options.limits, document, MemoryCounter(options.budget)};
+    LoadState state{archive, options.limits, document, MemoryCounter(options.budget),
+                    options.semantics};
     WorkbookReader(state).read();
     std::optional<CellFormulas> all;
     if (state.usesClock) {

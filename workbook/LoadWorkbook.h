@@ -8,17 +8,20 @@
 #include "workbook/Document.h"
 #include "workbook/Limits.h"
 #include "workbook/LoadError.h"
+#include "workbook/Semantics.h"
 
 namespace Zorv::Workbook {
 
 struct LoadOptions {
-  Limits limits;
+  Limits limits{};
   /// Locale (a BCP 47 tag or an ICU name) and time zone in which formulas without results are
   /// calculated.
   std::string localeName = "en-US";
-  DOM::TimeZone timeZone;
+  DOM::TimeZone timeZone{};
   /// The file's name in messages; empty: its path.
-  std::string name;
+  std::string name{};
+  /// The meaning that the conditional formats are made with.
+  Semantics semantics = Semantics::Own;
   /// Bounds the work and the memory of loading; borrowed, null for no bound besides the limits.
   WorkBudget* budget = nullptr;
 };

@@ -14,6 +14,7 @@
 #include "workbook/Quote.h"
 #include "workbook/Read/RuleCondition.h"
 #include "workbook/Read/Values.h"
+#include "workbook/Widespread.h"
 #include "workbook/Xml/XmlText.h"
 
 namespace Zorv::Workbook {
@@ -152,6 +153,9 @@ std::unique_ptr<DOM::ConditionalFormat const> ConditionalFormatReader::makeForma
                              ? "the rule has no range"
                              : fmt::format("\"{}\" is no range of the sheet", rule.rangeText));
   }
+  if (_state.semantics == Semantics::Widespread) {
+    condition = toWidespread(std::move(condition), rule);
+  }
   DOM::Table const& table = *_state.document.getSheets()[_sheet].table;
   std::vector<DOM::TableRangeByID> ranges;
   ranges.reserve(rule.ranges.size());
@@ -159,6 +163,23 @@ std::unique_ptr<DOM::ConditionalFormat const> ConditionalFormatReader::makeForma
                  [&table](TableRange const& range) { return table.toRangeByID(range); });
   return std::make_unique<DOM::ConditionalFormat const>(std::move(ranges), std::move(condition),
                                                         findStyle(element, rule), rule.stopIfTrue);
+}
+
+DOM::ConditionalFormatOperator ConditionalFormatReader::toWidespread(
+    DOM::ConditionalFormatOperator condition, Rule const& rule) {
+  auto widespread = findWidespread(condition, rule);
+  if (widespread) {
+    // It is kept parsed like the formulas of the file.
+    _state.countFormula(widespread->formula, _state.document.getSheets()[_sheet].part);
+    return DOM::UnaryConditionalFormatOperator(DOM::UnaryConditionalFormatType::FormulaIsTrue,
+                                               std::move(widespread->expr));
+  }
+  if (!isFormula(condition)) {
+    addFinding(rule,
+               "has too many ranges, or too long a formula, for a formula that says what other "
+               "programs do; it is resolved by the library's own semantics");
+  }
+  return condition;
 }
 
 /// The nil identity for a rule without a differential format, which sets no style.

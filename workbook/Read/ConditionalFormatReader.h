@@ -47,6 +47,8 @@ private:
   [[nodiscard]] bool joinsEarlierRule(pugi::xml_node extensionRule);
   [[nodiscard]] std::unique_ptr<DOM::ConditionalFormat const> makeFormat(pugi::xml_node element,
                                                                          Rule const& rule);
+  [[nodiscard]] DOM::ConditionalFormatOperator toWidespread(
+      DOM::ConditionalFormatOperator condition, Rule const& rule);
   [[nodiscard]] UUID findStyle(pugi::xml_node element, Rule const& rule);
   void checkLimits(Rule const& rule);
   void checkAttributes(pugi::xml_node element, Rule const& rule);

@@ -15,6 +15,7 @@
 #include "workbook/Package/PartError.h"
 #include "workbook/Recalculation/CellFormulas.h"
 #include "workbook/Recalculation/VolatileWords.h"
+#include "workbook/Semantics.h"
 
 namespace Zorv::Workbook {
 
@@ -45,6 +46,7 @@ struct LoadState {
   Limits limits;
   Document& document;
   MemoryCounter memory;
+  Semantics semantics = Semantics::Own;
   std::uint64_t cellCount = 0;
   std::uint64_t sharedTextBytes = 0;  ///< copied into cells
   std::uint64_t formulaBytes = 0;     ///< of rules and defined names

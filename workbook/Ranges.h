@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "Utils/CellIndex.h"
+#include "Utils/TableRange.h"
+
+/// Lists of ranges, as rules have them.
+namespace Zorv::Workbook {
+
+/// The cell that the formulas of a rule are relative to: the smallest first row and the smallest
+/// first column of all ranges. Requires a range.
+[[nodiscard]] CellIndex findBaseCell(std::vector<TableRange> const& ranges);
+
+/// The smallest range that contains all; empty if there are none.
+[[nodiscard]] TableRange findBounds(std::vector<TableRange> const& ranges) noexcept;
+
+/// The same positions in ranges that do not overlap; nothing if there would be more than `most`.
+/// Takes time quadratic in the number of ranges.
+[[nodiscard]] std::vector<TableRange> makeDisjoint(std::vector<TableRange> const& ranges,
+                                                   std::size_t most);
+
+/// True if every position of `ranges` is in one of `cover`. False, too, if the part that is not
+/// covered yet falls into more than `mostParts` ranges meanwhile. Takes up to `mostParts` steps for
+/// each range of `cover`.
+[[nodiscard]] bool isCovered(std::vector<TableRange> const& ranges,
+                             std::vector<TableRange> const& cover, std::size_t mostParts);
+
+/// `$A$1:$B$9`, also for a single cell: `$A$1:$A$1`.
+[[nodiscard]] std::string toAbsoluteAddress(TableRange const& range);
+
+}  // namespace Zorv::Workbook
