@@ -85,8 +85,8 @@ bool isCovered(std::vector<TableRange> const& ranges, std::vector<TableRange> co
 
 std::string toAbsoluteAddress(TableRange const& range) {
   auto const corner = [](unsigned long row, unsigned long column) {
-    return DOM::A1Notation::toText({{static_cast<std::uint32_t>(row), false},
-                                    {static_cast<std::uint32_t>(column), false}});
+    return DOM::A1Notation::toText(
+        {{static_cast<std::uint32_t>(row), false}, {static_cast<std::uint32_t>(column), false}});
   };
   return corner(range.firstRow, range.firstColumn) + ':' +
          corner(range.endRow - 1, range.endColumn - 1);

@@ -26,6 +26,11 @@ using DOM::FormulaSyntaxTree::Operator;
 /// As many as the arguments of a function.
 constexpr std::size_t mostAreas = 255;
 
+bool isError(Expr const& expr) noexcept {
+  auto const& nodes = expr.getParts().nodes;
+  return nodes.size() == 1 && nodes.back().kind == NodeKind::Error;
+}
+
 bool isComparison(Expr const& expr) noexcept {
   auto const& nodes = expr.getParts().nodes;
   return !nodes.empty() && nodes.back().kind == NodeKind::Binary &&
@@ -50,7 +55,8 @@ std::string toStringConstant(std::string_view text) {
 /// formula is empty where the condition is one already, or where it would be too long.
 class WidespreadFormulas : public boost::static_visitor<std::string> {
 public:
-  explicit WidespreadFormulas(Rule const& rule) : _rule(rule), _cell(DOM::A1Notation::toAddress(findBaseCell(rule.ranges))) {}
+  explicit WidespreadFormulas(Rule const& rule)
+      : _rule(rule), _cell(DOM::A1Notation::toAddress(findBaseCell(rule.ranges))) {}
 
   std::string operator()(DOM::NullaryConditionalFormatOperator const& condition) const {
     using Type = DOM::NullaryConditionalFormatType;
@@ -94,7 +100,9 @@ public:
       case Type::Equal:
         return compare("=", condition.getArgument());
       case Type::NotEqual:
-        return compare("<>", condition.getArgument());
+        // A deleted reference equals nothing.
+        return isError(condition.getArgument()) ? write("NOT(ISERROR({cell}))")
+                                                : compare("<>", condition.getArgument());
       case Type::Greater:
         return compare(">", condition.getArgument());
       case Type::GreaterOrEqual:
@@ -144,11 +152,10 @@ public:
       return {};
     }
     std::string const numbers = fmt::format("({})", areas);
-    std::string const rank =
-        condition.getUsePercent()
-            ? fmt::format("MAX(1,INT(COUNT({})*{}/100))", numbers,
-                          std::min<std::uint32_t>(condition.getValue(), 100))
-            : fmt::format("MIN({},COUNT({}))", condition.getValue(), numbers);
+    std::string const rank = condition.getUsePercent()
+                                 ? fmt::format("MAX(1,INT(COUNT({})*{}/100))", numbers,
+                                               std::min<std::uint32_t>(condition.getValue(), 100))
+                                 : fmt::format("MIN({},COUNT({}))", condition.getValue(), numbers);
     bool const isTop = condition.getType() == DOM::TopBottomConditionalFormatType::Top;
     return write("AND(ISNUMBER({cell}),{cell}{op}{function}({numbers},{rank}))",
                  fmt::arg("op", isTop ? ">=" : "<="),
@@ -168,10 +175,10 @@ public:
     bool const isAbove = type == Type::Above || type == Type::EqualOrAbove;
     bool const orEqual =
         type == Type::EqualOrAbove || type == Type::EqualOrBelow || condition.getStdDev();
-    std::string const deviations =
-        condition.getStdDev() ? fmt::format("{}{}*AGGREGATE(8,6,{})", isAbove ? '+' : '-',
-                                            *condition.getStdDev(), areas)
-                              : std::string();
+    std::string const deviations = condition.getStdDev()
+                                       ? fmt::format("{}{}*AGGREGATE(8,6,{})", isAbove ? '+' : '-',
+                                                     *condition.getStdDev(), areas)
+                                       : std::string();
     return write("AND(ISNUMBER({cell}),{cell}{op}{equal}AGGREGATE(1,6,{areas}){deviations})",
                  fmt::arg("op", isAbove ? ">" : "<"), fmt::arg("equal", orEqual ? "=" : ""),
                  fmt::arg("areas", areas), fmt::arg("deviations", deviations));
@@ -181,7 +188,8 @@ public:
   std::string operator()(DOM::UniquenessConditionalFormatOperator const& condition) const {
     std::string counts;
     for (TableRange const& area : makeDisjoint(_rule.ranges, mostAreas)) {
-      counts += fmt::format("{}COUNTIF({},{})", counts.empty() ? "" : "+", toAbsoluteAddress(area), _cell);
+      counts += fmt::format("{}COUNTIF({},{})", counts.empty() ? "" : "+", toAbsoluteAddress(area),
+                            _cell);
     }
     return counts.empty()
                ? std::string()

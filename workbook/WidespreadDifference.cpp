@@ -64,7 +64,8 @@ public:
       case Type::NoBlanks:
         return FormulaModel::isFormulaError(_value)
                    ? "an error is neither blank nor not blank there; here it is not blank"
-                   : "a text of nothing but spaces, or of nothing at all, is blank there; here only "
+                   : "a text of nothing but spaces, or of nothing at all, is blank there; here "
+                     "only "
                      "an empty cell is";
       case Type::LastWeek:
       case Type::ThisWeek:
@@ -133,9 +134,6 @@ public:
 
   std::string_view operator()(DOM::UniquenessConditionalFormatOperator const& /*condition*/) const {
     auto const* const text = asText(_value);
-    if (FormulaModel::isFormulaEmpty(_value)) {
-      return "an empty cell is neither a duplicate nor unique there";
-    }
     return text != nullptr && hasWildcards(*text)
                ? "* and ? stand for other characters there; here they stand for themselves"
                : "values are counted without regard to letter case, a text such as \"5\" like the "
@@ -165,7 +163,8 @@ private:
 std::string_view explainDifference(DOM::ConditionalFormatOperator const& condition,
                                    FormulaValue const& value,
                                    CF::ConditionOperands const& operands) {
-  std::string_view const reason = boost::apply_visitor(DifferenceReason(value, operands), condition);
+  std::string_view const reason =
+      boost::apply_visitor(DifferenceReason(value, operands), condition);
   return reason.empty() ? "numbers and texts are compared otherwise there" : reason;
 }
 

@@ -44,6 +44,7 @@ Workbook::Document load(std::string const& file, Options const& options, WorkBud
                                  .localeName = options.localeName,
                                  .timeZone = options.timeZone,
                                  .name = nameOfFile(file),
+                                 .semantics = options.semantics,
                                  .budget = &budget});
 }
 

@@ -22,6 +22,7 @@ struct Arguments {
   std::string mostMemory = "4G";
   std::string timeout = "10m";
   std::string colour = "auto";
+  std::string semantics = "own";
   bool strict = false;
 };
 

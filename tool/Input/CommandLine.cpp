@@ -63,6 +63,14 @@ void addMoment(CLI::App& command, Arguments& arguments) {
                      "Language and country, such as de-DE (default: en-US)");
 }
 
+void addSemantics(CLI::App& command, Arguments& arguments) {
+  command
+      .add_option("--semantics", arguments.semantics,
+                  "The meaning of conditions: own (default), or widespread, that of other programs")
+      ->check(CLI::IsMember({"own", "widespread"}).description(""))
+      ->type_name("WHOSE");
+}
+
 void addBounds(CLI::App& command, Arguments& arguments) {
   command.add_flag("--strict", arguments.strict,
                    "Exit with status 1 if anything is not as the file means it");
@@ -94,6 +102,7 @@ void addResolveOptions(CLI::App& command, Arguments& arguments) {
   addSelection(command, arguments);
   addFormat(command, arguments, {"table", "json", "jsonl", "csv", "tsv"});
   addMoment(command, arguments);
+  addSemantics(command, arguments);
   addBounds(command, arguments);
   addThreads(command, arguments);
   addColour(command, arguments);
@@ -104,6 +113,7 @@ void addRulesOptions(CLI::App& command, Arguments& arguments) {
   addSelection(command, arguments);
   addFormat(command, arguments, {"table", "json", "jsonl", "csv", "tsv"});
   addMoment(command, arguments);
+  addSemantics(command, arguments);
   addBounds(command, arguments);
   addColour(command, arguments);
 }
@@ -113,6 +123,7 @@ void addVerdictsOptions(CLI::App& command, Arguments& arguments) {
   addSelection(command, arguments);
   addFormat(command, arguments, {"tsv", "csv", "jsonl"});
   addMoment(command, arguments);
+  addSemantics(command, arguments);
   addBounds(command, arguments);
   addThreads(command, arguments);
 }

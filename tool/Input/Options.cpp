@@ -143,6 +143,8 @@ Options toOptions(Arguments arguments) {
   options.now = readNow(arguments.now, options.timeZone);
   checkLocale(arguments.locale);
   options.localeName = std::move(arguments.locale);
+  options.semantics = arguments.semantics == "widespread" ? Workbook::Semantics::Widespread
+                                                          : Workbook::Semantics::Own;
   options.strict = arguments.strict;
   options.mostMemory = readMemory(arguments.mostMemory);
   options.timeout = readTimeout(arguments.timeout);

@@ -10,6 +10,7 @@
 #include "OfficeUtils/TimeZone.h"
 #include "tool/Input/SheetRange.h"
 #include "tool/Text/Terminal.h"
+#include "workbook/Semantics.h"
 
 namespace Zorv::Tool {
 
@@ -34,6 +35,7 @@ struct Options {
   OfficeUtils::Clock::TimePoint now;
   DOM::TimeZone timeZone;
   std::string localeName;
+  Workbook::Semantics semantics = Workbook::Semantics::Own;  ///< the meaning of conditions
   bool strict = false;           ///< what is not as the file means it makes the exit status BadFile
   std::uint64_t mostMemory = 0;  ///< bytes
   std::chrono::milliseconds timeout{};  ///< processor time of all threads
