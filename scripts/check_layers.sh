@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Fails when an include points against the layers:
-#   tool -> workbook -> ConditionalFormatters -> host, and inside the host
+#   tool -> analysis -> workbook -> ConditionalFormatters -> host, and inside the host
 #   Formulas -> DOM -> OfficeUtils -> FormulaModel -> Utils.
 #   In the library: WholeTable -> Parallel -> Formats -> Operators -> Operands -> Predicates.
 # The rooms of the formula engine have an order of their own, and the public headers at its top
@@ -22,7 +22,7 @@ check_order() {
   done
 }
 
-check_order '' '' host ConditionalFormatters workbook tool
+check_order '' '' host ConditionalFormatters workbook analysis tool
 check_order host/ '' Utils FormulaModel OfficeUtils DOM Formulas
 check_order ConditionalFormatters/ ConditionalFormatters/ Predicates Operands Operators Formats \
   Parallel WholeTable
@@ -32,5 +32,5 @@ forbid 'ConditionalFormatters/CndFrmt_(ConditionalFormattingPropsCalculator|Tabl
 check_order host/Formulas/ Formulas/ Limits Text Values Parsing Lookups Evaluation Functions
 forbid 'Formulas/[A-Z][A-Za-z0-9]*/' host/Formulas/*.h
 # Headers of the host are included without its folder's name.
-forbid 'host/' host ConditionalFormatters workbook tool
+forbid 'host/' host ConditionalFormatters workbook analysis tool
 exit $failed

@@ -2,6 +2,7 @@
 # Fails when a source of the loader or the tool includes what it should not:
 #   workbook: face -> Read -> Xml -> Package, and face, Read -> Recalculation -> model, where the
 #   model (Document.h and what it is made of) and the face lie in workbook/ itself;
+#   analysis: no room sees another one but analysis/Shared;
 #   tool: main -> Commands -> Output -> Input -> Help, Text, and main -> Process, which is about the
 #   process alone; of the libraries installed headers only.
 set -euo pipefail
@@ -24,11 +25,16 @@ forbid 'tool/Commands/' tool/Output
 forbid 'tool/Process/' tool/Commands tool/Output tool/Input tool/Help tool/Text
 forbid 'tool/(Commands|Output|Input|Text)/' tool/Process
 
+for room in analysis/*/; do
+  others=$(printf '%s\n' analysis/*/ | grep -vxE "$room|analysis/Shared/" || true)
+  [ -z "$others" ] || forbid "${others//$'\n'/|}" "$room"
+done
+
 # What the tool includes of the libraries, and what of that is not installed.
 installed=$(grep -oE '(host|ConditionalFormatters)/[A-Za-z0-9_/]+\.h' cmake/PublicHeaders.cmake |
   sed 's|^host/||' | sort -u)
 used=$(grep -rhoE '^#include "[^"]+"' --include='*.h' --include='*.cpp' tool |
-  sed -E 's|^#include "(.*)"$|\1|' | grep -vE '^(tool|workbook)/' | sort -u)
+  sed -E 's|^#include "(.*)"$|\1|' | grep -vE '^(tool|analysis|workbook)/' | sort -u)
 hidden=$(comm -13 <(echo "$installed") <(echo "$used"))
 if [ -n "$hidden" ]; then
   grep -rnF --include='*.h' --include='*.cpp' -f <(sed 's|.*|#include "&"|' <<<"$hidden") tool

@@ -22,6 +22,10 @@ Rule const* Document::findRule(std::size_t number) const noexcept {
   return found != _rules.end() && found->number == number ? &*found : nullptr;
 }
 
+std::span<Rule const> Document::getRulesOfSheet(std::size_t sheet) const noexcept {
+  return std::ranges::equal_range(_rules, sheet, {}, &Rule::sheet);
+}
+
 void Document::addFinding(Finding finding) {
   constexpr std::size_t findingLimit = 1'000;
   constexpr std::size_t longestMessage = 1'000;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -89,6 +90,8 @@ public:
   [[nodiscard]] std::vector<Rule>& getRules() noexcept { return _rules; }
   /// The rule of that number, or null. Costs a binary search.
   [[nodiscard]] Rule const* findRule(std::size_t number) const noexcept;
+  /// The rules of one sheet, by ascending number. Costs a binary search.
+  [[nodiscard]] std::span<Rule const> getRulesOfSheet(std::size_t sheet) const noexcept;
 
   /// What was read in another way than the file means it, in the order of reading. Rules that are
   /// not resolved are not repeated here.

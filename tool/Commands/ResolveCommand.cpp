@@ -4,7 +4,7 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "tool/Commands/Commands.h"
 #include "tool/Commands/CoveredAreas.h"
-#include "tool/Commands/SheetRules.h"
+#include "analysis/Shared/SheetRules.h"
 #include "tool/Output/ResolveOutput.h"
 #include "workbook/DocumentValueProvider.h"
 
@@ -28,7 +28,7 @@ public:
   void resolveSheet(std::size_t index) {
     auto const& document = _context.selection.getDocument();
     auto const& sheet = document.getSheets()[index];
-    SheetRules const rules(document, index, _calculator.getConditionalFormatRefs(*sheet.table));
+    Analysis::SheetRules const rules(document, index, _calculator.getConditionalFormatRefs(*sheet.table));
     auto const resolver = _calculator.prepare(document.getStyles(), *sheet.table);
     auto const pass = makePass(index);
 
@@ -56,7 +56,7 @@ private:
     return pass;
   }
 
-  void add(CF::ResolvedCell const& cell, SheetRules const& rules) {
+  void add(CF::ResolvedCell const& cell, Analysis::SheetRules const& rules) {
     if (cell.failure != nullptr) {
       _context.report.addFailure(rules.ruleOf(cell.failure->format), cell.cellInfo.getCellIndex(),
                                  cell.failure->exception);

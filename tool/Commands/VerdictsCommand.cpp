@@ -8,9 +8,9 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "DOM/A1Notation.h"
 #include "OfficeUtils/PinnedMoment.h"
+#include "analysis/Shared/SheetRules.h"
 #include "tool/Commands/Commands.h"
 #include "tool/Commands/CoveredAreas.h"
-#include "tool/Commands/SheetRules.h"
 #include "tool/Output/FieldLines.h"
 #include "tool/Output/JsonText.h"
 #include "workbook/DocumentValueProvider.h"
@@ -83,7 +83,7 @@ void printSheet(CommandContext const& context, std::size_t sheet,
   auto const& document = context.selection.getDocument();
   auto const& table = *document.getSheets()[sheet].table;
   auto const resolver = calculator.prepare(document.getStyles(), table);
-  SheetRules const rules(document, sheet, calculator.getConditionalFormatRefs(table));
+  Analysis::SheetRules const rules(document, sheet, calculator.getConditionalFormatRefs(table));
   CoveredAreas areas(context.selection, sheet, margin);
   for (auto const* rule : context.selection.getResolvedRules(sheet)) {
     auto pass = areas.makePass({&rule, 1});

@@ -44,11 +44,6 @@ std::size_t findSheet(Workbook::Document const& document, std::string const& fil
 
 }  // namespace
 
-std::span<Workbook::Rule const> findRulesOfSheet(Workbook::Document const& document,
-                                                 std::size_t sheet) noexcept {
-  return std::ranges::equal_range(document.getRules(), sheet, {}, &Workbook::Rule::sheet);
-}
-
 Selection::Selection(Workbook::Document const& document, Options const& options, std::string file)
     : _document(document), _options(options), _file(std::move(file)) {
   for (auto const& [sheet, range] : options.ranges) {
@@ -89,7 +84,7 @@ bool Selection::contains(std::size_t sheet, CellIndex cell) const noexcept {
 
 std::vector<Workbook::Rule const*> Selection::getRulesByPriority(std::size_t sheet) const {
   std::vector<Workbook::Rule const*> rules;
-  for (auto const& rule : findRulesOfSheet(_document, sheet)) {
+  for (auto const& rule : _document.getRulesOfSheet(sheet)) {
     if (isSelected(rule)) {
       rules.push_back(&rule);
     }
@@ -105,7 +100,7 @@ std::vector<Workbook::Rule const*> Selection::getRulesByPriority(std::size_t she
 std::vector<Workbook::Rule const*> Selection::getRules() const {
   std::vector<Workbook::Rule const*> rules;
   for (auto const sheet : _sheets) {
-    for (auto const& rule : findRulesOfSheet(_document, sheet)) {
+    for (auto const& rule : _document.getRulesOfSheet(sheet)) {
       if (isSelected(rule)) {
         rules.push_back(&rule);
       }
@@ -116,7 +111,7 @@ std::vector<Workbook::Rule const*> Selection::getRules() const {
 
 std::vector<Workbook::Rule const*> Selection::getResolvedRules(std::size_t sheet) const {
   std::vector<Workbook::Rule const*> rules;
-  for (auto const& rule : findRulesOfSheet(_document, sheet)) {
+  for (auto const& rule : _document.getRulesOfSheet(sheet)) {
     if (rule.format != nullptr && isSelected(rule)) {
       rules.push_back(&rule);
     }

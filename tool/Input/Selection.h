@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -12,10 +11,6 @@
 #include "workbook/Document.h"
 
 namespace Zorv::Tool {
-
-/// The rules of one sheet, by number. Logarithmic in the number of rules.
-[[nodiscard]] std::span<Workbook::Rule const> findRulesOfSheet(Workbook::Document const& document,
-                                                               std::size_t sheet) noexcept;
 
 /// The sheets, cells and rules of a document that the options select.
 ///

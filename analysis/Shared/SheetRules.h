@@ -7,7 +7,7 @@
 #include "workbook/Document.h"
 #include "workbook/Rule.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Analysis {
 
 /// The rules of one sheet and the formats that were made from them. Borrows the document.
 class SheetRules {
@@ -31,4 +31,4 @@ private:
   std::vector<std::pair<DOM::ConditionalFormat const*, std::size_t>> _formats;  ///< by address
 };
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Analysis

@@ -1,4 +1,4 @@
-#include "tool/Commands/SheetRules.h"
+#include "analysis/Shared/SheetRules.h"
 
 #include <memory>
 #include <vector>
@@ -8,7 +8,7 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "workbook/DocumentValueProvider.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Analysis {
 namespace {
 
 /// Two sheets; the rules of the second are neither in the order of their formats nor all resolved.
@@ -56,4 +56,4 @@ TEST_F(SheetRulesTest, LeadFromEachFormatToItsRuleAndBack) {
 }
 
 }  // namespace
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Analysis

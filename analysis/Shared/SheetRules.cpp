@@ -1,12 +1,10 @@
-#include "tool/Commands/SheetRules.h"
+#include "analysis/Shared/SheetRules.h"
 
 #include <algorithm>
 #include <functional>
 #include <utility>
 
-#include "tool/Input/Selection.h"
-
-namespace Zorv::Tool {
+namespace Zorv::Analysis {
 
 SheetRules::SheetRules(Workbook::Document const& document, std::size_t sheet,
                        ConditionalFormatters::ConditionalFormatRefs const& formatRefs)
@@ -15,7 +13,7 @@ SheetRules::SheetRules(Workbook::Document const& document, std::size_t sheet,
     _formats.emplace_back(&formatRefs[format].second.get(), format);
   }
   std::ranges::sort(_formats, std::less<>());
-  for (auto const& rule : findRulesOfSheet(document, sheet)) {
+  for (auto const& rule : document.getRulesOfSheet(sheet)) {
     if (rule.format != nullptr) {
       _rules[formatOf(rule)] = &rule;
     }
@@ -29,4 +27,4 @@ std::size_t SheetRules::formatOf(Workbook::Rule const& rule) const noexcept {
   return found->second;
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Analysis
