@@ -49,6 +49,7 @@ target_sources(
                host/Formulas/ParseExpr.h
                host/Formulas/RuntimeDependenciesResolver.h
                host/Formulas/ShiftExpr.h
+               host/Formulas/ShiftFormulaText.h
                host/Formulas/TableContext.h
                host/OfficeUtils/Clock.h
                host/OfficeUtils/DateTime.h

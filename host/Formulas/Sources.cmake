@@ -80,6 +80,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/ReferenceParser.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/StructuredReferenceText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/ShiftExpr.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/ShiftFormulaText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/DateText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/NumberText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/R1C1Notation.cpp

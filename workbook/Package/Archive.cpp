@@ -6,19 +6,12 @@
 #include <fmt/format.h>
 #include <zip.h>
 
-#include "Utils/CaseFolding.h"
 #include "workbook/Package/PartError.h"
+#include "workbook/Package/PartKey.h"
 
 namespace Zorv::Workbook {
 
 namespace {
-
-std::string toKey(std::string_view part) {
-  std::string key = foldCase(part);
-  std::replace(key.begin(), key.end(), '\\', '/');
-  key.erase(0, std::min(key.find_first_not_of('/'), key.size()));
-  return key;
-}
 
 /// XML of this size is about one cell.
 constexpr std::uint64_t bytesPerStep = 32;
@@ -170,16 +163,16 @@ void Archive::indexParts(Limits const& limits) {
   for (zip_int64_t index = 0; index < count; ++index) {
     auto const place = static_cast<zip_uint64_t>(index);
     if (char const* name = zip_get_name(_zip.get(), place, ZIP_FL_ENC_GUESS)) {
-      _partsByName.emplace(toKey(name), place);
+      _partsByName.emplace(toPartKey(name), place);
     }
   }
 }
 
-bool Archive::has(std::string_view part) const { return _partsByName.contains(toKey(part)); }
+bool Archive::has(std::string_view part) const { return _partsByName.contains(toPartKey(part)); }
 
 std::unique_ptr<ByteSource> Archive::open(std::string_view part, PartUse use) {
   std::string name(part);
-  auto const found = _partsByName.find(toKey(part));
+  auto const found = _partsByName.find(toPartKey(part));
   if (found == _partsByName.end()) {
     throw PartError(name, {}, "is missing from the file; the file is damaged, fetch it anew");
   }

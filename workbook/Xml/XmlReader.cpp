@@ -177,6 +177,7 @@ XmlReader::Event XmlReader::readStartTag() {
   char* end = _buffer.data() + _begin + size - 1;
   _isEmptyElement = end != begin && end[-1] == '/';
   parseTag(begin, _isEmptyElement ? end - 1 : end);
+  _tagPosition = getPosition();
   _begin += size;
   _sawRoot = true;
   openElement();
@@ -189,6 +190,7 @@ XmlReader::Event XmlReader::readEndTag() {
   if (_open.empty() || std::string_view(_openNames).substr(_open.back().nameBegin) != name) {
     fail(fmt::format("the end of an element \"{}\" that is not open", quote(name)));
   }
+  _tagPosition = getPosition();
   _begin += size;
   return closeElement();
 }

@@ -69,6 +69,9 @@ public:
   /// Bytes of the document read so far, in UTF-8.
   [[nodiscard]] std::uint64_t getPosition() const noexcept { return _bufferPosition + _begin; }
 
+  /// Position of the tag of the current start or end: that of its `<`, in UTF-8.
+  [[nodiscard]] std::uint64_t getTagPosition() const noexcept { return _tagPosition; }
+
   /// After the start of an element: reads up to its end.
   void skipElement();
   /// After the start of an element: reads up to its end, and returns the text directly in it.
@@ -130,6 +133,7 @@ private:
   std::size_t _begin = 0;             ///< next byte to be read
   std::size_t _end = 0;               ///< end of the buffered bytes
   std::uint64_t _bufferPosition = 0;  ///< of the buffer's first byte in the document
+  std::uint64_t _tagPosition = 0;
   bool _sawRoot = false;
   bool _isEmptyElement = false;  ///< the starting element ends at once
 

@@ -253,5 +253,20 @@ TEST(XmlTree, AnotherRootThanExpectedIsRefused) {
   EXPECT_THROW(readRoot(reader, document, "a"), PartError);
 }
 
+TEST(XmlReader, TellsWhereTagsBeginAndEnd) {
+  std::string const text =
+      "<?xml version=\"1.0\"?><!-- <b> --><a x='>'>t<!-- <c> --><b y=\"1\" /> <c>u&amp;</c></a>";
+  XmlReader reader(std::make_unique<PieceSource>(text, 3), Limits());
+  std::string tags;
+  for (auto event = reader.next(); event != XmlReader::Event::Finished; event = reader.next()) {
+    if (event != XmlReader::Event::Text) {
+      tags += text.substr(reader.getTagPosition(), reader.getPosition() - reader.getTagPosition());
+      tags += '|';
+    }
+  }
+  // The end of an empty element is its only tag.
+  EXPECT_EQ(tags, "<a x='>'>|<b y=\"1\" />|<b y=\"1\" />|<c>|</c>|</a>|");
+}
+
 }  // namespace
 }  // namespace Zorv::Workbook
