@@ -2,7 +2,7 @@
 # Fails when a source of the loader or the tool includes what it should not:
 #   workbook: face -> Read -> Xml -> Package, and face, Read -> Recalculation -> model, where the
 #   model (Document.h and what it is made of) and the face lie in workbook/ itself;
-#   analysis: no room sees another one but analysis/Shared;
+#   analysis: no room sees another one but analysis/Shared, and Tidy sees Diff;
 #   tool: main -> Commands -> Output -> Input -> Help, Text, and main -> Process, which is about the
 #   process alone; of the libraries installed headers only.
 set -euo pipefail
@@ -26,7 +26,9 @@ forbid 'tool/Process/' tool/Commands tool/Output tool/Input tool/Help tool/Text
 forbid 'tool/(Commands|Output|Input|Text)/' tool/Process
 
 for room in analysis/*/; do
-  others=$(printf '%s\n' analysis/*/ | grep -vxE "$room|analysis/Shared/" || true)
+  seen="$room|analysis/Shared/"
+  [ "$room" != analysis/Tidy/ ] || seen+='|analysis/Diff/'
+  others=$(printf '%s\n' analysis/*/ | grep -vxE "$seen" || true)
   [ -z "$others" ] || forbid "${others//$'\n'/|}" "$room"
 done
 

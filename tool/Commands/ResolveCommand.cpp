@@ -2,9 +2,9 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "analysis/Shared/SheetRules.h"
 #include "tool/Commands/Commands.h"
 #include "tool/Commands/CoveredAreas.h"
-#include "analysis/Shared/SheetRules.h"
 #include "tool/Output/ResolveOutput.h"
 #include "workbook/DocumentValueProvider.h"
 
@@ -28,7 +28,8 @@ public:
   void resolveSheet(std::size_t index) {
     auto const& document = _context.selection.getDocument();
     auto const& sheet = document.getSheets()[index];
-    Analysis::SheetRules const rules(document, index, _calculator.getConditionalFormatRefs(*sheet.table));
+    Analysis::SheetRules const rules(document, index,
+                                     _calculator.getConditionalFormatRefs(*sheet.table));
     auto const resolver = _calculator.prepare(document.getStyles(), *sheet.table);
     auto const pass = makePass(index);
 
