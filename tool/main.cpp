@@ -46,32 +46,37 @@ std::string describeStop(std::string const& file, Options const& options, StopCa
                            cause == StopCause::Interrupted ? "interrupted" : "terminated");
 }
 
-ExitStatus statusOf(StopCause cause) noexcept {
+/// The status of work that failed: 1 of `diff` says that something differs.
+ExitStatus failureOf(Options const& options) noexcept {
+  return options.command == Command::Diff ? ExitStatus::Trouble : ExitStatus::BadFile;
+}
+
+ExitStatus statusOf(Options const& options, StopCause cause) noexcept {
   switch (cause) {
     case StopCause::Interrupted:
       return ExitStatus::Interrupted;
     case StopCause::Terminated:
       return ExitStatus::Terminated;
     default:
-      return ExitStatus::BadFile;
+      return failureOf(options);
   }
 }
 
 /// Ends the process while the work goes on in other threads.
-[[noreturn]] void endProcess(std::string const& message, StopCause cause, OutputBuffer& out) {
+[[noreturn]] void endProcess(std::string const& message, ExitStatus status, OutputBuffer& out) {
   out.endEarly();
   say(message);
   std::cerr.flush();
-  _exit(static_cast<int>(statusOf(cause)));
+  _exit(static_cast<int>(status));
 }
 
 ExitStatus runWithinLimits(Options const& options, OutputBuffer& out) {
   StopWatcher watcher(options.timeout, [&](StopCause cause) {
-    endProcess(describeStop(describeFiles(options), options, cause), cause, out);
+    endProcess(describeStop(describeFiles(options), options, cause), statusOf(options, cause), out);
   });
   limitMemory(options.mostMemory,
               toMessageLine("cndfrmt: " + describeLackOfMemory(describeFiles(options), options)),
-              static_cast<int>(ExitStatus::BadFile), watcher.getSource());
+              static_cast<int>(failureOf(options)), watcher.getSource());
   Zorv::WorkBudget budget({}, watcher.getSource().get_token());
   auto const terminal = Terminal::find(STDOUT_FILENO, options.colour);
   FileRun run(options, terminal, out, budget);
@@ -86,10 +91,20 @@ ExitStatus runWithinLimits(Options const& options, OutputBuffer& out) {
   }
   if (watcher.getCause() == StopCause::None) {
     say(describeLackOfMemory(run.getCurrentFile(), options));
-    return ExitStatus::BadFile;
+    return failureOf(options);
   }
   say(describeStop(run.getCurrentFile(), options, watcher.getCause()));
-  return statusOf(watcher.getCause());
+  return statusOf(options, watcher.getCause());
+}
+
+ExitStatus runOptions(Options const& options) {
+  OutputBuffer out(std::cout);
+  try {
+    return runWithinLimits(options, out);
+  } catch (std::exception const& error) {
+    say(error.what());
+    return failureOf(options);
+  }
 }
 
 ExitStatus runCommandLine(int argc, char const* const* argv) {
@@ -98,8 +113,7 @@ ExitStatus runCommandLine(int argc, char const* const* argv) {
     if (auto const* status = std::get_if<ExitStatus>(&parsed)) {
       return *status;
     }
-    OutputBuffer out(std::cout);
-    return runWithinLimits(std::get<Options>(parsed), out);
+    return runOptions(std::get<Options>(parsed));
   } catch (UsageError const& error) {
     say(error.what());
     return ExitStatus::BadUsage;

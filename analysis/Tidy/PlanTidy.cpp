@@ -14,6 +14,8 @@
 #include "workbook/DocumentContextProvider.h"
 #include "workbook/Package/Archive.h"
 #include "workbook/Package/PackageFile.h"
+#include "workbook/Package/PartError.h"
+#include "workbook/Quote.h"
 #include "workbook/Read/Relationships.h"
 
 namespace Zorv::Analysis {
@@ -186,7 +188,13 @@ std::size_t SheetPlan::countRulesAfter() const noexcept {
 
 TidyPlan planTidy(std::filesystem::path const& file, Workbook::Document const& document,
                   Workbook::LoadOptions const& options) {
-  return FilePlanner(file, document, options).plan();
+  try {
+    return FilePlanner(file, document, options).plan();
+  } catch (Workbook::PartError const& error) {
+    throw Workbook::LoadError(options.name.empty() ? file.string() : options.name,
+                              Workbook::quote(error.getPart()), Workbook::quote(error.getPlace()),
+                              error.getProblem());
+  }
 }
 
 }  // namespace Zorv::Analysis

@@ -46,7 +46,7 @@ struct TidyPlan {
 /// Finds out which rules of a file can be put together or dropped. The document must have been
 /// loaded from the file with these options.
 ///
-/// Only the elements of conditional formats in the parts of sheets change. Throws PartError if the
+/// Only the elements of conditional formats in the parts of sheets change. Throws LoadError if the
 /// file is damaged, and what the budget throws. Memory: the unpacked parts of the sheets that
 /// change, and of the one that is looked at.
 [[nodiscard]] TidyPlan planTidy(std::filesystem::path const& file,

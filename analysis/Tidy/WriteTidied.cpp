@@ -11,6 +11,7 @@
 #include "analysis/Tidy/TargetFile.h"
 #include "analysis/Tidy/TidyError.h"
 #include "workbook/Package/CopyPackage.h"
+#include "workbook/Package/PartError.h"
 #include "workbook/Quote.h"
 
 namespace Zorv::Analysis {
@@ -42,35 +43,55 @@ void checkRuleCounts(Document const& tidied, TidyPlan const& plan) {
   }
 }
 
-void checkCells(Document const& document, Document const& tidied, Workbook::LoadOptions const& load,
-                unsigned threadCount) {
+/// Returns the number of positions.
+std::uint64_t checkCells(Document const& document, Document const& tidied,
+                         Workbook::LoadOptions const& load, unsigned threadCount) {
   auto const moment = OfficeUtils::PinnedMoment::readMoment();
   CompareOptions const options{.localeName = load.localeName,
                                .timeZone = load.timeZone,
                                .threadCount = threadCount,
                                .budget = load.budget};
+  std::uint64_t count = 0;
   for (std::size_t sheet = 0; sheet < document.getSheets().size(); ++sheet) {
-    compareSheets(
+    count += compareSheets(
         {&document, moment}, sheet, {&tidied, moment}, sheet, options,
         [&](CellDifference const& difference) { refuseDifference(document, difference); });
   }
+  return count;
+}
+
+/// Checks the written file; returns the number of positions that were compared.
+std::uint64_t prove(std::filesystem::path const& file, Document const& document,
+                    std::filesystem::path const& written, TidyPlan const& plan,
+                    Workbook::LoadOptions const& load, unsigned threadCount) {
+  if (!Workbook::hasSameOtherParts(file, written, plan.contents)) {
+    throw TidyError("the other parts of the file could not be kept, so that nothing is written");
+  }
+  Document const tidied = Workbook::loadWorkbook(written, load);
+  checkRuleCounts(tidied, plan);
+  return checkCells(document, tidied, load, threadCount);
 }
 
 }  // namespace
 
-void writeTidied(std::filesystem::path const& file, Document const& document, TidyPlan const& plan,
-                 Workbook::LoadOptions const& load, WriteOptions const& options) {
+std::uint64_t writeTidied(std::filesystem::path const& file, Document const& document,
+                          TidyPlan const& plan, Workbook::LoadOptions const& load,
+                          WriteOptions const& options) {
   TargetFile target(options.target, file, options.mayReplace);
-  Workbook::copyPackage(file, target.getTemporaryPath(), plan.contents);
-  if (!plan.changesNothing()) {
-    if (!Workbook::hasSameOtherParts(file, target.getTemporaryPath(), plan.contents)) {
-      throw TidyError("the other parts of the file could not be kept, so that nothing is written");
+  std::uint64_t count = 0;
+  try {
+    Workbook::copyPackage(file, target.getTemporaryPath(), plan.contents);
+    if (!plan.changesNothing()) {
+      count = prove(file, document, target.getTemporaryPath(), plan, load, options.threadCount);
     }
-    Document const tidied = Workbook::loadWorkbook(target.getTemporaryPath(), load);
-    checkRuleCounts(tidied, plan);
-    checkCells(document, tidied, load, options.threadCount);
+  } catch (Workbook::PartError const& error) {
+    throw TidyError(fmt::format("{}: {}", options.target.string(), error.getProblem()));
+  } catch (Workbook::LoadError const& error) {
+    throw TidyError(fmt::format("the new file could not be read, so that nothing is written: {}",
+                                error.getProblem()));
   }
   target.commit();
+  return count;
 }
 
 }  // namespace Zorv::Analysis

@@ -27,7 +27,7 @@ expect() {
 
 eval "$("$cndfrmt" completion bash)"
 expect resolve cndfrmt res
-expect '--sheet --strict' cndfrmt rules --s
+expect '--sheet --semantics --strict' cndfrmt rules --s
 expect 'auto always' cndfrmt resolve --colour a
 expect 'jsonl' cndfrmt verdicts file.xlsx --format j
 expect 'examples/demo.xlsx' cndfrmt rules examples/demo.x

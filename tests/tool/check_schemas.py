@@ -18,13 +18,17 @@ def load_validator(name):
     return jsonschema.Draft202012Validator(schema)
 
 
-# The schema, the command's arguments before the files, and whether it prints a line a thing.
+# The schema, the command's arguments before the files, whether it prints a line a thing, and
+# whether it takes any number of files.
 OUTPUTS = [
-    ("resolve", ["resolve", "--format", "json"], False),
-    ("rules", ["rules", "--format", "json"], False),
-    ("resolve-line", ["resolve", "--format", "jsonl"], True),
-    ("rules-line", ["rules", "--format", "jsonl"], True),
-    ("verdicts-line", ["verdicts", "--format", "jsonl"], True),
+    ("resolve", ["resolve", "--format", "json"], False, True),
+    ("rules", ["rules", "--format", "json"], False, True),
+    ("resolve-line", ["resolve", "--format", "jsonl"], True, True),
+    ("rules-line", ["rules", "--format", "jsonl"], True, True),
+    ("verdicts-line", ["verdicts", "--format", "jsonl"], True, True),
+    ("tidy", ["tidy", "--dry-run", "--format", "json"], False, False),
+    ("diff", ["diff", "--now", "2026-11-21", "--now", "2026-12-01", "--format", "json"], False,
+     False),
 ]
 
 
@@ -41,9 +45,10 @@ def find_faults(tool, schema, command, is_lines, files):
 def main():
     tool, files = sys.argv[1], sys.argv[2:]
     faults = []
-    for schema, command, is_lines in OUTPUTS:
+    for schema, command, is_lines, takes_several in OUTPUTS:
         count = 0
-        for chosen in [[file] for file in files] + ([] if is_lines else [files]):
+        several = [files] if takes_several and not is_lines else []
+        for chosen in [[file] for file in files] + several:
             found, things = find_faults(tool, schema, command, is_lines, chosen)
             faults += found
             count += things

@@ -34,4 +34,8 @@ void runRules(CommandContext const& context);
 /// itself, as tab-separated values under a line of headings.
 void runVerdicts(CommandContext const& context);
 
+/// Puts the rules of the file in order, writes the file of the options unless they ask for the plan
+/// alone, and prints what becomes of the rules.
+void runTidy(CommandContext const& context);
+
 }  // namespace Zorv::Tool

@@ -9,11 +9,11 @@
 
 #include "OfficeUtils/Clock.h"
 #include "tool/Commands/Commands.h"
+#include "tool/Commands/DiffCommand.h"
 #include "tool/Input/Selection.h"
 #include "tool/Output/ProgressBar.h"
 #include "tool/Output/Report.h"
 #include "tool/Text/Printable.h"
-#include "workbook/LoadWorkbook.h"
 
 namespace Zorv::Tool {
 
@@ -35,17 +35,11 @@ void runCommand(CommandContext const& context) {
       return runRules(context);
     case Command::Verdicts:
       return runVerdicts(context);
+    case Command::Tidy:
+      return runTidy(context);
+    case Command::Diff:
+      return;  // is about two files at once; see FileRun::run()
   }
-}
-
-Workbook::Document load(std::string const& file, Options const& options, WorkBudget& budget) {
-  return Workbook::loadWorkbook(file == "-" ? "/dev/stdin" : file,
-                                {.limits = {},
-                                 .localeName = options.localeName,
-                                 .timeZone = options.timeZone,
-                                 .name = nameOfFile(file),
-                                 .semantics = options.semantics,
-                                 .budget = &budget});
 }
 
 bool isOneOfSeveral(Options const& options) noexcept { return options.files.size() > 1; }
@@ -53,6 +47,9 @@ bool isOneOfSeveral(Options const& options) noexcept { return options.files.size
 }  // namespace
 
 ExitStatus FileRun::run() {
+  if (_options.command == Command::Diff) {
+    return runDiff(_options, _terminal, _out, _budget);
+  }
   OfficeUtils::ScopedClock const clock(_options.now);
   bool const isArray = isOneOfSeveral(_options) && _options.format == OutputFormat::Json;
   if (isArray) {
@@ -90,7 +87,7 @@ ExitStatus FileRun::run() {
 std::string FileRun::getCurrentFile() const { return nameOfFile(_options.files[_current]); }
 
 ExitStatus FileRun::runFile(std::string const& file) {
-  auto const document = load(file, _options, _budget);
+  auto const document = loadFile(file, _options, _budget);
   Selection const selection(document, _options, nameOfFile(file));
   Report report(std::cerr, selection);
   report.sayFindings();
@@ -120,6 +117,21 @@ void FileRun::beginFile(std::string const& name) {
     }
   }
   _hasOutput = true;
+}
+
+Workbook::LoadOptions makeLoadOptions(std::string const& file, Options const& options,
+                                      WorkBudget& budget) {
+  return {.limits = {},
+          .localeName = options.localeName,
+          .timeZone = options.timeZone,
+          .name = nameOfFile(file),
+          .semantics = options.semantics,
+          .budget = &budget};
+}
+
+Workbook::Document loadFile(std::string const& file, Options const& options, WorkBudget& budget) {
+  return Workbook::loadWorkbook(file == "-" ? "/dev/stdin" : file,
+                                makeLoadOptions(file, options, budget));
 }
 
 std::string nameOfFile(std::string const& argument) {

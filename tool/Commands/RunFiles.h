@@ -8,6 +8,7 @@
 #include "tool/Input/Options.h"
 #include "tool/Text/OutputBuffer.h"
 #include "tool/Text/Terminal.h"
+#include "workbook/LoadWorkbook.h"
 
 namespace Zorv::Tool {
 
@@ -37,6 +38,14 @@ private:
   std::size_t _current = 0;  ///< index of the file that is worked on
   bool _hasOutput = false;
 };
+
+/// How a file of the command line is loaded. `file` is its argument.
+[[nodiscard]] Workbook::LoadOptions makeLoadOptions(std::string const& file, Options const& options,
+                                                    WorkBudget& budget);
+
+/// Loads a file of the command line, which may be standard input. Throws what loadWorkbook() does.
+[[nodiscard]] Workbook::Document loadFile(std::string const& file, Options const& options,
+                                          WorkBudget& budget);
 
 /// A file's name in messages.
 [[nodiscard]] std::string nameOfFile(std::string const& argument);

@@ -24,6 +24,10 @@ struct Arguments {
   std::string colour = "auto";
   std::string semantics = "own";
   bool strict = false;
+  std::string target;                ///< of `tidy`
+  bool dryRun = false;               ///< of `tidy`
+  bool mayReplace = false;           ///< of `tidy`
+  std::vector<std::string> moments;  ///< of `diff`
 };
 
 /// Checks the arguments. Throws UsageError for one that names nothing, such as an unknown time zone

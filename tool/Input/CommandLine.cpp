@@ -54,13 +54,17 @@ void addFormat(CLI::App& command, Arguments& arguments, std::vector<std::string>
       ->type_name("FORMAT");
 }
 
-void addMoment(CLI::App& command, Arguments& arguments) {
-  command.add_option("--now", arguments.now,
-                     "The moment for date rules, as 2026-11-21T12:00:00 (default: the clock)");
+void addZoneAndLocale(CLI::App& command, Arguments& arguments) {
   command.add_option("--time-zone", arguments.timeZone,
                      "The zone of that moment, such as Europe/Berlin (default: UTC)");
   command.add_option("--locale", arguments.locale,
                      "Language and country, such as de-DE (default: en-US)");
+}
+
+void addMoment(CLI::App& command, Arguments& arguments) {
+  command.add_option("--now", arguments.now,
+                     "The moment for date rules, as 2026-11-21T12:00:00 (default: the clock)");
+  addZoneAndLocale(command, arguments);
 }
 
 void addSemantics(CLI::App& command, Arguments& arguments) {
@@ -128,6 +132,50 @@ void addVerdictsOptions(CLI::App& command, Arguments& arguments) {
   addThreads(command, arguments);
 }
 
+void addTidyOptions(CLI::App& command, Arguments& arguments) {
+  command.add_option("FILE", arguments.files, "The workbook, .xlsx or .xlsm")
+      ->required()
+      ->expected(1)
+      ->type_name("");
+  command.add_option("-o,--output", arguments.target, "The file to write; may be FILE itself")
+      ->type_name("FILE");
+  command.add_flag("--dry-run", arguments.dryRun, "Print the plan, and write nothing");
+  command.add_flag("--force", arguments.mayReplace, "Replace another file that exists");
+  addFormat(command, arguments, {"table", "json"});
+  addMoment(command, arguments);
+  addBounds(command, arguments);
+  addThreads(command, arguments);
+  addColour(command, arguments);
+}
+
+void addDiffOptions(CLI::App& command, Arguments& arguments) {
+  command
+      .add_option("FILE", arguments.files, "Two workbooks, .xlsx or .xlsm; or one, and --now twice")
+      ->required()
+      ->type_name("");
+  addRepeated(command, "--sheet", arguments.sheets, "Only the sheet of this name; may be repeated");
+  addFormat(command, arguments, {"table", "json"});
+  addRepeated(command, "--now", arguments.moments,
+              "The moment for date rules, as 2026-11-21T12:00:00; twice: one for each side");
+  addZoneAndLocale(command, arguments);
+  addSemantics(command, arguments);
+  addBounds(command, arguments);
+  addThreads(command, arguments);
+  addColour(command, arguments);
+}
+
+constexpr char const* commonExitStatuses =
+    "0    the result is complete\n"
+    "1    a file cannot be read or evaluated, or a limit was met\n"
+    "2    the command line is wrong\n"
+    "130  interrupted, 143 terminated\n";
+
+constexpr char const* diffExitStatuses =
+    "0    nothing differs\n"
+    "1    something differs\n"
+    "2    trouble: the command line is wrong, a file cannot be read, or a limit was met\n"
+    "130  interrupted, 143 terminated\n";
+
 /// A command as users see it. To add one: an entry below, its options above.
 struct CommandEntry {
   Command command;
@@ -135,6 +183,7 @@ struct CommandEntry {
   char const* summary;
   char const* examples;
   void (*addOptions)(CLI::App&, Arguments&);
+  char const* exitStatuses = commonExitStatuses;
 };
 
 constexpr CommandEntry commandEntries[] = {
@@ -153,13 +202,18 @@ constexpr CommandEntry commandEntries[] = {
      "cndfrmt verdicts budget.xlsx --range \"'Sheet 1'!A1:B9\"\n"
      "cndfrmt verdicts budget.xlsx --now 2026-12-31 --format csv\n",
      &addVerdictsOptions},
+    {Command::Tidy, "tidy",
+     "Put fragments of rules together and drop dead rules; no cell looks different afterwards",
+     "cndfrmt tidy budget.xlsx --dry-run\n"
+     "cndfrmt tidy budget.xlsx -o tidied.xlsx\n"
+     "cndfrmt tidy budget.xlsx -o budget.xlsx\n",
+     &addTidyOptions},
+    {Command::Diff, "diff",
+     "Print the rules and cells that differ between two workbooks or two moments",
+     "cndfrmt diff old.xlsx new.xlsx\n"
+     "cndfrmt diff budget.xlsx --now 2026-11-30 --now 2026-12-01\n",
+     &addDiffOptions, diffExitStatuses},
 };
-
-constexpr char const* exitStatuses =
-    "0    the result is complete\n"
-    "1    a file cannot be read or evaluated, or a limit was met\n"
-    "2    the command line is wrong\n"
-    "130  interrupted, 143 terminated\n";
 
 std::vector<std::string> splitText(std::string_view text, char separator) {
   std::vector<std::string> parts;
@@ -188,7 +242,7 @@ std::unique_ptr<CLI::App> makeApp(Arguments& arguments) {
   for (auto const& entry : commandEntries) {
     auto* const command = app->add_subcommand(entry.name, entry.summary);
     command->footer(fmt::format("Examples:\n{}\nExit status:\n{}", indentLines(entry.examples),
-                                indentLines(exitStatuses)));
+                                indentLines(entry.exitStatuses)));
     entry.addOptions(*command, arguments);
     command->callback([&arguments, &entry] { arguments.command = entry.command; });
   }
@@ -273,7 +327,7 @@ void addHelpers(CLI::App& app, Helpers& helpers) {
 std::optional<ExitStatus> runHelper(CLI::App const& app, Helpers const& helpers,
                                     std::ostream& out) {
   if (helpers.manual->parsed()) {
-    out << writeManPage(describeCommands(app), CNDFRMT_VERSION, exitStatuses);
+    out << writeManPage(describeCommands(app), CNDFRMT_VERSION, commonExitStatuses);
   } else if (helpers.completion->parsed()) {
     out << writeCompletion(describeCommands(app), helpers.shell).value();
   } else {

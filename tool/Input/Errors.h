@@ -10,6 +10,9 @@ enum class ExitStatus : int {
   Success = 0,
   BadFile = 1,   ///< the file or its contents
   BadUsage = 2,  ///< the command line
+  // Of `diff`, whose status 2 is any trouble.
+  Different = 1,
+  Trouble = 2,
   // As shells number the end by a signal.
   Interrupted = 130,
   Terminated = 143,

@@ -129,18 +129,59 @@ ColourChoice readColour(std::string const& text) noexcept {
                            : ColourChoice::Auto;
 }
 
+TidyOptions readTidy(Arguments& arguments) {
+  if (arguments.command != Command::Tidy) {
+    return {};
+  }
+  if (arguments.files.front() == "-") {
+    throw UsageError("tidy reads its file more than once; name a file in place of -");
+  }
+  if (arguments.target.empty() && !arguments.dryRun) {
+    throw UsageError("tidy needs -o FILE, the file to write, or --dry-run");
+  }
+  if (arguments.target == "-") {
+    throw UsageError("-o: tidy writes a file; name one in place of -");
+  }
+  return {std::move(arguments.target), arguments.dryRun, arguments.mayReplace};
+}
+
+std::vector<OfficeUtils::Clock::TimePoint> readMoments(Arguments const& arguments,
+                                                       DOM::TimeZone const& timeZone) {
+  if (arguments.command != Command::Diff) {
+    return {};
+  }
+  std::size_t const most = 2;
+  if (arguments.files.size() > most || arguments.moments.size() > most) {
+    throw UsageError("diff compares two files, or one file at two moments");
+  }
+  if (arguments.files.size() < most && arguments.moments.size() < most) {
+    throw UsageError("diff needs a second file, or --now twice");
+  }
+  std::vector<OfficeUtils::Clock::TimePoint> moments;
+  for (std::string const& text : arguments.moments) {
+    moments.push_back(readNow(text, timeZone));
+  }
+  if (moments.empty()) {
+    moments.push_back(readNow(std::nullopt, timeZone));
+  }
+  return moments;
+}
+
 }  // namespace
 
 Options toOptions(Arguments arguments) {
   Options options;
   options.command = arguments.command;
-  options.files = std::move(arguments.files);
   options.sheets = std::move(arguments.sheets);
   std::ranges::transform(arguments.ranges, std::back_inserter(options.ranges), &readRange);
   options.format = readFormat(arguments.format, arguments.command);
   options.threadCount = readThreadCount(arguments.threads);
   options.timeZone = findTimeZone(arguments.timeZone);
-  options.now = readNow(arguments.now, options.timeZone);
+  options.tidy = readTidy(arguments);
+  options.moments = readMoments(arguments, options.timeZone);
+  options.now =
+      options.moments.empty() ? readNow(arguments.now, options.timeZone) : options.moments.front();
+  options.files = std::move(arguments.files);
   checkLocale(arguments.locale);
   options.localeName = std::move(arguments.locale);
   options.semantics = arguments.semantics == "widespread" ? Workbook::Semantics::Widespread

@@ -14,7 +14,7 @@
 
 namespace Zorv::Tool {
 
-enum class Command : std::uint8_t { Resolve, Rules, Verdicts };
+enum class Command : std::uint8_t { Resolve, Rules, Verdicts, Tidy, Diff };
 
 enum class OutputFormat : std::uint8_t {
   Table,      ///< columns for people
@@ -22,6 +22,13 @@ enum class OutputFormat : std::uint8_t {
   JsonLines,  ///< one object a line, each complete in itself
   Csv,        ///< RFC 4180, with a line of headings
   Tsv,        ///< tab-separated values, with a line of headings
+};
+
+/// What `tidy` writes.
+struct TidyOptions {
+  std::string target;  ///< empty if nothing is to be written
+  bool dryRun = false;
+  bool mayReplace = false;  ///< the target may be an existing file other than the input
 };
 
 /// The command line's options, checked as far as possible without the files.
@@ -40,6 +47,9 @@ struct Options {
   std::uint64_t mostMemory = 0;  ///< bytes
   std::chrono::milliseconds timeout{};  ///< processor time of all threads
   ColourChoice colour = ColourChoice::Auto;
+  TidyOptions tidy;
+  /// Of `diff`: the moment of both versions, or of each.
+  std::vector<OfficeUtils::Clock::TimePoint> moments;
 };
 
 }  // namespace Zorv::Tool

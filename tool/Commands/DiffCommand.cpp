@@ -1,0 +1,127 @@
+#include "tool/Commands/DiffCommand.h"
+
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "OfficeUtils/Clock.h"
+#include "analysis/Diff/CompareCells.h"
+#include "analysis/Diff/CompareRules.h"
+#include "tool/Commands/RunFiles.h"
+#include "tool/Input/Selection.h"
+#include "tool/Output/DiffOutput.h"
+#include "tool/Output/Report.h"
+
+namespace Zorv::Tool {
+
+namespace {
+
+/// The file and the moment of the first or the second version; one of either serves for both.
+struct VersionSource {
+  VersionSource(Options const& options, std::size_t index)
+      : file(options.files[std::min(index, options.files.size() - 1)]),
+        moment(options.moments[std::min(index, options.moments.size() - 1)]) {}
+
+  std::string file;
+  OfficeUtils::Clock::TimePoint moment;
+};
+
+Workbook::Document loadVersion(VersionSource const& source, Options const& options,
+                               WorkBudget& budget) {
+  OfficeUtils::ScopedClock const clock(source.moment);
+  return loadFile(source.file, options, budget);
+}
+
+/// Comparison of two versions, which is printed while it is made.
+class Comparison {
+public:
+  Comparison(Options const& options, VersionPair const& versions, DiffOutput& output,
+             WorkBudget& budget)
+      : _options(options), _versions(versions), _output(output), _budget(budget) {
+    auto const& first = versions.first.getDocument();
+    auto const& second = versions.second.getDocument();
+    for (std::size_t const sheet : versions.first.getSheets()) {
+      if (auto const partner = second.findSheet(first.getSheets()[sheet].name)) {
+        _pairs.emplace_back(sheet, *partner);
+      }
+    }
+  }
+
+  void run(std::pair<OfficeUtils::Clock::TimePoint, OfficeUtils::Clock::TimePoint> moments) {
+    compareSheetLists();
+    auto const& first = _versions.first.getDocument();
+    auto const& second = _versions.second.getDocument();
+    for (auto const& [sheet, partner] : _pairs) {
+      for (auto const& difference : Analysis::compareRules(first, sheet, second, partner)) {
+        _output.addRule(difference);
+      }
+    }
+    for (auto const& [sheet, partner] : _pairs) {
+      Analysis::compareSheets({&first, moments.first}, sheet, {&second, moments.second}, partner,
+                              {.localeName = _options.localeName,
+                               .timeZone = _options.timeZone,
+                               .threadCount = _options.threadCount,
+                               .budget = &_budget},
+                              [&](Analysis::CellDifference const& cell) { _output.addCell(cell); });
+    }
+  }
+
+private:
+  void compareSheetLists() {
+    auto const& first = _versions.first.getDocument();
+    auto const& second = _versions.second.getDocument();
+    for (std::size_t const sheet : _versions.first.getSheets()) {
+      auto const& name = first.getSheets()[sheet].name;
+      if (!second.findSheet(name)) {
+        _output.addSheet(name, true);
+      }
+    }
+    for (std::size_t const sheet : _versions.second.getSheets()) {
+      auto const& name = second.getSheets()[sheet].name;
+      if (!first.findSheet(name)) {
+        _output.addSheet(name, false);
+      }
+    }
+  }
+
+  Options const& _options;
+  VersionPair const& _versions;
+  DiffOutput& _output;
+  WorkBudget& _budget;
+  std::vector<std::pair<std::size_t, std::size_t>> _pairs;  ///< of sheets
+};
+
+}  // namespace
+
+ExitStatus runDiff(Options const& options, Terminal const& terminal, OutputBuffer& out,
+                   WorkBudget& budget) {
+  VersionSource const from(options, 0);
+  VersionSource const to(options, 1);
+  auto const first = loadVersion(from, options, budget);
+  auto const second = loadVersion(to, options, budget);
+  VersionPair const versions{Selection(first, options, nameOfFile(from.file)),
+                             Selection(second, options, nameOfFile(to.file))};
+  Report(std::cerr, versions.first).sayFindings();
+  if (options.files.size() > 1) {
+    Report(std::cerr, versions.second).sayFindings();
+  }
+  auto const output = options.format == OutputFormat::Json
+                          ? makeDiffJson(versions, {from.moment, to.moment}, out)
+                          : makeDiffTable(versions, terminal, out);
+  try {
+    Comparison(options, versions, *output, budget).run({from.moment, to.moment});
+  } catch (...) {
+    output->finish(false);
+    out.flush();
+    throw;
+  }
+  output->finish(true);
+  out.flush();
+  return output->hasDifferences() ? ExitStatus::Different : ExitStatus::Success;
+}
+
+}  // namespace Zorv::Tool
