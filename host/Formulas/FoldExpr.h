@@ -10,11 +10,13 @@
 
 namespace Zorv::Formulas {
 
-/// Puts the values of function calls in their places, where these read ranges and are the same for
-/// every cell: of `A1>AVERAGE($A$1:$A$9)` the average. Nothing where there is no such call.
+/// Puts the values of function calls in their places, where these read ranges or have calls inside,
+/// and are the same for every cell: of `A1>AVERAGE($A$1:$A$9)` the average. Nothing where there is
+/// no such call.
 ///
 /// As long as the document does not change, the result evaluates to what the expression does, at
-/// any cell of the table of `context`, and neither reads those ranges again nor costs more.
+/// any cell of the table of `context`, and neither reads those ranges again nor
+/// costs more.
 /// Calls that give references or arrays stay as they are, and so do those whose value depends on
 /// the cell, on the moment, on chance or on a defined name. Evaluates each such call once, also in
 /// the branches of an IF.

@@ -103,10 +103,9 @@ std::string writeZshOption(OptionDescription const& option) {
   for (auto const& name : option.names) {
     auto spec = fmt::format("{}[{}]", name, escapeForZsh(option.meaning));
     if (!option.parameter.empty()) {
-      spec += fmt::format(":{}:{}", option.parameter,
-                          option.choices.empty()
-                              ? ""
-                              : fmt::format("({})", fmt::join(option.choices, " ")));
+      spec += fmt::format(
+          ":{}:{}", option.parameter,
+          option.choices.empty() ? "" : fmt::format("({})", fmt::join(option.choices, " ")));
     }
     text += fmt::format("        {} \\\n", quoteForShell(spec));
   }
@@ -118,7 +117,8 @@ std::string writeZsh(std::span<CommandDescription const> commands) {
   std::string options;
   for (auto const& command : commands) {
     summaries += fmt::format(
-        "      {}\n", quoteForShell(fmt::format("{}:{}", command.name, escapeForZsh(command.summary))));
+        "      {}\n",
+        quoteForShell(fmt::format("{}:{}", command.name, escapeForZsh(command.summary))));
     options += fmt::format("    {})\n      _arguments \\\n", command.name);
     for (auto const& option : command.options) {
       options += option.isPositional ? "" : writeZshOption(option);

@@ -9,8 +9,8 @@
 
 namespace Zorv::Tool {
 
-/// The script with which a shell completes command lines of the tool: bash, zsh or fish. Nothing for
-/// another shell.
+/// The script with which a shell completes command lines of the tool: bash, zsh or fish. Nothing
+/// for another shell.
 [[nodiscard]] std::optional<std::string> writeCompletion(
     std::span<CommandDescription const> commands, std::string_view shell);
 

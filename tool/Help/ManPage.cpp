@@ -101,7 +101,8 @@ std::string writeManPage(std::span<CommandDescription const> commands, std::stri
       ".TH CNDFRMT 1 \"\" \"cndfrmt {}\"\n"
       ".SH NAME\ncndfrmt \\- what the conditional formats of a workbook do, and why\n"
       ".SH SYNOPSIS\n\\fBcndfrmt\\fR \\fICOMMAND\\fR [\\fIOPTIONS\\fR] \\fIFILE\\fR...\n"
-      ".SH DESCRIPTION\nReads workbooks (.xlsx, .xlsm) and tells which of their conditional formats "
+      ".SH DESCRIPTION\nReads workbooks (.xlsx, .xlsm) and tells which of their conditional "
+      "formats "
       "hold for a cell, and what they do. A file is never changed in place.\n"
       ".SH COMMANDS\n",
       version);

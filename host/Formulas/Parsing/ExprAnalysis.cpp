@@ -28,6 +28,8 @@ struct NodeFacts {
   Use use = Use::Whole;
   bool varies = false;      ///< its value may be another for another cell, or the next time
   bool readsRange = false;  ///< it reads more than one cell
+  bool hasCall = false;     ///< it is a function call, or has one inside
+  bool nestsCalls = false;  ///< it has a call inside of a call
 };
 
 class Analyser {
@@ -47,9 +49,14 @@ public:
   [[nodiscard]] std::vector<NodeFacts> collectFacts() const {
     std::vector<NodeFacts> facts = _facts;
     for (std::size_t i = 0; i < facts.size(); ++i) {
+      bool const isCall = _parts->nodes[i].kind == NodeKind::Function;
+      facts[i].hasCall = isCall;
       forEachArgument(_parts->nodes[i], [&](std::uint32_t /*index*/, std::uint32_t argument) {
         facts[i].varies = facts[i].varies || facts[argument].varies;
         facts[i].readsRange = facts[i].readsRange || facts[argument].readsRange;
+        facts[i].nestsCalls = facts[i].nestsCalls || facts[argument].nestsCalls ||
+                              (isCall && facts[argument].hasCall);
+        facts[i].hasCall = facts[i].hasCall || facts[argument].hasCall;
       });
     }
     return facts;
@@ -191,8 +198,9 @@ std::vector<InnerCall> findInvariantCalls(ExprParts const& parts, FunctionTable 
   std::vector<bool> isInside(parts.nodes.size());  // of a call that was found
   for (std::size_t i = parts.nodes.size(); i-- > 0;) {
     Node const& node = parts.nodes[i];
+    bool const isCostly = facts[i].readsRange || facts[i].nestsCalls;
     bool const isFound =
-        !isInside[i] && node.kind == NodeKind::Function && facts[i].readsRange && !facts[i].varies;
+        !isInside[i] && node.kind == NodeKind::Function && isCostly && !facts[i].varies;
     if (isFound) {
       calls.push_back({static_cast<std::uint32_t>(i), facts[i].use == Use::ByElement});
     }

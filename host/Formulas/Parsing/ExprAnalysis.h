@@ -18,9 +18,10 @@ struct InnerCall {
   bool isByElement = false;  ///< it is evaluated element by element
 };
 
-/// The calls that read ranges and have the same value for every cell: without relative references,
-/// volatile functions, defined names, names of LET, or anything that depends on the formula's own
-/// position. Of nested calls the outermost only. In doubt a call is left out.
+/// The calls that read ranges or have calls inside, such as `SUM(SEQUENCE(9))`, and have the same
+/// value for every cell: without relative references, volatile functions, defined names, names of
+/// LET, or anything that depends on the formula's own position. Of nested calls the outermost only.
+/// In doubt a call is left out.
 [[nodiscard]] std::vector<InnerCall> findInvariantCalls(
     DOM::FormulaSyntaxTree::ExprParts const& parts, FunctionTable const& functions);
 

@@ -33,6 +33,11 @@ TEST(ExprAnalysis, OfNestedCallsTheOutermostIsFound) {
   EXPECT_EQ(findCalls("ROUND(AVERAGE($A$1:$A$9),A1)"), "AVERAGE ");
 }
 
+TEST(ExprAnalysis, CallsOfCallsAreFoundWithoutARange) {
+  EXPECT_EQ(findCalls("A1>ABS(A1)+SUM(SEQUENCE(9)*2)"), "SUM ");
+  EXPECT_EQ(findCalls("SUM(SEQUENCE(A1))"), "");
+}
+
 TEST(ExprAnalysis, CallsThatMayDifferAreLeftOut) {
   EXPECT_EQ(findCalls("SUM(A1:A9)"), "");
   EXPECT_EQ(findCalls("SUM($A$1:$A$9,RAND())"), "");
