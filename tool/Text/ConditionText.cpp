@@ -107,6 +107,7 @@ private:
 
 std::string describeType(std::string_view type) {
   static std::map<std::string_view, std::string_view> const names = {
+      {"", "rule without a kind"},
       {"colorScale", "colour scale"},
       {"dataBar", "data bar"},
       {"iconSet", "icon set"},
