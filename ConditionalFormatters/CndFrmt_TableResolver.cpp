@@ -1,6 +1,8 @@
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 
+#include "ConditionalFormatters/Formats/CndFrmt_FormulaBaseCell.h"
 #include "ConditionalFormatters/Formats/CndFrmt_Positions.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_CellExplainer.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellResolver.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_ResolvePass.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_RunsPass.h"
@@ -24,6 +26,15 @@ ConditionOperands TableResolver::findOperands(std::size_t format,
                                               DOM::CellInfo const& cellInfo) const {
   FormatIndex const index = _prepared->checkFormat(format);
   return ConditionAsker(*_prepared, index, {}, PinnedMoment::readMoment()).findOperands(cellInfo);
+}
+
+CellExplanation TableResolver::explain(DOM::CellInfo const& cellInfo, WorkBudget* budget) const {
+  PassResources const resources{.threadCount = 1, .budget = budget};
+  return CellExplainer(*_prepared, resources, PinnedMoment::readMoment()).explain(cellInfo);
+}
+
+CellIndex TableResolver::getFormulaBaseCell(std::size_t format) const {
+  return formulaBaseCell(_prepared->getFormatRefs()[_prepared->checkFormat(format)].first);
 }
 
 void TableResolver::visit(TablePass const& pass, CellVisitor const& visitor) const {

@@ -6,12 +6,14 @@
 #include <utility>
 #include <vector>
 
+#include "ConditionalFormatters/CndFrmt_CellExplanation.h"
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
 #include "ConditionalFormatters/CndFrmt_Export.h"
 #include "ConditionalFormatters/CndFrmt_StyleRun.h"
 #include "ConditionalFormatters/CndFrmt_TablePass.h"
 #include "DOM/CellInfo.h"
 #include "DOM/SharedStyle.h"
+#include "Utils/CellIndex.h"
 #include "Utils/TableRange.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -69,6 +71,22 @@ public:
   /// throws.
   [[nodiscard]] ConditionOperands findOperands(std::size_t format,
                                                DOM::CellInfo const& cellInfo) const;
+
+  /// How resolve() comes to its answer for one cell of the table: what became of each format, the
+  /// value and the operands of the test, and who sets which property.
+  ///
+  /// Takes the walk of resolve() itself. What resolve() throws is told as the failure of a format
+  /// instead; a lack of memory and the end of the budget are thrown on. The operands are found
+  /// after the walk, so those of a formula of chance (RAND) may differ from the tested ones.
+  /// `budget`: what the work may cost, borrowed; null for no limits. Cost: that of resolve(), the
+  /// operands once more, and a step for each format of the table.
+  [[nodiscard]] CellExplanation explain(DOM::CellInfo const& cellInfo,
+                                        WorkBudget* budget = nullptr) const;
+
+  /// The cell relative to which the formulas of a format are written: the smallest first row and,
+  /// independently, the smallest first column of its ranges. Stops the process if there are no
+  /// ranges.
+  [[nodiscard]] CellIndex getFormulaBaseCell(std::size_t format) const;
 
   /// Visits the cells of a pass, row by row, each row from the left.
   ///

@@ -18,6 +18,7 @@ target_sources(
                host/DOM/FormulaSyntaxTree/Node.h
                host/DOM/Ids.h
                host/DOM/RowBlocks.h
+               host/DOM/SetProperties.h
                host/DOM/SharedStyle.h
                host/DOM/StyleProps.h
                host/DOM/Styles.h
@@ -51,6 +52,8 @@ target_sources(
                host/Formulas/ShiftExpr.h
                host/Formulas/ShiftFormulaText.h
                host/Formulas/TableContext.h
+               host/Formulas/TraceExpr.h
+               host/Formulas/WriteExpr.h
                host/OfficeUtils/Clock.h
                host/OfficeUtils/DateTime.h
                host/OfficeUtils/FormulaValueCast.h
@@ -80,7 +83,8 @@ target_sources(
   ConditionalFormatters
   PUBLIC FILE_SET HEADERS
          BASE_DIRS .
-         FILES ConditionalFormatters/CndFrmt_ConditionOperands.h
+         FILES ConditionalFormatters/CndFrmt_CellExplanation.h
+               ConditionalFormatters/CndFrmt_ConditionOperands.h
                ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h
                ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h
                ConditionalFormatters/CndFrmt_Export.h

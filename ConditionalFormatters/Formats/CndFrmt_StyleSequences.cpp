@@ -41,6 +41,11 @@ DOM::SharedCellStylePtr const& StyleSequences::styleOf(StyleSequence const& sequ
   return _styleOf.emplace(sequence, merge(sequence)).first->second;
 }
 
+DOM::CellStyle const& StyleSequences::flattenedStyleOf(FormatIndex format) const {
+  std::unique_lock const lock(_mutex);
+  return flattened(styleIndexOf(format));
+}
+
 DOM::CellStyle const& StyleSequences::flattened(StyleIndex style) const {
   auto& known = _flattened[style];
   if (!known) {

@@ -47,6 +47,9 @@ public:
   /// The style of a sequence, which must not be empty. Valid as long as this object.
   [[nodiscard]] DOM::SharedCellStylePtr const& styleOf(StyleSequence const& sequence) const;
 
+  /// Everything that the named style of a format sets. Valid as long as this object.
+  [[nodiscard]] DOM::CellStyle const& flattenedStyleOf(FormatIndex format) const;
+
 private:
   [[nodiscard]] DOM::CellStyle const& flattened(StyleIndex style) const;
   [[nodiscard]] DOM::SharedCellStylePtr merge(StyleSequence const& sequence) const;

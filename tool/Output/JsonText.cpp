@@ -11,6 +11,7 @@
 
 #include "DOM/A1Notation.h"
 #include "DOM/CellStyle.h"
+#include "DOM/SetProperties.h"
 #include "FormulaModel/FormulaValueAccess.h"
 #include "tool/Output/RuleCounts.h"
 #include "tool/Output/RulesOutput.h"

@@ -6,6 +6,8 @@
 
 #include <fmt/format.h>
 
+#include "DOM/SetProperties.h"
+
 namespace Zorv::Tool {
 
 namespace {

@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <tuple>
 
 #include "DOM/CellStyle.h"
 #include "DOM/StyleProps.h"
@@ -35,34 +34,5 @@ namespace Zorv::Tool {
 /// The colour that a style fills cells with: of a solid fill, of the lines of a pattern where it
 /// has no other, or the first of a gradient.
 [[nodiscard]] std::optional<DOM::Colour> findFillColour(DOM::CellStyle const& style);
-
-/// Calls `visit(name, value)` for every property that a group sets, in the order of its members.
-template <class Props, class Visitor>
-void forEachSetMember(Props const& props, Visitor const& visit) {
-  auto const visitOne = [&](auto const& member) {
-    if (auto const& value = props.*member.member) {
-      visit(member.name, *value);
-    }
-  };
-  std::apply([&](auto const&... members) { (visitOne(members), ...); }, Props::members());
-}
-
-/// Calls `visit(name, value)` for every property that a style sets: cell, text and paragraph
-/// properties, then the code of the number format.
-template <class Visitor>
-void forEachSetProperty(DOM::CellStyle const& style, Visitor const& visit) {
-  if (auto const& props = style.getCellProps()) {
-    forEachSetMember(*props, visit);
-  }
-  if (auto const& props = style.getRunProps()) {
-    forEachSetMember(*props, visit);
-  }
-  if (auto const& props = style.getParaProps()) {
-    forEachSetMember(*props, visit);
-  }
-  if (auto const& format = style.getCellFormat()) {
-    visit("numberFormat", format->code);
-  }
-}
 
 }  // namespace Zorv::Tool

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "DOM/SetProperties.h"
+
 namespace Zorv::Tool {
 namespace {
 
