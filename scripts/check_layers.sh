@@ -29,7 +29,8 @@ check_order ConditionalFormatters/ ConditionalFormatters/ Predicates Operands Op
 # The rooms of the library know of its face only what its own headers need.
 forbid 'ConditionalFormatters/CndFrmt_(ConditionalFormattingPropsCalculator|TableResolver)\.h' \
   ConditionalFormatters/*/
-check_order host/Formulas/ Formulas/ Limits Text Values Parsing Lookups Evaluation Functions
+check_order host/Formulas/ Formulas/ Limits Text Values Parsing Lookups Evaluation Functions \
+  Tracing
 forbid 'Formulas/[A-Z][A-Za-z0-9]*/' host/Formulas/*.h
 # Headers of the host are included without its folder's name.
 forbid 'host/' host ConditionalFormatters workbook analysis tool

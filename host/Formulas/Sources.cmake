@@ -82,16 +82,24 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/ShiftExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/ShiftFormulaText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/DateText.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Text/ExprText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/NumberText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/R1C1Notation.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Text/ReferenceText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/SheetName.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/Texts.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/ValueText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/Wildcards.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/TraceExpr.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Tracing/NodeChoice.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Tracing/Observers.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Tracing/ObservingFunctions.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Tracing/ValueSummary.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Values/Arena.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Values/Arrays.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Values/Cells.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Values/Coercion.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Values/Comparison.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Values/Criterion.cpp
-          ${CMAKE_CURRENT_LIST_DIR}/Values/FunctionTable.cpp)
+          ${CMAKE_CURRENT_LIST_DIR}/Values/FunctionTable.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/WriteExpr.cpp)

@@ -33,8 +33,7 @@ struct ExprParts {
   std::vector<CellReference> references;
   std::vector<NameReference> names;
   std::vector<StructuredReference> structuredReferences;
-  std::uint32_t localNameCount =
-      0;  ///< slots for the names of the formula's LET and LAMBDA functions
+  std::vector<std::string> localNames;  ///< of the formula's LET and LAMBDA functions, by slot
   ExprTraits traits;
 
   friend bool operator==(ExprParts const&, ExprParts const&) noexcept = default;

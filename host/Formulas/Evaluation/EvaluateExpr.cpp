@@ -7,35 +7,16 @@
 #include <vector>
 
 #include "Formulas/Values/Arrays.h"
+#include "Formulas/Values/Cells.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
 using FormulaModel::FormulaArray;
-using FormulaModel::FormulaBoolean;
-using FormulaModel::FormulaEmpty;
-using FormulaModel::FormulaError;
-using FormulaModel::FormulaNumber;
-using FormulaModel::FormulaString;
 
 /// How many values the result of an array formula may have, which takes some 200 MiB.
 constexpr std::uint64_t mostResultElements = std::uint64_t{1} << 22U;
-
-FormulaValue toFormulaValue(Value const& value) {
-  switch (value.kind()) {
-    case Value::Kind::Number:
-      return FormulaNumber{FloatNumber(value.asNumber())};
-    case Value::Kind::Text:
-      return FormulaString{std::string(value.asText())};
-    case Value::Kind::Boolean:
-      return FormulaBoolean{value.asBoolean()};
-    case Value::Kind::Error:
-      return FormulaError{value.asError()};
-    default:
-      return FormulaEmpty{};
-  }
-}
 
 std::shared_ptr<Reference const> makeReference(Area const& area) {
   return std::make_shared<Reference const>(

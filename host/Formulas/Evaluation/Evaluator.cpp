@@ -53,7 +53,7 @@ Value Evaluator::evaluate(ExprParts const& parts, Offset offset, Mode mode) {
     return {};
   }
   steps().spend(parts.nodes.size());
-  Frame const frame{&parts, offset, arena().makeArray<Value>(parts.localNameCount)};
+  Frame const frame{&parts, offset, arena().makeArray<Value>(parts.localNames.size())};
   return evaluateNode(frame, static_cast<std::uint32_t>(parts.nodes.size() - 1), mode);
 }
 

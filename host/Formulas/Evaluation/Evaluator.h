@@ -111,6 +111,8 @@ public:
 
   /// The meter of the evaluation's steps.
   [[nodiscard]] StepMeter& steps() const noexcept { return _workspace->steps; }
+  /// The observer of a formula that calls the observing function; null for other formulas.
+  [[nodiscard]] ValueObserver* observer() const noexcept { return _workspace->observer; }
   [[nodiscard]] Arena& arena() noexcept { return _workspace->arena; }
   [[nodiscard]] FunctionTable const& functions() const noexcept { return *_functions; }
   [[nodiscard]] Context const& context() const noexcept { return *_context; }

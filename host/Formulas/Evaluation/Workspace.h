@@ -10,6 +10,8 @@
 
 namespace Zorv::Formulas {
 
+class ValueObserver;
+
 /// Working memory of evaluations, one after the other.
 struct Workspace {
   explicit Workspace(WorkBudget* budget = nullptr) noexcept : steps(budget) {}
@@ -20,6 +22,7 @@ struct Workspace {
   DOM::CellStore::Position lastCell;
   std::optional<LookupSession> lookups;
   OfficeUtils::Moment* moment = nullptr;  ///< null: the current moment is read from the clock
+  ValueObserver* observer = nullptr;       ///< of a formula that calls the observing function
 };
 
 }  // namespace Zorv::Formulas

@@ -46,6 +46,8 @@ constexpr std::array<FunctionTable::Family, 33> families = {
 
 }  // namespace
 
+std::span<FunctionTable::Family const> builtinFamilies() noexcept { return families; }
+
 FunctionTable const& builtinFunctions() {
   static FunctionTable const table(families);
   return table;

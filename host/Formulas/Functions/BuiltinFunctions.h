@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "Formulas/Values/FunctionTable.h"
 
 namespace Zorv::Formulas {
@@ -27,5 +29,8 @@ namespace Zorv::Formulas {
 /// a family, write a function that returns its entries, declare it in Families.h and add it to the
 /// list in BuiltinFunctions.cpp. Then run `make docs`, which writes docs/functions.md.
 [[nodiscard]] FunctionTable const& builtinFunctions();
+
+/// The families of that table.
+[[nodiscard]] std::span<FunctionTable::Family const> builtinFamilies() noexcept;
 
 }  // namespace Zorv::Formulas

@@ -233,9 +233,11 @@ std::span<FunctionEntry const> workDayFunctions() noexcept {
                     workDaysBetweenWithWeekend,
                     "Number of working days between two dates, with a choice of the weekend."},
       FunctionEntry{"WORKDAY", "start:n, days:n, [holidays:a]", workDay,
-                    "Date some working days later or earlier."},
+                    "Date some working days later or earlier.",
+                    {.givesDate = true}},
       FunctionEntry{"WORKDAY.INTL", "start:n, days:n, [weekend:v, holidays:a]", workDayWithWeekend,
-                    "Date some working days later or earlier, with a choice of the weekend."},
+                    "Date some working days later or earlier, with a choice of the weekend.",
+                    {.givesDate = true}},
   };
   return entries;
 }

@@ -87,8 +87,9 @@ std::vector<Subtree> Parser::parseArguments() {
 std::vector<Subtree> Parser::parseLambdaArguments() {
   std::vector<Subtree> arguments;
   while (isLocalNameNext()) {
-    std::uint32_t const slot = _builder.makeLocalSlot();
-    _localNames.add(_lexer.take().text, slot);
+    std::string_view const name = _lexer.take().text;
+    std::uint32_t const slot = _builder.makeLocalSlot(LocalNames::toPlainName(name));
+    _localNames.add(name, slot);
     _lexer.take();
     arguments.push_back(_builder.addLocalName(slot));
   }
@@ -105,7 +106,7 @@ std::vector<Subtree> Parser::parseLetArguments() {
   do {
     if (isLocalNameNext() && pendingName.empty()) {
       pendingName = _lexer.take().text;
-      pendingSlot = _builder.makeLocalSlot();
+      pendingSlot = _builder.makeLocalSlot(LocalNames::toPlainName(pendingName));
       arguments.push_back(_builder.addLocalName(pendingSlot));
       continue;
     }

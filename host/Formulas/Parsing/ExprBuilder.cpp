@@ -116,6 +116,10 @@ std::uint32_t ExprBuilder::storeText(std::string text) {
   return store(_parts.texts, std::move(text));
 }
 
+std::uint32_t ExprBuilder::makeLocalSlot(std::string name) {
+  return store(_parts.localNames, std::move(name));
+}
+
 Expr ExprBuilder::finish(FunctionTable const& functions) {
   _parts.traits = analyse(_parts, functions);
   return Expr(std::move(_parts));

@@ -43,7 +43,8 @@ public:
 
   /// Adds a text to the pool; returns its index.
   std::uint32_t storeText(std::string text);
-  std::uint32_t makeLocalSlot() noexcept { return _parts.localNameCount++; }
+  /// The slot of a new local name.
+  std::uint32_t makeLocalSlot(std::string name);
 
   [[nodiscard]] DOM::FormulaSyntaxTree::Node const& getNode(Subtree tree) const noexcept {
     return _parts.nodes[tree.node];

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "Formulas/Text/Characters.h"
-
 namespace Zorv::Formulas {
 
 std::optional<std::uint32_t> LocalNames::find(std::string_view name) const {
@@ -13,17 +11,14 @@ std::optional<std::uint32_t> LocalNames::find(std::string_view name) const {
   // The innermost of several equal names hides the others.
   auto const found =
       std::find_if(_names.rbegin(), _names.rend(),
-                   [key = toKey(name)](auto const& given) { return given.first == key; });
+                   [key = toAsciiUpper(toPlainName(name))](auto const& given) { return given.first == key; });
   return found == _names.rend() ? std::nullopt : std::optional(found->second);
 }
 
-std::string LocalNames::toKey(std::string_view name) {
+std::string LocalNames::toPlainName(std::string_view name) {
   constexpr std::string_view prefix = "_XLPM.";
-  std::string key = toAsciiUpper(name);
-  if (key.starts_with(prefix)) {
-    key.erase(0, prefix.size());
-  }
-  return key;
+  bool const hasPrefix = toAsciiUpper(name.substr(0, prefix.size())) == prefix;
+  return std::string(name.substr(hasPrefix ? prefix.size() : 0));
 }
 
 }  // namespace Zorv::Formulas

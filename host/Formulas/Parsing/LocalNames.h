@@ -8,13 +8,18 @@
 #include <utility>
 #include <vector>
 
+#include "Utils/CaseFolding.h"
+
 namespace Zorv::Formulas {
 
 /// The names that the LET and LAMBDA functions around a place of a formula give, innermost last.
 /// Letter case does not matter, nor the prefix `_xlpm.` that files put before such names.
 class LocalNames {
 public:
-  void add(std::string_view name, std::uint32_t slot) { _names.emplace_back(toKey(name), slot); }
+  /// A name without its prefix.
+  [[nodiscard]] static std::string toPlainName(std::string_view name);
+
+  void add(std::string_view name, std::uint32_t slot) { _names.emplace_back(toAsciiUpper(toPlainName(name)), slot); }
 
   /// The slot of the innermost name, or nothing.
   [[nodiscard]] std::optional<std::uint32_t> find(std::string_view name) const;
@@ -24,8 +29,6 @@ public:
   void shrinkTo(std::size_t size) { _names.resize(size); }
 
 private:
-  [[nodiscard]] static std::string toKey(std::string_view name);
-
   std::vector<std::pair<std::string, std::uint32_t>> _names;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 
 #include "DOM/Table.h"
 #include "Formulas/Limits/StepMeter.h"
@@ -14,6 +15,22 @@ namespace Zorv::Formulas {
 
 /// A cell's or a constant's value; borrows its text.
 [[nodiscard]] Value fromFormulaValue(FormulaValue const& value) noexcept;
+
+/// A single value as the value of a cell or a formula; the empty one for any other.
+[[nodiscard]] inline FormulaValue toFormulaValue(Value const& value) {
+  switch (value.kind()) {
+    case Value::Kind::Number:
+      return FormulaModel::FormulaNumber{FloatNumber(value.asNumber())};
+    case Value::Kind::Text:
+      return FormulaModel::FormulaString{std::string(value.asText())};
+    case Value::Kind::Boolean:
+      return FormulaModel::FormulaBoolean{value.asBoolean()};
+    case Value::Kind::Error:
+      return FormulaModel::FormulaError{value.asError()};
+    default:
+      return FormulaModel::FormulaEmpty{};
+  }
+}
 
 /// The value at a distance from an area's first cell; empty where there is no cell.
 [[nodiscard]] Value readCell(Area const& area, std::uint32_t row, std::uint32_t column);

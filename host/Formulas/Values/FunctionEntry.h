@@ -111,6 +111,8 @@ struct FunctionTraits {
   bool returnsReference = false;
   /// It uses the place of its first argument, a reference, and not the values of its cells.
   bool asksPlaceOfFirst = false;
+  /// The result stands for a date, where it is a number.
+  bool givesDate = false;
   /// Arguments may be names that it gives to values, as those of LET and LAMBDA; see Parser.
   bool bindsNames = false;
 };
