@@ -1,5 +1,7 @@
-// Parses any text as a formula, and moves its references there and back.
+// Parses any text as a formula, writes it, and moves its references there and back.
+#include <algorithm>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "DOM/Table.h"
@@ -7,9 +9,31 @@
 #include "Formulas/OneTableDocument.h"
 #include "Formulas/ParseExpr.h"
 #include "Formulas/ShiftExpr.h"
+#include "Formulas/WriteExpr.h"
 #include "fuzz/Fuzzing.h"
 
 using namespace Zorv;
+
+namespace {
+
+/// A table of another workbook, of which the expression keeps the sheet alone, has no text.
+bool refersToTableElsewhere(DOM::FormulaSyntaxTree::ExprParts const& parts) {
+  return std::ranges::any_of(parts.structuredReferences, [&](auto const& reference) {
+    return reference.list != DOM::FormulaSyntaxTree::noIndex &&
+           parts.texts[reference.list].find('[') != std::string::npos;
+  });
+}
+
+void checkWriting(DOM::FormulaSyntaxTree::Expr const& expr) {
+  constexpr std::size_t longestFormula = 8'192;
+  auto const written = Formulas::writeExpr(expr);
+  if (written.size() <= longestFormula && !refersToTableElsewhere(expr.getParts())) {
+    Fuzzing::require(Formulas::writeExpr(Formulas::parseExpr(written)) == written,
+                     "a written formula is read and written as it is");
+  }
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   std::string_view const text(reinterpret_cast<char const*>(data), size);
@@ -21,6 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     return 0;
   }
   Fuzzing::require(Formulas::parseExpr(text) == expr, "a text has one meaning");
+
+  checkWriting(expr);
 
   DOM::Table const table;
   Formulas::OneTableDocument const document(table);

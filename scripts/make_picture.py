@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Draws docs/picture.svg: a sheet of the demonstration workbook as its conditional formats make it
-look, and what the tool prints for it.
+look, and the tool's explanation of one cell.
 
 Everything that is conditional comes from the tool itself; the cells, their own styles and the widths
 of the columns are read with python3-openpyxl, which is needed to regenerate the picture only.
@@ -11,6 +11,7 @@ make_picture.py [CNDFRMT]
 import html
 import json
 import pathlib
+import re
 import subprocess
 import sys
 
@@ -19,9 +20,9 @@ from openpyxl.utils import get_column_letter
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 WORKBOOK = "examples/demo.xlsx"
-SHEET = "Sales"
-SHOWN_RANGE = "B11:G11"  # the cells whose lines the terminal shows
-OPTIONS = ["--now", "2026-11-21T12:00:00", "--sheet", SHEET]
+SHEET = "Invoices"
+EXPLAINED = "E5"  # the cell that the terminal explains
+NOW = ["--now", "2026-11-21T12:00:00"]
 
 WIDTH = 920
 MARGIN = 14
@@ -31,6 +32,9 @@ SANS = "Carlito, Calibri, 'Segoe UI', 'Helvetica Neue', Arial, sans-serif"
 MONO = "'DejaVu Sans Mono', Menlo, Consolas, 'Liberation Mono', monospace"
 MONO_SIZE = 11.5
 MONO_ADVANCE = 0.602  # of the size
+TERMINAL_COLOUR = "#D1D5DB"
+# The colours that the tool asks a terminal for, by their codes.
+SGR_COLOURS = {"1": "#FFFFFF", "1;32": "#4ADE80", "1;31": "#F87171", "2": "#9CA3AF"}
 
 
 class Svg:
@@ -64,14 +68,14 @@ def format_number(value):
     return f"{value:g}" if isinstance(value, float) else str(value)
 
 
-def run_tool(tool, command, *options):
-    done = subprocess.run([tool, command, WORKBOOK, *OPTIONS, *options], cwd=ROOT, check=True,
+def run_tool(tool, command, *arguments):
+    done = subprocess.run([tool, command, WORKBOOK, *arguments, *NOW], cwd=ROOT, check=True,
                           capture_output=True, text=True)
     return done.stdout
 
 
 def conditional_styles(tool):
-    document = json.loads(run_tool(tool, "resolve", "--format", "json"))
+    document = json.loads(run_tool(tool, "resolve", "--sheet", SHEET, "--format", "json"))
     return {cell["cell"]: cell["style"] for cell in document["sheets"][0]["cells"]}
 
 
@@ -82,11 +86,9 @@ def shown_text(cell):
         return ""
     if isinstance(value, str):
         return value
-    if cell.number_format == "mmm yy":
-        return value.strftime("%b %y")
-    if cell.number_format == "0.0%":
-        return f"{value:.1%}"
-    return f"{value:,.1f}" if cell.number_format == "#,##0.0" else f"{value:g}"
+    if cell.number_format == "yyyy-mm-dd":
+        return value.strftime("%Y-%m-%d")
+    return f"{value:,.2f}" if cell.number_format == "#,##0.00" else f"{value:g}"
 
 
 def own_style(cell):
@@ -169,12 +171,37 @@ class SheetDrawing:
             text_decoration="underline" if style.get("underline", "none") != "none" else None,
             text_anchor="end" if right_aligned else None)
 
-    def frame(self, first, last):
-        """Marks the cells from first to last, as a selection is marked."""
-        left, right = self.edges[first.column - 1], self.edges[last.column]
-        top, bottom = self.row_top(first.row), self.row_top(last.row + 1)
+    def frame(self, cell):
+        """Marks a cell, as a selection is marked."""
+        left, right = self.edges[cell.column - 1], self.edges[cell.column]
+        top, bottom = self.row_top(cell.row), self.row_top(cell.row + 1)
         self.svg.rect(left, top, right - left, bottom - top, "none", stroke="#217346",
                       stroke_width=2)
+
+
+def pieces(line):
+    """The pieces of a line with the code of a terminal in force for each."""
+    code = ""
+    for number, part in enumerate(re.split(r"\x1b\[([0-9;]*)m", line)):
+        if number % 2:
+            code = "" if part == "0" else part
+        elif part:
+            yield part, code
+
+
+def draw_terminal_line(svg, line, left, baseline):
+    advance = MONO_SIZE * MONO_ADVANCE
+    column = 0
+    for text, code in pieces(line):
+        x = left + column * advance
+        if code.startswith("48;2;"):
+            colour = "#%02X%02X%02X" % tuple(int(part) for part in code.split(";")[2:])
+            svg.rect(x, baseline - MONO_SIZE * 0.85, len(text) * advance, MONO_SIZE * 1.1, colour)
+        else:
+            svg.text(x, baseline, text, fill=SGR_COLOURS.get(code, TERMINAL_COLOUR), font_family=MONO,
+                     font_size=MONO_SIZE, font_weight="bold" if code.startswith("1") else None,
+                     xml__space="preserve", textLength=round(len(text) * advance, 1))
+        column += len(text)
 
 
 def draw_terminal(svg, lines, left, top, width):
@@ -182,11 +209,7 @@ def draw_terminal(svg, lines, left, top, width):
     height = line_height * len(lines) + 2 * MARGIN
     svg.rect(left, top, width, height, "#1B1F27", rx=8)
     for number, line in enumerate(lines):
-        is_prompt = line.startswith("$ ")
-        colour = "#FFFFFF" if is_prompt else "#9CA3AF" if number == 1 else "#D1D5DB"
-        svg.text(left + MARGIN, top + MARGIN + line_height * (number + 0.75), line, fill=colour,
-                 font_family=MONO, font_size=MONO_SIZE, xml__space="preserve",
-                 textLength=round(len(line) * MONO_SIZE * MONO_ADVANCE, 1))
+        draw_terminal_line(svg, line, left + MARGIN, top + MARGIN + line_height * (number + 0.75))
     return height
 
 
@@ -194,16 +217,16 @@ def main():
     tool = str(pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else
                             ROOT / "build/release/bin/cndfrmt").resolve())
     sheet = openpyxl.load_workbook(ROOT / WORKBOOK, data_only=True)[SHEET]
-    output = run_tool(tool, "resolve", "--range", SHOWN_RANGE).rstrip("\n").split("\n")
-    command = f"$ cndfrmt resolve demo.xlsx --sheet {SHEET} --range {SHOWN_RANGE}"
+    place = f"{SHEET}!{EXPLAINED}"
+    output = run_tool(tool, "explain", place, "--colour", "always").rstrip("\n").split("\n")
+    command = f"\x1b[1m$ cndfrmt explain demo.xlsx {place}\x1b[0m"
 
     svg = Svg()
     body = Svg()
     inner = WIDTH - 2 * MARGIN
     drawing = SheetDrawing(body, sheet, conditional_styles(tool), MARGIN, MARGIN, inner)
     drawing.draw()
-    cells = sheet[SHOWN_RANGE][0]
-    drawing.frame(cells[0], cells[-1])
+    drawing.frame(sheet[EXPLAINED])
     top = MARGIN + drawing.height + MARGIN
     bottom = top + draw_terminal(body, [command, *output], MARGIN, top, inner) + MARGIN
     svg.rect(0, 0, WIDTH, bottom, "#FFFFFF")

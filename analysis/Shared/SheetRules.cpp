@@ -27,4 +27,10 @@ std::size_t SheetRules::formatOf(Workbook::Rule const& rule) const noexcept {
   return found->second;
 }
 
+void sortByPriority(std::vector<Workbook::Rule const*>& rules) {
+  std::ranges::stable_sort(rules, {}, [](Workbook::Rule const* rule) {
+    return std::pair(!rule->priority.has_value(), rule->priority.value_or(0));
+  });
+}
+
 }  // namespace Zorv::Analysis

@@ -31,4 +31,8 @@ private:
   std::vector<std::pair<DOM::ConditionalFormat const*, std::size_t>> _formats;  ///< by address
 };
 
+/// Sorts rules by priority, the smallest number first. Rules without a priority come last; rules of
+/// equal priority keep their order.
+void sortByPriority(std::vector<Workbook::Rule const*>& rules);
+
 }  // namespace Zorv::Analysis

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include <ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h>
@@ -17,8 +18,10 @@
 
 namespace DOM = Zorv::DOM;
 using Zorv::ConditionalFormatters::ConditionalFormattingPropsCalculator;
+using Zorv::ConditionalFormatters::FormatOutcome;
 using Zorv::ConditionalFormatters::ResolvedCell;
 using Zorv::ConditionalFormatters::TablePass;
+using Zorv::ConditionalFormatters::ThresholdOperand;
 
 namespace {
 
@@ -110,6 +113,26 @@ int main() {
   auto const runs = resolver.resolveRuns(pass);
   // [table]
 
+  // [explain]
+  // Why does A5 look as it does? Each format says what became of it, and which properties it sets;
+  // a property that an earlier format has set names that one.
+  auto const explanation = resolver.explain(table.getCellInfo(4, 0));
+  std::vector<std::string> reasons;
+  for (auto const& format : explanation.formats) {
+    if (format.outcome == FormatOutcome::Holds) {
+      for (auto const& property : format.properties) {
+        reasons.push_back(std::string(property.name) + (property.takenBy ? " is taken" : " is set"));
+      }
+    }
+  }
+  auto const& top = std::get<ThresholdOperand>(explanation.formats[0].operands);
+  // [explain]
+
+  expect(reasons == std::vector<std::string>{"fillPattern is set", "fillColour is set",
+                                             "colour is set", "bold is set"},
+         "both formats contribute to 40");
+  expect(top.threshold && top.threshold->get() == 40 && top.rank == 2, "40 is the last of the top");
+  expect(explanation.style == style, "an explanation has the style itself");
   expect(boldRows == std::vector{1UL, 4UL}, "48 and 40 are bold");
   expect(runs.size() == 2 && runs[0].range == Zorv::TableRange{1, 0, 2, 1} &&
              runs[1].range == Zorv::TableRange{4, 0, 5, 1},

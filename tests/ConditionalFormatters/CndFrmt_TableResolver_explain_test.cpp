@@ -74,8 +74,8 @@ void checkProperties(CellExplanation const& explanation) {
   std::set<std::string_view> contributed;
   for (FormatExplanation const& format : explanation.formats) {
     for (PropertyShare const& share : format.properties) {
-      RC_ASSERT(share.takenBy ? contributed.contains(share.name)
-                              : contributed.insert(share.name).second);
+      bool const isNew = contributed.insert(share.name).second;
+      RC_ASSERT(isNew != share.takenBy.has_value());
     }
   }
   std::set<std::string_view> set;

@@ -27,6 +27,11 @@ struct CommandContext {
 /// and the report counts it.
 void runResolve(CommandContext const& context, ProgressBar& progress);
 
+/// Prints why each selected cell looks as it does: what became of each rule on it, and who sets
+/// which property. A condition that cannot be evaluated is part of the answer, and the report
+/// counts it.
+void runExplain(CommandContext const& context);
+
 /// Prints the rules of each sheet by priority, with those that are not resolved.
 void runRules(CommandContext const& context);
 

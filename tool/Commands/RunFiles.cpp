@@ -31,6 +31,8 @@ void runCommand(CommandContext const& context) {
                            canShowProgress(context.selection.getOptions(), context.terminal));
       return runResolve(context, progress);
     }
+    case Command::Explain:
+      return runExplain(context);
     case Command::Rules:
       return runRules(context);
     case Command::Verdicts:
@@ -41,6 +43,10 @@ void runCommand(CommandContext const& context) {
       return;  // is about two files at once; see FileRun::run()
   }
 }
+
+/// Whether the messages of a command are about the file as a whole. An explanation says itself what
+/// there is to say about its cells.
+bool isAboutFile(Options const& options) noexcept { return options.command != Command::Explain; }
 
 bool isOneOfSeveral(Options const& options) noexcept { return options.files.size() > 1; }
 
@@ -90,7 +96,9 @@ ExitStatus FileRun::runFile(std::string const& file) {
   auto const document = loadFile(file, _options, _budget);
   Selection const selection(document, _options, nameOfFile(file));
   Report report(std::cerr, selection);
-  report.sayFindings();
+  if (isAboutFile(_options)) {
+    report.sayFindings();
+  }
   bool const isFirst = !_hasOutput;
   beginFile(selection.getFile());
   std::exception_ptr problem;
@@ -100,7 +108,9 @@ ExitStatus FileRun::runFile(std::string const& file) {
     problem = std::current_exception();
   }
   _out.flush();
-  report.saySummary();
+  if (isAboutFile(_options)) {
+    report.saySummary();
+  }
   if (problem) {
     std::rethrow_exception(problem);
   }

@@ -14,6 +14,7 @@ struct Arguments {
   std::vector<std::string> files;
   std::vector<std::string> sheets;
   std::vector<std::string> ranges;
+  std::optional<std::string> rule;
   std::optional<std::string> format;
   std::optional<std::string> threads;
   std::optional<std::string> now;

@@ -34,6 +34,16 @@ CLI::Validator choice(std::vector<std::string> const& words) {
   return CLI::IsMember(words).description("").name(fmt::format("{}", fmt::join(words, " ")));
 }
 
+/// The argument of a command that takes one file.
+void addFile(CLI::App& command, Arguments& arguments) {
+  command
+      .add_option_function<std::string>(
+          "FILE", [&arguments](std::string const& file) { arguments.files = {file}; },
+          "The workbook, .xlsx or .xlsm; - is standard input")
+      ->required()
+      ->type_name("");
+}
+
 /// An option that may be given several times, with one value each.
 CLI::Option* addRepeated(CLI::App& command, std::string const& name,
                          std::vector<std::string>& values, std::string const& meaning) {
@@ -109,6 +119,24 @@ void addResolveOptions(CLI::App& command, Arguments& arguments) {
   addSemantics(command, arguments);
   addBounds(command, arguments);
   addThreads(command, arguments);
+  addColour(command, arguments);
+}
+
+void addExplainOptions(CLI::App& command, Arguments& arguments) {
+  addFile(command, arguments);
+  command
+      .add_option("CELL", arguments.ranges,
+                  "The cells, such as 'Sheet 1'!B7 or B7:C9; without a sheet, on each sheet")
+      ->required()
+      ->type_name("");
+  addRepeated(command, "--sheet", arguments.sheets, "Only the sheet of this name; may be repeated");
+  command
+      .add_option("--rule", arguments.rule,
+                  "Only what became of the rule of this number, wherever it lies")
+      ->type_name("NUMBER");
+  addFormat(command, arguments, {"table", "json", "jsonl"});
+  addMoment(command, arguments);
+  addBounds(command, arguments);
   addColour(command, arguments);
 }
 
@@ -193,6 +221,11 @@ constexpr CommandEntry commandEntries[] = {
      "cndfrmt resolve budget.xlsx --sheet Sales --range B2:F20\n"
      "cndfrmt resolve *.xlsx --format jsonl >cells.jsonl\n",
      &addResolveOptions},
+    {Command::Explain, "explain", "Say why a cell looks as it does: what became of each rule on it",
+     "cndfrmt explain budget.xlsx \"'Sheet 1'!B7\"\n"
+     "cndfrmt explain budget.xlsx Sales!B7:B9 Sales!F2 --format json\n"
+     "cndfrmt explain budget.xlsx Sales!B7 --rule 3\n",
+     &addExplainOptions},
     {Command::Rules, "rules", "Print the rules of each sheet by priority",
      "cndfrmt rules budget.xlsx\n"
      "cndfrmt rules budget.xlsx --format csv >rules.csv\n",

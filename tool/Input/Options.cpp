@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <chrono>
+#include <cstdint>
 #include <thread>
 #include <utility>
 
@@ -67,13 +68,39 @@ OfficeUtils::Clock::TimePoint readNow(std::optional<std::string> const& text,
   return *moment;
 }
 
-SheetRange readRange(std::string const& text) {
+SheetRange readRange(std::string const& text, std::string_view option) {
   auto range = parseSheetRange(text);
   if (!range) {
     throw UsageError(fmt::format(
-        "--range: \"{}\" is no range of cells; write it as A1:C9 or 'Sheet 1'!A1:C9", text));
+        "{}: \"{}\" is no range of cells; write it as A1:C9 or 'Sheet 1'!A1:C9", option, text));
   }
   return *std::move(range);
+}
+
+/// The cells that are explained: as many as somebody may read.
+void checkCellCount(std::vector<SheetRange> const& ranges) {
+  constexpr std::uint64_t mostCells = 10'000;
+  std::uint64_t count = 0;
+  for (auto const& [sheet, range] : ranges) {
+    count += std::uint64_t{range.endRow - range.firstRow} * (range.endColumn - range.firstColumn);
+  }
+  if (count > mostCells) {
+    throw UsageError(
+        fmt::format("CELL: {} cells are too many to explain, the limit is {}; "
+                    "cndfrmt resolve prints every cell that has a style",
+                    count, mostCells));
+  }
+}
+
+std::size_t readRule(std::string const& text) {
+  std::size_t number = 0;
+  auto const* const end = text.data() + text.size();
+  auto const [rest, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || rest != end) {
+    throw UsageError(fmt::format(
+        "--rule: \"{}\" is no number of a rule; cndfrmt rules lists the numbers", text));
+  }
+  return number;
 }
 
 constexpr unsigned mostThreads = 256;
@@ -173,7 +200,16 @@ Options toOptions(Arguments arguments) {
   Options options;
   options.command = arguments.command;
   options.sheets = std::move(arguments.sheets);
-  std::ranges::transform(arguments.ranges, std::back_inserter(options.ranges), &readRange);
+  bool const explains = options.command == Command::Explain;
+  for (auto const& range : arguments.ranges) {
+    options.ranges.push_back(readRange(range, explains ? "CELL" : "--range"));
+  }
+  if (explains) {
+    checkCellCount(options.ranges);
+  }
+  if (arguments.rule) {
+    options.rule = readRule(*arguments.rule);
+  }
   options.format = readFormat(arguments.format, arguments.command);
   options.threadCount = readThreadCount(arguments.threads);
   options.timeZone = findTimeZone(arguments.timeZone);

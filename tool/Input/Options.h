@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -14,7 +15,7 @@
 
 namespace Zorv::Tool {
 
-enum class Command : std::uint8_t { Resolve, Rules, Verdicts, Tidy, Diff };
+enum class Command : std::uint8_t { Resolve, Explain, Rules, Verdicts, Tidy, Diff };
 
 enum class OutputFormat : std::uint8_t {
   Table,      ///< columns for people
@@ -36,7 +37,9 @@ struct Options {
   Command command = Command::Resolve;
   std::vector<std::string> files;   ///< at least one; "-" is standard input
   std::vector<std::string> sheets;  ///< none: all
-  std::vector<SheetRange> ranges;   ///< none: all cells
+  /// None: all cells. For Command::Explain, the cells that are explained.
+  std::vector<SheetRange> ranges;
+  std::optional<std::size_t> rule;  ///< number of the rule that is asked for
   OutputFormat format = OutputFormat::Table;
   unsigned threadCount = 1;  ///< at least 1
   OfficeUtils::Clock::TimePoint now;

@@ -1,7 +1,6 @@
 #include "tool/Input/Selection.h"
 
 #include <algorithm>
-#include <limits>
 #include <set>
 #include <string>
 #include <string_view>
@@ -11,6 +10,7 @@
 
 #include "DOM/Table.h"
 #include "Utils/TableRange.h"
+#include "analysis/Shared/SheetRules.h"
 #include "tool/Input/Errors.h"
 
 namespace Zorv::Tool {
@@ -48,7 +48,9 @@ Selection::Selection(Workbook::Document const& document, Options const& options,
     : _document(document), _options(options), _file(std::move(file)) {
   for (auto const& [sheet, range] : options.ranges) {
     _ranges.push_back(
-        {sheet ? std::optional(findSheet(document, _file, *sheet, "--range")) : std::nullopt,
+        {sheet ? std::optional(findSheet(document, _file, *sheet,
+                                         options.command == Command::Explain ? "CELL" : "--range"))
+               : std::nullopt,
          range});
   }
   std::set<std::size_t> named;
@@ -89,11 +91,7 @@ std::vector<Workbook::Rule const*> Selection::getRulesByPriority(std::size_t she
       rules.push_back(&rule);
     }
   }
-  auto const priorityOf = [](Workbook::Rule const* rule) {
-    return rule->priority.value_or(std::numeric_limits<int>::max());
-  };
-  std::stable_sort(rules.begin(), rules.end(),
-                   [&](auto const* a, auto const* b) { return priorityOf(a) < priorityOf(b); });
+  Analysis::sortByPriority(rules);
   return rules;
 }
 

@@ -23,16 +23,6 @@ constexpr std::size_t widestQuote = 300;
 /// A reason in the line that counts the rules.
 constexpr std::size_t widestReason = 80;
 
-std::string messageOf(std::exception_ptr const& problem) {
-  try {
-    std::rethrow_exception(problem);
-  } catch (std::exception const& error) {
-    return shorten(error.what(), widestQuote);
-  } catch (...) {
-    return "unknown error";
-  }
-}
-
 /// The next cell would fare no better.
 void throwLackOfMemory(std::exception_ptr const& problem) {
   try {
@@ -128,6 +118,16 @@ std::string_view toText(ProblemKind kind) noexcept {
   return "failed";
 }
 
+std::string describeProblem(std::exception_ptr const& problem) {
+  try {
+    std::rethrow_exception(problem);
+  } catch (std::exception const& error) {
+    return shorten(error.what(), widestQuote);
+  } catch (...) {
+    return "unknown error";
+  }
+}
+
 void Report::sayFindings() const {
   Groups<Workbook::Finding const*> groups;
   for (auto const& finding : _selection.getDocument().getFindings()) {
@@ -151,7 +151,7 @@ void Report::addFailure(Workbook::Rule const& rule, CellIndex cell,
   }
   _failures.emplace(rule.number, Problem{.rule = &rule,
                                          .kind = ProblemKind::Failed,
-                                         .reason = messageOf(problem),
+                                         .reason = describeProblem(problem),
                                          .cellCount = 1,
                                          .firstCell = cell});
 }

@@ -31,8 +31,8 @@ constexpr std::array<std::string_view, 14> nullaryWords = {
     "date in this month", "date in next month"};
 constexpr std::array<std::string_view, 6> comparisonWords = {"=", "<>", ">", ">=", "<", "<="};
 constexpr std::array<std::string_view, 2> betweenWords = {"between", "not between"};
-constexpr std::array<std::string_view, 4> textWords = {"text contains", "text does not contain",
-                                                       "text begins with", "text ends with"};
+constexpr std::array<std::string_view, 4> matchWords = {"contains", "does not contain",
+                                                        "begins with", "ends with"};
 constexpr std::array<std::string_view, 2> topBottomWords = {"top", "bottom"};
 constexpr std::array<std::string_view, 4> averageWords = {
     "above average", "equal or above average", "below average", "equal or below average"};
@@ -51,17 +51,17 @@ public:
     if (record.getType() == DOM::UnaryConditionalFormatType::FormulaIsTrue) {
       return describeFormula();
     }
-    return fmt::format("cell {} {}", wordOf(record.getType(), comparisonWords), formula(0));
+    return fmt::format("cell {} {}", describeComparison(record.getType()), formula(0));
   }
 
   std::string operator()(DOM::BinaryConditionalFormatOperator const& record) const {
-    return fmt::format("cell {} {} and {}", wordOf(record.getType(), betweenWords), formula(0),
+    return fmt::format("cell {} {} and {}", describeInterval(record.getType()), formula(0),
                        formula(1));
   }
 
   std::string operator()(DOM::TextConditionalFormatOperator const& record) const {
     auto const* literal = boost::get<std::string>(&record.getArgument());
-    return fmt::format("{} {}", wordOf(record.getType(), textWords),
+    return fmt::format("text {} {}", describeMatch(record.getType()),
                        literal ? fmt::format("\"{}\"", *literal) : needle());
   }
 
@@ -104,6 +104,18 @@ private:
 };
 
 }  // namespace
+
+std::string_view describeComparison(DOM::UnaryConditionalFormatType type) noexcept {
+  return wordOf(type, comparisonWords);
+}
+
+std::string_view describeInterval(DOM::BinaryConditionalFormatType type) noexcept {
+  return wordOf(type, betweenWords);
+}
+
+std::string_view describeMatch(DOM::TextConditionalFormatType type) noexcept {
+  return wordOf(type, matchWords);
+}
 
 std::string describeType(std::string_view type) {
   static std::map<std::string_view, std::string_view> const names = {

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "DOM/ConditionalFormatOperator.h"
 #include "workbook/Rule.h"
 
 /// Rules in words.
@@ -15,6 +16,11 @@ namespace Zorv::Tool {
 /// True for the kinds of rules that draw on cells and are no conditions: colour scales, data bars
 /// and icon sets.
 [[nodiscard]] bool isVisual(std::string_view type) noexcept;
+
+// The words of a condition between the value and its operands: `>=`, `not between`, `begins with`.
+[[nodiscard]] std::string_view describeComparison(DOM::UnaryConditionalFormatType type) noexcept;
+[[nodiscard]] std::string_view describeInterval(DOM::BinaryConditionalFormatType type) noexcept;
+[[nodiscard]] std::string_view describeMatch(DOM::TextConditionalFormatType type) noexcept;
 
 /// A rule's condition, such as `cell > 5000`, `formula $D4<TODAY()` or `top 10 %`; the name of its
 /// kind if the rule is not resolved.

@@ -46,41 +46,39 @@ std::string_view wordOf(std::string_view name) {
   return found == words.end() ? name : found->second;
 }
 
-/// Phrases of one style.
-class Phrases {
-public:
-  void add(std::string_view name, bool value) {
-    append(fmt::format("{}{}", value ? "" : "not ", wordOf(name)));
-  }
-  void add(std::string_view name, DOM::FillPattern value) {
-    // A solid fill is described by its colour alone, and a gradient by its colours.
-    if (value != DOM::FillPattern::Solid && value != DOM::FillPattern::Gradient) {
-      append(fmt::format("{} {}", wordOf(name), toText(value)));
-    }
-  }
-  template <class Number>
-  requires std::is_arithmetic_v<Number>
-  void add(std::string_view name, Number value) {
-    append(fmt::format("{} {}", wordOf(name), value));
-  }
-  void add(std::string_view name, std::string const& value) {
-    append(fmt::format("{} {}", wordOf(name), value));
-  }
-  template <class Value>
-  requires(!std::is_arithmetic_v<Value>) void add(std::string_view name, Value const& value) {
-    append(fmt::format("{} {}", wordOf(name), toText(value)));
-  }
+/// The words for a property's value.
+std::string describeProperty(std::string_view name, bool value) {
+  return fmt::format("{}{}", value ? "" : "not ", wordOf(name));
+}
+template <class Number>
+requires std::is_arithmetic_v<Number> std::string describeProperty(std::string_view name,
+                                                                   Number value) {
+  return fmt::format("{} {}", wordOf(name), value);
+}
+std::string describeProperty(std::string_view name, std::string const& value) {
+  return fmt::format("{} {}", wordOf(name), value);
+}
+template <class Value>
+requires(!std::is_arithmetic_v<Value>) std::string
+    describeProperty(std::string_view name, Value const& value) {
+  return fmt::format("{} {}", wordOf(name), toText(value));
+}
 
-  [[nodiscard]] std::string text() const { return _text.empty() ? "nothing" : _text; }
+template <class Value>
+std::optional<DOM::Colour> colourOf(Value const& /*value*/) {
+  return std::nullopt;
+}
+std::optional<DOM::Colour> colourOf(DOM::Colour const& value) { return value; }
+std::optional<DOM::Colour> colourOf(DOM::BorderLine const& value) { return value.colour; }
 
-private:
-  void append(std::string const& phrase) {
-    _text += _text.empty() ? "" : ", ";
-    _text += phrase;
-  }
-
-  std::string _text;
-};
+/// A solid fill is described by its colour alone, and a gradient by its colours.
+template <class Value>
+bool isSaidByOthers(Value const& /*value*/) noexcept {
+  return false;
+}
+bool isSaidByOthers(DOM::FillPattern value) noexcept {
+  return value == DOM::FillPattern::Solid || value == DOM::FillPattern::Gradient;
+}
 
 bool hasFrame(DOM::CellProps const& props) noexcept {
   return props.borderLeft && props.borderLeft == props.borderRight &&
@@ -187,23 +185,29 @@ std::optional<DOM::Colour> findFillColour(DOM::CellStyle const& style) {
   return props->fillColour ? props->fillColour : props->fillPatternColour;
 }
 
-std::string describe(DOM::CellStyle const& style) {
-  Phrases phrases;
-  bool const framed = style.getCellProps() && hasFrame(*style.getCellProps());
-  bool const isGradient =
-      style.getCellProps() && style.getCellProps()->fillPattern == DOM::FillPattern::Gradient;
+std::vector<StylePhrase> listPhrases(DOM::CellStyle const& style, bool joinsBorder) {
+  std::vector<StylePhrase> phrases;
+  auto const& props = style.getCellProps();
+  bool const isFramed = joinsBorder && props && hasFrame(*props);
+  bool const isGradient = props && props->fillPattern == DOM::FillPattern::Gradient;
   forEachSetProperty(style, [&](std::string_view name, auto const& value) {
-    if (isHiddenFill(name, isGradient)) {
+    bool const isLaterSide = isFramed && isSide(name) && name != "borderLeft";
+    if (isHiddenFill(name, isGradient) || isSaidByOthers(value) || isLaterSide) {
       return;
     }
-    if (!framed || !isSide(name)) {
-      phrases.add(name, value);
-    } else if (name == "borderLeft") {
-      // Four equal sides are described as one border.
-      phrases.add("border", value);
-    }
+    phrases.push_back({name, describeProperty(isFramed && isSide(name) ? "border" : name, value),
+                       colourOf(value)});
   });
-  return phrases.text();
+  return phrases;
+}
+
+std::string describe(DOM::CellStyle const& style) {
+  std::string text;
+  for (auto const& phrase : listPhrases(style)) {
+    text += text.empty() ? "" : ", ";
+    text += phrase.text;
+  }
+  return text.empty() ? "nothing" : text;
 }
 
 }  // namespace Zorv::Tool

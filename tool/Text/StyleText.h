@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "DOM/CellStyle.h"
 #include "DOM/StyleProps.h"
@@ -26,6 +27,17 @@ namespace Zorv::Tool {
 
 /// The colours of a gradient, from its beginning to its end.
 [[nodiscard]] std::string toText(DOM::GradientFill const& gradient);
+
+/// A property, or properties that belong together, in words.
+struct StylePhrase {
+  std::string_view property;          ///< the name of the first member that the phrase is about
+  std::string text;                   ///< `fill #FFC7CE`, `bold`
+  std::optional<DOM::Colour> colour;  ///< the colour that the phrase names
+};
+
+/// Everything that a style sets and that shows. Four equal sides are one border if `joinsBorder`.
+[[nodiscard]] std::vector<StylePhrase> listPhrases(DOM::CellStyle const& style,
+                                                   bool joinsBorder = true);
 
 /// One line for people: `fill #FFC7CE, text #9C0006, bold`; "nothing" for a style that sets
 /// nothing.

@@ -22,7 +22,7 @@ struct Workspace {
   DOM::CellStore::Position lastCell;
   std::optional<LookupSession> lookups;
   OfficeUtils::Moment* moment = nullptr;  ///< null: the current moment is read from the clock
-  ValueObserver* observer = nullptr;       ///< of a formula that calls the observing function
+  ValueObserver* observer = nullptr;      ///< of a formula that calls the observing function
 };
 
 }  // namespace Zorv::Formulas

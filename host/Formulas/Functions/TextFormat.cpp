@@ -217,8 +217,8 @@ Value readNumberWithSeparators(Call& call) {
 
 std::span<FunctionEntry const> textFormatFunctions() noexcept {
   static constexpr std::array entries = {
-      FunctionEntry{"DATEVALUE", "text:t", readDate, "Date that a text spells.",
-                    {.givesDate = true}},
+      FunctionEntry{
+          "DATEVALUE", "text:t", readDate, "Date that a text spells.", {.givesDate = true}},
       FunctionEntry{"DOLLAR", "number:n, [digits:n]", formatMoney, "Number as an amount of money."},
       FunctionEntry{"FIXED", "number:n, [digits:n, isPlain:b]", formatFixed,
                     "Number with a fixed number of digits, with or without grouping."},

@@ -9,15 +9,16 @@ std::optional<std::uint32_t> LocalNames::find(std::string_view name) const {
     return std::nullopt;
   }
   // The innermost of several equal names hides the others.
-  auto const found =
-      std::find_if(_names.rbegin(), _names.rend(),
-                   [key = toAsciiUpper(toPlainName(name))](auto const& given) { return given.first == key; });
+  auto const found = std::find_if(
+      _names.rbegin(), _names.rend(),
+      [key = toAsciiUpper(toPlainName(name))](auto const& given) { return given.first == key; });
   return found == _names.rend() ? std::nullopt : std::optional(found->second);
 }
 
 std::string LocalNames::toPlainName(std::string_view name) {
   constexpr std::string_view prefix = "_XLPM.";
-  bool const hasPrefix = toAsciiUpper(name.substr(0, prefix.size())) == prefix;
+  bool const hasPrefix =
+      name.size() > prefix.size() && toAsciiUpper(name.substr(0, prefix.size())) == prefix;
   return std::string(name.substr(hasPrefix ? prefix.size() : 0));
 }
 

@@ -19,7 +19,9 @@ public:
   /// A name without its prefix.
   [[nodiscard]] static std::string toPlainName(std::string_view name);
 
-  void add(std::string_view name, std::uint32_t slot) { _names.emplace_back(toAsciiUpper(toPlainName(name)), slot); }
+  void add(std::string_view name, std::uint32_t slot) {
+    _names.emplace_back(toAsciiUpper(toPlainName(name)), slot);
+  }
 
   /// The slot of the innermost name, or nothing.
   [[nodiscard]] std::optional<std::uint32_t> find(std::string_view name) const;

@@ -1,7 +1,9 @@
 #include "Formulas/TraceExpr.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -47,8 +49,8 @@ protected:
     }
     std::string text = std::to_string(value.rows) + "x" + std::to_string(value.columns) +
                        (value.kind == Kind::Array ? " array" : " range");
-    for (FormulaValue const& first : value.firstValues) {
-      text += ' ' + describe(first);
+    for (FormulaValue const& element : value.firstValues) {
+      text += ' ' + describe(element);
     }
     return text;
   }
@@ -118,8 +120,7 @@ TEST_F(TraceExprTest, TellsTheNamesOfLetButNoBodiesOfFunctions) {
 TEST_F(TraceExprTest, TellsNeitherConstantsNorPlaces) {
   EXPECT_THAT(steps("TRUE"), IsEmpty());
   EXPECT_THAT(steps("-5%"), IsEmpty());
-  EXPECT_THAT(steps("ROW(A3)+{1,2}"),
-              ElementsAre("ROW(A3): 1x1 array 3", "ROW(A3)+{1,2}: 1x2 array 4 5"));
+  EXPECT_THAT(steps("ROW(A3)+{1,2}"), ElementsAre("ROW(A3): 3", "ROW(A3)+{1,2}: 1x2 array 4 5"));
   document.define("Rate", "Sheet1!$A$3");
   EXPECT_THAT(steps("Rate*2"), ElementsAre("Rate: 3", "Rate*2: 6"));
 }
@@ -144,7 +145,7 @@ TEST_F(TraceExprTest, ACellThatShowsADateIsOne) {
   DOM::SharedObjectFactory const factory;
   DOM::CellStyle style;
   style.setCellFormat(std::make_shared<DOM::CellFormat const>(DOM::CellFormat{"yyyy-mm-dd"}));
-  document.sheet().table.setStyle(0, 0, factory.create(std::move(style)));
+  document.sheet().table.obtainCell(0, 0).style = factory.create(std::move(style));
   auto const traced = trace("A1+A2");
   EXPECT_TRUE(traced.steps[0].value.isDate);
   EXPECT_FALSE(traced.steps[1].value.isDate);

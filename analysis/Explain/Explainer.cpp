@@ -1,0 +1,184 @@
+#include "analysis/Explain/Explainer.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include "DOM/SetProperties.h"
+#include "Formulas/EvaluationSession.h"
+#include "OfficeUtils/Moment.h"
+#include "OfficeUtils/PinnedMoment.h"
+#include "analysis/Explain/NearestRules.h"
+#include "analysis/Explain/OwnStyle.h"
+#include "analysis/Explain/RuleFormulas.h"
+
+namespace Zorv::Analysis {
+
+namespace {
+
+namespace CF = ConditionalFormatters;
+
+bool isOn(Workbook::Rule const& rule, CellIndex cell) {
+  return std::ranges::any_of(rule.ranges, [&](TableRange const& range) {
+    return range.contains(cell.getRow().get(), cell.getColumn().get());
+  });
+}
+
+bool isEvaluated(std::optional<FormatOutcome> outcome) noexcept {
+  return outcome == FormatOutcome::Holds || outcome == FormatOutcome::DoesNotHold ||
+         outcome == FormatOutcome::Failed;
+}
+
+/// The rule that decides a property; null if no rule sets it.
+Workbook::Rule const* findDecider(std::string_view property, CF::CellExplanation const& explanation,
+                                  SheetRules const& rules) {
+  for (CF::FormatIndex format = 0; format < explanation.formats.size(); ++format) {
+    for (CF::PropertyShare const& share : explanation.formats[format].properties) {
+      if (share.name == property && !share.takenBy) {
+        return &rules.ruleOf(format);
+      }
+    }
+  }
+  return nullptr;
+}
+
+void addEffectiveStyle(CF::CellExplanation const& explanation, SheetRules const& rules,
+                       CellAccount& account) {
+  account.conditionalStyle = explanation.style;
+  account.effectiveStyle = account.ownStyle;
+  if (explanation.style) {
+    override(account.effectiveStyle, explanation.style->get());
+  }
+  DOM::forEachSetProperty(
+      account.effectiveStyle, [&](std::string_view name, auto const& /*value*/) {
+        account.properties.push_back({name, findDecider(name, explanation, rules)});
+      });
+}
+
+}  // namespace
+
+Explainer::Explainer(Workbook::Document const& document, std::string const& localeName,
+                     DOM::TimeZone const& timeZone, WorkBudget* budget)
+    : _document(document),
+      _budget(budget),
+      _contextProvider(document, localeName, timeZone),
+      _calculator(
+          std::make_unique<Workbook::DocumentValueProvider>(document, localeName, timeZone)) {}
+
+Explainer::PreparedSheet const& Explainer::prepare(std::size_t sheet) {
+  auto const found = _sheets.find(sheet);
+  if (found != _sheets.end()) {
+    return found->second;
+  }
+  auto const& table = *_document.getSheets()[sheet].table;
+  PreparedSheet prepared{SheetRules(_document, sheet, _calculator.getConditionalFormatRefs(table)),
+                         _calculator.prepare(_document.getStyles(), table),
+                         {}};
+  for (auto const& rule : _document.getRulesOfSheet(sheet)) {
+    prepared.byPriority.push_back(&rule);
+  }
+  sortByPriority(prepared.byPriority);
+  return _sheets.emplace(sheet, std::move(prepared)).first->second;
+}
+
+CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
+                               std::optional<std::size_t> onlyRule) {
+  OfficeUtils::PinnedMoment const pinned(OfficeUtils::PinnedMoment::readMoment());
+  PreparedSheet const& prepared = prepare(sheet);
+  auto const info =
+      _document.getSheets()[sheet].table->getCellInfo(cell.getRow().get(), cell.getColumn().get());
+  auto const explanation = prepared.resolver.explain(info, _budget);
+  CellAccount account{.sheet = sheet,
+                      .cell = cell,
+                      .content = info.getCell(),
+                      .ownStyle = findOwnStyle(_document, sheet, info)};
+  addEffectiveStyle(explanation, prepared.rules, account);
+  for (auto const* rule : prepared.byPriority) {
+    bool const isOnCell = isOn(*rule, cell);
+    account.rulesElsewhere += isOnCell ? 0 : 1;
+    bool const isAskedFor = onlyRule && rule->number == *onlyRule;
+    if (onlyRule ? !isAskedFor : !isOnCell) {
+      continue;
+    }
+    auto& entry = account.rules.emplace_back(explainRule(prepared, *rule, info, explanation));
+    if (isAskedFor && entry.outcome == FormatOutcome::NotReached) {
+      evaluateByItself(prepared, info, entry);
+    }
+    if (!isOnCell) {
+      account.nearest = findNearestRules({&rule, 1}, cell, 1);
+    }
+  }
+  if (account.rules.empty()) {
+    constexpr std::size_t fewRules = 3;
+    account.nearest = findNearestRules(prepared.byPriority, cell, fewRules);
+  }
+  return account;
+}
+
+RuleAccount Explainer::explainRule(PreparedSheet const& sheet, Workbook::Rule const& rule,
+                                   DOM::CellInfo const& cell,
+                                   CF::CellExplanation const& explanation) const {
+  RuleAccount account{.rule = &rule};
+  if (rule.format == nullptr) {
+    return account;
+  }
+  auto const& format = explanation.formats[sheet.rules.formatOf(rule)];
+  account.outcome = format.outcome;
+  account.operands = format.operands;
+  account.failure = format.failure;
+  account.endedBy = format.endedBy ? &sheet.rules.ruleOf(*format.endedBy) : nullptr;
+  for (CF::PropertyShare const& share : format.properties) {
+    account.properties.push_back(
+        {share.name, share.takenBy ? &sheet.rules.ruleOf(*share.takenBy) : nullptr});
+  }
+  if (isEvaluated(account.outcome)) {
+    addFormulas(sheet, cell, account);
+  }
+  return account;
+}
+
+void Explainer::evaluateByItself(PreparedSheet const& sheet, DOM::CellInfo const& cell,
+                                 RuleAccount& account) const {
+  try {
+    std::size_t const format = sheet.rules.formatOf(*account.rule);
+    account.holdsByItself = sheet.resolver.holds(format, cell);
+    account.operands = sheet.resolver.findOperands(format, cell);
+    addFormulas(sheet, cell, account);
+  } catch (std::bad_alloc const&) {
+    throw;
+  } catch (WorkEnded const&) {
+    throw;
+  } catch (std::exception const&) {
+    account.failure = std::current_exception();
+  }
+}
+
+void Explainer::addFormulas(PreparedSheet const& sheet, DOM::CellInfo const& cell,
+                            RuleAccount& account) const {
+  auto const formulas = listFormulas(*account.rule);
+  if (formulas.empty()) {
+    return;
+  }
+  CellIndex const index = cell.getCellIndex();
+  CellIndex const base = sheet.resolver.getFormulaBaseCell(sheet.rules.formatOf(*account.rule));
+  auto const offset = [](unsigned long position, unsigned long from) {
+    return static_cast<int>(position) - static_cast<int>(from);
+  };
+  Formulas::Context const context(_contextProvider.getTableContext(cell.getTable()), index.getRow(),
+                                  index.getColumn(), boost::none, DOM::RowID(0), DOM::ColumnID(0));
+  OfficeUtils::Moment moment(OfficeUtils::PinnedMoment::readMoment());
+  Formulas::EvaluationSession session(_lookups, moment);
+  session.setBudget(_budget);
+  for (RuleFormula const& formula : formulas) {
+    auto trace = Formulas::traceExpr(
+        *formula.expr, offset(index.getColumn().get(), base.getColumn().get()),
+        offset(index.getRow().get(), base.getRow().get()), context, _contextProvider, session);
+    if (!trace.steps.empty() || trace.failure) {
+      account.formulas.push_back({std::string(formula.written), std::move(trace)});
+    }
+  }
+}
+
+}  // namespace Zorv::Analysis

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "Formulas/LookupCache.h"
+#include "OfficeUtils/TimeZone.h"
+#include "Utils/CellIndex.h"
+#include "Utils/WorkBudget.h"
+#include "analysis/Explain/CellAccount.h"
+#include "analysis/Shared/SheetRules.h"
+#include "workbook/Document.h"
+#include "workbook/DocumentValueProvider.h"
+
+namespace Zorv::Analysis {
+
+/// Explains cells of a document, one after the other.
+///
+/// Prepares what the rules of a sheet need when the first cell of the sheet asks for it, and keeps
+/// it. So one cell costs the conditions on it: a top rule collects the values of its ranges, and no
+/// other cell is resolved.
+///
+/// Ownership: borrows the document, which must outlive it and stay unchanged, and the budget.
+/// Threads: one at a time.
+class Explainer {
+public:
+  /// Throws BaseRuntimeError for an unknown locale. `budget`: what the work may cost; null for no
+  /// limits.
+  Explainer(Workbook::Document const& document, std::string const& localeName,
+            DOM::TimeZone const& timeZone, WorkBudget* budget = nullptr);
+
+  /// The account of a position of a sheet, with or without a cell.
+  ///
+  /// `onlyRule`: the number of a rule of that sheet that is asked for. The others are then left out
+  /// of the account, though they still count; and the condition of one that is on the cell but is
+  /// not reached is evaluated by itself.
+  /// Throws what the budget throws, and for a lack of memory; other failures are in the account.
+  [[nodiscard]] CellAccount explain(std::size_t sheet, CellIndex cell,
+                                    std::optional<std::size_t> onlyRule = std::nullopt);
+
+private:
+  struct PreparedSheet {
+    SheetRules rules;
+    ConditionalFormatters::TableResolver resolver;
+    std::vector<Workbook::Rule const*> byPriority;
+  };
+
+  PreparedSheet const& prepare(std::size_t sheet);
+  [[nodiscard]] RuleAccount explainRule(
+      PreparedSheet const& sheet, Workbook::Rule const& rule, DOM::CellInfo const& cell,
+      ConditionalFormatters::CellExplanation const& explanation) const;
+  void evaluateByItself(PreparedSheet const& sheet, DOM::CellInfo const& cell,
+                        RuleAccount& account) const;
+  void addFormulas(PreparedSheet const& sheet, DOM::CellInfo const& cell,
+                   RuleAccount& account) const;
+
+  Workbook::Document const& _document;
+  WorkBudget* _budget;
+  Workbook::DocumentContextProvider _contextProvider;
+  ConditionalFormatters::ConditionalFormattingPropsCalculator _calculator;
+  std::map<std::size_t, PreparedSheet> _sheets;
+  mutable Formulas::LookupCache _lookups;
+};
+
+}  // namespace Zorv::Analysis

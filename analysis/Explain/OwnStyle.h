@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+
+#include "DOM/CellInfo.h"
+#include "DOM/CellStyle.h"
+#include "workbook/Document.h"
+
+namespace Zorv::Analysis {
+
+/// The style that a position of a sheet has without its conditional formats: the cell's own one;
+/// where there is no cell, that of its row, else of its column; else the document's default.
+[[nodiscard]] DOM::CellStyle findOwnStyle(Workbook::Document const& document, std::size_t sheet,
+                                          DOM::CellInfo const& cell);
+
+}  // namespace Zorv::Analysis

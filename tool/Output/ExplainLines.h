@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "tool/Text/OutputBuffer.h"
+#include "tool/Text/StyleText.h"
+#include "tool/Text/Terminal.h"
+
+namespace Zorv::Tool {
+
+/// Lines of an explanation, indented by levels. Everything is made printable. On a terminal, and
+/// where there is none at 80 columns, a line that is too long goes on in further ones, which are
+/// indented one level more.
+///
+/// Borrows its arguments.
+class ExplainLines {
+public:
+  ExplainLines(Terminal const& terminal, OutputBuffer& out) noexcept;
+
+  /// The cell that is explained, and its value.
+  void addHeading(std::string_view cell, std::string_view value);
+
+  /// What became of a rule or another title, and what follows it.
+  enum class Tone : std::uint8_t { Plain, Good, Bad, Faint };
+  void addTitle(std::string_view title, std::string_view rest, Tone tone = Tone::Plain);
+
+  void add(std::size_t level, std::string_view text);
+  void addBlank();
+
+  /// A line of phrases behind a label, each with a swatch of its colour if the terminal has
+  /// colours. Nothing without phrases.
+  void addPhrases(std::size_t level, std::string_view label, std::span<StylePhrase const> phrases,
+                  std::string_view end);
+
+  /// A row of two columns, the first padded to `width`; both are cut to fit the line.
+  void addPair(std::size_t level, std::string_view left, std::size_t width, std::string_view right);
+
+  /// The columns of a line.
+  [[nodiscard]] std::size_t getWidth() const noexcept { return _width; }
+
+private:
+  void beginLine(std::size_t level);
+  void endLine();
+  void paint(std::string_view text, char const* code);
+  /// Words that go on in further lines.
+  void addWords(std::size_t level, std::size_t used, std::string_view text);
+
+  std::size_t _width;
+  bool _hasColours;
+  OutputBuffer& _out;
+};
+
+}  // namespace Zorv::Tool
