@@ -35,6 +35,13 @@ struct PropertyAccount {
   Workbook::Rule const* takenBy = nullptr;  ///< the rule that decides it; null: this one does
 };
 
+/// The answer of spreadsheet programs at large about a condition, where it is another one.
+struct OtherAnswer {
+  bool holds = false;
+  std::string_view reason;  ///< in words, where "there" means those programs
+  std::string formula;      ///< what they evaluate, at the cell
+};
+
 /// What became of a rule for a cell.
 struct RuleAccount {
   Workbook::Rule const* rule = nullptr;  ///< never null
@@ -44,6 +51,8 @@ struct RuleAccount {
   ConditionalFormatters::ConditionOperands operands = {};
   /// Of a condition that was evaluated. None for constants, such as the 5 of `cell > 5`.
   std::vector<FormulaAccount> formulas = {};
+  /// Of a condition that was evaluated, and on which other programs decide otherwise.
+  std::optional<OtherAnswer> elsewhere = std::nullopt;
   /// Of a rule that holds.
   std::vector<PropertyAccount> properties = {};
   /// Of a rule that was not reached: the one that stopped the evaluation, or failed.

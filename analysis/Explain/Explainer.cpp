@@ -8,11 +8,14 @@
 
 #include "DOM/SetProperties.h"
 #include "Formulas/EvaluationSession.h"
+#include "OfficeUtils/FormulaValueCast.h"
 #include "OfficeUtils/Moment.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "analysis/Explain/NearestRules.h"
 #include "analysis/Explain/OwnStyle.h"
 #include "analysis/Explain/RuleFormulas.h"
+#include "workbook/Widespread.h"
+#include "workbook/WidespreadDifference.h"
 
 namespace Zorv::Analysis {
 
@@ -136,6 +139,9 @@ RuleAccount Explainer::explainRule(PreparedSheet const& sheet, Workbook::Rule co
   if (isEvaluated(account.outcome)) {
     addFormulas(sheet, cell, account);
   }
+  if (isEvaluated(account.outcome) && !account.failure) {
+    addOtherAnswer(sheet, cell, account);
+  }
   return account;
 }
 
@@ -157,28 +163,54 @@ void Explainer::evaluateByItself(PreparedSheet const& sheet, DOM::CellInfo const
 
 void Explainer::addFormulas(PreparedSheet const& sheet, DOM::CellInfo const& cell,
                             RuleAccount& account) const {
-  auto const formulas = listFormulas(*account.rule);
-  if (formulas.empty()) {
+  for (RuleFormula const& formula : listFormulas(*account.rule)) {
+    auto traced = trace(sheet, *account.rule, *formula.expr, cell);
+    if (!traced.steps.empty() || traced.failure) {
+      account.formulas.push_back({formula.written, std::move(traced)});
+    }
+  }
+}
+
+void Explainer::addOtherAnswer(PreparedSheet const& sheet, DOM::CellInfo const& cell,
+                               RuleAccount& account) const {
+  auto const widespread = Workbook::findWidespread(*account.rule);
+  if (!widespread) {
     return;
   }
+  auto traced = trace(sheet, *account.rule, widespread->expr, cell);
+  if (traced.failure || traced.steps.empty()) {
+    return;
+  }
+  namespace Cast = OfficeUtils::FormulaValueCast;
+  bool const holds =
+      Cast::toBoolOpt(traced.steps.back().value.value, _contextProvider.getLocaleContext(),
+                      Cast::CastMode::Condition, false)
+          .value_or(false);
+  if (holds != (account.outcome == FormatOutcome::Holds)) {
+    FormulaValue const value = cell.getCell() != nullptr ? cell.getCell()->value : FormulaValue();
+    account.elsewhere = {
+        holds,
+        Workbook::explainDifference(account.rule->format->getOperator(), value, account.operands),
+        std::move(traced.text)};
+  }
+}
+
+Formulas::ExprTrace Explainer::trace(PreparedSheet const& sheet, Workbook::Rule const& rule,
+                                     DOM::FormulaSyntaxTree::Expr const& expr,
+                                     DOM::CellInfo const& cell) const {
   CellIndex const index = cell.getCellIndex();
-  CellIndex const base = sheet.resolver.getFormulaBaseCell(sheet.rules.formatOf(*account.rule));
-  auto const offset = [](unsigned long position, unsigned long from) {
-    return static_cast<int>(position) - static_cast<int>(from);
+  CellIndex const base = sheet.resolver.getFormulaBaseCell(sheet.rules.formatOf(rule));
+  auto const distance = [](auto to, auto from) {
+    return static_cast<int>(to.get()) - static_cast<int>(from.get());
   };
   Formulas::Context const context(_contextProvider.getTableContext(cell.getTable()), index.getRow(),
                                   index.getColumn(), boost::none, DOM::RowID(0), DOM::ColumnID(0));
   OfficeUtils::Moment moment(OfficeUtils::PinnedMoment::readMoment());
   Formulas::EvaluationSession session(_lookups, moment);
   session.setBudget(_budget);
-  for (RuleFormula const& formula : formulas) {
-    auto trace = Formulas::traceExpr(
-        *formula.expr, offset(index.getColumn().get(), base.getColumn().get()),
-        offset(index.getRow().get(), base.getRow().get()), context, _contextProvider, session);
-    if (!trace.steps.empty() || trace.failure) {
-      account.formulas.push_back({std::string(formula.written), std::move(trace)});
-    }
-  }
+  return Formulas::traceExpr(expr, distance(index.getColumn(), base.getColumn()),
+                             distance(index.getRow(), base.getRow()), context, _contextProvider,
+                             session);
 }
 
 }  // namespace Zorv::Analysis

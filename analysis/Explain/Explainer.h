@@ -55,6 +55,11 @@ private:
       ConditionalFormatters::CellExplanation const& explanation) const;
   void evaluateByItself(PreparedSheet const& sheet, DOM::CellInfo const& cell,
                         RuleAccount& account) const;
+  [[nodiscard]] Formulas::ExprTrace trace(PreparedSheet const& sheet, Workbook::Rule const& rule,
+                                          DOM::FormulaSyntaxTree::Expr const& expr,
+                                          DOM::CellInfo const& cell) const;
+  void addOtherAnswer(PreparedSheet const& sheet, DOM::CellInfo const& cell,
+                      RuleAccount& account) const;
   void addFormulas(PreparedSheet const& sheet, DOM::CellInfo const& cell,
                    RuleAccount& account) const;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
@@ -10,7 +10,9 @@ namespace Zorv::Analysis {
 
 /// A formula of a rule's condition. Borrows the rule.
 struct RuleFormula {
-  std::string_view written;  ///< as the file has it
+  /// As the file has it. One that the file has in another form, such as the condition of other
+  /// programs, is written from `expr`.
+  std::string written;
   DOM::FormulaSyntaxTree::Expr const* expr;
 };
 

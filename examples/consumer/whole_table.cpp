@@ -121,7 +121,8 @@ int main() {
   for (auto const& format : explanation.formats) {
     if (format.outcome == FormatOutcome::Holds) {
       for (auto const& property : format.properties) {
-        reasons.push_back(std::string(property.name) + (property.takenBy ? " is taken" : " is set"));
+        reasons.push_back(std::string(property.name) +
+                          (property.takenBy ? " is taken" : " is set"));
       }
     }
   }

@@ -29,13 +29,18 @@ OUTPUTS = [
     ("tidy", ["tidy", "--dry-run", "--format", "json"], False, False),
     ("diff", ["diff", "--now", "2026-11-21", "--now", "2026-12-01", "--format", "json"], False,
      False),
+    ("explain", ["explain", "--format", "json"], False, False),
+    ("explain-line", ["explain", "--format", "jsonl"], True, False),
 ]
+# What stands behind the files of a command: cells with rules of all kinds, and without.
+BEHIND = {"explain": ["A1:I16"]}
 
 
 def find_faults(tool, schema, command, is_lines, files):
     """Descriptions of what is not as the schema says, and the number of things that were checked."""
     validator = load_validator(schema)
-    output = subprocess.run([tool, *command, *files], capture_output=True, text=True).stdout
+    output = subprocess.run([tool, *command, *files, *BEHIND.get(command[0], [])],
+                            capture_output=True, text=True).stdout
     things = [json.loads(line) for line in output.splitlines()] if is_lines else [json.loads(output)]
     faults = [f"{schema}: {files[0]}: {error.json_path}: {error.message[:300]}"
               for thing in things for error in validator.iter_errors(thing)]

@@ -136,6 +136,7 @@ void addExplainOptions(CLI::App& command, Arguments& arguments) {
       ->type_name("NUMBER");
   addFormat(command, arguments, {"table", "json", "jsonl"});
   addMoment(command, arguments);
+  addSemantics(command, arguments);
   addBounds(command, arguments);
   addColour(command, arguments);
 }

@@ -186,6 +186,11 @@ private:
     if (account.failure) {
       json.key("failure").text(describeProblem(account.failure));
     }
+    if (account.elsewhere) {
+      json.key("elsewhere").beginObject().key("holds").boolean(account.elsewhere->holds);
+      json.key("reason").text(account.elsewhere->reason);
+      json.key("formula").text(account.elsewhere->formula).endObject();
+    }
     json.key("operands");
     std::visit(OperandWriter(json), account.operands);
     json.key("formulas").beginArray();

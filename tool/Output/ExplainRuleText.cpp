@@ -177,6 +177,11 @@ void addRule(RuleAccount const& rule, Analysis::CellAccount const& cell,
   for (auto const& formula : rule.formulas) {
     addTrace(formula, locale, lines);
   }
+  if (rule.elsewhere) {
+    lines.add(
+        1, fmt::format("in other programs it {}: {}",
+                       rule.elsewhere->holds ? "holds" : "does not hold", rule.elsewhere->reason));
+  }
   if (rule.outcome == FormatOutcome::Holds) {
     addStyle(rule, document, lines);
   }

@@ -23,7 +23,8 @@ using TestSupport::WorkbookBuilder;
 constexpr char const* styles =
     "<fonts><font><name val='Arial'/></font></fonts>"
     "<fills><fill><patternFill patternType='none'/></fill></fills><borders><border/></borders>"
-    "<cellXfs><xf fontId='0' applyFont='1'/><xf fontId='0' numFmtId='14' applyNumberFormat='1'/></cellXfs>"
+    "<cellXfs><xf fontId='0' applyFont='1'/><xf fontId='0' numFmtId='14' "
+    "applyNumberFormat='1'/></cellXfs>"
     "<dxfs><dxf><fill><patternFill><bgColor rgb='FFFFC7CE'/></patternFill></fill></dxf>"
     "<dxf><font><b/><color rgb='FF006100'/></font>"
     "<fill><patternFill><bgColor rgb='FF00FF00'/></patternFill></fill></dxf></dxfs>";
@@ -169,6 +170,23 @@ TEST(Explainer, TracesTheFormulasOfComparisonsBoundsAndTexts) {
     }
   }
   EXPECT_THAT(written, ElementsAre("0 B1+1", "1 B1", "1 B1*2", "2 $B$1"));
+}
+
+TEST(Explainer, SaysWhereOtherProgramsDecideOtherwise) {
+  Explained explained(
+      row(1, "<c r='A1' t='str'><v>Yes</v></c>") + row(2, "<c r='A2' t='str'><v>no</v></c>"),
+      rules("A1:A2",
+            "<cfRule type='containsText' operator='containsText' text='yes' priority='1'>"
+            "<formula>NOT(ISERROR(SEARCH(\"yes\",A1)))</formula></cfRule>"
+            "<cfRule type='expression' priority='2'><formula>A1=\"yes\"</formula></cfRule>"));
+  auto const account = explained.explain("A1");
+  EXPECT_THAT(outcomesOf(account), ElementsAre("0 doesNotHold", "1 holds"));
+  ASSERT_TRUE(account.rules[0].elsewhere);
+  EXPECT_TRUE(account.rules[0].elsewhere->holds);
+  EXPECT_THAT(std::string(account.rules[0].elsewhere->reason), testing::HasSubstr("case"));
+  EXPECT_THAT(account.rules[0].elsewhere->formula, testing::HasSubstr("A1"));
+  EXPECT_FALSE(account.rules[1].elsewhere) << "a formula means the same everywhere";
+  EXPECT_FALSE(explained.explain("A2").rules[0].elsewhere) << "the answers are the same";
 }
 
 TEST(Explainer, NamesTheNearestRulesOfACellWithoutAny) {
