@@ -34,9 +34,7 @@ unsigned long ColumnFormats::width() const noexcept { return _nodes[1].width; }
 
 std::vector<ColumnInterval> ColumnFormats::list() const {
   std::vector<ColumnInterval> intervals;
-  if (width() > 0) {
-    append(root(), intervals);
-  }
+  append(root(), intervals);
   return intervals;
 }
 

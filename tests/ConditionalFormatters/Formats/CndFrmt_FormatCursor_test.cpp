@@ -92,6 +92,16 @@ TEST_F(FormatCursorTest, ListsTheColumnsOfARowInterval) {
   EXPECT_THAT(cursor.listColumns(), ElementsAre(ColumnInterval{0, 2}, ColumnInterval{4, 6}));
 }
 
+TEST_F(FormatCursorTest, AStepUpwardsDoesNotLeaveRangesThatItNeverEntered) {
+  RangeIndex const index(std::vector<TableRange>{{0, 0, 2, 2}, {5, 0, 9, 2}});
+  FormatCursor cursor(index);
+  EXPECT_EQ(cursor.enterRow(8), 9U);
+  EXPECT_EQ(cursor.enterRow(3), 5U);
+  EXPECT_EQ(cursor.getWidth(), 0U);
+  EXPECT_EQ(cursor.enterRow(1), 2U);
+  EXPECT_EQ(cursor.getWidth(), 2U);
+}
+
 TEST_F(FormatCursorTest, AgreesWithTheHoldTestInAnyOrderOfPositions) {
   std::mt19937 random(7);
   std::uniform_int_distribution<unsigned long> draw(0, 15);
