@@ -7,6 +7,7 @@ void registerCellCache();
 void registerLoader();
 void registerMemory();
 void registerThreads();
+void registerVisuals();
 void registerWholeTable();
 
 }  // namespace Zorv::Benchmarks

@@ -11,6 +11,7 @@ int main(int argumentCount, char** arguments) {
   Zorv::Benchmarks::registerLoader();
   Zorv::Benchmarks::registerMemory();
   Zorv::Benchmarks::registerThreads();
+  Zorv::Benchmarks::registerVisuals();
   Zorv::Benchmarks::registerWholeTable();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();

@@ -59,6 +59,16 @@ def report_whole_tables(times, counters):
     return lines
 
 
+def report_visuals(times):
+    lines = ["| one visual format | ns per cell, 100,000 cells | 1,000,000 cells | "
+             "thresholds known, 100,000 cells | 1,000,000 cells |", "|---|---|---|---|---|"]
+    for kind in ("scale", "bar", "icons"):
+        cells = [times[f"visual/{kind}{which}/{size}"] / size
+                 for which in ("", "Again") for size in (100000, 1000000)]
+        lines.append(f"| {kind} | " + " | ".join(f"{cell:.0f}" for cell in cells) + " |")
+    return lines
+
+
 def report_cache(times):
     lines = ["| cell by cell | remembered cell, ns | floor, ns | ratio |", "|---|---|---|---|"]
     for size in (10000, 100000, 1000000):
@@ -85,7 +95,8 @@ def report(context, times, counters):
     load = "load/numbers/1000000"
     lines = [f"Measured on {context['date'][:10]}: {context['num_cpus']} cores of "
              f"{context['mhz_per_cpu']} MHz.", ""]
-    lines += report_whole_tables(times, counters) + [""] + report_cache(times) + [""]
+    lines += report_whole_tables(times, counters) + [""] + report_visuals(times) + [""]
+    lines += report_cache(times) + [""]
     lines += report_memory(counters)
     lines += ["", f"Loading a workbook of 1,000,000 numbers takes {times[load] / 1e9:.2f} s and "
               f"{counters[load]['residentBytesPerCell']:.0f} resident bytes per cell."]

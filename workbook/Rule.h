@@ -8,14 +8,15 @@
 
 #include "DOM/ConditionalFormat.h"
 #include "Utils/TableRange.h"
+#include "visuals/VisualFormat.h"
 
 namespace Zorv::Workbook {
 
 /// A conditional-formatting rule of a file (a `cfRule` element, ISO/IEC 29500-1, 18.3.1.10), and
-/// the conditional format made from it.
+/// the conditional format or the visual format made from it.
 ///
-/// A data bar, a colour scale or a set of icons may have a second element in the extension list,
-/// which refines the first. Both are one rule, that of the first element.
+/// A data bar, a colour scale or an icon set may have a second element in the extension list, which
+/// refines the first. Both are one rule, that of the first element.
 struct Rule {
   /// Number of the rule in the workbook, from 0: sheets in the workbook's order, elements in the
   /// order of the sheet's part. Every element counts, so the numbers have a gap where an element of
@@ -34,8 +35,12 @@ struct Rule {
   /// written out, and for rules of other kinds.
   std::string needleFormula;
 
-  /// The conditional format, owned by the sheet's table; null if the rule is not resolved.
+  /// The conditional format, owned by the sheet's table; null if the rule is not resolved, or is a
+  /// visual one.
   DOM::ConditionalFormat const* format = nullptr;
+  /// The visual format of a colour scale, a data bar or an icon set, owned by the sheet; null if
+  /// the rule is not resolved, or is a condition.
+  Visuals::VisualFormat const* visual = nullptr;
   /// Why the rule is not resolved; empty if it is.
   std::string unresolvedReason;
   /// What the rule's formulas refer to that the document lacks, in words such as `refers to the
@@ -43,6 +48,8 @@ struct Rule {
   std::vector<std::string> doubts;
   /// Names of the functions that the formulas call and neither the engine nor the document has.
   std::set<std::string> unknownFunctions;
+
+  [[nodiscard]] bool isResolved() const noexcept { return format != nullptr || visual != nullptr; }
 };
 
 }  // namespace Zorv::Workbook

@@ -9,6 +9,7 @@
 #include "DOM/SharedStyle.h"
 #include "DOM/Table.h"
 #include "Utils/TableRange.h"
+#include "visuals/VisualFormat.h"
 
 namespace Zorv::Workbook {
 
@@ -48,6 +49,8 @@ struct Sheet {
   std::string part;
   /// Never null. A sheet that is not a worksheet (a chart sheet) has an empty table.
   std::unique_ptr<DOM::Table> table;
+  /// Colour scales, data bars and icon sets, by priority.
+  Visuals::VisualFormats visualFormats;
   bool isWorksheet = true;
   bool hidden = false;
   /// The file asks not to recalculate the sheet's conditional formats

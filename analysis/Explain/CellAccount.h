@@ -16,6 +16,8 @@
 #include "Formulas/TraceExpr.h"
 #include "Utils/CellIndex.h"
 #include "Utils/TableRange.h"
+#include "analysis/Shared/SheetRules.h"
+#include "visuals/CellVisuals.h"
 #include "workbook/Rule.h"
 
 /// Why a cell of a document looks as it does. Everything borrows the document.
@@ -42,11 +44,24 @@ struct OtherAnswer {
   std::string formula;      ///< what they evaluate, at the cell
 };
 
+/// What became of a colour scale, a data bar or an icon set for a cell.
+enum class VisualOutcome : std::uint8_t {
+  Draws,
+  NoNumber,     ///< draws nothing: the value is no number
+  NoCondition,  ///< draws nothing: its own formula is not true
+  NotReached,   ///< an earlier rule stops, fails, or draws the same kind; see endedBy
+  Failed,       ///< a formula cannot be evaluated, or a threshold is no number
+  NotOnThisCell,
+};
+
 /// What became of a rule for a cell.
 struct RuleAccount {
   Workbook::Rule const* rule = nullptr;  ///< never null
-  /// Nothing for a rule that is not resolved; Rule::unresolvedReason says why.
+  /// Nothing for a visual rule, and for a rule that is not resolved; Rule::unresolvedReason says
+  /// why.
   std::optional<FormatOutcome> outcome = std::nullopt;
+  /// Of a visual rule.
+  std::optional<VisualOutcome> visual = std::nullopt;
   /// Of a condition that was evaluated.
   ConditionalFormatters::ConditionOperands operands = {};
   /// Of a condition that was evaluated. None for constants, such as the 5 of `cell > 5`.
@@ -55,7 +70,8 @@ struct RuleAccount {
   std::optional<OtherAnswer> elsewhere = std::nullopt;
   /// Of a rule that holds.
   std::vector<PropertyAccount> properties = {};
-  /// Of a rule that was not reached: the one that stopped the evaluation, or failed.
+  /// Of a rule that was not reached: the one that stopped the evaluation, or failed; of a visual
+  /// one also the one that draws the same kind.
   Workbook::Rule const* endedBy = nullptr;
   /// Of a rule that was asked for and not reached: whether its condition holds by itself. Nothing
   /// if it cannot be evaluated.
@@ -91,6 +107,9 @@ struct CellAccount {
   DOM::CellStyle effectiveStyle = {};
   /// Those that the effective style sets, in the order of forEachSetProperty().
   std::vector<EffectiveProperty> properties = {};
+  /// What colour scales, data bars and icon sets give the cell.
+  Visuals::CellVisuals visuals = {};
+  VisualRules visualRules = {};
   /// The rules on the cell, by priority; those not resolved, too. If one rule is asked for, that
   /// one alone, wherever it lies.
   std::vector<RuleAccount> rules = {};

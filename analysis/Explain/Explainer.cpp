@@ -14,6 +14,7 @@
 #include "analysis/Explain/NearestRules.h"
 #include "analysis/Explain/OwnStyle.h"
 #include "analysis/Explain/RuleFormulas.h"
+#include "analysis/Explain/VisualExplainer.h"
 #include "workbook/Widespread.h"
 #include "workbook/WidespreadDifference.h"
 
@@ -22,12 +23,6 @@ namespace Zorv::Analysis {
 namespace {
 
 namespace CF = ConditionalFormatters;
-
-bool isOn(Workbook::Rule const& rule, CellIndex cell) {
-  return std::ranges::any_of(rule.ranges, [&](TableRange const& range) {
-    return range.contains(cell.getRow().get(), cell.getColumn().get());
-  });
-}
 
 bool isEvaluated(std::optional<FormatOutcome> outcome) noexcept {
   return outcome == FormatOutcome::Holds || outcome == FormatOutcome::DoesNotHold ||
@@ -67,6 +62,7 @@ Explainer::Explainer(Workbook::Document const& document, std::string const& loca
     : _document(document),
       _budget(budget),
       _contextProvider(document, localeName, timeZone),
+      _values(document, localeName, timeZone),
       _calculator(
           std::make_unique<Workbook::DocumentValueProvider>(document, localeName, timeZone)) {}
 
@@ -78,12 +74,21 @@ Explainer::PreparedSheet const& Explainer::prepare(std::size_t sheet) {
   auto const& table = *_document.getSheets()[sheet].table;
   PreparedSheet prepared{SheetRules(_document, sheet, _calculator.getConditionalFormatRefs(table)),
                          _calculator.prepare(_document.getStyles(), table),
+                         {},
                          {}};
   for (auto const& rule : _document.getRulesOfSheet(sheet)) {
     prepared.byPriority.push_back(&rule);
   }
   sortByPriority(prepared.byPriority);
-  return _sheets.emplace(sheet, std::move(prepared)).first->second;
+  PreparedSheet& kept = _sheets.emplace(sheet, std::move(prepared)).first->second;
+  kept.visuals.emplace(
+      Visuals::VisualSources{.table = table,
+                             .formats = _document.getSheets()[sheet].visualFormats,
+                             .provider = _values,
+                             .conditionalFormats = _calculator.getConditionalFormatRefs(table),
+                             .resolver = kept.resolver,
+                             .styles = _document.getStyles()});
+  return kept;
 }
 
 CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
@@ -98,6 +103,9 @@ CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
                       .content = info.getCell(),
                       .ownStyle = findOwnStyle(_document, sheet, info)};
   addEffectiveStyle(explanation, prepared.rules, account);
+  VisualsOfCell const visuals = findVisuals(*prepared.visuals, info, _budget);
+  account.visuals = visuals.drawn;
+  account.visualRules = prepared.rules.rulesOf(visuals.drawn);
   for (auto const* rule : prepared.byPriority) {
     bool const isOnCell = isOn(*rule, cell);
     account.rulesElsewhere += isOnCell ? 0 : 1;
@@ -105,7 +113,10 @@ CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
     if (onlyRule ? !isAskedFor : !isOnCell) {
       continue;
     }
-    auto& entry = account.rules.emplace_back(explainRule(prepared, *rule, info, explanation));
+    auto& entry = account.rules.emplace_back(
+        rule->visual != nullptr
+            ? VisualExplainer(prepared.rules, explanation, visuals, account).explain(*rule)
+            : explainRule(prepared, *rule, info, explanation));
     if (isAskedFor && entry.outcome == FormatOutcome::NotReached) {
       evaluateByItself(prepared, info, entry);
     }

@@ -13,6 +13,7 @@
 #include "Utils/WorkBudget.h"
 #include "analysis/Explain/CellAccount.h"
 #include "analysis/Shared/SheetRules.h"
+#include "visuals/VisualResolver.h"
 #include "workbook/Document.h"
 #include "workbook/DocumentValueProvider.h"
 
@@ -47,6 +48,7 @@ private:
     SheetRules rules;
     ConditionalFormatters::TableResolver resolver;
     std::vector<Workbook::Rule const*> byPriority;
+    std::optional<Visuals::VisualResolver> visuals;  ///< borrows `resolver`
   };
 
   PreparedSheet const& prepare(std::size_t sheet);
@@ -66,6 +68,7 @@ private:
   Workbook::Document const& _document;
   WorkBudget* _budget;
   Workbook::DocumentContextProvider _contextProvider;
+  Workbook::DocumentValueProvider _values;
   ConditionalFormatters::ConditionalFormattingPropsCalculator _calculator;
   std::map<std::size_t, PreparedSheet> _sheets;
   mutable Formulas::LookupCache _lookups;

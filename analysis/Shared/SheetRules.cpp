@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <utility>
 
 namespace Zorv::Analysis {
@@ -13,11 +14,25 @@ SheetRules::SheetRules(Workbook::Document const& document, std::size_t sheet,
     _formats.emplace_back(&formatRefs[format].second.get(), format);
   }
   std::ranges::sort(_formats, std::less<>());
+  std::map<Visuals::VisualFormat const*, Workbook::Rule const*> byVisual;
   for (auto const& rule : document.getRulesOfSheet(sheet)) {
     if (rule.format != nullptr) {
       _rules[formatOf(rule)] = &rule;
     }
+    if (rule.visual != nullptr) {
+      byVisual.emplace(rule.visual, &rule);
+    }
   }
+  for (auto const& visual : document.getSheets()[sheet].visualFormats) {
+    _visualRules.push_back(byVisual.at(visual.get()));
+  }
+}
+
+VisualRules SheetRules::rulesOf(Visuals::CellVisuals const& visuals) const noexcept {
+  auto const ruleOf = [this](auto const& shown) {
+    return shown ? &ruleOfVisual(shown->format) : nullptr;
+  };
+  return {ruleOf(visuals.scale), ruleOf(visuals.bar), ruleOf(visuals.icon)};
 }
 
 std::size_t SheetRules::formatOf(Workbook::Rule const& rule) const noexcept {

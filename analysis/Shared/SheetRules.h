@@ -4,10 +4,18 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "visuals/CellVisuals.h"
 #include "workbook/Document.h"
 #include "workbook/Rule.h"
 
 namespace Zorv::Analysis {
+
+/// The rules of a cell's visuals; null for those that it does not have.
+struct VisualRules {
+  Workbook::Rule const* scale = nullptr;
+  Workbook::Rule const* bar = nullptr;
+  Workbook::Rule const* icon = nullptr;
+};
 
 /// The rules of one sheet and the formats that were made from them. Borrows the document.
 class SheetRules {
@@ -22,12 +30,21 @@ public:
     return *_rules[format];
   }
 
-  /// The index of the format that was made from a rule. Requires that the rule is resolved, and of
-  /// this sheet. Logarithmic.
+  /// The rule that a visual format of the sheet was made from.
+  [[nodiscard]] Workbook::Rule const& ruleOfVisual(std::size_t visual) const noexcept {
+    return *_visualRules[visual];
+  }
+
+  /// The rules that gave a cell its visuals.
+  [[nodiscard]] VisualRules rulesOf(Visuals::CellVisuals const& visuals) const noexcept;
+
+  /// The index of the format that was made from a rule. Requires that the rule is a condition that
+  /// is resolved, and of this sheet. Logarithmic.
   [[nodiscard]] std::size_t formatOf(Workbook::Rule const& rule) const noexcept;
 
 private:
-  std::vector<Workbook::Rule const*> _rules;                                    ///< by format
+  std::vector<Workbook::Rule const*> _rules;        ///< by format
+  std::vector<Workbook::Rule const*> _visualRules;  ///< by visual format
   std::vector<std::pair<DOM::ConditionalFormat const*, std::size_t>> _formats;  ///< by address
 };
 

@@ -78,6 +78,8 @@ TEST_P(RealWorkbooks, AreReadWithAllTheirRules) {
   for (Rule const& rule : document.getRules()) {
     bool const isVisual =
         rule.type == "colorScale" || rule.type == "dataBar" || rule.type == "iconSet";
+    EXPECT_EQ(rule.visual != nullptr, isVisual)
+        << "rule " << rule.number << " (" << rule.type << "): " << rule.unresolvedReason;
     EXPECT_EQ(rule.format == nullptr, isVisual)
         << "rule " << rule.number << " (" << rule.type << "): " << rule.unresolvedReason;
   }

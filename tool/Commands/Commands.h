@@ -35,8 +35,8 @@ void runExplain(CommandContext const& context);
 /// Prints the rules of each sheet by priority, with those that are not resolved.
 void runRules(CommandContext const& context);
 
-/// Prints for each resolved rule and each position of its ranges whether the condition holds by
-/// itself, as tab-separated values under a line of headings.
+/// Prints for each resolved condition and each position of its ranges whether it holds by itself,
+/// as tab-separated values under a line of headings.
 void runVerdicts(CommandContext const& context);
 
 /// Puts the rules of the file in order, writes the file of the options unless they ask for the plan

@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <memory>
+#include <span>
+#include <tuple>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
@@ -6,6 +9,7 @@
 #include "tool/Commands/Commands.h"
 #include "tool/Commands/CoveredAreas.h"
 #include "tool/Output/ResolveOutput.h"
+#include "visuals/VisualResolver.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Tool {
@@ -14,6 +18,18 @@ namespace {
 
 namespace CF = ConditionalFormatters;
 
+std::unique_ptr<CF::ValueContextProvider> makeProvider(Selection const& selection) {
+  return std::make_unique<Workbook::DocumentValueProvider>(
+      selection.getDocument(), selection.getOptions().localeName, selection.getOptions().timeZone);
+}
+
+bool isBefore(Workbook::Rule const* a, Workbook::Rule const* b) noexcept {
+  auto const rank = [](Workbook::Rule const& rule) {
+    return std::tuple(!rule.priority, rule.priority.value_or(0), rule.number);
+  };
+  return rank(*a) < rank(*b);
+}
+
 /// Resolves a selection sheet by sheet, and passes the cells to an output.
 class Resolver {
 public:
@@ -21,9 +37,8 @@ public:
       : _context(context),
         _output(output),
         _progress(progress),
-        _calculator(std::make_unique<Workbook::DocumentValueProvider>(
-            context.selection.getDocument(), context.selection.getOptions().localeName,
-            context.selection.getOptions().timeZone)) {}
+        _calculator(makeProvider(context.selection)),
+        _visualValues(makeProvider(context.selection)) {}
 
   void resolveSheet(std::size_t index) {
     auto const& document = _context.selection.getDocument();
@@ -31,16 +46,24 @@ public:
     Analysis::SheetRules const rules(document, index,
                                      _calculator.getConditionalFormatRefs(*sheet.table));
     auto const resolver = _calculator.prepare(document.getStyles(), *sheet.table);
+    Visuals::VisualResolver const visuals(
+        {.table = *sheet.table,
+         .formats = sheet.visualFormats,
+         .provider = *_visualValues,
+         .conditionalFormats = _calculator.getConditionalFormatRefs(*sheet.table),
+         .resolver = resolver,
+         .styles = document.getStyles()});
     auto const pass = makePass(index);
 
     _output.beginSheet(sheet);
     auto const usedRows = sheet.table->getUsedRows();
     _progress.begin(sheet.name, usedRows.second - usedRows.first);
-    resolver.visit(pass, [&](CF::ResolvedCell const& cell) {
-      auto const row = cell.cellInfo.getRowIndex();
+    visuals.visit(pass, [&](Visuals::VisualCell const& cell) {
+      auto const& cellInfo = cell.resolved.cellInfo;
+      auto const row = cellInfo.getRowIndex();
       _progress.show(row < usedRows.first ? 0 : row - usedRows.first);
       // A pass over existing cells alone also visits what lies between the selected ranges.
-      if (_context.selection.contains(index, cell.cellInfo.getCellIndex())) {
+      if (_context.selection.contains(index, cellInfo.getCellIndex())) {
         add(cell, rules);
       }
     });
@@ -57,16 +80,40 @@ private:
     return pass;
   }
 
-  void add(CF::ResolvedCell const& cell, Analysis::SheetRules const& rules) {
+  void add(Visuals::VisualCell const& cell, Analysis::SheetRules const& rules) {
+    auto const& resolved = cell.resolved;
+    auto const position = resolved.cellInfo.getCellIndex();
+    if (resolved.failure != nullptr) {
+      _context.report.addFailure(rules.ruleOf(resolved.failure->format), position,
+                                 resolved.failure->exception);
+      return;
+    }
     if (cell.failure != nullptr) {
-      _context.report.addFailure(rules.ruleOf(cell.failure->format), cell.cellInfo.getCellIndex(),
+      _context.report.addFailure(rules.ruleOfVisual(cell.failure->format), position,
                                  cell.failure->exception);
-    } else if (cell.style) {
-      _deciding.clear();
-      for (auto const format : cell.formats) {
-        _deciding.push_back(&rules.ruleOf(format));
+    }
+    if (resolved.style || !cell.visuals.isEmpty()) {
+      auto const visualRules = rules.rulesOf(cell.visuals);
+      listDeciding(resolved.formats, visualRules, rules);
+      _output.add({resolved.cellInfo, resolved.style, _deciding, cell.visuals, visualRules});
+    }
+  }
+
+  /// Lists the deciding rules by priority.
+  void listDeciding(std::span<CF::FormatIndex const> formats,
+                    Analysis::VisualRules const& visualRules, Analysis::SheetRules const& rules) {
+    _deciding.clear();
+    for (auto const* rule : {visualRules.scale, visualRules.bar, visualRules.icon}) {
+      if (rule != nullptr) {
+        _deciding.push_back(rule);
       }
-      _output.add({cell.cellInfo, cell.style, _deciding});
+    }
+    bool const hasVisuals = !_deciding.empty();
+    for (auto const format : formats) {
+      _deciding.push_back(&rules.ruleOf(format));
+    }
+    if (hasVisuals) {
+      std::ranges::sort(_deciding, isBefore);
     }
   }
 
@@ -74,6 +121,7 @@ private:
   ResolveOutput& _output;
   ProgressBar& _progress;
   CF::ConditionalFormattingPropsCalculator _calculator;
+  std::unique_ptr<CF::ValueContextProvider> _visualValues;
   std::vector<Workbook::Rule const*> _deciding;
 };
 

@@ -86,6 +86,9 @@ void printSheet(CommandContext const& context, std::size_t sheet,
   Analysis::SheetRules const rules(document, sheet, calculator.getConditionalFormatRefs(table));
   CoveredAreas areas(context.selection, sheet, margin);
   for (auto const* rule : context.selection.getResolvedRules(sheet)) {
+    if (rule->format == nullptr) {
+      continue;  // a visual rule, which is no condition
+    }
     auto pass = areas.makePass({&rule, 1});
     pass.threadCount = context.selection.getOptions().threadCount;
     pass.budget = &context.budget;

@@ -110,7 +110,7 @@ std::vector<Workbook::Rule const*> Selection::getRules() const {
 std::vector<Workbook::Rule const*> Selection::getResolvedRules(std::size_t sheet) const {
   std::vector<Workbook::Rule const*> rules;
   for (auto const& rule : _document.getRulesOfSheet(sheet)) {
-    if (rule.format != nullptr && isSelected(rule)) {
+    if (rule.isResolved() && isSelected(rule)) {
       rules.push_back(&rule);
     }
   }

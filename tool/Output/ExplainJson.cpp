@@ -6,6 +6,7 @@
 #include "tool/Output/ExplainOutput.h"
 #include "tool/Output/JsonBuilder.h"
 #include "tool/Output/Problem.h"
+#include "tool/Output/VisualJson.h"
 #include "tool/Text/CellText.h"
 #include "tool/Text/ConditionText.h"
 
@@ -15,6 +16,24 @@ namespace {
 
 namespace CF = ConditionalFormatters;
 using Analysis::FormatOutcome;
+
+std::string_view nameOfOutcome(Analysis::VisualOutcome outcome) noexcept {
+  switch (outcome) {
+    case Analysis::VisualOutcome::Draws:
+      return "draws";
+    case Analysis::VisualOutcome::NoNumber:
+      return "noNumber";
+    case Analysis::VisualOutcome::NoCondition:
+      return "doesNotHold";
+    case Analysis::VisualOutcome::Failed:
+      return "failed";
+    case Analysis::VisualOutcome::NotReached:
+      return "notReached";
+    case Analysis::VisualOutcome::NotOnThisCell:
+      break;
+  }
+  return "notOnThisCell";
+}
 
 std::string_view nameOfOutcome(FormatOutcome outcome) noexcept {
   switch (outcome) {
@@ -157,7 +176,11 @@ public:
     for (auto const& property : account.properties) {
       addSetter(property.setBy, json.key(property.name));
     }
-    json.endObject().key("rules").beginArray();
+    json.endObject();
+    if (!account.visuals.isEmpty()) {
+      json.key("visuals").raw(toJsonText(account.visuals, account.visualRules));
+    }
+    json.key("rules").beginArray();
     for (auto const& rule : account.rules) {
       writeRule(rule, json);
     }
@@ -173,8 +196,10 @@ private:
     json.key("priority");
     rule.priority ? json.number(*rule.priority) : json.null();
     json.key("stop").boolean(rule.stopIfTrue);
-    json.key("outcome").text(account.outcome ? nameOfOutcome(*account.outcome) : "notResolved");
-    if (!account.outcome) {
+    json.key("outcome").text(account.outcome  ? nameOfOutcome(*account.outcome)
+                             : account.visual ? nameOfOutcome(*account.visual)
+                                              : "notResolved");
+    if (!rule.isResolved()) {
       json.key("reason").text(rule.unresolvedReason);
     }
     if (account.endedBy != nullptr) {

@@ -15,6 +15,7 @@
 #include "tool/Text/ConditionText.h"
 #include "tool/Text/Printable.h"
 #include "tool/Text/StyleText.h"
+#include "tool/Text/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -29,7 +30,28 @@ struct OutcomeWords {
   Tone tone;
 };
 
-OutcomeWords describeOutcome(RuleAccount const& rule) {
+OutcomeWords describeVisualOutcome(Analysis::VisualOutcome outcome, RuleAccount const& rule,
+                                   Visuals::CellVisuals const& visuals) {
+  switch (outcome) {
+    case Analysis::VisualOutcome::Draws:
+      return {"draws " + describeOf(visuals, rule.rule->visual->kind), Tone::Good};
+    case Analysis::VisualOutcome::Failed:
+      return {"cannot be drawn", Tone::Bad};
+    case Analysis::VisualOutcome::NotReached:
+      return {"is not reached", Tone::Faint};
+    case Analysis::VisualOutcome::NotOnThisCell:
+      return {"is not on this cell", Tone::Faint};
+    case Analysis::VisualOutcome::NoNumber:
+    case Analysis::VisualOutcome::NoCondition:
+      break;
+  }
+  return {"draws nothing", Tone::Plain};
+}
+
+OutcomeWords describeOutcome(RuleAccount const& rule, Visuals::CellVisuals const& visuals) {
+  if (rule.visual) {
+    return describeVisualOutcome(*rule.visual, rule, visuals);
+  }
   if (!rule.outcome) {
     return {"is not resolved", Tone::Faint};
   }
@@ -138,12 +160,20 @@ void addStyle(RuleAccount const& rule, Workbook::Document const& document, Expla
 }
 
 void addReason(RuleAccount const& rule, ExplainLines& lines) {
-  if (!rule.outcome) {
+  if (!rule.rule->isResolved()) {
     lines.add(1, rule.rule->unresolvedReason);
+  }
+  if (rule.visual == Analysis::VisualOutcome::NoNumber) {
+    lines.add(1, "the value is no number");
+  }
+  if (rule.visual == Analysis::VisualOutcome::NoCondition) {
+    lines.add(1, "its own formula is not true");
   }
   if (rule.endedBy != nullptr) {
     lines.add(1, fmt::format("rule {} {}", rule.endedBy->number,
-                             rule.endedBy->stopIfTrue ? "holds and stops" : "cannot be evaluated"));
+                             rule.endedBy->visual != nullptr ? "draws before it"
+                             : rule.endedBy->stopIfTrue      ? "holds and stops"
+                                                             : "cannot be evaluated"));
   }
   if (rule.holdsByItself) {
     lines.add(1, fmt::format("by itself it {}", *rule.holdsByItself ? "holds" : "does not hold"));
@@ -165,7 +195,7 @@ std::string describePlace(Workbook::Rule const& rule) {
 void addRule(RuleAccount const& rule, Analysis::CellAccount const& cell,
              Workbook::Document const& document, OfficeUtils::LocaleContext const& locale,
              ExplainLines& lines) {
-  auto const [outcome, tone] = describeOutcome(rule);
+  auto const [outcome, tone] = describeOutcome(rule, cell.visuals);
   lines.addTitle(fmt::format("Rule {} {}", rule.rule->number, outcome),
                  describeCondition(*rule.rule), tone);
   lines.add(1, describePlace(*rule.rule));

@@ -14,6 +14,7 @@
 #include "tool/Text/ConditionText.h"
 #include "tool/Text/Printable.h"
 #include "tool/Text/StyleText.h"
+#include "tool/Text/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -119,7 +120,18 @@ private:
                         fmt::format("{:{}}  by rule {}", "", width - displayWidth(phrase.text),
                                     findSetter(account, phrase.property)->number));
     }
+    addVisuals(account);
     _lines.addPhrases(1, "of its own: ", own, "");
+  }
+
+  void addVisuals(Analysis::CellAccount const& account) {
+    auto const& [scale, bar, icon] = account.visualRules;
+    for (auto const* rule : {scale, bar, icon}) {
+      if (rule != nullptr) {
+        _lines.add(1, fmt::format("{}  by rule {}", describeOf(account.visuals, rule->visual->kind),
+                                  rule->number));
+      }
+    }
   }
 
   Workbook::Document const& _document;

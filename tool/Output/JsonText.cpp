@@ -1,8 +1,11 @@
 #include "tool/Output/JsonText.h"
 
 #include <chrono>
+#include <optional>
 #include <string_view>
 #include <type_traits>
+#include <utility>
+#include <variant>
 
 #include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/get.hpp>
@@ -93,6 +96,65 @@ Json styleToJson(DOM::CellStyle const& style) {
   return json;
 }
 
+Json toJson(std::optional<DOM::Colour> const& colour) {
+  return colour ? Json(toText(*colour)) : Json(nullptr);
+}
+
+Json toJson(Visuals::Threshold const& threshold) {
+  Json json = {{"type", toText(threshold.kind)}};
+  if (hasOperand(threshold.kind)) {
+    json["value"] = threshold.text;
+  }
+  return json;
+}
+
+/// What a visual rule draws.
+struct VisualToJson {
+  Json operator()(Visuals::ColourScale const& scale) const {
+    auto points = Json::array();
+    for (auto const& point : scale.points) {
+      auto json = toJson(point.threshold);
+      json["colour"] = toText(point.colour);
+      points.push_back(std::move(json));
+    }
+    return {{"points", points}};
+  }
+
+  Json operator()(Visuals::DataBar const& bar) const {
+    return {{"minimum", toJson(bar.minimum)},
+            {"maximum", toJson(bar.maximum)},
+            {"minLength", bar.minLength},
+            {"maxLength", bar.maxLength},
+            {"fill", toJson(bar.fill)},
+            {"gradient", bar.isGradient},
+            {"border", toJson(bar.border)},
+            {"negativeFill", toJson(bar.negativeFill)},
+            {"negativeBorder", toJson(bar.negativeBorder)},
+            {"axis", toText(bar.axis)},
+            {"axisColour", toJson(bar.axisColour)},
+            {"direction", toText(bar.direction)},
+            {"showValue", bar.showValue}};
+  }
+
+  Json operator()(Visuals::IconSet const& set) const {
+    auto steps = Json::array();
+    for (auto const& step : set.steps) {
+      auto json = toJson(step);
+      json["orEqual"] = step.orEqual;
+      steps.push_back(std::move(json));
+    }
+    auto ownIcons = Json::array();
+    for (auto const& icon : set.ownIcons) {
+      ownIcons.push_back({{"set", toText(icon.set)}, {"index", icon.index}});
+    }
+    return {{"set", toText(set.name)},
+            {"steps", steps},
+            {"ownIcons", ownIcons},
+            {"reversed", set.isReversed},
+            {"showValue", set.showValue}};
+  }
+};
+
 Json describeRun(Selection const& selection) {
   auto const& options = selection.getOptions();
   auto const now = std::chrono::floor<std::chrono::seconds>(options.timeZone.toLocal(options.now));
@@ -153,13 +215,17 @@ Json describeRule(Workbook::Document const& document, Workbook::Rule const& rule
       toJson(rule, describeCondition(rule),
              rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges));
   json["formulas"] = rule.formulas;
-  json["resolved"] = rule.format != nullptr;
-  if (rule.format) {
-    json["style"] = styleToJson(findStyle(document, rule));
-    json["doubts"] = rule.doubts;
-  } else {
+  json["resolved"] = rule.isResolved();
+  if (!rule.isResolved()) {
     json["reason"] = rule.unresolvedReason;
+    return json;
   }
+  if (rule.visual != nullptr) {
+    json["visual"] = std::visit(VisualToJson(), rule.visual->kind);
+  } else {
+    json["style"] = styleToJson(findStyle(document, rule));
+  }
+  json["doubts"] = rule.doubts;
   return json;
 }
 

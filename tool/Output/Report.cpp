@@ -241,13 +241,13 @@ std::vector<Problem> Report::listStaticProblems() const {
   std::vector<Problem> problems;
   auto const rules = _selection.getRules();
   for (auto const* rule : rules) {
-    if (rule->format == nullptr) {
+    if (!rule->isResolved()) {
       problems.push_back(
           {.rule = rule, .kind = ProblemKind::NotResolved, .reason = rule->unresolvedReason});
     }
   }
   for (auto const* rule : rules) {
-    if (rule->format != nullptr && !rule->doubts.empty()) {
+    if (rule->isResolved() && !rule->doubts.empty()) {
       problems.push_back({.rule = rule,
                           .kind = ProblemKind::Doubtful,
                           .reason = fmt::format("{}", fmt::join(rule->doubts, ", "))});

@@ -6,6 +6,7 @@
 #include "tool/Output/CellTextCaches.h"
 #include "tool/Output/JsonText.h"
 #include "tool/Output/ResolveOutput.h"
+#include "tool/Output/VisualJson.h"
 #include "tool/Text/CellText.h"
 
 namespace Zorv::Tool {
@@ -39,10 +40,11 @@ public:
     text += "\",\"value\":";
     appendJsonValue(text, cellObject != nullptr ? cellObject->value : FormulaValue());
     text += ",\"shown\":";
-    auto const* const format = cell.style->get().getCellFormat().get();
+    auto const* const format = cell.getStyle().getCellFormat().get();
     appendJsonText(text, cellObject != nullptr ? _formatter.toText(*cellObject, format) : "");
     text += ",\"style\":";
-    text += _styles.getOrCreate(cell.style, [&] { return toJsonText(cell.style->get()); });
+    text += _styles.getOrCreate(cell.style, [&] { return toJsonText(cell.getStyle()); });
+    appendJsonVisuals(text, cell.visuals, cell.visualRules);
     text += ",\"rules\":";
     text += _rules.getOrCreate(cell.deciding, [&] { return toJsonText(cell.deciding); });
     text += '}';

@@ -7,8 +7,10 @@
 #include "tool/Output/FieldLines.h"
 #include "tool/Output/JsonText.h"
 #include "tool/Output/ResolveOutput.h"
+#include "tool/Output/VisualJson.h"
 #include "tool/Text/CellText.h"
 #include "tool/Text/StyleText.h"
+#include "tool/Text/VisualText.h"
 
 // Resolved cells one a line, each line complete in itself.
 namespace Zorv::Tool {
@@ -27,7 +29,7 @@ std::string_view shownText(ResolvedCell const& cell, CellFormatter& formatter) {
   auto const* const cellObject = cell.cellInfo.getCell();
   return cellObject == nullptr
              ? std::string_view()
-             : formatter.toText(*cellObject, cell.style->get().getCellFormat().get());
+             : formatter.toText(*cellObject, cell.getStyle().getCellFormat().get());
 }
 
 class ResolveFields final : public ResolveOutput {
@@ -36,7 +38,7 @@ public:
                 bool isFirstFile, OutputBuffer& out)
       : _formatter(locale), _lines(selection, out) {
     if (isFirstFile) {
-      _lines.addHeadings({"sheet", "cell", "value", "shown", "style", "rules"});
+      _lines.addHeadings({"sheet", "cell", "value", "shown", "style", "visuals", "rules"});
     }
   }
 
@@ -44,13 +46,12 @@ public:
 
   void add(ResolvedCell const& cell) override {
     auto const* const cellObject = cell.cellInfo.getCell();
-    auto const& style =
-        _styles.getOrCreate(cell.style, [&] { return describe(cell.style->get()); });
+    auto const& style = _styles.getOrCreate(cell.style, [&] { return describe(cell.getStyle()); });
     auto const& rules =
         _rules.getOrCreate(cell.deciding, [&] { return listRuleNumbers(cell.deciding); });
     _lines.addLine({_sheet, DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex()),
                     cellObject != nullptr ? toRawText(cellObject->value) : "",
-                    shownText(cell, _formatter), style, rules});
+                    shownText(cell, _formatter), style, describe(cell.visuals), rules});
   }
 
   void finish() override {}
@@ -84,7 +85,8 @@ public:
     text += ",\"shown\":";
     appendJsonText(text, shownText(cell, _formatter));
     text += ",\"style\":";
-    text += _styles.getOrCreate(cell.style, [&] { return toJsonText(cell.style->get()); });
+    text += _styles.getOrCreate(cell.style, [&] { return toJsonText(cell.getStyle()); });
+    appendJsonVisuals(text, cell.visuals, cell.visualRules);
     text += ",\"rules\":";
     text += _rules.getOrCreate(cell.deciding, [&] { return toJsonText(cell.deciding); });
     text += "}\n";

@@ -4,20 +4,32 @@
 #include <span>
 
 #include "DOM/CellInfo.h"
+#include "DOM/CellStyle.h"
 #include "DOM/SharedStyle.h"
 #include "OfficeUtils/LocaleContext.h"
+#include "analysis/Shared/SheetRules.h"
 #include "tool/Input/Selection.h"
 #include "tool/Output/Report.h"
 #include "tool/Text/OutputBuffer.h"
 #include "tool/Text/Terminal.h"
+#include "visuals/CellVisuals.h"
+#include "workbook/Rule.h"
 
 namespace Zorv::Tool {
 
 /// A cell for which a rule decides. Borrows everything: good for the duration of a call.
 struct ResolvedCell {
   DOM::CellInfo const& cellInfo;
-  DOM::SharedCellStylePtr const& style;             ///< never null
+  DOM::SharedCellStylePtr const& style;             ///< null if only visual rules decide
   std::span<Workbook::Rule const* const> deciding;  ///< by priority, at least one
+  Visuals::CellVisuals const& visuals;
+  Analysis::VisualRules visualRules;
+
+  /// The style; an empty one if there is none.
+  [[nodiscard]] DOM::CellStyle const& getStyle() const noexcept {
+    static DOM::CellStyle const empty;
+    return style ? style->get() : empty;
+  }
 };
 
 /// Printer of resolved cells, in the order in which they are added.

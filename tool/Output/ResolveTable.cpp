@@ -1,3 +1,4 @@
+#include <optional>
 #include <string>
 
 #include <fmt/format.h>
@@ -11,6 +12,7 @@
 #include "tool/Text/Printable.h"
 #include "tool/Text/StyleText.h"
 #include "tool/Text/TextTable.h"
+#include "tool/Text/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -36,6 +38,18 @@ std::string describeDecidingRules(std::span<Workbook::Rule const* const> rules) 
   return text;
 }
 
+/// The texts of a style, unless it sets nothing, and of visuals.
+std::string addVisuals(std::string const& style, Visuals::CellVisuals const& visuals) {
+  static std::string const nothing = describe(DOM::CellStyle());
+  return style == nothing ? describe(visuals) : fmt::format("{}, {}", style, describe(visuals));
+}
+
+/// The colour that fills the cell.
+std::optional<DOM::Colour> findShownFill(ResolvedCell const& cell) {
+  auto const& scale = cell.visuals.scale;
+  return scale && !scale->isBehindFill ? scale->colour : findFillColour(cell.getStyle());
+}
+
 class ResolveTable final : public ResolveOutput {
 public:
   ResolveTable(OfficeUtils::LocaleContext const& locale, Terminal const& terminal,
@@ -54,17 +68,17 @@ public:
 
   void add(ResolvedCell const& cell) override {
     auto const* const cellObject = cell.cellInfo.getCell();
-    auto const* const format = cell.style->get().getCellFormat().get();
+    auto const* const format = cell.getStyle().getCellFormat().get();
     auto const& style = _styles.getOrCreate(
-        cell.style, [&] { return shorten(describe(cell.style->get()), ColumnWidths::style); });
+        cell.style, [&] { return shorten(describe(cell.getStyle()), ColumnWidths::style); });
     auto const& rules = _rules.getOrCreate(cell.deciding, [&] {
       return shorten(describeDecidingRules(cell.deciding), ColumnWidths::rules);
     });
     auto const address = DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex());
     _table.addRow(
         {_sheet, address, cellObject != nullptr ? _formatter.toText(*cellObject, format) : "",
-         style, rules},
-        findFillColour(cell.style->get()));
+         cell.visuals.isEmpty() ? style : addVisuals(style, cell.visuals), rules},
+        findShownFill(cell));
   }
 
   void finish() override { _table.finish(); }

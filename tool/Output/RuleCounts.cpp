@@ -6,14 +6,14 @@ namespace Zorv::Tool {
 
 RuleCounts::RuleCounts(std::vector<Workbook::Rule const*> const& rules) : read(rules.size()) {
   for (auto const* rule : rules) {
-    if (rule->format) {
+    if (rule->isResolved()) {
       ++resolved;
       doubtful += rule->doubts.empty() ? 0 : 1;
       unknownFunctions.insert(rule->unknownFunctions.begin(), rule->unknownFunctions.end());
       continue;
     }
     auto& ofKind = notResolvedByKind[describeType(rule->type)];
-    if (++ofKind.count == 1 && !isVisual(rule->type)) {
+    if (++ofKind.count == 1) {
       ofKind.reason = rule->unresolvedReason;
     }
   }

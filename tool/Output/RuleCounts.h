@@ -14,7 +14,7 @@ namespace Zorv::Tool {
 struct RuleCounts {
   struct OfKind {
     std::size_t count = 0;
-    std::string reason;  ///< that of the first; empty where the kind is no condition at all
+    std::string reason;  ///< that of the first
   };
 
   explicit RuleCounts(std::vector<Workbook::Rule const*> const& rules);

@@ -8,6 +8,7 @@
 #include "tool/Output/RulesOutput.h"
 #include "tool/Text/ConditionText.h"
 #include "tool/Text/StyleText.h"
+#include "tool/Text/VisualText.h"
 
 // Rules one a line, each line complete in itself.
 namespace Zorv::Tool {
@@ -15,8 +16,16 @@ namespace Zorv::Tool {
 namespace {
 
 std::string describeProblem(Workbook::Rule const& rule) {
-  return rule.format == nullptr ? rule.unresolvedReason
-                                : fmt::format("{}", fmt::join(rule.doubts, ", "));
+  return rule.isResolved() ? fmt::format("{}", fmt::join(rule.doubts, ", "))
+                           : rule.unresolvedReason;
+}
+
+/// The style of a condition, or what a visual rule draws.
+std::string describeGiven(Workbook::Document const& document, Workbook::Rule const& rule) {
+  if (rule.visual != nullptr) {
+    return describeDrawing(rule.visual->kind);
+  }
+  return rule.format != nullptr ? describe(findStyle(document, rule)) : std::string();
 }
 
 void printRuleFields(Workbook::Document const& document, Workbook::Rule const& rule,
@@ -25,8 +34,8 @@ void printRuleFields(Workbook::Document const& document, Workbook::Rule const& r
                  rule.priority ? std::to_string(*rule.priority) : "", rule.stopIfTrue ? "1" : "0",
                  rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges),
                  describeCondition(rule), fmt::format("{}", fmt::join(rule.formulas, " ; ")),
-                 rule.format != nullptr ? describe(findStyle(document, rule)) : "",
-                 rule.format != nullptr ? "1" : "0", describeProblem(rule)});
+                 describeGiven(document, rule), rule.isResolved() ? "1" : "0",
+                 describeProblem(rule)});
 }
 
 }  // namespace

@@ -8,17 +8,19 @@
 #include "tool/Text/ConditionText.h"
 #include "tool/Text/StyleText.h"
 #include "tool/Text/TextTable.h"
+#include "tool/Text/VisualText.h"
 
 namespace Zorv::Tool {
 
 namespace {
 
-/// The style of a resolved rule, and what is doubtful about the rule; else why it is not resolved.
+/// What a resolved rule gives, and what is doubtful about the rule; else why it is not resolved.
 std::string describeResult(Workbook::Document const& document, Workbook::Rule const& rule) {
-  if (!rule.format) {
+  if (!rule.isResolved()) {
     return fmt::format("not resolved: {}", rule.unresolvedReason);
   }
-  auto const style = describe(findStyle(document, rule));
+  auto const style = rule.visual != nullptr ? describeDrawing(rule.visual->kind)
+                                            : describe(findStyle(document, rule));
   return rule.doubts.empty()
              ? style
              : fmt::format("{} (in doubt: {})", style, fmt::join(rule.doubts, ", "));
@@ -26,7 +28,7 @@ std::string describeResult(Workbook::Document const& document, Workbook::Rule co
 
 std::optional<DOM::Colour> findSwatch(Workbook::Document const& document,
                                       Workbook::Rule const& rule) {
-  return rule.format ? findFillColour(findStyle(document, rule)) : std::nullopt;
+  return rule.format != nullptr ? findFillColour(findStyle(document, rule)) : std::nullopt;
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "DOM/A1Notation.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "tool/Text/Printable.h"
+#include "tool/Text/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -142,11 +143,11 @@ std::string describeType(std::string_view type) {
   return std::string(found == names.end() ? type : found->second);
 }
 
-bool isVisual(std::string_view type) noexcept {
-  return type == "colorScale" || type == "dataBar" || type == "iconSet";
-}
-
 std::string describeCondition(Workbook::Rule const& rule) {
+  if (rule.visual != nullptr) {
+    return describeThresholds(rule.visual->kind) +
+           (rule.visual->condition ? " where " + rule.formulas[0] : std::string());
+  }
   return rule.format ? boost::apply_visitor(ConditionDescriber(rule), rule.format->getOperator())
                      : describeType(rule.type);
 }

@@ -13,17 +13,13 @@ namespace Zorv::Tool {
 /// if it has no other name.
 [[nodiscard]] std::string describeType(std::string_view type);
 
-/// True for the kinds of rules that draw on cells and are no conditions: colour scales, data bars
-/// and icon sets.
-[[nodiscard]] bool isVisual(std::string_view type) noexcept;
-
 // The words of a condition between the value and its operands: `>=`, `not between`, `begins with`.
 [[nodiscard]] std::string_view describeComparison(DOM::UnaryConditionalFormatType type) noexcept;
 [[nodiscard]] std::string_view describeInterval(DOM::BinaryConditionalFormatType type) noexcept;
 [[nodiscard]] std::string_view describeMatch(DOM::TextConditionalFormatType type) noexcept;
 
-/// A rule's condition, such as `cell > 5000`, `formula $D4<TODAY()` or `top 10 %`; the name of its
-/// kind if the rule is not resolved.
+/// A rule's condition, such as `cell > 5000`, `formula $D4<TODAY()` or `top 10 %`; the thresholds
+/// of a visual rule; the name of its kind if the rule is not resolved.
 [[nodiscard]] std::string describeCondition(Workbook::Rule const& rule);
 
 /// A rule's ranges; the first and the number of the others if the list is long. Ranges that cannot

@@ -1,7 +1,6 @@
 #include "workbook/Read/ConditionalFormatReader.h"
 
 #include <algorithm>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -13,47 +12,22 @@
 #include "workbook/Package/PartError.h"
 #include "workbook/Quote.h"
 #include "workbook/Read/RuleCondition.h"
+#include "workbook/Read/RuleElement.h"
 #include "workbook/Read/Values.h"
+#include "workbook/Read/VisualReader.h"
 #include "workbook/Widespread.h"
 #include "workbook/Xml/XmlText.h"
+#include "workbook/Xml/XmlTree.h"
 
 namespace Zorv::Workbook {
 
 namespace {
 
-/// The name without the prefix of its namespace.
-std::string_view localName(pugi::xml_node node) noexcept {
-  std::string_view const name = node.name();
-  return name.substr(name.find(':') + 1);
-}
-
-/// The formulas directly in a rule: `formula`, or `xm:f` in the extension list.
-std::vector<std::string> readFormulas(pugi::xml_node rule) {
-  std::vector<std::string> formulas;
-  for (pugi::xml_node const child : rule) {
-    std::string_view const name = localName(child);
-    if (name == "formula" || name == "f") {
-      formulas.push_back(unescapeXstring(trimXmlSpaces(child.text().get())));
-    }
-  }
-  return formulas;
-}
-
-std::optional<int> readPriority(pugi::xml_node rule) {
-  auto const priority = parseInteger(rule.attribute("priority").value());
-  bool const fits = priority && std::numeric_limits<int>::min() <= *priority &&
-                    *priority <= std::numeric_limits<int>::max();
-  return fits ? std::optional(static_cast<int>(*priority)) : std::nullopt;
-}
-
-/// Adds the identities of a rule's parts in the extension list: `x14:id` in its own extensions.
-void noteExtensionIds(pugi::xml_node rule, std::set<std::string, std::less<>>& ids) {
-  for (pugi::xml_node const extension : rule.child("extLst").children("ext")) {
-    std::string_view const id = trimXmlSpaces(extension.child("x14:id").text().get());
-    if (!id.empty()) {
-      ids.emplace(id);
-    }
-  }
+/// The condition of a visual rule in the extension list, if it has one.
+std::optional<DOM::FormulaSyntaxTree::Expr> readVisualCondition(
+    std::vector<std::string> const& formulas) {
+  return formulas.empty() || formulas[0].empty() ? std::nullopt
+                                                 : std::optional(parseRuleFormula(formulas[0]));
 }
 
 }  // namespace
@@ -105,64 +79,157 @@ void ConditionalFormatReader::finish() {
   };
   std::stable_sort(_entries.begin(), _entries.end(),
                    [&rank](Entry const& a, Entry const& b) { return rank(a) < rank(b); });
+  Sheet& sheet = _state.document.getSheets()[_sheet];
   DOM::Table::LiveConditionalFormats formats;
   formats.reserve(_entries.size());
   for (Entry& entry : _entries) {
-    formats.push_back(std::move(entry.format));
+    if (entry.visual) {
+      entry.visual->formatsBefore = formats.size();
+      sheet.visualFormats.push_back(std::move(entry.visual));
+    } else {
+      formats.push_back(std::move(entry.format));
+    }
   }
-  _state.document.getSheets()[_sheet].table->setConditionalFormats(std::move(formats));
+  sheet.table->setConditionalFormats(std::move(formats));
   _entries.clear();
 }
 
 void ConditionalFormatReader::readRule(pugi::xml_node element, Rule rule) {
   rule.type = element.attribute("type").value();
   rule.operatorText = element.attribute("operator").value();
-  rule.priority = readPriority(element);
+  rule.priority = readRulePriority(element);
   rule.stopIfTrue = parseBoolean(element.attribute("stopIfTrue").value()).value_or(false);
-  rule.formulas = readFormulas(element);
+  rule.formulas = readRuleFormulas(element);
   rule.needleFormula = findNeedleFormula(element, rule.formulas);
-  if (isVisual(rule.type)) {
-    noteExtensionIds(element, _extensionIds);
+  for (std::string& fault : findFaultyAttributes(element)) {
+    addFinding(rule, std::move(fault));
   }
-  checkAttributes(element, rule);
-  Sheet const& sheet = _state.document.getSheets()[_sheet];
-  for (std::string const& formula : rule.formulas) {
-    _state.countFormula(formula, sheet.part);
-  }
+  countFormulas(rule.formulas);
+  FirstPart part{_state.document.getRules().size(), std::nullopt};
   try {
-    auto format = makeFormat(element, rule);
-    rule.format = format.get();
-    _entries.push_back({rule.priority, std::move(format)});
+    Entry entry = makeEntry(element, rule);
+    rule.format = entry.format.get();
+    rule.visual = entry.visual.get();
+    part.entry = _entries.size();
+    _entries.push_back(std::move(entry));
   } catch (UnresolvedRule const& reason) {
     rule.unresolvedReason = reason.what();
+  }
+  if (isVisual(rule.type)) {
+    for (std::string& id : findExtensionIds(element)) {
+      _firstParts.emplace(std::move(id), part);
+    }
   }
   _state.document.getRules().push_back(std::move(rule));
 }
 
+ConditionalFormatReader::Entry ConditionalFormatReader::makeEntry(pugi::xml_node element,
+                                                                  Rule const& rule) {
+  if (isVisual(rule.type)) {
+    return {rule.priority, nullptr, makeVisual(element, rule)};
+  }
+  return {rule.priority, makeFormat(element, rule), nullptr};
+}
+
 /// Each identity is used once: a second element of the same identity is a rule of its own.
 bool ConditionalFormatReader::joinsEarlierRule(pugi::xml_node extensionRule) {
-  return isVisual(extensionRule.attribute("type").value()) &&
-         _extensionIds.erase(extensionRule.attribute("id").value()) > 0;
+  if (!isVisual(extensionRule.attribute("type").value())) {
+    return false;
+  }
+  auto const found = _firstParts.find(std::string_view(extensionRule.attribute("id").value()));
+  if (found == _firstParts.end()) {
+    return false;
+  }
+  join(extensionRule, found->second);
+  _firstParts.erase(found);
+  return true;
+}
+
+/// A rule counts if one of its parts can be read.
+void ConditionalFormatReader::join(pugi::xml_node extensionRule, FirstPart const& first) {
+  Rule& rule = _state.document.getRules()[first.rule];
+  Visuals::VisualFormat* const visual = first.entry ? _entries[*first.entry].visual.get() : nullptr;
+  try {
+    if (rule.type != extensionRule.attribute("type").value()) {
+      throw UnresolvedRule("it is of another type");
+    }
+    auto const formulas = readRuleFormulas(extensionRule);
+    countFormulas(formulas);
+    auto condition = readVisualCondition(formulas);
+    auto kind = readVisual(extensionRule, visual != nullptr ? &visual->kind : nullptr);
+    if (condition) {
+      rule.formulas = formulas;
+    }
+    if (visual != nullptr) {
+      visual->kind = std::move(kind);
+      visual->condition = std::move(condition);
+      return;
+    }
+    auto rescued = std::make_unique<Visuals::VisualFormat>(
+        Visuals::VisualFormat{listRanges(rule), std::move(kind), std::move(condition)});
+    rule.visual = rescued.get();
+    rule.unresolvedReason.clear();
+    _entries.push_back({rule.priority, nullptr, std::move(rescued)});
+  } catch (UnresolvedRule const& reason) {
+    addFinding(rule,
+               fmt::format("has a part in the extension list that is left out: {}", reason.what()));
+  }
+}
+
+std::unique_ptr<Visuals::VisualFormat> ConditionalFormatReader::makeVisual(pugi::xml_node element,
+                                                                           Rule const& rule) {
+  auto kind = readVisual(element, nullptr);
+  std::optional<DOM::FormulaSyntaxTree::Expr> condition;
+  if (rule.fromExtensionList) {
+    condition = readVisualCondition(rule.formulas);
+  }
+  return std::make_unique<Visuals::VisualFormat>(
+      Visuals::VisualFormat{listRanges(rule), std::move(kind), std::move(condition)});
+}
+
+Visuals::VisualKind ConditionalFormatReader::readVisual(pugi::xml_node element,
+                                                        Visuals::VisualKind const* first) {
+  auto kind = Workbook::readVisual(element, _styles.getPalette(), first);
+  _state.memory.take(sizeof(Visuals::VisualFormat) +
+                     Visuals::IconSet::mostSteps * sizeof(Visuals::Threshold));
+  std::vector<std::string> formulas;
+  for (Visuals::Threshold const* threshold : Visuals::listThresholds(kind)) {
+    formulas.push_back(threshold->text);
+  }
+  countFormulas(formulas);
+  return kind;
+}
+
+void ConditionalFormatReader::countFormulas(std::vector<std::string> const& formulas) {
+  Sheet const& sheet = _state.document.getSheets()[_sheet];
+  for (std::string const& formula : formulas) {
+    _state.countFormula(formula, sheet.part);
+  }
 }
 
 std::unique_ptr<DOM::ConditionalFormat const> ConditionalFormatReader::makeFormat(
     pugi::xml_node element, Rule const& rule) {
   auto condition = readCondition(element, rule.formulas);
+  auto ranges = listRanges(rule);
+  if (_state.semantics == Semantics::Widespread) {
+    condition = toWidespread(std::move(condition), rule);
+  }
+  return std::make_unique<DOM::ConditionalFormat const>(std::move(ranges), std::move(condition),
+                                                        findStyle(element, rule), rule.stopIfTrue);
+}
+
+std::vector<DOM::TableRangeByID> ConditionalFormatReader::listRanges(Rule const& rule) const {
   if (rule.ranges.empty()) {
     throw UnresolvedRule(rule.rangeText.empty()
                              ? "the rule has no range"
                              : fmt::format("\"{}\" is no range of the sheet", rule.rangeText));
-  }
-  if (_state.semantics == Semantics::Widespread) {
-    condition = toWidespread(std::move(condition), rule);
   }
   DOM::Table const& table = *_state.document.getSheets()[_sheet].table;
   std::vector<DOM::TableRangeByID> ranges;
   ranges.reserve(rule.ranges.size());
   std::transform(rule.ranges.begin(), rule.ranges.end(), std::back_inserter(ranges),
                  [&table](TableRange const& range) { return table.toRangeByID(range); });
-  return std::make_unique<DOM::ConditionalFormat const>(std::move(ranges), std::move(condition),
-                                                        findStyle(element, rule), rule.stopIfTrue);
+  return ranges;
 }
 
 DOM::ConditionalFormatOperator ConditionalFormatReader::toWidespread(
@@ -204,30 +271,6 @@ UUID ConditionalFormatReader::findStyle(pugi::xml_node element, Rule const& rule
                            quote(attribute.value())));
   }
   return style;
-}
-
-/// Tells attributes whose values are none of those that ISO/IEC 29500-1, 18.3.1.10 allows.
-void ConditionalFormatReader::checkAttributes(pugi::xml_node element, Rule const& rule) {
-  if (auto const priority = element.attribute("priority"); priority && !rule.priority) {
-    addFinding(rule,
-               fmt::format("has the priority \"{}\", which is no whole number; it counts as a "
-                           "rule without a priority, and these come last",
-                           quote(priority.value())));
-  }
-  for (char const* name : {"stopIfTrue", "aboveAverage", "percent", "bottom", "equalAverage"}) {
-    pugi::xml_attribute const flag = element.attribute(name);
-    if (flag && !parseBoolean(flag.value())) {
-      addFinding(
-          rule, fmt::format("has {}=\"{}\", which is neither true nor false; it counts as {}", name,
-                            quote(flag.value()),
-                            std::string_view(name) == "aboveAverage" ? "true" : "false"));
-    }
-  }
-  if (auto const deviations = element.attribute("stdDev");
-      deviations && !parseInteger(deviations.value())) {
-    addFinding(rule, fmt::format("has stdDev=\"{}\", which is no whole number; it counts as 0",
-                                 quote(deviations.value())));
-  }
 }
 
 void ConditionalFormatReader::addFinding(Rule const& rule, std::string message) {

@@ -2,9 +2,9 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -30,28 +30,42 @@ public:
 
   [[nodiscard]] bool hasReadRules() const noexcept { return _hasReadRules; }
 
-  /// After the last element: gives the conditional formats to the sheet's table, by priority.
+  /// After the last element: gives the conditional formats to the sheet's table, and the visual
+  /// formats to the sheet, by priority.
   ///
   /// The smallest priority comes first; rules of equal priority keep the order of the file. 0 and
   /// negative priorities are taken as written. Rules without a priority come last.
   void finish();
 
 private:
-  /// A conditional format that is not in the table yet.
+  /// A format that is not in the table or the sheet yet: one of both.
   struct Entry {
     std::optional<int> priority;
     std::unique_ptr<DOM::ConditionalFormat const> format;
+    std::unique_ptr<Visuals::VisualFormat> visual;
+  };
+  /// A visual rule of the main list that has a part in the extension list.
+  struct FirstPart {
+    std::size_t rule;                  ///< index in the document's rules
+    std::optional<std::size_t> entry;  ///< nothing if the rule is not resolved
   };
 
   void readRule(pugi::xml_node element, Rule rule);
+  [[nodiscard]] Entry makeEntry(pugi::xml_node element, Rule const& rule);
   [[nodiscard]] bool joinsEarlierRule(pugi::xml_node extensionRule);
+  void join(pugi::xml_node extensionRule, FirstPart const& first);
+  [[nodiscard]] std::unique_ptr<Visuals::VisualFormat> makeVisual(pugi::xml_node element,
+                                                                  Rule const& rule);
+  [[nodiscard]] Visuals::VisualKind readVisual(pugi::xml_node element,
+                                               Visuals::VisualKind const* first);
+  [[nodiscard]] std::vector<DOM::TableRangeByID> listRanges(Rule const& rule) const;
+  void countFormulas(std::vector<std::string> const& formulas);
   [[nodiscard]] std::unique_ptr<DOM::ConditionalFormat const> makeFormat(pugi::xml_node element,
                                                                          Rule const& rule);
   [[nodiscard]] DOM::ConditionalFormatOperator toWidespread(
       DOM::ConditionalFormatOperator condition, Rule const& rule);
   [[nodiscard]] UUID findStyle(pugi::xml_node element, Rule const& rule);
   void checkLimits(Rule const& rule);
-  void checkAttributes(pugi::xml_node element, Rule const& rule);
   void addFinding(Rule const& rule, std::string message);
 
   LoadState& _state;
@@ -59,8 +73,9 @@ private:
   std::size_t _sheet;
   std::vector<Entry> _entries;
   bool _hasReadRules = false;
-  /// Identities by which visual rules of the main list name their part in the extension list.
-  std::set<std::string, std::less<>> _extensionIds;
+  /// By the identities by which visual rules of the main list name their part in the extension
+  /// list.
+  std::map<std::string, FirstPart, std::less<>> _firstParts;
 };
 
 }  // namespace Zorv::Workbook

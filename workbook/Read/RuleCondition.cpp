@@ -43,20 +43,11 @@ struct RuleElement {
   }
 };
 
-Expr parseFormula(std::string const& formula) {
-  try {
-    return Formulas::parseExpr(formula);
-  } catch (Formulas::FormulaParseError const& error) {
-    throw UnresolvedRule(
-        fmt::format("the formula \"{}\" cannot be read: {}", quote(formula), error.what()));
-  }
-}
-
 Expr readFormula(RuleElement const& rule, std::size_t index) {
   if (!rule.hasFormula(index)) {
     throw UnresolvedRule(index == 0 ? "the rule has no formula" : "the rule has no second formula");
   }
-  return parseFormula(rule.formulas[index]);
+  return parseRuleFormula(rule.formulas[index]);
 }
 
 ConditionalFormatOperator formulaIsTrue(Expr formula) {
@@ -83,7 +74,7 @@ ConditionalFormatOperator makeText(TextConditionalFormatType type, std::string c
   if (auto const literal = parseStringConstant(needle)) {
     return DOM::TextConditionalFormatOperator(type, *literal);
   }
-  return DOM::TextConditionalFormatOperator(type, std::make_unique<Expr>(parseFormula(needle)));
+  return DOM::TextConditionalFormatOperator(type, std::make_unique<Expr>(parseRuleFormula(needle)));
 }
 
 /// A text comparison written as `cellIs`: its formula is the text.
@@ -119,7 +110,7 @@ ConditionalFormatOperator readText(RuleElement const& rule) {
   if (!rule.hasFormula(0)) {
     throw UnresolvedRule("the rule has neither a text nor a formula");
   }
-  return formulaIsTrue(parseFormula(rule.formulas[0]));
+  return formulaIsTrue(parseRuleFormula(rule.formulas[0]));
 }
 
 /// Files define blank by a formula, which takes a text of spaces for blank. If it is there, it
@@ -127,7 +118,7 @@ ConditionalFormatOperator readText(RuleElement const& rule) {
 template <NullaryConditionalFormatType type>
 ConditionalFormatOperator readBlanks(RuleElement const& rule) {
   if (rule.hasFormula(0)) {
-    return formulaIsTrue(parseFormula(rule.formulas[0]));
+    return formulaIsTrue(parseRuleFormula(rule.formulas[0]));
   }
   return DOM::NullaryConditionalFormatOperator(type);
 }
@@ -169,13 +160,6 @@ ConditionalFormatOperator readAverage(RuleElement const& rule) {
   return DOM::AboveAverageConditionalFormatOperator(
       type, static_cast<std::uint32_t>(
                 std::clamp<long>(*deviations, 1, std::numeric_limits<std::uint32_t>::max())));
-}
-
-ConditionalFormatOperator refuseVisual(RuleElement const& rule) {
-  throw UnresolvedRule(fmt::format("a {} draws on cells by their numbers and contributes no style",
-                                   rule.getText("type") == "colorScale" ? "colour scale"
-                                   : rule.getText("type") == "dataBar"  ? "data bar"
-                                                                        : "set of icons"));
 }
 
 struct Kind {
@@ -252,10 +236,7 @@ constexpr std::array kinds{
     Kind{"containsBlanks", readBlanks<NullaryConditionalFormatType::Blanks>},
     Kind{"notContainsBlanks", readBlanks<NullaryConditionalFormatType::NoBlanks>},
     Kind{"containsErrors", readNullary<NullaryConditionalFormatType::Errors>},
-    Kind{"notContainsErrors", readNullary<NullaryConditionalFormatType::NoErrors>},
-    Kind{"colorScale", refuseVisual},
-    Kind{"dataBar", refuseVisual},
-    Kind{"iconSet", refuseVisual}};
+    Kind{"notContainsErrors", readNullary<NullaryConditionalFormatType::NoErrors>}};
 
 }  // namespace
 
@@ -282,8 +263,13 @@ std::string findNeedleFormula(pugi::xml_node rule, std::vector<std::string> cons
   return needle && !parseStringConstant(*needle) ? *needle : std::string();
 }
 
-bool isVisual(std::string_view type) noexcept {
-  return type == "colorScale" || type == "dataBar" || type == "iconSet";
+DOM::FormulaSyntaxTree::Expr parseRuleFormula(std::string const& formula) {
+  try {
+    return Formulas::parseExpr(formula);
+  } catch (Formulas::FormulaParseError const& error) {
+    throw UnresolvedRule(
+        fmt::format("the formula \"{}\" cannot be read: {}", quote(formula), error.what()));
+  }
 }
 
 }  // namespace Zorv::Workbook

@@ -1,17 +1,17 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <pugixml.hpp>
 
 #include "DOM/ConditionalFormatOperator.h"
+#include "DOM/FormulaSyntaxTree/Expr.h"
 #include "Utils/Exceptions.h"
 
 namespace Zorv::Workbook {
 
-/// A rule that is damaged, or whose condition is none of the seven kinds; what() is the reason.
+/// A rule that is damaged, or of a kind that is not known; what() is the reason.
 class UnresolvedRule : public BaseRuntimeError {
 public:
   using BaseRuntimeError::BaseRuntimeError;
@@ -27,8 +27,7 @@ public:
 [[nodiscard]] std::string findNeedleFormula(pugi::xml_node rule,
                                             std::vector<std::string> const& formulas);
 
-/// True for the types of rules that draw on cells and contribute no style: colour scales, data bars
-/// and sets of icons.
-[[nodiscard]] bool isVisual(std::string_view type) noexcept;
+/// Parses a formula of a rule. Throws UnresolvedRule.
+[[nodiscard]] DOM::FormulaSyntaxTree::Expr parseRuleFormula(std::string const& formula);
 
 }  // namespace Zorv::Workbook

@@ -38,6 +38,9 @@ public:
   /// not have.
   [[nodiscard]] UUID getDifferentialStyle(std::size_t index) const noexcept;
 
+  /// The workbook's colours.
+  [[nodiscard]] Palette& getPalette() noexcept { return _palette; }
+
   /// Adds a named style for a `dxf` element (ISO/IEC 29500-1, 18.8.14).
   UUID addDifferentialStyle(pugi::xml_node dxf, std::string name);
 

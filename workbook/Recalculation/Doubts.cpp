@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include <fmt/format.h>
@@ -19,7 +20,7 @@ namespace {
 
 using DOM::FormulaSyntaxTree::Expr;
 
-/// Gathers the doubts about the formulas of one condition.
+/// Gathers the doubts about the formulas of one rule.
 class DoubtGatherer : public boost::static_visitor<void> {
 public:
   DoubtGatherer(DocumentContextProvider const& provider, Rule& rule, StepCounter& counter,
@@ -41,6 +42,17 @@ public:
   }
   template <class ConditionWithoutFormulas>
   void operator()(ConditionWithoutFormulas const& /*condition*/) const noexcept {}
+
+  void gather(Visuals::VisualFormat const& visual) const {
+    for (Visuals::Threshold const* const threshold : listThresholds(visual.kind)) {
+      if (auto const* const formula = std::get_if<Expr>(&threshold->operand)) {
+        gather(*formula);
+      }
+    }
+    if (visual.condition) {
+      gather(*visual.condition);
+    }
+  }
 
 private:
   void gather(Expr const& formula) const {
@@ -98,10 +110,11 @@ std::string describe(Formulas::Unresolved const& unresolved) {
 void findDoubts(Document& document, DocumentContextProvider const& provider, WorkBudget* budget) {
   StepCounter counter(budget);
   for (Rule& rule : document.getRules()) {
+    DoubtGatherer const gatherer(provider, rule, counter, document.getDefinedNames().size());
     if (rule.format != nullptr) {
-      boost::apply_visitor(
-          DoubtGatherer(provider, rule, counter, document.getDefinedNames().size()),
-          rule.format->getOperator());
+      boost::apply_visitor(gatherer, rule.format->getOperator());
+    } else if (rule.visual != nullptr) {
+      gatherer.gather(*rule.visual);
     }
   }
 }

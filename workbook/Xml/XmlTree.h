@@ -15,6 +15,12 @@ namespace Zorv::Workbook {
 /// comments divide it. Returns the new element. Throws PartError beyond the limits.
 pugi::xml_node readTree(XmlReader& reader, pugi::xml_node parent);
 
+/// The name of an element of such a tree without its prefix. Borrows the element.
+[[nodiscard]] inline std::string_view localName(pugi::xml_node node) noexcept {
+  std::string_view const name = node.name();
+  return name.substr(name.find(':') + 1);
+}
+
 /// Throws PartError if the starting element has another name, or the name in another namespace.
 void requireRoot(XmlReader const& reader, XmlNamespace ns, std::string_view expectedName);
 

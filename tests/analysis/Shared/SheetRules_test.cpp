@@ -55,5 +55,23 @@ TEST_F(SheetRulesTest, LeadFromEachFormatToItsRuleAndBack) {
   }
 }
 
+TEST_F(SheetRulesTest, LeadFromEachVisualFormatToItsRule) {
+  auto& visuals = _document.getSheets()[1].visualFormats;
+  for (int format = 0; format < 2; ++format) {
+    visuals.push_back(std::make_unique<Visuals::VisualFormat>());
+  }
+  for (std::size_t const format : {1U, 0U}) {
+    auto& rule = _document.getRules().emplace_back();
+    rule.sheet = 1;
+    rule.visual = visuals[format].get();
+  }
+  ConditionalFormatters::ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<Workbook::DocumentValueProvider>(_document, "en-US", DOM::TimeZone()));
+  SheetRules const rules(_document, 1,
+                         calculator.getConditionalFormatRefs(*_document.getSheets()[1].table));
+  EXPECT_EQ(&rules.ruleOfVisual(0), &_document.getRules()[6]);
+  EXPECT_EQ(&rules.ruleOfVisual(1), &_document.getRules()[5]);
+}
+
 }  // namespace
 }  // namespace Zorv::Analysis

@@ -104,13 +104,13 @@ TEST_F(ReportTest, ALackOfMemoryIsNoFailureOfACell) {
                std::bad_alloc);
 }
 
-TEST_F(ReportTest, TheSummarySaysWhyARuleOfConditionsIsNotResolved) {
+TEST_F(ReportTest, TheSummarySaysWhyARuleIsNotResolved) {
   _ruled.addUnresolvedRule("expression", "the formula is wrong");
   _ruled.addUnresolvedRule("expression", "the formula is missing");
   _ruled.addUnresolvedRule("iconSet", "it draws");
   EXPECT_EQ(summary(),
             "book.xlsx: 3 rules read, 0 resolved, 3 not resolved (2 formula rules: the formula is "
-            "wrong, and others, 1 icon set)\n");
+            "wrong, and others, 1 icon set: it draws)\n");
 }
 
 TEST_F(ReportTest, HostileTextsAreMadeHarmless) {

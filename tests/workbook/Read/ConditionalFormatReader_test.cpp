@@ -361,7 +361,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 "\"#REF!\" is no range of the sheet"},
                     DamagedRule{"", "<cfRule type='uniqueValues'/>", "the rule has no range"},
                     DamagedRule{"A1", "<cfRule type='iconSet'><iconSet/></cfRule>",
-                                "a set of icons draws on cells"}));
+                                "the set 3TrafficLights1 has 3 icons, and the rule 0 thresholds"}));
 
 TEST(ConditionalFormatReader, MoreRulesOrAreasThanTheLimitsAreRefused) {
   auto const builder = WorkbookBuilder().setRules(

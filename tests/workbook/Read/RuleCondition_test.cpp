@@ -295,9 +295,6 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         ReasonCase{"", {}, "the rule names no type"},
         ReasonCase{"type='sparkle'", {}, "the type \"sparkle\" is not known"},
-        ReasonCase{"type='colorScale'", {}, "a colour scale draws on cells"},
-        ReasonCase{"type='dataBar'", {}, "a data bar draws on cells"},
-        ReasonCase{"type='iconSet'", {}, "a set of icons draws on cells"},
         ReasonCase{"type='expression'", {}, "the rule has no formula"},
         ReasonCase{"type='expression'", {""}, "the rule has no formula"},
         ReasonCase{"type='expression'", {"1+"}, "the formula \"1+\" cannot be read: "},

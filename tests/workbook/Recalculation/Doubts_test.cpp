@@ -44,6 +44,19 @@ TEST(Doubts, NameWhatTheFormulasOfARuleReferToInVain) {
   EXPECT_THAT(rules.at(8).doubts, IsEmpty());
 }
 
+TEST(Doubts, ThresholdsAndConditionsOfVisualRulesAreLookedAt) {
+  Document const document =
+      WorkbookBuilder()
+          .setRules("A1",
+                    "<cfRule type='dataBar'><dataBar><cfvo type='num' val='Rate'/>"
+                    "<cfvo type='formula' val='FOO(1)'/></dataBar></cfRule>")
+          .load();
+  auto const& rule = document.getRules().at(0);
+  EXPECT_THAT(rule.doubts,
+              ElementsAre("refers to the unknown name \"Rate\"", "calls the unknown function FOO"));
+  EXPECT_THAT(rule.unknownFunctions, ElementsAre("FOO"));
+}
+
 TEST(Doubts, AFunctionThatTheDocumentDefinesIsNotUnknown) {
   Document const document =
       WorkbookBuilder()

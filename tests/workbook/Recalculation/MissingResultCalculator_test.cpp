@@ -29,7 +29,7 @@ std::string number(std::string const& cell, std::string const& value) {
   return "<c r='" + cell + "'><v>" + value + "</v></c>";
 }
 
-std::string row(std::string const& cells) { return "<row>" + cells + "</row>"; }
+std::string rowOf(std::string const& cells) { return "<row>" + cells + "</row>"; }
 
 /// The findings as `sheet cell: message`.
 std::vector<std::string> placedMessagesOf(Document const& document) {
@@ -51,7 +51,7 @@ class MissingResultsOf : public testing::TestWithParam<Case> {};
 TEST_P(MissingResultsOf, AreCalculated) {
   Document const document =
       WorkbookBuilder()
-          .setSheet(row(GetParam().cells))
+          .setSheet(rowOf(GetParam().cells))
           .setWorkbook("",
                        "<definedNames><definedName name='Rate'>Sheet1!$B$1</definedName>"
                        "<definedName name='Left'>Sheet1!XFD1</definedName></definedNames>")
@@ -185,7 +185,7 @@ struct DoubtCase {
 class MissingResultsInDoubt : public testing::TestWithParam<DoubtCase> {};
 
 TEST_P(MissingResultsInDoubt, AreReported) {
-  Document const document = WorkbookBuilder().setSheet(row(GetParam().cells)).load();
+  Document const document = WorkbookBuilder().setSheet(rowOf(GetParam().cells)).load();
   EXPECT_EQ(describeCell(document, GetParam().expected.first), GetParam().expected.second);
   EXPECT_THAT(placedMessagesOf(document), ElementsAre("Sheet1 " + GetParam().message));
 }
@@ -257,9 +257,9 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(MissingResultCalculator, CalculatesAcrossSheets) {
   Document const document =
       WorkbookBuilder()
-          .addSheet("First", TestSupport::sheetData(row(formula("A1", "Second!A1+1"))))
+          .addSheet("First", TestSupport::sheetData(rowOf(formula("A1", "Second!A1+1"))))
           .addSheet("Second",
-                    TestSupport::sheetData(row(formula("A1", "First!B1*2") + number("B1", "1"))))
+                    TestSupport::sheetData(rowOf(formula("A1", "First!B1*2") + number("B1", "1"))))
           .load();
   EXPECT_EQ(describeCell(document, "A1", 0), "number 1");
 }
@@ -268,9 +268,9 @@ TEST(MissingResultCalculator, FollowsChainsOfAnyLength) {
   constexpr int length = 200'000;
   std::string rows;
   for (int i = 1; i < length; ++i) {
-    rows += row(formula("A" + std::to_string(i), "A" + std::to_string(i + 1) + "+1"));
+    rows += rowOf(formula("A" + std::to_string(i), "A" + std::to_string(i + 1) + "+1"));
   }
-  rows += row(number("A" + std::to_string(length), "0"));
+  rows += rowOf(number("A" + std::to_string(length), "0"));
   Document const document = WorkbookBuilder().setSheet(rows).load();
   EXPECT_EQ(describeCell(document, "A1"), "number " + std::to_string(length - 1));
 }
@@ -280,8 +280,8 @@ TEST(MissingResultCalculator, StopsAtTheLimit) {
   options.limits.calculatedPositions = 40;
   Document const document =
       WorkbookBuilder()
-          .setSheet(row(number("B1", "1") + number("B9", "1") + formula("A1", "SUM(B:B)") +
-                        formula("A2", "SUM(B:B)") + formula("A3", "SUM(B:B)")))
+          .setSheet(rowOf(number("B1", "1") + number("B9", "1") + formula("A1", "SUM(B:B)") +
+                          formula("A2", "SUM(B:B)") + formula("A3", "SUM(B:B)")))
           .load(options);
   EXPECT_EQ(describeCell(document, "A1"), "number 2");
   EXPECT_EQ(describeCell(document, "A3"), "empty");
@@ -293,11 +293,12 @@ TEST(MissingResultCalculator, StopsAtTheLimit) {
 TEST(MissingResultCalculator, LeavesArraysOutThatNeedMoreCellsThanAWorkbookMayHave) {
   LoadOptions options;
   options.limits.cells = 10;
-  Document const document = WorkbookBuilder()
-                                .setSheet(row(formula("A1", "1", "t='array' ref='A1:XFD1048576'") +
-                                              formula("B1", "2", "t='array' ref='B1:B9'") +
-                                              formula("C1", "3", "t='array' ref='C1:C2'")))
-                                .load(options);
+  Document const document =
+      WorkbookBuilder()
+          .setSheet(rowOf(formula("A1", "1", "t='array' ref='A1:XFD1048576'") +
+                          formula("B1", "2", "t='array' ref='B1:B9'") +
+                          formula("C1", "3", "t='array' ref='C1:C2'")))
+          .load(options);
   EXPECT_EQ(describeCell(document, "A1"), "empty");
   EXPECT_EQ(describeCell(document, "B9"), "none");
   EXPECT_EQ(describeCell(document, "C2"), "number 3");
@@ -311,7 +312,7 @@ TEST(MissingResultCalculator, CalculatesALargeArrayOnce) {
   options.limits.calculatedPositions = 250'000;
   Document const document =
       WorkbookBuilder()
-          .setSheet(row(number("B1", "1")) + "<row r='100000'>" + number("B100000", "5") +
+          .setSheet(rowOf(number("B1", "1")) + "<row r='100000'>" + number("B100000", "5") +
                     "</row>" + "<row r='100001'>" +
                     formula("C1", "$B$1:$B$100000+1", "t='array' ref='C1:C100000'") + "</row>")
           .load(options);
@@ -329,7 +330,7 @@ TEST(MissingResultCalculator, ReadsTheClockInTheZoneAndTextsInTheLocale) {
       std::chrono::sys_days(std::chrono::year(2026) / 11 / 21) + std::chrono::hours(20)));
   Document const document =
       WorkbookBuilder()
-          .setSheet(row(formula("A1", "TODAY()") + formula("A2", "\"1,5\"+1")))
+          .setSheet(rowOf(formula("A1", "TODAY()") + formula("A2", "\"1,5\"+1")))
           .load(options);
   EXPECT_EQ(describeCell(document, "A1"), "number 46348");
   EXPECT_EQ(describeCell(document, "A2"), "number 2.5");

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "visuals/CellVisuals.h"
+#include "visuals/VisualFormat.h"
+
+/// Colour scales, data bars and icon sets in words.
+namespace Zorv::Tool {
+
+/// What a cell gets: `scale #F8696B`, `bar 37% #638EC6`, `icon 3Arrows 2 of 3`, separated by
+/// commas; then `value hidden`. Empty if there is nothing.
+[[nodiscard]] std::string describe(Visuals::CellVisuals const& visuals);
+
+/// What a cell gets of one kind.
+[[nodiscard]] std::string describeOf(Visuals::CellVisuals const& visuals,
+                                     Visuals::VisualKind const& kind);
+
+/// By what a visual format decides: `colour scale: lowest, percentile 50, highest`,
+/// `icon set: >= 33 %, > 67 %`. Formulas are as the file writes them.
+[[nodiscard]] std::string describeThresholds(Visuals::VisualKind const& kind);
+
+/// What a visual format draws: `#F8696B, #FFEB84, #63BE7B`; `bar #638EC6, solid`;
+/// `icons 3Arrows, reversed`.
+[[nodiscard]] std::string describeDrawing(Visuals::VisualKind const& kind);
+
+}  // namespace Zorv::Tool

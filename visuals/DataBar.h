@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "DOM/StyleProps.h"
+#include "visuals/Threshold.h"
+
+namespace Zorv::Visuals {
+
+/// Where the axis of a data bar stands, from which its bars start.
+enum class BarAxis : std::uint8_t {
+  None,       ///< nowhere: all bars start at the edge
+  Automatic,  ///< at zero, if the bar's bounds have zero between them; else nowhere
+  Middle,     ///< in the middle of the cell
+};
+
+enum class BarDirection : std::uint8_t {
+  Context,  ///< that of the sheet
+  LeftToRight,
+  RightToLeft,
+};
+
+// Names in workbook files: `automatic`, `leftToRight`.
+[[nodiscard]] std::string_view toText(BarAxis axis) noexcept;
+[[nodiscard]] std::string_view toText(BarDirection direction) noexcept;
+
+/// Data bar (ISO/IEC 29500-1, 18.3.1.28, and its extension): draws a bar whose length shows the
+/// cell's number.
+struct DataBar {
+  Threshold minimum;  ///< at or below it, bars are shortest
+  Threshold maximum{.kind = ThresholdKind::Max};
+  /// Lengths of the shortest and the longest bar, in percent of the cell's width.
+  double minLength = 10;
+  double maxLength = 90;
+  std::optional<DOM::Colour> fill;
+  std::optional<DOM::Colour> border;          ///< nothing: bars have no border
+  std::optional<DOM::Colour> negativeFill;    ///< nothing: as for positive numbers
+  std::optional<DOM::Colour> negativeBorder;  ///< nothing: as for positive numbers
+  std::optional<DOM::Colour> axisColour;
+  BarAxis axis = BarAxis::None;
+  BarDirection direction = BarDirection::Context;
+  bool isGradient = true;  ///< the fill fades towards the end of the bar
+  bool showValue = true;
+};
+
+}  // namespace Zorv::Visuals
