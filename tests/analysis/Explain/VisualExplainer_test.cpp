@@ -28,14 +28,15 @@ protected:
 
   Workbook::Document _document =
       TestSupport::WorkbookBuilder()
-          .setSheet("<row r='1'><c r='A1'><v>1</v></c><c r='C1'><v>5</v></c></row>"
-                    "<row r='2'><c r='A2'><v>2</v></c></row>"
-                    "<row r='3'><c r='A3' t='str'><v>x</v></c></row>",
-                    "<conditionalFormatting sqref='A2'><cfRule type='notContainsErrors' "
-                    "priority='1' stopIfTrue='1'/></conditionalFormatting>" +
-                        barRule("A1:A3", 2, "<cfvo type='min'/>") +
-                        barRule("A1:B9", 3, "<cfvo type='min'/>") +
-                        barRule("C1", 4, "<cfvo type='formula' val='1/0'/>"))
+          .setSheet(
+              "<row r='1'><c r='A1'><v>1</v></c><c r='C1'><v>5</v></c></row>"
+              "<row r='2'><c r='A2'><v>2</v></c></row>"
+              "<row r='3'><c r='A3' t='str'><v>x</v></c></row>",
+              "<conditionalFormatting sqref='A2'><cfRule type='notContainsErrors' "
+              "priority='1' stopIfTrue='1'/></conditionalFormatting>" +
+                  barRule("A1:A3", 2, "<cfvo type='min'/>") +
+                  barRule("A1:B9", 3, "<cfvo type='min'/>") +
+                  barRule("C1", 4, "<cfvo type='formula' val='1/0'/>"))
           .load();
   Explainer _explainer{_document, "en-US", DOM::TimeZone()};
 };
