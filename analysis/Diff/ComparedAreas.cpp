@@ -48,17 +48,23 @@ void addIfAny(TableRange const& range, Areas& areas) {
   }
 }
 
-/// The corners of a range, and its sides along the used rows and columns.
+void addSide(TableRange const& side, Areas& areas) {
+  if (countPositions(side) <= fewPositions) {
+    addIfAny(side, areas);
+  }
+}
+
+/// The corners of a range, and its sides along the used rows and columns unless they are long.
 void addEdges(TableRange const& range, TableRange const& used, Areas& areas) {
   auto const [firstRow, firstColumn, endRow, endColumn] = range;
   for (unsigned long const row : {firstRow, endRow - 1}) {
     for (unsigned long const column : {firstColumn, endColumn - 1}) {
       areas.push_back({row, column, row + 1, column + 1});
     }
-    addIfAny(intersect(range, {row, used.firstColumn, row + 1, used.endColumn}), areas);
+    addSide(intersect(range, {row, used.firstColumn, row + 1, used.endColumn}), areas);
   }
   for (unsigned long const column : {firstColumn, endColumn - 1}) {
-    addIfAny(intersect(range, {used.firstRow, column, used.endRow, column + 1}), areas);
+    addSide(intersect(range, {used.firstRow, column, used.endRow, column + 1}), areas);
   }
 }
 

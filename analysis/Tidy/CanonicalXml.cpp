@@ -91,4 +91,11 @@ void appendElement(std::string& text, XmlReader& reader) {
   }
 }
 
+void eraseEmptyElements(std::string& text, std::string_view name) {
+  std::string const element = opening + std::string(name) + closing;
+  for (auto at = text.find(element); at != std::string::npos; at = text.find(element, at)) {
+    text.erase(at, element.size());
+  }
+}
+
 }  // namespace Zorv::Analysis

@@ -19,4 +19,7 @@ void appendStart(std::string& text, Workbook::XmlReader const& reader,
 /// After the start of an element: reads up to its end, and appends it.
 void appendElement(std::string& text, Workbook::XmlReader& reader);
 
+/// Erases the elements of a name, of the main namespace, that have neither attributes nor content.
+void eraseEmptyElements(std::string& text, std::string_view name);
+
 }  // namespace Zorv::Analysis

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "DOM/A1Notation.h"
+#include "analysis/Tidy/AlwaysError.h"
 
 namespace Zorv::Analysis {
 
@@ -93,6 +94,9 @@ public:
     } else if (!plan.effect.isUnknown) {
       plan.effect.properties = findStyleProperties(rule);
     }
+    // The list of the extension must not become empty, so that its rules stay.
+    plan.neverHolds = rule.type == "expression" && !written.format->isExtension && formulas &&
+                      formulas->size() == 1 && isAlwaysError(formulas->front());
     std::string const condition = describeCondition(written, plan.mayJoin);
     plan.effect.look = _looks.numberOf(describeLook(written, plan, condition));
     plan.condition =

@@ -34,6 +34,10 @@ public:
   Planner(std::vector<PlanRule> const& rules, CanMoveBase const& canMoveBase, WorkBudget* budget)
       : _rules(rules), _canMoveBase(canMoveBase), _counter(budget) {
     for (std::size_t rule = 0; rule < rules.size(); ++rule) {
+      if (rules[rule].neverHolds && !rules[rule].isFixed) {
+        _plan.dropped.push_back({rule});
+        continue;
+      }
       RangeSet const& ranges = rules[rule].ranges;
       _groups.push_back({rule, {rule}, ranges, findBounds(ranges), ranges.size()});
     }

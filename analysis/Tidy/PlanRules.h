@@ -22,6 +22,8 @@ struct PlanRule {
   Effect effect;
   /// The condition does not depend on the rule's ranges, so that they may grow.
   bool mayJoin = false;
+  /// The condition holds for no cell, whatever the cells hold.
+  bool neverHolds = false;
   /// The rule stays as it is, whatever the others do.
   bool isFixed = false;
   RangeSet ranges;
@@ -35,10 +37,11 @@ struct KeptRule {
 };
 
 /// A rule that goes, since an earlier one with the same condition does the same, or stops, on all
-/// of its cells.
+/// of its cells; or since it never holds.
 struct DroppedRule {
   std::size_t rule = 0;
-  std::size_t cover = 0;  ///< the earlier one, which may have been joined to another since
+  /// The earlier one, which may have been joined to another since; nothing if the rule never holds.
+  std::optional<std::size_t> cover = std::nullopt;
 };
 
 struct RulesPlan {

@@ -70,7 +70,11 @@ public:
         },
         budget);
     for (DroppedRule const& dropped : rulesPlan.dropped) {
-      plan.dead.push_back({numberOf(dropped.rule), numberOf(dropped.cover)});
+      DeadRule& dead = plan.dead.emplace_back();
+      dead.rule = numberOf(dropped.rule);
+      if (dropped.cover) {
+        dead.cover = numberOf(*dropped.cover);
+      }
       drop(dropped.rule);
     }
     for (KeptRule const& kept : rulesPlan.kept) {
@@ -147,9 +151,6 @@ private:
     SheetPlan& sheetPlan = plan.sheets.emplace_back();
     sheetPlan.sheet = index;
     sheetPlan.ruleCount = ruleCount;
-    if (ruleCount < 2) {
-      return;
-    }
     std::string const bytes = readPart(_archive, sheet.part, _options.budget);
     auto const formats = readSheetMarkup(bytes, sheet.part, _options.limits);
     if (!formats) {

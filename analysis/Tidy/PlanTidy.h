@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,10 @@ struct JoinedRules {
 
 /// A rule that can never show.
 struct DeadRule {
-  std::size_t rule = 0;   ///< number
-  std::size_t cover = 0;  ///< number of the earlier rule that does the same on all of its cells
+  std::size_t rule = 0;  ///< number
+  /// Number of the earlier rule that does the same on all of its cells; nothing if its formula is
+  /// an error whatever the cells hold.
+  std::optional<std::size_t> cover = std::nullopt;
 };
 
 /// The plan for one sheet. Numbers of rules are those of the document.

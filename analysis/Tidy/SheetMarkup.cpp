@@ -268,7 +268,11 @@ std::vector<std::string> readDifferentialFormats(std::string bytes, std::string 
   for (auto event = reader.next(); event != XmlReader::Event::Finished; event = reader.next()) {
     constexpr std::size_t listDepth = 2;
     if (event == XmlReader::Event::Start && isInList) {
-      appendElement(formats.emplace_back(), reader);
+      std::string& format = formats.emplace_back();
+      appendElement(format, reader);
+      // Lines between cells; a cell has none, and programs write them empty or not at all.
+      eraseEmptyElements(format, "vertical");
+      eraseEmptyElements(format, "horizontal");
     } else if (event == XmlReader::Event::Start) {
       isInList = reader.getDepth() == listDepth && reader.is("dxfs");
     } else if (event == XmlReader::Event::End && reader.getDepth() < listDepth) {

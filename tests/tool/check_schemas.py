@@ -29,6 +29,8 @@ OUTPUTS = [
     ("tidy", ["tidy", "--dry-run", "--format", "json"], False, False),
     ("diff", ["diff", "--now", "2026-11-21", "--now", "2026-12-01", "--format", "json"], False,
      False),
+    ("diff", ["diff", "--format", "json", "tests/workbooks/WithConditionalFormatting.xlsx"], False,
+     False),
     ("explain", ["explain", "--format", "json"], False, False),
     ("explain-line", ["explain", "--format", "jsonl"], True, False),
 ]

@@ -55,7 +55,10 @@ void printSteps(Selection const& selection, TidyPlan const& plan, Terminal const
     }
     for (auto const& rule : sheet.dead) {
       table.addRow({name, std::to_string(rule.rule),
-                    fmt::format("goes: rule {} comes first on all its cells", rule.cover), "-"});
+                    rule.cover
+                        ? fmt::format("goes: rule {} comes first on all its cells", *rule.cover)
+                        : "goes: its formula is always an error",
+                    "-"});
     }
   }
   table.finish();
@@ -108,8 +111,9 @@ std::string toJson(SheetPlan const& sheet, std::string const& name) {
   }
   json += "],\"dropped\":[";
   for (auto const& rule : sheet.dead) {
-    json += fmt::format("{}{{\"rule\":{},\"coveredBy\":{}}}",
-                        &rule == &sheet.dead.front() ? "" : ",", rule.rule, rule.cover);
+    json +=
+        fmt::format("{}{{\"rule\":{},\"coveredBy\":{}}}", &rule == &sheet.dead.front() ? "" : ",",
+                    rule.rule, rule.cover ? std::to_string(*rule.cover) : "null");
   }
   json += "],\"leftAsItIs\":";
   if (sheet.untouchedReason.empty()) {

@@ -39,7 +39,8 @@ std::string describePlan(std::vector<PlanRule> const& rules,
     text += " " + DOM::A1Notation::toAddress(kept.ranges);
   }
   for (DroppedRule const& dropped : plan.dropped) {
-    text += ", dropped " + std::to_string(dropped.rule) + " by " + std::to_string(dropped.cover);
+    text += ", dropped " + std::to_string(dropped.rule);
+    text += dropped.cover ? " by " + std::to_string(*dropped.cover) : "";
   }
   return text;
 }
@@ -103,6 +104,15 @@ TEST(PlanRules, DropsARuleOfAnyLookThatAnEarlierOneStops) {
   EXPECT_EQ(describePlan({makeRule(1, "A1:A9", fillProperty, true), later}),
             "0 A1:A9, dropped 1 by 0");
   EXPECT_EQ(describePlan({makeRule(1, "A1:A9"), later}), "0 A1:A9, 1 A2:A5");
+}
+
+TEST(PlanRules, DropsARuleThatNeverHolds) {
+  auto never = makeRule(2, "A1:A9", fillProperty, true);
+  never.neverHolds = true;
+  EXPECT_EQ(describePlan({makeRule(1, "A1:A4"), never, makeRule(1, "A5:A9")}),
+            "0+2 A1:A9, dropped 1");
+  never.isFixed = true;
+  EXPECT_EQ(describePlan({never}), "0 A1:A9");
 }
 
 TEST(PlanRules, KeepsALaterRuleThatStopsWhereTheEarlierOneDoesNot) {

@@ -44,7 +44,7 @@ TEST(RealWorkbooksTidy, ChangeInTheirConditionalFormatsAlone) {
                                                  std::to_string(file.after.getRules().size());
     }
   }
-  EXPECT_THAT(counts, testing::ElementsAre(testing::Pair("acr_checklist.en.xlsx", "31 -> 10")));
+  EXPECT_THAT(counts, testing::ElementsAre(testing::Pair("acr_checklist.en.xlsx", "31 -> 8")));
 }
 
 }  // namespace

@@ -66,7 +66,8 @@ std::string describe(Analysis::TidyPlan const& plan) {
     }
     for (auto const& rule : sheet.dead) {
       separate();
-      text += "dead " + std::to_string(rule.rule) + " by " + std::to_string(rule.cover);
+      text += "dead " + std::to_string(rule.rule);
+      text += rule.cover ? " by " + std::to_string(*rule.cover) : "";
     }
   }
   return text;

@@ -123,6 +123,30 @@ TEST(Tidy, ComparesEverythingElseThatARuleSays) {
   }
 }
 
+TEST(Tidy, ComparesStylesByWhatTheySay) {
+  auto const tidy = [](std::string const& first, std::string const& second) {
+    return describe(tidyBytes(WorkbookBuilder()
+                                  .setStyles("<dxfs>" + first + second + "</dxfs>")
+                                  .setSheet("", format("A1:A4", greater("5", 1)) +
+                                                    format("A5:A9", greater("5", 2, 1)))
+                                  .makeBytes())
+                        .plan);
+  };
+  EXPECT_EQ(tidy(R"(<dxf><border><bottom style="thin"/><vertical/><horizontal/></border></dxf>)",
+                 R"(<dxf> <border><bottom style='thin'></bottom></border></dxf>)"),
+            "0+1 A1:A9");
+  EXPECT_EQ(tidy(R"(<dxf><font><color theme="1" tint="0.5"/></font></dxf>)",
+                 R"(<dxf><font><color tint="0.5" theme="1"/></font></dxf>)"),
+            "0+1 A1:A9");
+  EXPECT_EQ(tidy(R"(<dxf><font><color theme="1" tint="0.5"/></font></dxf>)",
+                 R"(<dxf><font><color theme="1"/></font></dxf>)"),
+            "");
+  // What the loader does not know may mean something to other programs.
+  EXPECT_EQ(tidy(R"(<dxf><font><b/></font></dxf>)",
+                 R"(<dxf><font><b/></font><x:new xmlns:x="urn:x"/></dxf>)"),
+            "");
+}
+
 TEST(Tidy, DividesAnElementWhoseRulesGetDifferentRanges) {
   auto const file =
       tidyBytes(makeBook(format("A1:A4", greater("5", 1) + expression("$B1=7", 2, 1)) +
@@ -205,6 +229,15 @@ TEST(Tidy, JoinsRulesOfTheExtensionList) {
   EXPECT_EQ(describe(file.plan), "0+1 A1:A9");
   EXPECT_EQ(formatsAfter(file), extensions(later("{1}", 1, "A1=9", "A1:A9") +
                                            later("{3}", 3, "A1=9", "A1:A4", "FF00FF00")));
+}
+
+TEST(Tidy, DropsRulesWhoseFormulaIsAlwaysAnError) {
+  auto const file = tidyBytes(makeBook(format("A1:A9", expression("$A1&gt;#REF!", 1)) +
+                                       format("A1:A9", greater("#REF!", 2))));
+  EXPECT_EQ(describe(file.plan), "dead 0");
+  EXPECT_EQ(formatsAfter(file), format("A1:A9", greater("#REF!", 2)));
+  EXPECT_EQ(describe(tidyBytes(makeBook(format("A1:A9", expression("#REF!", 1)))).plan), "dead 0");
+  EXPECT_EQ(describe(tidyBytes(makeBook(extensions(later("{1}", 1, "#REF!", "A1:A9")))).plan), "");
 }
 
 TEST(Tidy, LeavesRulesOfPivotTablesAndDamagedRulesAlone) {
