@@ -1,6 +1,7 @@
 #include "analysis/Diff/CompareCells.h"
 
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "DOM/Table.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "analysis/Diff/ComparedAreas.h"
+#include "visuals/VisualResolver.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Analysis {
@@ -27,11 +29,18 @@ public:
         _table(*version.document->getSheets()[sheet].table),
         _calculator(std::make_unique<Workbook::DocumentValueProvider>(
             *version.document, options.localeName, options.timeZone)),
-        _resolver(_calculator.prepare(version.document->getStyles(), _table)) {}
+        _resolver(_calculator.prepare(version.document->getStyles(), _table)),
+        _values(*version.document, options.localeName, options.timeZone),
+        _visuals({.table = _table,
+                  .formats = version.document->getSheets()[sheet].visualFormats,
+                  .provider = _values,
+                  .conditionalFormats = _calculator.getConditionalFormatRefs(_table),
+                  .resolver = _resolver,
+                  .styles = version.document->getStyles()}) {}
 
-  void visit(CF::TablePass const& pass, CF::CellVisitor const& visitor) const {
+  void visit(CF::TablePass const& pass, Visuals::VisualVisitor const& visitor) const {
     OfficeUtils::PinnedMoment const moment(_moment);
-    _resolver.visit(pass, visitor);
+    _visuals.visit(pass, visitor);
   }
 
 private:
@@ -39,9 +48,14 @@ private:
   DOM::Table const& _table;
   CF::ConditionalFormattingPropsCalculator _calculator;
   CF::TableResolver _resolver;
+  Workbook::DocumentValueProvider _values;
+  Visuals::VisualResolver _visuals;
 };
 
-CellLook lookOf(CF::ResolvedCell const& cell) { return {cell.style, cell.failure != nullptr}; }
+CellLook lookOf(Visuals::VisualCell const& cell) {
+  return {cell.resolved.style, cell.visuals,
+          cell.resolved.failure != nullptr || cell.failure != nullptr};
+}
 
 /// Comparison of two versions of a sheet, band of rows by band of rows.
 class SheetComparison {
@@ -76,14 +90,15 @@ public:
 private:
   void compare(CF::TablePass const& pass) {
     _looks.clear();
-    _first.visit(pass, [this](CF::ResolvedCell const& cell) { _looks.push_back(lookOf(cell)); });
+    _first.visit(pass, [this](Visuals::VisualCell const& cell) { _looks.push_back(lookOf(cell)); });
     // Both passes go through the same positions in the same order.
     std::size_t next = 0;
-    _second.visit(pass, [&](CF::ResolvedCell const& cell) {
+    _second.visit(pass, [&](Visuals::VisualCell const& cell) {
       CellLook const& first = _looks[next++];
       CellLook const second = lookOf(cell);
       if (!isSameLook(first, second)) {
-        _visitor({_sheets.first, _sheets.second, cell.cellInfo.getCellIndex(), first, second});
+        _visitor(
+            {_sheets.first, _sheets.second, cell.resolved.cellInfo.getCellIndex(), first, second});
       }
     });
   }
@@ -101,10 +116,34 @@ DOM::CellStyle const& styleOf(CellLook const& look) noexcept {
   return look.style ? look.style->get() : none;
 }
 
+bool isSameBar(Visuals::ShownBar const& a, Visuals::ShownBar const& b) noexcept {
+  return a.extent == b.extent && a.getFill() == b.getFill() && a.getBorder() == b.getBorder() &&
+         a.bar->isGradient == b.bar->isGradient &&
+         (!a.extent.axis || a.bar->axisColour == b.bar->axisColour);
+}
+
+/// Equality of two values that may be missing.
+template <class Value, class IsSame>
+bool areSame(std::optional<Value> const& a, std::optional<Value> const& b, IsSame const& isSame) {
+  return a && b ? isSame(*a, *b) : a.has_value() == b.has_value();
+}
+
+bool isSameVisuals(Visuals::CellVisuals const& a, Visuals::CellVisuals const& b) {
+  using Visuals::ShownIcon;
+  using Visuals::ShownScale;
+  return a.showValue == b.showValue && areSame(a.bar, b.bar, &isSameBar) &&
+         areSame(a.icon, b.icon,
+                 [](ShownIcon const& x, ShownIcon const& y) { return x.icon == y.icon; }) &&
+         areSame(a.scale, b.scale, [](ShownScale const& x, ShownScale const& y) {
+           return x.colour == y.colour && x.isBehindFill == y.isBehindFill;
+         });
+}
+
 }  // namespace
 
 bool isSameLook(CellLook const& a, CellLook const& b) noexcept {
-  return a.hasFailed == b.hasFailed && (a.style == b.style || styleOf(a) == styleOf(b));
+  return a.hasFailed == b.hasFailed && (a.style == b.style || styleOf(a) == styleOf(b)) &&
+         isSameVisuals(a.visuals, b.visuals);
 }
 
 std::uint64_t compareSheets(DocumentVersion const& first, std::size_t firstSheet,

@@ -10,6 +10,7 @@
 #include "OfficeUtils/TimeZone.h"
 #include "Utils/CellIndex.h"
 #include "Utils/WorkBudget.h"
+#include "visuals/CellVisuals.h"
 #include "workbook/Document.h"
 
 namespace Zorv::Analysis {
@@ -31,10 +32,11 @@ struct CompareOptions {
 /// What the conditional formats give a cell.
 struct CellLook {
   DOM::SharedCellStylePtr style;  ///< null if no format holds
-  bool hasFailed = false;         ///< a condition could not be evaluated
+  Visuals::CellVisuals visuals;   ///< borrows records of the document
+  bool hasFailed = false;         ///< a condition or a threshold could not be evaluated
 };
 
-/// Equality by value: styles of different documents are different objects.
+/// Equality by value: styles and visuals of different documents are different objects.
 [[nodiscard]] bool isSameLook(CellLook const& a, CellLook const& b) noexcept;
 
 /// A cell that looks different. Borrows everything for the duration of a visitor's call.

@@ -6,6 +6,7 @@
 #include "tool/Output/DiffOutput.h"
 #include "tool/Output/JsonText.h"
 #include "tool/Text/Moment.h"
+#include "tool/Text/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -115,9 +116,17 @@ private:
   }
 
   void appendLook(Analysis::CellLook const& look) {
-    _out.text() += look.hasFailed ? "{\"failed\":true}"
-                   : look.style   ? fmt::format("{{\"style\":{}}}", toJsonText(look.style->get()))
-                                  : "{\"style\":{}}";
+    if (look.hasFailed) {
+      _out.text() += "{\"failed\":true}";
+      return;
+    }
+    _out.text() += "{\"style\":";
+    _out.text() += look.style ? toJsonText(look.style->get()) : "{}";
+    if (std::string const visuals = describe(look.visuals); !visuals.empty()) {
+      _out.text() += ",\"visuals\":";
+      appendJsonText(_out.text(), visuals);
+    }
+    _out.text() += '}';
   }
 
   VersionPair const& _versions;

@@ -11,6 +11,7 @@
 #include "tool/Text/ConditionText.h"
 #include "tool/Text/StyleText.h"
 #include "tool/Text/TextTable.h"
+#include "tool/Text/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -22,7 +23,14 @@ using Analysis::RuleDifference;
 using Workbook::Rule;
 
 std::string describeLook(Analysis::CellLook const& look) {
-  return look.hasFailed ? "cannot be evaluated" : look.style ? describe(look.style->get()) : "-";
+  if (look.hasFailed) {
+    return "cannot be evaluated";
+  }
+  std::string const visuals = describe(look.visuals);
+  if (!look.style) {
+    return visuals.empty() ? "-" : visuals;
+  }
+  return describe(look.style->get()) + (visuals.empty() ? "" : ", " + visuals);
 }
 
 std::string describeStyleOf(Workbook::Document const& document, Rule const& rule) {

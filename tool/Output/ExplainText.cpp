@@ -14,6 +14,7 @@
 #include "tool/Text/ConditionText.h"
 #include "tool/Text/Printable.h"
 #include "tool/Text/StyleText.h"
+#include "tool/Text/ValueText.h"
 #include "tool/Text/VisualText.h"
 
 namespace Zorv::Tool {

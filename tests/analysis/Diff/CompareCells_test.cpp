@@ -72,6 +72,33 @@ TEST(CompareCells, TakesAStyleThatSetsNothingForNone) {
               IsEmpty());
 }
 
+TEST(CompareCells, SeesWhatIsDrawn) {
+  auto const scale = [](std::string const& colour) {
+    return R"(<cfRule type="colorScale" priority="1"><colorScale><cfvo type="min"/><cfvo type="max"/>)"
+           R"(<color rgb=")" +
+           colour + R"("/><color rgb="FF00FF00"/></colorScale></cfRule>)";
+  };
+  auto const bar = [](std::string const& length) {
+    return "<cfRule type=\"dataBar\" priority=\"1\"><dataBar maxLength=\"" + length +
+           R"("><cfvo type="num" val="0"/><cfvo type="num" val="9"/><color rgb="FF0000FF"/></dataBar></cfRule>)";
+  };
+  auto const icons = [](std::string const& bound) {
+    return R"(<cfRule type="iconSet" priority="1"><iconSet><cfvo type="num" val="0"/><cfvo type="num" val=")" +
+           bound + R"("/><cfvo type="num" val="90"/></iconSet></cfRule>)";
+  };
+  auto const compare = [](std::string const& first, std::string const& second) {
+    return findDifferences(makeBook("A1:A9", first), makeBook("A1:A9", second));
+  };
+  EXPECT_THAT(compare(scale("FFFF0000"), scale("FFFF0000")), IsEmpty());
+  EXPECT_THAT(compare(scale("FFFF0000"), scale("FF0000FF")), ElementsAre("A1"));
+  EXPECT_THAT(compare(bar("90"), bar("90")), IsEmpty());
+  EXPECT_THAT(compare(bar("90"), bar("80")), ElementsAre("A1"));
+  EXPECT_THAT(compare(icons("5"), icons("6")), IsEmpty());
+  EXPECT_THAT(compare(icons("5"), icons("8")), ElementsAre("A1"));
+  EXPECT_THAT(compare(icons("5"), bar("90")), ElementsAre("A1"));
+  EXPECT_THAT(compare(scale("FFFF0000"), greater("9")), ElementsAre("A1"));
+}
+
 TEST(CompareCells, SeesTwoMoments) {
   std::string const today =
       R"(<cfRule type="timePeriod" timePeriod="today" priority="1" dxfId="0"/>)";
