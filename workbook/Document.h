@@ -85,6 +85,15 @@ public:
     return _listObjects;
   }
 
+  /// Indices of the differential formats that nothing in the file refers to, ascending. None, too,
+  /// if the file has parts that may refer to them and are not read.
+  [[nodiscard]] std::vector<std::size_t> const& getUnusedFormats() const noexcept {
+    return _unusedFormats;
+  }
+  void setUnusedFormats(std::vector<std::size_t> formats) noexcept {
+    _unusedFormats = std::move(formats);
+  }
+
   /// Every rule of the file, by ascending number. The numbers may have gaps; see Rule.
   [[nodiscard]] std::vector<Rule> const& getRules() const noexcept { return _rules; }
   [[nodiscard]] std::vector<Rule>& getRules() noexcept { return _rules; }
@@ -110,6 +119,7 @@ private:
   OfficeUtils::DateSystem _dateSystem = OfficeUtils::DateSystem::Since1900;
   std::vector<DefinedName> _definedNames;
   std::vector<Formulas::ListObject> _listObjects;
+  std::vector<std::size_t> _unusedFormats;
   std::vector<Rule> _rules;
   std::vector<Finding> _findings;
 };

@@ -26,6 +26,8 @@ OUTPUTS = [
     ("resolve-line", ["resolve", "--format", "jsonl"], True, True),
     ("rules-line", ["rules", "--format", "jsonl"], True, True),
     ("verdicts-line", ["verdicts", "--format", "jsonl"], True, True),
+    ("check", ["check", "--format", "json"], False, True),
+    ("check-line", ["check", "--format", "jsonl"], True, True),
     ("tidy", ["tidy", "--dry-run", "--format", "json"], False, False),
     ("diff", ["diff", "--now", "2026-11-21", "--now", "2026-12-01", "--format", "json"], False,
      False),

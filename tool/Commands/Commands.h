@@ -39,6 +39,9 @@ void runRules(CommandContext const& context);
 /// as tab-separated values under a line of headings.
 void runVerdicts(CommandContext const& context);
 
+/// Prints what an auditor of the rules should look at.
+void runCheck(CommandContext const& context);
+
 /// Puts the rules of the file in order, writes the file of the options unless they ask for the plan
 /// alone, and prints what becomes of the rules.
 void runTidy(CommandContext const& context);

@@ -13,6 +13,7 @@ void runRules(CommandContext const& context) {
       return context.out.endEntry();
     case OutputFormat::JsonLines:
       return printRulesJsonLines(context.selection, context.out);
+    case OutputFormat::Sarif:  // refused on the command line
     case OutputFormat::Csv:
     case OutputFormat::Tsv:
       return printRulesFields(context.selection, context.isFirstFile, context.out);

@@ -4,6 +4,8 @@
 
 #include <exception>
 #include <iostream>
+#include <optional>
+#include <string_view>
 
 #include <fmt/format.h>
 
@@ -11,6 +13,7 @@
 #include "tool/Commands/Commands.h"
 #include "tool/Commands/DiffCommand.h"
 #include "tool/Input/Selection.h"
+#include "tool/Output/CheckOutput.h"
 #include "tool/Output/ProgressBar.h"
 #include "tool/Output/Report.h"
 #include "tool/Text/Printable.h"
@@ -37,6 +40,8 @@ void runCommand(CommandContext const& context) {
       return runRules(context);
     case Command::Verdicts:
       return runVerdicts(context);
+    case Command::Check:
+      return runCheck(context);
     case Command::Tidy:
       return runTidy(context);
     case Command::Diff:
@@ -50,6 +55,21 @@ bool isAboutFile(Options const& options) noexcept { return options.command != Co
 
 bool isOneOfSeveral(Options const& options) noexcept { return options.files.size() > 1; }
 
+/// What stands around the outputs of all files.
+struct Frame {
+  std::string_view begin;
+  std::string_view end;
+};
+
+std::optional<Frame> findFrame(Options const& options) noexcept {
+  if (options.format == OutputFormat::Sarif) {
+    return Frame{sarifBegin, sarifEnd};
+  }
+  return isOneOfSeveral(options) && options.format == OutputFormat::Json
+             ? std::optional(Frame{"[\n", "]\n"})
+             : std::nullopt;
+}
+
 }  // namespace
 
 ExitStatus FileRun::run() {
@@ -57,10 +77,10 @@ ExitStatus FileRun::run() {
     return runDiff(_options, _terminal, _out, _budget);
   }
   OfficeUtils::ScopedClock const clock(_options.now);
-  bool const isArray = isOneOfSeveral(_options) && _options.format == OutputFormat::Json;
-  if (isArray) {
-    _out.text() += "[\n";
-    _out.setLastEnd("]\n");
+  auto const frame = findFrame(_options);
+  if (frame) {
+    _out.text() += frame->begin;
+    _out.setLastEnd(std::string(frame->end));
   }
   auto status = ExitStatus::Success;
   std::exception_ptr problem;
@@ -77,8 +97,8 @@ ExitStatus FileRun::run() {
       status = ExitStatus::BadFile;
     }
   }
-  if (isArray) {
-    _out.text() += "]\n";
+  if (frame) {
+    _out.text() += frame->end;
   }
   _out.flush();
   if (!std::cout) {
@@ -122,7 +142,7 @@ void FileRun::beginFile(std::string const& name) {
   if (isOneOfSeveral(_options)) {
     if (_options.format == OutputFormat::Table) {
       _out.text() += fmt::format("{}==> {} <==\n", _hasOutput ? "\n" : "", toPrintable(name));
-    } else if (_options.format == OutputFormat::Json && _hasOutput) {
+    } else if (findFrame(_options) && _hasOutput) {
       _out.text() += ",\n";
     }
   }

@@ -161,6 +161,15 @@ void addVerdictsOptions(CLI::App& command, Arguments& arguments) {
   addThreads(command, arguments);
 }
 
+void addCheckOptions(CLI::App& command, Arguments& arguments) {
+  addFiles(command, arguments);
+  addSelection(command, arguments);
+  addFormat(command, arguments, {"table", "json", "jsonl", "sarif"});
+  addMoment(command, arguments);
+  addSemantics(command, arguments);
+  addBounds(command, arguments);
+}
+
 void addTidyOptions(CLI::App& command, Arguments& arguments) {
   command.add_option("FILE", arguments.files, "The workbook, .xlsx or .xlsm")
       ->required()
@@ -236,6 +245,12 @@ constexpr CommandEntry commandEntries[] = {
      "cndfrmt verdicts budget.xlsx --range \"'Sheet 1'!A1:B9\"\n"
      "cndfrmt verdicts budget.xlsx --now 2026-12-31 --format csv\n",
      &addVerdictsOptions},
+    {Command::Check, "check",
+     "Print what is wrong, dead, repeated or slow among the rules, and what to do about it",
+     "cndfrmt check budget.xlsx\n"
+     "cndfrmt check *.xlsx --strict\n"
+     "cndfrmt check budget.xlsx --format sarif >findings.sarif\n",
+     &addCheckOptions},
     {Command::Tidy, "tidy",
      "Put fragments of rules together and drop dead rules; no cell looks different afterwards",
      "cndfrmt tidy budget.xlsx --dry-run\n"

@@ -144,7 +144,7 @@ OutputFormat readFormat(std::optional<std::string> const& text, Command command)
   constexpr std::pair<std::string_view, OutputFormat> formats[] = {
       {"table", OutputFormat::Table},     {"json", OutputFormat::Json},
       {"jsonl", OutputFormat::JsonLines}, {"csv", OutputFormat::Csv},
-      {"tsv", OutputFormat::Tsv},
+      {"sarif", OutputFormat::Sarif},     {"tsv", OutputFormat::Tsv},
   };
   return std::ranges::find(formats, *text, &std::pair<std::string_view, OutputFormat>::first)
       ->second;

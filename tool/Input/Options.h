@@ -15,13 +15,14 @@
 
 namespace Zorv::Tool {
 
-enum class Command : std::uint8_t { Resolve, Explain, Rules, Verdicts, Tidy, Diff };
+enum class Command : std::uint8_t { Resolve, Explain, Rules, Verdicts, Check, Tidy, Diff };
 
 enum class OutputFormat : std::uint8_t {
   Table,      ///< columns for people
   Json,       ///< one document
   JsonLines,  ///< one object a line, each complete in itself
   Csv,        ///< RFC 4180, with a line of headings
+  Sarif,      ///< SARIF 2.1.0
   Tsv,        ///< tab-separated values, with a line of headings
 };
 

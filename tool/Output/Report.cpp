@@ -182,6 +182,10 @@ void Report::saySummary() const {
     failures.push_back(failure);
   }
   sayProblems(failures);
+  if (_checked) {
+    say(fmt::format("{}, {}, {}", countOf(_checked->errors, "error"),
+                    countOf(_checked->warnings, "warning"), countOf(_checked->notes, "note")));
+  }
   RuleCounts const counts(_selection.getRules());
   auto line = fmt::format("{} read, {} resolved, {} not resolved{}", countOf(counts.read, "rule"),
                           counts.resolved, counts.read - counts.resolved,
@@ -207,7 +211,8 @@ std::vector<Problem> Report::listProblems() const {
 }
 
 bool Report::isClean() const {
-  return _isComplete && _failures.empty() && _clippedSheets.empty() &&
+  bool const hasFindings = _checked && _checked->errors + _checked->warnings > 0;
+  return _isComplete && !hasFindings && _failures.empty() && _clippedSheets.empty() &&
          std::ranges::all_of(_selection.getDocument().getFindings(), &Workbook::Finding::isNote) &&
          listStaticProblems().empty();
 }

@@ -5,6 +5,7 @@
 #include <exception>
 #include <iosfwd>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,16 @@ public:
   /// Prints that only existing cells are visited, since there are too many positions.
   void saySparse(std::size_t sheet, std::uint64_t positions);
 
+  /// Numbers of findings of `check`, by their weight.
+  struct FindingCounts {
+    std::size_t errors = 0;
+    std::size_t warnings = 0;
+    std::size_t notes = 0;
+  };
+
+  /// Has the summary begin with the findings of `check`. Errors and warnings are not clean.
+  void setChecked(FindingCounts const& counts) noexcept { _checked = counts; }
+
   /// Remembers that the work ended early.
   void setIncomplete() noexcept { _isComplete = false; }
 
@@ -72,6 +83,7 @@ private:
   Selection const& _selection;
   std::map<std::size_t, Problem> _failures;  ///< by the rule's number
   std::vector<std::string> _clippedSheets;
+  std::optional<FindingCounts> _checked;  ///< nothing for other commands
   bool _isComplete = true;
 };
 

@@ -101,6 +101,7 @@ void ConditionalFormatReader::readRule(pugi::xml_node element, Rule rule) {
   rule.stopIfTrue = parseBoolean(element.attribute("stopIfTrue").value()).value_or(false);
   rule.formulas = readRuleFormulas(element);
   rule.needleFormula = findNeedleFormula(element, rule.formulas);
+  _state.formatUses.note(element.attribute("dxfId").value());
   for (std::string& fault : findFaultyAttributes(element)) {
     addFinding(rule, std::move(fault));
   }

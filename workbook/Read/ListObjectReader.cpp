@@ -58,6 +58,7 @@ void readListObject(LoadState& state, std::string const& part, std::size_t sheet
     return;
   }
   countColumns(state, part, *range);
+  state.formatUses.noteAll(table);
   Formulas::ListObject listObject = readElement(table, name, *range);
   listObject.table = FormulaModel::DocTableIndex(sheet);
   state.document.getListObjects().push_back(std::move(listObject));

@@ -13,6 +13,7 @@
 #include "workbook/Limits.h"
 #include "workbook/Package/Archive.h"
 #include "workbook/Package/PartError.h"
+#include "workbook/Read/FormatUses.h"
 #include "workbook/Recalculation/CellFormulas.h"
 #include "workbook/Recalculation/VolatileWords.h"
 #include "workbook/Semantics.h"
@@ -53,6 +54,7 @@ struct LoadState {
   std::size_t tableColumnCount = 0;
   std::size_t ruleCount = 0;  ///< the number of the next rule
   std::uint64_t ruleAreaCount = 0;
+  FormatUses formatUses{};
   CellFormulas missing{};         ///< the formulas without results in the file
   VolatileWords volatileWords{};  ///< of the workbook's names
   bool usesClock = false;         ///< a cell's formula depends on the current date or time

@@ -45,6 +45,9 @@ void SheetReader::read() {
     }
   }
   _conditionalFormats.finish();
+  if (_relationships.findKind("pivotTable") != nullptr) {
+    _state.formatUses.setUnknown();
+  }
   if (_sheet.conditionalFormatsSwitchedOff && _conditionalFormats.hasReadRules()) {
     addFinding(
         "the sheet asks not to calculate its conditional formats again, which keeps thresholds "
@@ -74,7 +77,9 @@ SheetReader::Handler SheetReader::findHandler(XmlReader const& reader) noexcept 
             &SheetReader::readConditionalFormatting},
       Entry{XmlNamespace::Extension2009, "conditionalFormatting",
             &SheetReader::readConditionalFormatting},
-      Entry{XmlNamespace::Spreadsheet, "tablePart", &SheetReader::readTablePart}};
+      Entry{XmlNamespace::Spreadsheet, "tablePart", &SheetReader::readTablePart},
+      Entry{XmlNamespace::Spreadsheet, "colorFilter", &SheetReader::readFormatUse},
+      Entry{XmlNamespace::Spreadsheet, "sortCondition", &SheetReader::readFormatUse}};
   auto const* const found = std::find_if(entries.begin(), entries.end(), [&reader](Entry const& e) {
     return reader.is(e.ns, e.name);
   });
@@ -166,6 +171,10 @@ void SheetReader::readTablePart() {
         {relationship->target, _sheet.name, error.getPlace(),
          fmt::format("the table cannot be read and is left out: {}", error.getProblem())});
   }
+}
+
+void SheetReader::readFormatUse() {
+  _state.formatUses.note(_reader.getAttribute("dxfId").value_or(""));
 }
 
 void SheetReader::addFinding(std::string message) {

@@ -40,6 +40,7 @@ private:
   void readMerge();
   void readConditionalFormatting();
   void readTablePart();
+  void readFormatUse();
   void skipUnknown();
   void addFinding(std::string message);
 

@@ -41,6 +41,10 @@ public:
   /// The workbook's colours.
   [[nodiscard]] Palette& getPalette() noexcept { return _palette; }
 
+  [[nodiscard]] std::size_t getDifferentialStyleCount() const noexcept {
+    return _differentialStyles.size();
+  }
+
   /// Adds a named style for a `dxf` element (ISO/IEC 29500-1, 18.8.14).
   UUID addDifferentialStyle(pugi::xml_node dxf, std::string name);
 

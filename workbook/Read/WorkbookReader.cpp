@@ -63,6 +63,7 @@ void WorkbookReader::read() {
     }
   }
   reportColours(palette);
+  _state.document.setUnusedFormats(_state.formatUses.findUnused());
 }
 
 void WorkbookReader::readMainPart() {
@@ -261,8 +262,10 @@ void WorkbookReader::readStyles(StylesReader& styles) {
   }
   auto const reader = openXml(_state.archive, part, PartUse::Whole, _state.limits);
   pugi::xml_document document;
-  styles.read(readRoot(*reader, document, "styleSheet"), _state.document.getCellStyleFactory(),
-              _state.limits.formats);
+  pugi::xml_node const styleSheet = readRoot(*reader, document, "styleSheet");
+  styles.read(styleSheet, _state.document.getCellStyleFactory(), _state.limits.formats);
+  _state.formatUses.setCount(styles.getDifferentialStyleCount());
+  _state.formatUses.noteAll(styleSheet.child("tableStyles"));
   if (styles.isBeyondLimit()) {
     throw PartError(part, {},
                     fmt::format("the workbook has more than {} fonts, fills, borders, cell formats "

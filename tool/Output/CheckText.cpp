@@ -1,0 +1,94 @@
+#include <algorithm>
+#include <set>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "DOM/A1Notation.h"
+#include "tool/Output/CheckOutput.h"
+#include "tool/Text/Amounts.h"
+#include "tool/Text/Printable.h"
+
+namespace Zorv::Tool {
+
+namespace {
+
+using Analysis::CheckFinding;
+using Analysis::CheckKind;
+using Analysis::Severity;
+
+constexpr std::size_t widestName = 60;
+constexpr std::size_t widestFinding = 400;
+
+std::string describeFirstRanges(std::vector<TableRange> const& ranges) {
+  constexpr std::size_t most = 3;
+  std::vector<TableRange> const first(
+      ranges.begin(), ranges.begin() + static_cast<std::ptrdiff_t>(std::min(ranges.size(), most)));
+  return DOM::A1Notation::toAddress(first) +
+         (ranges.size() > most ? fmt::format(" and {} more", ranges.size() - most) : "");
+}
+
+/// The rules besides the one in question.
+std::string describeOthers(CheckFinding const& finding) {
+  std::vector<std::size_t> others(finding.rules.begin() + 1, finding.rules.end());
+  if (others.empty()) {
+    return {};
+  }
+  std::ranges::sort(others);
+  return fmt::format(" ({} {})", others.size() == 1 ? "rule" : "rules", listNumbers(others));
+}
+
+}  // namespace
+
+std::string_view toText(Severity severity) noexcept {
+  switch (severity) {
+    case Severity::Error:
+      return "error";
+    case Severity::Warning:
+      return "warning";
+    case Severity::Note:
+      break;
+  }
+  return "note";
+}
+
+std::size_t countFindings(CheckFindings findings, Severity severity) {
+  return static_cast<std::size_t>(std::ranges::count(findings, severity, &CheckFinding::severity));
+}
+
+std::string describeFinding(CheckFinding const& finding) {
+  CheckKind const& kind = Analysis::kindOf(finding.code);
+  std::string const reason = shorten(finding.reason, widestFinding);
+  return finding.rules.empty() ? fmt::format("{}: {}", kind.claim, reason)
+                               : fmt::format("rule {} {}{}: {}", finding.rules.front(), kind.claim,
+                                             describeOthers(finding), reason);
+}
+
+std::string describePlace(Selection const& selection, CheckFinding const& finding) {
+  if (!finding.sheet) {
+    return {};
+  }
+  auto const& sheet = selection.getDocument().getSheets()[*finding.sheet];
+  std::string const name = shorten(sheet.name, widestName);
+  return finding.ranges.empty() ? name
+                                : fmt::format("{}!{}", name, describeFirstRanges(finding.ranges));
+}
+
+void printCheckText(Selection const& selection, CheckFindings findings, OutputBuffer& out) {
+  std::set<Analysis::CheckCode> codes;
+  for (CheckFinding const& finding : findings) {
+    std::string const place = describePlace(selection, finding);
+    out.text() +=
+        fmt::format("{}: {}{}{} [{}]\n", toText(finding.severity), place, place.empty() ? "" : ": ",
+                    describeFinding(finding), Analysis::kindOf(finding.code).id);
+    out.endEntry();
+    codes.insert(finding.code);
+  }
+  for (auto const code : codes) {
+    CheckKind const& kind = Analysis::kindOf(code);
+    out.text() +=
+        fmt::format("{}{}: {}\n", code == *codes.begin() ? "\n" : "", kind.id, kind.advice);
+  }
+}
+
+}  // namespace Zorv::Tool
