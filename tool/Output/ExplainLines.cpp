@@ -95,6 +95,18 @@ void ExplainLines::addPhrases(std::size_t level, std::string_view label,
   endLine();
 }
 
+void ExplainLines::addPhrase(std::size_t level, StylePhrase const& phrase, std::size_t width,
+                             std::string_view right) {
+  beginLine(level);
+  if (_hasColours && phrase.colour) {
+    appendSwatch(_out.text(), *phrase.colour);
+    _out.text() += ' ';
+  } else if (_hasColours) {
+    _out.text().append(swatchWidth + 1, ' ');
+  }
+  addPair(0, phrase.text, width, right);
+}
+
 void ExplainLines::addPair(std::size_t level, std::string_view left, std::size_t width,
                            std::string_view right) {
   constexpr std::size_t gap = 2;

@@ -36,6 +36,10 @@ public:
   void addPhrases(std::size_t level, std::string_view label, std::span<StylePhrase const> phrases,
                   std::string_view end);
 
+  /// A row of a phrase, padded to `width`, and a text. The swatch, or its place, stands before it.
+  void addPhrase(std::size_t level, StylePhrase const& phrase, std::size_t width,
+                 std::string_view right);
+
   /// A row of two columns, the first padded to `width`; both are cut to fit the line.
   void addPair(std::size_t level, std::string_view left, std::size_t width, std::string_view right);
 

@@ -112,14 +112,15 @@ private:
     };
     auto const own = std::ranges::stable_partition(phrases, std::not_fn(isOwn));
     std::span const byRules(phrases.begin(), own.begin());
-    std::size_t width = 0;
+    constexpr std::size_t narrowestPhrase = 3;
+    std::size_t width = narrowestPhrase;
     for (auto const& phrase : byRules) {
-      width = std::max(width, displayWidth(phrase.text));
+      width = std::max(width, displayWidth(toPrintable(phrase.text)));
     }
+    width = std::min(width, _lines.getWidth() / 2);
     for (auto const& phrase : byRules) {
-      _lines.addPhrases(1, "", {&phrase, 1},
-                        fmt::format("{:{}}  by rule {}", "", width - displayWidth(phrase.text),
-                                    findSetter(account, phrase.property)->number));
+      _lines.addPhrase(1, phrase, width,
+                       fmt::format("by rule {}", findSetter(account, phrase.property)->number));
     }
     addVisuals(account);
     _lines.addPhrases(1, "of its own: ", own, "");

@@ -64,6 +64,16 @@ TEST_F(ExplainLinesTest, SwatchesShowOnATerminalWithColoursAlone) {
   EXPECT_EQ(print(plain, [](ExplainLines& lines) { lines.addPhrases(1, "sets ", {}, "!"); }), "");
 }
 
+TEST_F(ExplainLinesTest, RowsOfPhrasesAreAlignedWithAndWithoutSwatches) {
+  auto const write = [&](ExplainLines& lines) {
+    lines.addPhrase(0, phrases[0], 12, "by rule 1");
+    lines.addPhrase(0, phrases[1], 12, "by rule 2");
+  };
+  EXPECT_EQ(print(plain, write), "fill #FF0000  by rule 1\nbold          by rule 2\n");
+  EXPECT_EQ(print(colourful, write),
+            "\x1B[48;2;255;0;0m  \x1B[0m fill #FF0000  by rule 1\n   bold          by rule 2\n");
+}
+
 TEST_F(ExplainLinesTest, TitlesAreColoured) {
   auto const write = [](ExplainLines& lines) {
     lines.addTitle("Rule 1 holds", "cell > 5", ExplainLines::Tone::Good);
