@@ -129,6 +129,13 @@ TEST_F(TraceExprTest, TellsEqualSubExpressionsOnce) {
   EXPECT_THAT(steps("A2*A2"), ElementsAre("A2: 2", "A2*A2: 4"));
 }
 
+TEST_F(TraceExprTest, TellsWhatIsEvaluatedForEachElementOnce) {
+  EXPECT_THAT(steps("LET(f,LAMBDA(row,column,row),SUM(MAKEARRAY(A1:A2,1,f)))", 9),
+              testing::Not(testing::Contains(testing::StartsWith(": "))));
+  EXPECT_THAT(steps("SUMPRODUCT(LEN(LET(f,LAMBDA(row,column,row),MAKEARRAY({1,2},1,f))))"),
+              testing::Contains("f: function").Times(1));
+}
+
 TEST_F(TraceExprTest, TellsWhatStandsForADate) {
   OfficeUtils::ScopedClock const clock(OfficeUtils::Clock::TimePoint{});
   auto const traced = trace("AND(TODAY()+30>A1,DATE(2026,1,A2)-TODAY()>1,YEAR(TODAY())>1)");
