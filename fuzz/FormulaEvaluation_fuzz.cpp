@@ -11,6 +11,7 @@
 #include "Formulas/LookupCache.h"
 #include "Formulas/OneTableDocument.h"
 #include "Formulas/ParseExpr.h"
+#include "Formulas/TraceExpr.h"
 #include "fuzz/Fuzzing.h"
 
 namespace {
@@ -39,6 +40,10 @@ public:
     return Formulas::foldExpr(_expr, contextAt(false), _document, session);
   }
 
+  Formulas::ExprTrace trace(Formulas::EvaluationSession& session) const {
+    return Formulas::traceExpr(_expr, 0, 0, contextAt(false), _document, session);
+  }
+
   Expr const& getExpr() const noexcept { return _expr; }
 
 private:
@@ -60,6 +65,17 @@ private:
   Expr const& _expr;
 };
 
+/// The last step of a trace is the whole formula, unless that is a constant.
+void checkTrace(Formulas::ExprTrace const& trace, std::string const& expected) {
+  if (trace.failure || trace.steps.empty() || trace.steps.back().depth != 0) {
+    return;
+  }
+  auto const& value = trace.steps.back().value;
+  if (value.kind == Formulas::TracedValue::Kind::Single) {
+    Fuzzing::requireEqual(Fuzzing::describe(value.value), expected, "tracing changes no result");
+  }
+}
+
 void evaluate(Case const& formula, bool isRepeatable) {
   std::string const expected = formula.calculate(false);
   static_cast<void>(formula.calculate(true));
@@ -70,6 +86,10 @@ void evaluate(Case const& formula, bool isRepeatable) {
     if (isRepeatable) {
       Fuzzing::requireEqual(actual, expected, "a session changes no result");
     }
+  }
+  auto const trace = formula.trace(session);
+  if (isRepeatable) {
+    checkTrace(trace, expected);
   }
   if (auto const folded = formula.fold(session)) {
     Fuzzing::requireEqual(formula.calculateInSession(*folded, session), expected,
