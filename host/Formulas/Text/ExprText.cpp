@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "FormulaModel/FormulaValueAccess.h"
+#include "Formulas/Text/Characters.h"
 #include "Formulas/Text/ReferenceText.h"
 
 namespace Zorv::Formulas {
@@ -183,10 +184,26 @@ private:
     auto const [sign, rank] = textOf(node.op);
     auto text = take(node.firstArgument, rank);
     text += sign;
-    text +=
-        take(_parts.nodes[node.firstArgument].next, static_cast<Rank>(static_cast<int>(rank) + 1));
+    std::uint32_t const rightNode = _parts.nodes[node.firstArgument].next;
+    auto const right = take(rightNode, static_cast<Rank>(static_cast<int>(rank) + 1));
+    text += mustStandAlone(node.op, rightNode, right) ? '(' + right + ')' : right;
     // A union is no argument of anything without its parentheses, nor a formula.
     return node.op == Operator::Union ? Piece{'(' + text + ')'} : Piece{std::move(text), rank};
+  }
+
+  /// Whether a right operand would be read as a part of something else. Cells behind a colon are
+  /// corners of the range that they end; a space is an operator before a reference alone, of which
+  /// whole rows begin with a digit.
+  [[nodiscard]] bool mustStandAlone(Operator op, std::uint32_t right, std::string_view text) const {
+    if (op == Operator::Range) {
+      return _parts.nodes[right].kind == NodeKind::Reference;
+    }
+    if (op != Operator::Intersection || text.empty()) {
+      return false;
+    }
+    return isAsciiDigit(text.front())
+               ? text.find(':') == std::string_view::npos
+               : std::string_view("\"#{").find(text.front()) != std::string_view::npos;
   }
 
   std::string writeCall(std::string name, std::uint32_t argument, std::uint32_t count) {
