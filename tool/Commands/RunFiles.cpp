@@ -70,6 +70,17 @@ std::optional<Frame> findFrame(Options const& options) noexcept {
              : std::nullopt;
 }
 
+/// True after a request to stop, such as that of a lack of memory: it may show as another failure,
+/// and the next file would fare no better.
+bool isStopped(WorkBudget& budget) {
+  try {
+    budget.spend(0);
+    return false;
+  } catch (WorkEnded const&) {
+    return true;
+  }
+}
+
 }  // namespace
 
 ExitStatus FileRun::run() {
@@ -93,8 +104,12 @@ ExitStatus FileRun::run() {
     } catch (std::bad_alloc const&) {
       problem = std::current_exception();
     } catch (std::exception const& error) {
-      say(error.what());
-      status = ExitStatus::BadFile;
+      if (isStopped(_budget)) {
+        problem = std::current_exception();
+      } else {
+        say(error.what());
+        status = ExitStatus::BadFile;
+      }
     }
   }
   if (frame) {
