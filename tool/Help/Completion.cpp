@@ -101,13 +101,13 @@ std::string escapeForZsh(std::string_view text) {
 std::string writeZshOption(OptionDescription const& option) {
   std::string text;
   for (auto const& name : option.names) {
-    auto spec = fmt::format("{}[{}]", name, escapeForZsh(option.meaning));
+    auto entry = fmt::format("{}[{}]", name, escapeForZsh(option.meaning));
     if (!option.parameter.empty()) {
-      spec += fmt::format(
+      entry += fmt::format(
           ":{}:{}", option.parameter,
           option.choices.empty() ? "" : fmt::format("({})", fmt::join(option.choices, " ")));
     }
-    text += fmt::format("        {} \\\n", quoteForShell(spec));
+    text += fmt::format("        {} \\\n", quoteForShell(entry));
   }
   return text;
 }
