@@ -12,6 +12,7 @@
 
 #include "DOM/A1Notation.h"
 #include "DOM/ConditionalFormatOperator.h"
+#include "Formulas/WriteExpr.h"
 #include "tool/Text/Printable.h"
 #include "tool/Text/VisualText.h"
 
@@ -50,7 +51,7 @@ public:
 
   std::string operator()(DOM::UnaryConditionalFormatOperator const& record) const {
     if (record.getType() == DOM::UnaryConditionalFormatType::FormulaIsTrue) {
-      return describeFormula();
+      return describeFormula(record.getArgument());
     }
     return fmt::format("cell {} {}", describeComparison(record.getType()), formula(0));
   }
@@ -83,13 +84,15 @@ public:
   }
 
 private:
-  /// Rules about blanks define blank by a formula of their own.
-  std::string describeFormula() const {
+  /// Rules about blanks define blank by a formula of their own. A rule of another kind is one that
+  /// was loaded as a formula, and the file does not have that formula.
+  std::string describeFormula(DOM::FormulaSyntaxTree::Expr const& expr) const {
     if (_rule.type == "containsBlanks" || _rule.type == "notContainsBlanks") {
       return fmt::format("cell is {}blank by {}", _rule.type == "containsBlanks" ? "" : "not ",
                          formula(0));
     }
-    return fmt::format("formula {}", formula(0));
+    return fmt::format("formula {}",
+                       _rule.type == "expression" ? formula(0) : Formulas::writeExpr(expr));
   }
 
   /// Text rules are written with a helper formula around the formula of their text.
