@@ -29,6 +29,7 @@ eval "$("$cndfrmt" completion bash)"
 expect resolve cndfrmt res
 expect '--sheet --semantics --strict' cndfrmt rules --s
 expect 'auto always' cndfrmt resolve --colour a
+expect 'own' cndfrmt check file.xlsx --semantics o
 expect 'jsonl' cndfrmt verdicts file.xlsx --format j
 expect 'examples/demo.xlsx' cndfrmt rules examples/demo.x
 

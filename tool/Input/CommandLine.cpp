@@ -81,7 +81,7 @@ void addSemantics(CLI::App& command, Arguments& arguments) {
   command
       .add_option("--semantics", arguments.semantics,
                   "The meaning of conditions: own (default), or widespread, that of other programs")
-      ->check(CLI::IsMember({"own", "widespread"}).description(""))
+      ->check(choice({"own", "widespread"}))
       ->type_name("WHOSE");
 }
 
