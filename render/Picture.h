@@ -1,0 +1,179 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "DOM/StyleProps.h"
+#include "Utils/TableRange.h"
+#include "visuals/CellVisuals.h"
+
+// Sheets as they look: what the writers of pages and pictures draw. Plain data, with every rule of
+// appearance applied, so that writers decide nothing. Lengths are in CSS pixels, 1/96 of an inch.
+// It borrows the document for bars only.
+namespace Zorv::Render {
+
+/// Row or column that is seen. Hidden ones are not in the picture.
+struct Line {
+  unsigned long index = 0;  ///< in the table, from 0
+  double start = 0;         ///< from the edge of the first line; from the right in a sheet that is
+                            ///< laid out from right to left
+  double size = 0;
+  std::uint32_t look = 0;  ///< of its positions without a cell
+};
+
+/// Line around a cell, or through it. No line where its style is LineStyle::None.
+struct CellEdges {
+  DOM::BorderLine left;
+  DOM::BorderLine right;
+  DOM::BorderLine top;
+  DOM::BorderLine bottom;
+  DOM::BorderLine diagonalUp;
+  DOM::BorderLine diagonalDown;
+
+  friend bool operator==(CellEdges const&, CellEdges const&) = default;
+};
+
+/// Background of a cell.
+struct CellFill {
+  DOM::FillPattern pattern = DOM::FillPattern::None;
+  DOM::Colour colour{255, 255, 255};        ///< of a solid fill, and behind a pattern
+  DOM::Colour patternColour{0, 0, 0};       ///< of the lines or dots of a pattern
+  std::optional<DOM::GradientFill> gradient;  ///< of FillPattern::Gradient
+
+  friend bool operator==(CellFill const&, CellFill const&) = default;
+};
+
+/// Characters that look alike.
+struct Font {
+  std::string name;
+  double size = 11;  ///< in points
+  DOM::Colour colour{0, 0, 0};
+  bool bold = false;
+  bool italic = false;
+  DOM::Underline underline = DOM::Underline::None;
+  bool strikethrough = false;
+  DOM::VerticalRun verticalRun = DOM::VerticalRun::Baseline;
+
+  friend bool operator==(Font const&, Font const&) = default;
+};
+
+/// Appearance that many cells share: the conditional style over the cell's own, property by
+/// property.
+struct Look {
+  Font font;
+  CellFill fill;  ///< without the colour of a colour scale
+  DOM::VerticalAlignment vertical = DOM::VerticalAlignment::Bottom;
+  double indent = 0;
+  bool wraps = false;
+  bool shrinksToFit = false;
+  int rotation = 0;                ///< in degrees, counter-clockwise, -90 to 90
+  bool isStacked = false;          ///< letters stand upright, one below the other
+  bool readsRightToLeft = false;
+
+  friend bool operator==(Look const&, Look const&) = default;
+};
+
+/// Part of a text with a font of its own.
+struct TextRun {
+  std::string text;
+  Font font;
+};
+
+enum class CellContent : std::uint8_t { Empty, Number, Text, Boolean, Error };
+
+/// A cell that is seen. What lies under a merged cell is not in the picture.
+struct PictureCell {
+  std::uint32_t row = 0;     ///< index in SheetPicture::rows
+  std::uint32_t column = 0;  ///< index in SheetPicture::columns
+  std::uint32_t rowCount = 1;     ///< rows of the picture that it covers
+  std::uint32_t columnCount = 1;  ///< columns of the picture that it covers
+  std::uint32_t look = 0;         ///< index in SheetPicture::looks
+  std::uint32_t edges = 0;        ///< index in SheetPicture::edges
+  std::uint32_t decision = 0;     ///< index in SheetPicture::decisions
+  std::uint32_t link = 0;         ///< index in SheetPicture::links, plus one; 0: no link
+  std::uint32_t runs = 0;         ///< index in SheetPicture::richTexts, plus one; 0: not rich
+  /// Columns of the picture beside the cell into which its text may run, since they are empty.
+  std::uint32_t freeLeft = 0;
+  std::uint32_t freeRight = 0;
+  CellContent content = CellContent::Empty;
+  /// Never HorizontalAlignment::General.
+  DOM::HorizontalAlignment horizontal = DOM::HorizontalAlignment::Left;
+  /// As shown: by the number format, cut to the width, or `####`. Empty where a bar or an icon
+  /// stands instead of the value. UTF-8, with LF between lines.
+  std::string text;
+  /// By a section of the number format, instead of the font's.
+  std::optional<DOM::Colour> textColour;
+  /// By a colour scale, instead of the fill.
+  std::optional<DOM::Colour> scaleColour;
+  std::optional<Visuals::ShownBar> bar;  ///< borrows its format
+  std::optional<Visuals::Icon> icon;
+};
+
+/// Rule of a sheet that the picture shows.
+struct PictureRule {
+  std::size_t number = 0;  ///< in the workbook; see Workbook::Rule
+  std::string text;        ///< `formula $D4<TODAY()`
+  std::string ranges;      ///< `A4:G15`
+  std::size_t cellCount = 0;  ///< cells of the picture that it has a part in
+};
+
+/// How a sheet is laid out on paper (ISO/IEC 29500-1, 18.3.1.63 and 18.3.1.62).
+struct PageSetup {
+  double width = 793.7;  ///< of the paper, as it is held; A4 upright
+  double height = 1122.5;
+  double left = 67.2;  ///< margins
+  double right = 67.2;
+  double top = 72;
+  double bottom = 72;
+  double scale = 1;
+  /// Most pages across and down; 0: as many as it takes. They count instead of the scale.
+  unsigned fitWidth = 0;
+  unsigned fitHeight = 0;
+  bool fitsPages = false;
+  std::vector<std::uint32_t> rowBreaks;     ///< indices in SheetPicture::rows: pages begin there
+  std::vector<std::uint32_t> columnBreaks;  ///< indices in SheetPicture::columns
+  /// Rows and columns repeated on each page: half-open, in the picture's indices.
+  std::uint32_t titleRowsBegin = 0;
+  std::uint32_t titleRowsEnd = 0;
+  std::uint32_t titleColumnsBegin = 0;
+  std::uint32_t titleColumnsEnd = 0;
+};
+
+/// A sheet as it looks.
+struct SheetPicture {
+  std::size_t sheet = 0;  ///< index in the document
+  std::string name;
+  TableRange range{};  ///< of the table; what is drawn, its hidden lines included
+  std::vector<Line> rows;
+  std::vector<Line> columns;
+  double width = 0;   ///< of all columns
+  double height = 0;  ///< of all rows
+  /// Counted in the picture's lines: the first ones that stay in sight.
+  std::uint32_t frozenRows = 0;
+  std::uint32_t frozenColumns = 0;
+  bool showsGridLines = true;
+  bool rightToLeft = false;
+  /// Row by row, from the first column on. Positions that are neither here nor below a merged cell
+  /// have the look of their row or column and no text.
+  std::vector<PictureCell> cells;
+  std::vector<Look> looks;       ///< the first is that of a cell without a style
+  std::vector<CellEdges> edges;  ///< the first has no lines
+  std::vector<std::vector<TextRun>> richTexts;
+  std::vector<std::string> links;  ///< an address, or a place in the workbook such as `#Sheet2!A1`
+  std::vector<PictureRule> rules;
+  /// Which rules have a part in a cell, as indices in `rules`, by priority. The first is none.
+  std::vector<std::vector<std::uint32_t>> decisions;
+  PageSetup page;
+};
+
+/// A workbook as it looks.
+struct Picture {
+  std::string name;  ///< of the file
+  std::vector<SheetPicture> sheets;
+  std::vector<std::string> findings;  ///< what could not be drawn as the file means it
+};
+
+}  // namespace Zorv::Render
