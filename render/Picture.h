@@ -39,8 +39,8 @@ struct CellEdges {
 /// Background of a cell.
 struct CellFill {
   DOM::FillPattern pattern = DOM::FillPattern::None;
-  DOM::Colour colour{255, 255, 255};        ///< of a solid fill, and behind a pattern
-  DOM::Colour patternColour{0, 0, 0};       ///< of the lines or dots of a pattern
+  DOM::Colour colour{255, 255, 255};          ///< of a solid fill, and behind a pattern
+  DOM::Colour patternColour{0, 0, 0};         ///< of the lines or dots of a pattern
   std::optional<DOM::GradientFill> gradient;  ///< of FillPattern::Gradient
 
   friend bool operator==(CellFill const&, CellFill const&) = default;
@@ -69,8 +69,8 @@ struct Look {
   double indent = 0;
   bool wraps = false;
   bool shrinksToFit = false;
-  int rotation = 0;                ///< in degrees, counter-clockwise, -90 to 90
-  bool isStacked = false;          ///< letters stand upright, one below the other
+  int rotation = 0;        ///< in degrees, counter-clockwise, -90 to 90
+  bool isStacked = false;  ///< letters stand upright, one below the other
   bool readsRightToLeft = false;
 
   friend bool operator==(Look const&, Look const&) = default;
@@ -86,8 +86,8 @@ enum class CellContent : std::uint8_t { Empty, Number, Text, Boolean, Error };
 
 /// A cell that is seen. What lies under a merged cell is not in the picture.
 struct PictureCell {
-  std::uint32_t row = 0;     ///< index in SheetPicture::rows
-  std::uint32_t column = 0;  ///< index in SheetPicture::columns
+  std::uint32_t row = 0;          ///< index in SheetPicture::rows
+  std::uint32_t column = 0;       ///< index in SheetPicture::columns
   std::uint32_t rowCount = 1;     ///< rows of the picture that it covers
   std::uint32_t columnCount = 1;  ///< columns of the picture that it covers
   std::uint32_t look = 0;         ///< index in SheetPicture::looks
@@ -114,9 +114,9 @@ struct PictureCell {
 
 /// Rule of a sheet that the picture shows.
 struct PictureRule {
-  std::size_t number = 0;  ///< in the workbook; see Workbook::Rule
-  std::string text;        ///< `formula $D4<TODAY()`
-  std::string ranges;      ///< `A4:G15`
+  std::size_t number = 0;     ///< in the workbook; see Workbook::Rule
+  std::string text;           ///< `formula $D4<TODAY()`
+  std::string ranges;         ///< `A4:G15`
   std::size_t cellCount = 0;  ///< cells of the picture that it has a part in
 };
 
