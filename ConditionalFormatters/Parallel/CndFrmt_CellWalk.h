@@ -14,9 +14,11 @@
 namespace Zorv::ConditionalFormatters {
 
 /// Calls `visit(cellInfo)` for the existing cells of a range, or for all its positions.
+///
+/// Flattened, since GCC otherwise stops inlining in the middle of what is done for each cell.
 template <class Visit>
-void forEachCell(DOM::Table const& table, TableRange const& range, bool existingOnly,
-                 Visit const& visit) {
+[[gnu::flatten]] void forEachCell(DOM::Table const& table, TableRange const& range,
+                                  bool existingOnly, Visit const& visit) {
   auto [cell, end] = table.getRangeIterators(range);
   if (existingOnly) {
     for (; cell != end; ++cell) {

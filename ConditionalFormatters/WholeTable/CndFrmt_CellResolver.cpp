@@ -16,27 +16,25 @@ CellResolver::CellResolver(PreparedTable const& table, PassResources const& reso
 DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellInfo) {
   _styleCursor.restart();
   _holding.clear();
-  TestedCell cell{{FormulaValue(), {RowIndex(0), ColumnIndex(0)}}, cellInfo.getCell() != nullptr};
-  bool isRead = false;
-  auto const getCell = [&]() -> TestedCell const& {
-    if (!isRead) {
-      cell.data.value = _table.getProvider().getCellValue(cellInfo);
-      // Set after the value, to avoid a store-forwarding stall.
-      cell.data.cellIndex = cellInfo.getCellIndex();
-      isRead = true;
-    }
-    return cell;
-  };
+  FormatIndices const& formats =
+      _formatCursor.moveTo(cellInfo.getRowIndex(), cellInfo.getColIndex());
+  if (formats.empty()) {
+    return _styleCursor.getStyle();
+  }
+  // The first condition is prepared before the value is read, as an operator is made before it is
+  // asked.
+  prepare(formats.front());
+  TestedCell const cell{{_table.getProvider().getCellValue(cellInfo), cellInfo.getCellIndex()},
+                        cellInfo.getCell() != nullptr};
   walkFormats(
-      _table.getFormatRefs(), _formatCursor.moveTo(cellInfo.getRowIndex(), cellInfo.getColIndex()),
+      _table.getFormatRefs(), formats,
       [&](FormatIndex index) {
         _steps.count();
-        _lastEvaluated = index;
-        PreparedCondition const& condition = _table.getOrCreateCondition(index, _resources);
+        PreparedCondition const& condition = prepare(index);
         return
             [&condition, this](TestedCell const& tested) { return condition.holds(tested, _pass); };
       },
-      getCell,
+      [&]() -> TestedCell const& { return cell; },
       [&](FormatIndex index) {
         _styleCursor.add(index);
         _holding.push_back(index);

@@ -30,6 +30,11 @@ public:
   [[nodiscard]] FormatIndex getLastEvaluated() const noexcept { return _lastEvaluated; }
 
 private:
+  PreparedCondition const& prepare(FormatIndex index) {
+    _lastEvaluated = index;
+    return _table.getOrCreateCondition(index, _resources);
+  }
+
   PreparedTable const& _table;
   PassResources _resources;
   StepCounter _steps;
