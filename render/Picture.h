@@ -21,10 +21,15 @@ struct Line {
   double start = 0;         ///< from the edge of the first line; from the right in a sheet that is
                             ///< laid out from right to left
   double size = 0;
-  std::uint32_t look = 0;  ///< of its positions without a cell
+  /// Of its positions without a cell, as an index in SheetPicture::looks. That of the row counts,
+  /// or that of the column if the row's is 0.
+  std::uint32_t look = 0;
 };
 
-/// Line around a cell, or through it. No line where its style is LineStyle::None.
+/// Lines around a cell, or through it. No line where its style is LineStyle::None.
+///
+/// An edge that two cells of the picture share has the same line in both, the stronger one, so that
+/// it does not matter which of them draws it. A line without a colour is black.
 struct CellEdges {
   DOM::BorderLine left;
   DOM::BorderLine right;
@@ -76,7 +81,7 @@ struct Look {
   friend bool operator==(Look const&, Look const&) = default;
 };
 
-/// Part of a text with a font of its own.
+/// Part of a text with a font of its own. The runs of a cell make up its text.
 struct TextRun {
   std::string text;
   Font font;
@@ -104,6 +109,9 @@ struct PictureCell {
   /// As shown: by the number format, cut to the width, or `####`. Empty where a bar or an icon
   /// stands instead of the value. UTF-8, with LF between lines.
   std::string text;
+  /// Bytes of the text that stand at the left edge of the cell, while the others stand at the right
+  /// one, as in formats of accounting; whatever the alignment. Nothing: the text is in one piece.
+  std::optional<std::uint32_t> splitAt;
   /// By a section of the number format, instead of the font's.
   std::optional<DOM::Colour> textColour;
   /// By a colour scale, instead of the fill.
@@ -120,10 +128,20 @@ struct PictureRule {
   std::size_t cellCount = 0;  ///< cells of the picture that it has a part in
 };
 
+/// Part of a sheet that is printed, in the picture's lines: half-open.
+struct PrintArea {
+  std::uint32_t rowBegin = 0;
+  std::uint32_t rowEnd = 0;
+  std::uint32_t columnBegin = 0;
+  std::uint32_t columnEnd = 0;
+
+  friend bool operator==(PrintArea const&, PrintArea const&) = default;
+};
+
 /// How a sheet is laid out on paper (ISO/IEC 29500-1, 18.3.1.63 and 18.3.1.62).
 struct PageSetup {
-  double width = 793.7;  ///< of the paper, as it is held; A4 upright
-  double height = 1122.5;
+  double width = 816;  ///< of the paper, as it is held; Letter upright
+  double height = 1056;
   double left = 67.2;  ///< margins
   double right = 67.2;
   double top = 72;
@@ -140,6 +158,12 @@ struct PageSetup {
   std::uint32_t titleRowsEnd = 0;
   std::uint32_t titleColumnsBegin = 0;
   std::uint32_t titleColumnsEnd = 0;
+  std::vector<PrintArea> areas;  ///< each begins a page; none: all of the picture is printed
+  bool isCentredAcross = false;
+  bool isCentredDown = false;
+  bool printsGridLines = false;
+  bool printsHeadings = false;   ///< letters of columns and numbers of rows
+  bool goesAcrossFirst = false;  ///< pages follow each other to the side before they go down
 };
 
 /// A sheet as it looks.
