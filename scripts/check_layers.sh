@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Fails when an include points against the layers:
-#   tool -> render -> analysis -> workbook -> visuals -> ConditionalFormatters -> host, and inside the
-#   host
+#   tool -> render -> words -> analysis -> workbook -> visuals -> ConditionalFormatters -> host, and
+#   inside the host
 #   Formulas -> DOM -> OfficeUtils -> FormulaModel -> Utils.
 #   In the library: WholeTable -> Parallel -> Formats -> Operators -> Operands -> Predicates.
 # In visuals: face -> Prepare -> Draw -> records; of the rooms of the library it includes those that
@@ -25,7 +25,7 @@ check_order() {
   done
 }
 
-check_order '' '' host ConditionalFormatters visuals workbook analysis render tool
+check_order '' '' host ConditionalFormatters visuals workbook analysis words render tool
 check_order host/ '' Utils FormulaModel OfficeUtils DOM Formulas
 check_order ConditionalFormatters/ ConditionalFormatters/ Predicates Operands Operators Formats \
   Parallel WholeTable
@@ -36,7 +36,7 @@ check_order host/Formulas/ Formulas/ Limits Text Values Parsing Lookups Evaluati
   Tracing
 forbid 'Formulas/[A-Z][A-Za-z0-9]*/' host/Formulas/*.h
 # Headers of the host are included without its folder's name.
-forbid 'host/' host ConditionalFormatters visuals workbook analysis render tool
+forbid 'host/' host ConditionalFormatters visuals workbook analysis words render tool
 forbid 'visuals/VisualResolver\.h' visuals/Draw visuals/Prepare
 forbid 'visuals/Prepare/' visuals/Draw
 forbid 'visuals/[A-Z][A-Za-z]*/' visuals/*.h

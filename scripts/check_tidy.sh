@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 git ls-files 'host/*.cpp' 'ConditionalFormatters/*.cpp' 'workbook/*.cpp' 'analysis/*.cpp' \
-  'tool/*.cpp' |
+  'words/*.cpp' 'render/*.cpp' 'tool/*.cpp' |
   grep -E "$(IFS='|'; echo "${*:-.}")" |
   xargs --max-procs="$(nproc)" --max-args=4 clang-tidy -p build/tidy --quiet \
     --extra-arg=-Wno-unknown-warning-option \

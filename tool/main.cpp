@@ -15,10 +15,10 @@
 #include "tool/Input/Options.h"
 #include "tool/Process/MemoryLimit.h"
 #include "tool/Process/StopWatcher.h"
-#include "tool/Text/Amounts.h"
 #include "tool/Text/OutputBuffer.h"
-#include "tool/Text/Printable.h"
 #include "tool/Text/Terminal.h"
+#include "words/Amounts.h"
+#include "words/Printable.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ std::string describeFiles(Options const& options) {
 std::string describeLackOfMemory(std::string const& file, Options const& options) {
   return fmt::format(
       "{}: needs more memory than {}; the result is not complete (--max-memory allows more)", file,
-      describeSize(options.mostMemory));
+      Zorv::Words::describeSize(options.mostMemory));
 }
 
 std::string describeStop(std::string const& file, Options const& options, StopCause cause) {
@@ -41,7 +41,7 @@ std::string describeStop(std::string const& file, Options const& options, StopCa
              ? fmt::format(
                    "{}: takes more processor time than {}; the result is not complete "
                    "(--timeout allows more)",
-                   file, describeDuration(options.timeout))
+                   file, Zorv::Words::describeDuration(options.timeout))
              : fmt::format("{}: {}; the result is not complete", file,
                            cause == StopCause::Interrupted ? "interrupted" : "terminated");
 }
@@ -75,7 +75,8 @@ ExitStatus runWithinLimits(Options const& options, OutputBuffer& out) {
     endProcess(describeStop(describeFiles(options), options, cause), statusOf(options, cause), out);
   });
   limitMemory(options.mostMemory,
-              toMessageLine("cndfrmt: " + describeLackOfMemory(describeFiles(options), options)),
+              Zorv::Words::toMessageLine("cndfrmt: " +
+                                         describeLackOfMemory(describeFiles(options), options)),
               static_cast<int>(failureOf(options)), watcher.getSource());
   Zorv::WorkBudget budget({}, watcher.getSource().get_token());
   auto const terminal = Terminal::find(STDOUT_FILENO, options.colour);

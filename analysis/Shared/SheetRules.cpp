@@ -5,6 +5,8 @@
 #include <map>
 #include <utility>
 
+#include "ConditionalFormatters/CndFrmt_StyleHierarchy.h"
+
 namespace Zorv::Analysis {
 
 SheetRules::SheetRules(Workbook::Document const& document, std::size_t sheet,
@@ -40,6 +42,13 @@ std::size_t SheetRules::formatOf(Workbook::Rule const& rule) const noexcept {
       std::ranges::lower_bound(_formats, rule.format, std::less<>(),
                                &std::pair<DOM::ConditionalFormat const*, std::size_t>::first);
   return found->second;
+}
+
+DOM::CellStyle findRuleStyle(Workbook::Document const& document, Workbook::Rule const& rule) {
+  DOM::CellStyle style;
+  style.setParentUUID(rule.format->getStyleUUID());
+  return DOM::getOverridenAllPropsWithParentStyles(document.getStyles(), style,
+                                                   DOM::TrackChangesViewMode::Final);
 }
 
 void sortByPriority(std::vector<Workbook::Rule const*>& rules) {

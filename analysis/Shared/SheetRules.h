@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "DOM/CellStyle.h"
 #include "visuals/CellVisuals.h"
 #include "workbook/Document.h"
 #include "workbook/Rule.h"
@@ -47,6 +48,11 @@ private:
   std::vector<Workbook::Rule const*> _visualRules;  ///< by visual format
   std::vector<std::pair<DOM::ConditionalFormat const*, std::size_t>> _formats;  ///< by address
 };
+
+/// The properties that the named style of a resolved condition sets, with inherited ones; none if
+/// it has no named style.
+[[nodiscard]] DOM::CellStyle findRuleStyle(Workbook::Document const& document,
+                                           Workbook::Rule const& rule);
 
 /// Sorts rules by priority, the smallest number first. Rules without a priority come last; rules of
 /// equal priority keep their order.

@@ -16,7 +16,7 @@
 #include "tool/Output/CheckOutput.h"
 #include "tool/Output/ProgressBar.h"
 #include "tool/Output/Report.h"
-#include "tool/Text/Printable.h"
+#include "words/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -156,7 +156,8 @@ ExitStatus FileRun::runFile(std::string const& file) {
 void FileRun::beginFile(std::string const& name) {
   if (isOneOfSeveral(_options)) {
     if (_options.format == OutputFormat::Table) {
-      _out.text() += fmt::format("{}==> {} <==\n", _hasOutput ? "\n" : "", toPrintable(name));
+      _out.text() +=
+          fmt::format("{}==> {} <==\n", _hasOutput ? "\n" : "", Words::toPrintable(name));
     } else if (findFrame(_options) && _hasOutput) {
       _out.text() += ",\n";
     }
@@ -183,6 +184,8 @@ std::string nameOfFile(std::string const& argument) {
   return argument == "-" ? "standard input" : argument;
 }
 
-void say(std::string const& message) { std::cerr << toMessageLine("cndfrmt: " + message) << '\n'; }
+void say(std::string const& message) {
+  std::cerr << Words::toMessageLine("cndfrmt: " + message) << '\n';
+}
 
 }  // namespace Zorv::Tool

@@ -16,7 +16,7 @@
 #include "tool/Help/Completion.h"
 #include "tool/Help/ManPage.h"
 #include "tool/Input/Arguments.h"
-#include "tool/Text/Printable.h"
+#include "words/Printable.h"
 
 // The one source that includes the library of command lines, which is slow to compile.
 namespace Zorv::Tool {
@@ -283,7 +283,9 @@ std::unique_ptr<CLI::App> makeApp(Arguments& arguments) {
       "Tells which conditional formats of a workbook hold, and what they do.", "cndfrmt");
   app->require_subcommand(0, 1);  // checked later, so that the message names an unknown command
   app->failure_message([](CLI::App const*, CLI::Error const& error) {
-    return toMessageLine(fmt::format("cndfrmt: {}; cndfrmt --help says more", error.what())) + '\n';
+    return Words::toMessageLine(
+               fmt::format("cndfrmt: {}; cndfrmt --help says more", error.what())) +
+           '\n';
   });
   app->set_help_flag("-h,--help", "Print this help and exit");
   app->set_version_flag("-V,--version", "cndfrmt " CNDFRMT_VERSION, "Print the version and exit");

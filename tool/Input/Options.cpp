@@ -13,8 +13,8 @@
 #include "Utils/Exceptions.h"
 #include "tool/Input/Arguments.h"
 #include "tool/Input/Errors.h"
-#include "tool/Text/Amounts.h"
-#include "tool/Text/Moment.h"
+#include "words/Amounts.h"
+#include "words/Moment.h"
 
 namespace Zorv::Tool {
 
@@ -49,12 +49,12 @@ OfficeUtils::Clock::TimePoint readNow(std::optional<std::string> const& text,
   if (!text) {
     return OfficeUtils::Clock::readCurrent();
   }
-  auto const time = parseCivilTime(*text);
+  auto const time = Words::parseCivilTime(*text);
   if (!time) {
     throw UsageError(
         fmt::format("--now: \"{}\" is no date and time; write it as 2026-11-21T12:00:00", *text));
   }
-  auto const moment = toMoment(*time, timeZone);
+  auto const moment = Words::toMoment(*time, timeZone);
   if (!moment) {
     throw UsageError(
         fmt::format("--now: clocks in {} skip {}; name another time", timeZone.getName(), *text));
@@ -120,7 +120,7 @@ unsigned readThreadCount(std::optional<std::string> const& text) {
 }
 
 std::uint64_t readMemory(std::string const& text) {
-  auto const size = parseSize(text);
+  auto const size = Words::parseSize(text);
   if (!size) {
     throw UsageError(
         fmt::format("--max-memory: \"{}\" is no amount of memory; write it as 512M or 2G", text));
@@ -129,7 +129,7 @@ std::uint64_t readMemory(std::string const& text) {
 }
 
 std::chrono::milliseconds readTimeout(std::string const& text) {
-  auto const duration = parseDuration(text);
+  auto const duration = Words::parseDuration(text);
   if (!duration) {
     throw UsageError(
         fmt::format("--timeout: \"{}\" is no duration; write it as 30s, 5m or 2h", text));

@@ -6,8 +6,8 @@
 
 #include "DOM/A1Notation.h"
 #include "tool/Output/CheckOutput.h"
-#include "tool/Text/Amounts.h"
-#include "tool/Text/Printable.h"
+#include "words/Amounts.h"
+#include "words/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -35,7 +35,7 @@ std::string describeOthers(CheckFinding const& finding) {
     return {};
   }
   std::ranges::sort(others);
-  return fmt::format(" ({} {})", others.size() == 1 ? "rule" : "rules", listNumbers(others));
+  return fmt::format(" ({} {})", others.size() == 1 ? "rule" : "rules", Words::listNumbers(others));
 }
 
 }  // namespace
@@ -58,7 +58,7 @@ std::size_t countFindings(CheckFindings findings, Severity severity) {
 
 std::string describeFinding(CheckFinding const& finding) {
   CheckKind const& kind = Analysis::kindOf(finding.code);
-  std::string const reason = shorten(finding.reason, widestFinding);
+  std::string const reason = Words::shorten(finding.reason, widestFinding);
   return finding.rules.empty() ? fmt::format("{}: {}", kind.claim, reason)
                                : fmt::format("rule {} {}{}: {}", finding.rules.front(), kind.claim,
                                              describeOthers(finding), reason);
@@ -69,7 +69,7 @@ std::string describePlace(Selection const& selection, CheckFinding const& findin
     return {};
   }
   auto const& sheet = selection.getDocument().getSheets()[*finding.sheet];
-  std::string const name = shorten(sheet.name, widestName);
+  std::string const name = Words::shorten(sheet.name, widestName);
   return finding.ranges.empty() ? name
                                 : fmt::format("{}!{}", name, describeFirstRanges(finding.ranges));
 }

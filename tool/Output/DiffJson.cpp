@@ -5,8 +5,8 @@
 #include "DOM/A1Notation.h"
 #include "tool/Output/DiffOutput.h"
 #include "tool/Output/JsonText.h"
-#include "tool/Text/Moment.h"
-#include "tool/Text/VisualText.h"
+#include "words/Moment.h"
+#include "words/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -52,7 +52,7 @@ private:
         std::chrono::floor<std::chrono::seconds>(selection.getOptions().timeZone.toLocal(moment));
     _out.text() += "{\"file\":";
     appendJsonText(_out.text(), selection.getFile());
-    _out.text() += fmt::format(",\"now\":\"{}\"}}", toText(now));
+    _out.text() += fmt::format(",\"now\":\"{}\"}}", Words::toText(now));
   }
 
   /// Begins an entry of a list, after the end of the lists before it.
@@ -122,7 +122,7 @@ private:
     }
     _out.text() += "{\"style\":";
     _out.text() += look.style ? toJsonText(look.style->get()) : "{}";
-    if (std::string const visuals = describe(look.visuals); !visuals.empty()) {
+    if (std::string const visuals = Words::describe(look.visuals); !visuals.empty()) {
       _out.text() += ",\"visuals\":";
       appendJsonText(_out.text(), visuals);
     }

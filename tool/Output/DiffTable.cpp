@@ -5,13 +5,13 @@
 #include <fmt/format.h>
 
 #include "DOM/A1Notation.h"
+#include "analysis/Shared/SheetRules.h"
 #include "tool/Output/ColumnWidths.h"
 #include "tool/Output/DiffOutput.h"
-#include "tool/Output/RulesOutput.h"
-#include "tool/Text/ConditionText.h"
-#include "tool/Text/StyleText.h"
 #include "tool/Text/TextTable.h"
-#include "tool/Text/VisualText.h"
+#include "words/ConditionText.h"
+#include "words/StyleText.h"
+#include "words/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -26,15 +26,16 @@ std::string describeLook(Analysis::CellLook const& look) {
   if (look.hasFailed) {
     return "cannot be evaluated";
   }
-  std::string const visuals = describe(look.visuals);
+  std::string const visuals = Words::describe(look.visuals);
   if (!look.style) {
     return visuals.empty() ? "-" : visuals;
   }
-  return describe(look.style->get()) + (visuals.empty() ? "" : ", " + visuals);
+  return Words::describe(look.style->get()) + (visuals.empty() ? "" : ", " + visuals);
 }
 
 std::string describeStyleOf(Workbook::Document const& document, Rule const& rule) {
-  return rule.format != nullptr ? describe(findStyle(document, rule)) : rule.unresolvedReason;
+  return rule.format != nullptr ? Words::describe(Analysis::findRuleStyle(document, rule))
+                                : rule.unresolvedReason;
 }
 
 /// What one version has where the other differs.
@@ -42,7 +43,7 @@ std::string describeAspects(Workbook::Document const& document, Rule const& rule
                             RuleAspects const& aspects) {
   std::vector<std::string> texts;
   if (aspects.ranges) {
-    texts.push_back(describeRanges(rule));
+    texts.push_back(Words::describeRanges(rule));
   }
   if (aspects.style) {
     texts.push_back(describeStyleOf(document, rule));
@@ -64,7 +65,7 @@ std::string describeSide(Workbook::Document const& document, Rule const* rule,
     case RuleChange::Moved:
       return rule->priority ? fmt::format("priority {}", *rule->priority) : "no priority";
     default:
-      return fmt::format("{}: {}", describeRanges(*rule), describeStyleOf(document, *rule));
+      return fmt::format("{}: {}", Words::describeRanges(*rule), describeStyleOf(document, *rule));
   }
 }
 
@@ -113,7 +114,7 @@ private:
     Rule const& rule = difference.first ? *difference.first : *difference.second;
     _table->addRow({document.getSheets()[rule.sheet].name, describeNumber(difference.first),
                     describeNumber(difference.second), describeChange(difference),
-                    describeCondition(rule),
+                    Words::describeCondition(rule),
                     describeSide(_versions.first.getDocument(), difference.first, difference),
                     describeSide(_versions.second.getDocument(), difference.second, difference)});
   }

@@ -7,8 +7,9 @@
 #include "tool/Output/JsonBuilder.h"
 #include "tool/Output/Problem.h"
 #include "tool/Output/VisualJson.h"
-#include "tool/Text/CellText.h"
-#include "tool/Text/ConditionText.h"
+#include "words/AccountText.h"
+#include "words/CellText.h"
+#include "words/ConditionText.h"
 
 namespace Zorv::Tool {
 
@@ -192,7 +193,10 @@ private:
   static void writeRule(Analysis::RuleAccount const& account, JsonBuilder& json) {
     auto const& rule = *account.rule;
     json.beginObject().key("rule").number(rule.number).key("kind").text(rule.type);
-    json.key("condition").text(describeCondition(rule)).key("ranges").text(describeRanges(rule));
+    json.key("condition")
+        .text(Words::describeCondition(rule))
+        .key("ranges")
+        .text(Words::describeRanges(rule));
     json.key("priority");
     rule.priority ? json.number(*rule.priority) : json.null();
     json.key("stop").boolean(rule.stopIfTrue);
@@ -209,7 +213,7 @@ private:
       json.key("holdsByItself").boolean(*account.holdsByItself);
     }
     if (account.failure) {
-      json.key("failure").text(describeProblem(account.failure));
+      json.key("failure").text(Words::describeProblem(account.failure));
     }
     if (account.elsewhere) {
       json.key("elsewhere").beginObject().key("holds").boolean(account.elsewhere->holds);
@@ -255,7 +259,7 @@ private:
   }
 
   Workbook::Document const& _document;
-  CellFormatter _formatter;
+  Words::CellFormatter _formatter;
 };
 
 class ExplainJson final : public ExplainOutput {

@@ -4,8 +4,8 @@
 
 #include <fmt/format.h>
 
-#include "tool/Text/Printable.h"
 #include "tool/Text/Swatch.h"
+#include "words/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -19,15 +19,15 @@ constexpr std::size_t levelWidth = 2;
 constexpr char const* boldCode = "\x1B[1m";
 constexpr char const* endCode = "\x1B[0m";
 
-char const* codeOf(ExplainLines::Tone tone) noexcept {
+char const* codeOf(Words::Tone tone) noexcept {
   switch (tone) {
-    case ExplainLines::Tone::Good:
+    case Words::Tone::Good:
       return "\x1B[1;32m";
-    case ExplainLines::Tone::Bad:
+    case Words::Tone::Bad:
       return "\x1B[1;31m";
-    case ExplainLines::Tone::Faint:
+    case Words::Tone::Faint:
       return "\x1B[2m";
-    case ExplainLines::Tone::Plain:
+    case Words::Tone::Plain:
       break;
   }
   return boldCode;
@@ -41,16 +41,16 @@ ExplainLines::ExplainLines(Terminal const& terminal, OutputBuffer& out) noexcept
       _out(out) {}
 
 void ExplainLines::addHeading(std::string_view cell, std::string_view value) {
-  auto const place = shorten(cell, _width / 2);
+  auto const place = Words::shorten(cell, _width / 2);
   paint(place, boldCode);
   _out.text() += ": ";
-  addWords(0, displayWidth(place) + 2, value);
+  addWords(0, Words::displayWidth(place) + 2, value);
 }
 
-void ExplainLines::addTitle(std::string_view title, std::string_view rest, Tone tone) {
+void ExplainLines::addTitle(std::string_view title, std::string_view rest, Words::Tone tone) {
   paint(title, codeOf(tone));
   _out.text() += rest.empty() ? ":" : ": ";
-  addWords(0, displayWidth(title) + 2, rest);
+  addWords(0, Words::displayWidth(title) + 2, rest);
 }
 
 void ExplainLines::add(std::size_t level, std::string_view text) {
@@ -61,7 +61,7 @@ void ExplainLines::add(std::size_t level, std::string_view text) {
 void ExplainLines::addBlank() { endLine(); }
 
 void ExplainLines::addPhrases(std::size_t level, std::string_view label,
-                              std::span<StylePhrase const> phrases, std::string_view end) {
+                              std::span<Words::StylePhrase const> phrases, std::string_view end) {
   if (phrases.empty()) {
     return;
   }
@@ -70,9 +70,9 @@ void ExplainLines::addPhrases(std::size_t level, std::string_view label,
   std::size_t used = level * levelWidth + label.size();
   bool isFirst = true;
   for (auto const& phrase : phrases) {
-    auto const text = shorten(phrase.text, _width / 2);
+    auto const text = Words::shorten(phrase.text, _width / 2);
     std::size_t const swatch = _hasColours && phrase.colour ? swatchWidth + 1 : 0;
-    std::size_t const width = swatch + displayWidth(text) + levelWidth;
+    std::size_t const width = swatch + Words::displayWidth(text) + levelWidth;
     if (!isFirst) {
       _out.text() += ',';
       if (used + width > _width) {
@@ -95,7 +95,7 @@ void ExplainLines::addPhrases(std::size_t level, std::string_view label,
   endLine();
 }
 
-void ExplainLines::addPhrase(std::size_t level, StylePhrase const& phrase, std::size_t width,
+void ExplainLines::addPhrase(std::size_t level, Words::StylePhrase const& phrase, std::size_t width,
                              std::string_view right) {
   beginLine(level);
   if (_hasColours && phrase.colour) {
@@ -111,11 +111,12 @@ void ExplainLines::addPair(std::size_t level, std::string_view left, std::size_t
                            std::string_view right) {
   constexpr std::size_t gap = 2;
   beginLine(level);
-  auto const first = shorten(left, width);
+  auto const first = Words::shorten(left, width);
   _out.text() += first;
-  _out.text().append(width - displayWidth(first) + gap, ' ');
+  _out.text().append(width - Words::displayWidth(first) + gap, ' ');
   std::size_t const used = level * levelWidth + width + gap;
-  _out.text() += shorten(right, std::max(_width - std::min(used, _width), narrowestLine / 2));
+  _out.text() +=
+      Words::shorten(right, std::max(_width - std::min(used, _width), narrowestLine / 2));
   endLine();
 }
 
@@ -131,10 +132,10 @@ void ExplainLines::paint(std::string_view text, char const* code) {
 
 void ExplainLines::addWords(std::size_t level, std::size_t used, std::string_view text) {
   constexpr std::size_t mostText = 2'000;
-  auto const printable = shorten(text, mostText);
+  auto const printable = Words::shorten(text, mostText);
   std::string_view rest = printable;
-  while (used + displayWidth(rest) > _width) {
-    auto line = cutToWidth(rest, _width - std::min(used, _width - narrowestLine / 2));
+  while (used + Words::displayWidth(rest) > _width) {
+    auto line = Words::cutToWidth(rest, _width - std::min(used, _width - narrowestLine / 2));
     auto const space = line.find_last_of(' ');
     if (rest[line.size()] != ' ' && space != std::string::npos && space > 0) {
       line.resize(space);

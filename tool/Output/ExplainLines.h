@@ -1,14 +1,14 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "tool/Text/OutputBuffer.h"
-#include "tool/Text/StyleText.h"
 #include "tool/Text/Terminal.h"
+#include "words/AccountText.h"
+#include "words/StyleText.h"
 
 namespace Zorv::Tool {
 
@@ -25,19 +25,19 @@ public:
   void addHeading(std::string_view cell, std::string_view value);
 
   /// What became of a rule or another title, and what follows it.
-  enum class Tone : std::uint8_t { Plain, Good, Bad, Faint };
-  void addTitle(std::string_view title, std::string_view rest, Tone tone = Tone::Plain);
+  void addTitle(std::string_view title, std::string_view rest,
+                Words::Tone tone = Words::Tone::Plain);
 
   void add(std::size_t level, std::string_view text);
   void addBlank();
 
   /// A line of phrases behind a label, each with a swatch of its colour if the terminal has
   /// colours. Nothing without phrases.
-  void addPhrases(std::size_t level, std::string_view label, std::span<StylePhrase const> phrases,
-                  std::string_view end);
+  void addPhrases(std::size_t level, std::string_view label,
+                  std::span<Words::StylePhrase const> phrases, std::string_view end);
 
   /// A row of a phrase, padded to `width`, and a text. The swatch, or its place, stands before it.
-  void addPhrase(std::size_t level, StylePhrase const& phrase, std::size_t width,
+  void addPhrase(std::size_t level, Words::StylePhrase const& phrase, std::size_t width,
                  std::string_view right);
 
   /// A row of two columns, the first padded to `width`; both are cut to fit the line.

@@ -16,12 +16,12 @@
 #include "DOM/CellStyle.h"
 #include "DOM/SetProperties.h"
 #include "FormulaModel/FormulaValueAccess.h"
+#include "analysis/Shared/SheetRules.h"
 #include "tool/Output/RuleCounts.h"
-#include "tool/Output/RulesOutput.h"
-#include "tool/Text/ConditionText.h"
-#include "tool/Text/Moment.h"
-#include "tool/Text/Printable.h"
-#include "tool/Text/StyleText.h"
+#include "words/ConditionText.h"
+#include "words/Moment.h"
+#include "words/Printable.h"
+#include "words/StyleText.h"
 
 namespace Zorv::Tool {
 
@@ -34,12 +34,12 @@ using Json = nlohmann::ordered_json;
 constexpr int jsonVersion = 1;
 
 std::string dump(Json const& json, int indent = -1) {
-  return escapeUnprintable(json.dump(indent, ' ', false, Json::error_handler_t::replace));
+  return Words::escapeUnprintable(json.dump(indent, ' ', false, Json::error_handler_t::replace));
 }
 
 /// True if a text can be quoted as it is.
 bool needsNoEscape(std::string_view text) noexcept {
-  return isPlain(text) && text.find_first_of("\"\\") == std::string_view::npos;
+  return Words::isPlain(text) && text.find_first_of("\"\\") == std::string_view::npos;
 }
 
 class ValueToJson : public boost::static_visitor<Json> {
@@ -54,9 +54,9 @@ public:
 };
 
 Json propertyToJson(DOM::BorderLine const& line) {
-  Json json = {{"style", toText(line.style)}};
+  Json json = {{"style", Words::toText(line.style)}};
   if (line.colour) {
-    json["colour"] = toText(*line.colour);
+    json["colour"] = Words::toText(*line.colour);
   }
   return json;
 }
@@ -74,7 +74,7 @@ Json propertyToJson(DOM::GradientFill const& gradient) {
   }
   auto& stops = json["stops"] = Json::array();
   for (DOM::GradientStop const& stop : gradient.stops) {
-    stops.push_back({{"position", stop.position}, {"colour", toText(stop.colour)}});
+    stops.push_back({{"position", stop.position}, {"colour", Words::toText(stop.colour)}});
   }
   return json;
 }
@@ -84,7 +84,7 @@ Json propertyToJson(Value const& value) {
   if constexpr (std::is_arithmetic_v<Value> || std::is_same_v<Value, std::string>) {
     return value;
   } else {
-    return toText(value);
+    return Words::toText(value);
   }
 }
 
@@ -97,7 +97,7 @@ Json styleToJson(DOM::CellStyle const& style) {
 }
 
 Json toJson(std::optional<DOM::Colour> const& colour) {
-  return colour ? Json(toText(*colour)) : Json(nullptr);
+  return colour ? Json(Words::toText(*colour)) : Json(nullptr);
 }
 
 Json toJson(Visuals::Threshold const& threshold) {
@@ -114,7 +114,7 @@ struct VisualToJson {
     auto points = Json::array();
     for (auto const& point : scale.points) {
       auto json = toJson(point.threshold);
-      json["colour"] = toText(point.colour);
+      json["colour"] = Words::toText(point.colour);
       points.push_back(std::move(json));
     }
     return {{"points", points}};
@@ -160,7 +160,7 @@ Json describeRun(Selection const& selection) {
   auto const now = std::chrono::floor<std::chrono::seconds>(options.timeZone.toLocal(options.now));
   return {{"version", jsonVersion},
           {"file", selection.getFile()},
-          {"now", toText(now)},
+          {"now", Words::toText(now)},
           {"timeZone", options.timeZone.getName()},
           {"locale", options.localeName}};
 }
@@ -169,7 +169,7 @@ Json toJson(Problem const& problem, Workbook::Document const& document) {
   auto const& rule = *problem.rule;
   Json json = {{"rule", rule.number},
                {"sheet", document.getSheets()[rule.sheet].name},
-               {"ranges", describeRanges(rule)},
+               {"ranges", Words::describeRanges(rule)},
                {"problem", toText(problem.kind)},
                {"reason", problem.reason}};
   if (problem.kind == ProblemKind::Failed) {
@@ -212,7 +212,7 @@ Json toJson(Workbook::Rule const& rule, std::string const& condition, std::strin
 /// A rule with its formulas, and its style or the reason why it is not resolved.
 Json describeRule(Workbook::Document const& document, Workbook::Rule const& rule) {
   auto json =
-      toJson(rule, describeCondition(rule),
+      toJson(rule, Words::describeCondition(rule),
              rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges));
   json["formulas"] = rule.formulas;
   json["resolved"] = rule.isResolved();
@@ -223,7 +223,7 @@ Json describeRule(Workbook::Document const& document, Workbook::Rule const& rule
   if (rule.visual != nullptr) {
     json["visual"] = std::visit(VisualToJson(), rule.visual->kind);
   } else {
-    json["style"] = styleToJson(findStyle(document, rule));
+    json["style"] = styleToJson(Analysis::findRuleStyle(document, rule));
   }
   json["doubts"] = rule.doubts;
   return json;
@@ -253,8 +253,8 @@ std::string toJsonText(std::span<Workbook::Rule const* const> deciding) {
   constexpr std::size_t widestCondition = 200;
   auto rules = Json::array();
   for (auto const* rule : deciding) {
-    rules.push_back(
-        toJson(*rule, shorten(describeCondition(*rule), widestCondition), describeRanges(*rule)));
+    rules.push_back(toJson(*rule, Words::shorten(Words::describeCondition(*rule), widestCondition),
+                           Words::describeRanges(*rule)));
   }
   return dump(rules);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <exception>
 #include <string>
 #include <string_view>
 
@@ -18,9 +17,6 @@ enum class ProblemKind : std::uint8_t {
 
 /// The word for a kind in messages and JSON.
 [[nodiscard]] std::string_view toText(ProblemKind kind) noexcept;
-
-/// What an exception says, shortened for a message.
-[[nodiscard]] std::string describeProblem(std::exception_ptr const& problem);
 
 /// What is not as it should be about one rule.
 struct Problem {

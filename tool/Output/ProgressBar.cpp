@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "tool/Text/Printable.h"
+#include "words/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -27,7 +27,7 @@ ProgressBar::~ProgressBar() { clear(); }
 void ProgressBar::begin(std::string_view what, std::uint64_t stepCount) {
   clear();
   if (_isTerminal) {
-    _what = cutToWidth(toPrintable(what), longestName);
+    _what = Words::cutToWidth(Words::toPrintable(what), longestName);
     _stepCount = std::max<std::uint64_t>(1, stepCount);
     _lastDrawn = _readClock();
   }
@@ -56,7 +56,7 @@ void ProgressBar::draw(std::uint64_t stepsDone) {
   auto const line = fmt::format("[{:<{}}] {:3} % {}", std::string(filled, '#'), barWidth,
                                 100 * stepsDone / _stepCount, _what);
   _terminal << '\r' << line << std::flush;
-  _widthDrawn = std::max(_widthDrawn, displayWidth(line));
+  _widthDrawn = std::max(_widthDrawn, Words::displayWidth(line));
 }
 
 }  // namespace Zorv::Tool

@@ -10,9 +10,10 @@
 
 #include "DOM/A1Notation.h"
 #include "tool/Output/RuleCounts.h"
-#include "tool/Text/Amounts.h"
-#include "tool/Text/ConditionText.h"
-#include "tool/Text/Printable.h"
+#include "words/AccountText.h"
+#include "words/Amounts.h"
+#include "words/ConditionText.h"
+#include "words/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -37,9 +38,9 @@ void throwLackOfMemory(std::exception_ptr const& problem) {
 std::string listKinds(std::map<std::string, RuleCounts::OfKind> const& kinds) {
   std::string text;
   for (auto const& [kind, ofKind] : kinds) {
-    text += fmt::format("{}{}", text.empty() ? " (" : ", ", countOf(ofKind.count, kind));
+    text += fmt::format("{}{}", text.empty() ? " (" : ", ", Words::countOf(ofKind.count, kind));
     if (!ofKind.reason.empty()) {
-      text += fmt::format(": {}{}", shorten(ofKind.reason, widestReason),
+      text += fmt::format(": {}{}", Words::shorten(ofKind.reason, widestReason),
                           ofKind.count > 1 ? ", and others" : "");
     }
   }
@@ -50,7 +51,7 @@ std::string listKinds(std::map<std::string, RuleCounts::OfKind> const& kinds) {
 std::string placeOf(Workbook::Finding const& finding) {
   std::string place;
   for (auto const* part : {&finding.part, &finding.sheet, &finding.range}) {
-    place += part->empty() ? "" : shorten(*part, widestQuote) + ": ";
+    place += part->empty() ? "" : Words::shorten(*part, widestQuote) + ": ";
   }
   return place;
 }
@@ -80,7 +81,7 @@ private:
 
 /// Problems with the same key are told in one sentence.
 std::string keyOf(Problem const& problem) {
-  return fmt::format("{}: {}: {}", toText(problem.kind), describeType(problem.rule->type),
+  return fmt::format("{}: {}: {}", toText(problem.kind), Words::describeType(problem.rule->type),
                      problem.reason);
 }
 
@@ -89,10 +90,10 @@ std::string toSentence(std::vector<Problem const*> const& problems) {
   auto const& first = *problems.front();
   switch (first.kind) {
     case ProblemKind::NotResolved:
-      return fmt::format("not resolved: {}: {}", describeType(first.rule->type),
-                         shorten(first.reason, widestQuote));
+      return fmt::format("not resolved: {}: {}", Words::describeType(first.rule->type),
+                         Words::shorten(first.reason, widestQuote));
     case ProblemKind::Doubtful:
-      return fmt::format("in doubt: {}", shorten(first.reason, widestQuote));
+      return fmt::format("in doubt: {}", Words::shorten(first.reason, widestQuote));
     case ProblemKind::Failed:
       break;
   }
@@ -100,7 +101,7 @@ std::string toSentence(std::vector<Problem const*> const& problems) {
   for (auto const* problem : problems) {
     cellCount += problem->cellCount;
   }
-  return fmt::format("cannot be evaluated for {}, first {}: {}", countOf(cellCount, "cell"),
+  return fmt::format("cannot be evaluated for {}, first {}: {}", Words::countOf(cellCount, "cell"),
                      DOM::A1Notation::toAddress(first.firstCell), first.reason);
 }
 
@@ -118,16 +119,6 @@ std::string_view toText(ProblemKind kind) noexcept {
   return "failed";
 }
 
-std::string describeProblem(std::exception_ptr const& problem) {
-  try {
-    std::rethrow_exception(problem);
-  } catch (std::exception const& error) {
-    return shorten(error.what(), widestQuote);
-  } catch (...) {
-    return "unknown error";
-  }
-}
-
 void Report::sayFindings() const {
   Groups<Workbook::Finding const*> groups;
   for (auto const& finding : _selection.getDocument().getFindings()) {
@@ -135,8 +126,9 @@ void Report::sayFindings() const {
   }
   for (auto const& [sentence, findings] : groups.get()) {
     auto const others = findings.size() - 1;
-    say(fmt::format("{}{}{}", Tool::placeOf(*findings.front()), *sentence,
-                    others == 0 ? "" : fmt::format(" (and {})", countOf(others, "more place"))));
+    say(fmt::format(
+        "{}{}{}", Tool::placeOf(*findings.front()), *sentence,
+        others == 0 ? "" : fmt::format(" (and {})", Words::countOf(others, "more place"))));
   }
   sayProblems(listStaticProblems());
 }
@@ -151,7 +143,7 @@ void Report::addFailure(Workbook::Rule const& rule, CellIndex cell,
   }
   _failures.emplace(rule.number, Problem{.rule = &rule,
                                          .kind = ProblemKind::Failed,
-                                         .reason = describeProblem(problem),
+                                         .reason = Words::describeProblem(problem),
                                          .cellCount = 1,
                                          .firstCell = cell});
 }
@@ -162,10 +154,10 @@ void Report::sayClipped(std::size_t sheet, std::vector<std::size_t> const& ruleN
   say(
       fmt::format("{}: ranges to the end of the sheet, and very large ones, are looked at {} "
                   "({} {}; --range names other cells)",
-                  shorten(nameOf(sheet), widestQuote),
+                  Words::shorten(nameOf(sheet), widestQuote),
                   used.empty() ? "nowhere, since the sheet has no cell"
                                : fmt::format("in {} alone", DOM::A1Notation::toAddress(used)),
-                  ruleNumbers.size() == 1 ? "rule" : "rules", listNumbers(ruleNumbers)));
+                  ruleNumbers.size() == 1 ? "rule" : "rules", Words::listNumbers(ruleNumbers)));
 }
 
 void Report::saySparse(std::size_t sheet, std::uint64_t positions) {
@@ -173,7 +165,7 @@ void Report::saySparse(std::size_t sheet, std::uint64_t positions) {
   say(
       fmt::format("{}: the rules cover {} positions; only those that hold a cell are looked at "
                   "(--range names fewer)",
-                  shorten(nameOf(sheet), widestQuote), positions));
+                  Words::shorten(nameOf(sheet), widestQuote), positions));
 }
 
 void Report::saySummary() const {
@@ -183,13 +175,14 @@ void Report::saySummary() const {
   }
   sayProblems(failures);
   if (_checked) {
-    say(fmt::format("{}, {}, {}", countOf(_checked->errors, "error"),
-                    countOf(_checked->warnings, "warning"), countOf(_checked->notes, "note")));
+    say(fmt::format("{}, {}, {}", Words::countOf(_checked->errors, "error"),
+                    Words::countOf(_checked->warnings, "warning"),
+                    Words::countOf(_checked->notes, "note")));
   }
   RuleCounts const counts(_selection.getRules());
-  auto line = fmt::format("{} read, {} resolved, {} not resolved{}", countOf(counts.read, "rule"),
-                          counts.resolved, counts.read - counts.resolved,
-                          listKinds(counts.notResolvedByKind));
+  auto line = fmt::format("{} read, {} resolved, {} not resolved{}",
+                          Words::countOf(counts.read, "rule"), counts.resolved,
+                          counts.read - counts.resolved, listKinds(counts.notResolvedByKind));
   if (counts.doubtful > 0) {
     line += fmt::format("; {} in doubt", counts.doubtful);
   }
@@ -218,7 +211,8 @@ bool Report::isClean() const {
 }
 
 void Report::say(std::string_view message) const {
-  _err << toMessageLine(fmt::format("{}: {}", shorten(_selection.getFile(), widestQuote), message))
+  _err << Words::toMessageLine(
+              fmt::format("{}: {}", Words::shorten(_selection.getFile(), widestQuote), message))
        << '\n';
 }
 
@@ -237,8 +231,9 @@ void Report::sayProblems(std::vector<Problem> const& problems) const {
     for (auto const* problem : ofKey) {
       numbers.push_back(problem->rule->number);
     }
-    say(fmt::format("{} and {}: rules {}: {}", place, countOf(ofKey.size() - 1, "more place"),
-                    listNumbers(numbers), toSentence(ofKey)));
+    say(fmt::format("{} and {}: rules {}: {}", place,
+                    Words::countOf(ofKey.size() - 1, "more place"), Words::listNumbers(numbers),
+                    toSentence(ofKey)));
   }
 }
 
@@ -273,7 +268,8 @@ std::string const& Report::nameOf(std::size_t sheet) const {
 }
 
 std::string Report::placeOf(Workbook::Rule const& rule) const {
-  return fmt::format("{}!{}", shorten(nameOf(rule.sheet), widestQuote), describeRanges(rule));
+  return fmt::format("{}!{}", Words::shorten(nameOf(rule.sheet), widestQuote),
+                     Words::describeRanges(rule));
 }
 
 }  // namespace Zorv::Tool

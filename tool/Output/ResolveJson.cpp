@@ -7,7 +7,7 @@
 #include "tool/Output/JsonText.h"
 #include "tool/Output/ResolveOutput.h"
 #include "tool/Output/VisualJson.h"
-#include "tool/Text/CellText.h"
+#include "words/CellText.h"
 
 namespace Zorv::Tool {
 
@@ -64,7 +64,7 @@ private:
   }
 
   Selection const& _selection;
-  CellFormatter _formatter;
+  Words::CellFormatter _formatter;
   Report const& _report;
   OutputBuffer& _out;
   StyleTextCache _styles;

@@ -8,9 +8,9 @@
 #include "tool/Output/JsonText.h"
 #include "tool/Output/ResolveOutput.h"
 #include "tool/Output/VisualJson.h"
-#include "tool/Text/CellText.h"
-#include "tool/Text/StyleText.h"
-#include "tool/Text/VisualText.h"
+#include "words/CellText.h"
+#include "words/StyleText.h"
+#include "words/VisualText.h"
 
 // Resolved cells one a line, each line complete in itself.
 namespace Zorv::Tool {
@@ -25,7 +25,7 @@ std::string listRuleNumbers(std::span<Workbook::Rule const* const> rules) {
   return numbers;
 }
 
-std::string_view shownText(ResolvedCell const& cell, CellFormatter& formatter) {
+std::string_view shownText(ResolvedCell const& cell, Words::CellFormatter& formatter) {
   auto const* const cellObject = cell.cellInfo.getCell();
   return cellObject == nullptr
              ? std::string_view()
@@ -46,18 +46,19 @@ public:
 
   void add(ResolvedCell const& cell) override {
     auto const* const cellObject = cell.cellInfo.getCell();
-    auto const& style = _styles.getOrCreate(cell.style, [&] { return describe(cell.getStyle()); });
+    auto const& style =
+        _styles.getOrCreate(cell.style, [&] { return Words::describe(cell.getStyle()); });
     auto const& rules =
         _rules.getOrCreate(cell.deciding, [&] { return listRuleNumbers(cell.deciding); });
     _lines.addLine({_sheet, DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex()),
-                    cellObject != nullptr ? toRawText(cellObject->value) : "",
-                    shownText(cell, _formatter), style, describe(cell.visuals), rules});
+                    cellObject != nullptr ? Words::toRawText(cellObject->value) : "",
+                    shownText(cell, _formatter), style, Words::describe(cell.visuals), rules});
   }
 
   void finish() override {}
 
 private:
-  CellFormatter _formatter;
+  Words::CellFormatter _formatter;
   FieldLines _lines;
   std::string _sheet;
   StyleTextCache _styles;
@@ -97,7 +98,7 @@ public:
 
 private:
   Selection const& _selection;
-  CellFormatter _formatter;
+  Words::CellFormatter _formatter;
   OutputBuffer& _out;
   std::string _front;  ///< the first members of each line
   StyleTextCache _styles;

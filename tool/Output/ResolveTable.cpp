@@ -7,12 +7,12 @@
 #include "tool/Output/CellTextCaches.h"
 #include "tool/Output/ColumnWidths.h"
 #include "tool/Output/ResolveOutput.h"
-#include "tool/Text/CellText.h"
-#include "tool/Text/ConditionText.h"
-#include "tool/Text/Printable.h"
-#include "tool/Text/StyleText.h"
 #include "tool/Text/TextTable.h"
-#include "tool/Text/VisualText.h"
+#include "words/CellText.h"
+#include "words/ConditionText.h"
+#include "words/Printable.h"
+#include "words/StyleText.h"
+#include "words/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -22,8 +22,8 @@ namespace {
 std::string describeDecidingRule(Workbook::Rule const& rule) {
   auto const priority =
       rule.priority ? fmt::format("priority {}", *rule.priority) : std::string("no priority");
-  return fmt::format("{}: {} on {} ({}{})", rule.number, describeCondition(rule),
-                     describeRanges(rule), priority, rule.stopIfTrue ? ", stops" : "");
+  return fmt::format("{}: {} on {} ({}{})", rule.number, Words::describeCondition(rule),
+                     Words::describeRanges(rule), priority, rule.stopIfTrue ? ", stops" : "");
 }
 
 /// The rules, or as many as are wider than the column.
@@ -40,14 +40,15 @@ std::string describeDecidingRules(std::span<Workbook::Rule const* const> rules) 
 
 /// The texts of a style, unless it sets nothing, and of visuals.
 std::string addVisuals(std::string const& style, Visuals::CellVisuals const& visuals) {
-  static std::string const nothing = describe(DOM::CellStyle());
-  return style == nothing ? describe(visuals) : fmt::format("{}, {}", style, describe(visuals));
+  static std::string const nothing = Words::describe(DOM::CellStyle());
+  return style == nothing ? Words::describe(visuals)
+                          : fmt::format("{}, {}", style, Words::describe(visuals));
 }
 
 /// The colour that fills the cell.
 std::optional<DOM::Colour> findShownFill(ResolvedCell const& cell) {
   auto const& scale = cell.visuals.scale;
-  return scale && !scale->isBehindFill ? scale->colour : findFillColour(cell.getStyle());
+  return scale && !scale->isBehindFill ? scale->colour : Words::findFillColour(cell.getStyle());
 }
 
 class ResolveTable final : public ResolveOutput {
@@ -63,16 +64,17 @@ public:
                out, terminal) {}
 
   void beginSheet(Workbook::Sheet const& sheet) override {
-    _sheet = shorten(sheet.name, ColumnWidths::name);
+    _sheet = Words::shorten(sheet.name, ColumnWidths::name);
   }
 
   void add(ResolvedCell const& cell) override {
     auto const* const cellObject = cell.cellInfo.getCell();
     auto const* const format = cell.getStyle().getCellFormat().get();
-    auto const& style = _styles.getOrCreate(
-        cell.style, [&] { return shorten(describe(cell.getStyle()), ColumnWidths::style); });
+    auto const& style = _styles.getOrCreate(cell.style, [&] {
+      return Words::shorten(Words::describe(cell.getStyle()), ColumnWidths::style);
+    });
     auto const& rules = _rules.getOrCreate(cell.deciding, [&] {
-      return shorten(describeDecidingRules(cell.deciding), ColumnWidths::rules);
+      return Words::shorten(describeDecidingRules(cell.deciding), ColumnWidths::rules);
     });
     auto const address = DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex());
     _table.addRow(
@@ -84,7 +86,7 @@ public:
   void finish() override { _table.finish(); }
 
 private:
-  CellFormatter _formatter;
+  Words::CellFormatter _formatter;
   TextTable _table;
   std::string _sheet;
   StyleTextCache _styles;

@@ -1,6 +1,6 @@
 #include "tool/Output/RuleCounts.h"
 
-#include "tool/Text/ConditionText.h"
+#include "words/ConditionText.h"
 
 namespace Zorv::Tool {
 
@@ -12,7 +12,7 @@ RuleCounts::RuleCounts(std::vector<Workbook::Rule const*> const& rules) : read(r
       unknownFunctions.insert(rule->unknownFunctions.begin(), rule->unknownFunctions.end());
       continue;
     }
-    auto& ofKind = notResolvedByKind[describeType(rule->type)];
+    auto& ofKind = notResolvedByKind[Words::describeType(rule->type)];
     if (++ofKind.count == 1) {
       ofKind.reason = rule->unresolvedReason;
     }

@@ -22,7 +22,7 @@ struct RuleCounts {
   std::size_t read = 0;
   std::size_t resolved = 0;
   std::size_t doubtful = 0;                         ///< resolved, but with doubts
-  std::map<std::string, OfKind> notResolvedByKind;  ///< by describeType()
+  std::map<std::string, OfKind> notResolvedByKind;  ///< by Words::describeType()
   /// Functions in the formulas that the formula engine does not have: they evaluate to `#NAME?`.
   std::set<std::string> unknownFunctions;
 };

@@ -3,12 +3,13 @@
 #include <fmt/format.h>
 
 #include "DOM/A1Notation.h"
+#include "analysis/Shared/SheetRules.h"
 #include "tool/Output/FieldLines.h"
 #include "tool/Output/JsonText.h"
 #include "tool/Output/RulesOutput.h"
-#include "tool/Text/ConditionText.h"
-#include "tool/Text/StyleText.h"
-#include "tool/Text/VisualText.h"
+#include "words/ConditionText.h"
+#include "words/StyleText.h"
+#include "words/VisualText.h"
 
 // Rules one a line, each line complete in itself.
 namespace Zorv::Tool {
@@ -23,9 +24,10 @@ std::string describeProblem(Workbook::Rule const& rule) {
 /// The style of a condition, or what a visual rule draws.
 std::string describeGiven(Workbook::Document const& document, Workbook::Rule const& rule) {
   if (rule.visual != nullptr) {
-    return describeDrawing(rule.visual->kind);
+    return Words::describeDrawing(rule.visual->kind);
   }
-  return rule.format != nullptr ? describe(findStyle(document, rule)) : std::string();
+  return rule.format != nullptr ? Words::describe(Analysis::findRuleStyle(document, rule))
+                                : std::string();
 }
 
 void printRuleFields(Workbook::Document const& document, Workbook::Rule const& rule,
@@ -33,7 +35,7 @@ void printRuleFields(Workbook::Document const& document, Workbook::Rule const& r
   lines.addLine({document.getSheets()[rule.sheet].name, std::to_string(rule.number), rule.type,
                  rule.priority ? std::to_string(*rule.priority) : "", rule.stopIfTrue ? "1" : "0",
                  rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges),
-                 describeCondition(rule), fmt::format("{}", fmt::join(rule.formulas, " ; ")),
+                 Words::describeCondition(rule), fmt::format("{}", fmt::join(rule.formulas, " ; ")),
                  describeGiven(document, rule), rule.isResolved() ? "1" : "0",
                  describeProblem(rule)});
 }

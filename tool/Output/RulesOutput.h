@@ -15,9 +15,4 @@ void printRulesFields(Selection const& selection, bool isFirstFile, OutputBuffer
 /// Prints them as one JSON object a line.
 void printRulesJsonLines(Selection const& selection, OutputBuffer& out);
 
-/// The properties that a resolved rule's named style sets, with inherited ones; none if it has no
-/// named style.
-[[nodiscard]] DOM::CellStyle findStyle(Workbook::Document const& document,
-                                       Workbook::Rule const& rule);
-
 }  // namespace Zorv::Tool

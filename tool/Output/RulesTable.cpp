@@ -2,13 +2,13 @@
 
 #include <fmt/format.h>
 
-#include "ConditionalFormatters/CndFrmt_StyleHierarchy.h"
+#include "analysis/Shared/SheetRules.h"
 #include "tool/Output/ColumnWidths.h"
 #include "tool/Output/RulesOutput.h"
-#include "tool/Text/ConditionText.h"
-#include "tool/Text/StyleText.h"
 #include "tool/Text/TextTable.h"
-#include "tool/Text/VisualText.h"
+#include "words/ConditionText.h"
+#include "words/StyleText.h"
+#include "words/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -19,8 +19,9 @@ std::string describeResult(Workbook::Document const& document, Workbook::Rule co
   if (!rule.isResolved()) {
     return fmt::format("not resolved: {}", rule.unresolvedReason);
   }
-  auto const style = rule.visual != nullptr ? describeDrawing(rule.visual->kind)
-                                            : describe(findStyle(document, rule));
+  auto const style = rule.visual != nullptr
+                         ? Words::describeDrawing(rule.visual->kind)
+                         : Words::describe(Analysis::findRuleStyle(document, rule));
   return rule.doubts.empty()
              ? style
              : fmt::format("{} (in doubt: {})", style, fmt::join(rule.doubts, ", "));
@@ -28,7 +29,8 @@ std::string describeResult(Workbook::Document const& document, Workbook::Rule co
 
 std::optional<DOM::Colour> findSwatch(Workbook::Document const& document,
                                       Workbook::Rule const& rule) {
-  return rule.format != nullptr ? findFillColour(findStyle(document, rule)) : std::nullopt;
+  return rule.format != nullptr ? Words::findFillColour(Analysis::findRuleStyle(document, rule))
+                                : std::nullopt;
 }
 
 }  // namespace
@@ -45,21 +47,14 @@ void printRulesTable(Selection const& selection, Terminal const& terminal, Outpu
                   out, terminal);
   for (auto const sheet : selection.getSheets()) {
     for (auto const* rule : selection.getRulesByPriority(sheet)) {
-      table.addRow(
-          {document.getSheets()[sheet].name, std::to_string(rule->number),
-           rule->priority ? std::to_string(*rule->priority) : "-", rule->stopIfTrue ? "yes" : "-",
-           describeRanges(*rule), describeCondition(*rule), describeResult(document, *rule)},
-          findSwatch(document, *rule));
+      table.addRow({document.getSheets()[sheet].name, std::to_string(rule->number),
+                    rule->priority ? std::to_string(*rule->priority) : "-",
+                    rule->stopIfTrue ? "yes" : "-", Words::describeRanges(*rule),
+                    Words::describeCondition(*rule), describeResult(document, *rule)},
+                   findSwatch(document, *rule));
     }
   }
   table.finish();
-}
-
-DOM::CellStyle findStyle(Workbook::Document const& document, Workbook::Rule const& rule) {
-  DOM::CellStyle style;
-  style.setParentUUID(rule.format->getStyleUUID());
-  return DOM::getOverridenAllPropsWithParentStyles(document.getStyles(), style,
-                                                   DOM::TrackChangesViewMode::Final);
 }
 
 }  // namespace Zorv::Tool

@@ -7,8 +7,8 @@
 #include "DOM/A1Notation.h"
 #include "tool/Output/ColumnWidths.h"
 #include "tool/Output/JsonText.h"
-#include "tool/Text/Printable.h"
 #include "tool/Text/TextTable.h"
+#include "words/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -85,7 +85,7 @@ void printCounts(Selection const& selection, TidyPlan const& plan, Terminal cons
 std::string describeOutcome(Selection const& selection, TidyPlan const& plan,
                             TidyResult const& result) {
   auto const counts = countRules(plan);
-  auto const target = toPrintable(selection.getOptions().tidy.target);
+  auto const target = Words::toPrintable(selection.getOptions().tidy.target);
   std::string const change =
       plan.changesNothing()
           ? fmt::format("{}, nothing to tidy", describeCount(counts.before))

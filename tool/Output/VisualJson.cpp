@@ -4,14 +4,14 @@
 
 #include <fmt/format.h>
 
-#include "tool/Text/StyleText.h"
+#include "words/StyleText.h"
 
 namespace Zorv::Tool {
 
 namespace {
 
 std::string quoteColour(std::optional<DOM::Colour> const& colour) {
-  return colour ? fmt::format("\"{}\"", toText(*colour)) : "null";
+  return colour ? fmt::format("\"{}\"", Words::toText(*colour)) : "null";
 }
 
 std::string quoteNumber(std::optional<double> const& number) {

@@ -1,6 +1,6 @@
 #include "tool/Text/Delimited.h"
 
-#include "tool/Text/Printable.h"
+#include "words/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -25,10 +25,10 @@ void appendPrintable(std::string& line, std::string_view text, Separator separat
 }  // namespace
 
 void appendField(std::string& line, std::string_view text, Separator separator) {
-  if (isPlain(text)) {
+  if (Words::isPlain(text)) {
     appendPrintable(line, text, separator);
   } else {
-    appendPrintable(line, toPrintable(text), separator);
+    appendPrintable(line, Words::toPrintable(text), separator);
   }
 }
 

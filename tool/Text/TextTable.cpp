@@ -4,8 +4,8 @@
 #include <cassert>
 #include <utility>
 
-#include "tool/Text/Printable.h"
 #include "tool/Text/Swatch.h"
+#include "words/Printable.h"
 
 namespace Zorv::Tool {
 
@@ -55,14 +55,14 @@ void TextTable::finish() {
 }
 
 std::string TextTable::fit(std::string_view text, std::size_t column) const {
-  return shorten(toPrintable(text), _columns[column].widest);
+  return Words::shorten(Words::toPrintable(text), _columns[column].widest);
 }
 
 void TextTable::holdRow(std::span<std::string_view const> texts,
                         std::optional<DOM::Colour> const& swatch) {
   for (std::size_t column = 0; column < texts.size(); ++column) {
     _held.push_back(fit(texts[column], column));
-    _widths[column] = std::max(_widths[column], displayWidth(_held.back()));
+    _widths[column] = std::max(_widths[column], Words::displayWidth(_held.back()));
   }
   _heldSwatches.push_back(swatch);
 }
@@ -108,11 +108,11 @@ void TextTable::writeRow(std::span<std::string_view const> texts,
       writeSwatch(swatch);
     }
     auto const& text = texts[column];
-    if (text.size() <= _columns[column].widest && isPlain(text)) {
+    if (text.size() <= _columns[column].widest && Words::isPlain(text)) {
       writeText(text, text.size(), column);
     } else {
       auto const fitted = fit(text, column);
-      writeText(fitted, displayWidth(fitted), column);
+      writeText(fitted, Words::displayWidth(fitted), column);
     }
   }
   _out.text() += '\n';

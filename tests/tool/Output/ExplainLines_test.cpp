@@ -24,8 +24,8 @@ protected:
 
   static constexpr Terminal plain{.width = 50, .hasColours = false};
   static constexpr Terminal colourful{.width = 50, .hasColours = true};
-  std::vector<StylePhrase> phrases = {{"fillColour", "fill #FF0000", DOM::Colour{255, 0, 0}},
-                                      {"bold", "bold", std::nullopt}};
+  std::vector<Words::StylePhrase> phrases = {{"fillColour", "fill #FF0000", DOM::Colour{255, 0, 0}},
+                                             {"bold", "bold", std::nullopt}};
 };
 
 TEST_F(ExplainLinesTest, LongLinesGoOnBetweenWords) {
@@ -76,7 +76,7 @@ TEST_F(ExplainLinesTest, RowsOfPhrasesAreAlignedWithAndWithoutSwatches) {
 
 TEST_F(ExplainLinesTest, TitlesAreColoured) {
   auto const write = [](ExplainLines& lines) {
-    lines.addTitle("Rule 1 holds", "cell > 5", ExplainLines::Tone::Good);
+    lines.addTitle("Rule 1 holds", "cell > 5", Words::Tone::Good);
   };
   EXPECT_EQ(print(plain, write), "Rule 1 holds: cell > 5\n");
   EXPECT_EQ(print(colourful, write), "\x1B[1;32mRule 1 holds\x1B[0m: cell > 5\n");

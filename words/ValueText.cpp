@@ -1,4 +1,4 @@
-#include "tool/Text/ValueText.h"
+#include "words/ValueText.h"
 
 #include <cmath>
 #include <optional>
@@ -9,9 +9,9 @@
 #include "FormulaModel/FormulaValueAccess.h"
 #include "OfficeUtils/FormulaValueCast.h"
 #include "OfficeUtils/SerialDate.h"
-#include "tool/Text/Printable.h"
+#include "words/Printable.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -76,4 +76,4 @@ std::string_view describeKind(FormulaModel::FormulaValue const& value) noexcept 
   }
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

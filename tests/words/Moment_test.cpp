@@ -1,4 +1,4 @@
-#include "tool/Text/Moment.h"
+#include "words/Moment.h"
 
 #include <chrono>
 #include <optional>
@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 namespace {
 
 using namespace std::chrono_literals;
@@ -92,4 +92,4 @@ TEST(Moment, SkippedByTheClocksIsNone) {
 }
 
 }  // namespace
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

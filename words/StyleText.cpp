@@ -1,4 +1,4 @@
-#include "tool/Text/StyleText.h"
+#include "words/StyleText.h"
 
 #include <array>
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 #include "DOM/SetProperties.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -210,4 +210,4 @@ std::string describe(DOM::CellStyle const& style) {
   return text.empty() ? "nothing" : text;
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

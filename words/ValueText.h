@@ -6,7 +6,7 @@
 #include "FormulaModel/FormulaValue.h"
 #include "OfficeUtils/LocaleContext.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 /// How a number in a sentence is meant.
 enum class NumberMeaning : bool { Number, Date };
@@ -20,4 +20,4 @@ enum class NumberMeaning : bool { Number, Date };
 /// The kind of a value with its article: `a number`, `an error`, `the empty value`.
 [[nodiscard]] std::string_view describeKind(FormulaModel::FormulaValue const& value) noexcept;
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

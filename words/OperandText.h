@@ -5,9 +5,9 @@
 #include "FormulaModel/FormulaValue.h"
 #include "OfficeUtils/LocaleContext.h"
 #include "analysis/Explain/CellAccount.h"
-#include "tool/Text/ValueText.h"
+#include "words/ValueText.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 /// How the condition of a rule was tested, in words: `6410.5 > 5000 is true`, `the average of 12
 /// numbers is 3811.5`. Empty for a condition without operands, and for a formula, whose trace says
@@ -17,4 +17,4 @@ namespace Zorv::Tool {
                                        NumberMeaning meaning,
                                        OfficeUtils::LocaleContext const& locale);
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -6,7 +6,7 @@
 #include "visuals/VisualFormat.h"
 
 /// Colour scales, data bars and icon sets in words.
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 /// What a cell gets: `scale #F8696B`, `bar 37% #638EC6`, `icon 3Arrows 2 of 3`, separated by
 /// commas; then `value hidden`. Empty if there is nothing.
@@ -24,4 +24,4 @@ namespace Zorv::Tool {
 /// `icons 3Arrows, reversed`.
 [[nodiscard]] std::string describeDrawing(Visuals::VisualKind const& kind);
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

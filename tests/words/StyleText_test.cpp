@@ -1,4 +1,4 @@
-#include "tool/Text/StyleText.h"
+#include "words/StyleText.h"
 
 #include <memory>
 #include <string>
@@ -8,7 +8,7 @@
 
 #include "DOM/SetProperties.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 namespace {
 
 DOM::CellStyle makeStyle(DOM::CellProps cell, DOM::RunProps run = {}, DOM::ParaProps para = {}) {
@@ -95,4 +95,4 @@ TEST(StyleText, VisitsSetPropertiesInTheOrderOfTheirMembers) {
 }
 
 }  // namespace
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

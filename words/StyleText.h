@@ -9,7 +9,7 @@
 #include "DOM/StyleProps.h"
 
 /// Styles as text, in UTF-8.
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 /// `#RRGGBB`, or `#RRGGBBAA` where the colour is not opaque.
 [[nodiscard]] std::string toText(DOM::Colour const& colour);
@@ -47,4 +47,4 @@ struct StylePhrase {
 /// has no other, or the first of a gradient.
 [[nodiscard]] std::optional<DOM::Colour> findFillColour(DOM::CellStyle const& style);
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

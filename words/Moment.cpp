@@ -1,11 +1,11 @@
-#include "tool/Text/Moment.h"
+#include "words/Moment.h"
 
 #include <algorithm>
 #include <cstddef>
 
 #include <fmt/format.h>
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -124,4 +124,4 @@ std::optional<TimePoint> toMoment(CivilTime const& time, DOM::TimeZone const& ti
                      : toMoment(time.local, timeZone);
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

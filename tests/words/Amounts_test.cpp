@@ -1,10 +1,10 @@
-#include "tool/Text/Amounts.h"
+#include "words/Amounts.h"
 
 #include <vector>
 
 #include <gtest/gtest.h>
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 namespace {
 
 using std::chrono::milliseconds;
@@ -54,4 +54,4 @@ TEST(Amounts, ALongListIsCut) {
 }
 
 }  // namespace
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -1,4 +1,4 @@
-#include "tool/Text/CellText.h"
+#include "words/CellText.h"
 
 #include <array>
 #include <charconv>
@@ -12,7 +12,7 @@
 #include "OfficeUtils/FormulaValueCast.h"
 #include "OfficeUtils/SerialDate.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -117,4 +117,4 @@ std::string CellFormatter::formatNumber(double number, NumberFormat const& forma
   return *std::move(text);
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -1,8 +1,8 @@
-#include "tool/Text/VisualText.h"
+#include "words/VisualText.h"
 
 #include <gtest/gtest.h>
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 namespace {
 
 using Visuals::ThresholdKind;
@@ -80,4 +80,4 @@ TEST(VisualText, IconsAreThoseOfTheSetOrOwnOnes) {
 }
 
 }  // namespace
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -7,7 +7,7 @@
 /// Texts from files and arguments, made fit for one line of a terminal.
 ///
 /// Texts of printable ASCII alone take the time of a scan.
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 /// A text without anything that moves the cursor, changes the terminal or reorders other text:
 /// control characters, line ends and format characters become spaces, bytes that are not UTF-8 the
@@ -35,4 +35,4 @@ namespace Zorv::Tool {
 /// True for printable ASCII: such a text is printable as it is, and as wide as it is long.
 [[nodiscard]] bool isPlain(std::string_view text) noexcept;
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -1,4 +1,4 @@
-#include "tool/Text/Printable.h"
+#include "words/Printable.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -156,4 +156,4 @@ std::string toMessageLine(std::string_view text) {
          toPrintable(text.substr(text.size() - longestEnd));
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -1,4 +1,4 @@
-#include "tool/Text/ConditionText.h"
+#include "words/ConditionText.h"
 
 #include <array>
 #include <cstddef>
@@ -13,10 +13,10 @@
 #include "DOM/A1Notation.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "Formulas/WriteExpr.h"
-#include "tool/Text/Printable.h"
-#include "tool/Text/VisualText.h"
+#include "words/Printable.h"
+#include "words/VisualText.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -168,4 +168,4 @@ std::string describeRanges(Workbook::Rule const& rule) {
   return text;
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

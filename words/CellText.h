@@ -10,7 +10,7 @@
 #include "OfficeUtils/LocaleContext.h"
 #include "OfficeUtils/NumberFormat.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 /// Writes the values of cells as a sheet shows them: in their number formats.
 ///
@@ -42,4 +42,4 @@ private:
 /// empty.
 [[nodiscard]] std::string toRawText(FormulaModel::FormulaValue const& value);
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

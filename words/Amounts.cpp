@@ -1,4 +1,4 @@
-#include "tool/Text/Amounts.h"
+#include "words/Amounts.h"
 
 #include <array>
 #include <charconv>
@@ -7,7 +7,7 @@
 
 #include <fmt/format.h>
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -121,4 +121,4 @@ std::string listNumbers(std::span<std::size_t const> numbers) {
   return text;
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

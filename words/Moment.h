@@ -8,7 +8,7 @@
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/TimeZone.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 using LocalSeconds = std::chrono::local_seconds;
 
@@ -35,4 +35,4 @@ struct CivilTime {
 [[nodiscard]] std::optional<OfficeUtils::Clock::TimePoint> toMoment(CivilTime const& time,
                                                                     DOM::TimeZone const& timeZone);
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

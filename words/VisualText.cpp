@@ -1,4 +1,4 @@
-#include "tool/Text/VisualText.h"
+#include "words/VisualText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,9 +8,9 @@
 
 #include <fmt/format.h>
 
-#include "tool/Text/StyleText.h"
+#include "words/StyleText.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -180,4 +180,4 @@ std::string describeDrawing(Visuals::VisualKind const& kind) {
   return std::visit(DrawingDescriber(), kind);
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -1,4 +1,4 @@
-#include "tool/Output/OperandText.h"
+#include "words/OperandText.h"
 
 #include <optional>
 #include <string_view>
@@ -9,11 +9,11 @@
 
 #include "DOM/A1Notation.h"
 #include "DOM/ConditionalFormatOperator.h"
-#include "tool/Text/Amounts.h"
-#include "tool/Text/ConditionText.h"
-#include "tool/Text/Printable.h"
+#include "words/Amounts.h"
+#include "words/ConditionText.h"
+#include "words/Printable.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -146,4 +146,4 @@ std::string describeTest(Analysis::RuleAccount const& account, FormulaValue cons
   return std::visit(TestDescriber(account, value, meaning, locale), account.operands);
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -7,7 +7,7 @@
 #include "workbook/Rule.h"
 
 /// Rules in words.
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 /// Name of a kind of rule by its type in the file: "colour scale" for `colorScale`; the type itself
 /// if it has no other name.
@@ -26,4 +26,4 @@ namespace Zorv::Tool {
 /// be read are shortened.
 [[nodiscard]] std::string describeRanges(Workbook::Rule const& rule);
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -1,10 +1,10 @@
-#include "tool/Text/Printable.h"
+#include "words/Printable.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 namespace {
 
 TEST(Printable, WidthIsThatOnScreen) {
@@ -67,4 +67,4 @@ TEST(Printable, JsonEscapesWhatCannotBePrinted) {
 }
 
 }  // namespace
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

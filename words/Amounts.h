@@ -8,7 +8,7 @@
 #include <string_view>
 
 /// Amounts of memory and time, counts and lists of numbers, as people write them.
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 /// Bytes of a text such as `512M`, `2G` or `1048576`: a whole number and one of K, M, G, T for
 /// powers of 1024, in any letter case. Nothing for any other text, and for 0.
@@ -31,4 +31,4 @@ namespace Zorv::Tool {
 /// Ascending numbers, with neighbours together: `3 to 8, 12`. After some, the number of the others.
 [[nodiscard]] std::string listNumbers(std::span<std::size_t const> numbers);
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -1,10 +1,10 @@
-#include "tool/Text/ValueText.h"
+#include "words/ValueText.h"
 
 #include <gtest/gtest.h>
 
 #include "support/Values.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 namespace {
 
 using TestSupport::number;
@@ -42,4 +42,4 @@ TEST_F(ValueTextTest, TextsAreMadePrintableAndShort) {
 }
 
 }  // namespace
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -1,4 +1,4 @@
-#include "tool/Text/CellText.h"
+#include "words/CellText.h"
 
 #include <memory>
 #include <string>
@@ -8,7 +8,7 @@
 
 #include "OfficeUtils/FormulaValueCast.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 namespace {
 
 OfficeUtils::LocaleContext const& english() {
@@ -116,4 +116,4 @@ TEST(CellText, CellsWithoutAStyleAndOtherKindsOfValue) {
 }
 
 }  // namespace
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words
