@@ -122,9 +122,14 @@ struct PictureCell {
 
 /// Rule of a sheet that the picture shows.
 struct PictureRule {
-  std::size_t number = 0;     ///< in the workbook; see Workbook::Rule
-  std::string text;           ///< `formula $D4<TODAY()`
-  std::string ranges;         ///< `A4:G15`
+  std::size_t number = 0;             ///< in the workbook; see Workbook::Rule
+  std::string text;                   ///< the condition: `formula $D4<TODAY()`
+  std::string ranges;                 ///< `A4:G15`, shortened if there are many
+  std::vector<TableRange> areas;      ///< all its ranges, in the table
+  std::string style;                  ///< `fill #FFC7CE, bold`; of a visual rule, what it draws
+  std::optional<DOM::Colour> colour;  ///< stands for the rule in a list of them
+  std::optional<int> priority;
+  bool stopsWhereTrue = false;
   std::size_t cellCount = 0;  ///< cells of the picture that it has a part in
 };
 
