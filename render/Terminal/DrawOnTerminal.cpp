@@ -1,0 +1,172 @@
+#include "render/Terminal/DrawOnTerminal.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <utility>
+
+#include "render/Terminal/Canvas.h"
+#include "render/Terminal/CellPainter.h"
+#include "render/Terminal/CharacterGrid.h"
+#include "render/Terminal/RowBorders.h"
+
+namespace Zorv::Render {
+
+namespace {
+
+constexpr DOM::Colour sheetInk{0, 0, 0};
+constexpr DOM::Colour sheetGround{255, 255, 255};
+constexpr DOM::Colour headingGround{0xE6, 0xE6, 0xE6};
+constexpr DOM::Colour headingInk{0x44, 0x44, 0x44};
+
+/// Draws one sheet, row by row.
+class SheetDrawing {
+public:
+  SheetDrawing(SheetPicture const& sheet, TerminalOptions const& options, LineSink const& sink)
+      : _sheet(sheet),
+        _grid(sheet, options.width),
+        _depth(options.colours),
+        _sink(sink),
+        _steps(options.budget) {}
+
+  [[nodiscard]] std::size_t getColumnCount() const noexcept { return _grid.getColumnCount(); }
+
+  void draw() {
+    drawHeadings();
+    RowCells cells = findCells(0, {});
+    RowBorders borders = findBorders(0, cells);
+    drawTop(borders);
+    for (std::size_t row = 0; row < _sheet.rows.size(); ++row) {
+      auto nextCells = findCells(row + 1, cells);
+      auto nextBorders = findBorders(row + 1, nextCells);
+      drawRow(row, cells, borders, nextBorders);
+      cells = std::move(nextCells);
+      borders = std::move(nextBorders);
+    }
+  }
+
+private:
+  [[nodiscard]] bool hasColours() const noexcept { return _depth != ColourDepth::None; }
+
+  [[nodiscard]] CharacterStyle makeStyle(DOM::Colour const& ink, DOM::Colour const& ground) const {
+    return hasColours() ? CharacterStyle{.ink = ink, .ground = ground} : CharacterStyle{};
+  }
+
+  /// The cells of a row, given those of the row above. Rows are asked for one after the other.
+  RowCells findCells(std::size_t row, RowCells const& above) {
+    RowCells cells;
+    std::ranges::copy_if(above, std::back_inserter(cells), [row](PictureCell const* cell) {
+      return cell->row + cell->rowCount > row;
+    });
+    for (; _next < _sheet.cells.size() && _sheet.cells[_next].row == row; ++_next) {
+      if (_sheet.cells[_next].column < _grid.getColumnCount()) {
+        cells.push_back(&_sheet.cells[_next]);
+      }
+    }
+    _steps.count(cells.size() + 1);
+    return cells;
+  }
+
+  [[nodiscard]] RowBorders findBorders(std::size_t row, RowCells const& cells) const {
+    RowBorders borders(_grid.getColumnCount());
+    borders.add(_sheet, row, cells);
+    return borders;
+  }
+
+  void drawHeadings() {
+    auto const style = makeStyle(headingInk, headingGround);
+    Canvas canvas(_grid.getWidth(), {0, 1}, style);
+    for (std::uint32_t column = 0; column < _grid.getColumnCount(); ++column) {
+      auto const letters = toColumnLetters(_sheet.columns[column].index);
+      auto const places = _grid.findPlaces(column, 1);
+      putText(canvas, 0, places.begin + (places.size() - std::min(places.size(), letters.size())) / 2,
+              letters, style);
+    }
+    write(canvas);
+  }
+
+  void drawTop(RowBorders const& borders) {
+    if (auto const line = _grid.findBorderLine(0)) {
+      Canvas canvas(_grid.getWidth(), {*line, *line + 1}, makeStyle(sheetInk, sheetGround));
+      drawNumber(canvas, *line, std::string());
+      BorderPainter(_grid, hasColours(), canvas)
+          .paintBetween(*line, RowBorders(_grid.getColumnCount()), borders);
+      write(canvas);
+    }
+  }
+
+  void drawRow(std::size_t row, RowCells const& cells, RowBorders const& borders,
+               RowBorders const& nextBorders) {
+    auto const lines = _grid.findLines(static_cast<std::uint32_t>(row), 1);
+    auto const borderLine = _grid.findBorderLine(row + 1);
+    Canvas canvas(_grid.getWidth(), {lines.begin, lines.end + (borderLine ? 1 : 0)},
+                  makeStyle(sheetInk, sheetGround));
+    drawCells(row, cells, borders, canvas);
+    BorderPainter painter(_grid, hasColours(), canvas);
+    painter.paintBeside(lines, borders);
+    if (borderLine) {
+      painter.paintBetween(*borderLine, borders, nextBorders);
+    }
+    for (std::size_t line = canvas.getLines().begin; line < canvas.getLines().end; ++line) {
+      drawNumber(canvas, line,
+                 line == lines.begin ? std::to_string(_sheet.rows[row].index + 1) : std::string());
+    }
+    write(canvas);
+  }
+
+  void drawCells(std::size_t row, RowCells const& cells, RowBorders const& borders,
+                 Canvas& canvas) {
+    CellPainter painter(_sheet, _grid, borders, hasColours(), canvas);
+    if (hasColours()) {
+      painter.paintLine(row);
+      for (PictureCell const* const cell : cells) {
+        painter.paintGround(*cell);
+      }
+    }
+    for (PictureCell const* const cell : cells) {
+      painter.paintContent(*cell);
+    }
+  }
+
+  void drawNumber(Canvas& canvas, std::size_t line, std::string const& number) {
+    auto const style = makeStyle(headingInk, headingGround);
+    auto const places = _grid.getNumberPlaces();
+    for (std::size_t place = places.begin; place < places.end; ++place) {
+      canvas.putOnGround(line, place, {" ", 1, 0}, style);
+    }
+    // The gap is towards the columns.
+    std::size_t const end = places.end - (_sheet.rightToLeft ? 0 : 1);
+    putText(canvas, line, end - number.size(), number, style);
+  }
+
+  void putText(Canvas& canvas, std::size_t line, std::size_t place, std::string_view plain,
+               CharacterStyle const& style) {
+    for (char const letter : plain) {
+      canvas.putOnGround(line, place++, {std::string(1, letter), 1, 0}, style);
+    }
+  }
+
+  void write(Canvas const& canvas) {
+    for (std::size_t line = canvas.getLines().begin; line < canvas.getLines().end; ++line) {
+      _sink(canvas.writeLine(line, _depth));
+    }
+  }
+
+  SheetPicture const& _sheet;
+  CharacterGrid const _grid;
+  ColourDepth _depth;
+  LineSink const& _sink;
+  StepCounter _steps;
+  std::size_t _next = 0;  ///< index of the first cell below the rows so far
+};
+
+}  // namespace
+
+std::size_t drawOnTerminal(SheetPicture const& sheet, TerminalOptions const& options,
+                           LineSink const& sink) {
+  SheetDrawing drawing(sheet, options, sink);
+  drawing.draw();
+  return drawing.getColumnCount();
+}
+
+}  // namespace Zorv::Render
