@@ -13,7 +13,6 @@ struct BarPlace {
   bool fromRight = false;  ///< the bar's direction begins at the right edge
 };
 
-void paintBar(Visuals::ShownBar const& bar, BarPlace const& place, bool hasColours,
-              Canvas& canvas);
+void paintBar(Visuals::ShownBar const& bar, BarPlace const& place, bool hasColours, Canvas& canvas);
 
 }  // namespace Zorv::Render

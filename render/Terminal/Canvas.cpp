@@ -68,9 +68,8 @@ Canvas::Place* Canvas::find(std::size_t line, std::size_t place) noexcept {
 }
 
 Canvas::Place const* Canvas::find(std::size_t line, std::size_t place) const noexcept {
-  return _lines.contains(line) && place < _width
-             ? &_places[(line - _lines.begin) * _width + place]
-             : nullptr;
+  return _lines.contains(line) && place < _width ? &_places[(line - _lines.begin) * _width + place]
+                                                 : nullptr;
 }
 
 }  // namespace Zorv::Render

@@ -95,7 +95,8 @@ void CellPainter::paintGround(PictureCell const& cell) {
   }
   auto fill = _sheet.looks[cell.look].fill;
   if (cell.scaleColour) {
-    fill = {.pattern = DOM::FillPattern::Solid, .colour = *cell.scaleColour};
+    fill.pattern = DOM::FillPattern::Solid;
+    fill.colour = *cell.scaleColour;
   }
   auto lines = _grid.findLines(cell.row, cell.rowCount);
   lines.end += _grid.findBorderLine(cell.row + cell.rowCount) ? 1 : 0;
@@ -245,8 +246,7 @@ std::uint32_t CellPainter::countFreeAfter(PictureCell const& cell,
 }
 
 bool CellPainter::hasBorder(std::uint32_t column) const noexcept {
-  return column < _borders.beside.size() &&
-         _borders.beside[column].style != DOM::LineStyle::None;
+  return column < _borders.beside.size() && _borders.beside[column].style != DOM::LineStyle::None;
 }
 
 /// Leaves a character to the next column.

@@ -17,7 +17,8 @@ constexpr double pixelsOfCharacter = 7;  // the digit 0 of the usual font
 constexpr double pixelsOfLine = 20;      // a row of the default height
 constexpr std::size_t widestColumn = 255;
 constexpr std::size_t mostLinesOfRow = 30;
-constexpr std::size_t mostWidth = 32'768;  // of all columns, where nobody says how wide the output is
+constexpr std::size_t mostWidth =
+    32'768;  // of all columns, where nobody says how wide the output is
 
 std::size_t countCells(double pixels, double pixelsOfCell, std::size_t most) noexcept {
   double const count = std::round(pixels / pixelsOfCell);
@@ -37,7 +38,7 @@ std::size_t measureContent(PictureCell const& cell) {
 }
 
 void widenFor(PictureCell const& cell, Look const& look, std::size_t pixelWidth, ColumnNeed& need) {
-  if (cell.columnCount > 1 || isUpright(look) (cell.text.empty() && !cell.icon)) {
+  if (cell.columnCount > 1 || isUpright(look) || (cell.text.empty() && !cell.icon)) {
     return;
   }
   std::size_t const content = std::min(measureContent(cell), widestColumn);
@@ -88,8 +89,7 @@ void widenColumns(std::vector<std::size_t>& widths, std::vector<ColumnNeed> cons
 }
 
 std::vector<std::size_t> findColumnWidths(SheetPicture const& sheet,
-                                          std::vector<bool> const& hasBorder,
-                                          std::size_t room) {
+                                          std::vector<bool> const& hasBorder, std::size_t room) {
   auto const needs = findColumnNeeds(sheet);
   std::vector<std::size_t> widths(needs.size());
   std::ranges::transform(needs, widths.begin(), &ColumnNeed::natural);

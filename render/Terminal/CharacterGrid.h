@@ -14,10 +14,10 @@ namespace Zorv::Render {
 /// Where the columns and rows of a sheet lie among the characters and lines of a terminal.
 ///
 /// From left to right: the numbers of the rows, then the columns; the other way round in a sheet
-/// that is laid out from right to left. A column is about as wide as its pixels, and wide enough for
-/// its numbers. Columns are narrowed to what their cells hold if they do not all fit, and left out
-/// at the end if that is not enough. A row has one line, more for texts that wrap or stand upright.
-/// Between two columns, or two rows, is a place for a border where some cell has one.
+/// that is laid out from right to left. A column is about as wide as its pixels, and wide enough
+/// for its numbers. Columns are narrowed to what their cells hold if they do not all fit, and left
+/// out at the end if that is not enough. A row has one line, more for texts that wrap or stand
+/// upright. Between two columns, or two rows, is a place for a border where some cell has one.
 class CharacterGrid {
 public:
   /// `width` is that of the terminal; nothing: as many as the sheet needs, but not without end.

@@ -79,8 +79,9 @@ private:
     for (std::uint32_t column = 0; column < _grid.getColumnCount(); ++column) {
       auto const letters = toColumnLetters(_sheet.columns[column].index);
       auto const places = _grid.findPlaces(column, 1);
-      putText(canvas, 0, places.begin + (places.size() - std::min(places.size(), letters.size())) / 2,
-              letters, style);
+      putText(canvas, 0,
+              places.begin + (places.size() - std::min(places.size(), letters.size())) / 2, letters,
+              style);
     }
     write(canvas);
   }

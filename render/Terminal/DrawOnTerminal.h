@@ -12,7 +12,8 @@
 namespace Zorv::Render {
 
 struct TerminalOptions {
-  std::optional<std::size_t> width;  ///< columns of the terminal; nothing: as many as are needed
+  /// Columns of the terminal; nothing: as many as are needed.
+  std::optional<std::size_t> width = std::nullopt;
   ColourDepth colours = ColourDepth::None;
   WorkBudget* budget = nullptr;  ///< borrowed, null for no bound
 };

@@ -54,9 +54,8 @@ std::uint8_t toIndexedColour(DOM::Colour const& colour) noexcept {
   bool const isNearerToGrey =
       measureDistance(colour, greyLevel, greyLevel, greyLevel) <
       measureDistance(colour, cubeLevels[red], cubeLevels[green], cubeLevels[blue]);
-  return static_cast<std::uint8_t>(isNearerToGrey
-                                       ? firstGrey + static_cast<std::size_t>(grey)
-                                       : firstOfCube + 36 * red + 6 * green + blue);
+  return static_cast<std::uint8_t>(isNearerToGrey ? firstGrey + static_cast<std::size_t>(grey)
+                                                  : firstOfCube + 36 * red + 6 * green + blue);
 }
 
 void appendStyle(std::string& text, CharacterStyle const& style, ColourDepth depth) {

@@ -29,8 +29,8 @@ bool changesEmoji(UChar32 character, UChar32 previous) noexcept {
   constexpr UChar32 firstSelector = 0xFE00;
   constexpr UChar32 lastSelector = 0xFE0F;
   return (firstSelector <= character && character <= lastSelector) ||
-         (isEmoji(previous) && (character == joiner ||
-                                u_hasBinaryProperty(character, UCHAR_EMOJI_MODIFIER) != 0));
+         (isEmoji(previous) &&
+          (character == joiner || u_hasBinaryProperty(character, UCHAR_EMOJI_MODIFIER) != 0));
 }
 
 /// Builds glyphs from characters, one after the other.
@@ -83,7 +83,8 @@ Glyph const ellipsisGlyph{"…", 1, 0};
 /// Cuts a line that is too wide, or that has more behind it.
 void endWithEllipsis(GlyphLine& line, std::size_t width) {
   std::size_t const run = line.empty() ? 0 : line.back().run;
-  while (!line.empty() && measureWidth(line) + ellipsisGlyph.width > width) {
+  while (!line.empty() &&
+         (measureWidth(line) + ellipsisGlyph.width > width || line.back().text == " ")) {
     line.pop_back();
   }
   line.push_back(ellipsisGlyph);

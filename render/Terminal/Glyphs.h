@@ -17,8 +17,8 @@ struct Glyph {
 /// Splits any text into glyphs, at most `most`; the rest of the text is not looked at.
 ///
 /// Terminals disagree about how wide emoji are that are made of several. So joiners, variation
-/// selectors and skin tones in them are left out: what remains is as wide everywhere. Marks beyond a
-/// few on one character are left out, too. LF stays, as a glyph of no width.
+/// selectors and skin tones in them are left out: what remains is as wide everywhere. Marks beyond
+/// a few on one character are left out, too. LF stays, as a glyph of no width.
 [[nodiscard]] std::vector<Glyph> splitIntoGlyphs(std::string_view text, std::size_t most);
 
 using GlyphLine = std::vector<Glyph>;

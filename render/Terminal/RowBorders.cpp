@@ -20,9 +20,9 @@ void setBoxLine(BorderLine& place, BorderLine const& line) noexcept {
   }
 }
 
-/// The line that two rows have between them.
+/// The line that two rows have between them: the heavier of theirs.
 BorderLine const& chooseBoxLine(BorderLine const& below, BorderLine const& above) noexcept {
-  return isBoxLine(above) ? above : below;
+  return toLineWeight(above.style) > toLineWeight(below.style) ? above : below;
 }
 
 /// Lines that meet: left, right, up, down.
@@ -35,9 +35,8 @@ struct Crossing {
   }
   /// The heaviest of the lines; the character has its colour.
   [[nodiscard]] BorderLine const& getHeaviest() const noexcept {
-    return **std::ranges::max_element(arms, {}, [](BorderLine const* line) {
-      return toLineWeight(line->style);
-    });
+    return **std::ranges::max_element(
+        arms, {}, [](BorderLine const* line) { return toLineWeight(line->style); });
   }
 };
 

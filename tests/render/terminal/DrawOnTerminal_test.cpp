@@ -1,6 +1,9 @@
 #include "render/Terminal/DrawOnTerminal.h"
 
+#include <cstdint>
+#include <limits>
 #include <string>
+#include <string_view>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,9 +16,9 @@ namespace {
 
 using DOM::HorizontalAlignment;
 using DOM::LineStyle;
-using TestSupport::TerminalPicture;
 using testing::HasSubstr;
 using testing::Not;
+using TestSupport::TerminalPicture;
 
 TEST(DrawOnTerminal, TextsAndNumbersStandUnderTheirLetters) {
   TerminalPicture picture(3, 3);
@@ -63,7 +66,7 @@ TEST(DrawOnTerminal, ATextRunsOverEmptyNeighboursOnly) {
   EXPECT_EQ(picture.draw(),
             "      A        B        C\n"
             "1 a title that is long\n"
-            "2 a title that is … x\n"
+            "2 a title that is…  x\n"
             "3             from the right\n");
 }
 
@@ -73,9 +76,9 @@ TEST(DrawOnTerminal, ATextEndsBeforeABorder) {
   picture.edgesOf(picture.add(0, 1, "", CellContent::Empty)).left = {.style = LineStyle::Thin};
   picture.add(1, 0, "a title that is long").freeRight = 1;
   EXPECT_EQ(picture.draw(),
-            "       A           B\n"
-            "1 a title th… │\n"
-            "2 a title that is long\n");
+            "      A         B\n"
+            "1 a title… │\n"
+            "2 a title that is l…\n");
 }
 
 TEST(DrawOnTerminal, AColumnIsWideEnoughForItsNumbers) {
@@ -84,7 +87,7 @@ TEST(DrawOnTerminal, AColumnIsWideEnoughForItsNumbers) {
   picture.add(0, 0, "1,234,567.89", CellContent::Number);
   picture.add(1, 0, "a text of some length");
   EXPECT_EQ(picture.draw(),
-            "        A           B\n"
+            "        A          B\n"
             "1 1,234,567.89\n"
             "2 a text of s…\n");
 }
@@ -97,8 +100,8 @@ TEST(DrawOnTerminal, ColumnsAreNarrowedToFitATerminal) {
   picture.add(0, 0, "one");
   picture.add(0, 1, "two");
   picture.add(0, 2, "12", CellContent::Number);
-  EXPECT_EQ(picture.draw({.width = 14}),
-            "  A   B   C\n"
+  EXPECT_EQ(picture.draw({.width = 13}),
+            "   A   B   C\n"
             "1 one two 12\n");
 }
 
@@ -120,7 +123,7 @@ TEST(DrawOnTerminal, OneColumnIsDrawnOnTheNarrowestTerminal) {
   TerminalPicture picture(1, 2);
   picture.add(0, 0, "12345678", CellContent::Number);
   EXPECT_EQ(picture.draw({.width = 6}),
-            "    A\n"
+            "   A\n"
             "1 ###\n");
   EXPECT_NO_THROW(picture.draw({.width = 0}));
 }
@@ -201,7 +204,7 @@ TEST(DrawOnTerminal, WideCharactersTakeTwoColumns) {
   picture.add(2, 0, "日本語日本");
   picture.add(2, 1, "x");
   EXPECT_EQ(picture.draw(),
-            "       A          B\n"
+            "       A         B\n"
             "1 日本       x\n"
             "2 e\u0301e\u0301         x\n"
             "3 日本語日本 x\n");
@@ -229,56 +232,67 @@ TEST(DrawOnTerminal, IconsStandBeforeTheValue) {
             "2     ↓\n");
 }
 
+Visuals::DataBar makeRecord(DOM::Colour fill) {
+  Visuals::DataBar bar;
+  bar.fill = fill;
+  return bar;
+}
+
 /// A picture of one bar.
 TerminalPicture makeBar(Visuals::DataBar const& bar, Visuals::BarExtent const& extent,
                         bool isNegative = false) {
   TerminalPicture picture(1, 1);
   picture.sheet.columns[0].size = 70;
   auto& cell = picture.add(0, 0, "12", CellContent::Number);
-  cell.bar = Visuals::ShownBar{
-      .format = 0, .extent = extent, .isNegative = isNegative, .bar = &bar};
+  cell.bar =
+      Visuals::ShownBar{.format = 0, .extent = extent, .isNegative = isNegative, .bar = &bar};
   return picture;
 }
 
 TEST(DrawOnTerminal, BarsAreBlocks) {
-  Visuals::DataBar bar{.fill = DOM::Colour{99, 142, 198}};
-  EXPECT_THAT(makeBar(bar, {.from = 0, .to = 0.45}).draw(), HasSubstr("1 ████▌  12\n"));
-  EXPECT_THAT(makeBar(bar, {.from = 0, .to = 1}).draw(), HasSubstr("1 ██████ 12█\n"));
-  EXPECT_THAT(makeBar(bar, {.from = 0, .to = 0}).draw(), HasSubstr("1        12\n"));
-  EXPECT_THAT(makeBar(bar, {.from = 0.3, .to = 0.5, .axis = 0.3}).draw(), HasSubstr("1    ██  12\n"));
-  EXPECT_THAT(makeBar(bar, {.from = 0.1, .to = 0.1, .axis = 0.3}).draw(), HasSubstr("1    │   12\n"));
+  auto bar = makeRecord({99, 142, 198});
+  EXPECT_THAT(makeBar(bar, {0, 0.45, {}}).draw(), HasSubstr("1 ████▌  12\n"));
+  EXPECT_THAT(makeBar(bar, {0, 1, {}}).draw(), HasSubstr("1 ██████ 12█\n"));
+  EXPECT_THAT(makeBar(bar, {0, 0, {}}).draw(), HasSubstr("1        12\n"));
+  EXPECT_THAT(makeBar(bar, {0.3, 0.5, 0.3}).draw(), HasSubstr("1    ██  12\n"));
+  EXPECT_THAT(makeBar(bar, {0.1, 0.1, 0.3}).draw(), HasSubstr("1    │   12\n"));
   bar.direction = Visuals::BarDirection::RightToLeft;
-  EXPECT_THAT(makeBar(bar, {.from = 0, .to = 0.9}).draw(), HasSubstr("1  █████ 12█\n"));
+  EXPECT_THAT(makeBar(bar, {0, 0.9, {}}).draw(), HasSubstr("1  █████ 12█\n"));
 }
 
 TEST(DrawOnTerminal, ColouredBarsAreGrounds) {
-  Visuals::DataBar bar{.fill = DOM::Colour{99, 142, 198}, .isGradient = false};
-  auto const text =
-      makeBar(bar, {.from = 0, .to = 0.45}).draw({.colours = ColourDepth::Direct});
+  auto bar = makeRecord({99, 142, 198});
+  bar.isGradient = false;
+  auto const text = makeBar(bar, {0, 0.45, {}}).draw({.colours = ColourDepth::Direct});
   EXPECT_THAT(text, HasSubstr("48;2;99;142;198m    \x1B[0;38;2;99;142;198;48;2;255;255;255m▌"));
 }
 
 TEST(DrawOnTerminal, ANegativeBarHasItsOwnColour) {
-  Visuals::DataBar const bar{.fill = DOM::Colour{0, 0, 255},
-                             .negativeFill = DOM::Colour{255, 0, 0},
-                             .isGradient = false};
-  auto const text =
-      makeBar(bar, {.from = 0.15, .to = 0.3, .axis = 0.3}, true).draw({.colours = ColourDepth::Direct});
+  auto bar = makeRecord({0, 0, 255});
+  bar.negativeFill = DOM::Colour{255, 0, 0};
+  bar.isGradient = false;
+  auto const text = makeBar(bar, {0.15, 0.3, 0.3}, true).draw({.colours = ColourDepth::Direct});
   EXPECT_THAT(text, HasSubstr("\x1B[0;38;2;255;255;255;48;2;255;0;0m▌"));
   EXPECT_THAT(text, Not(HasSubstr("0;0;255m")));
 }
 
 TEST(DrawOnTerminal, AFadingBarIsPalestAtItsEnd) {
-  Visuals::DataBar const bar{.fill = DOM::Colour{0, 0, 0}};
-  auto const text = makeBar(bar, {.from = 0, .to = 0.5}).draw({.colours = ColourDepth::Direct});
+  auto const bar = makeRecord({0, 0, 0});
+  auto const text = makeBar(bar, {0, 0.5, {}}).draw({.colours = ColourDepth::Direct});
   EXPECT_LT(text.find("48;2;19;19;19m"), text.find("48;2;172;172;172m"));
+}
+
+void setSolidFill(Look& look, DOM::Colour colour) {
+  look.fill.pattern = DOM::FillPattern::Solid;
+  look.fill.colour = colour;
 }
 
 TEST(DrawOnTerminal, FillsAndFontsHaveTheirColours) {
   TerminalPicture picture(1, 2);
   auto& look = picture.lookOf(picture.add(0, 0, "late"));
-  look.fill = {.pattern = DOM::FillPattern::Solid, .colour = {255, 199, 206}};
-  look.font = {.colour = {156, 0, 6}, .bold = true};
+  setSolidFill(look, {255, 199, 206});
+  look.font.colour = {156, 0, 6};
+  look.font.bold = true;
   EXPECT_EQ(picture.draw({.colours = ColourDepth::Direct}),
             "\x1B[0;38;2;68;68;68;48;2;230;230;230m      A        B    \x1B[0m\n"
             "\x1B[0;38;2;68;68;68;48;2;230;230;230m1 "
@@ -290,7 +304,7 @@ TEST(DrawOnTerminal, FillsAndFontsHaveTheirColours) {
 TEST(DrawOnTerminal, AColourScaleHidesTheFill) {
   TerminalPicture picture(1, 1);
   auto& cell = picture.add(0, 0, "1", CellContent::Number);
-  picture.lookOf(cell).fill = {.pattern = DOM::FillPattern::Solid, .colour = {1, 2, 3}};
+  setSolidFill(picture.lookOf(cell), {1, 2, 3});
   cell.scaleColour = DOM::Colour{248, 105, 107};
   auto const text = picture.draw({.colours = ColourDepth::Direct});
   EXPECT_THAT(text, HasSubstr("48;2;248;105;107m"));
@@ -299,10 +313,8 @@ TEST(DrawOnTerminal, AColourScaleHidesTheFill) {
 
 TEST(DrawOnTerminal, PositionsWithoutACellHaveTheLookOfTheirLine) {
   TerminalPicture picture(2, 2);
-  auto& row = picture.sheet.looks.emplace_back();
-  row.fill = {.pattern = DOM::FillPattern::Solid, .colour = {1, 2, 3}};
-  auto& column = picture.sheet.looks.emplace_back();
-  column.fill = {.pattern = DOM::FillPattern::Solid, .colour = {4, 5, 6}};
+  setSolidFill(picture.sheet.looks.emplace_back(), {1, 2, 3});
+  setSolidFill(picture.sheet.looks.emplace_back(), {4, 5, 6});
   picture.sheet.rows[0].look = 1;
   picture.sheet.columns[1].look = 2;
   auto const text = picture.draw({.colours = ColourDepth::Direct});
@@ -313,7 +325,9 @@ TEST(DrawOnTerminal, PositionsWithoutACellHaveTheLookOfTheirLine) {
 TEST(DrawOnTerminal, RunsOfARichTextHaveTheirFonts) {
   TerminalPicture picture(1, 1);
   picture.add(0, 0, "ab").runs = 1;
-  picture.sheet.richTexts = {{{"a", {.colour = {255, 0, 0}}}, {"b", {.colour = {0, 0, 255}}}}};
+  picture.sheet.richTexts = {{{"a", {}}, {"b", {}}}};
+  picture.sheet.richTexts[0][0].font.colour = {255, 0, 0};
+  picture.sheet.richTexts[0][1].font.colour = {0, 0, 255};
   EXPECT_THAT(picture.draw({.colours = ColourDepth::Direct}),
               HasSubstr("38;2;255;0;0;48;2;255;255;255ma\x1B[0;38;2;0;0;255;48;2;255;255;255mb"));
 }

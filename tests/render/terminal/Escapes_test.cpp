@@ -46,9 +46,9 @@ TEST(Escapes, NothingIsWrittenWithoutColours) {
 
 TEST(Escapes, LettersHaveTheirStyles) {
   EXPECT_EQ(styleText({.bold = true, .italic = true}, ColourDepth::Direct), "\x1B[0;1;3m");
-  EXPECT_EQ(styleText({.underline = DOM::Underline::Single, .strikethrough = true},
-                      ColourDepth::Direct),
-            "\x1B[0;4;9m");
+  EXPECT_EQ(
+      styleText({.underline = DOM::Underline::Single, .strikethrough = true}, ColourDepth::Direct),
+      "\x1B[0;4;9m");
   EXPECT_EQ(styleText({.underline = DOM::Underline::DoubleAccounting}, ColourDepth::Direct),
             "\x1B[0;21m");
 }

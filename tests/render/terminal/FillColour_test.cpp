@@ -1,5 +1,7 @@
 #include "render/Terminal/FillColour.h"
 
+#include <utility>
+
 #include <gtest/gtest.h>
 
 namespace Zorv::Render {
@@ -13,7 +15,10 @@ constexpr Colour red{255, 0, 0};
 constexpr Colour blue{0, 0, 255};
 
 CellFill makeGradient(DOM::GradientFill gradient) {
-  return {.pattern = FillPattern::Gradient, .gradient = std::move(gradient)};
+  CellFill fill;
+  fill.pattern = FillPattern::Gradient;
+  fill.gradient = std::move(gradient);
+  return fill;
 }
 
 TEST(FillColour, APatternIsTheMeanOfItsColours) {
@@ -30,8 +35,11 @@ TEST(FillColour, APatternIsTheMeanOfItsColours) {
            Case{FillPattern::Gray125, {223, 0, 32}},
            Case{FillPattern::Gray0625, {239, 0, 16}},
        }) {
-    EXPECT_EQ(findFillColour({.pattern = pattern, .colour = red, .patternColour = blue}, 0.5, 0.5),
-              expected);
+    CellFill fill;
+    fill.pattern = pattern;
+    fill.colour = red;
+    fill.patternColour = blue;
+    EXPECT_EQ(findFillColour(fill, 0.5, 0.5), expected);
   }
 }
 
@@ -60,10 +68,10 @@ TEST(FillColour, AGradientOfAPathRunsOutwards) {
 
 TEST(FillColour, AGradientThatMakesNoSenseIsSomeColour) {
   EXPECT_EQ(findFillColour(makeGradient({}), 0.5, 0.5), (Colour{255, 255, 255}));
-  auto const absurd = makeGradient({.type = GradientType::Linear,
-                                    .degree = 1e308,
-                                    .stops = {{5, red}, {5, blue}, {-1, red}}});
-  EXPECT_NO_THROW(findFillColour(absurd, 0.3, 0.7));
+  auto const absurd = makeGradient(
+      {.type = GradientType::Linear, .degree = 1e308, .stops = {{5, red}, {5, blue}, {-1, red}}});
+  auto const colour = findFillColour(absurd, 0.3, 0.7);
+  EXPECT_TRUE(colour == red || colour == blue);
 }
 
 }  // namespace
