@@ -12,6 +12,7 @@ cndfrmt=$1 case=$2
 actual=$(mktemp -d)
 trap 'rm -rf "$actual"' EXIT
 
+export COLORTERM=truecolor  # so that colours do not depend on the terminal at hand
 eval "set -- $(cat "$case/args")"
 "$cndfrmt" "$@" >"$actual/stdout" 2>"$actual/stderr"
 echo $? >"$actual/status"

@@ -46,4 +46,7 @@ void runCheck(CommandContext const& context);
 /// alone, and prints what becomes of the rules.
 void runTidy(CommandContext const& context);
 
+/// Prints the selected sheets as they look, with characters.
+void runShow(CommandContext const& context);
+
 }  // namespace Zorv::Tool

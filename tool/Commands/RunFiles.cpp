@@ -44,6 +44,8 @@ void runCommand(CommandContext const& context) {
       return runCheck(context);
     case Command::Tidy:
       return runTidy(context);
+    case Command::Show:
+      return runShow(context);
     case Command::Diff:
       return;  // is about two files at once; see FileRun::run()
   }

@@ -25,6 +25,7 @@ struct Arguments {
   std::string colour = "auto";
   std::string semantics = "own";
   bool strict = false;
+  std::optional<std::string> width;  ///< of `show`
   std::string target;                ///< of `tidy`
   bool dryRun = false;               ///< of `tidy`
   bool mayReplace = false;           ///< of `tidy`

@@ -202,6 +202,20 @@ void addDiffOptions(CLI::App& command, Arguments& arguments) {
   addColour(command, arguments);
 }
 
+void addShowOptions(CLI::App& command, Arguments& arguments) {
+  addFiles(command, arguments);
+  addSelection(command, arguments);
+  command
+      .add_option("--width", arguments.width,
+                  "Columns of a line (default: those of the terminal, or as many as are needed)")
+      ->type_name("COLUMNS");
+  addMoment(command, arguments);
+  addSemantics(command, arguments);
+  addBounds(command, arguments);
+  addThreads(command, arguments);
+  addColour(command, arguments);
+}
+
 constexpr char const* commonExitStatuses =
     "0    the result is complete\n"
     "1    a file cannot be read or evaluated, or a limit was met\n"
@@ -262,6 +276,11 @@ constexpr CommandEntry commandEntries[] = {
      "cndfrmt diff old.xlsx new.xlsx\n"
      "cndfrmt diff budget.xlsx --now 2026-11-30 --now 2026-12-01\n",
      &addDiffOptions, diffExitStatuses},
+    {Command::Show, "show", "Show the sheets as they look, on the terminal",
+     "cndfrmt show budget.xlsx\n"
+     "cndfrmt show budget.xlsx --sheet Sales --range A1:H40\n"
+     "cndfrmt show budget.xlsx --colour always | less -RS\n",
+     &addShowOptions},
 };
 
 std::vector<std::string> splitText(std::string_view text, char separator) {

@@ -137,6 +137,21 @@ std::chrono::milliseconds readTimeout(std::string const& text) {
   return *duration;
 }
 
+std::optional<std::size_t> readWidth(std::optional<std::string> const& text) {
+  if (!text) {
+    return std::nullopt;
+  }
+  constexpr std::size_t widest = 10'000;
+  std::size_t width = 0;
+  auto const* const end = text->data() + text->size();
+  auto const [rest, error] = std::from_chars(text->data(), end, width);
+  if (error != std::errc() || rest != end || width < 1 || width > widest) {
+    throw UsageError(fmt::format("--width: \"{}\" is no number of columns; write one from 1 to {}",
+                                 *text, widest));
+  }
+  return width;
+}
+
 OutputFormat readFormat(std::optional<std::string> const& text, Command command) {
   if (!text) {
     return command == Command::Verdicts ? OutputFormat::Tsv : OutputFormat::Table;
@@ -226,6 +241,7 @@ Options toOptions(Arguments arguments) {
   options.mostMemory = readMemory(arguments.mostMemory);
   options.timeout = readTimeout(arguments.timeout);
   options.colour = readColour(arguments.colour);
+  options.width = readWidth(arguments.width);
   return options;
 }
 

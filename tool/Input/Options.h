@@ -15,7 +15,7 @@
 
 namespace Zorv::Tool {
 
-enum class Command : std::uint8_t { Resolve, Explain, Rules, Verdicts, Check, Tidy, Diff };
+enum class Command : std::uint8_t { Resolve, Explain, Rules, Verdicts, Check, Tidy, Diff, Show };
 
 enum class OutputFormat : std::uint8_t {
   Table,      ///< columns for people
@@ -51,6 +51,8 @@ struct Options {
   std::uint64_t mostMemory = 0;  ///< bytes
   std::chrono::milliseconds timeout{};  ///< processor time of all threads
   ColourChoice colour = ColourChoice::Auto;
+  /// Of `show`: columns of a line; nothing: those of the terminal.
+  std::optional<std::size_t> width;
   TidyOptions tidy;
   /// Of `diff`: the moment of both versions, or of each.
   std::vector<OfficeUtils::Clock::TimePoint> moments;

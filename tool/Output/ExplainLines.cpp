@@ -37,7 +37,7 @@ char const* codeOf(Words::Tone tone) noexcept {
 
 ExplainLines::ExplainLines(Terminal const& terminal, OutputBuffer& out) noexcept
     : _width(std::max(terminal.width.value_or(widthWithoutTerminal), narrowestLine)),
-      _hasColours(terminal.hasColours),
+      _colours(terminal.colours),
       _out(out) {}
 
 void ExplainLines::addHeading(std::string_view cell, std::string_view value) {
@@ -71,7 +71,7 @@ void ExplainLines::addPhrases(std::size_t level, std::string_view label,
   bool isFirst = true;
   for (auto const& phrase : phrases) {
     auto const text = Words::shorten(phrase.text, _width / 2);
-    std::size_t const swatch = _hasColours && phrase.colour ? swatchWidth + 1 : 0;
+    std::size_t const swatch = hasColours() && phrase.colour ? swatchWidth + 1 : 0;
     std::size_t const width = swatch + Words::displayWidth(text) + levelWidth;
     if (!isFirst) {
       _out.text() += ',';
@@ -84,7 +84,7 @@ void ExplainLines::addPhrases(std::size_t level, std::string_view label,
       }
     }
     if (swatch > 0) {
-      appendSwatch(_out.text(), *phrase.colour);
+      appendSwatch(_out.text(), *phrase.colour, _colours);
       _out.text() += ' ';
     }
     _out.text() += text;
@@ -98,10 +98,10 @@ void ExplainLines::addPhrases(std::size_t level, std::string_view label,
 void ExplainLines::addPhrase(std::size_t level, Words::StylePhrase const& phrase, std::size_t width,
                              std::string_view right) {
   beginLine(level);
-  if (_hasColours && phrase.colour) {
-    appendSwatch(_out.text(), *phrase.colour);
+  if (hasColours() && phrase.colour) {
+    appendSwatch(_out.text(), *phrase.colour, _colours);
     _out.text() += ' ';
-  } else if (_hasColours) {
+  } else if (hasColours()) {
     _out.text().append(swatchWidth + 1, ' ');
   }
   addPair(0, phrase.text, width, right);
@@ -125,9 +125,9 @@ void ExplainLines::beginLine(std::size_t level) { _out.text().append(level * lev
 void ExplainLines::endLine() { _out.text() += '\n'; }
 
 void ExplainLines::paint(std::string_view text, char const* code) {
-  _out.text() += _hasColours ? code : "";
+  _out.text() += hasColours() ? code : "";
   _out.text() += text;
-  _out.text() += _hasColours ? endCode : "";
+  _out.text() += hasColours() ? endCode : "";
 }
 
 void ExplainLines::addWords(std::size_t level, std::size_t used, std::string_view text) {

@@ -47,6 +47,7 @@ public:
   [[nodiscard]] std::size_t getWidth() const noexcept { return _width; }
 
 private:
+  [[nodiscard]] bool hasColours() const noexcept { return _colours != Render::ColourDepth::None; }
   void beginLine(std::size_t level);
   void endLine();
   void paint(std::string_view text, char const* code);
@@ -54,7 +55,7 @@ private:
   void addWords(std::size_t level, std::size_t used, std::string_view text);
 
   std::size_t _width;
-  bool _hasColours;
+  Render::ColourDepth _colours;
   OutputBuffer& _out;
 };
 

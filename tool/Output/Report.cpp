@@ -168,6 +168,11 @@ void Report::saySparse(std::size_t sheet, std::uint64_t positions) {
                   Words::shorten(nameOf(sheet), widestQuote), positions));
 }
 
+void Report::addFinding(std::string_view message) {
+  _hasFindings = true;
+  say(message);
+}
+
 void Report::saySummary() const {
   std::vector<Problem> failures;
   for (auto const& [number, failure] : _failures) {
@@ -204,7 +209,7 @@ std::vector<Problem> Report::listProblems() const {
 }
 
 bool Report::isClean() const {
-  bool const hasFindings = _checked && _checked->errors + _checked->warnings > 0;
+  bool const hasFindings = _hasFindings || (_checked && _checked->errors + _checked->warnings > 0);
   return _isComplete && !hasFindings && _failures.empty() && _clippedSheets.empty() &&
          std::ranges::all_of(_selection.getDocument().getFindings(), &Workbook::Finding::isNote) &&
          listStaticProblems().empty();

@@ -43,6 +43,9 @@ public:
   /// Prints that only existing cells are visited, since there are too many positions.
   void saySparse(std::size_t sheet, std::uint64_t positions);
 
+  /// Prints what could not be done as the file means it.
+  void addFinding(std::string_view message);
+
   /// Numbers of findings of `check`, by their weight.
   struct FindingCounts {
     std::size_t errors = 0;
@@ -85,6 +88,7 @@ private:
   std::vector<std::string> _clippedSheets;
   std::optional<FindingCounts> _checked;  ///< nothing for other commands
   bool _isComplete = true;
+  bool _hasFindings = false;
 };
 
 }  // namespace Zorv::Tool

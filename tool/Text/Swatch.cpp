@@ -1,12 +1,11 @@
 #include "tool/Text/Swatch.h"
 
-#include <fmt/format.h>
-
 namespace Zorv::Tool {
 
-void appendSwatch(std::string& text, DOM::Colour const& colour) {
-  fmt::format_to(std::back_inserter(text), "\x1B[48;2;{};{};{}m{:{}}\x1B[0m", colour.red,
-                 colour.green, colour.blue, "", swatchWidth);
+void appendSwatch(std::string& text, DOM::Colour const& colour, Render::ColourDepth depth) {
+  Render::appendStyle(text, {.ground = colour}, depth);
+  text.append(swatchWidth, ' ');
+  text += Render::endOfStyle;
 }
 
 }  // namespace Zorv::Tool

@@ -29,15 +29,23 @@ std::size_t findWidth(int descriptor) noexcept {
   return width > 0 ? width : usualWidth;
 }
 
+Render::ColourDepth findDepth() noexcept {
+  auto const hint = readVariable("COLORTERM");
+  bool const isDirect =
+      hint == "truecolor" || hint == "24bit" || readVariable("TERM").ends_with("-direct");
+  return isDirect ? Render::ColourDepth::Direct : Render::ColourDepth::Indexed;
+}
+
 }  // namespace
 
 Terminal Terminal::find(int descriptor, ColourChoice colour) noexcept {
   bool const isTerminal = isatty(descriptor) == 1;
   bool const mayColour =
       isTerminal && readVariable("NO_COLOR").empty() && readVariable("TERM") != "dumb";
-  return {
-      .width = isTerminal ? std::optional(findWidth(descriptor)) : std::nullopt,
-      .hasColours = colour == ColourChoice::Always || (colour == ColourChoice::Auto && mayColour)};
+  bool const hasColours =
+      colour == ColourChoice::Always || (colour == ColourChoice::Auto && mayColour);
+  return {.width = isTerminal ? std::optional(findWidth(descriptor)) : std::nullopt,
+          .colours = hasColours ? findDepth() : Render::ColourDepth::None};
 }
 
 }  // namespace Zorv::Tool

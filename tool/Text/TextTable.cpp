@@ -29,7 +29,7 @@ TextTable::TextTable(std::vector<Column> columns, OutputBuffer& out, Terminal co
     : _columns(std::move(columns)), _out(out), _terminal(terminal), _widths(_columns.size()) {
   std::vector<std::string_view> headings;
   for (auto& column : _columns) {
-    column.hasSwatch = column.hasSwatch && terminal.hasColours;
+    column.hasSwatch = column.hasSwatch && terminal.hasColours();
     headings.push_back(column.heading);
   }
   holdRow(headings, std::nullopt);
@@ -129,7 +129,7 @@ void TextTable::writeText(std::string_view text, std::size_t width, std::size_t 
 
 void TextTable::writeSwatch(std::optional<DOM::Colour> const& swatch) {
   if (swatch) {
-    appendSwatch(_out.text(), *swatch);
+    appendSwatch(_out.text(), *swatch, _terminal.colours);
     _out.text() += ' ';
   } else {
     _out.text().append(swatchWidth + 1, ' ');

@@ -22,8 +22,8 @@ protected:
     return stream.str();
   }
 
-  static constexpr Terminal plain{.width = 50, .hasColours = false};
-  static constexpr Terminal colourful{.width = 50, .hasColours = true};
+  static constexpr Terminal plain{.width = 50};
+  static constexpr Terminal colourful{.width = 50, .colours = Render::ColourDepth::Direct};
   std::vector<Words::StylePhrase> phrases = {{"fillColour", "fill #FF0000", DOM::Colour{255, 0, 0}},
                                              {"bold", "bold", std::nullopt}};
 };
@@ -60,7 +60,7 @@ TEST_F(ExplainLinesTest, TextsAreMadePrintable) {
 TEST_F(ExplainLinesTest, SwatchesShowOnATerminalWithColoursAlone) {
   auto const write = [&](ExplainLines& lines) { lines.addPhrases(1, "sets ", phrases, "!"); };
   EXPECT_EQ(print(plain, write), "  sets fill #FF0000, bold!\n");
-  EXPECT_EQ(print(colourful, write), "  sets \x1B[48;2;255;0;0m  \x1B[0m fill #FF0000, bold!\n");
+  EXPECT_EQ(print(colourful, write), "  sets \x1B[0;48;2;255;0;0m  \x1B[0m fill #FF0000, bold!\n");
   EXPECT_EQ(print(plain, [](ExplainLines& lines) { lines.addPhrases(1, "sets ", {}, "!"); }), "");
 }
 
@@ -71,7 +71,7 @@ TEST_F(ExplainLinesTest, RowsOfPhrasesAreAlignedWithAndWithoutSwatches) {
   };
   EXPECT_EQ(print(plain, write), "fill #FF0000  by rule 1\nbold          by rule 2\n");
   EXPECT_EQ(print(colourful, write),
-            "\x1B[48;2;255;0;0m  \x1B[0m fill #FF0000  by rule 1\n   bold          by rule 2\n");
+            "\x1B[0;48;2;255;0;0m  \x1B[0m fill #FF0000  by rule 1\n   bold          by rule 2\n");
 }
 
 TEST_F(ExplainLinesTest, TitlesAreColoured) {

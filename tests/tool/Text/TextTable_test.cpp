@@ -86,13 +86,13 @@ TEST_F(TextTableTest, OnATerminalLaterRowsKeepToItsWidth) {
 
 TEST_F(TextTableTest, SwatchesStandBeforeTheirColumn) {
   TextTable table({{"A", 20}, {"B", 20, true}, {"C", 20}}, _buffer,
-                  {.width = std::nullopt, .hasColours = true});
+                  {.width = std::nullopt, .colours = Render::ColourDepth::Direct});
   table.addRow({"1", "red", "x"}, DOM::Colour{.red = 255});
   table.addRow({"2", "none", "y"});
   table.finish();
   EXPECT_EQ(printed(),
             "A     B     C\n"
-            "1  \x1B[48;2;255;0;0m  \x1B[0m red   x\n"
+            "1  \x1B[0;48;2;255;0;0m  \x1B[0m red   x\n"
             "2     none  y\n");
 }
 
