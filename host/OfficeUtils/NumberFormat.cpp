@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -65,17 +66,63 @@ std::optional<std::size_t> findSection(std::vector<Section> const& sections,
              : std::nullopt;
 }
 
-std::string writeUnsigned(Section const& section, double number, LocaleContext const& locale) {
+/// A number without its sign; nothing where a general format does not fit.
+std::optional<std::string> writeUnsigned(Section const& section, double number,
+                                         LocaleContext const& locale, unsigned generalCharacters) {
   if (section.kind == SectionKind::Number) {
     return NumberFormatCode::writeNumber(section, number, locale);
   }
   std::string text;
   for (Token const& token : section.tokens) {
-    bool const isNumber = token.kind == TokenKind::General || token.kind == TokenKind::AnyText;
-    text += isNumber ? NumberFormatCode::writeGeneral(number, locale) : token.text;
+    if (token.kind == TokenKind::General || token.kind == TokenKind::AnyText) {
+      auto const general = NumberFormatCode::writeGeneral(number, locale, generalCharacters);
+      if (!general) {
+        return std::nullopt;
+      }
+      text += *general;
+    } else {
+      text += token.text;
+    }
   }
   return text;
 }
+
+/// A number with the mark of a fill.
+std::optional<std::string> writeMarked(std::vector<Section> const& sections, std::size_t index,
+                                       double number, LocaleContext const& locale,
+                                       unsigned generalCharacters) {
+  Section const& section = sections[index];
+  if (section.kind == SectionKind::DateTime) {
+    return NumberFormatCode::writeDateTime(section, number, locale);
+  }
+  bool const isOfNegatives = section.condition
+                                 ? section.condition->isOfNegatives()
+                                 : index == 1 && leavesNegatives(*sections.front().condition);
+  bool const writesNothing = std::ranges::all_of(
+      section.tokens, [](Token const& token) { return token.kind == TokenKind::Fill; });
+  bool const hasSign = number < 0.0 && !isOfNegatives && !writesNothing;
+  unsigned const characters = generalCharacters - (hasSign && generalCharacters > 0 ? 1 : 0);
+  auto text = writeUnsigned(section, std::abs(number), locale, characters);
+  if (text && hasSign) {
+    text->insert(text->begin(), '-');
+  }
+  return text;
+}
+
+/// Takes the mark out of a text.
+ShownText showMarked(std::string text, Section const& section) {
+  ShownText shown{.text = std::move(text), .colour = section.colour};
+  if (!section.fill.empty()) {
+    if (auto const at = shown.text.find(NumberFormatCode::fillMark); at != std::string::npos) {
+      shown.text.erase(at, 1);
+      shown.fillAt = at;
+      shown.fill = section.fill;
+    }
+  }
+  return shown;
+}
+
+constexpr unsigned unlimited = std::numeric_limits<unsigned>::max();
 
 }  // namespace
 
@@ -111,33 +158,44 @@ bool NumberFormat::showsDate(double number) const noexcept {
 
 std::optional<std::string> NumberFormat::formatNumber(double number,
                                                       LocaleContext const& locale) const {
+  auto shown = showNumber(number, locale, unlimited);
+  return shown ? std::optional(std::move(shown->text)) : std::nullopt;
+}
+
+std::optional<ShownText> NumberFormat::showNumber(double number, LocaleContext const& locale,
+                                                  unsigned generalCharacters) const {
   auto const index = findSection(_data->numbers, number);
   if (!index) {
     return std::nullopt;
   }
-  std::vector<Section> const& sections = _data->numbers;
-  Section const& section = sections[*index];
-  if (section.kind == SectionKind::DateTime) {
-    return NumberFormatCode::writeDateTime(section, number, locale);
-  }
-  bool const isOfNegatives = section.condition
-                                 ? section.condition->isOfNegatives()
-                                 : *index == 1 && leavesNegatives(*sections.front().condition);
-  bool const hasSign = number < 0.0 && !isOfNegatives && !section.tokens.empty();
-  std::string text = hasSign ? "-" : "";
-  text += writeUnsigned(section, std::abs(number), locale);
-  return text;
+  auto text = writeMarked(_data->numbers, *index, number, locale, generalCharacters);
+  return text ? std::optional(showMarked(*std::move(text), _data->numbers[*index])) : std::nullopt;
 }
 
-std::string NumberFormat::formatText(std::string_view text) const {
+bool NumberFormat::isGeneral(double number) const noexcept {
+  auto const index = findSection(_data->numbers, number);
+  return index && std::ranges::any_of(_data->numbers[*index].tokens, [](Token const& token) {
+           return token.kind == TokenKind::General || token.kind == TokenKind::AnyText;
+         });
+}
+
+std::string NumberFormat::formatText(std::string_view text) const { return showText(text).text; }
+
+ShownText NumberFormat::showText(std::string_view text) const {
   if (!_data->texts) {
-    return std::string(text);
+    return {.text = std::string(text)};
   }
-  std::string result;
+  // A cell's text may contain the mark, so that the place is noted while the text is put together.
+  ShownText shown{.text = {}, .colour = _data->texts->colour};
   for (Token const& token : _data->texts->tokens) {
-    result += token.kind == TokenKind::AnyText ? text : std::string_view(token.text);
+    if (token.kind == TokenKind::Fill) {
+      shown.fillAt = shown.text.size();
+      shown.fill = _data->texts->fill;
+    } else {
+      shown.text += token.kind == TokenKind::AnyText ? text : std::string_view(token.text);
+    }
   }
-  return result;
+  return shown;
 }
 
 }  // namespace Zorv::OfficeUtils

@@ -13,6 +13,7 @@ enum class TokenKind : std::uint8_t {
   Literal,
   General,
   AnyText,  ///< `@`
+  Fill,     ///< `*x`: its text is the mark at which the section's fill goes
   Digit,    ///< `0`, `#` or `?`
   Point,
   Comma,  ///< only while the section is parsed
@@ -39,6 +40,9 @@ struct Token {
   char symbol = 0;        ///< the digit's placeholder, or the exponent's sign
   std::string text = {};  ///< the literal, or `AM/PM` or `A/P` as written
 };
+
+/// Mark of the place of a fill in a text that is being written. Literals do not contain it.
+inline constexpr char fillMark = '\0';
 
 [[nodiscard]] inline bool isDigit(Token const& token) noexcept {
   return token.kind == TokenKind::Digit;
@@ -79,6 +83,8 @@ struct Section {
   std::vector<Token> tokens = {};
   std::optional<Condition> condition = {};
   std::string locale = {};  ///< locale of date names; empty for the one of the context
+  unsigned colour = 0;      ///< number of the text's colour, from 1; 0 for none
+  std::string fill = {};    ///< the character of the last `*x`, in UTF-8; empty for none
   // Numbers only.
   bool hasGroups = false;
   int powerOfTen = 0;  ///< scale of the number: 2 for percent, -3 for each scaling comma

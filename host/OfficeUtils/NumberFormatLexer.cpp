@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include <unicode/uloc.h>
 
@@ -23,7 +24,16 @@ bool beginsWith(std::string_view text, std::string_view word) noexcept {
 }
 
 void addLiteral(Section& section, std::string_view text) {
-  section.tokens.push_back({.kind = TokenKind::Literal, .text = std::string(text)});
+  std::string literal(text);
+  std::erase(literal, fillMark);
+  section.tokens.push_back({.kind = TokenKind::Literal, .text = std::move(literal)});
+}
+
+/// Of several fills, the last one counts.
+void addFill(Section& section, std::string_view character) {
+  std::erase_if(section.tokens, [](Token const& token) { return token.kind == TokenKind::Fill; });
+  section.tokens.push_back({.kind = TokenKind::Fill, .text = std::string(1, fillMark)});
+  section.fill = character;
 }
 
 /// Token of a single character.
@@ -111,6 +121,26 @@ std::optional<Condition> readCondition(std::string_view content) noexcept {
   return read.ec == std::errc() && read.ptr == end ? std::optional(condition) : std::nullopt;
 }
 
+/// The number of a colour such as `Red` or `Color10`; 0 for another word.
+unsigned readColour(std::string_view content) noexcept {
+  constexpr std::array<std::string_view, 8> names{"black", "white",  "red",     "green",
+                                                  "blue",  "yellow", "magenta", "cyan"};
+  constexpr std::string_view numbered = "color";
+  constexpr unsigned last = 56;
+  for (unsigned i = 0; i < names.size(); ++i) {
+    if (content.size() == names[i].size() && beginsWith(content, names[i])) {
+      return i + 1;
+    }
+  }
+  unsigned number = 0;
+  if (beginsWith(content, numbered)) {
+    content.remove_prefix(numbered.size());
+    content.remove_prefix(std::min(content.find_first_not_of(' '), content.size()));
+    std::from_chars(content.data(), content.data() + content.size(), number);
+  }
+  return number <= last ? number : 0;
+}
+
 /// The ICU name of the locale with a hexadecimal identifier; empty for an unknown one. The upper
 /// digits select calendars and numerals, not the language.
 std::string findLocale(std::string_view digits) {
@@ -179,7 +209,9 @@ bool Lexer::readToken(Section& section) {
     case '*':
       // Repeats the next character to the width of the cell.
       _rest.remove_prefix(1);
-      takeCharacter();
+      if (std::string_view const character = takeCharacter(); !character.empty()) {
+        addFill(section, character);
+      }
       return true;
     default:
       break;
@@ -189,8 +221,10 @@ bool Lexer::readToken(Section& section) {
   }
   auto const symbol = findSymbol(c);
   std::string_view const character = takeCharacter();
-  section.tokens.push_back(
-      {.kind = symbol.value_or(TokenKind::Literal), .symbol = c, .text = std::string(character)});
+  if (c != fillMark) {
+    section.tokens.push_back(
+        {.kind = symbol.value_or(TokenKind::Literal), .symbol = c, .text = std::string(character)});
+  }
   return true;
 }
 
@@ -204,7 +238,7 @@ bool Lexer::readQuoted(Section& section) {
   return true;
 }
 
-/// Reads a condition, elapsed time, or a currency with its locale. Ignores colours and other words.
+/// Reads a condition, elapsed time, a colour, or a currency with its locale. Ignores other words.
 bool Lexer::readBrackets(Section& section) {
   std::size_t const end = _rest.find(']');
   if (end == std::string_view::npos) {
@@ -218,6 +252,8 @@ bool Lexer::readBrackets(Section& section) {
     readCurrency(section, content.substr(1));
   } else if (auto const condition = readCondition(content)) {
     section.condition = condition;
+  } else if (auto const colour = readColour(content)) {
+    section.colour = colour;
   }
   return true;
 }

@@ -257,6 +257,40 @@ std::string writePlain(DecimalDigits const& digits, LocaleContext const& locale)
   return text;
 }
 
+/// A number with one digit before the point and an exponent of at least two digits.
+std::string writeWithExponent(DecimalDigits digits, int significant, LocaleContext const& locale) {
+  digits.roundToSignificant(significant);
+  int const exponent = digits.firstPlace();
+  digits.shift(-exponent);
+  std::string const figures = std::to_string(std::abs(exponent));
+  return writePlain(digits, locale) + (exponent < 0 ? "E-" : "E+") +
+         (figures.size() < 2 ? "0" : "") + figures;
+}
+
+constexpr int ordinaryDigits = 10;  // next to the decimal point
+constexpr int ordinaryCharacters = 11;
+constexpr int scientificDigits = 6;
+
+/// True for numbers that the general format writes without an exponent where there is room.
+bool isPlain(DecimalDigits const& digits) noexcept {
+  constexpr int leastPlace = -4;
+  return digits.firstPlace() < ordinaryCharacters && digits.firstPlace() >= leastPlace;
+}
+
+/// Digits after the decimal point in that many characters, the separator among them.
+int countDecimals(DecimalDigits const& digits, int characters) noexcept {
+  return std::max(std::min(ordinaryDigits, characters - 1) - std::max(digits.countWhole(), 1), 0);
+}
+
+/// Characters of a text in UTF-8.
+unsigned countCharacters(std::string_view text) noexcept {
+  constexpr unsigned continuationMask = 0xC0;
+  constexpr unsigned continuation = 0x80;
+  return static_cast<unsigned>(std::ranges::count_if(text, [](char c) {
+    return (static_cast<unsigned char>(c) & continuationMask) != continuation;
+  }));
+}
+
 }  // namespace
 
 std::string writeNumber(Section const& section, double number, LocaleContext const& locale) {
@@ -276,22 +310,37 @@ std::string writeNumber(Section const& section, double number, LocaleContext con
 }
 
 std::string writeGeneral(double number, LocaleContext const& locale) {
-  constexpr int mostDigits = 10;  // next to the decimal point
-  constexpr int mostWholeDigits = 11;
-  constexpr int leastPlace = -4;
-  constexpr int scientificDigits = 6;
   DecimalDigits digits(number);
-  int const place = digits.firstPlace();
-  if (place < mostWholeDigits && place >= leastPlace) {
-    digits.roundToFraction(std::max(mostDigits - std::max(digits.countWhole(), 1), 0));
-    return writePlain(digits, locale);
+  if (!isPlain(digits)) {
+    return writeWithExponent(digits, scientificDigits, locale);
   }
-  digits.roundToSignificant(scientificDigits);
-  int const exponent = digits.firstPlace();
-  digits.shift(-exponent);
-  std::string const figures = std::to_string(std::abs(exponent));
-  return writePlain(digits, locale) + (exponent < 0 ? "E-" : "E+") +
-         (figures.size() < 2 ? "0" : "") + figures;
+  digits.roundToFraction(countDecimals(digits, ordinaryCharacters));
+  return writePlain(digits, locale);
+}
+
+std::optional<std::string> writeGeneral(double number, LocaleContext const& locale,
+                                        unsigned mostCharacters) {
+  if (mostCharacters >= static_cast<unsigned>(ordinaryCharacters)) {
+    return writeGeneral(number, locale);
+  }
+  auto const most = static_cast<int>(mostCharacters);
+  auto const fits = [&](std::string const& text) {
+    return countCharacters(text) <= mostCharacters;
+  };
+  DecimalDigits const digits(number);
+  DecimalDigits rounded = digits;
+  rounded.roundToFraction(countDecimals(digits, most));
+  bool const vanishes = rounded.isZero() && !digits.isZero();
+  std::string plain = writePlain(rounded, locale);
+  if (isPlain(digits) && !vanishes && fits(plain)) {
+    return plain;
+  }
+  for (int significant = std::min(scientificDigits, most); significant > 0; --significant) {
+    if (std::string text = writeWithExponent(digits, significant, locale); fits(text)) {
+      return text;
+    }
+  }
+  return vanishes && fits(plain) ? std::optional(std::move(plain)) : std::nullopt;
 }
 
 }  // namespace Zorv::OfficeUtils::NumberFormatCode

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "OfficeUtils/LocaleContext.h"
@@ -14,5 +15,10 @@ namespace Zorv::OfficeUtils::NumberFormatCode {
 /// A number in general format, as a cell of ordinary width shows it: at most eleven characters, in
 /// scientific notation where that is shorter. Requires `number >= 0`.
 [[nodiscard]] std::string writeGeneral(double number, LocaleContext const& locale);
+
+/// The same in at most so many characters: with fewer decimals, or else in scientific notation.
+/// Nothing where the number does not fit. From eleven characters on it is the ordinary form.
+[[nodiscard]] std::optional<std::string> writeGeneral(double number, LocaleContext const& locale,
+                                                      unsigned mostCharacters);
 
 }  // namespace Zorv::OfficeUtils::NumberFormatCode

@@ -1,7 +1,9 @@
 #include "OfficeUtils/NumberFormat.h"
 
+#include <cstddef>
 #include <initializer_list>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -290,6 +292,138 @@ TEST(NumberFormat, RefusesTextsThatAreNoFormat) {
   for (std::string_view const code : {"\"open", "[Red", "0;0;0;@;0"}) {
     EXPECT_FALSE(NumberFormat::compile(code)) << code;
   }
+}
+
+ShownText show(std::string_view code, double number, unsigned generalCharacters = 11) {
+  auto const format = NumberFormat::compile(code);
+  EXPECT_TRUE(format) << code;
+  return format->showNumber(number, LocaleContext(), generalCharacters)
+      .value_or(ShownText{std::string(notShown)});
+}
+
+TEST(NumberFormat, ShownTextHasTheColourOfItsSection) {
+  struct ColourCase {
+    std::string_view code;
+    double number;
+    std::string_view text;
+    unsigned colour;
+  };
+  for (ColourCase const& test : std::initializer_list<ColourCase>{
+           {"0", 1, "1", 0},
+           {"0;[Red]-0", 1, "1", 0},
+           {"0;[Red]-0", -1, "-1", 3},
+           {"[black]0", 1, "1", 1},
+           {"[White]0", 1, "1", 2},
+           {"[GREEN]0", 1, "1", 4},
+           {"[Blue]0", 1, "1", 5},
+           {"[Yellow]0", 1, "1", 6},
+           {"[Magenta]0", 1, "1", 7},
+           {"[Cyan]0", 1, "1", 8},
+           {"[Color10]0", 1, "1", 10},
+           {"[color 56]0", 1, "1", 56},
+           {"[Color57]0", 1, "1", 0},
+           {"[Reddish]0", 1, "1", 0},
+           {"[Color0]0", 1, "1", 0},
+           {"[Red][<10]0;[Blue][>20]0;0", 5, "5", 3},
+           {"[Red][<10]0;[Blue][>20]0;0", 25, "25", 5},
+           {"[Red][<10]0;[Blue][>20]0;0", 15, "15", 0},
+           {"[Blue]yyyy", 366, "1900", 5},
+           {"[Cyan]General", 1.5, "1.5", 8},
+       }) {
+    ShownText const shown = show(test.code, test.number);
+    EXPECT_EQ(shown.text, test.text) << test.code;
+    EXPECT_EQ(shown.colour, test.colour) << test.code;
+  }
+  ShownText const text = NumberFormat::compile("0;0;0;[Magenta]@")->showText("a");
+  EXPECT_EQ(text.text, "a");
+  EXPECT_EQ(text.colour, 7U);
+}
+
+TEST(NumberFormat, ShownTextTellsWhereItIsFilled) {
+  struct FillCase {
+    std::string_view code;
+    double number;
+    std::string_view text;
+    std::optional<std::size_t> at;
+    std::string_view fill;
+  };
+  for (FillCase const& test : std::initializer_list<FillCase>{
+           {"0", 5, "5", std::nullopt, ""},
+           {"* #,##0.00", 1234.5, "1,234.50", 0, " "},
+           {R"(_("$"* #,##0.00_))", 5, " $5.00 ", 2, " "},
+           {"0*-", -5, "-5", 2, "-"},
+           {"0*\u2026", 5, "5", 1, "\u2026"},
+           {"*a0*b", 5, "5", 1, "b"},
+           {"hh* :mm", 0.5, "12:00", 2, " "},
+           {"General* ", 5, "5", 1, " "},
+           {"* 0.00E+00", 1500, "1.50E+03", 0, " "},
+           {"* # ?/?", 1.5, "1 1/2", 0, " "},
+           {"0*", 5, "5", std::nullopt, ""},
+           {"*-", -5, "", 0, "-"},
+       }) {
+    ShownText const shown = show(test.code, test.number);
+    EXPECT_EQ(shown.text, test.text) << test.code;
+    EXPECT_EQ(shown.fillAt, test.at) << test.code;
+    EXPECT_EQ(shown.fill, test.fill) << test.code;
+    EXPECT_EQ(NumberFormat::compile(test.code)->formatNumber(test.number, LocaleContext()),
+              test.text)
+        << test.code;
+  }
+  std::string const marked("a\0b", 3);
+  ShownText const text = NumberFormat::compile("0;0;0;<* @>")->showText(marked);
+  EXPECT_EQ(text.text, "<" + marked + ">");
+  EXPECT_EQ(text.fillAt, 1U);
+  EXPECT_EQ(show(std::string("\"a\0b\"0", 6), 5).text, "ab5");
+}
+
+TEST(NumberFormat, GeneralIsCutToCharacters) {
+  struct WidthCase {
+    double number;
+    unsigned characters;
+    std::string_view text;
+  };
+  for (WidthCase const& test : std::initializer_list<WidthCase>{
+           {1.0 / 3, 12, "0.333333333"},
+           {1.0 / 3, 11, "0.333333333"},
+           {1.0 / 3, 8, "0.333333"},
+           {1.0 / 3, 3, "0.3"},
+           {1.0 / 3, 2, "0"},
+           {2.0 / 3, 2, "1"},
+           {2.0 / 3, 3, "0.7"},
+           {99.96, 4, "100"},
+           {99.96, 3, "100"},
+           {99.96, 2, "(not shown)"},
+           {123456789, 9, "123456789"},
+           {123456789, 8, "1.23E+08"},
+           {123456789, 5, "1E+08"},
+           {123456789, 4, "(not shown)"},
+           {-123456789, 9, "-1.23E+08"},
+           {-1.5, 4, "-1.5"},
+           {-1.5, 2, "-2"},
+           {-1.5, 1, "(not shown)"},
+           {0.00012345, 8, "0.000123"},
+           {0.00012345, 5, "1E-04"},
+           {0.00012345, 4, "0"},
+           {1e100, 11, "1E+100"},
+           {1.23456789e100, 8, "1.2E+100"},
+           {9.99e99, 5, "(not shown)"},
+           {9.99e99, 6, "1E+100"},
+           {0, 1, "0"},
+           {5, 0, "(not shown)"},
+       }) {
+    EXPECT_EQ(show("General", test.number, test.characters).text, test.text)
+        << test.number << " in " << test.characters;
+  }
+  EXPECT_EQ(show("\"n\"General", 1.0 / 3, 4).text, "n0.33");
+  EXPECT_EQ(show("0.000000", 1.0 / 3, 4).text, "0.333333");
+}
+
+TEST(NumberFormat, TellsWhatIsGeneral) {
+  EXPECT_TRUE(NumberFormat::compile("General")->isGeneral(1));
+  EXPECT_TRUE(NumberFormat::compile("@")->isGeneral(1));
+  EXPECT_TRUE(NumberFormat::compile("0;General")->isGeneral(-1));
+  EXPECT_FALSE(NumberFormat::compile("0;General")->isGeneral(1));
+  EXPECT_FALSE(NumberFormat::compile("yyyy")->isGeneral(1));
 }
 
 }  // namespace

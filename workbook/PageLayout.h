@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace Zorv::Workbook {
+
+/// How a sheet is laid out on paper: page setup, margins, print options and breaks
+/// (ISO/IEC 29500-1, 18.3.1.63, 18.3.1.62, 18.3.1.70 and 18.3.1.74).
+struct PageLayout {
+  unsigned paperSize = 1;  ///< its code: 1 is Letter, 9 is A4
+  bool isLandscape = false;
+  // Margins, in inches.
+  double left = 0.7;
+  double right = 0.7;
+  double top = 0.75;
+  double bottom = 0.75;
+  unsigned scale = 100;    ///< in percent, 10 to 400
+  bool fitsPages = false;  ///< the next two count instead of the scale
+  unsigned fitWidth = 1;   ///< most pages across; 0: as many as it takes
+  unsigned fitHeight = 1;  ///< most pages down; 0: as many as it takes
+  std::vector<unsigned long> rowBreaks;     ///< a page begins at each of these rows; ascending
+  std::vector<unsigned long> columnBreaks;  ///< a page begins at each of these columns; ascending
+  bool isCentredAcross = false;
+  bool isCentredDown = false;
+  bool printsGridLines = false;
+  bool printsHeadings = false;
+  bool goesAcrossFirst = false;  ///< pages follow each other to the side before they go down
+};
+
+}  // namespace Zorv::Workbook
