@@ -69,6 +69,10 @@ public:
     _defaultCellStyle = std::move(style);
   }
 
+  /// The indexed colours that number formats name, `[Color1]` first (ISO/IEC 29500-1, 18.8.27).
+  [[nodiscard]] std::vector<DOM::Colour> const& getPalette() const noexcept { return _palette; }
+  void setPalette(std::vector<DOM::Colour> palette) noexcept { _palette = std::move(palette); }
+
   /// The date system of the workbook's serial numbers.
   [[nodiscard]] OfficeUtils::DateSystem getDateSystem() const noexcept { return _dateSystem; }
   void setDateSystem(OfficeUtils::DateSystem dateSystem) noexcept { _dateSystem = dateSystem; }
@@ -116,6 +120,7 @@ private:
   std::unique_ptr<DOM::SharedObjectFactory> _cellStyleFactory =
       std::make_unique<DOM::SharedObjectFactory>();
   DOM::SharedCellStylePtr _defaultCellStyle;
+  std::vector<DOM::Colour> _palette;
   OfficeUtils::DateSystem _dateSystem = OfficeUtils::DateSystem::Since1900;
   std::vector<DefinedName> _definedNames;
   std::vector<Formulas::ListObject> _listObjects;

@@ -43,6 +43,9 @@ struct Limits {
   /// Formats of each kind: fonts, fills, borders, cell formats, differential formats.
   std::size_t formats = 100'000;
   std::size_t definedNames = 200'000;
+  /// Hyperlinks of all sheets together, and runs of rich text. What goes beyond is left out.
+  std::size_t hyperlinks = 500'000;
+  std::size_t textRuns = 2'000'000;
   /// Columns of all tables (ISO/IEC 29500-1, 18.5.1.2) together.
   std::size_t tableColumns = 1'000'000;
   /// Cells of all sheets together.

@@ -16,10 +16,10 @@ struct PageLayout {
   double right = 0.7;
   double top = 0.75;
   double bottom = 0.75;
-  unsigned scale = 100;    ///< in percent, 10 to 400
-  bool fitsPages = false;  ///< the next two count instead of the scale
-  unsigned fitWidth = 1;   ///< most pages across; 0: as many as it takes
-  unsigned fitHeight = 1;  ///< most pages down; 0: as many as it takes
+  unsigned scale = 100;                     ///< in percent, 10 to 400
+  bool fitsPages = false;                   ///< the next two count instead of the scale
+  unsigned fitWidth = 1;                    ///< most pages across; 0: as many as it takes
+  unsigned fitHeight = 1;                   ///< most pages down; 0: as many as it takes
   std::vector<unsigned long> rowBreaks;     ///< a page begins at each of these rows; ascending
   std::vector<unsigned long> columnBreaks;  ///< a page begins at each of these columns; ascending
   bool isCentredAcross = false;

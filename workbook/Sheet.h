@@ -10,6 +10,8 @@
 #include "DOM/Table.h"
 #include "Utils/TableRange.h"
 #include "visuals/VisualFormat.h"
+#include "workbook/PageLayout.h"
+#include "workbook/RichText.h"
 
 namespace Zorv::Workbook {
 
@@ -31,15 +33,32 @@ struct RowLayout {
   DOM::SharedCellStylePtr style;  ///< of positions without a cell; may be null
 };
 
+/// `DOM::ParaProps::textRotation` of letters that stand upright, one below the other.
+inline constexpr int stackedRotation = 255;
+
 /// Appearance of a sheet besides its cells.
 struct SheetLayout {
   std::optional<double> defaultColumnWidth;  ///< in widths of the digit 0 of the default font
+  unsigned baseColumnWidth = 8;              ///< digits of a column, where no default is written
   std::optional<double> defaultRowHeight;    ///< in points
+  bool rowsAreFixed = false;                 ///< rows without a height do not fit their texts
+  bool hidesRows = false;                    ///< rows that are not in `rows` are hidden
   std::vector<ColumnLayout> columns;         ///< those that differ from the default, as written
-  std::vector<RowLayout> rows;               ///< those that differ from the default, ascending
+  /// Those that differ from the default, ascending; every row of the file if `hidesRows`.
+  std::vector<RowLayout> rows;
   std::vector<TableRange> mergedRanges;
   bool showGridLines = true;
   bool rightToLeft = false;
+  /// Rows and columns at the beginning that stay in sight, those above and left of them included.
+  unsigned long frozenRows = 0;
+  unsigned long frozenColumns = 0;
+};
+
+/// Address that the cells of a range lead to (ISO/IEC 29500-1, 18.3.1.47).
+struct Hyperlink {
+  TableRange range;
+  /// An address of the schemes http, https and mailto, or a place in the workbook: `#Sheet2!A1`.
+  std::string target;
 };
 
 /// One sheet of a document.
@@ -59,6 +78,9 @@ struct Sheet {
   /// ones.
   bool conditionalFormatsSwitchedOff = false;
   SheetLayout layout;
+  PageLayout page;
+  std::vector<Hyperlink> hyperlinks;  ///< as written; other schemes are left out
+  std::vector<RichCell> richCells;    ///< ascending by row, then by column
 };
 
 }  // namespace Zorv::Workbook

@@ -11,7 +11,6 @@
 #include "FormulaModel/FormulaValueAccess.h"
 #include "workbook/Package/PartError.h"
 #include "workbook/Quote.h"
-#include "workbook/Read/SharedStrings.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/XmlText.h"
 
@@ -25,8 +24,8 @@ FormulaValue textValue(std::string text) { return FormulaModel::FormulaString{st
 
 }  // namespace
 
-CellReader::CellReader(LoadState& state, std::vector<std::string> const& sharedStrings,
-                       StylesReader const& styles, std::size_t sheet, XmlReader& reader)
+CellReader::CellReader(LoadState& state, SharedStrings const& sharedStrings, StylesReader& styles,
+                       std::size_t sheet, XmlReader& reader)
     : _state(state),
       _sharedStrings(sharedStrings),
       _styles(styles),
@@ -63,6 +62,7 @@ void CellReader::readContent(CellIndex place) {
   std::size_t const depth = _reader.getDepth();
   _content.value.clear();
   _content.inlineText.reset();
+  _content.runs.reset();
   _content.hasValue = false;
   _content.hasFormula = false;
   for (;;) {
@@ -76,7 +76,9 @@ void CellReader::readContent(CellIndex place) {
     if (_reader.is("v")) {
       readValueText();
     } else if (_reader.is("is")) {
-      _content.inlineText = readTextItem(_reader);
+      TextItem item = readTextItem(_reader, _state, _styles.getPalette());
+      _content.inlineText = std::move(item.text);
+      _content.runs = std::move(item.runs);
     } else if (_reader.is("f")) {
       _content.hasFormula = true;
       _formulas.read(place);
@@ -115,9 +117,30 @@ void CellReader::store(CellIndex place, DOM::SharedCellStylePtr style) {
   cell.value = std::move(value);
   cell.style = std::move(style);
   cell.hasFormula = _content.hasFormula;
+  keepRuns(place, repeated);
   if (isMissing) {
     _formulas.keepCell(place);
   }
+}
+
+/// A repeated cell may hide an earlier one with runs.
+void CellReader::keepRuns(CellIndex place, bool repeated) {
+  if (_content.runs || (repeated && !_sheet.richCells.empty())) {
+    _sheet.richCells.push_back(
+        {place.getRow().get(), place.getColumn().get(), std::move(_content.runs)});
+    _state.memory.take(sizeof(RichCell));
+  }
+}
+
+void CellReader::finish() {
+  auto& cells = _sheet.richCells;
+  auto const placeOf = [](RichCell const& cell) { return std::pair(cell.row, cell.column); };
+  std::ranges::stable_sort(cells, {}, placeOf);
+  // The last of each place counts, so the order is turned around to find it first.
+  std::ranges::reverse(cells);
+  cells.erase(std::ranges::unique(cells, {}, placeOf).begin(), cells.end());
+  std::ranges::reverse(cells);
+  std::erase_if(cells, [](RichCell const& cell) { return !cell.text; });
 }
 
 /// Cells stand in the order of rows and columns, so that only one out of order can be a repeated
@@ -213,12 +236,16 @@ FormulaValue CellReader::interpretResult() const {
 
 FormulaValue CellReader::interpretShared(CellIndex place) {
   auto const index = parseInteger(_content.value);
-  if (!index || *index < 0 || static_cast<std::size_t>(*index) >= _sharedStrings.size()) {
+  if (!index || *index < 0 || static_cast<std::size_t>(*index) >= _sharedStrings.texts.size()) {
     fail(fmt::format("cell {}", DOM::A1Notation::toAddress(place)),
          fmt::format("refers to the shared text \"{}\", but the file has {}; the file is damaged",
-                     quote(_content.value), _sharedStrings.size()));
+                     quote(_content.value), _sharedStrings.texts.size()));
   }
-  std::string const& text = _sharedStrings[static_cast<std::size_t>(*index)];
+  std::string const& text = _sharedStrings.texts[static_cast<std::size_t>(*index)];
+  if (!_sharedStrings.richTexts.empty()) {
+    auto const runs = _sharedStrings.richTexts.find(static_cast<std::size_t>(*index));
+    _content.runs = runs != _sharedStrings.richTexts.end() ? runs->second : nullptr;
+  }
   _state.sharedTextBytes += text.size();
   _state.memory.take(text.size());
   std::uint64_t const limit =

@@ -1,16 +1,18 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "Utils/CellIndex.h"
 #include "workbook/Read/CellPlaces.h"
 #include "workbook/Read/FormulaReader.h"
 #include "workbook/Read/LoadState.h"
+#include "workbook/Read/SharedStrings.h"
 #include "workbook/Read/StylesReader.h"
+#include "workbook/RichText.h"
 #include "workbook/Xml/XmlReader.h"
 
 namespace Zorv::Workbook {
@@ -19,8 +21,8 @@ namespace Zorv::Workbook {
 class CellReader {
 public:
   /// Borrows everything.
-  CellReader(LoadState& state, std::vector<std::string> const& sharedStrings,
-             StylesReader const& styles, std::size_t sheet, XmlReader& reader);
+  CellReader(LoadState& state, SharedStrings const& sharedStrings, StylesReader& styles,
+             std::size_t sheet, XmlReader& reader);
 
   /// See CellPlaces.
   unsigned long beginRow() { return _places.beginRow(); }
@@ -30,12 +32,16 @@ public:
   /// and beyond the limits.
   void readCell();
 
+  /// After the last cell: orders the texts with runs.
+  void finish();
+
 private:
   /// Contents of a cell element before they are interpreted.
   struct Content {
     std::string type;
     std::string value;
     std::optional<std::string> inlineText;
+    std::shared_ptr<RichText const> runs;  ///< of its text; null for a plain one
     bool hasValue = false;
     bool hasFormula = false;
   };
@@ -44,6 +50,7 @@ private:
   void readContent(CellIndex place);
   void readValueText();
   void store(CellIndex place, DOM::SharedCellStylePtr style);
+  void keepRuns(CellIndex place, bool repeated);
   [[nodiscard]] bool isRepeated(CellIndex place);
   void countCell(CellIndex place);
   [[nodiscard]] bool lacksResult() const noexcept;
@@ -57,8 +64,8 @@ private:
   [[noreturn]] void fail(std::string const& place, std::string const& problem) const;
 
   LoadState& _state;
-  std::vector<std::string> const& _sharedStrings;
-  StylesReader const& _styles;
+  SharedStrings const& _sharedStrings;
+  StylesReader& _styles;
   Sheet& _sheet;
   XmlReader& _reader;
   CellPlaces _places;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -34,6 +35,11 @@ public:
   /// Replaces the first of the indexed colours (ISO/IEC 29500-1, 18.8.27).
   void setIndexed(std::vector<DOM::Colour> const& colours);
 
+  /// The indexed colours after the first eight, which repeat them: those that formats name.
+  [[nodiscard]] std::vector<DOM::Colour> listNamed() const {
+    return {_indexed.begin() + firstNamed, _indexed.end()};
+  }
+
   /// The colour of a colour element (ISO/IEC 29500-1, 18.8.3 and 18.8.19); nothing for a missing
   /// element, and for one without a colour. Counts elements whose attributes are no colour; a tint
   /// that is no number is left out.
@@ -45,6 +51,8 @@ public:
   [[nodiscard]] std::string const& getFirstUnknown() const noexcept { return _firstUnknown; }
 
 private:
+  static constexpr std::ptrdiff_t firstNamed = 8;
+
   void noteUnknown(pugi::xml_attribute attribute);
   [[nodiscard]] std::optional<DOM::Colour> readPlain(pugi::xml_node element,
                                                      AutomaticColour automatic);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "workbook/Read/Values.h"
+#include "workbook/Sheet.h"
 
 namespace Zorv::Workbook {
 
@@ -112,10 +113,12 @@ std::optional<unsigned> readCount(pugi::xml_attribute attribute) {
                                                  : std::nullopt;
 }
 
-/// In degrees, counter-clockwise; files write clockwise ones as 91 and above. Stacked letters (255)
-/// are not a rotation.
+/// In degrees, counter-clockwise; files write clockwise ones as 91 and above.
 std::optional<int> readRotation(pugi::xml_attribute attribute) {
   auto const rotation = parseInteger(attribute.value());
+  if (rotation == stackedRotation) {
+    return stackedRotation;
+  }
   if (!rotation || *rotation < 0 || *rotation > 180) {
     return std::nullopt;
   }
@@ -179,7 +182,10 @@ void setIfPresent(auto& target, auto const& value) {
 void readFont(pugi::xml_node font, Palette& palette, DOM::RunProps& props) {
   // Each cell format has a copy of the name; no font has a longer one.
   constexpr std::size_t longestName = 255;
-  std::string_view const name = font.child("name").attribute("val").value();
+  // Runs of a text have another name for it.
+  pugi::xml_node const nameOfRun = font.child("rFont");
+  std::string_view const name =
+      (nameOfRun ? nameOfRun : font.child("name")).attribute("val").value();
   if (!name.empty() && name.size() <= longestName) {
     props.fontName = name;
   }

@@ -52,6 +52,8 @@ struct LoadState {
   std::uint64_t sharedTextBytes = 0;  ///< copied into cells
   std::uint64_t formulaBytes = 0;     ///< of rules and defined names
   std::size_t tableColumnCount = 0;
+  std::size_t hyperlinkCount = 0;
+  std::size_t textRunCount = 0;
   std::size_t ruleCount = 0;  ///< the number of the next rule
   std::uint64_t ruleAreaCount = 0;
   FormatUses formatUses{};

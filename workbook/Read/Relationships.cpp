@@ -86,10 +86,18 @@ void Relationships::add(std::string_view part, pugi::xml_node element) {
 }
 
 Relationship const* Relationships::find(std::string_view id) const {
+  Relationship const* const found = findAny(id);
+  return found != nullptr && !found->isExternal ? found : nullptr;
+}
+
+Relationship const* Relationships::findExternal(std::string_view id) const {
+  Relationship const* const found = findAny(id);
+  return found != nullptr && found->isExternal ? found : nullptr;
+}
+
+Relationship const* Relationships::findAny(std::string_view id) const {
   auto const found = _indexById.find(std::string(id));
-  return found == _indexById.end() || _relationships[found->second].isExternal
-             ? nullptr
-             : &_relationships[found->second];
+  return found == _indexById.end() ? nullptr : &_relationships[found->second];
 }
 
 Relationship const* Relationships::findKind(std::string_view kind) const noexcept {

@@ -30,10 +30,13 @@ public:
 
   /// The relationship with that identifier, or null. Costs a look into a hash table.
   [[nodiscard]] Relationship const* find(std::string_view id) const;
+  /// The same for relationships to things outside the file.
+  [[nodiscard]] Relationship const* findExternal(std::string_view id) const;
   /// The first relationship of that kind, or null.
   [[nodiscard]] Relationship const* findKind(std::string_view kind) const noexcept;
 
 private:
+  [[nodiscard]] Relationship const* findAny(std::string_view id) const;
   void add(std::string_view part, pugi::xml_node element);
 
   std::vector<Relationship> _relationships;

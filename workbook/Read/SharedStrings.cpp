@@ -1,10 +1,15 @@
 #include "workbook/Read/SharedStrings.h"
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include <fmt/format.h>
+#include <pugixml.hpp>
 
+#include "workbook/Read/FormatElements.h"
 #include "workbook/Xml/XmlText.h"
+#include "workbook/Xml/XmlTree.h"
 
 namespace Zorv::Workbook {
 
@@ -18,15 +23,77 @@ std::string readText(XmlReader& reader) {
   return unescapeXstring(keepsSpaces ? std::string_view(text) : trimXmlSpaces(text));
 }
 
+/// After the start of an `rPr` element: reads up to its end.
+DOM::RunProps readRunProps(XmlReader& reader, Palette& palette) {
+  pugi::xml_document document;
+  DOM::RunProps props;
+  readFont(readTree(reader, document.root()), palette, props);
+  return props;
+}
+
+/// The runs of a text, while it is read.
+class RunCollector {
+public:
+  RunCollector(XmlReader& reader, LoadState& state, Palette& palette) noexcept
+      : _reader(reader), _state(state), _palette(palette) {}
+
+  void begin(std::size_t byte) {
+    if (_state.textRunCount > _state.limits.textRuns) {
+      return;
+    }
+    if (++_state.textRunCount > _state.limits.textRuns) {
+      _runs.clear();
+      _state.document.addFinding(
+          {_reader.getPartName(),
+           {},
+           {},
+           fmt::format("the texts have more than {} runs, which is the limit; later runs look like "
+                       "their cells",
+                       _state.limits.textRuns)});
+      return;
+    }
+    _runs.push_back({byte, {}});
+    _state.memory.take(sizeof(TextRun));
+  }
+
+  /// After the start of an `rPr` element: reads up to its end.
+  void readProps() {
+    DOM::RunProps props = readRunProps(_reader, _palette);
+    if (!_runs.empty()) {
+      _runs.back().props = std::move(props);
+    }
+  }
+
+  /// The runs of the whole text; null if none looks other than its cell.
+  [[nodiscard]] std::shared_ptr<RichText const> finish() {
+    bool const isPlain =
+        std::ranges::all_of(_runs, [](TextRun const& run) { return run.props == DOM::RunProps(); });
+    if (isPlain) {
+      return nullptr;
+    }
+    if (_runs.front().begin > 0) {
+      _runs.insert(_runs.begin(), TextRun());
+    }
+    return std::make_shared<RichText const>(std::move(_runs));
+  }
+
+private:
+  XmlReader& _reader;
+  LoadState& _state;
+  Palette& _palette;
+  RichText _runs;
+};
+
 }  // namespace
 
-std::string readTextItem(XmlReader& reader) {
+TextItem readTextItem(XmlReader& reader, LoadState& state, Palette& palette) {
   std::size_t const depth = reader.getDepth();
   std::string text;
+  RunCollector runs(reader, state, palette);
   for (;;) {
     auto const event = reader.next();
     if (event == XmlReader::Event::End && reader.getDepth() < depth) {
-      return text;
+      return {std::move(text), runs.finish()};
     }
     if (event != XmlReader::Event::Start) {
       continue;
@@ -36,24 +103,32 @@ std::string readTextItem(XmlReader& reader) {
       if (text.size() > reader.getLimits().xmlTokenBytes) {
         reader.fail(fmt::format("a text longer than {} bytes", reader.getLimits().xmlTokenBytes));
       }
-    } else if (!reader.is("r")) {
+    } else if (reader.is("r")) {
+      runs.begin(text.size());
+    } else if (reader.is("rPr")) {
+      runs.readProps();
+    } else {
       reader.skipElement();
     }
   }
 }
 
-std::vector<std::string> readSharedStrings(XmlReader& reader, MemoryCounter& memory) {
-  std::vector<std::string> strings;
+SharedStrings readSharedStrings(XmlReader& reader, LoadState& state, Palette& palette) {
+  SharedStrings strings;
   for (auto event = reader.next(); event != XmlReader::Event::Finished; event = reader.next()) {
     if (event != XmlReader::Event::Start || !reader.is("si")) {
       continue;
     }
-    if (strings.size() >= reader.getLimits().sharedTexts) {
+    if (strings.texts.size() >= reader.getLimits().sharedTexts) {
       reader.fail(fmt::format("the workbook has more than {} shared texts, which is the limit",
                               reader.getLimits().sharedTexts));
     }
-    strings.push_back(readTextItem(reader));
-    memory.take(sizeof(std::string) + strings.back().size());
+    TextItem item = readTextItem(reader, state, palette);
+    if (item.runs) {
+      strings.richTexts.emplace(strings.texts.size(), std::move(item.runs));
+    }
+    strings.texts.push_back(std::move(item.text));
+    state.memory.take(sizeof(std::string) + strings.texts.back().size());
   }
   return strings;
 }

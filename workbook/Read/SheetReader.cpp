@@ -9,6 +9,7 @@
 #include "DOM/A1Notation.h"
 #include "workbook/Package/PartError.h"
 #include "workbook/Quote.h"
+#include "workbook/Read/LinkTarget.h"
 #include "workbook/Read/ListObjectReader.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/XmlTree.h"
@@ -21,8 +22,8 @@ struct SheetReader::Entry {
   Handler handler;
 };
 
-SheetReader::SheetReader(LoadState& state, std::vector<std::string> const& sharedStrings,
-                         StylesReader& styles, std::size_t sheet, XmlReader& reader)
+SheetReader::SheetReader(LoadState& state, SharedStrings const& sharedStrings, StylesReader& styles,
+                         std::size_t sheet, XmlReader& reader)
     : _state(state),
       _styles(styles),
       _index(sheet),
@@ -30,7 +31,8 @@ SheetReader::SheetReader(LoadState& state, std::vector<std::string> const& share
       _reader(reader),
       _relationships(state.archive, _sheet.part, state.limits),
       _cells(state, sharedStrings, styles, sheet, reader),
-      _conditionalFormats(state, styles, sheet) {}
+      _conditionalFormats(state, styles, sheet),
+      _page(_sheet.page, reader) {}
 
 void SheetReader::read() {
   _reader.next();
@@ -44,7 +46,9 @@ void SheetReader::read() {
       }
     }
   }
+  _cells.finish();
   _conditionalFormats.finish();
+  _page.finish();
   if (_relationships.findKind("pivotTable") != nullptr) {
     _state.formatUses.setUnknown();
   }
@@ -71,15 +75,24 @@ SheetReader::Handler SheetReader::findHandler(XmlReader const& reader) noexcept 
       Entry{XmlNamespace::Spreadsheet, "col", &SheetReader::readColumn},
       Entry{XmlNamespace::Spreadsheet, "sheetPr", &SheetReader::readProperties},
       Entry{XmlNamespace::Spreadsheet, "sheetView", &SheetReader::readView},
+      Entry{XmlNamespace::Spreadsheet, "pane", &SheetReader::readPane},
       Entry{XmlNamespace::Spreadsheet, "sheetFormatPr", &SheetReader::readFormat},
       Entry{XmlNamespace::Spreadsheet, "mergeCell", &SheetReader::readMerge},
+      Entry{XmlNamespace::Spreadsheet, "hyperlink", &SheetReader::readHyperlink},
       Entry{XmlNamespace::Spreadsheet, "conditionalFormatting",
             &SheetReader::readConditionalFormatting},
       Entry{XmlNamespace::Extension2009, "conditionalFormatting",
             &SheetReader::readConditionalFormatting},
       Entry{XmlNamespace::Spreadsheet, "tablePart", &SheetReader::readTablePart},
       Entry{XmlNamespace::Spreadsheet, "colorFilter", &SheetReader::readFormatUse},
-      Entry{XmlNamespace::Spreadsheet, "sortCondition", &SheetReader::readFormatUse}};
+      Entry{XmlNamespace::Spreadsheet, "sortCondition", &SheetReader::readFormatUse},
+      Entry{XmlNamespace::Spreadsheet, "pageSetUpPr", &SheetReader::readPageElement},
+      Entry{XmlNamespace::Spreadsheet, "pageMargins", &SheetReader::readPageElement},
+      Entry{XmlNamespace::Spreadsheet, "pageSetup", &SheetReader::readPageElement},
+      Entry{XmlNamespace::Spreadsheet, "printOptions", &SheetReader::readPageElement},
+      Entry{XmlNamespace::Spreadsheet, "rowBreaks", &SheetReader::readPageElement},
+      Entry{XmlNamespace::Spreadsheet, "colBreaks", &SheetReader::readPageElement},
+      Entry{XmlNamespace::Spreadsheet, "brk", &SheetReader::readPageElement}};
   auto const* const found = std::find_if(entries.begin(), entries.end(), [&reader](Entry const& e) {
     return reader.is(e.ns, e.name);
   });
@@ -93,13 +106,41 @@ void SheetReader::readProperties() {
 void SheetReader::readView() {
   _sheet.layout.showGridLines = getFlag("showGridLines", true);
   _sheet.layout.rightToLeft = getFlag("rightToLeft", false);
+  _viewCorner = findCorner("topLeftCell");
+}
+
+/// The splits count rows and columns of a frozen pane, from the view's corner on
+/// (ISO/IEC 29500-1, 18.3.1.66); of a movable one, they are lengths.
+void SheetReader::readPane() {
+  std::string_view const state = _reader.getAttribute("state").value_or("split");
+  if (state == "split") {
+    return;
+  }
+  _sheet.layout.frozenRows = findSplit("ySplit", _viewCorner.getRow().get(), DOM::Table::rowCount);
+  _sheet.layout.frozenColumns =
+      findSplit("xSplit", _viewCorner.getColumn().get(), DOM::Table::columnCount);
+}
+
+/// The line after those of a split that begins at `first`; 0 without a split.
+unsigned long SheetReader::findSplit(std::string_view attribute, unsigned long first,
+                                     unsigned long end) const {
+  auto const count = parseNumber(_reader.getAttribute(attribute).value_or("")).value_or(0);
+  double const last = std::min(static_cast<double>(first) + count, static_cast<double>(end));
+  return count >= 1 ? static_cast<unsigned long>(last) : 0;
 }
 
 void SheetReader::readFormat() {
   _sheet.layout.defaultColumnWidth =
       parseNumber(_reader.getAttribute("defaultColWidth").value_or(""));
+  auto const digits = parseInteger(_reader.getAttribute("baseColWidth").value_or(""));
+  constexpr long mostDigits = 255;
+  if (digits && 0 <= *digits && *digits <= mostDigits) {
+    _sheet.layout.baseColumnWidth = static_cast<unsigned>(*digits);
+  }
   _sheet.layout.defaultRowHeight =
       parseNumber(_reader.getAttribute("defaultRowHeight").value_or(""));
+  _sheet.layout.rowsAreFixed = getFlag("customHeight", false);
+  _sheet.layout.hidesRows = getFlag("zeroHeight", false);
 }
 
 void SheetReader::readColumn() {
@@ -126,7 +167,7 @@ void SheetReader::readRow() {
   row.height = parseNumber(_reader.getAttribute("ht").value_or(""));
   row.hidden = getFlag("hidden", false);
   row.style = getFlag("customFormat", false) ? findStyle("s") : nullptr;
-  if (row.height || row.hidden || row.style) {
+  if (row.height || row.hidden || row.style || _sheet.layout.hidesRows) {
     _sheet.layout.rows.push_back(std::move(row));
     _state.memory.take(sizeof(RowLayout));
   }
@@ -144,6 +185,31 @@ void SheetReader::readMerge() {
                                 "the merged area is no range of the sheet; it is left out"});
   }
 }
+
+void SheetReader::readHyperlink() {
+  auto const range = DOM::A1Notation::parseRange(_reader.getAttribute("ref").value_or(""));
+  if (!range || _state.hyperlinkCount > _state.limits.hyperlinks) {
+    return;
+  }
+  std::string const id(_reader.getAttribute("id", XmlNamespace::Relationships).value_or(""));
+  Relationship const* const external = _relationships.findExternal(id);
+  std::string_view const place = _reader.getAttribute("location").value_or("");
+  auto target = makeLinkTarget(external != nullptr ? external->target : std::string(), place);
+  if (!target) {
+    return;
+  }
+  if (++_state.hyperlinkCount > _state.limits.hyperlinks) {
+    addFinding(
+        fmt::format("the workbook has more than {} hyperlinks, which is the limit; later "
+                    "ones are left out",
+                    _state.limits.hyperlinks));
+    return;
+  }
+  _state.memory.take(sizeof(Hyperlink) + target->size());
+  _sheet.hyperlinks.push_back({*range, *std::move(target)});
+}
+
+void SheetReader::readPageElement() { _page.readElement(); }
 
 void SheetReader::readConditionalFormatting() {
   pugi::xml_document document;
@@ -184,6 +250,12 @@ void SheetReader::addFinding(std::string message) {
 DOM::SharedCellStylePtr SheetReader::findStyle(std::string_view attribute) const {
   auto const index = parseInteger(_reader.getAttribute(attribute).value_or("0"));
   return index && *index > 0 ? _styles.getCellStyle(static_cast<std::size_t>(*index)) : nullptr;
+}
+
+/// The cell that an attribute names; A1 if it names none.
+CellIndex SheetReader::findCorner(std::string_view attribute) const {
+  return DOM::A1Notation::parseCell(_reader.getAttribute(attribute).value_or(""))
+      .value_or(CellIndex(RowIndex(0), ColumnIndex(0)));
 }
 
 bool SheetReader::getFlag(std::string_view attribute, bool missing) const {

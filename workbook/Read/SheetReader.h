@@ -4,12 +4,14 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "Utils/CellIndex.h"
 #include "workbook/Read/CellReader.h"
 #include "workbook/Read/ConditionalFormatReader.h"
 #include "workbook/Read/LoadState.h"
+#include "workbook/Read/PageReader.h"
 #include "workbook/Read/Relationships.h"
+#include "workbook/Read/SharedStrings.h"
 #include "workbook/Read/StylesReader.h"
 #include "workbook/Xml/XmlReader.h"
 
@@ -19,7 +21,7 @@ namespace Zorv::Workbook {
 class SheetReader {
 public:
   /// Borrows everything. The sheet of that index must have its name and part already.
-  SheetReader(LoadState& state, std::vector<std::string> const& sharedStrings, StylesReader& styles,
+  SheetReader(LoadState& state, SharedStrings const& sharedStrings, StylesReader& styles,
               std::size_t sheet, XmlReader& reader);
 
   /// Throws PartError if the part is damaged or beyond the limits.
@@ -33,11 +35,14 @@ private:
 
   void readProperties();
   void readView();
+  void readPane();
   void readFormat();
   void readColumn();
   void readRow();
   void readCell();
   void readMerge();
+  void readHyperlink();
+  void readPageElement();
   void readConditionalFormatting();
   void readTablePart();
   void readFormatUse();
@@ -45,6 +50,9 @@ private:
   void addFinding(std::string message);
 
   [[nodiscard]] DOM::SharedCellStylePtr findStyle(std::string_view attribute) const;
+  [[nodiscard]] CellIndex findCorner(std::string_view attribute) const;
+  [[nodiscard]] unsigned long findSplit(std::string_view attribute, unsigned long first,
+                                        unsigned long end) const;
   [[nodiscard]] bool getFlag(std::string_view attribute, bool missing) const;
 
   LoadState& _state;
@@ -55,7 +63,9 @@ private:
   Relationships _relationships;
   CellReader _cells;
   ConditionalFormatReader _conditionalFormats;
-  std::set<std::string> _tableParts;  ///< read so far
+  PageReader _page;
+  CellIndex _viewCorner{RowIndex(0), ColumnIndex(0)};  ///< the first cell that the view shows
+  std::set<std::string> _tableParts;                   ///< read so far
 };
 
 }  // namespace Zorv::Workbook

@@ -12,7 +12,6 @@
 #include "workbook/Package/PartError.h"
 #include "workbook/Quote.h"
 #include "workbook/Read/ExternalLinkReader.h"
-#include "workbook/Read/SharedStrings.h"
 #include "workbook/Read/SheetReader.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/OpenXml.h"
@@ -54,7 +53,8 @@ void WorkbookReader::read() {
   Palette palette(readTheme());
   StylesReader styles(palette, _state.document.getStyles());
   readStyles(styles);
-  std::vector<std::string> const sharedStrings = readSharedStrings();
+  _state.document.setPalette(palette.listNamed());
+  SharedStrings const sharedStrings = readSharedStrings(palette);
   for (std::size_t index = 0; index < _state.document.getSheets().size(); ++index) {
     Sheet const& sheet = _state.document.getSheets()[index];
     if (sheet.isWorksheet) {
@@ -275,13 +275,13 @@ void WorkbookReader::readStyles(StylesReader& styles) {
   _state.document.setDefaultCellStyle(styles.getCellStyle(0));
 }
 
-std::vector<std::string> WorkbookReader::readSharedStrings() {
+SharedStrings WorkbookReader::readSharedStrings(Palette& palette) {
   std::string const part = findPart("sharedStrings");
   if (part.empty()) {
     return {};
   }
   auto const reader = openXml(_state.archive, part, PartUse::Streamed, _state.limits);
-  return Workbook::readSharedStrings(*reader, _state.memory);
+  return Workbook::readSharedStrings(*reader, _state, palette);
 }
 
 /// Colours that cannot be read are told at the end: rules may have formats of their own.

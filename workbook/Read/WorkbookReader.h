@@ -3,12 +3,12 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
-#include <vector>
 
 #include <pugixml.hpp>
 
 #include "workbook/Read/LoadState.h"
 #include "workbook/Read/Relationships.h"
+#include "workbook/Read/SharedStrings.h"
 #include "workbook/Read/StylesReader.h"
 
 namespace Zorv::Workbook {
@@ -34,7 +34,7 @@ private:
   void readExternalLinks(pugi::xml_node workbook);
   [[nodiscard]] ThemeColours readTheme();
   void readStyles(StylesReader& styles);
-  [[nodiscard]] std::vector<std::string> readSharedStrings();
+  [[nodiscard]] SharedStrings readSharedStrings(Palette& palette);
   void reportColours(Palette const& palette);
   void addFinding(std::string message);
   void addFinding(Sheet const& sheet, std::string message);
