@@ -1,15 +1,26 @@
 #include "render/BuildPicture.h"
 
+#include <utility>
+
+#include "OfficeUtils/LocaleContext.h"
+#include "render/Build/Resolution.h"
+#include "render/Build/SheetBuilder.h"
+
 namespace Zorv::Render {
 
 Picture buildPicture(Workbook::Document const& document, PictureOptions const& options) {
+  OfficeUtils::LocaleContext const locale(options.localeName, document.getDateSystem());
+  SheetResolver const resolver(document, options);
+  BuildState state{.document = document,
+                   .options = options,
+                   .resolver = resolver,
+                   .locale = locale,
+                   .positionsLeft = options.positionLimit};
   Picture picture;
   for (SheetSelection const& selection : options.sheets) {
-    SheetPicture sheet;
-    sheet.sheet = selection.sheet;
-    sheet.name = document.getSheets().at(selection.sheet).name;
-    picture.sheets.push_back(std::move(sheet));
+    picture.sheets.push_back(buildSheet(state, selection));
   }
+  picture.findings = std::move(state.findings);
   return picture;
 }
 

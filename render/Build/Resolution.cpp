@@ -1,0 +1,167 @@
+#include "render/Build/Resolution.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "DOM/A1Notation.h"
+#include "visuals/VisualResolver.h"
+#include "workbook/DocumentValueProvider.h"
+
+namespace Zorv::Render {
+
+namespace {
+
+namespace CF = ConditionalFormatters;
+using DOM::Table;
+
+std::unique_ptr<CF::ValueContextProvider> makeProvider(Workbook::Document const& document,
+                                                       PictureOptions const& options) {
+  return std::make_unique<Workbook::DocumentValueProvider>(document, options.localeName,
+                                                           options.timeZone);
+}
+
+/// True for whole rows and columns, and for ranges that end where the sheet ends.
+bool isUnbounded(TableRange const& range) noexcept {
+  return range.endRow == Table::rowCount || range.endColumn == Table::columnCount;
+}
+
+std::string describeFailure(std::exception_ptr const& failure) {
+  try {
+    std::rethrow_exception(failure);
+  } catch (std::exception const& exception) {
+    return exception.what();
+  }
+}
+
+/// The first failures of a sheet's cells, and the number of the others.
+class FailureList {
+public:
+  FailureList(std::string const& sheet, std::vector<std::string>& findings) noexcept
+      : _sheet(sheet), _findings(findings) {}
+
+  void add(DOM::CellInfo const& cell, std::exception_ptr const& failure) {
+    constexpr std::size_t most = 10;
+    if (++_count <= most) {
+      _findings.push_back(fmt::format(
+          "{}, cell {}: is drawn without the conditional format that fails there: {}", _sheet,
+          DOM::A1Notation::toAddress(cell.getCellIndex()), describeFailure(failure)));
+    } else {
+      ++_others;
+    }
+  }
+
+  void finish() const {
+    if (_others > 0) {
+      _findings.push_back(
+          fmt::format("{}: conditional formats fail in {} more cells", _sheet, _others));
+    }
+  }
+
+private:
+  std::string const& _sheet;
+  std::vector<std::string>& _findings;
+  std::size_t _count = 0;
+  std::size_t _others = 0;
+};
+
+}  // namespace
+
+DecidedPosition const* Resolution::find(unsigned long row, unsigned long column) const noexcept {
+  auto const placeOf = [](DecidedPosition const& position) {
+    return std::pair<unsigned long, unsigned long>(position.row, position.column);
+  };
+  std::pair const wanted(row, column);
+  auto const found = std::ranges::lower_bound(positions, wanted, {}, placeOf);
+  return found != positions.end() && placeOf(*found) == wanted ? &*found : nullptr;
+}
+
+SheetResolver::SheetResolver(Workbook::Document const& document, PictureOptions const& options)
+    : _document(document),
+      _options(options),
+      _calculator(makeProvider(document, options)),
+      _values(makeProvider(document, options)) {}
+
+Analysis::SheetRules SheetResolver::listRules(std::size_t sheet) const {
+  return {_document, sheet,
+          _calculator.getConditionalFormatRefs(*_document.getSheets()[sheet].table)};
+}
+
+CF::TablePass SheetResolver::makePass(std::size_t index, TableRange const& bounds,
+                                      std::vector<std::string>& findings) const {
+  Workbook::Sheet const& sheet = _document.getSheets()[index];
+  CF::TablePass pass{.range = bounds,
+                     .positions = CF::TablePass::Positions::Areas,
+                     .threadCount = _options.threadCount,
+                     .onFailure = CF::TablePass::OnFailure::Skip,
+                     .budget = _options.budget};
+  TableRange const used = sheet.table->getUsedRange();
+  for (Workbook::Rule const& rule : _document.getRulesOfSheet(index)) {
+    if (!rule.isResolved()) {
+      continue;
+    }
+    for (TableRange const& range : rule.ranges) {
+      TableRange const part =
+          intersect(range, isUnbounded(range) ? intersect(used, bounds) : bounds);
+      if (!part.isEmpty()) {
+        pass.areas.push_back(part);
+      }
+    }
+  }
+  std::uint64_t const count = CF::TableResolver::countPositions(pass);
+  if (count > _options.positionLimit) {
+    findings.push_back(
+        fmt::format("{}: the ranges of the rules have {} positions; conditional formats are drawn "
+                    "in existing cells alone",
+                    sheet.name, count));
+    pass.positions = CF::TablePass::Positions::Existing;
+    pass.areas.clear();
+  }
+  return pass;
+}
+
+Resolution SheetResolver::resolve(std::size_t index, TableRange const& bounds,
+                                  Analysis::SheetRules const& rules, Decisions& decisions,
+                                  std::vector<std::string>& findings) const {
+  Workbook::Sheet const& sheet = _document.getSheets()[index];
+  Resolution resolution;
+  auto const resolver = _calculator.prepare(_document.getStyles(), *sheet.table);
+  auto const& conditionalFormats = _calculator.getConditionalFormatRefs(*sheet.table);
+  if (conditionalFormats.empty() && sheet.visualFormats.empty()) {
+    return resolution;
+  }
+  Visuals::VisualResolver const visuals({.table = *sheet.table,
+                                         .formats = sheet.visualFormats,
+                                         .provider = *_values,
+                                         .conditionalFormats = conditionalFormats,
+                                         .resolver = resolver,
+                                         .styles = _document.getStyles()});
+  FailureList failures(sheet.name, findings);
+  visuals.visit(makePass(index, bounds, findings), [&](Visuals::VisualCell const& cell) {
+    auto const& resolved = cell.resolved;
+    if (resolved.failure != nullptr) {
+      failures.add(resolved.cellInfo, resolved.failure->exception);
+    } else if (cell.failure != nullptr) {
+      failures.add(resolved.cellInfo, cell.failure->exception);
+    }
+    if (!resolved.style && cell.visuals.isEmpty()) {
+      return;
+    }
+    DecidedPosition position;
+    position.row = static_cast<std::uint32_t>(resolved.cellInfo.getRowIndex());
+    position.column = static_cast<std::uint32_t>(resolved.cellInfo.getColIndex());
+    position.decision = decisions.intern(resolved.formats, rules.rulesOf(cell.visuals));
+    position.style = resolved.style;
+    if (!cell.visuals.isEmpty()) {
+      resolution.visuals.push_back(cell.visuals);
+      position.visuals = static_cast<std::uint32_t>(resolution.visuals.size());
+    }
+    resolution.positions.push_back(std::move(position));
+  });
+  failures.finish();
+  return resolution;
+}
+
+}  // namespace Zorv::Render
