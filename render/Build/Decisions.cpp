@@ -1,24 +1,50 @@
 #include "render/Build/Decisions.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
+#include <variant>
 
-#include "workbook/Quote.h"
+#include "words/ConditionText.h"
+#include "words/StyleText.h"
+#include "words/VisualText.h"
 
 namespace Zorv::Render {
 
 namespace {
 
-/// The rule as the file names it, and its formulas.
-std::string describeRule(Workbook::Rule const& rule) {
-  std::string text = rule.type;
-  if (!rule.operatorText.empty()) {
-    text += " " + rule.operatorText;
+/// The colour that stands for a visual format: that of its highest values, or of its bars.
+std::optional<DOM::Colour> findVisualColour(Visuals::VisualKind const& kind) {
+  if (auto const* const scale = std::get_if<Visuals::ColourScale>(&kind)) {
+    return scale->points.empty() ? std::nullopt : std::optional(scale->points.back().colour);
   }
-  for (std::string const& formula : rule.formulas) {
-    text += " " + Workbook::quote(formula);
+  auto const* const bar = std::get_if<Visuals::DataBar>(&kind);
+  return bar != nullptr ? bar->fill : std::nullopt;
+}
+
+/// The colour that a style fills with, else that of its text.
+std::optional<DOM::Colour> findStyleColour(DOM::CellStyle const& style) {
+  auto const fill = Words::findFillColour(style);
+  return fill || !style.getRunProps() ? fill : style.getRunProps()->colour;
+}
+
+PictureRule makeRule(Workbook::Document const& document, Workbook::Rule const& rule) {
+  PictureRule result;
+  result.number = rule.number;
+  result.text = Words::describeCondition(rule);
+  result.ranges = Words::describeRanges(rule);
+  result.areas = rule.ranges;
+  result.priority = rule.priority;
+  result.stopsWhereTrue = rule.stopIfTrue;
+  if (rule.visual != nullptr) {
+    result.style = Words::describeDrawing(rule.visual->kind);
+    result.colour = findVisualColour(rule.visual->kind);
+  } else {
+    DOM::CellStyle const style = Analysis::findRuleStyle(document, rule);
+    result.style = Words::describe(style);
+    result.colour = findStyleColour(style);
   }
-  return text;
+  return result;
 }
 
 }  // namespace
@@ -41,10 +67,7 @@ Decisions::Decisions(Workbook::Document const& document, std::size_t sheet,
   Analysis::sortByPriority(resolved);
   for (Workbook::Rule const* rule : resolved) {
     _indexByNumber[rule->number - _firstNumber] = static_cast<std::uint32_t>(_rules.size());
-    _rules.push_back({.number = rule->number,
-                      .text = describeRule(*rule),
-                      .ranges = rule->rangeText,
-                      .cellCount = 0});
+    _rules.push_back(makeRule(document, *rule));
   }
 }
 

@@ -141,8 +141,9 @@ double countWrappedLines(std::string_view text, FontMeasures const& font, double
         used = 0;
       }
       // A word wider than the cell is broken.
-      wrapped += std::floor(word / room);
-      used += std::fmod(word, room);
+      double const broken = std::max(std::ceil(word / room) - 1, 0.0);
+      wrapped += broken;
+      used += word - broken * room;
       rest.remove_prefix(wordEnd);
     }
     lines += wrapped;
