@@ -17,6 +17,7 @@ namespace {
 
 using DOM::HorizontalAlignment;
 
+constexpr double middle = 0.5;        // of a cell
 constexpr double pixelsOfIndent = 7;  // one character
 
 std::size_t countIndent(Look const& look, std::size_t most) noexcept {
@@ -76,14 +77,76 @@ double findMiddle(std::size_t place, Stretch const& places) noexcept {
 
 }  // namespace
 
+CellPainter::CellPainter(SheetPicture const& sheet, CharacterGrid const& grid,
+                         RowBorders const& borders, RowCells const& cells, bool hasColours,
+                         Canvas& canvas)
+    : _sheet(sheet),
+      _grid(grid),
+      _borders(borders),
+      _isFree(grid.getColumnCount(), true),
+      _hasColours(hasColours),
+      _canvas(canvas) {
+  for (PictureCell const* const cell : cells) {
+    bool const isMerged = cell->rowCount > 1 || cell->columnCount > 1;
+    if (isMerged || !cell->text.empty() || cell->bar || cell->icon) {
+      auto const end = std::min<std::size_t>(cell->column + cell->columnCount, _isFree.size());
+      std::fill(_isFree.begin() + cell->column, _isFree.begin() + static_cast<std::ptrdiff_t>(end),
+                false);
+    }
+  }
+}
+
 void CellPainter::paintLine(std::size_t row) {
   auto const lines = _grid.findLines(static_cast<std::uint32_t>(row), 1);
-  std::size_t const end = lines.end + (_grid.findBorderLine(row + 1) ? 1 : 0);
   for (std::uint32_t column = 0; column < _grid.getColumnCount(); ++column) {
-    auto const own = _sheet.rows[row].look;
-    auto const& fill = _sheet.looks[own != 0 ? own : _sheet.columns[column].look].fill;
+    auto const& fill = findLineFill(row, column);
     if (fill.pattern != DOM::FillPattern::None) {
-      paintFill(fill, withBorderAfter(_grid.findPlaces(column, 1), column + 1), {lines.begin, end});
+      paintFill(fill, withBorderAfter(_grid.findPlaces(column, 1), column + 1), lines);
+    }
+  }
+}
+
+CellFill const& CellPainter::findLineFill(std::size_t row, std::size_t column) const noexcept {
+  auto const own = _sheet.rows[row].look;
+  return _sheet.looks[own != 0 ? own : _sheet.columns[column].look].fill;
+}
+
+CellFill CellPainter::findFill(PictureCell const& cell) const {
+  auto fill = _sheet.looks[cell.look].fill;
+  if (cell.scaleColour) {
+    fill.pattern = DOM::FillPattern::Solid;
+    fill.colour = *cell.scaleColour;
+  }
+  return fill;
+}
+
+std::vector<DOM::Colour> CellPainter::findColours(std::size_t row, RowCells const& cells) const {
+  std::vector<DOM::Colour> colours;
+  for (std::size_t column = 0; column < _grid.getColumnCount(); ++column) {
+    colours.push_back(findFillColour(findLineFill(row, column), middle, middle));
+  }
+  for (PictureCell const* const cell : cells) {
+    auto const end = std::min<std::size_t>(cell->column + cell->columnCount, colours.size());
+    std::fill(colours.begin() + cell->column, colours.begin() + static_cast<std::ptrdiff_t>(end),
+              findFillColour(findFill(*cell), middle, middle));
+  }
+  return colours;
+}
+
+void CellPainter::paintBorderLine(std::size_t row, RowCells const& cells,
+                                  RowCells const& nextCells) {
+  auto const line = _grid.findBorderLine(row + 1);
+  if (!line || row + 1 == _sheet.rows.size()) {
+    return;
+  }
+  auto const above = findColours(row, cells);
+  auto const below = findColours(row + 1, nextCells);
+  for (std::uint32_t column = 0; column < above.size(); ++column) {
+    if (above[column] == below[column]) {
+      auto const places = withBorderAfter(_grid.findPlaces(column, 1), column + 1);
+      for (std::size_t place = places.begin; place < places.end; ++place) {
+        _canvas.setGround(*line, place, above[column]);
+      }
     }
   }
 }
@@ -93,14 +156,8 @@ void CellPainter::paintGround(PictureCell const& cell) {
   if (places.size() == 0) {
     return;
   }
-  auto fill = _sheet.looks[cell.look].fill;
-  if (cell.scaleColour) {
-    fill.pattern = DOM::FillPattern::Solid;
-    fill.colour = *cell.scaleColour;
-  }
-  auto lines = _grid.findLines(cell.row, cell.rowCount);
-  lines.end += _grid.findBorderLine(cell.row + cell.rowCount) ? 1 : 0;
-  paintFill(fill, withBorderAfter(places, cell.column + cell.columnCount), lines);
+  paintFill(findFill(cell), withBorderAfter(places, cell.column + cell.columnCount),
+            _grid.findLines(cell.row, cell.rowCount));
 }
 
 void CellPainter::paintFill(CellFill const& fill, Stretch places, Stretch lines) {
@@ -124,12 +181,15 @@ void CellPainter::paintContent(PictureCell const& cell) {
     return;
   }
   auto const lines = _grid.findLines(cell.row, cell.rowCount);
+  if (cell.horizontal == HorizontalAlignment::CenterContinuous) {
+    places = _grid.findPlaces(cell.column, cell.columnCount + cell.freeRight);
+  }
   if (cell.bar) {
     auto const direction = cell.bar->bar->direction;
     bool const fromRight = direction == Visuals::BarDirection::Context
                                ? _sheet.rightToLeft
                                : direction == Visuals::BarDirection::RightToLeft;
-    paintBar(*cell.bar, {places, lines, fromRight}, _hasColours, _canvas);
+    paintBar(*cell.bar, {findBarPlaces(cell, places), lines, fromRight}, _hasColours, _canvas);
   }
   leaveGap(places);
   if (cell.icon) {
@@ -138,6 +198,13 @@ void CellPainter::paintContent(PictureCell const& cell) {
   if (!cell.text.empty() && places.size() > 0) {
     paintText(cell, places, lines);
   }
+}
+
+/// Without colours a bar stands beside the texts of its column, which would hide where it ends.
+Stretch CellPainter::findBarPlaces(PictureCell const& cell, Stretch places) const noexcept {
+  std::size_t const taken = std::min(_grid.getTextWidthBesideBars(cell.column), places.size());
+  return cell.horizontal == HorizontalAlignment::Left ? Stretch{places.begin + taken, places.end}
+                                                      : Stretch{places.begin, places.end - taken};
 }
 
 /// Takes from the places what the icon needs.
@@ -199,26 +266,25 @@ void CellPainter::paintTextLine(PictureCell const& cell, TextPlace const& text, 
   std::size_t const spare = text.room.size() - std::min(text.room.size(), width);
   std::size_t const indent = countIndent(_sheet.looks[cell.look], spare);
   auto place = findStart(text, width, indent);
-  if (cell.bar && !_hasColours && place > text.own.begin) {
-    // A gap between the blocks of the bar and the text.
-    _canvas.put(line, place - 1, place, {" ", 1, 0}, {});
-  }
   for (Glyph const& glyph : glyphs) {
     _canvas.put(line, place, text.room.end, glyph, findStyle(cell, glyph.run));
     place += glyph.width;
   }
 }
 
-/// The places of the text, with those of empty neighbours up to the next border.
+/// The places of the text, with those of empty neighbours up to the next border. The picture says
+/// which of them its texts need; with characters they may need more.
 Stretch CellPainter::findRoom(PictureCell const& cell, Stretch own) const noexcept {
   auto const& look = _sheet.looks[cell.look];
   if (cell.content != CellContent::Text || wraps(look, cell) || isUpright(look)) {
     return own;
   }
-  std::uint32_t const before =
-      countFreeBefore(cell, _sheet.rightToLeft ? cell.freeRight : cell.freeLeft);
-  std::uint32_t const after =
-      countFreeAfter(cell, _sheet.rightToLeft ? cell.freeLeft : cell.freeRight);
+  bool const runsLeft = isCentred(cell.horizontal) || cell.horizontal == HorizontalAlignment::Right;
+  bool const runsRight = isCentred(cell.horizontal) || cell.horizontal == HorizontalAlignment::Left;
+  bool const runsBack = _sheet.rightToLeft ? runsRight : runsLeft;
+  bool const runsOn = _sheet.rightToLeft ? runsLeft : runsRight;
+  std::uint32_t const before = runsBack ? countFreeBefore(cell) : 0;
+  std::uint32_t const after = runsOn ? countFreeAfter(cell) : 0;
   auto all = _grid.findPlaces(cell.column - before, before + cell.columnCount + after);
   leaveGap(all);
   bool const reachesLeft = (_sheet.rightToLeft ? after : before) > 0;
@@ -226,20 +292,19 @@ Stretch CellPainter::findRoom(PictureCell const& cell, Stretch own) const noexce
   return {reachesLeft ? all.begin : own.begin, reachesRight ? all.end : own.end};
 }
 
-std::uint32_t CellPainter::countFreeBefore(PictureCell const& cell,
-                                           std::uint32_t most) const noexcept {
+std::uint32_t CellPainter::countFreeBefore(PictureCell const& cell) const noexcept {
   std::uint32_t count = 0;
-  while (count < std::min(most, cell.column) && !hasBorder(cell.column - count)) {
+  while (count < cell.column && _isFree[cell.column - count - 1] &&
+         !hasBorder(cell.column - count)) {
     ++count;
   }
   return count;
 }
 
-std::uint32_t CellPainter::countFreeAfter(PictureCell const& cell,
-                                          std::uint32_t most) const noexcept {
+std::uint32_t CellPainter::countFreeAfter(PictureCell const& cell) const noexcept {
   std::uint32_t count = 0;
   std::uint32_t const end = cell.column + cell.columnCount;
-  while (count < most && end + count < _grid.getColumnCount() && !hasBorder(end + count)) {
+  while (end + count < _isFree.size() && _isFree[end + count] && !hasBorder(end + count)) {
     ++count;
   }
   return count;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "render/Picture.h"
 #include "render/Terminal/Canvas.h"
@@ -21,30 +22,34 @@ struct TextPlace {
 /// Paints cells on the lines of one row.
 class CellPainter {
 public:
-  /// `borders` are those of the row. Borrows everything.
+  /// `borders` and `cells` are those of the row. Borrows everything but the cells.
   CellPainter(SheetPicture const& sheet, CharacterGrid const& grid, RowBorders const& borders,
-              bool hasColours, Canvas& canvas)
-      : _sheet(sheet), _grid(grid), _borders(borders), _hasColours(hasColours), _canvas(canvas) {}
+              RowCells const& cells, bool hasColours, Canvas& canvas);
 
   /// The fills of the positions of a row that have no cell.
   void paintLine(std::size_t row);
-  /// The fill of a cell. It reaches over the places of the borders after and below it.
+  /// The ground of the border below a row: the fill that the rows have in common.
+  void paintBorderLine(std::size_t row, RowCells const& cells, RowCells const& nextCells);
+  /// The fill of a cell. It reaches over the place of the border after it.
   void paintGround(PictureCell const& cell);
   /// The bar, the icon and the text of a cell; all grounds must be painted before.
   void paintContent(PictureCell const& cell);
 
 private:
+  [[nodiscard]] CellFill const& findLineFill(std::size_t row, std::size_t column) const noexcept;
+  [[nodiscard]] CellFill findFill(PictureCell const& cell) const;
+  /// The fills of a row, one for each column.
+  [[nodiscard]] std::vector<DOM::Colour> findColours(std::size_t row, RowCells const& cells) const;
   void paintFill(CellFill const& fill, Stretch places, Stretch lines);
+  [[nodiscard]] Stretch findBarPlaces(PictureCell const& cell, Stretch places) const noexcept;
   void paintIcon(PictureCell const& cell, Stretch& places, std::size_t line);
   void paintText(PictureCell const& cell, Stretch own, Stretch lines);
   void paintPieces(PictureCell const& cell, Stretch own, Stretch lines);
   void paintTextLine(PictureCell const& cell, TextPlace const& text, std::size_t line,
                      GlyphLine const& glyphs);
   [[nodiscard]] Stretch findRoom(PictureCell const& cell, Stretch own) const noexcept;
-  [[nodiscard]] std::uint32_t countFreeBefore(PictureCell const& cell,
-                                              std::uint32_t most) const noexcept;
-  [[nodiscard]] std::uint32_t countFreeAfter(PictureCell const& cell,
-                                             std::uint32_t most) const noexcept;
+  [[nodiscard]] std::uint32_t countFreeBefore(PictureCell const& cell) const noexcept;
+  [[nodiscard]] std::uint32_t countFreeAfter(PictureCell const& cell) const noexcept;
   [[nodiscard]] bool hasBorder(std::uint32_t column) const noexcept;
   void leaveGap(Stretch& places) const noexcept;
   [[nodiscard]] Stretch withBorderAfter(Stretch places, std::size_t endColumn) const noexcept;
@@ -53,6 +58,7 @@ private:
   SheetPicture const& _sheet;
   CharacterGrid const& _grid;
   RowBorders const& _borders;
+  std::vector<bool> _isFree;  ///< columns into which texts may run
   bool _hasColours;
   Canvas& _canvas;
 };

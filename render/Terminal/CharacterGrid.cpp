@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <string_view>
 
 #include "DOM/A1Notation.h"
 #include "Utils/CellIndex.h"
+#include "render/Terminal/BoxCharacters.h"
 #include "render/Terminal/CellGlyphs.h"
 #include "words/Printable.h"
 
@@ -37,6 +39,25 @@ std::size_t measureContent(PictureCell const& cell) {
   return Words::displayWidth(cell.text) + 1 + (cell.icon ? iconWidth : 0);
 }
 
+std::size_t measureLongestWord(std::string_view text) {
+  std::size_t longest = 0;
+  while (!text.empty()) {
+    auto const end = std::min(text.find_first_of(" \n"), text.size());
+    longest = std::max(longest, Words::displayWidth(text.substr(0, end)));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return longest;
+}
+
+constexpr std::size_t shortestBarRoom = 4;
+constexpr std::size_t usualBarRoom = 8;
+
+/// Makes room for a bar beside the text.
+void widenForBar(std::size_t textWidth, ColumnNeed& need) {
+  need.natural = std::max(need.natural, textWidth + usualBarRoom);
+  need.compact = std::max(need.compact, textWidth + shortestBarRoom);
+}
+
 void widenFor(PictureCell const& cell, Look const& look, std::size_t pixelWidth, ColumnNeed& need) {
   if (cell.columnCount > 1 || isUpright(look) || (cell.text.empty() && !cell.icon)) {
     return;
@@ -48,14 +69,32 @@ void widenFor(PictureCell const& cell, Look const& look, std::size_t pixelWidth,
     need.compact = std::max(need.compact, content);
     return;
   }
-  bool const runsOver = look.wraps || cell.freeLeft > 0 || cell.freeRight > 0;
   // The letters of a proportional font are narrower than a digit on average.
-  std::size_t const most = runsOver ? pixelWidth : pixelWidth + pixelWidth / 3;
-  need.natural = std::max(need.natural, std::min(content, most));
-  need.compact = std::max(need.compact, std::min(content, most));
+  std::size_t const generous = pixelWidth + pixelWidth / 3;
+  bool const runsOver = cell.freeLeft > 0 || cell.freeRight > 0;
+  std::size_t wanted = std::min(content, runsOver ? pixelWidth : generous);
+  if (wraps(look, cell)) {
+    wanted = std::min(content, std::clamp(measureLongestWord(cell.text) + 1, pixelWidth, generous));
+  }
+  need.natural = std::max(need.natural, wanted);
+  need.compact = std::max(need.compact, wanted);
 }
 
-std::vector<ColumnNeed> findColumnNeeds(SheetPicture const& sheet) {
+/// Of each column the widest text that stands beside a bar, with a gap on both sides.
+std::vector<std::size_t> findTextWidths(SheetPicture const& sheet) {
+  constexpr std::size_t gaps = 2;
+  std::vector<std::size_t> widths(sheet.columns.size());
+  for (PictureCell const& cell : sheet.cells) {
+    if (cell.bar && cell.columnCount == 1 && !cell.text.empty()) {
+      auto& width = widths[cell.column];
+      width = std::max(width, std::min(Words::displayWidth(cell.text), widestColumn) + gaps);
+    }
+  }
+  return widths;
+}
+
+std::vector<ColumnNeed> findColumnNeeds(SheetPicture const& sheet,
+                                        std::vector<std::size_t> const& textWidths) {
   std::vector<ColumnNeed> needs;
   std::vector<std::size_t> pixelWidths;
   for (Line const& column : sheet.columns) {
@@ -65,6 +104,11 @@ std::vector<ColumnNeed> findColumnNeeds(SheetPicture const& sheet) {
   }
   for (PictureCell const& cell : sheet.cells) {
     widenFor(cell, sheet.looks[cell.look], pixelWidths[cell.column], needs[cell.column]);
+  }
+  for (std::size_t column = 0; column < needs.size(); ++column) {
+    if (textWidths[column] > 0) {
+      widenForBar(textWidths[column], needs[column]);
+    }
   }
   return needs;
 }
@@ -88,9 +132,8 @@ void widenColumns(std::vector<std::size_t>& widths, std::vector<ColumnNeed> cons
   }
 }
 
-std::vector<std::size_t> findColumnWidths(SheetPicture const& sheet,
+std::vector<std::size_t> findColumnWidths(std::vector<ColumnNeed> const& needs,
                                           std::vector<bool> const& hasBorder, std::size_t room) {
-  auto const needs = findColumnNeeds(sheet);
   std::vector<std::size_t> widths(needs.size());
   std::ranges::transform(needs, widths.begin(), &ColumnNeed::natural);
   if (sumWidths(widths, hasBorder) > room) {
@@ -99,6 +142,22 @@ std::vector<std::size_t> findColumnWidths(SheetPicture const& sheet,
     widenColumns(widths, needs, used < room ? room - used : 0);
   }
   return widths;
+}
+
+/// The weights of the lines above each row, and below the last, by columns. Empty where there are
+/// none.
+using RulesOfRows = std::vector<std::vector<LineWeight>>;
+
+void addRule(std::vector<LineWeight>& weights, PictureCell const& cell, DOM::BorderLine const& line,
+             std::size_t columnCount) {
+  auto const weight = toLineWeight(line.style);
+  if (weight == LineWeight::None) {
+    return;
+  }
+  weights.resize(columnCount);
+  for (std::size_t column = cell.column; column < cell.column + cell.columnCount; ++column) {
+    weights[column] = std::max(weights[column], weight);
+  }
 }
 
 /// How many lines a cell's text gets at most. Upright letters lie as close as in a line.
@@ -121,9 +180,13 @@ CellSides findSides(SheetPicture const& sheet, PictureCell const& cell) noexcept
   return sheet.rightToLeft ? CellSides{after, before} : CellSides{before, after};
 }
 
-CharacterGrid::CharacterGrid(SheetPicture const& sheet, std::optional<std::size_t> width)
-    : _rightToLeft(sheet.rightToLeft) {
+CharacterGrid::CharacterGrid(SheetPicture const& sheet, std::optional<std::size_t> width,
+                             bool barsStandApart)
+    : _rightToLeft(sheet.rightToLeft),
+      _textWidths(barsStandApart ? findTextWidths(sheet)
+                                 : std::vector<std::size_t>(sheet.columns.size())) {
   findBorders(sheet);
+  findRowBorders(sheet);
   placeColumns(sheet, width);
   placeRows(sheet);
 }
@@ -159,7 +222,6 @@ std::optional<std::size_t> CharacterGrid::findBorderLine(std::size_t row) const 
 
 void CharacterGrid::findBorders(SheetPicture const& sheet) {
   _hasColumnBorder.resize(sheet.columns.size() + 1);
-  _hasRowBorder.resize(sheet.rows.size() + 1);
   auto const isDrawn = [](DOM::BorderLine const& line) {
     return line.style != DOM::LineStyle::None;
   };
@@ -175,12 +237,20 @@ void CharacterGrid::findBorders(SheetPicture const& sheet) {
     if (isDrawn(edges.right)) {
       _hasColumnBorder[sides.right] = true;
     }
-    if (isDrawn(edges.top)) {
-      _hasRowBorder[cell.row] = true;
-    }
-    if (isDrawn(edges.bottom)) {
-      _hasRowBorder[cell.row + cell.rowCount] = true;
-    }
+  }
+}
+
+void CharacterGrid::findRowBorders(SheetPicture const& sheet) {
+  RulesOfRows rules(sheet.rows.size() + 1);
+  for (PictureCell const& cell : sheet.cells) {
+    auto const& edges = sheet.edges[cell.edges];
+    addRule(rules[cell.row], cell, edges.top, sheet.columns.size());
+    addRule(rules[cell.row + cell.rowCount], cell, edges.bottom, sheet.columns.size());
+  }
+  for (std::size_t row = 0; row < rules.size(); ++row) {
+    bool const isLikeNeighbours = row > 0 && row + 1 < rules.size() &&
+                                  rules[row] == rules[row - 1] && rules[row] == rules[row + 1];
+    _hasRowBorder.push_back(!rules[row].empty() && !isLikeNeighbours);
   }
 }
 
@@ -189,7 +259,7 @@ void CharacterGrid::placeColumns(SheetPicture const& sheet, std::optional<std::s
   _numberWidth = std::to_string(lastRow).size() + 1;
   std::size_t const room = std::max(width.value_or(mostWidth), _numberWidth + 2) - _numberWidth;
   std::size_t at = _hasColumnBorder.front() ? 1 : 0;
-  auto widths = findColumnWidths(sheet, _hasColumnBorder, room);
+  auto widths = findColumnWidths(findColumnNeeds(sheet, _textWidths), _hasColumnBorder, room);
   if (!widths.empty()) {
     widths.front() = std::min(widths.front(), room - at);
   }

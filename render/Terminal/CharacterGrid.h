@@ -17,11 +17,15 @@ namespace Zorv::Render {
 /// that is laid out from right to left. A column is about as wide as its pixels, and wide enough
 /// for its numbers. Columns are narrowed to what their cells hold if they do not all fit, and left
 /// out at the end if that is not enough. A row has one line, more for texts that wrap or stand
-/// upright. Between two columns, or two rows, is a place for a border where some cell has one.
+/// upright.
+///
+/// Between two columns is a place for a border where some cell has one. Between two rows there is
+/// one only where a table changes: rows that are ruled alike above and below stand close together.
 class CharacterGrid {
 public:
   /// `width` is that of the terminal; nothing: as many as the sheet needs, but not without end.
-  CharacterGrid(SheetPicture const& sheet, std::optional<std::size_t> width);
+  /// If `barsStandApart`, a column has room for its bars beside its texts.
+  CharacterGrid(SheetPicture const& sheet, std::optional<std::size_t> width, bool barsStandApart);
 
   /// The columns that fit; at least one if there is one.
   [[nodiscard]] std::size_t getColumnCount() const noexcept { return _columnCount; }
@@ -37,6 +41,11 @@ public:
   /// headings.
   [[nodiscard]] Stretch findLines(std::uint32_t row, std::uint32_t count) const noexcept;
 
+  /// The characters beside bars that the texts of a column need.
+  [[nodiscard]] std::size_t getTextWidthBesideBars(std::uint32_t column) const noexcept {
+    return _textWidths[column];
+  }
+
   /// The place of the border before a column, or after the last. Nothing if there is none.
   [[nodiscard]] std::optional<std::size_t> findBorderPlace(std::size_t column) const noexcept;
   /// The line of the border above a row, or below the last.
@@ -46,6 +55,7 @@ private:
   void findBorders(SheetPicture const& sheet);
   void placeColumns(SheetPicture const& sheet, std::optional<std::size_t> width);
   void placeRows(SheetPicture const& sheet);
+  void findRowBorders(SheetPicture const& sheet);
   [[nodiscard]] std::size_t toPlace(std::size_t logical, std::size_t width) const noexcept;
 
   bool _rightToLeft;
@@ -54,7 +64,7 @@ private:
   std::size_t _columnCount = 0;
   std::vector<bool> _hasColumnBorder;  ///< before each column, and after the last
   std::vector<bool> _hasRowBorder;
-  std::vector<std::size_t> _columnWidths;
+  std::vector<std::size_t> _textWidths;    ///< beside bars, of each column
   std::vector<std::size_t> _columnStarts;  ///< counted from the first column's side; and the end
   std::vector<std::size_t> _rowStarts;
 };

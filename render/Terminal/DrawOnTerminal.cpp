@@ -19,12 +19,17 @@ constexpr DOM::Colour sheetGround{255, 255, 255};
 constexpr DOM::Colour headingGround{0xE6, 0xE6, 0xE6};
 constexpr DOM::Colour headingInk{0x44, 0x44, 0x44};
 
+struct RowContent {
+  RowCells cells;
+  RowBorders borders;
+};
+
 /// Draws one sheet, row by row.
 class SheetDrawing {
 public:
   SheetDrawing(SheetPicture const& sheet, TerminalOptions const& options, LineSink const& sink)
       : _sheet(sheet),
-        _grid(sheet, options.width),
+        _grid(sheet, options.width, options.colours == ColourDepth::None),
         _depth(options.colours),
         _sink(sink),
         _steps(options.budget) {}
@@ -33,15 +38,12 @@ public:
 
   void draw() {
     drawHeadings();
-    RowCells cells = findCells(0, {});
-    RowBorders borders = findBorders(0, cells);
-    drawTop(borders);
-    for (std::size_t row = 0; row < _sheet.rows.size(); ++row) {
-      auto nextCells = findCells(row + 1, cells);
-      auto nextBorders = findBorders(row + 1, nextCells);
-      drawRow(row, cells, borders, nextBorders);
-      cells = std::move(nextCells);
-      borders = std::move(nextBorders);
+    auto row = findRow(0, {});
+    drawTop(row.borders);
+    for (std::size_t index = 0; index < _sheet.rows.size(); ++index) {
+      auto next = findRow(index + 1, row.cells);
+      drawRow(index, row, next);
+      row = std::move(next);
     }
   }
 
@@ -52,25 +54,20 @@ private:
     return hasColours() ? CharacterStyle{.ink = ink, .ground = ground} : CharacterStyle{};
   }
 
-  /// The cells of a row, given those of the row above. Rows are asked for one after the other.
-  RowCells findCells(std::size_t row, RowCells const& above) {
-    RowCells cells;
-    std::ranges::copy_if(above, std::back_inserter(cells), [row](PictureCell const* cell) {
+  /// A row, given the cells of the row above. Rows are asked for one after the other.
+  RowContent findRow(std::size_t row, RowCells const& above) {
+    RowContent content{{}, RowBorders(_grid.getColumnCount())};
+    std::ranges::copy_if(above, std::back_inserter(content.cells), [row](PictureCell const* cell) {
       return cell->row + cell->rowCount > row;
     });
     for (; _next < _sheet.cells.size() && _sheet.cells[_next].row == row; ++_next) {
       if (_sheet.cells[_next].column < _grid.getColumnCount()) {
-        cells.push_back(&_sheet.cells[_next]);
+        content.cells.push_back(&_sheet.cells[_next]);
       }
     }
-    _steps.count(cells.size() + 1);
-    return cells;
-  }
-
-  [[nodiscard]] RowBorders findBorders(std::size_t row, RowCells const& cells) const {
-    RowBorders borders(_grid.getColumnCount());
-    borders.add(_sheet, row, cells);
-    return borders;
+    content.borders.add(_sheet, row, content.cells);
+    _steps.count(content.cells.size() + 1);
+    return content;
   }
 
   void drawHeadings() {
@@ -96,17 +93,16 @@ private:
     }
   }
 
-  void drawRow(std::size_t row, RowCells const& cells, RowBorders const& borders,
-               RowBorders const& nextBorders) {
+  void drawRow(std::size_t row, RowContent const& own, RowContent const& next) {
     auto const lines = _grid.findLines(static_cast<std::uint32_t>(row), 1);
     auto const borderLine = _grid.findBorderLine(row + 1);
     Canvas canvas(_grid.getWidth(), {lines.begin, lines.end + (borderLine ? 1 : 0)},
                   makeStyle(sheetInk, sheetGround));
-    drawCells(row, cells, borders, canvas);
+    drawCells(row, own, next, canvas);
     BorderPainter painter(_grid, hasColours(), canvas);
-    painter.paintBeside(lines, borders);
+    painter.paintBeside(lines, own.borders);
     if (borderLine) {
-      painter.paintBetween(*borderLine, borders, nextBorders);
+      painter.paintBetween(*borderLine, own.borders, next.borders);
     }
     for (std::size_t line = canvas.getLines().begin; line < canvas.getLines().end; ++line) {
       drawNumber(canvas, line,
@@ -115,16 +111,16 @@ private:
     write(canvas);
   }
 
-  void drawCells(std::size_t row, RowCells const& cells, RowBorders const& borders,
-                 Canvas& canvas) {
-    CellPainter painter(_sheet, _grid, borders, hasColours(), canvas);
+  void drawCells(std::size_t row, RowContent const& own, RowContent const& next, Canvas& canvas) {
+    CellPainter painter(_sheet, _grid, own.borders, own.cells, hasColours(), canvas);
     if (hasColours()) {
       painter.paintLine(row);
-      for (PictureCell const* const cell : cells) {
+      painter.paintBorderLine(row, own.cells, next.cells);
+      for (PictureCell const* const cell : own.cells) {
         painter.paintGround(*cell);
       }
     }
-    for (PictureCell const* const cell : cells) {
+    for (PictureCell const* const cell : own.cells) {
       painter.paintContent(*cell);
     }
   }

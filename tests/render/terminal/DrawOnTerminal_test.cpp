@@ -56,18 +56,32 @@ TEST(DrawOnTerminal, AlignmentAndIndentCount) {
 }
 
 TEST(DrawOnTerminal, ATextRunsOverEmptyNeighboursOnly) {
-  TerminalPicture picture(3, 3);
+  TerminalPicture picture(4, 3);
   picture.add(0, 0, "a title that is long").freeRight = 2;
   picture.add(1, 0, "a title that is long").freeRight = 1;
   picture.add(1, 2, "x");
   auto& right = picture.add(2, 2, "from the right");
   right.horizontal = HorizontalAlignment::Right;
   right.freeLeft = 2;
+  auto& centred = picture.add(3, 1, "both to left and right");
+  centred.horizontal = HorizontalAlignment::Center;
+  centred.freeLeft = centred.freeRight = 1;
   EXPECT_EQ(picture.draw(),
             "      A        B        C\n"
             "1 a title that is long\n"
             "2 a title that is…  x\n"
-            "3             from the right\n");
+            "3             from the right\n"
+            "4   both to left and right\n");
+}
+
+TEST(DrawOnTerminal, ATextIsCentredAcrossItsColumns) {
+  TerminalPicture picture(1, 3);
+  auto& cell = picture.add(0, 0, "title");
+  cell.horizontal = HorizontalAlignment::CenterContinuous;
+  cell.freeRight = 2;
+  EXPECT_EQ(picture.draw(),
+            "      A        B        C\n"
+            "1           title\n");
 }
 
 TEST(DrawOnTerminal, ATextEndsBeforeABorder) {
@@ -86,10 +100,11 @@ TEST(DrawOnTerminal, AColumnIsWideEnoughForItsNumbers) {
   picture.sheet.columns[0].size = 20;
   picture.add(0, 0, "1,234,567.89", CellContent::Number);
   picture.add(1, 0, "a text of some length");
+  picture.add(1, 1, "x");
   EXPECT_EQ(picture.draw(),
             "        A          B\n"
             "1 1,234,567.89\n"
-            "2 a text of s…\n");
+            "2 a text of s… x\n");
 }
 
 TEST(DrawOnTerminal, ColumnsAreNarrowedToFitATerminal) {
@@ -144,6 +159,29 @@ TEST(DrawOnTerminal, BordersAreBoxes) {
             "  └─────────┴─────────┘\n");
 }
 
+TEST(DrawOnTerminal, RowsThatAreRuledAlikeStandClose) {
+  TerminalPicture picture(6, 1);
+  for (std::uint32_t row = 0; row < 6; ++row) {
+    auto& cell = picture.add(row, 0, "x");
+    picture.box(cell, row == 2 ? LineStyle::Hair : LineStyle::Thin);
+  }
+  picture.sheet.edges.back().bottom.style = LineStyle::Thick;
+  picture.sheet.edges[4].bottom.style = LineStyle::Medium;
+  EXPECT_EQ(picture.draw(),
+            "       A\n"
+            "  ┌─────────┐\n"
+            "1 │x        │\n"
+            "2 │x        │\n"
+            "3 ┊x        ┊\n"
+            "  ├┈┈┈┈┈┈┈┈┈┤\n"
+            "4 │x        │\n"
+            "  ┝━━━━━━━━━┥\n"
+            "5 │x        │\n"
+            "  ├─────────┤\n"
+            "6 │x        │\n"
+            "  ┕━━━━━━━━━┙\n");
+}
+
 TEST(DrawOnTerminal, AMergedCellHasNoLinesInside) {
   TerminalPicture picture(3, 3);
   auto& merged = picture.add(0, 0, "merged");
@@ -181,6 +219,19 @@ TEST(DrawOnTerminal, WrappedTextsHaveLines) {
             "  three\n"
             "  four     x\n"
             "2 y\n");
+}
+
+TEST(DrawOnTerminal, AColumnGrowsForItsLongestWord) {
+  TerminalPicture picture(1, 2);
+  picture.sheet.rows[0].size = 40;
+  picture.lookOf(picture.add(0, 0, "a Microsoft one")).wraps = true;
+  picture.lookOf(picture.add(0, 1, "extraordinary circumstances")).wraps = true;
+  EXPECT_EQ(picture.draw(),
+            "      A          B\n"
+            "1           extraordina\n"
+            "  a         ry\n"
+            "  Microsoft circumstanc\n"
+            "  one       es\n");
 }
 
 TEST(DrawOnTerminal, LettersThatAreRotatedStandBelowEachOther) {
@@ -249,15 +300,24 @@ TerminalPicture makeBar(Visuals::DataBar const& bar, Visuals::BarExtent const& e
   return picture;
 }
 
-TEST(DrawOnTerminal, BarsAreBlocks) {
+TEST(DrawOnTerminal, BarsAreBlocksBesideTheValue) {
   auto bar = makeRecord({99, 142, 198});
-  EXPECT_THAT(makeBar(bar, {0, 0.45, {}}).draw(), HasSubstr("1 ████▌  12\n"));
-  EXPECT_THAT(makeBar(bar, {0, 1, {}}).draw(), HasSubstr("1 ██████ 12█\n"));
-  EXPECT_THAT(makeBar(bar, {0, 0, {}}).draw(), HasSubstr("1        12\n"));
-  EXPECT_THAT(makeBar(bar, {0.3, 0.5, 0.3}).draw(), HasSubstr("1    ██  12\n"));
-  EXPECT_THAT(makeBar(bar, {0.1, 0.1, 0.3}).draw(), HasSubstr("1    │   12\n"));
+  EXPECT_THAT(makeBar(bar, {0, 0.45, {}}).draw(), HasSubstr("1 ███▋     12\n"));
+  EXPECT_THAT(makeBar(bar, {0, 1, {}}).draw(), HasSubstr("1 ████████ 12\n"));
+  EXPECT_THAT(makeBar(bar, {0, 0, {}}).draw(), HasSubstr("1          12\n"));
+  EXPECT_THAT(makeBar(bar, {0.25, 0.5, 0.25}).draw(), HasSubstr("1   ██     12\n"));
+  EXPECT_THAT(makeBar(bar, {0.1, 0.1, 0.3}).draw(), HasSubstr("1   │      12\n"));
   bar.direction = Visuals::BarDirection::RightToLeft;
-  EXPECT_THAT(makeBar(bar, {0, 0.9, {}}).draw(), HasSubstr("1  █████ 12█\n"));
+  EXPECT_THAT(makeBar(bar, {0, 0.9, {}}).draw(), HasSubstr("1 ▐███████ 12\n"));
+}
+
+TEST(DrawOnTerminal, BarsOfAColumnHaveTheSameScale) {
+  auto const bar = makeRecord({99, 142, 198});
+  auto picture = makeBar(bar, {0, 0.5, {}});
+  picture.sheet.rows.push_back({.index = 1, .size = 20});
+  auto& cell = picture.add(1, 0, "12,345", CellContent::Number);
+  cell.bar = picture.sheet.cells.front().bar;
+  EXPECT_THAT(picture.draw(), HasSubstr("1 ████         12\n2 ████     12,345\n"));
 }
 
 TEST(DrawOnTerminal, ColouredBarsAreGrounds) {
@@ -347,7 +407,7 @@ TEST(DrawOnTerminal, AnAccountingFormatStandsAtBothEdges) {
 
 TEST(DrawOnTerminal, NothingFromAFileReachesTheTerminalAsItIs) {
   TerminalPicture picture(1, 1);
-  picture.add(0, 0, "\x1B]0;x\x07\x9B").freeRight = 0;
+  picture.add(0, 0, "\x1B]0;x\x07\x9B");
   EXPECT_THAT(picture.draw(), HasSubstr("1  ]0;x \uFFFD\n"));
 }
 
