@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+/// Files of this folder as they were when the program was built, without comments and indentation.
+namespace Zorv::Render {
+
+extern std::string_view const pageStyle;   ///< page.css
+extern std::string_view const pageScript;  ///< page.js
+
+}  // namespace Zorv::Render
