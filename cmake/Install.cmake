@@ -1,5 +1,5 @@
-# cmake --install: headers below include/zorv, both libraries, the tool with its manual page and
-# completions, a CMake package and a pkg-config file.
+# cmake --install: headers below include/zorv, both libraries, the tool with the module that it
+# draws with, its manual page and completions, a CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)
 include(cmake/PublicHeaders.cmake)
 
@@ -21,6 +21,8 @@ install(
 if(CNDFRMT_BUILD_TOOL)
   set_target_properties(cndfrmt PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   install(TARGETS cndfrmt RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  set_target_properties(cndfrmt_draw PROPERTIES INSTALL_RPATH "$ORIGIN/..")
+  install(TARGETS cndfrmt_draw LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/cndfrmt)
   set(help ${PROJECT_BINARY_DIR}/help)
   install(FILES ${help}/cndfrmt.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES ${help}/cndfrmt.bash RENAME cndfrmt

@@ -26,7 +26,9 @@ struct Line {
   std::uint32_t look = 0;
 };
 
-/// Lines around a cell, or through it. No line where its style is LineStyle::None.
+/// Lines around a cell, or through it, at its sides as they are seen: in a sheet that is laid out
+/// from right to left, the next column lies at a cell's left. No line where its style is
+/// LineStyle::None.
 ///
 /// An edge that two cells of the picture share has the same line in both, the stronger one, so that
 /// it does not matter which of them draws it. A line without a colour is black.
@@ -100,7 +102,8 @@ struct PictureCell {
   std::uint32_t decision = 0;     ///< index in SheetPicture::decisions
   std::uint32_t link = 0;         ///< index in SheetPicture::links, plus one; 0: no link
   std::uint32_t runs = 0;         ///< index in SheetPicture::richTexts, plus one; 0: not rich
-  /// Columns of the picture beside the cell into which its text may run, since they are empty.
+  /// Columns of the picture beside the cell into which its text may run, since they are empty: at
+  /// its sides as they are seen.
   std::uint32_t freeLeft = 0;
   std::uint32_t freeRight = 0;
   CellContent content = CellContent::Empty;

@@ -15,6 +15,13 @@ rm -rf "$work"
 cmake --install "$build" --prefix "$prefix" >/dev/null
 [ -x "$prefix/bin/cndfrmt" ]
 "$prefix/bin/cndfrmt" --help >/dev/null
+# The module that draws is where the tool looks for it, finds all that it needs, and is not loaded
+# before it is needed.
+module=$(find "$prefix" -path '*/cndfrmt/cndfrmt_draw.so')
+[ -n "$module" ]
+if ldd "$module" | grep 'not found' || ldd "$prefix/bin/cndfrmt" | grep -i cairo; then
+  exit 1
+fi
 
 cmake -G Ninja -S "$sources/examples/consumer" -B "$work/consumer" \
   -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" \

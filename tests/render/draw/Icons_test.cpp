@@ -38,7 +38,7 @@ double luminance(DOM::Colour const& colour) {
 }
 
 bool differInLightness(DOM::Colour const& a, DOM::Colour const& b) {
-  auto const [darker, lighter] = std::minmax(luminance(a), luminance(b));
+  auto const [darker, lighter] = std::minmax({luminance(a), luminance(b)});
   return (lighter + 0.05) / (darker + 0.05) >= 1.5;
 }
 
