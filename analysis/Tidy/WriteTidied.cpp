@@ -8,7 +8,7 @@
 #include "DOM/A1Notation.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "analysis/Diff/CompareCells.h"
-#include "analysis/Tidy/TargetFile.h"
+#include "analysis/Shared/TargetFile.h"
 #include "analysis/Tidy/TidyError.h"
 #include "workbook/Package/CopyPackage.h"
 #include "workbook/Package/PartError.h"

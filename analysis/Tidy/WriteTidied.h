@@ -19,7 +19,8 @@ struct WriteOptions {
 /// The new file is written beside the target and loaded; its rules are counted, and every cell in
 /// their ranges is compared with the document's, see compareSheets(), at the moment of the clock in
 /// force. Only then it takes the target's place. Throws TidyError if anything differs, or cannot be
-/// written or read, and what the budget throws; the target is then as it was.
+/// read, TargetError if it cannot be written, and what the budget throws; the target is then as it
+/// was.
 /// `document` must have been loaded from `file` with `load`.
 std::uint64_t writeTidied(std::filesystem::path const& file, Workbook::Document const& document,
                           TidyPlan const& plan, Workbook::LoadOptions const& load,

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "analysis/Shared/TargetFile.h"
 #include "analysis/Tidy/PlanTidy.h"
 #include "analysis/Tidy/TidyError.h"
 #include "analysis/Tidy/WriteTidied.h"
@@ -28,6 +29,11 @@ TidyResult carryOut(CommandContext const& context, std::string const& file,
   return {.isWritten = true, .comparedCells = count};
 }
 
+[[noreturn]] void failTidy(CommandContext const& context, std::exception const& error) {
+  context.report.setIncomplete();
+  throw ContentError(fmt::format("{}: {}", context.selection.getFile(), error.what()));
+}
+
 }  // namespace
 
 void runTidy(CommandContext const& context) {
@@ -44,8 +50,9 @@ void runTidy(CommandContext const& context) {
       printTidyTable(selection, plan, result, context.terminal, context.out);
     }
   } catch (Analysis::TidyError const& error) {
-    context.report.setIncomplete();
-    throw ContentError(fmt::format("{}: {}", selection.getFile(), error.what()));
+    failTidy(context, error);
+  } catch (Analysis::TargetError const& error) {
+    failTidy(context, error);
   } catch (...) {
     context.report.setIncomplete();
     throw;

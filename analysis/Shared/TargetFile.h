@@ -5,7 +5,15 @@
 #include <filesystem>
 #include <string>
 
+#include "Utils/Exceptions.h"
+
 namespace Zorv::Analysis {
+
+/// Thrown when a file cannot be written to its place; what() names the place and says why.
+class TargetError : public BaseRuntimeError {
+public:
+  using BaseRuntimeError::BaseRuntimeError;
+};
 
 /// A file that is written beside its place first, and put there at the end as a whole.
 ///
@@ -14,7 +22,7 @@ namespace Zorv::Analysis {
 class TargetFile {
 public:
   /// `source` is the file that the target is made from; it may be the target itself. Follows a
-  /// symbolic link, which then stays. Throws TidyError if the target exists and is no ordinary
+  /// symbolic link, which then stays. Throws TargetError if the target exists and is no ordinary
   /// file, or is another one than the source unless `mayReplace`; and if nothing can be written
   /// beside it.
   TargetFile(std::filesystem::path const& target, std::filesystem::path const& source,
@@ -29,7 +37,7 @@ public:
   }
 
   /// Puts the written file in place, with the access rights of the one that it replaces. Throws
-  /// TidyError if that fails.
+  /// TargetError if that fails.
   void commit();
 
 private:

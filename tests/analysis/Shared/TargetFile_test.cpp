@@ -1,4 +1,4 @@
-#include "analysis/Tidy/TargetFile.h"
+#include "analysis/Shared/TargetFile.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,8 +9,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include "analysis/Tidy/TidyError.h"
 
 namespace Zorv::Analysis {
 namespace {
@@ -51,7 +49,7 @@ protected:
       TargetFile file(place, source, mayReplace);
       writeText(file.getTemporaryPath(), "new");
       file.commit();
-    } catch (TidyError const& error) {
+    } catch (TargetError const& error) {
       return error.what();
     }
     return {};

@@ -1,4 +1,4 @@
-#include "analysis/Tidy/TargetFile.h"
+#include "analysis/Shared/TargetFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,8 +10,6 @@
 
 #include <fmt/format.h>
 
-#include "analysis/Tidy/TidyError.h"
-
 namespace Zorv::Analysis {
 
 namespace {
@@ -21,7 +19,7 @@ namespace fs = std::filesystem;
 constexpr mode_t accessBits = 07777;
 
 [[noreturn]] void failOn(fs::path const& file, std::string const& problem) {
-  throw TidyError(fmt::format("{}: {}", file.string(), problem));
+  throw TargetError(fmt::format("{}: {}", file.string(), problem));
 }
 
 std::string describeError(int code) { return std::generic_category().message(code); }
