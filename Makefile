@@ -33,8 +33,9 @@ tool: packages build/release/build.ninja
 release: all-packages build/release/tests/CTestTestfile.cmake
 	@cmake --build --preset release
 
-run: tool ## Resolve the demonstration workbook
+run: tool ## Resolve the demonstration workbook, and write its page to build/demo.html
 	@build/release/bin/cndfrmt resolve examples/demo.xlsx --now 2026-11-21T12:00:00
+	@build/release/bin/cndfrmt render examples/demo.xlsx --now 2026-11-21T12:00:00 -o build/demo.html
 
 checks: all-packages
 	@scripts/check_layers.sh

@@ -2,6 +2,7 @@
 # Fails when a source of the loader or the tool includes what it should not:
 #   workbook: face -> Read -> Xml -> Package, and face, Read -> Recalculation -> model, where the
 #   model (Document.h and what it is made of) and the face lie in workbook/ itself;
+#   render: no room sees another one;
 #   analysis: no room sees another one but analysis/Shared, and Tidy sees Diff;
 #   tool: main -> Commands -> Output -> Input -> Help, Text, and main -> Process, which is about the
 #   process alone; of the libraries installed headers only.
@@ -25,6 +26,10 @@ forbid 'tool/Commands/' tool/Output
 forbid 'tool/Process/' tool/Commands tool/Output tool/Input tool/Help tool/Text
 forbid 'tool/(Commands|Output|Input|Text)/' tool/Process
 
+for room in render/*/; do
+  others=$(printf '%s\n' render/*/ | grep -vxF "$room")
+  forbid "${others//$'\n'/|}" "$room"
+done
 for room in analysis/*/; do
   seen="$room|analysis/Shared/"
   [ "$room" != analysis/Tidy/ ] || seen+='|analysis/Diff/'

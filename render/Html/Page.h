@@ -1,21 +1,14 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <string_view>
 
 #include "render/Html/PageAccounts.h"
+#include "render/Html/Theme.h"
 #include "render/Picture.h"
 
 namespace Zorv::Render {
-
-/// Colours of what surrounds the sheets. Sheets keep the colours of the file.
-enum class Theme : std::uint8_t {
-  Auto,  ///< as the reader's system has it
-  Light,
-  Dark,
-};
 
 struct PageOptions {
   Theme theme = Theme::Auto;

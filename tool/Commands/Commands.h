@@ -46,6 +46,10 @@ void runCheck(CommandContext const& context);
 /// alone, and prints what becomes of the rules.
 void runTidy(CommandContext const& context);
 
+/// Writes the selected sheets as a page or a picture to the file of the options, and tells how
+/// large it is.
+void runRender(CommandContext const& context);
+
 /// Prints the selected sheets as they look, with characters.
 void runShow(CommandContext const& context);
 

@@ -44,6 +44,8 @@ void runCommand(CommandContext const& context) {
       return runCheck(context);
     case Command::Tidy:
       return runTidy(context);
+    case Command::Render:
+      return runRender(context);
     case Command::Show:
       return runShow(context);
     case Command::Diff:

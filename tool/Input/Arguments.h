@@ -26,7 +26,9 @@ struct Arguments {
   std::string semantics = "own";
   bool strict = false;
   std::optional<std::string> width;  ///< of `show`
-  std::string target;                ///< of `tidy`
+  std::optional<std::string> scale;  ///< of `render`
+  std::optional<std::string> theme;  ///< of `render`
+  std::string target;                ///< of `tidy` and `render`
   bool dryRun = false;               ///< of `tidy`
   bool mayReplace = false;           ///< of `tidy`
   std::vector<std::string> moments;  ///< of `diff`

@@ -202,6 +202,29 @@ void addDiffOptions(CLI::App& command, Arguments& arguments) {
   addColour(command, arguments);
 }
 
+void addRenderOptions(CLI::App& command, Arguments& arguments) {
+  addFile(command, arguments);
+  command
+      .add_option("-o,--output", arguments.target,
+                  "The file to write; its ending says what: .html, .svg, .png, .pdf")
+      ->required()
+      ->type_name("FILE");
+  addSelection(command, arguments);
+  command
+      .add_option("--scale", arguments.scale,
+                  "The size of a .png or .svg, 0.1 to 10 (default: 1, that of the sheet)")
+      ->type_name("NUMBER");
+  command
+      .add_option("--theme", arguments.theme,
+                  "The colours around the sheets of an .html: auto (default), light, dark")
+      ->check(choice({"auto", "light", "dark"}))
+      ->type_name("THEME");
+  addMoment(command, arguments);
+  addSemantics(command, arguments);
+  addBounds(command, arguments);
+  addThreads(command, arguments);
+}
+
 void addShowOptions(CLI::App& command, Arguments& arguments) {
   addFiles(command, arguments);
   addSelection(command, arguments);
@@ -276,6 +299,11 @@ constexpr CommandEntry commandEntries[] = {
      "cndfrmt diff old.xlsx new.xlsx\n"
      "cndfrmt diff budget.xlsx --now 2026-11-30 --now 2026-12-01\n",
      &addDiffOptions, diffExitStatuses},
+    {Command::Render, "render", "Write the sheets as they look to a page or a picture",
+     "cndfrmt render budget.xlsx -o budget.html\n"
+     "cndfrmt render budget.xlsx -o sales.png --sheet Sales --scale 2\n"
+     "cndfrmt render budget.xlsx -o budget.pdf --now 2026-12-31\n",
+     &addRenderOptions},
     {Command::Show, "show", "Show the sheets as they look, on the terminal",
      "cndfrmt show budget.xlsx\n"
      "cndfrmt show budget.xlsx --sheet Sales --range A1:H40\n"

@@ -228,6 +228,7 @@ Options toOptions(Arguments arguments) {
   options.format = readFormat(arguments.format, arguments.command);
   options.threadCount = readThreadCount(arguments.threads);
   options.timeZone = findTimeZone(arguments.timeZone);
+  options.render = readRenderOptions(arguments);
   options.tidy = readTidy(arguments);
   options.moments = readMoments(arguments, options.timeZone);
   options.now =

@@ -9,13 +9,24 @@
 
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/TimeZone.h"
+#include "tool/Input/RenderOptions.h"
 #include "tool/Input/SheetRange.h"
 #include "tool/Text/Terminal.h"
 #include "workbook/Semantics.h"
 
 namespace Zorv::Tool {
 
-enum class Command : std::uint8_t { Resolve, Explain, Rules, Verdicts, Check, Tidy, Diff, Show };
+enum class Command : std::uint8_t {
+  Resolve,
+  Explain,
+  Rules,
+  Verdicts,
+  Check,
+  Tidy,
+  Diff,
+  Render,
+  Show
+};
 
 enum class OutputFormat : std::uint8_t {
   Table,      ///< columns for people
@@ -54,6 +65,7 @@ struct Options {
   /// Of `show`: columns of a line; nothing: those of the terminal.
   std::optional<std::size_t> width;
   TidyOptions tidy;
+  RenderOptions render;
   /// Of `diff`: the moment of both versions, or of each.
   std::vector<OfficeUtils::Clock::TimePoint> moments;
 };

@@ -43,6 +43,9 @@ public:
   /// Prints that only existing cells are visited, since there are too many positions.
   void saySparse(std::size_t sheet, std::uint64_t positions);
 
+  /// Prints what was done.
+  void tell(std::string_view message) const { say(message); }
+
   /// Prints what could not be done as the file means it.
   void addFinding(std::string_view message);
 
