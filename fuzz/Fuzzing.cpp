@@ -176,7 +176,21 @@ OfficeUtils::Clock::TimePoint getFixedMoment() noexcept {
   return sys_days(2026y / November / 21) + hours(12);
 }
 
-void loadAndResolve(std::string_view fileBytes) {
+std::string makeWorkbook(std::string const& sheet) {
+  return TestSupport::WorkbookBuilder()
+      .setWorkbook("",
+                   "<definedNames><definedName name='Rate'>Sheet1!$A$1</definedName>"
+                   "<definedName name='List'>Sheet1!$A$1,Sheet1!A1</definedName>"
+                   "</definedNames>")
+      .setSharedStrings("<si><t>one</t></si><si><r><t>t</t></r><r><t>wo</t></r></si>")
+      .setStyles(
+          "<cellXfs><xf/><xf numFmtId='14'/></cellXfs><dxfs><dxf><fill><patternFill>"
+          "<bgColor rgb='FFFF0000'/></patternFill></fill></dxf><dxf/></dxfs>")
+      .addSheet("Sheet1", sheet)
+      .makeBytes();
+}
+
+void loadAndUse(std::string_view fileBytes, DocumentUser const& use) {
   TestSupport::TemporaryFile const file{std::string(fileBytes)};
   WorkBudget budget({.steps = 3'000'000, .bytes = 268'435'456});
   Workbook::LoadOptions options;
@@ -186,10 +200,12 @@ void loadAndResolve(std::string_view fileBytes) {
   options.budget = &budget;
   OfficeUtils::ScopedClock const clock(getFixedMoment());
   try {
-    resolveSheets(Workbook::loadWorkbook(file.getPath(), options), options);
+    use(Workbook::loadWorkbook(file.getPath(), options), options);
   } catch (BaseRuntimeError const&) {
     // The file is refused with a message, or takes more than the budget.
   }
 }
+
+void loadAndResolve(std::string_view fileBytes) { loadAndUse(fileBytes, resolveSheets); }
 
 }  // namespace Zorv::Fuzzing

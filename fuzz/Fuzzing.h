@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -50,8 +51,17 @@ void requireEqual(std::string const& actual, std::string const& expected, std::s
 /// Noon on 21 November 2026, so that a case gives the same result on any day.
 [[nodiscard]] OfficeUtils::Clock::TimePoint getFixedMoment() noexcept;
 
-/// Loads a workbook file from its bytes under small limits, and resolves every sheet of it. A file
-/// that is refused is no failure.
+/// The bytes of a workbook whose sheet has this inner XML, with some names, texts and styles.
+[[nodiscard]] std::string makeWorkbook(std::string const& sheet);
+
+using DocumentUser =
+    std::function<void(Workbook::Document const& document, Workbook::LoadOptions const& options)>;
+
+/// Loads a workbook file from its bytes under small limits, and calls `use`, which shares them. A
+/// file that is refused is no failure.
+void loadAndUse(std::string_view fileBytes, DocumentUser const& use);
+
+/// Loads a workbook file as loadAndUse() does, and resolves every sheet of it.
 void loadAndResolve(std::string_view fileBytes);
 
 }  // namespace Zorv::Fuzzing

@@ -25,7 +25,7 @@ for target in "${targets[@]}"; do
   dictionary=fuzz/dictionaries/$target.dict
   case $target in
     formula_* | whole_table) dictionary=fuzz/dictionaries/formula.dict ;;
-    *_part) dictionary=fuzz/dictionaries/xml.dict ;;
+    *_part | render_workbook) dictionary=fuzz/dictionaries/xml.dict ;;
   esac
   options=(-max_total_time="$seconds" -max_len=16384 -timeout=30 -rss_limit_mb=2560
     -print_final_stats=1 -artifact_prefix="build/fuzz/findings/$target-")
