@@ -63,7 +63,8 @@ std::vector<Render::SheetSelection> chooseSheets(CommandContext const& context) 
   }
   if (showsOneSheet(options.render.format)) {
     if (options.sheets.size() > 1 || options.ranges.size() > 1) {
-      throw ContentError("a .png or .svg shows one range of one sheet; .html and .pdf show several");
+      throw ContentError(
+          "a .png or .svg shows one range of one sheet; .html and .pdf show several");
     }
     sheets.resize(1);
   }
@@ -88,9 +89,8 @@ void writePicture(CommandContext const& context, Render::Picture const& picture,
   auto const& options = context.selection.getOptions();
   auto const sink = [&file](std::string_view bytes) { file.write(bytes); };
   if (options.render.format == PictureFormat::Html) {
-    auto const accounts =
-        Render::makePageAccounts(context.selection.getDocument(), options.localeName,
-                                 options.timeZone, &context.budget);
+    auto const accounts = Render::makePageAccounts(
+        context.selection.getDocument(), options.localeName, options.timeZone, &context.budget);
     Render::PageOptions page;
     page.theme = options.render.theme;
     Render::writePage(picture, page, accounts.get(), sink);

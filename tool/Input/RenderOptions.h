@@ -19,8 +19,8 @@ struct RenderOptions {
   Render::Theme theme = Render::Theme::Auto;
 };
 
-/// The options of `render`; those of other commands are the defaults. Throws UsageError for a target
-/// whose ending names no format, and for what does not fit the format.
+/// The options of `render`; those of other commands are the defaults. Throws UsageError for a
+/// target whose ending names no format, and for what does not fit the format.
 [[nodiscard]] RenderOptions readRenderOptions(Arguments const& arguments);
 
 }  // namespace Zorv::Tool
