@@ -71,7 +71,7 @@ SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
   Decisions decisions(state.document, selection.sheet, rules);
   Resolution const resolution = state.resolver.resolve(
       selection.sheet, selection.range.value_or(wholeSheet), rules, decisions, state.findings);
-  Looks looks(state.document.getDefaultCellStyle().get());
+  Looks looks(state.document.getDefaultCellStyle().get(), state.locale);
   CellTexts const texts(state.locale, sheet.layout.rightToLeft);
 
   SheetPicture picture;
@@ -82,7 +82,8 @@ SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
                                              : findShownRange(sheet, resolution, looks, texts));
   ShownLines rows = ShownLines::ofRows(sheet.layout, picture.range.firstRow, picture.range.endRow);
   ShownLines const columns =
-      ShownLines::ofColumns(sheet.layout, picture.range.firstColumn, picture.range.endColumn);
+      ShownLines::ofColumns(sheet.layout, findDigitWidth(looks.get(0).font),
+                            picture.range.firstColumn, picture.range.endColumn);
   PictureParts const parts{sheet, resolution, rows, columns, picture.range};
   RowBuilder builder(state, parts, {looks, texts, decisions}, picture);
   for (std::uint32_t row = 0; row < rows.size(); ++row) {

@@ -58,7 +58,7 @@ public:
                                       Workbook::SheetLayout const& layout) {
     constexpr unsigned long mostColumns = 40;
     auto const columns = ShownLines::ofColumns(
-        layout, range.firstColumn, std::min(range.endColumn + mostColumns, Table::columnCount));
+        layout, findDigitWidth(_looks.get(0).font), range.firstColumn, std::min(range.endColumn + mostColumns, Table::columnCount));
     std::vector<double> ends;
     double at = 0;
     for (auto const& column : columns.get()) {
