@@ -39,22 +39,14 @@ struct Family {
 
 constexpr Family usualFamily{"", 1, 1.22};
 constexpr std::array families{
-    Family{"arial", 1.1, 1.15},
-    Family{"helvetica", 1.1, 1.15},
-    Family{"liberation sans", 1.1, 1.15},
-    Family{"segoe ui", 1.08, 1.33},
-    Family{"tahoma", 1.1, 1.21},
-    Family{"verdana", 1.28, 1.22},
-    Family{"dejavu sans", 1.25, 1.17},
-    Family{"trebuchet", 1.04, 1.16},
-    Family{"aptos narrow", 1.0, 1.3},
-    Family{"aptos", 1.1, 1.3},
-    Family{"times", 1.0, 1.15},
-    Family{"liberation serif", 1.0, 1.15},
-    Family{"cambria", 1.08, 1.17},
-    Family{"georgia", 1.12, 1.14},
-    Family{"courier", 1, 1.13, true},
-    Family{"liberation mono", 1, 1.13, true},
+    Family{"arial", 1.1, 1.15},           Family{"helvetica", 1.1, 1.15},
+    Family{"liberation sans", 1.1, 1.15}, Family{"segoe ui", 1.08, 1.33},
+    Family{"tahoma", 1.1, 1.21},          Family{"verdana", 1.28, 1.22},
+    Family{"dejavu sans", 1.25, 1.17},    Family{"trebuchet", 1.04, 1.16},
+    Family{"aptos narrow", 1.0, 1.3},     Family{"aptos", 1.1, 1.3},
+    Family{"times", 1.0, 1.15},           Family{"liberation serif", 1.0, 1.15},
+    Family{"cambria", 1.08, 1.17},        Family{"georgia", 1.12, 1.14},
+    Family{"courier", 1, 1.13, true},     Family{"liberation mono", 1, 1.13, true},
     Family{"consolas", 0.92, 1.17, true},
 };
 
