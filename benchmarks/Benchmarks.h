@@ -6,7 +6,6 @@ namespace Zorv::Benchmarks {
 void registerCellCache();
 void registerLoader();
 void registerMemory();
-void registerPicture();
 void registerThreads();
 void registerVisuals();
 void registerWholeTable();

@@ -10,7 +10,6 @@ int main(int argumentCount, char** arguments) {
   Zorv::Benchmarks::registerCellCache();
   Zorv::Benchmarks::registerLoader();
   Zorv::Benchmarks::registerMemory();
-  Zorv::Benchmarks::registerPicture();
   Zorv::Benchmarks::registerThreads();
   Zorv::Benchmarks::registerVisuals();
   Zorv::Benchmarks::registerWholeTable();

@@ -1,6 +1,7 @@
 #include "render/Html/CellMarkup.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -81,18 +82,23 @@ void CellMarkup::appendContent(std::string& out, PictureCell const& cell) {
   if (cell.icon) {
     appendIcon(out, *cell.icon, cell.text.empty());
   }
-  if (cell.text.empty()) {
-    return;
+  if (!cell.text.empty()) {
+    appendLinkedText(out, cell);
   }
+}
+
+void CellMarkup::appendLinkedText(std::string& out, PictureCell const& cell) {
   auto const address = cell.link == 0 ? std::string_view() : _sheet.links[cell.link - 1];
   bool const isPlace = address.starts_with('#');
   auto const target = isPlace ? address : findSafeAddress(address);
-  bool const needsSpan = isTurned(look) || (target.empty() && (cell.runs != 0 || runsOver(cell)));
   if (!target.empty()) {
     out += isPlace ? "<a href=\"#\" data-place=\"" : "<a href=\"";
     appendText(out, isPlace ? target.substr(1) : target);
     out += isPlace ? "\">" : "\" rel=\"noopener noreferrer\" target=\"_blank\">";
   }
+  // Runs without an element around them would be items of the cell's layout, one beside the other.
+  bool const needsSpan =
+      isTurned(_sheet.looks[cell.look]) || (target.empty() && (cell.runs != 0 || runsOver(cell)));
   out += needsSpan ? "<span>" : "";
   cell.runs != 0 ? appendRuns(out, cell) : appendWords(out, cell);
   out += needsSpan ? "</span>" : "";
@@ -193,19 +199,40 @@ std::string const& CellMarkup::classOfEdges(std::uint32_t edges, Neighbours neig
   return entry->second;
 }
 
-bool CellMarkup::runsOver(PictureCell const& cell) const noexcept {
-  auto const& look = _sheet.looks[cell.look];
-  if ((cell.freeLeft == 0 && cell.freeRight == 0) || cell.text.empty() || look.wraps) {
-    return false;
-  }
+bool CellMarkup::mayBeTooLong(PictureCell const& cell) const noexcept {
   // Most texts are far too short. A wide letter is as wide as the font is high.
   constexpr double pixelsPerPoint = 96.0 / 72;
-  double const widest = static_cast<double>(cell.text.size()) * look.font.size * pixelsPerPoint;
-  return widest > sumColumnWidths(_sheet, cell.column, cell.columnCount);
+  constexpr double lineHeight = 1.25;
+  auto const& look = _sheet.looks[cell.look];
+  double size = look.font.size;
+  if (cell.runs != 0) {
+    for (auto const& run : _sheet.richTexts[cell.runs - 1]) {
+      size = std::max(size, run.font.size);
+    }
+  }
+  auto const letter = size * pixelsPerPoint;
+  auto const widest = static_cast<double>(cell.text.size()) * letter;
+  auto const width = sumColumnWidths(_sheet, cell.column, cell.columnCount);
+  auto const height = cell.row < _sheet.rows.size() ? _sheet.rows[cell.row].size : 0;
+  return widest > width || letter * lineHeight > height || look.wraps || isTurned(look);
+}
+
+bool CellMarkup::runsOver(PictureCell const& cell) const noexcept {
+  return (cell.freeLeft != 0 || cell.freeRight != 0) && !_sheet.looks[cell.look].wraps &&
+         mayBeTooLong(cell);
 }
 
 void CellMarkup::appendOverflow(std::string& out, PictureCell const& cell) {
+  if (cell.text.empty() || !mayBeTooLong(cell)) {
+    return;
+  }
+  auto const& look = _sheet.looks[cell.look];
+  constexpr int upright = 90;
+  if (look.rotation != 0 && std::abs(look.rotation) < upright) {
+    return;  // it leans over its neighbours
+  }
   if (!runsOver(cell)) {
+    out += look.shrinksToFit ? " x k" : " x";
     return;
   }
   auto const left = sumColumnWidths(_sheet, cell.column - std::min(cell.column, cell.freeLeft),

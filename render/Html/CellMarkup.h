@@ -35,12 +35,15 @@ public:
 private:
   [[nodiscard]] std::string const& classOf(std::uint32_t look, DOM::HorizontalAlignment horizontal);
   [[nodiscard]] std::string const& classOfEdges(std::uint32_t edges, Neighbours neighbours);
-  /// Appends the class of a text that may run into empty neighbours.
+  /// Appends the classes of a text that may be too long: it runs into empty neighbours, or is cut.
   void appendOverflow(std::string& out, PictureCell const& cell);
+  /// True if a text may be wider than its cell, or higher, where it is wrapped.
+  [[nodiscard]] bool mayBeTooLong(PictureCell const& cell) const noexcept;
   [[nodiscard]] bool runsOver(PictureCell const& cell) const noexcept;
 
   void appendBar(std::string& out, Visuals::ShownBar const& bar);
   void appendIcon(std::string& out, Visuals::Icon const& icon, bool isAlone);
+  void appendLinkedText(std::string& out, PictureCell const& cell);
   void appendWords(std::string& out, PictureCell const& cell);
   void appendRuns(std::string& out, PictureCell const& cell);
 

@@ -105,7 +105,7 @@ std::string describeSlant(int rotation, HorizontalAlignment horizontal) {
   constexpr double halfTurn = 180;
   constexpr double lineHeight = 1.2;
   double const rise = std::sin(std::abs(rotation) * std::numbers::pi / halfTurn) * lineHeight;
-  std::string text = "overflow:visible;z-index:1;&>span{white-space:pre;";
+  std::string text = "z-index:1;&>span{white-space:pre;";
   if (horizontal == HorizontalAlignment::Center) {
     return text + fmt::format("transform:rotate({}deg)}}", -rotation);
   }

@@ -68,13 +68,13 @@ void appendRules(std::string& out, SheetPicture const& sheet, std::size_t number
 }
 
 void appendTabs(std::string& out, Picture const& picture) {
-  out += "<nav class=\"tabs\" aria-label=\"Sheets\">";
+  out += "<nav aria-label=\"Sheets\"><div class=\"tabs\">";
   for (std::size_t number = 0; number < picture.sheets.size(); ++number) {
     out += fmt::format("<a id=\"tab-{0}\" href=\"#sheet-{0}\">", number);
     appendLabel(out, picture.sheets[number].name);
     out += "</a>";
   }
-  out += "</nav>\n";
+  out += "</div></nav>\n";
 }
 
 void appendSheetSection(std::string& out, SheetPicture const& sheet, std::size_t number,
@@ -154,7 +154,7 @@ void writePage(Picture const& picture, PageOptions const& options, PageAccounts*
   out += "<script type=\"application/json\" id=\"data\">";
   sink(out);
   sink(data.json);
-  sink("</script>\n<script>");
+  sink("</script>\n<script type=\"module\">");
   sink(pageScript);
   sink("</script>\n</body>\n</html>\n");
 }

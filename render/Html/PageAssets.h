@@ -6,6 +6,6 @@
 namespace Zorv::Render {
 
 extern std::string_view const pageStyle;   ///< page.css
-extern std::string_view const pageScript;  ///< page.js
+extern std::string_view const pageScript;  ///< the files of Script/, one after the other
 
 }  // namespace Zorv::Render

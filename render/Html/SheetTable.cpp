@@ -68,7 +68,7 @@ SheetTable::SheetTable(SheetPicture const& sheet, std::string className, StyleSh
   double start = findHeadingWidth(sheet);
   for (std::uint32_t column = 0;
        column < std::min<std::size_t>(sheet.frozenColumns, sheet.columns.size()); ++column) {
-    _frozenClasses.push_back("f " + _styles.classOf("inset-inline-start:" + toPixels(start)));
+    _frozenClasses.push_back("f " + _styles.classOf("--at:" + toPixels(start)));
     start += sheet.columns[column].size;
   }
 }
@@ -126,9 +126,9 @@ void SheetTable::appendHeadings(std::string& out) {
 }
 
 std::uint32_t SheetTable::findBlockEnd(std::uint32_t begin) {
-  constexpr std::size_t positions = 2'048;
+  constexpr std::size_t positions = 1'024;
   constexpr std::size_t fewestRows = 8;
-  constexpr std::size_t mostRows = 64;
+  constexpr std::size_t mostRows = 32;
   auto const rowCount = static_cast<std::uint32_t>(_sheet.rows.size());
   if (begin < _sheet.frozenRows) {
     return std::min(_sheet.frozenRows, rowCount);

@@ -1,6 +1,7 @@
 #include "tool/Commands/DrawnSheets.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "DOM/Table.h"
@@ -50,7 +51,8 @@ Render::Picture makePicture(CommandContext const& context,
   picture.threadCount = options.threadCount;
   picture.budget = &context.budget;
   auto built = Render::buildPicture(selection.getDocument(), picture);
-  built.name = selection.getFile();
+  // Where the file lies is nobody's concern who gets the picture.
+  built.name = std::filesystem::path(selection.getFile()).filename().string();
   for (auto const& finding : built.findings) {
     context.report.addFinding(finding);
   }

@@ -60,7 +60,7 @@ TEST_F(PageTest, ThePolicyAllowsThePagesOwnStyleAndScriptAlone) {
             "default-src 'none'; style-src " + hashOfContent(style) + "; script-src " +
                 hashOfContent(pageScript) +
                 "; base-uri 'none'; form-action 'none'; require-trusted-types-for 'script'");
-  EXPECT_THAT(page, HasSubstr("<script>" + std::string(pageScript) + "</script>"));
+  EXPECT_THAT(page, HasSubstr("<script type=\"module\">" + std::string(pageScript) + "</script>"));
   EXPECT_THAT(page, Not(HasSubstr(" style=\"")));
 }
 
@@ -76,7 +76,7 @@ TEST_F(PageTest, TextsOfTheWorkbookNeverBecomeMarkup) {
   auto const page = write();
   EXPECT_THAT(page, Not(HasSubstr("<img")));
   EXPECT_THAT(page, Not(HasSubstr("<script>alert")));
-  EXPECT_EQ(page.find("</script>"), page.find("</script>\n<script>"))
+  EXPECT_EQ(page.find("</script>"), page.find("</script>\n<script type=\"module\">"))
       << "the data end at their end";
 }
 
