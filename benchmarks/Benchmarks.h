@@ -6,6 +6,7 @@ namespace Zorv::Benchmarks {
 void registerCellCache();
 void registerLoader();
 void registerMemory();
+void registerPicture();
 void registerThreads();
 void registerVisuals();
 void registerWholeTable();

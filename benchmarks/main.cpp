@@ -10,6 +10,7 @@ int main(int argumentCount, char** arguments) {
   Zorv::Benchmarks::registerCellCache();
   Zorv::Benchmarks::registerLoader();
   Zorv::Benchmarks::registerMemory();
+  Zorv::Benchmarks::registerPicture();
   Zorv::Benchmarks::registerThreads();
   Zorv::Benchmarks::registerVisuals();
   Zorv::Benchmarks::registerWholeTable();

@@ -16,8 +16,9 @@ namespace Zorv::Render {
 
 /// A sheet to draw.
 struct SheetSelection {
-  std::size_t sheet = 0;            ///< index in the document
-  std::optional<TableRange> range;  ///< nothing: all that is seen of it
+  std::size_t sheet = 0;  ///< index in the document
+  /// Nothing: all that is seen of it. Whole rows and columns are drawn as far as something is seen.
+  std::optional<TableRange> range;
 };
 
 struct PictureOptions {

@@ -103,7 +103,9 @@ struct PictureCell {
   std::uint32_t link = 0;         ///< index in SheetPicture::links, plus one; 0: no link
   std::uint32_t runs = 0;         ///< index in SheetPicture::richTexts, plus one; 0: not rich
   /// Columns of the picture beside the cell into which its text may run, since they are empty: at
-  /// its sides as they are seen.
+  /// its sides as they are seen. In a sheet that is laid out from right to left, the columns to the
+  /// right are those before the cell. A text that is centred across a selection
+  /// (HorizontalAlignment::CenterContinuous) stands in the middle of the cell and these columns.
   std::uint32_t freeLeft = 0;
   std::uint32_t freeRight = 0;
   CellContent content = CellContent::Empty;

@@ -53,6 +53,21 @@ void readNames(DateNames& names, Symbols const& symbols) {
   copyNames(names.halvesOfDay, halves, count, 0);
 }
 
+/// The number format of a pattern of ICU; the year has four digits.
+std::string toFormatCode(icu::UnicodeString const& pattern) {
+  std::string text;
+  pattern.toUTF8String(text);
+  std::string code;
+  for (char const c : text) {
+    if (c == 'y') {
+      code += code.ends_with('y') ? "" : "yyyy";
+    } else {
+      code += c == 'M' ? 'm' : c == '\'' ? '"' : c;
+    }
+  }
+  return code;
+}
+
 void readOrder(DateNames& names, icu::Locale const& locale) {
   std::unique_ptr<icu::DateFormat> const format(
       icu::DateFormat::createDateInstance(icu::DateFormat::kShort, locale));
@@ -65,6 +80,7 @@ void readOrder(DateNames& names, icu::Locale const& locale) {
   auto const day = pattern.indexOf(u'd');
   auto const month = pattern.indexOf(u'M');
   auto const year = pattern.indexOf(u'y');
+  names.shortDateCode = toFormatCode(pattern);
   names.hasDots = pattern.indexOf(u'.') >= 0;
   if (year < month && year < day) {
     names.order = DateOrder::YearMonthDay;

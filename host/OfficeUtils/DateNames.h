@@ -18,7 +18,8 @@ struct DateNames {
   std::array<std::string, 7> shortWeekdays;
   std::array<std::string, 2> halvesOfDay;  ///< before and after noon
   DateOrder order = DateOrder::MonthDayYear;
-  bool hasDots = false;  ///< numeric dates separate their parts by dots
+  bool hasDots = false;                    ///< numeric dates separate their parts by dots
+  std::string shortDateCode = "m/d/yyyy";  ///< number format of numeric dates
 
   /// For each letter from a to z, a bit set of the lengths of the ASCII names that begin with it.
   std::array<std::uint32_t, 26> lengthsByInitial{};

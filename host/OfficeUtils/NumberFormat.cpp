@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "OfficeUtils/DateNames.h"
 #include "OfficeUtils/NumberFormatCode.h"
 #include "OfficeUtils/NumberFormatDates.h"
 #include "OfficeUtils/NumberFormatNumbers.h"
@@ -146,6 +147,10 @@ std::optional<NumberFormat> NumberFormat::compile(std::string_view code) {
   }
   addConditions(data.numbers);
   return NumberFormat(std::make_shared<Data const>(std::move(data)));
+}
+
+std::string NumberFormat::findDateCode(LocaleContext const& locale) {
+  return DateNames::of(locale.getName()).shortDateCode;
 }
 
 bool NumberFormat::showsDate(double number) const noexcept {

@@ -34,6 +34,10 @@ public:
   /// Nothing where the text is no number format.
   [[nodiscard]] static std::optional<NumberFormat> compile(std::string_view code);
 
+  /// The code of the format in which a locale writes dates in figures, such as `m/d/yyyy` or
+  /// `dd.mm.yyyy`.
+  [[nodiscard]] static std::string findDateCode(LocaleContext const& locale);
+
   /// A number in the format. Nothing where the format cannot show it: a number that is not finite,
   /// or, in a date format, one outside the date system.
   [[nodiscard]] std::optional<std::string> formatNumber(double number,

@@ -5,7 +5,7 @@
 
 namespace Zorv::Render {
 
-double toColumnPixels(double digits) noexcept {
+double toColumnPixels(double digits, double digitWidth) noexcept {
   constexpr double mostDigits = 255;
   constexpr double parts = 256;
   double const rounding = std::trunc(parts / 2 / digitWidth);
@@ -21,9 +21,9 @@ double toRowPixels(double points) noexcept {
 
 /// Without a width in the file, a column has room for its digits and a padding, and is rounded up
 /// so that it scrolls well.
-double findDefaultColumnPixels(Workbook::SheetLayout const& layout) noexcept {
+double findDefaultColumnPixels(Workbook::SheetLayout const& layout, double digitWidth) noexcept {
   if (layout.defaultColumnWidth && *layout.defaultColumnWidth > 0) {
-    return toColumnPixels(*layout.defaultColumnWidth);
+    return toColumnPixels(*layout.defaultColumnWidth, digitWidth);
   }
   constexpr double padding = 5;
   constexpr double unit = 8;

@@ -113,6 +113,14 @@ std::size_t hashOf(Look const& look) {
   return hash;
 }
 
+/// Two built-in formats of dates (ISO/IEC 29500-1, 18.8.30) stand for those of the locale.
+std::string toLocaleCode(std::string const& code, OfficeUtils::LocaleContext const& locale) {
+  if (code == "mm-dd-yy") {
+    return OfficeUtils::NumberFormat::findDateCode(locale);
+  }
+  return code == "m/d/yy h:mm" ? OfficeUtils::NumberFormat::findDateCode(locale) + " h:mm" : code;
+}
+
 OfficeUtils::NumberFormat compileGeneral() {
   return *OfficeUtils::NumberFormat::compile("General");
 }
@@ -124,7 +132,8 @@ std::size_t Looks::PairHash::operator()(
   return boost::hash<std::pair<Style const*, Style const*>>()(pair);
 }
 
-Looks::Looks(Style const* usual) : _usual(usual), _general(compileGeneral()) {
+Looks::Looks(Style const* usual, OfficeUtils::LocaleContext const& locale)
+    : _usual(usual), _locale(locale), _general(compileGeneral()) {
   // The first look is that of a cell without a style.
   static_cast<void>(find(nullptr, nullptr));
 }
@@ -196,7 +205,8 @@ OfficeUtils::NumberFormat const* Looks::findFormat(DOM::CellFormat const* format
   }
   auto found = _formats.find(format->code);
   if (found == _formats.end()) {
-    found = _formats.emplace(format->code, OfficeUtils::NumberFormat::compile(format->code)).first;
+    std::string const code = toLocaleCode(format->code, _locale);
+    found = _formats.emplace(format->code, OfficeUtils::NumberFormat::compile(code)).first;
   }
   return found->second ? &*found->second : &_general;
 }

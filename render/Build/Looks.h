@@ -11,6 +11,7 @@
 
 #include "DOM/CellStyle.h"
 #include "DOM/SharedStyle.h"
+#include "OfficeUtils/LocaleContext.h"
 #include "OfficeUtils/NumberFormat.h"
 #include "render/Build/TextWidths.h"
 #include "render/Picture.h"
@@ -42,8 +43,8 @@ class Looks {
 public:
   using Style = DOM::SharedStyle<DOM::CellStyle>;
 
-  /// `usual` is the style of cells without a style of their own; may be null.
-  explicit Looks(Style const* usual);
+  /// `usual` is the style of cells without a style of their own; may be null. Borrows both.
+  Looks(Style const* usual, OfficeUtils::LocaleContext const& locale);
 
   /// Either may be null. Borrows both, which must live as long as this object. The reference is
   /// valid as long.
@@ -65,6 +66,7 @@ private:
   [[nodiscard]] OfficeUtils::NumberFormat const* findFormat(DOM::CellFormat const* format);
 
   Style const* _usual;
+  OfficeUtils::LocaleContext const& _locale;
   std::unordered_map<std::pair<Style const*, Style const*>, StyleLook, PairHash> _known;
   std::vector<Look> _looks;
   std::unordered_multimap<std::size_t, std::uint32_t> _looksByHash;

@@ -10,8 +10,8 @@ namespace {
 constexpr double allowance = 1.25;
 constexpr double textPadding = 5;
 
-/// Free columns to the right that give at least `missing` pixels, or all there are.
-std::uint32_t countRight(std::uint32_t column, double missing, std::span<Room const> rooms,
+/// Free columns after one that give at least `missing` pixels, or all there are.
+std::uint32_t countAfter(std::uint32_t column, double missing, std::span<Room const> rooms,
                          ShownLines const& columns) noexcept {
   std::uint32_t count = 0;
   for (std::size_t next = column + 1;
@@ -22,8 +22,8 @@ std::uint32_t countRight(std::uint32_t column, double missing, std::span<Room co
   return count;
 }
 
-std::uint32_t countLeft(std::uint32_t column, double missing, std::span<Room const> rooms,
-                        ShownLines const& columns) noexcept {
+std::uint32_t countBefore(std::uint32_t column, double missing, std::span<Room const> rooms,
+                          ShownLines const& columns) noexcept {
   std::uint32_t count = 0;
   while (missing > 0 && count < column && rooms[column - count - 1] != Room::Occupied) {
     ++count;
@@ -43,23 +43,26 @@ std::uint32_t countCentred(std::uint32_t column, std::span<Room const> rooms) no
 }  // namespace
 
 void findFreeColumns(RunningText const& text, std::span<Room const> rooms,
-                     ShownLines const& columns) {
+                     ShownLines const& columns, bool rightToLeft) {
   PictureCell& cell = *text.cell;
-  if (cell.horizontal == DOM::HorizontalAlignment::CenterContinuous) {
-    cell.freeRight = countCentred(cell.column, rooms);
-    return;
-  }
+  std::uint32_t& freeAfter = rightToLeft ? cell.freeLeft : cell.freeRight;
+  std::uint32_t& freeBefore = rightToLeft ? cell.freeRight : cell.freeLeft;
   double const missing = text.width * allowance + textPadding - columns[cell.column].size;
   switch (cell.horizontal) {
-    case DOM::HorizontalAlignment::Left:
-      cell.freeRight = countRight(cell.column, missing, rooms, columns);
-      break;
-    case DOM::HorizontalAlignment::Right:
-      cell.freeLeft = countLeft(cell.column, missing, rooms, columns);
+    case DOM::HorizontalAlignment::CenterContinuous:
+      freeAfter = countCentred(cell.column, rooms);
       break;
     case DOM::HorizontalAlignment::Center:
-      cell.freeRight = countRight(cell.column, missing / 2, rooms, columns);
-      cell.freeLeft = countLeft(cell.column, missing / 2, rooms, columns);
+      freeAfter = countAfter(cell.column, missing / 2, rooms, columns);
+      freeBefore = countBefore(cell.column, missing / 2, rooms, columns);
+      break;
+    case DOM::HorizontalAlignment::Left:
+    case DOM::HorizontalAlignment::Right:
+      if ((cell.horizontal == DOM::HorizontalAlignment::Left) != rightToLeft) {
+        freeAfter = countAfter(cell.column, missing, rooms, columns);
+      } else {
+        freeBefore = countBefore(cell.column, missing, rooms, columns);
+      }
       break;
     default:
       break;

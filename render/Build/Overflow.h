@@ -24,8 +24,9 @@ struct RunningText {
 
 /// Finds the empty columns beside a text that it needs: of those to its right, to its left or on
 /// both sides, by its alignment. A text that is centred across a selection gets the columns of
-/// that. `rooms` has one for each column of the picture. Linear in the columns that it gets.
+/// that. `rooms` has one for each column of the picture; with `rightToLeft`, the columns follow
+/// each other to the left. Linear in the columns that it gets.
 void findFreeColumns(RunningText const& text, std::span<Room const> rooms,
-                     ShownLines const& columns);
+                     ShownLines const& columns, bool rightToLeft);
 
 }  // namespace Zorv::Render

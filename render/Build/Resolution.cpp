@@ -36,6 +36,25 @@ std::string describeFailure(std::exception_ptr const& failure) {
   }
 }
 
+/// Takes memory from a budget in lumps.
+class MemoryLumps {
+public:
+  /// Borrows the budget; null for none.
+  explicit MemoryLumps(WorkBudget* budget) noexcept : _budget(budget) {}
+
+  void count(std::uint64_t bytes) {
+    constexpr std::uint64_t lump = 65'536;
+    _pending += bytes;
+    if (_budget != nullptr && _pending >= lump) {
+      _budget->takeMemory(std::exchange(_pending, 0));
+    }
+  }
+
+private:
+  WorkBudget* _budget;
+  std::uint64_t _pending = 0;
+};
+
 /// The first failures of a sheet's cells, and the number of the others.
 class FailureList {
 public:
@@ -139,6 +158,7 @@ Resolution SheetResolver::resolve(std::size_t index, TableRange const& bounds,
                                          .resolver = resolver,
                                          .styles = _document.getStyles()});
   FailureList failures(sheet.name, findings);
+  MemoryLumps memory(_options.budget);
   visuals.visit(makePass(index, bounds, findings), [&](Visuals::VisualCell const& cell) {
     auto const& resolved = cell.resolved;
     if (resolved.failure != nullptr) {
@@ -149,6 +169,7 @@ Resolution SheetResolver::resolve(std::size_t index, TableRange const& bounds,
     if (!resolved.style && cell.visuals.isEmpty()) {
       return;
     }
+    memory.count(sizeof(DecidedPosition) + (cell.visuals.isEmpty() ? 0 : sizeof(cell.visuals)));
     DecidedPosition position;
     position.row = static_cast<std::uint32_t>(resolved.cellInfo.getRowIndex());
     position.column = static_cast<std::uint32_t>(resolved.cellInfo.getColIndex());

@@ -88,6 +88,12 @@ double RowBuilder::addRow(std::uint32_t row) {
 void RowBuilder::finish() {
   _edges.finish();
   _picture.edges = std::move(_edgeTable).take();
+  // The file names the sides by the order of the columns, the picture by what is seen.
+  if (_parts.sheet.layout.rightToLeft) {
+    for (CellEdges& edges : _picture.edges) {
+      std::swap(edges.left, edges.right);
+    }
+  }
   _picture.links = std::move(_links).take();
   _picture.richTexts = std::move(_richTexts).take();
 }
@@ -237,7 +243,8 @@ void RowBuilder::findFree() {
                           !measured.look->wraps && !cell.splitAt &&
                           measured.look->horizontal != HorizontalAlignment::Fill;
     if (runsOver) {
-      findFreeColumns({&cell, measured.width}, _rooms, _parts.columns);
+      findFreeColumns({&cell, measured.width}, _rooms, _parts.columns,
+                      _parts.sheet.layout.rightToLeft);
     }
   }
 }

@@ -1,6 +1,7 @@
 #include "render/Build/SheetBuilder.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include <fmt/format.h>
@@ -55,6 +56,22 @@ TableRange limitRange(BuildState& state, Workbook::Sheet const& sheet, TableRang
   return limited;
 }
 
+/// The range that is drawn: the chosen one, or all that is seen. Whole rows and columns are drawn
+/// as far as something is seen.
+TableRange chooseRange(std::optional<TableRange> const& chosen, TableRange const& shown) noexcept {
+  if (!chosen) {
+    return shown;
+  }
+  TableRange range = intersect(*chosen, wholeSheet);
+  if (range.endRow == wholeSheet.endRow) {
+    range.endRow = std::max(shown.endRow, range.firstRow);
+  }
+  if (range.endColumn == wholeSheet.endColumn) {
+    range.endColumn = std::max(shown.endColumn, range.firstColumn);
+  }
+  return range;
+}
+
 void reportOverlaps(BuildState& state, Workbook::Sheet const& sheet, std::size_t count) {
   if (count > 0) {
     state.findings.push_back(fmt::format("{}: {} merged {} others and {} left out", sheet.name,
@@ -71,19 +88,23 @@ SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
   Decisions decisions(state.document, selection.sheet, rules);
   Resolution const resolution = state.resolver.resolve(
       selection.sheet, selection.range.value_or(wholeSheet), rules, decisions, state.findings);
-  Looks looks(state.document.getDefaultCellStyle().get());
+  Looks looks(state.document.getDefaultCellStyle().get(), state.locale);
   CellTexts const texts(state.locale, sheet.layout.rightToLeft);
 
   SheetPicture picture;
   picture.sheet = selection.sheet;
   picture.name = sheet.name;
-  picture.range = limitRange(state, sheet,
-                             selection.range ? intersect(*selection.range, wholeSheet)
-                                             : findShownRange(sheet, resolution, looks, texts));
+  picture.range = limitRange(
+      state, sheet, chooseRange(selection.range, findShownRange(sheet, resolution, looks, texts)));
   ShownLines rows = ShownLines::ofRows(sheet.layout, picture.range.firstRow, picture.range.endRow);
   ShownLines const columns =
-      ShownLines::ofColumns(sheet.layout, picture.range.firstColumn, picture.range.endColumn);
+      ShownLines::ofColumns(sheet.layout, findDigitWidth(looks.get(0).font),
+                            picture.range.firstColumn, picture.range.endColumn);
   PictureParts const parts{sheet, resolution, rows, columns, picture.range};
+  if (state.options.budget != nullptr) {
+    state.options.budget->takeMemory((std::uint64_t{rows.size()} + columns.size()) *
+                                     (sizeof(ShownLines::Entry) + sizeof(Line)));
+  }
   RowBuilder builder(state, parts, {looks, texts, decisions}, picture);
   for (std::uint32_t row = 0; row < rows.size(); ++row) {
     rows.grow(row, builder.addRow(row));

@@ -62,16 +62,16 @@ ShownLines ShownLines::ofRows(Workbook::SheetLayout const& layout, unsigned long
   return lines;
 }
 
-ShownLines ShownLines::ofColumns(Workbook::SheetLayout const& layout, unsigned long begin,
-                                 unsigned long end) {
+ShownLines ShownLines::ofColumns(Workbook::SheetLayout const& layout, double digitWidth,
+                                 unsigned long begin, unsigned long end) {
   ShownLines lines(begin, end);
-  double const usual = findDefaultColumnPixels(layout);
+  double const usual = findDefaultColumnPixels(layout, digitWidth);
   unsigned long column = begin;
   for (ColumnLayout const* own : listColumnLayouts(layout, begin, end)) {
     Entry entry{.index = column++, .size = usual, .style = nullptr};
     if (own != nullptr) {
       entry.hasOwnSize = own->width.has_value();
-      entry.size = own->width ? toColumnPixels(*own->width) : usual;
+      entry.size = own->width ? toColumnPixels(*own->width, digitWidth) : usual;
       entry.style = own->style.get();
     }
     lines.add(entry, own != nullptr && own->hidden);

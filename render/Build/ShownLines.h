@@ -26,8 +26,9 @@ public:
   /// The rows of `layout` from `begin` to `end`. Linear in their number.
   [[nodiscard]] static ShownLines ofRows(Workbook::SheetLayout const& layout, unsigned long begin,
                                          unsigned long end);
-  /// The columns. Of several entries for one column, the first counts.
-  [[nodiscard]] static ShownLines ofColumns(Workbook::SheetLayout const& layout,
+  /// The columns; `digitWidth` is that of the default font. Of several entries for one column, the
+  /// first counts.
+  [[nodiscard]] static ShownLines ofColumns(Workbook::SheetLayout const& layout, double digitWidth,
                                             unsigned long begin, unsigned long end);
 
   [[nodiscard]] std::vector<Entry> const& get() const noexcept { return _entries; }

@@ -57,8 +57,9 @@ public:
   [[nodiscard]] unsigned long findEnd(TableRange const& range,
                                       Workbook::SheetLayout const& layout) {
     constexpr unsigned long mostColumns = 40;
-    auto const columns = ShownLines::ofColumns(
-        layout, range.firstColumn, std::min(range.endColumn + mostColumns, Table::columnCount));
+    auto const columns =
+        ShownLines::ofColumns(layout, findDigitWidth(_looks.get(0).font), range.firstColumn,
+                              std::min(range.endColumn + mostColumns, Table::columnCount));
     std::vector<double> ends;
     double at = 0;
     for (auto const& column : columns.get()) {

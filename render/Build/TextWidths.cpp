@@ -7,12 +7,12 @@
 #include <cstdint>
 
 #include "Utils/CaseFolding.h"
-#include "render/Build/Lengths.h"
 
 namespace Zorv::Render {
 
 namespace {
 
+constexpr double pixelsPerPoint = 96.0 / 72.0;
 constexpr unsigned firstPrintable = 0x20;
 
 /// Widths of the printable characters of ASCII in a proportional font without serifs, in
@@ -39,19 +39,14 @@ struct Family {
 
 constexpr Family usualFamily{"", 1, 1.22};
 constexpr std::array families{
-    Family{"arial", 1.1, 1.15},
-    Family{"helvetica", 1.1, 1.15},
-    Family{"liberation sans", 1.1, 1.15},
-    Family{"segoe ui", 1.08, 1.33},
-    Family{"tahoma", 1.1, 1.21},
-    Family{"verdana", 1.28, 1.22},
-    Family{"dejavu sans", 1.25, 1.17},
-    Family{"times", 1.0, 1.15},
-    Family{"liberation serif", 1.0, 1.15},
-    Family{"cambria", 1.08, 1.17},
-    Family{"georgia", 1.12, 1.14},
-    Family{"courier", 1, 1.13, true},
-    Family{"liberation mono", 1, 1.13, true},
+    Family{"arial", 1.1, 1.15},           Family{"helvetica", 1.1, 1.15},
+    Family{"liberation sans", 1.1, 1.15}, Family{"segoe ui", 1.08, 1.33},
+    Family{"tahoma", 1.1, 1.21},          Family{"verdana", 1.28, 1.22},
+    Family{"dejavu sans", 1.25, 1.17},    Family{"trebuchet", 1.04, 1.16},
+    Family{"aptos narrow", 1.0, 1.3},     Family{"aptos", 1.1, 1.3},
+    Family{"times", 1.0, 1.15},           Family{"liberation serif", 1.0, 1.15},
+    Family{"cambria", 1.08, 1.17},        Family{"georgia", 1.12, 1.14},
+    Family{"courier", 1, 1.13, true},     Family{"liberation mono", 1, 1.13, true},
     Family{"consolas", 0.92, 1.17, true},
 };
 
@@ -89,13 +84,13 @@ bool isDigitOrSpace(unsigned char c) noexcept { return ('0' <= c && c <= '9') ||
 }  // namespace
 
 FontMeasures findMeasures(Font const& font) noexcept {
-  constexpr double pixelsPerPoint = 96.0 / 72.0;
   constexpr double rowPadding = 2;
   Family const& family = findFamily(font.name);
   double const pixels = font.size * pixelsPerPoint;
   // The table's digit is 7.4 pixels wide at 11 points, and 7 where programs round it for columns.
   constexpr double ordinaryPixels = 11 * pixelsPerPoint;
-  constexpr double rounding = digitWidth * 1'000 / (digitMilliems * ordinaryPixels);
+  constexpr double ordinaryDigit = 7;
+  constexpr double rounding = ordinaryDigit * 1'000 / (digitMilliems * ordinaryPixels);
   FontMeasures measures;
   measures.emPixels = pixels / 1'000 * family.width * rounding;
   measures.isMonospaced = family.isMonospaced;
@@ -103,6 +98,12 @@ FontMeasures findMeasures(Font const& font) noexcept {
   measures.digit = measures.emPixels * (family.isMonospaced ? monospacedMilliems : digitMilliems);
   measures.lineHeight = std::round(pixels * family.height + rowPadding);
   return measures;
+}
+
+double findDigitWidth(Font const& font) noexcept {
+  Family const& family = findFamily(font.name);
+  double const milliems = family.isMonospaced ? monospacedMilliems : digitMilliems;
+  return std::max(std::round(font.size * pixelsPerPoint * family.width * milliems / 1'000), 1.0);
 }
 
 double measureText(std::string_view text, FontMeasures const& font) noexcept {

@@ -19,6 +19,10 @@ struct FontMeasures {
 
 [[nodiscard]] FontMeasures findMeasures(Font const& font) noexcept;
 
+/// Width of a digit in whole pixels, as programs round it to measure columns by a workbook's
+/// default font; at least 1.
+[[nodiscard]] double findDigitWidth(Font const& font) noexcept;
+
 /// Width of one line of text in UTF-8, in pixels. Linear in its bytes.
 [[nodiscard]] double measureText(std::string_view text, FontMeasures const& font) noexcept;
 

@@ -426,5 +426,12 @@ TEST(NumberFormat, TellsWhatIsGeneral) {
   EXPECT_FALSE(NumberFormat::compile("yyyy")->isGeneral(1));
 }
 
+TEST(NumberFormat, KnowsTheNumericDatesOfALocale) {
+  EXPECT_EQ(NumberFormat::findDateCode(LocaleContext("en-US")), "m/d/yyyy");
+  EXPECT_EQ(NumberFormat::findDateCode(LocaleContext("de-DE")), "dd.mm.yyyy");
+  EXPECT_EQ(NumberFormat::findDateCode(LocaleContext("en-GB")), "dd/mm/yyyy");
+  EXPECT_EQ(NumberFormat::findDateCode(LocaleContext("sv-SE")), "yyyy-mm-dd");
+}
+
 }  // namespace
 }  // namespace Zorv::OfficeUtils

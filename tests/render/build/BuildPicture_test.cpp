@@ -536,6 +536,38 @@ TEST(BuildPicture, DrawsTheRangeThatIsChosen) {
   EXPECT_EQ(picture.at("B2").row, 0U);
 }
 
+TEST(BuildPicture, ChosenColumnsAreDrawnAsFarAsSomethingIsSeen) {
+  PictureOptions options;
+  options.sheets = {{.sheet = 0, .range = TableRange{0, 1, 1'048'576, 2}},
+                    {.sheet = 0, .range = TableRange{1, 0, 2, 16'384}},
+                    {.sheet = 0, .range = TableRange{5, 0, 1'048'576, 1}}};
+  BuiltPicture const picture(WorkbookBuilder().setSheet("<row r='1'><c r='A1'><v>1</v></c></row>"
+                                                        "<row r='3'><c r='B3'><v>2</v></c></row>"),
+                             options);
+  EXPECT_EQ(picture.sheet(0).range, (TableRange{0, 1, 3, 2}));
+  EXPECT_EQ(picture.sheet(1).range, (TableRange{1, 0, 2, 2}));
+  EXPECT_TRUE(picture.sheet(2).range.isEmpty());
+}
+
+TEST(BuildPicture, SheetsFromRightToLeftHaveTheirSidesAsTheyAreSeen) {
+  BuiltPicture const picture(
+      WorkbookBuilder()
+          .setStyles(styles("", border("left", "thin", "FFFF0000"),
+                            "<xf borderId='1'/><xf><alignment horizontal='right'/></xf>"))
+          .addSheet("Sheet1",
+                    "<sheetViews><sheetView rightToLeft='1'/></sheetViews>" +
+                        sheetData("<row r='1'><c r='A1'><v>1</v></c><c r='B1' s='1'><v>1</v></c>"
+                                  "</row><row r='2'><c r='C2' t='str'><v>a text that is longer"
+                                  "</v></c><c r='E2'><v>1</v></c></row><row r='3'><c r='C3' "
+                                  "t='str' s='2'><v>a text that is longer</v></c></row>")));
+  EXPECT_EQ(picture.edgesAt("B1").right, (DOM::BorderLine{LineStyle::Thin, red}));
+  EXPECT_EQ(picture.edgesAt("A1").left, (DOM::BorderLine{LineStyle::Thin, red}));
+  EXPECT_EQ(picture.at("C2").freeRight, 2U);
+  EXPECT_EQ(picture.at("C2").freeLeft, 0U);
+  EXPECT_EQ(picture.at("C3").freeLeft, 2U);
+  EXPECT_EQ(picture.at("C3").freeRight, 0U);
+}
+
 TEST(BuildPicture, SpendsFromTheBudget) {
   WorkBudget budget({.steps = 1'000});
   PictureOptions options;

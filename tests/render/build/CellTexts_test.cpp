@@ -27,7 +27,7 @@ public:
     style.setParaProps(std::make_shared<DOM::ParaProps const>(para));
     style.setRunProps(std::make_shared<DOM::RunProps const>(run));
     _style = _factory.create(std::move(style));
-    _looks = std::make_unique<Looks>(_style.get());
+    _looks = std::make_unique<Looks>(_style.get(), _locale);
   }
 
   [[nodiscard]] CellText write(FormulaValue const& value, double width = 64,
@@ -70,6 +70,12 @@ TEST(CellTexts, NumbersInOtherFormatsAreRowsOfHashesWhereTheyAreTooWide) {
   EXPECT_EQ(Writer("yyyy-mm-dd").write(number(-1)).text, "#######");
   EXPECT_EQ(Writer("yyyy-mm-dd").write(number(1), 200).text, "1900-01-01");
   EXPECT_EQ(Writer("0.00", {}, {.fontSize = 22.0}).write(number(12345.678)).text, "####");
+}
+
+TEST(CellTexts, BuiltInDatesAreThoseOfTheLocale) {
+  EXPECT_EQ(Writer("mm-dd-yy").write(number(46265), 80).text, "8/31/2026");
+  EXPECT_EQ(Writer("m/d/yy h:mm").write(number(46265.5), 200).text, "8/31/2026 12:00");
+  EXPECT_EQ(Writer("mm-dd-yyyy").write(number(46265), 80).text, "08-31-2026");
 }
 
 TEST(CellTexts, NumbersThatAreTurnedOrShrunkAreNotCut) {

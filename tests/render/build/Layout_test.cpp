@@ -28,12 +28,13 @@ std::vector<unsigned long> indicesOf(ShownLines const& lines) {
 }
 
 TEST(Lengths, ColumnsAreWholePixelsWide) {
-  EXPECT_EQ(toColumnPixels(0), 0);
-  EXPECT_EQ(toColumnPixels(8.43), 59);
-  EXPECT_EQ(toColumnPixels(9.140625), 64);
-  EXPECT_EQ(toColumnPixels(10.7109375), 75);
-  EXPECT_EQ(toColumnPixels(-3), 0);
-  EXPECT_EQ(toColumnPixels(1e9), 1785);
+  EXPECT_EQ(toColumnPixels(0, 7), 0);
+  EXPECT_EQ(toColumnPixels(8.43, 7), 59);
+  EXPECT_EQ(toColumnPixels(9.140625, 7), 64);
+  EXPECT_EQ(toColumnPixels(10.7109375, 7), 75);
+  EXPECT_EQ(toColumnPixels(10.83203125, 8), 87);
+  EXPECT_EQ(toColumnPixels(-3, 7), 0);
+  EXPECT_EQ(toColumnPixels(1e9, 7), 1785);
 }
 
 TEST(Lengths, RowsAreAsHighAsTheirPoints) {
@@ -45,13 +46,13 @@ TEST(Lengths, RowsAreAsHighAsTheirPoints) {
 
 TEST(Lengths, DefaultsComeFromTheSheetOrAreTheUsualOnes) {
   SheetLayout layout;
-  EXPECT_EQ(findDefaultColumnPixels(layout), 64);
+  EXPECT_EQ(findDefaultColumnPixels(layout, 7), 64);
   EXPECT_EQ(findDefaultRowPixels(layout), 20);
   layout.baseColumnWidth = 10;
-  EXPECT_EQ(findDefaultColumnPixels(layout), 80);
+  EXPECT_EQ(findDefaultColumnPixels(layout, 7), 80);
   layout.defaultColumnWidth = 10.7109375;
   layout.defaultRowHeight = 30;
-  EXPECT_EQ(findDefaultColumnPixels(layout), 75);
+  EXPECT_EQ(findDefaultColumnPixels(layout, 7), 75);
   EXPECT_EQ(findDefaultRowPixels(layout), 40);
 }
 
@@ -85,9 +86,9 @@ TEST(ShownLines, OfOverlappingColumnEntriesTheFirstCounts) {
       {.first = 2, .end = 4, .width = 9.140625, .hidden = false, .style = nullptr},
       {.first = 1, .end = 16'384, .width = 10.7109375, .hidden = false, .style = nullptr},
       {.first = 3, .end = 6, .width = {}, .hidden = true, .style = nullptr}};
-  auto const columns = ShownLines::ofColumns(layout, 0, 6);
+  auto const columns = ShownLines::ofColumns(layout, 7, 0, 6);
   EXPECT_THAT(sizesOf(columns), ElementsAre(64, 75, 64, 64, 75, 75));
-  EXPECT_THAT(indicesOf(ShownLines::ofColumns(layout, 3, 5)), ElementsAre(3U, 4U));
+  EXPECT_THAT(indicesOf(ShownLines::ofColumns(layout, 7, 3, 5)), ElementsAre(3U, 4U));
 }
 
 TEST(ShownLines, AreEmptyForAnEmptyRange) {

@@ -16,6 +16,15 @@ TEST(TextWidths, ADigitOfTheDefaultFontHasSevenPixels) {
   EXPECT_DOUBLE_EQ(measuresOf("Calibri", 11).digit, 7);
 }
 
+TEST(TextWidths, ColumnsAreMeasuredByDigitsOfWholePixels) {
+  EXPECT_EQ(findDigitWidth({.name = "Calibri", .size = 11, .colour = {}}), 7);
+  EXPECT_EQ(findDigitWidth({.name = "Calibri", .size = 12, .colour = {}}), 8);
+  EXPECT_EQ(findDigitWidth({.name = "Arial", .size = 10, .colour = {}}), 7);
+  EXPECT_EQ(findDigitWidth({.name = "ARIAL", .size = 8, .colour = {}}), 6);
+  EXPECT_EQ(findDigitWidth({.name = "Courier New", .size = 10, .colour = {}}), 8);
+  EXPECT_EQ(findDigitWidth({.name = "Calibri", .size = 1, .colour = {}}), 1);
+}
+
 TEST(TextWidths, LettersHaveWidthsOfTheirOwn) {
   FontMeasures const font = measuresOf("Calibri", 11);
   EXPECT_GT(measureText("W", font), 2 * measureText("l", font));
