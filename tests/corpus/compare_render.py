@@ -5,8 +5,8 @@
 
 Run by hand; needs the package libreoffice-calc-nogui. Both programs write HTML; of each cell the
 fill, the colour of the text and bold are compared, after conditional formats. Rows and columns are
-laid over each other where most texts agree. Left out are cells with gradients, patterns, bars, rich
-text, links, and the ink of cells without text. Prints how many cells agree, and the first that do
+laid over each other where most texts agree. Left out are cells with gradients, patterns, colour
+scales, bars, rich text and links, and the ink of cells without text. Prints how many cells agree, and the first that do
 not.
 """
 
@@ -125,7 +125,8 @@ class OwnPage(Tables):
                 important |= {name} if "!important" in value else set()
                 value = value.replace("!important", "").strip()
                 if name in ("background", "background-color"):
-                    cell.fill = hex_of(value)
+                    # That of a colour scale, which LibreOffice does not export.
+                    cell.fill = None if name in important else hex_of(value)
                 elif name == "color":
                     cell.ink = hex_of(value)
                 elif name in ("font", "font-weight"):
@@ -180,7 +181,8 @@ def export_other(workbook, folder):
 
 def compare(tool, workbook, folder):
     target = pathlib.Path(folder) / "own.html"
-    subprocess.run([tool, "render", workbook, "-o", target], stderr=subprocess.DEVNULL, check=True)
+    subprocess.run([tool, "render", workbook, "-o", target, "--semantics", "widespread"],
+                   stderr=subprocess.DEVNULL, check=True)
     own = OwnPage(target.read_text())
     other = export_other(workbook, folder)
     counts, agreed, faults = collections.Counter(), collections.Counter(), []
