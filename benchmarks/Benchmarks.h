@@ -10,5 +10,6 @@ void registerPicture();
 void registerThreads();
 void registerVisuals();
 void registerWholeTable();
+void registerWriters();
 
 }  // namespace Zorv::Benchmarks

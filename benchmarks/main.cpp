@@ -14,6 +14,7 @@ int main(int argumentCount, char** arguments) {
   Zorv::Benchmarks::registerThreads();
   Zorv::Benchmarks::registerVisuals();
   Zorv::Benchmarks::registerWholeTable();
+  Zorv::Benchmarks::registerWriters();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
   return 0;

@@ -91,11 +91,20 @@ def report_memory(counters):
     return lines
 
 
+def report_pictures(times, counters):
+    lines = ["| picture of 100,000 cells | ms | MB |", "|---|---|---|"]
+    for writer in ("html", "png", "svg", "pdf", "terminal"):
+        name = f"render/{writer}/100000"
+        lines.append(f"| {writer} | {times[name] / 1e6:.0f} | {counters[name]['bytes'] / 1e6:.1f} |")
+    return lines
+
+
 def report(context, times, counters):
     load = "load/numbers/1000000"
     lines = [f"Measured on {context['date'][:10]}: {context['num_cpus']} cores of "
              f"{context['mhz_per_cpu']} MHz.", ""]
     lines += report_whole_tables(times, counters) + [""] + report_visuals(times) + [""]
+    lines += report_pictures(times, counters) + [""]
     lines += report_cache(times) + [""]
     lines += report_memory(counters)
     lines += ["", f"Loading a workbook of 1,000,000 numbers takes {times[load] / 1e9:.2f} s and "

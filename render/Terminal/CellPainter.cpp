@@ -182,7 +182,7 @@ void CellPainter::paintContent(PictureCell const& cell) {
   }
   auto const lines = _grid.findLines(cell.row, cell.rowCount);
   if (cell.horizontal == HorizontalAlignment::CenterContinuous) {
-    places = _grid.findPlaces(cell.column, cell.columnCount + cell.freeRight);
+    places = _grid.findPlaces(cell.column, cell.columnCount + cell.freeLeft + cell.freeRight);
   }
   if (cell.bar) {
     auto const direction = cell.bar->bar->direction;

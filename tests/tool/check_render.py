@@ -67,6 +67,7 @@ def check_options(folder):
     page = folder / "page.html"
     expect(render(BOOK, page, "--sheet", "Stock").returncode == 0, "one sheet is no page")
     text = page.read_text()
+    expect(BOOK.name in text and str(BOOK.parent) not in text, "the page names a folder")
     expect("Hex bolt" in text and "Ada Brandt" not in text, "the page has other sheets")
     with open(BOOK, "rb") as stdin:
         expect(render("-", page, stdin=stdin).returncode == 0, "standard input is not read")
