@@ -4,7 +4,6 @@
 #   model (Document.h and what it is made of) and the face lie in workbook/ itself;
 #   render: no room sees another one;
 #   analysis: no room sees another one but analysis/Shared, and Tidy sees Diff;
-#   render: builder and writers do not see each other;
 #   tool: main -> Commands -> Output -> Input -> Help, Text, and main -> Process, which is about the
 #   process alone; of the libraries installed headers only.
 set -euo pipefail
@@ -36,11 +35,6 @@ for room in analysis/*/; do
   [ "$room" != analysis/Tidy/ ] || seen+='|analysis/Diff/'
   others=$(printf '%s\n' analysis/*/ | grep -vxE "$seen" || true)
   [ -z "$others" ] || forbid "${others//$'\n'/|}" "$room"
-done
-
-forbid 'render/(Html|Draw|Terminal)/' render/Build
-for writer in Html Draw Terminal; do
-  [ ! -d "render/$writer" ] || forbid 'render/Build/' "render/$writer"
 done
 
 # What the tool includes of the libraries, and what of that is not installed.
