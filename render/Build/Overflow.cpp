@@ -7,7 +7,7 @@ namespace Zorv::Render {
 namespace {
 
 /// Real fonts may be wider than the estimate.
-constexpr double allowance = 1.25;
+constexpr double allowance = 1.5;
 constexpr double textPadding = 5;
 
 /// Free columns after one that give at least `missing` pixels, or all there are.

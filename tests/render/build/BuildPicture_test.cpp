@@ -241,6 +241,14 @@ TEST(BuildPicture, OfOverlappingMergedCellsTheUpperOneCountsAndAFindingTells) {
               ElementsAre("Sheet1: 1 merged area overlaps others and is left out"));
 }
 
+TEST(BuildPicture, AMergedCellOfAWholeColumnDrawsNoMillionRows) {
+  BuiltPicture const picture(WorkbookBuilder().setSheet(
+      "<row r='3'><c r='B3'><v>1</v></c></row>",
+      "<mergeCells><mergeCell ref='A1:A1048576'/><mergeCell ref='C4:D5'/></mergeCells>"));
+  EXPECT_EQ(picture.sheet().range, (TableRange{0, 0, 5, 4}));
+  EXPECT_EQ(picture.at("A1").rowCount, 5U);
+}
+
 TEST(BuildPicture, HiddenRowsAndColumnsAreNotInThePicture) {
   BuiltPicture const picture(WorkbookBuilder().addSheet(
       "Sheet1",
