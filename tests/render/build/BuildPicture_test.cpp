@@ -453,6 +453,17 @@ TEST(BuildPicture, RunsHaveFontsOverThatOfTheirCell) {
   EXPECT_EQ(runs[1].font.name, "Arial");
 }
 
+TEST(BuildPicture, ATextThatItsFormatChangesHasNoRuns) {
+  BuiltPicture const picture(
+      WorkbookBuilder()
+          .setStyles("<numFmts><numFmt numFmtId='170' formatCode='0;0;0;&lt;@&gt;'/></numFmts>"
+                     "<cellXfs><xf/><xf numFmtId='170'/></cellXfs>")
+          .setSheet("<row r='1'><c r='A1' t='inlineStr' s='1'><is><r><rPr><b/></rPr><t>a</t></r>"
+                    "</is></c></row>"));
+  EXPECT_EQ(picture.textAt("A1"), "<a>");
+  EXPECT_EQ(picture.at("A1").runs, 0U);
+}
+
 TEST(BuildPicture, CellsLeadToTheirHyperlinks) {
   BuiltPicture const picture(WorkbookBuilder().setSheet(
       "<row r='1'><c r='A1'><v>1</v></c><c r='B1'><v>1</v></c><c r='C1'><v>1</v></c></row>",
