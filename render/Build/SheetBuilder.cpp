@@ -105,6 +105,9 @@ SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
     state.options.budget->takeMemory((std::uint64_t{rows.size()} + columns.size()) *
                                      (sizeof(ShownLines::Entry) + sizeof(Line)));
   }
+  picture.cells.reserve(
+      std::min<std::uint64_t>(std::uint64_t{rows.size()} * columns.size(),
+                              sheet.table->getCellCount() + resolution.positions.size()));
   RowBuilder builder(state, parts, {looks, texts, decisions}, picture);
   for (std::uint32_t row = 0; row < rows.size(); ++row) {
     rows.grow(row, builder.addRow(row));
