@@ -95,8 +95,8 @@ private:
     CellText const shown = _texts.write(cell.getCell()->value, look, 0);
     bool const runsRight = shown.horizontal == DOM::HorizontalAlignment::Left;
     // Real fonts may be wider than the estimate.
-    constexpr double allowance = 1.15;
-    return runsRight ? measureText(shown.text, look.measures) * allowance : 0;
+    constexpr double fontAllowance = 1.15;
+    return runsRight ? measureText(shown.text, look.measures) * fontAllowance : 0;
   }
 
   Looks& _looks;
