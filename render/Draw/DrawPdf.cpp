@@ -61,7 +61,7 @@ public:
     SheetGeometry const geometry(sheet, PixelGrid());
     PageList const list = findPages(geometry, _options.pageLimit - _pageCount);
     SheetPainter painter(
-        geometry, _typesetter,
+        geometry, _resources,
         {.hasGridLines = sheet.page.printsGridLines, .hasLinks = true, .budget = _options.budget});
     if (!list.pages.empty()) {
       addBookmark(sheet.name);
@@ -135,9 +135,9 @@ private:
 
   DrawOptions const& _options;
   OutputStream _stream;
+  PaintResources _resources;
   SurfacePtr _surface;
   CairoPtr _cairo;
-  Typesetter _typesetter;
   std::uint64_t _pageCount = 0;
 };
 

@@ -47,7 +47,7 @@ public:
         _size(size),
         _scale(options.scale),
         _margin(std::round(drawingMargin * options.scale)),
-        _painter(geometry, _typesetter,
+        _painter(geometry, _resources,
                  {.hasGridLines = geometry.getSheet().showsGridLines, .budget = options.budget}) {
     constexpr std::uint32_t pixelsOfBand = 4'000'000;
     constexpr std::uint32_t highestBand = 512;
@@ -98,7 +98,7 @@ private:
   PixelSize _size;
   double _scale;
   double _margin;  ///< in pixels
-  Typesetter _typesetter;
+  PaintResources _resources;
   SheetPainter _painter;
   std::uint32_t _bandHeight = 1;
   std::vector<std::uint32_t> _pixels;

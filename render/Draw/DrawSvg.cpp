@@ -50,6 +50,7 @@ void drawSvg(Picture const& picture, DrawOptions const& options, ByteSink const&
   takeMemoryOfSheet(sheet, options.budget);
   double const width = geometry.getWidth() + 2 * drawingMargin;
   double const height = geometry.getHeight() + 2 * drawingMargin;
+  PaintResources resources;
   std::string file;
   OutputStream stream([&](std::string_view bytes) { file += bytes; });
   SurfacePtr const surface(cairo_svg_surface_create_for_stream(
@@ -61,8 +62,7 @@ void drawSvg(Picture const& picture, DrawOptions const& options, ByteSink const&
   cairo_paint(cairo.get());
   cairo_scale(cairo.get(), options.scale, options.scale);
   cairo_translate(cairo.get(), drawingMargin, drawingMargin);
-  Typesetter typesetter;
-  SheetPainter painter(geometry, typesetter,
+  SheetPainter painter(geometry, resources,
                        {.hasGridLines = sheet.showsGridLines, .budget = options.budget});
   painter.paint(cairo.get(), {-drawingMargin, -drawingMargin, width, height});
   cairo_surface_finish(surface.get());

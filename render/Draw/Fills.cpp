@@ -4,7 +4,6 @@
 
 #include "render/Draw/Gradients.h"
 #include "render/Draw/Paper.h"
-#include "render/Draw/PatternTile.h"
 
 namespace Zorv::Render::Draw {
 
@@ -25,8 +24,8 @@ void fillBox(cairo_t* cairo, DOM::Colour const& colour, Box const& box) noexcept
 
 }  // namespace
 
-FillPainter::FillPainter(SheetGeometry const& geometry)
-    : _geometry(geometry), _hasFilledLines(hasFilledLines(geometry.getSheet())) {}
+FillPainter::FillPainter(SheetGeometry const& geometry, PatternTiles& tiles)
+    : _geometry(geometry), _tiles(tiles), _hasFilledLines(hasFilledLines(geometry.getSheet())) {}
 
 void FillPainter::paint(cairo_t* cairo, LineBlock const& lines,
                         std::vector<PictureCell const*> const& cells) {
@@ -94,7 +93,7 @@ void FillPainter::paintFill(cairo_t* cairo, CellFill const& fill, Box const& box
     return;
   }
   fillBox(cairo, fill.colour, whole);
-  cairo_set_source(cairo, getTile(fill.pattern, fill.patternColour));
+  cairo_set_source(cairo, _tiles.get(fill.pattern, fill.patternColour));
   cairo_rectangle(cairo, whole.left, whole.top, whole.width(), whole.height());
   cairo_fill(cairo);
 }
@@ -119,15 +118,6 @@ void FillPainter::flush(cairo_t* cairo) noexcept {
     fillBox(cairo, _pendingColour, _pending);
     _pending = {};
   }
-}
-
-cairo_pattern_t* FillPainter::getTile(DOM::FillPattern pattern, DOM::Colour const& colour) {
-  if (_tile == nullptr || _tilePattern != pattern || !(_tileColour == colour)) {
-    _tile = makePatternTile(pattern, colour);
-    _tilePattern = pattern;
-    _tileColour = colour;
-  }
-  return _tile.get();
 }
 
 }  // namespace Zorv::Render::Draw

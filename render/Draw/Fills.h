@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "render/Draw/Cairo.h"
+#include "render/Draw/PatternTiles.h"
 #include "render/Draw/SheetGeometry.h"
 
 namespace Zorv::Render::Draw {
@@ -11,10 +12,10 @@ namespace Zorv::Render::Draw {
 /// Paints the backgrounds of cells: solid, patterns, gradients, and colours of colour scales.
 ///
 /// A cell without a fill shows the paper. Neighbours of one colour are painted at once.
-/// Ownership: borrows the geometry.
+/// Ownership: borrows the geometry and the tiles.
 class FillPainter {
 public:
-  explicit FillPainter(SheetGeometry const& geometry);
+  FillPainter(SheetGeometry const& geometry, PatternTiles& tiles);
 
   /// Paints positions without cells that have the look of their row or column, then the cells.
   void paint(cairo_t* cairo, LineBlock const& lines, std::vector<PictureCell const*> const& cells);
@@ -27,17 +28,12 @@ private:
   void paintSolid(cairo_t* cairo, DOM::Colour const& colour, Box const& box);
   /// Paints what paintSolid() holds back.
   void flush(cairo_t* cairo) noexcept;
-  /// A tile of dots or lines; made at the first call.
-  cairo_pattern_t* getTile(DOM::FillPattern pattern, DOM::Colour const& colour);
 
   SheetGeometry const& _geometry;
+  PatternTiles& _tiles;
   bool _hasFilledLines;  ///< rows or columns whose positions without cells are filled
   Box _pending;
   DOM::Colour _pendingColour;
-  /// The last tile that was needed: cells with a pattern come in groups.
-  PatternPtr _tile;
-  DOM::FillPattern _tilePattern = DOM::FillPattern::None;
-  DOM::Colour _tileColour;
 };
 
 }  // namespace Zorv::Render::Draw

@@ -65,7 +65,9 @@ void insertFont(PangoAttrList* list, Font const& font, TextSpan const& span) {
 
 AttributesPtr makeAttributes(Font const& font, std::span<TextRun const> runs) {
   AttributesPtr list(pango_attr_list_new());
-  // As spreadsheet programs set texts: no pairs of characters that move together or become one.
+  // As spreadsheet programs set texts: no pairs of characters that move together or become one, and
+  // no hyphens where a word is divided.
+  insert(list.get(), pango_attr_insert_hyphens_new(FALSE), {});
   insert(list.get(), pango_attr_font_features_new("kern=0,liga=0,clig=0"), {});
   if (runs.empty()) {
     insertLines(list.get(), font, {});

@@ -1,5 +1,6 @@
 #include "render/Draw/PngWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <new>
@@ -25,6 +26,12 @@ void append(std::vector<unsigned char>& bytes, std::uint32_t value) {
   bytes.insert(bytes.end(), parts.begin(), parts.end());
 }
 
+/// The differences of all four bytes at once, each modulo 256.
+std::uint32_t subtractBytes(std::uint32_t a, std::uint32_t b) noexcept {
+  constexpr std::uint32_t highBits = 0x80808080;
+  return ((a | highBits) - (b & ~highBits)) ^ ((a ^ ~b) & highBits);
+}
+
 }  // namespace
 
 PngWriter::Deflater::Deflater() {
@@ -38,8 +45,7 @@ PngWriter::Deflater::~Deflater() { deflateEnd(&stream); }
 
 PngWriter::PngWriter(ByteSink const& sink, std::uint32_t width, std::uint32_t height, double scale)
     : _sink(sink),
-      _previous(std::size_t{width} * 3),
-      _current(std::size_t{width} * 3),
+      _previous(width),
       _filtered(std::size_t{width} * 3 + 1),
       _output(std::size_t{1} << 16U) {
   constexpr std::string_view signature = "\x89PNG\r\n\x1A\n";
@@ -62,19 +68,21 @@ PngWriter::PngWriter(ByteSink const& sink, std::uint32_t width, std::uint32_t he
 }
 
 void PngWriter::addRow(std::span<std::uint32_t const> pixels) {
-  std::size_t place = 0;
-  for (std::uint32_t const pixel : pixels) {
-    _current[place++] = static_cast<unsigned char>(pixel >> 16U);
-    _current[place++] = static_cast<unsigned char>(pixel >> 8U);
-    _current[place++] = static_cast<unsigned char>(pixel);
-  }
-  // The difference to the row above: mostly zeros.
+  // Each row is written as its difference to the one above: mostly zeros.
   constexpr unsigned char filterUp = 2;
   _filtered[0] = filterUp;
-  for (std::size_t i = 0; i < _current.size(); ++i) {
-    _filtered[i + 1] = static_cast<unsigned char>(_current[i] - _previous[i]);
+  if (std::ranges::equal(pixels, _previous)) {
+    std::fill(_filtered.begin() + 1, _filtered.end(), static_cast<unsigned char>(0));
+  } else {
+    std::size_t place = 1;
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+      std::uint32_t const difference = subtractBytes(pixels[i], _previous[i]);
+      _filtered[place++] = static_cast<unsigned char>(difference >> 16U);
+      _filtered[place++] = static_cast<unsigned char>(difference >> 8U);
+      _filtered[place++] = static_cast<unsigned char>(difference);
+    }
+    std::ranges::copy(pixels, _previous.begin());
   }
-  _current.swap(_previous);
   deflateRow(Z_NO_FLUSH);
 }
 

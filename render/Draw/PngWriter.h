@@ -42,9 +42,8 @@ private:
 
   ByteSink const& _sink;
   Deflater _deflater;
-  std::vector<unsigned char> _previous;  ///< row in red, green, blue
-  std::vector<unsigned char> _current;
-  std::vector<unsigned char> _filtered;
+  std::vector<std::uint32_t> _previous;  ///< the row above; black above the first one
+  std::vector<unsigned char> _filtered;  ///< the filter, then red, green, blue of each pixel
   std::vector<unsigned char> _output;
 };
 

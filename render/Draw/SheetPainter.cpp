@@ -15,12 +15,12 @@ constexpr double reachOfLines = 2;
 
 }  // namespace
 
-SheetPainter::SheetPainter(SheetGeometry const& geometry, Typesetter& typesetter,
+SheetPainter::SheetPainter(SheetGeometry const& geometry, PaintResources& resources,
                            PaintSetting const& setting)
     : _geometry(geometry),
       _setting(setting),
-      _fills(geometry),
-      _texts(geometry, typesetter, setting.hasGridLines),
+      _fills(geometry, resources.tiles),
+      _texts(geometry, resources.typesetter, setting.hasGridLines),
       _borders(geometry),
       _steps(setting.budget) {}
 

@@ -16,12 +16,19 @@ struct PaintSetting {
   WorkBudget* budget = nullptr;  ///< borrowed; null for no bound
 };
 
+/// What the sheets of a drawing share. It must outlive the surface that they are drawn on.
+struct PaintResources {
+  Typesetter typesetter;
+  PatternTiles tiles;
+};
+
 /// Paints parts of a sheet on a context: the same way for all formats.
 ///
-/// Ownership: borrows the geometry, the typesetter and the budget.
+/// Ownership: borrows the geometry, the resources and the budget.
 class SheetPainter {
 public:
-  SheetPainter(SheetGeometry const& geometry, Typesetter& typesetter, PaintSetting const& setting);
+  SheetPainter(SheetGeometry const& geometry, PaintResources& resources,
+               PaintSetting const& setting);
 
   /// Paints what lies in an area of the sheet. The context has the sheet's origin and a scale of
   /// one unit for each CSS pixel, and is clipped to the area by the caller.

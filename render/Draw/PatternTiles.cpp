@@ -1,4 +1,4 @@
-#include "render/Draw/PatternTile.h"
+#include "render/Draw/PatternTiles.h"
 
 #include <array>
 #include <cstddef>
@@ -59,8 +59,6 @@ std::optional<TileBits> findTileBits(DOM::FillPattern pattern) noexcept {
   return std::nullopt;
 }
 
-}  // namespace
-
 PatternPtr makePatternTile(DOM::FillPattern pattern, DOM::Colour const& colour) {
   auto const bits = findTileBits(pattern);
   if (!bits) {
@@ -86,6 +84,21 @@ PatternPtr makePatternTile(DOM::FillPattern pattern, DOM::Colour const& colour) 
   cairo_pattern_set_filter(tile.get(), CAIRO_FILTER_NEAREST);
   checkStatus(cairo_pattern_status(tile.get()));
   return tile;
+}
+
+}  // namespace
+
+cairo_pattern_t* PatternTiles::get(DOM::FillPattern pattern, DOM::Colour const& colour) {
+  // More than a workbook for people has.
+  constexpr std::size_t mostTiles = 4096;
+  if (_tiles.size() == mostTiles) {
+    _tiles.clear();
+  }
+  PatternPtr& tile = _tiles[{pattern, colour.red, colour.green, colour.blue, colour.alpha}];
+  if (tile == nullptr) {
+    tile = makePatternTile(pattern, colour);
+  }
+  return tile.get();
 }
 
 }  // namespace Zorv::Render::Draw
