@@ -43,4 +43,19 @@ private:
   cairo_t* _cairo;
 };
 
+/// Finishes a surface at its end, if it is not finished yet.
+///
+/// Cairo 1.16 loses memory if a pattern goes before the surface is finished, or after it is gone.
+/// So patterns are declared between the surface and this.
+class SurfaceFinisher {
+public:
+  explicit SurfaceFinisher(cairo_surface_t* surface) noexcept : _surface(surface) {}
+  SurfaceFinisher(SurfaceFinisher const&) = delete;
+  SurfaceFinisher& operator=(SurfaceFinisher const&) = delete;
+  ~SurfaceFinisher() { cairo_surface_finish(_surface); }
+
+private:
+  cairo_surface_t* _surface;
+};
+
 }  // namespace Zorv::Render::Draw

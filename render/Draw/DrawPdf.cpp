@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "render/Draw/OutputStream.h"
@@ -49,6 +50,7 @@ public:
     for (auto const field : {CAIRO_PDF_METADATA_CREATE_DATE, CAIRO_PDF_METADATA_MOD_DATE}) {
       cairo_pdf_surface_set_metadata(_surface.get(), field, "1980-01-01T00:00:00Z");
     }
+    _finisher.emplace(_surface.get());
     _cairo = makeCairo(*_surface);
   }
 
@@ -135,8 +137,9 @@ private:
 
   DrawOptions const& _options;
   OutputStream _stream;
-  PaintResources _resources;
   SurfacePtr _surface;
+  PaintResources _resources;
+  std::optional<SurfaceFinisher> _finisher;
   CairoPtr _cairo;
   std::uint64_t _pageCount = 0;
 };

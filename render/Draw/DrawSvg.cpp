@@ -25,17 +25,25 @@ void takeMemoryOfSheet(SheetPicture const& sheet, WorkBudget* budget) {
   }
 }
 
-/// Cairo names the groups of a file by a counter of the process. Counts them from 0 instead, in
+/// The first place of a group's or an image's number in a file.
+std::size_t findNumber(std::string_view file) noexcept {
+  std::size_t first = file.npos;
+  for (std::string_view const name : {"\"surface", "#surface", "\"image", "#image"}) {
+    std::size_t const place = file.substr(0, first).find(name);
+    first = place == file.npos ? first : place + name.size();
+  }
+  return first;
+}
+
+/// Cairo numbers groups and images by a counter of the process. Numbers them from 0 instead, in
 /// their order, so that equal pictures give equal files. No text of a workbook is in the file as
 /// text.
-void renumberGroups(std::string_view file, ByteSink const& sink) {
-  constexpr std::string_view name = "surface";
+void renumber(std::string_view file, ByteSink const& sink) {
   std::unordered_map<std::string_view, std::string> numbers;
-  for (std::size_t place = file.find(name); place != file.npos; place = file.find(name)) {
-    sink(file.substr(0, place + name.size()));
-    file.remove_prefix(place + name.size());
-    std::size_t const end = file.find_first_not_of("0123456789");
-    std::string_view const number = file.substr(0, end);
+  for (std::size_t place = findNumber(file); place != file.npos; place = findNumber(file)) {
+    sink(file.substr(0, place));
+    file.remove_prefix(place);
+    std::string_view const number = file.substr(0, file.find_first_not_of("0123456789"));
     sink(numbers.try_emplace(number, std::to_string(numbers.size())).first->second);
     file.remove_prefix(number.size());
   }
@@ -50,13 +58,14 @@ void drawSvg(Picture const& picture, DrawOptions const& options, ByteSink const&
   takeMemoryOfSheet(sheet, options.budget);
   double const width = geometry.getWidth() + 2 * drawingMargin;
   double const height = geometry.getHeight() + 2 * drawingMargin;
-  PaintResources resources;
   std::string file;
   OutputStream stream([&](std::string_view bytes) { file += bytes; });
   SurfacePtr const surface(cairo_svg_surface_create_for_stream(
       &OutputStream::write, &stream, width * options.scale, height * options.scale));
   checkStatus(cairo_surface_status(surface.get()));
   cairo_svg_surface_set_document_unit(surface.get(), CAIRO_SVG_UNIT_PX);
+  PaintResources resources;
+  SurfaceFinisher const finisher(surface.get());
   CairoPtr const cairo = makeCairo(*surface);
   setColour(cairo.get(), paperColour);
   cairo_paint(cairo.get());
@@ -67,7 +76,7 @@ void drawSvg(Picture const& picture, DrawOptions const& options, ByteSink const&
   painter.paint(cairo.get(), {-drawingMargin, -drawingMargin, width, height});
   cairo_surface_finish(surface.get());
   stream.check(cairo_surface_status(surface.get()));
-  renumberGroups(file, sink);
+  renumber(file, sink);
 }
 
 }  // namespace Zorv::Render::Draw

@@ -93,7 +93,7 @@ void FillPainter::paintFill(cairo_t* cairo, CellFill const& fill, Box const& box
     return;
   }
   fillBox(cairo, fill.colour, whole);
-  cairo_set_source(cairo, _tiles.get(fill.pattern, fill.patternColour));
+  cairo_set_source(cairo, _tiles.get(cairo, fill.pattern, fill.patternColour));
   cairo_rectangle(cairo, whole.left, whole.top, whole.width(), whole.height());
   cairo_fill(cairo);
 }

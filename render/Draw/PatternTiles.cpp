@@ -59,14 +59,19 @@ std::optional<TileBits> findTileBits(DOM::FillPattern pattern) noexcept {
   return std::nullopt;
 }
 
-PatternPtr makePatternTile(DOM::FillPattern pattern, DOM::Colour const& colour) {
+SurfacePtr makeTileSurface(bool ofVectors) {
+  cairo_rectangle_t const extents{0, 0, tileSide, tileSide};
+  return SurfacePtr(ofVectors
+                        ? cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents)
+                        : cairo_image_surface_create(CAIRO_FORMAT_ARGB32, tileSide, tileSide));
+}
+
+PatternPtr makePatternTile(DOM::FillPattern pattern, DOM::Colour const& colour, bool ofVectors) {
   auto const bits = findTileBits(pattern);
   if (!bits) {
     return nullptr;
   }
-  // Dots of a vector, not of pixels, so that they are sharp at any scale.
-  cairo_rectangle_t const extents{0, 0, tileSide, tileSide};
-  SurfacePtr const surface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents));
+  SurfacePtr const surface = makeTileSurface(ofVectors);
   checkStatus(cairo_surface_status(surface.get()));
   CairoPtr const cairo = makeCairo(*surface);
   setColour(cairo.get(), colour);
@@ -88,7 +93,8 @@ PatternPtr makePatternTile(DOM::FillPattern pattern, DOM::Colour const& colour) 
 
 }  // namespace
 
-cairo_pattern_t* PatternTiles::get(DOM::FillPattern pattern, DOM::Colour const& colour) {
+cairo_pattern_t* PatternTiles::get(cairo_t* cairo, DOM::FillPattern pattern,
+                                   DOM::Colour const& colour) {
   // More than a workbook for people has.
   constexpr std::size_t mostTiles = 4096;
   if (_tiles.size() == mostTiles) {
@@ -96,7 +102,9 @@ cairo_pattern_t* PatternTiles::get(DOM::FillPattern pattern, DOM::Colour const& 
   }
   PatternPtr& tile = _tiles[{pattern, colour.red, colour.green, colour.blue, colour.alpha}];
   if (tile == nullptr) {
-    tile = makePatternTile(pattern, colour);
+    bool const isForPaper =
+        cairo_surface_get_type(cairo_get_target(cairo)) == CAIRO_SURFACE_TYPE_PDF;
+    tile = makePatternTile(pattern, colour, isForPaper);
   }
   return tile.get();
 }
