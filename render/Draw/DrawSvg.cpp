@@ -27,12 +27,14 @@ void takeMemoryOfSheet(SheetPicture const& sheet, WorkBudget* budget) {
 
 /// The first place of a group's or an image's number in a file.
 std::size_t findNumber(std::string_view file) noexcept {
-  std::size_t first = file.npos;
-  for (std::string_view const name : {"\"surface", "#surface", "\"image", "#image"}) {
-    std::size_t const place = file.substr(0, first).find(name);
-    first = place == file.npos ? first : place + name.size();
+  for (std::size_t place = 0; place != file.npos; place = file.find_first_of("\"#", place + 1)) {
+    for (std::string_view const name : {"\"surface", "#surface", "\"image", "#image"}) {
+      if (file.substr(place).starts_with(name)) {
+        return place + name.size();
+      }
+    }
   }
-  return first;
+  return file.npos;
 }
 
 /// Cairo numbers groups and images by a counter of the process. Numbers them from 0 instead, in
