@@ -68,12 +68,9 @@ bench: all-packages build/release/tests/CTestTestfile.cmake ## Measure, and writ
 tidy: all-packages build/tidy/build.ninja ## Run clang-tidy over the sources
 	@scripts/check_tidy.sh
 
-build/fuzz/build.ninja:
-	@scripts/install_packages.sh packages.txt packages_fuzz.txt
-	@cmake --preset fuzz
 
 fuzz: SECONDS = 60
-fuzz: build/fuzz/build.ninja ## Look for inputs that break something: make fuzz SECONDS=60 TARGET=formula_text
+fuzz: all-packages build/fuzz/build.ninja ## Look for inputs that break something: make fuzz SECONDS=60 TARGET=formula_text
 	@cmake --build --preset fuzz
 	@scripts/run_fuzzers.sh $(SECONDS) $(TARGET)
 

@@ -12,5 +12,6 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   set(cndfrmt_strict_hardening "$<$<CONFIG:Release>:-fstack-protector-strong>")
 endif()
 
-# For what is compiled without optimisation, where the C library refuses its checked calls.
-set(cndfrmt_unoptimised -O0 -U_FORTIFY_SOURCE)
+# For the tests. They run once, so they are compiled without optimisation, where the C library refuses
+# its checked calls; and the sanitizer of undefined behaviour watches what they test.
+set(cndfrmt_test_options -O0 -U_FORTIFY_SOURCE -fno-sanitize=undefined)

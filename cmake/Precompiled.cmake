@@ -55,7 +55,7 @@ if(CNDFRMT_BUILD_TESTS)
   target_include_directories(cndfrmt_test_headers PRIVATE ${PROJECT_SOURCE_DIR}/host)
   target_link_libraries(cndfrmt_test_headers PRIVATE Boost::headers GTest::gmock fmt::fmt
                                                      cndfrmt_warnings)
-  target_compile_options(cndfrmt_test_headers PRIVATE ${cndfrmt_unoptimised})
+  target_compile_options(cndfrmt_test_headers PRIVATE ${cndfrmt_test_options})
   target_precompile_headers(cndfrmt_test_headers PRIVATE ${common_headers} <gmock/gmock.h>
                             <gtest/gtest.h>)
 endif()

@@ -23,7 +23,9 @@ Rule const* Document::findRule(std::size_t number) const noexcept {
 }
 
 std::span<Rule const> Document::getRulesOfSheet(std::size_t sheet) const noexcept {
-  return std::ranges::equal_range(_rules, sheet, {}, &Rule::sheet);
+  auto const first = std::ranges::lower_bound(_rules, sheet, {}, &Rule::sheet);
+  auto const last = std::ranges::upper_bound(first, _rules.end(), sheet, {}, &Rule::sheet);
+  return {first, last};
 }
 
 void Document::addFinding(Finding finding) {

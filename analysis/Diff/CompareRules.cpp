@@ -59,8 +59,7 @@ public:
     Workbook::DocumentContextProvider const provider(document, "en-US", DOM::TimeZone());
     auto const& context = *provider.getTableContext(*document.getSheets()[sheet].table);
     RuleEntries entries;
-    for (Rule const& rule :
-         std::ranges::equal_range(document.getRules(), sheet, {}, &Rule::sheet)) {
+    for (Rule const& rule : document.getRulesOfSheet(sheet)) {
       entries.push_back(
           {.rule = &rule,
            .condition = _conditions.getOrCreate(makeConditionForm(rule, context)),

@@ -71,8 +71,7 @@ void addEdges(TableRange const& range, TableRange const& used, Areas& areas) {
 Areas listRuleRanges(DocumentSheet const& first, DocumentSheet const& second) {
   Areas ranges;
   for (DocumentSheet const& sheet : {first, second}) {
-    auto const rules = std::ranges::equal_range(sheet.document->getRules(), sheet.sheet, {},
-                                                &Workbook::Rule::sheet);
+    auto const rules = sheet.document->getRulesOfSheet(sheet.sheet);
     for (Workbook::Rule const& rule : rules) {
       for (TableRange const& range : rule.ranges) {
         addIfAny(range, ranges);
@@ -83,7 +82,7 @@ Areas listRuleRanges(DocumentSheet const& first, DocumentSheet const& second) {
     return std::tuple(range.firstRow, range.firstColumn, range.endRow, range.endColumn);
   };
   std::ranges::sort(ranges, {}, key);
-  ranges.erase(std::ranges::unique(ranges).begin(), ranges.end());
+  ranges.erase(std::unique(ranges.begin(), ranges.end()), ranges.end());
   return ranges;
 }
 

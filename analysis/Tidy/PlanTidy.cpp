@@ -136,8 +136,7 @@ public:
   [[nodiscard]] TidyPlan plan() {
     TidyPlan plan;
     for (std::size_t sheet = 0; sheet < _document.getSheets().size(); ++sheet) {
-      auto const rules =
-          std::ranges::equal_range(_document.getRules(), sheet, {}, &Workbook::Rule::sheet);
+      auto const rules = _document.getRulesOfSheet(sheet);
       if (!rules.empty()) {
         planSheet(sheet, rules.size(), plan);
       }

@@ -29,13 +29,9 @@ using Workbook::Document;
       Workbook::quote(document.getSheets()[difference.firstSheet].name)));
 }
 
-std::size_t countRules(Document const& document, std::size_t sheet) {
-  return std::ranges::equal_range(document.getRules(), sheet, {}, &Workbook::Rule::sheet).size();
-}
-
 void checkRuleCounts(Document const& tidied, TidyPlan const& plan) {
   for (SheetPlan const& sheet : plan.sheets) {
-    if (countRules(tidied, sheet.sheet) != sheet.countRulesAfter()) {
+    if (tidied.getRulesOfSheet(sheet.sheet).size() != sheet.countRulesAfter()) {
       throw TidyError(
           "the new file would have other rules than planned, so that nothing is written; this is a "
           "fault of the program");

@@ -48,7 +48,7 @@ bool comesBefore(WrittenRule const& a, WrittenRule const& b) {
 std::optional<std::vector<WrittenRule>> findWrittenRules(Workbook::Document const& document,
                                                          std::size_t sheet,
                                                          std::vector<FormatMarkup> const& formats) {
-  auto const rules = std::ranges::equal_range(document.getRules(), sheet, {}, &Rule::sheet);
+  auto const rules = document.getRulesOfSheet(sheet);
   std::vector<RuleElement> elements = listElements(formats);
   std::vector<WrittenRule> written;
   for (Rule const& rule : rules) {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <future>
 #include <stdexcept>
 #include <vector>
@@ -121,7 +122,7 @@ TEST_F(CellStylesCacheTest, ATableWithoutFormatsIsNotRemembered) {
 
 TEST_F(CellStylesCacheTest, TablesAreToldApartByTheirIdentitiesWhateverTheirOrder) {
   std::vector<std::unique_ptr<DOM::Table>> tables;
-  for (unsigned char const uuid : {'e', 'b', 'g', 'a', 'f', 'c', 'd'}) {
+  for (unsigned char const uuid : std::to_array<unsigned char>({5, 2, 7, 1, 6, 3, 4})) {
     DOM::Table& table = *tables.emplace_back(std::make_unique<DOM::Table>(makeUUID(uuid)));
     table.setValue(0, 0, number(1));
     addFormat(table, {{0, 0, 1, 1}}, holdsAlways(), addFont(uuid, std::nullopt, uuid));

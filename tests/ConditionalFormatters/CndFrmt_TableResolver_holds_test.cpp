@@ -117,9 +117,9 @@ RC_GTEST_PROP(TableResolverHolds, AnswersWhatTheOperatorOfTheFormatAnswersForEve
   auto const resolver = calculator.prepare(random.styles, random.table);
   auto const& formatRefs = calculator.getConditionalFormatRefs(random.table);
   PlainValueContextProvider const provider(random.table);
-  for (auto const& [format, cell] : listQuestions(random.table, formatRefs)) {
-    auto const verdict = judge([&] { return resolver.holds(format, cell); });
-    RC_ASSERT(verdict == judgeByOperator(provider, formatRefs[format], cell));
+  for (auto const& question : listQuestions(random.table, formatRefs)) {
+    auto const verdict = judge([&] { return resolver.holds(question.first, question.second); });
+    RC_ASSERT(verdict == judgeByOperator(provider, formatRefs[question.first], question.second));
   }
 }
 

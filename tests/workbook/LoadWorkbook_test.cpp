@@ -232,7 +232,7 @@ TEST(DamagedFiles, CompoundFilesArePasswordProtectedOrOfTheOlderKind) {
             "is a binary workbook of the older kind (.xls) or another compound file; save it as "
             ".xlsx and try again");
   // The name may stand anywhere, also where two of the pieces meet in which the file is read.
-  for (std::size_t const distance : {0, 100, 65'520, 65'536, 200'000}) {
+  for (std::size_t const distance : {0U, 100U, 65'520U, 65'536U, 200'000U}) {
     EXPECT_EQ(loadMessage(mark + std::string(distance, 'x') + name),
               "is protected with a password; save it without one and try again");
   }

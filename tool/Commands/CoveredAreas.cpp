@@ -86,7 +86,7 @@ void CoveredAreas::sayLeftOut(Report& report) const {
   } else if (!_clippedRules.empty()) {
     auto numbers = _clippedRules;
     std::ranges::sort(numbers);
-    numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     report.sayClipped(_sheet, numbers, intersectAll(_used, _bounds));
   }
 }

@@ -66,8 +66,11 @@ std::vector<SharedOption> shareOptions(std::span<CommandDescription const> comma
       auto const found = std::ranges::find_if(shared, [&](SharedOption const& other) {
         return other.option->names == option.names && other.option->meaning == option.meaning;
       });
-      auto& entry = found != shared.end() ? *found : shared.emplace_back(&option);
-      entry.commands.push_back(command.name);
+      if (found != shared.end()) {
+        found->commands.push_back(command.name);
+      } else {
+        shared.push_back({&option, {command.name}});
+      }
     }
   }
   return shared;

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
-#include <ranges>
+#include <span>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -131,7 +131,8 @@ TEST(DistinctRanking, SortingAndSelectingAgreeWithThePlainestRanking) {
       ASSERT_TRUE(std::ranges::equal(ranking, expected, isAlike)) << "round " << round;
       for (std::size_t k = 1; k <= largestSelectedRank; ++k) {
         auto const best = toDoubles(selectBest(toNumbers(values), order, k));
-        ASSERT_TRUE(std::ranges::equal(best, expected | std::views::take(k), isAlike))
+        auto const first = std::span(expected).first(std::min(k, expected.size()));
+        ASSERT_TRUE(std::ranges::equal(best, first, isAlike))
             << "round " << round << ", the best " << k;
       }
     }

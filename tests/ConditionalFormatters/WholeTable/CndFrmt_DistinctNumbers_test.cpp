@@ -33,7 +33,7 @@ public:
   }
 
   [[nodiscard]] DistinctNumbers find(unsigned threadCount) const {
-    return DistinctNumbers({_provider, _table, _ranges, threadCount});
+    return DistinctNumbers({_provider, _table, _ranges, {threadCount}});
   }
 
 private:

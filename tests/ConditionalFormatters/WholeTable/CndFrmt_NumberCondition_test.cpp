@@ -46,7 +46,7 @@ protected:
     ConditionalFormatRef const formatRef(ranges, format);
     auto const expected = _factory.create(formatRef);
     for (unsigned const threadCount : {1U, 2U, 7U}) {
-      auto const condition = prepareCondition({_provider, _table, threadCount}, formatRef);
+      auto const condition = prepareCondition({_provider, _table, {threadCount}}, formatRef);
       auto const [begin, end] = _table.getRangeIterators({0, 0, rows, 3});
       for (auto cell = begin; cell != end; ++cell) {
         auto const info = cell.getCellInfo();
@@ -120,7 +120,7 @@ TEST_F(NumberConditionTest, TheMeanIsThatOfTheNumbersAddedOneAfterTheOther) {
   ConditionalFormatRef const formatRef(ranges, format);
   CellInfo const cell = table.getCellInfo(0, 0);
   for (unsigned const threadCount : {1U, 2U, 7U}) {
-    auto const condition = prepareCondition({provider, table, threadCount}, formatRef);
+    auto const condition = prepareCondition({provider, table, {threadCount}}, formatRef);
     EXPECT_TRUE(condition->holds({{number(0), cell.getCellIndex()}, true}, _pass));
     EXPECT_FALSE(condition->holds({{number(-1e-9), cell.getCellIndex()}, true}, _pass));
   }

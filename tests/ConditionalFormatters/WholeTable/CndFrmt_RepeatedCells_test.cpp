@@ -31,7 +31,7 @@ std::vector<unsigned long> findRepeatedRows(std::vector<FormulaValue> const& col
   }
   PlainValueContextProvider const provider(table);
   std::vector<TableRange> const ranges{{0, 0, column.size(), 1}};
-  CellSet const repeated = findRepeatedCells({provider, table, ranges, 1});
+  CellSet const repeated = findRepeatedCells({provider, table, ranges, {1}});
   std::vector<unsigned long> rows;
   for (unsigned long row = 0; row < column.size(); ++row) {
     if (repeated.contains(row, 0)) {
@@ -86,7 +86,7 @@ TEST(RepeatedCells, ACellOfTwoRangesCountsTwice) {
   table.setValue(2, 0, number(3));
   PlainValueContextProvider const provider(table);
   std::vector<TableRange> const ranges{{0, 0, 2, 1}, {1, 0, 3, 1}};
-  CellSet const repeated = findRepeatedCells({provider, table, ranges, 1});
+  CellSet const repeated = findRepeatedCells({provider, table, ranges, {1}});
   EXPECT_FALSE(repeated.contains(0, 0));
   EXPECT_TRUE(repeated.contains(1, 0));
   EXPECT_FALSE(repeated.contains(2, 0));
@@ -129,7 +129,7 @@ TEST_F(ManyRepeatedCells, AreThoseOfWhichTheMultisetCountsSeveralOnAnyNumberOfTh
       {DOM::UniquenessType::Duplicate},
       factory.collectValuesFromRange<FormulaValueMultiset>(ranges, insertNonEmpty));
   for (unsigned const threadCount : {1U, 2U, 7U}) {
-    CellSet const repeated = findRepeatedCells({provider, table, ranges, threadCount});
+    CellSet const repeated = findRepeatedCells({provider, table, ranges, {threadCount}});
     for (TableRange const& range : ranges) {
       auto const [begin, end] = table.getRangeIterators(range);
       for (auto cell = begin; cell != end; ++cell) {
@@ -165,7 +165,7 @@ TEST_F(ManyRepeatedCells, WhatTheProviderThrowsForTheFirstCellReachesTheCaller) 
   ThrowingProvider const throwing(table, 12'345);
   for (unsigned const threadCount : {1U, 2U, 7U}) {
     try {
-      static_cast<void>(findRepeatedCells({throwing, table, ranges, threadCount}));
+      static_cast<void>(findRepeatedCells({throwing, table, ranges, {threadCount}}));
       ADD_FAILURE() << "nothing was thrown";
     } catch (std::runtime_error const& error) {
       EXPECT_STREQ(error.what(), "12345") << threadCount << " threads";

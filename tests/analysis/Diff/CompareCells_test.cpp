@@ -19,7 +19,8 @@ using testing::IsEmpty;
 using TestSupport::WorkbookBuilder;
 
 OfficeUtils::Clock::TimePoint noon(unsigned day) {
-  return std::chrono::sys_days(std::chrono::year(2026) / 11 / day) + std::chrono::hours(12);
+  return std::chrono::sys_days(std::chrono::year(2026) / 11 / std::chrono::day(day)) +
+         std::chrono::hours(12);
 }
 
 std::string dxfs(std::string const& colour) {
