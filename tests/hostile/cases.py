@@ -5,19 +5,7 @@ import zipfile
 from package import (
     DECLARATION, MAIN, RED, cell_rule, conditional, element, numbers, overlapping_entries, pack,
     parts_of, relationships, workbook, workbook_with)
-
-CASES = {}
-
-
-def case(make):
-    """Adds the file that a function makes, under the function's name."""
-    CASES[make.__name__] = make
-    return make
-
-
-def add(name, make):
-    """Adds a file under a name of its own."""
-    CASES[name] = make
+from registry import add, case
 
 
 def with_rule(formula, rows=200, columns="A", area="A1:A200", **pieces):

@@ -5,7 +5,8 @@ check_hostile.py CNDFRMT [OPTION...] [CASE...]
 
 A run ends well with exit status 0, 1 or 2, within the limits of time and memory below, and with
 plain text on standard error: no control characters, no marks that turn text around, no line beyond
-a sensible length. With --sanitized there is no limit of memory, and more time. With --write FOLDER
+a sensible length. What is shown on a terminal has no control characters but those of colours. A run
+that fails leaves no file behind. With --sanitized there is no limit of memory, and more time. With --write FOLDER
 the files are written there, and nothing is run.
 """
 
@@ -22,15 +23,22 @@ import tempfile
 
 sys.dont_write_bytecode = True  # the folder of the sources stays as it is
 
-from cases import CASES  # noqa: E402
+import cases  # noqa: E402, F401
+import picture_cases  # noqa: E402
+from registry import CASES  # noqa: E402
 
-# Each file is resolved, and goes through one of the other commands in turn.
-RESOLVE = ["resolve"]
-OTHERS = [["resolve", "--format", "json"], ["rules"], ["verdicts"]]
+# Each file is resolved, and goes through one of the other commands in turn; those that are about
+# pictures through all that draw.
+RESOLVE = "resolve FILE"
+DRAWING = ["show FILE", "show --colour always --width 80 FILE", "render FILE -o OUT.html",
+           "render FILE -o OUT.svg", "render FILE -o OUT.png", "render FILE -o OUT.pdf"]
+OTHERS = ["resolve --format json FILE", "rules FILE", "verdicts FILE", "explain FILE A1:C3",
+          "check FILE", "tidy FILE -o OUT.xlsx", "diff FILE FILE", *DRAWING]
 MOMENT = ["--now", "2026-11-21T12:00:00"]
 SECONDS = 10  # of processor time for one run
 MEMORY = 384 * 1024 * 1024  # bytes in memory at once
 LONGEST_LINE = 2_000
+COLOURS = re.compile(r"\x1b\[[0-9;]*m")
 FORBIDDEN = re.compile(
     "[\x00-\x08\x0b-\x1f\x7f-\x9f\u061c\u200b-\u200f\u202a-\u202e\u2066-\u2069\ufeff]")
 
@@ -74,17 +82,43 @@ def find_faults(returncode, usage, errors, limits):
         yield f"writes a line of {longest} characters to standard error"
 
 
+def choose_commands(name):
+    """The commands that a file goes through."""
+    if CASES[name].__module__ == picture_cases.__name__:
+        return [RESOLVE, *DRAWING]
+    return [RESOLVE, OTHERS[list(CASES).index(name) % len(OTHERS)]]
+
+
+def check_shown(output):
+    """What is wrong with a picture on a terminal."""
+    output.seek(0)
+    text = COLOURS.sub("", output.read(50_000_000).decode("utf-8", "replace"))
+    if found := FORBIDDEN.search(text):
+        yield f"writes {found.group()!r} to the terminal"
+
+
+def run_command(tool, command, file, limits):
+    """Runs one command over a file; returns its faults and the seconds of processor time."""
+    with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryFile() as output:
+        words = [word.replace("FILE", str(file)).replace("OUT", f"{folder}/out")
+                 for word in command.split()]
+        returncode, usage, errors = run(tool, words, output, limits)
+        faults = list(find_faults(returncode, usage, errors, limits))
+        if command.startswith("show"):
+            faults += check_shown(output)
+        if returncode != 0 and (left := os.listdir(folder)):
+            faults.append(f"leaves {left} behind")
+        return faults, usage.ru_utime + usage.ru_stime
+
+
 def check(tool, name, folder, limits):
-    """Runs two commands over one case; returns its faults and the seconds of processor time."""
+    """Runs the commands over one case; returns its faults and the seconds of processor time."""
     file = folder / f"{name}.xlsx"
     file.write_bytes(CASES[name]())
-    faults, seconds = [], 0.0
-    for command in (RESOLVE, OTHERS[list(CASES).index(name) % len(OTHERS)]):
-        with open(os.devnull, "wb") as output:
-            returncode, usage, errors = run(tool, [*command, str(file)], output, limits)
-        seconds += usage.ru_utime + usage.ru_stime
-        faults += [f"{' '.join(command)}: {fault}"
-                   for fault in find_faults(returncode, usage, errors, limits)]
+    faults, seconds = [], {}
+    for command in choose_commands(name):
+        found, seconds[command] = run_command(tool, command, file, limits)
+        faults += [f"{command}: {fault}" for fault in found]
     file.unlink()
     return name, faults, seconds
 
@@ -96,7 +130,7 @@ def parse_arguments():
     parser.add_argument("--sanitized", action="store_true")
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--write", type=pathlib.Path, metavar="FOLDER")
-    parser.add_argument("--times", action="store_true", help="print the slowest cases")
+    parser.add_argument("--times", action="store_true", help="print the slowest runs")
     return parser.parse_args()
 
 
@@ -117,7 +151,7 @@ def main():
         runs = [pool.submit(check, options.tool, name, pathlib.Path(folder), options)
                 for name in names]
         for name, faults, seconds in (run.result() for run in runs):
-            times[name] = seconds
+            times.update({f"{name}: {command}": took for command, took in seconds.items()})
             if faults:
                 failed = True
                 print(f"{name}: " + "; ".join(faults))
