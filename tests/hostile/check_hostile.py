@@ -28,12 +28,12 @@ import picture_cases  # noqa: E402
 from registry import CASES  # noqa: E402
 
 # Each file is resolved, and goes through one of the other commands in turn; those that are about
-# pictures through all that draw.
+# pictures are shown, written as a page, and drawn in one of the formats in turn.
 RESOLVE = "resolve FILE"
-DRAWING = ["show FILE", "show --colour always --width 80 FILE", "render FILE -o OUT.html",
-           "render FILE -o OUT.svg", "render FILE -o OUT.png", "render FILE -o OUT.pdf"]
+SHOWING = ["show FILE", "show --colour always --width 80 FILE", "render FILE -o OUT.html"]
+DRAWING = ["render FILE -o OUT.svg", "render FILE -o OUT.png", "render FILE -o OUT.pdf"]
 OTHERS = ["resolve --format json FILE", "rules FILE", "verdicts FILE", "explain FILE A1:C3",
-          "check FILE", "tidy FILE -o OUT.xlsx", "diff FILE FILE", *DRAWING]
+          "check FILE", "tidy FILE -o OUT.xlsx", "diff FILE FILE", *SHOWING, *DRAWING]
 MOMENT = ["--now", "2026-11-21T12:00:00"]
 SECONDS = 10  # of processor time for one run
 MEMORY = 384 * 1024 * 1024  # bytes in memory at once
@@ -84,9 +84,10 @@ def find_faults(returncode, usage, errors, limits):
 
 def choose_commands(name):
     """The commands that a file goes through."""
+    turn = list(CASES).index(name)
     if CASES[name].__module__ == picture_cases.__name__:
-        return [RESOLVE, *DRAWING]
-    return [RESOLVE, OTHERS[list(CASES).index(name) % len(OTHERS)]]
+        return [RESOLVE, *SHOWING, DRAWING[turn % len(DRAWING)]]
+    return [RESOLVE, OTHERS[turn % len(OTHERS)]]
 
 
 def check_shown(output):
