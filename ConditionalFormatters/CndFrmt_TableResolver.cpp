@@ -41,6 +41,11 @@ void TableResolver::visit(TablePass const& pass, CellVisitor const& visitor) con
   resolveCells(*_prepared, pass, visitor);
 }
 
+void TableResolver::visitWithWorkers(TablePass const& pass,
+                                     MakeCellWorker const& makeWorker) const {
+  resolveCells(*_prepared, pass, makeWorker);
+}
+
 void TableResolver::visitVerdicts(std::size_t format, TablePass const& pass,
                                   VerdictVisitor const& visitor) const {
   judgeCells(*_prepared, _prepared->checkFormat(format), pass, visitor);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_CellExplanation.h"
+#include "ConditionalFormatters/CndFrmt_CellWorker.h"
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
 #include "ConditionalFormatters/CndFrmt_Export.h"
 #include "ConditionalFormatters/CndFrmt_StyleRun.h"
@@ -96,6 +97,11 @@ public:
   /// failures, ends the pass and reaches the caller once, after the cells before it were visited.
   /// Memory: with several threads, some thousands of cells for each.
   void visit(TablePass const& pass, CellVisitor const& visitor) const;
+
+  /// Like visit(), with work on the cells in the threads of the pass: each thread hands the cells
+  /// that it resolves to a worker of its own. Then the findings of the workers visit the cells as a
+  /// visitor does. Memory: what the findings take, of some blocks for each thread.
+  void visitWithWorkers(TablePass const& pass, MakeCellWorker const& makeWorker) const;
 
   /// Visits the verdicts of one condition about the cells in the format's own ranges, inside the
   /// range of the pass: for existing cells; for every position, where All and Formatted are the

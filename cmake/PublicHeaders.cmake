@@ -84,6 +84,7 @@ target_sources(
   PUBLIC FILE_SET HEADERS
          BASE_DIRS .
          FILES ConditionalFormatters/CndFrmt_CellExplanation.h
+               ConditionalFormatters/CndFrmt_CellWorker.h
                ConditionalFormatters/CndFrmt_ConditionOperands.h
                ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h
                ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h

@@ -1,8 +1,10 @@
 #include "visuals/VisualResolver.h"
 
 #include "OfficeUtils/PinnedMoment.h"
+#include "visuals/Prepare/PassBounds.h"
 #include "visuals/Prepare/PreparedVisuals.h"
 #include "visuals/Prepare/VisualWalk.h"
+#include "visuals/Prepare/VisualWorker.h"
 
 namespace Zorv::Visuals {
 
@@ -25,19 +27,19 @@ CellVisuals VisualResolver::resolve(DOM::CellInfo const& cellInfo) const {
 }
 
 void VisualResolver::visit(CF::TablePass const& pass, VisualVisitor const& visitor) const {
-  VisualWalk walk(*_prepared, OfficeUtils::PinnedMoment::readMoment(), pass.budget);
-  CellVisuals const none;
-  _prepared->getSources().resolver.visit(pass, [&](CF::ResolvedCell const& cell) {
-    if (cell.failure != nullptr) {
-      visitor({cell, none, nullptr});
-      return;
-    }
-    CellVisuals const& visuals = walk.draw(cell.cellInfo, cell.formats);
-    VisualFailure const* const failure = walk.getFailure();
-    if (failure != nullptr && pass.onFailure == CF::TablePass::OnFailure::Stop) {
-      std::rethrow_exception(failure->exception);
-    }
-    visitor({cell, visuals, failure});
+  auto const moment = OfficeUtils::PinnedMoment::readMoment();
+  PassBounds bounds(*_prepared, {pass.threadCount, pass.budget});
+  CF::TableResolver const& resolver = _prepared->getSources().resolver;
+  if (pass.threadCount > 1) {
+    resolver.visitWithWorkers(pass, [&]() -> std::unique_ptr<CF::CellWorker> {
+      return std::make_unique<VisualWorker>(*_prepared, bounds, pass, moment, visitor);
+    });
+    return;
+  }
+  VisualWalk walk(*_prepared, bounds, pass, moment);
+  resolver.visit(pass, [&](CF::ResolvedCell const& cell) {
+    CellVisuals const& visuals = walk.draw(cell);
+    visitor({cell, visuals, walk.getFailure()});
   });
 }
 

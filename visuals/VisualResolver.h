@@ -41,8 +41,8 @@ public:
   [[nodiscard]] CellVisuals resolve(DOM::CellInfo const& cellInfo) const;
 
   /// Visits the cells of a pass as TableResolver::visit() does, with their visuals. The pass's
-  /// threads share the conditional formats; visuals are drawn where the visitor is called. Spends a
-  /// step of the budget for each format that is drawn and each cell that thresholds are found from.
+  /// threads share the work. Spends a step of the budget for each format that is drawn and each
+  /// cell that thresholds are found from, and memory for the numbers of percentiles.
   void visit(ConditionalFormatters::TablePass const& pass, VisualVisitor const& visitor) const;
 
 private:

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/WholeTable/CndFrmt_BlockTasks.h"
@@ -42,9 +43,16 @@ public:
   }
 
   void operator()(TableRange const& block, BlockCells& result) {
+    collect(block, result, [](ResolvedCell const& /*cell*/) {});
+  }
+
+  /// Fills the result. A cell for which `work(cell)` throws is not in it.
+  template <class Work>
+  void collect(TableRange const& block, BlockCells& result, Work const& work) {
     result.styles.reserve(DOM::RowBlocks::cellsPerBlock);
     result.formatEnds.reserve(DOM::RowBlocks::cellsPerBlock);
     visit(block, [&](ResolvedCell const& cell) {
+      work(cell);
       if (cell.failure != nullptr) {
         result.failures.add(result.styles.size(), *cell.failure);
       }
@@ -60,14 +68,36 @@ private:
   CellResolver _cells;
 };
 
-/// Hands the cells of one block after the other to the visitor. They are walked again beside their
+/// The resolved cells of a block, and what a worker has found for them.
+struct WorkedCells {
+  BlockCells cells;
+  std::unique_ptr<BlockFindings> findings;
+};
+
+/// Resolves blocks for one thread, and has a worker work on their cells.
+class WorkedCellsWorker {
+public:
+  WorkedCellsWorker(std::unique_ptr<ResolveWorker> resolver, std::unique_ptr<CellWorker> worker)
+      : _resolver(std::move(resolver)), _worker(std::move(worker)) {}
+
+  void operator()(TableRange const& block, WorkedCells& result) {
+    result.findings = _worker->beginBlock();
+    _resolver->collect(block, result.cells, [&](ResolvedCell const& cell) { _worker->work(cell); });
+  }
+
+private:
+  std::unique_ptr<ResolveWorker> _resolver;
+  std::unique_ptr<CellWorker> _worker;
+};
+
+/// Hands the cells of one block after the other to a visitor. They are walked again beside their
 /// results, which is cheaper than handing each of them from one thread to another.
 class CellDelivery {
 public:
-  CellDelivery(PassCells const& cells, CellVisitor const& visitor)
-      : _walk(cells), _visitor(visitor) {}
+  explicit CellDelivery(PassCells const& cells) : _walk(cells) {}
 
-  void deliver(TableRange const& block, BlockCells const& cells) {
+  template <class Visitor>
+  void deliver(TableRange const& block, BlockCells const& cells, Visitor const& visitor) {
     std::span<FormatIndex const> const formats = cells.formats;
     BlockFailures::Cursor failures(cells.failures);
     std::size_t cell = 0;
@@ -75,8 +105,9 @@ public:
       // The results end before the cell that ended the pass.
       if (cell < cells.styles.size()) {
         std::size_t const begin = cell == 0 ? 0 : cells.formatEnds[cell - 1];
-        _visitor({cellInfo, *cells.styles[cell],
-                  formats.subspan(begin, cells.formatEnds[cell] - begin), failures.moveTo(cell)});
+        visitor(ResolvedCell{cellInfo, *cells.styles[cell],
+                             formats.subspan(begin, cells.formatEnds[cell] - begin),
+                             failures.moveTo(cell)});
         ++cell;
       }
     });
@@ -84,7 +115,6 @@ public:
 
 private:
   PassWalk _walk;
-  CellVisitor const& _visitor;
 };
 
 }  // namespace
@@ -100,12 +130,29 @@ void resolveCells(PreparedTable const& table, TablePass const& pass, CellVisitor
     }
     return;
   }
-  CellDelivery delivery(cells, visitor);
+  CellDelivery delivery(cells);
   runBlockTasks<BlockCells>(
       blocks, pass.threadCount,
       [&] { return std::make_unique<ResolveWorker>(table, cells, pass, moment); },
       [&](TableRange const& block, BlockCells const& results) {
-        delivery.deliver(block, results);
+        delivery.deliver(block, results, visitor);
+      });
+}
+
+void resolveCells(PreparedTable const& table, TablePass const& pass,
+                  MakeCellWorker const& makeWorker) {
+  PassCells const cells(table, pass);
+  auto const moment = OfficeUtils::PinnedMoment::readMoment();
+  CellDelivery delivery(cells);
+  runBlockTasks<WorkedCells>(
+      cells.getBlocks(), pass.threadCount,
+      [&] {
+        return std::make_unique<WorkedCellsWorker>(
+            std::make_unique<ResolveWorker>(table, cells, pass, moment), makeWorker());
+      },
+      [&](TableRange const& block, WorkedCells const& results) {
+        delivery.deliver(block, results.cells,
+                         [&](ResolvedCell const& cell) { results.findings->visit(cell); });
       });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ConditionalFormatters/CndFrmt_CellWorker.h"
 #include "ConditionalFormatters/CndFrmt_TablePass.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
 
@@ -7,5 +8,8 @@ namespace Zorv::ConditionalFormatters {
 
 /// Visits the resolved cells of a pass; see TableResolver::visit().
 void resolveCells(PreparedTable const& table, TablePass const& pass, CellVisitor const& visitor);
+/// The same with work in the threads of the pass.
+void resolveCells(PreparedTable const& table, TablePass const& pass,
+                  MakeCellWorker const& makeWorker);
 
 }  // namespace Zorv::ConditionalFormatters

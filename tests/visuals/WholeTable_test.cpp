@@ -273,34 +273,5 @@ RC_GTEST_PROP(WholeTable, EveryCellHasWhatThePlainEvaluationGives, ()) {
   }
 }
 
-TEST(WholeTable, AnyNumberOfThreadsGivesTheSame) {
-  VisualTable table;
-  constexpr unsigned long many = 30'000;
-  for (unsigned long row = 0; row < many; ++row) {
-    table.table.setValue(
-        row, 0, FormulaModel::FormulaNumber{FloatNumber(static_cast<double>(row * 7919 % many))});
-  }
-  table.addCondition("A1:A30000", "MOD(A1,5)=0", true);
-  table.addVisual("A1:A30000", TestSupport::makeScale());
-  table.addVisual("A1:A30000", TestSupport::makeBar()).condition =
-      Formulas::parseExpr("MOD(A1,3)=0");
-  table.addVisual("A1:A30000", TestSupport::makeIcons());
-  table.prepare();
-  std::vector<std::vector<std::string>> results;
-  for (unsigned const threads : {1U, 2U, 7U}) {
-    auto& texts = results.emplace_back();
-    table.visuals->visit(
-        {.range = {0, 0, many, 1}, .threadCount = threads}, [&](VisualCell const& cell) {
-          auto const& [scale, bar, icon, showValue] = cell.visuals;
-          texts.push_back(std::to_string(scale ? scale->colour.red : -1) + " " +
-                          std::to_string(bar ? bar->extent.to : -1) + " " +
-                          std::to_string(icon ? static_cast<int>(icon->icon.index) : -1));
-        });
-  }
-  EXPECT_EQ(results[0].size(), many);
-  EXPECT_EQ(results[0], results[1]);
-  EXPECT_EQ(results[0], results[2]);
-}
-
 }  // namespace
 }  // namespace Zorv::Visuals

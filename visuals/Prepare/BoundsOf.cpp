@@ -90,7 +90,7 @@ private:
     return boost::apply_visitor(ToNumber(), *value);
   }
 
-  NumberStatistics& getStatistics() {
+  NumberStatistics const& getStatistics() {
     if (!_statistics) {
       _statistics.emplace(_source, _hasPercentiles);
     }

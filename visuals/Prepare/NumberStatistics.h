@@ -2,16 +2,18 @@
 
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <vector>
 
 #include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "ConditionalFormatters/Parallel/CndFrmt_PassResources.h"
 #include "DOM/Table.h"
 #include "FormulaModel/FormulaValue.h"
 #include "Utils/TableRange.h"
-#include "Utils/WorkBudget.h"
+#include "visuals/Prepare/NumberBlocks.h"
 
 namespace Zorv::Visuals {
 
@@ -31,28 +33,38 @@ public:
     DOM::Table const& table;
     ConditionalFormatters::ValueContextProvider const& provider;
     std::vector<TableRange> const& ranges;
-    WorkBudget* budget;
+    ConditionalFormatters::PassResources resources;
   };
 
   /// Collects from the existing cells of the ranges, each cell once. Keeps the numbers themselves
-  /// only if percentiles are to be asked.
+  /// only if percentiles are to be asked. Spends a step of the budget for each cell, and memory for
+  /// the numbers that it keeps. Throws what the provider and the budget throw.
   NumberStatistics(Source const& source, bool withPercentiles);
 
   /// 0 without numbers.
-  [[nodiscard]] double getLowest() const noexcept { return _lowest; }
-  [[nodiscard]] double getHighest() const noexcept { return _highest; }
+  [[nodiscard]] double getLowest() const noexcept { return _count == 0 ? 0 : _lowest; }
+  [[nodiscard]] double getHighest() const noexcept { return _count == 0 ? 0 : _highest; }
 
-  /// The percentile as PERCENTILE.INC gives it, for 0 to 100; 0 without numbers. Linear, since it
-  /// selects: reorders the numbers.
-  [[nodiscard]] double findPercentile(double percentile);
+  /// The percentile as PERCENTILE.INC gives it, for 0 to 100; 0 without numbers. Linear.
+  [[nodiscard]] double findPercentile(double percentile) const;
 
 private:
-  void add(double number, bool withPercentiles);
+  /// The numbers of one row block.
+  struct Block {
+    std::size_t count = 0;
+    double lowest = std::numeric_limits<double>::infinity();
+    double highest = -std::numeric_limits<double>::infinity();
+    std::vector<double> numbers{};  ///< empty if they are not kept
+  };
+
+  class BlockReader;
+
+  void add(Block& block);
 
   std::size_t _count = 0;
-  double _lowest = 0;
-  double _highest = 0;
-  std::vector<double> _numbers;
+  double _lowest = std::numeric_limits<double>::infinity();
+  double _highest = -std::numeric_limits<double>::infinity();
+  NumberBlocks _numbers;
 };
 
 }  // namespace Zorv::Visuals

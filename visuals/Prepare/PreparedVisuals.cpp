@@ -88,11 +88,11 @@ std::vector<ConditionalFormatters::FormatRange> PreparedVisuals::listRanges(
 }
 
 Bounds PreparedVisuals::findBounds(std::size_t format, FormulaEvaluator& formulas,
-                                   WorkBudget* budget) const {
+                                   ConditionalFormatters::PassResources const& resources) const {
   Placed const& placed = _placed[format];
   auto const find = [&] {
     return Visuals::findBounds(getFormat(format).kind,
-                               {_sources.table, _sources.provider, placed.ranges, budget},
+                               {_sources.table, _sources.provider, placed.ranges, resources},
                                placed.baseCell, formulas);
   };
   if (placed.dependsOnMoment) {

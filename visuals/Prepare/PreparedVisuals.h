@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
+#include "ConditionalFormatters/Parallel/CndFrmt_PassResources.h"
 #include "Formulas/LookupCache.h"
 #include "Utils/CellIndex.h"
 #include "visuals/Draw/Bounds.h"
@@ -21,6 +22,7 @@ public:
   explicit PreparedVisuals(VisualSources const& sources);
 
   [[nodiscard]] VisualSources const& getSources() const noexcept { return _sources; }
+  [[nodiscard]] std::size_t countFormats() const noexcept { return _placed.size(); }
   [[nodiscard]] VisualFormat const& getFormat(std::size_t format) const noexcept {
     return *_sources.formats[format];
   }
@@ -35,7 +37,7 @@ public:
   /// The thresholds of a format, found at the first call; each time if they depend on the moment.
   /// Throws what findBounds() throws.
   [[nodiscard]] Bounds findBounds(std::size_t format, FormulaEvaluator& formulas,
-                                  WorkBudget* budget) const;
+                                  ConditionalFormatters::PassResources const& resources) const;
 
   /// True if a conditional format contributes a fill where it holds.
   [[nodiscard]] bool setsFill(std::size_t conditionalFormat) const noexcept {

@@ -19,29 +19,43 @@ using Holding = std::span<ConditionalFormatters::FormatIndex const>;
 
 }  // namespace
 
-VisualWalk::VisualWalk(PreparedVisuals const& visuals, OfficeUtils::Clock::TimePoint moment,
-                       WorkBudget* budget)
+VisualWalk::VisualWalk(PreparedVisuals const& visuals, PassBounds& bounds,
+                       ConditionalFormatters::TablePass const& pass,
+                       OfficeUtils::Clock::TimePoint moment)
     : _visuals(visuals),
-      _budget(budget),
-      _steps(budget),
+      _bounds(bounds),
+      _stopsAtFailure(pass.onFailure == ConditionalFormatters::TablePass::OnFailure::Stop),
+      _steps(pass.budget),
       _cursor(visuals.getRangeIndex()),
       _formulas(visuals.getSources().table,
                 visuals.getSources().provider.getFormulasContextProvider(), visuals.getLookups(),
-                moment, budget),
-      _states(visuals.getSources().formats.size()) {}
+                moment, pass.budget),
+      _states(visuals.countFormats()) {}
 
-CellVisuals const& VisualWalk::draw(DOM::CellInfo const& cellInfo, Holding holding) {
+CellVisuals const& VisualWalk::draw(ConditionalFormatters::ResolvedCell const& cell) {
   _drawn = {};
   _isTaken = {};
   _failure.exception = nullptr;
+  if (cell.failure == nullptr) {
+    drawFormats(cell);
+  }
+  if (_failure.exception && _stopsAtFailure) {
+    std::rethrow_exception(_failure.exception);
+  }
+  return _drawn;
+}
+
+void VisualWalk::drawFormats(ConditionalFormatters::ResolvedCell const& cell) {
+  DOM::CellInfo const& cellInfo = cell.cellInfo;
   auto const& formats = _cursor.moveTo(cellInfo.getRowIndex(), cellInfo.getColIndex());
   if (formats.empty()) {
-    return _drawn;
+    return;
   }
   auto const value = findNumber(_visuals.getSources().provider.getCellValue(cellInfo));
   if (!value) {
-    return _drawn;
+    return;
   }
+  Holding const holding = cell.formats;
   bool const isStopped = !holding.empty() && _visuals.stops(holding.back());
   std::size_t const stop = isStopped ? holding.back() : std::numeric_limits<std::size_t>::max();
   for (std::size_t const format : formats) {
@@ -53,7 +67,6 @@ CellVisuals const& VisualWalk::draw(DOM::CellInfo const& cellInfo, Holding holdi
       break;
     }
   }
-  return _drawn;
 }
 
 void VisualWalk::drawFormat(std::size_t format, CellIndex cell, double value, Holding holding) {
@@ -65,7 +78,7 @@ void VisualWalk::drawFormat(std::size_t format, CellIndex cell, double value, Ho
   _steps.count();
   try {
     if (!record.condition || fulfilsCondition(format, cell)) {
-      auto const bounds = getBounds(format).get();
+      auto const bounds = getBounds(format);
       isTaken = true;
       give(format, value, bounds, holding);
     }
@@ -108,37 +121,24 @@ bool VisualWalk::fulfilsCondition(std::size_t format, CellIndex cell) {
   constexpr unsigned mostLimits = 4;
   State& state = _states[format];
   if (state.limitCount >= mostLimits) {
-    std::rethrow_exception(state.failure);
+    std::rethrow_exception(state.limit);
   }
   try {
     return _formulas.isTrue(*_visuals.getFormat(format).condition, _visuals.getBaseCell(format),
                             cell);
   } catch (Formulas::EvaluationLimitError const&) {
-    state.failure = std::current_exception();
+    state.limit = std::current_exception();
     ++state.limitCount;
     throw;
   }
 }
 
-Bounds const& VisualWalk::getBounds(std::size_t format) {
-  State& state = _states[format];
-  if (state.progress == Progress::Unknown) {
-    try {
-      state.bounds = _visuals.findBounds(format, _formulas, _budget);
-      state.progress = Progress::Ready;
-    } catch (std::bad_alloc const&) {
-      throw;
-    } catch (WorkEnded const&) {
-      throw;
-    } catch (...) {
-      state.failure = std::current_exception();
-      state.progress = Progress::Failed;
-    }
+std::span<double const> VisualWalk::getBounds(std::size_t format) {
+  Bounds const*& bounds = _states[format].bounds;
+  if (bounds == nullptr) {
+    bounds = &_bounds.get(format, _formulas);
   }
-  if (state.progress == Progress::Failed) {
-    std::rethrow_exception(state.failure);
-  }
-  return state.bounds;
+  return bounds->get();
 }
 
 void VisualWalk::fail(std::size_t format, std::exception_ptr const& exception) {

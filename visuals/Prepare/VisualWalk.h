@@ -1,16 +1,16 @@
 #pragma once
 
-#include <cstdint>
 #include <exception>
 #include <span>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "ConditionalFormatters/CndFrmt_TablePass.h"
 #include "ConditionalFormatters/Formats/CndFrmt_FormatCursor.h"
-#include "DOM/CellInfo.h"
 #include "Utils/WorkBudget.h"
 #include "visuals/CellVisuals.h"
 #include "visuals/Prepare/FormulaEvaluator.h"
+#include "visuals/Prepare/PassBounds.h"
 #include "visuals/Prepare/PreparedVisuals.h"
 
 namespace Zorv::Visuals {
@@ -19,15 +19,14 @@ namespace Zorv::Visuals {
 /// order.
 class VisualWalk {
 public:
-  /// Borrows the visuals and the budget, which may be null.
-  VisualWalk(PreparedVisuals const& visuals, OfficeUtils::Clock::TimePoint moment,
-             WorkBudget* budget);
+  /// Borrows the visuals, their thresholds and the pass's budget.
+  VisualWalk(PreparedVisuals const& visuals, PassBounds& bounds,
+             ConditionalFormatters::TablePass const& pass, OfficeUtils::Clock::TimePoint moment);
 
-  /// The visuals of a cell for which these conditional formats hold, in order of priority up to the
-  /// first that stops. Throws what the budget throws, and std::bad_alloc. Valid until the next
+  /// The visuals of a cell; none if it could not be resolved. Throws what the budget throws, and
+  /// std::bad_alloc; the failure of a format, if the pass stops at failures. Valid until the next
   /// call.
-  [[nodiscard]] CellVisuals const& draw(
-      DOM::CellInfo const& cellInfo, std::span<ConditionalFormatters::FormatIndex const> holding);
+  [[nodiscard]] CellVisuals const& draw(ConditionalFormatters::ResolvedCell const& cell);
 
   /// The first failure for the cell that was drawn last; null if there is none.
   [[nodiscard]] VisualFailure const* getFailure() const noexcept {
@@ -35,30 +34,28 @@ public:
   }
 
 private:
-  enum class Progress : std::uint8_t { Unknown, Ready, Failed };
-
   /// What is known of a format's thresholds, and of its own condition.
   struct State {
-    Progress progress = Progress::Unknown;
-    Bounds bounds;
-    std::exception_ptr failure;  ///< of the thresholds, or the limit that the condition met
-    unsigned limitCount = 0;     ///< how often the condition met a limit of the engine
+    Bounds const* bounds = nullptr;  ///< null before the first cell needs them
+    std::exception_ptr limit;        ///< the last limit of the engine that the condition met
+    unsigned limitCount = 0;         ///< how often it met one
   };
 
+  void drawFormats(ConditionalFormatters::ResolvedCell const& cell);
   void drawFormat(std::size_t format, CellIndex cell, double value,
                   std::span<ConditionalFormatters::FormatIndex const> holding);
-  [[nodiscard]] bool isWanted(VisualKind const& kind) const noexcept;
   void give(std::size_t format, double value, std::span<double const> bounds,
             std::span<ConditionalFormatters::FormatIndex const> holding);
   [[nodiscard]] bool isBehindFill(
       std::size_t formatsBefore,
       std::span<ConditionalFormatters::FormatIndex const> holding) const noexcept;
   [[nodiscard]] bool fulfilsCondition(std::size_t format, CellIndex cell);
-  [[nodiscard]] Bounds const& getBounds(std::size_t format);
+  [[nodiscard]] std::span<double const> getBounds(std::size_t format);
   void fail(std::size_t format, std::exception_ptr const& exception);
 
   PreparedVisuals const& _visuals;
-  WorkBudget* _budget;
+  PassBounds& _bounds;
+  bool _stopsAtFailure;
   StepCounter _steps;
   ConditionalFormatters::FormatCursor _cursor;
   FormulaEvaluator _formulas;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Utils/WorkBudget.h"
 #include "support/PlainHost.h"
 
 namespace Zorv::Visuals {
@@ -18,7 +19,7 @@ protected:
   void add(double number) { _table.setValue(_rows++, 0, FormulaNumber{FloatNumber(number)}); }
 
   NumberStatistics collect(WorkBudget* budget = nullptr) {
-    return {{_table, _provider, _ranges, budget}, true};
+    return {{_table, _provider, _ranges, {.threadCount = 1, .budget = budget}}, true};
   }
 
   DOM::Table _table;

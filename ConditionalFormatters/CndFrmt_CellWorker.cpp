@@ -1,0 +1,9 @@
+#include "ConditionalFormatters/CndFrmt_CellWorker.h"
+
+namespace Zorv::ConditionalFormatters {
+
+BlockFindings::~BlockFindings() = default;
+
+CellWorker::~CellWorker() = default;
+
+}  // namespace Zorv::ConditionalFormatters
