@@ -157,7 +157,7 @@ void ConditionalFormatReader::join(pugi::xml_node extensionRule, FirstPart const
     auto const formulas = readRuleFormulas(extensionRule);
     countFormulas(formulas);
     auto condition = readVisualCondition(formulas);
-    auto kind = readVisual(extensionRule, visual != nullptr ? &visual->kind : nullptr);
+    auto kind = readVisual(extensionRule, rule, visual != nullptr ? &visual->kind : nullptr);
     if (condition) {
       rule.formulas = formulas;
     }
@@ -179,7 +179,7 @@ void ConditionalFormatReader::join(pugi::xml_node extensionRule, FirstPart const
 
 std::unique_ptr<Visuals::VisualFormat> ConditionalFormatReader::makeVisual(pugi::xml_node element,
                                                                            Rule const& rule) {
-  auto kind = readVisual(element, nullptr);
+  auto kind = readVisual(element, rule, nullptr);
   std::optional<DOM::FormulaSyntaxTree::Expr> condition;
   if (rule.fromExtensionList) {
     condition = readVisualCondition(rule.formulas);
@@ -188,9 +188,13 @@ std::unique_ptr<Visuals::VisualFormat> ConditionalFormatReader::makeVisual(pugi:
       Visuals::VisualFormat{listRanges(rule), std::move(kind), std::move(condition)});
 }
 
-Visuals::VisualKind ConditionalFormatReader::readVisual(pugi::xml_node element,
+Visuals::VisualKind ConditionalFormatReader::readVisual(pugi::xml_node element, Rule const& rule,
                                                         Visuals::VisualKind const* first) {
-  auto kind = Workbook::readVisual(element, _styles.getPalette(), first);
+  std::vector<std::string> faults;
+  auto kind = Workbook::readVisual(element, _styles.getPalette(), first, faults);
+  for (std::string& fault : faults) {
+    addFinding(rule, std::move(fault));
+  }
   _state.memory.take(sizeof(Visuals::VisualFormat) +
                      Visuals::IconSet::mostSteps * sizeof(Visuals::Threshold));
   std::vector<std::string> formulas;

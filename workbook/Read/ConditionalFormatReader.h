@@ -56,7 +56,7 @@ private:
   void join(pugi::xml_node extensionRule, FirstPart const& first);
   [[nodiscard]] std::unique_ptr<Visuals::VisualFormat> makeVisual(pugi::xml_node element,
                                                                   Rule const& rule);
-  [[nodiscard]] Visuals::VisualKind readVisual(pugi::xml_node element,
+  [[nodiscard]] Visuals::VisualKind readVisual(pugi::xml_node element, Rule const& rule,
                                                Visuals::VisualKind const* first);
   [[nodiscard]] std::vector<DOM::TableRangeByID> listRanges(Rule const& rule) const;
   void countFormulas(std::vector<std::string> const& formulas);

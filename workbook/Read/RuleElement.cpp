@@ -41,6 +41,11 @@ std::vector<std::string> findExtensionIds(pugi::xml_node rule) {
   return ids;
 }
 
+std::string describeFaultyFlag(pugi::xml_attribute flag, bool countsAs) {
+  return fmt::format("has {}=\"{}\", which is neither true nor false; it counts as {}", flag.name(),
+                     quote(flag.value()), countsAs);
+}
+
 std::vector<std::string> findFaultyAttributes(pugi::xml_node rule) {
   std::vector<std::string> faults;
   if (auto const priority = rule.attribute("priority"); priority && !readRulePriority(rule)) {
@@ -52,9 +57,7 @@ std::vector<std::string> findFaultyAttributes(pugi::xml_node rule) {
   for (char const* name : {"stopIfTrue", "aboveAverage", "percent", "bottom", "equalAverage"}) {
     pugi::xml_attribute const flag = rule.attribute(name);
     if (flag && !parseBoolean(flag.value())) {
-      faults.push_back(fmt::format(
-          "has {}=\"{}\", which is neither true nor false; it counts as {}", name,
-          quote(flag.value()), std::string_view(name) == "aboveAverage" ? "true" : "false"));
+      faults.push_back(describeFaultyFlag(flag, std::string_view(name) == "aboveAverage"));
     }
   }
   if (auto const deviations = rule.attribute("stdDev");

@@ -13,6 +13,7 @@
 #include "Formulas/ParseExpr.h"
 #include "workbook/Quote.h"
 #include "workbook/Read/RuleCondition.h"
+#include "workbook/Read/RuleElement.h"
 #include "workbook/Read/Values.h"
 #include "workbook/Xml/XmlText.h"
 #include "workbook/Xml/XmlTree.h"
@@ -43,8 +44,15 @@ pugi::xml_node findChild(pugi::xml_node parent, std::string_view name) {
   return parent.find_child([name](pugi::xml_node child) { return localName(child) == name; });
 }
 
-bool readFlag(pugi::xml_node element, char const* name, bool missing) {
-  return parseBoolean(element.attribute(name).value()).value_or(missing);
+using Faults = std::vector<std::string>;
+
+bool readFlag(pugi::xml_node element, char const* name, bool missing, Faults& faults) {
+  pugi::xml_attribute const attribute = element.attribute(name);
+  auto const flag = parseBoolean(attribute.value());
+  if (attribute && !flag) {
+    faults.push_back(describeFaultyFlag(attribute, missing));
+  }
+  return flag.value_or(missing);
 }
 
 /// The value of an attribute that takes one word for each value up to the last.
@@ -71,10 +79,10 @@ ThresholdKind readThresholdKind(pugi::xml_node element) {
 
 /// A `cfvo` element (ISO/IEC 29500-1, 18.3.1.11). The later form has its operand in a formula,
 /// which may be a bare number.
-Threshold readThreshold(pugi::xml_node element) {
+Threshold readThreshold(pugi::xml_node element, Faults& faults) {
   Threshold threshold;
   threshold.kind = readThresholdKind(element);
-  threshold.orEqual = readFlag(element, "gte", true);
+  threshold.orEqual = readFlag(element, "gte", true, faults);
   if (!Visuals::hasOperand(threshold.kind)) {
     return threshold;
   }
@@ -95,11 +103,11 @@ Threshold readThreshold(pugi::xml_node element) {
 
 /// Reads one threshold more than any kind may have, at most: the others of a hostile file are not
 /// worth the work.
-std::vector<Threshold> readThresholds(pugi::xml_node element) {
+std::vector<Threshold> readThresholds(pugi::xml_node element, Faults& faults) {
   std::vector<Threshold> thresholds;
   for (pugi::xml_node const child : listChildren(element, "cfvo")) {
     if (thresholds.size() <= IconSet::mostSteps) {
-      thresholds.push_back(readThreshold(child));
+      thresholds.push_back(readThreshold(child, faults));
     }
   }
   return thresholds;
@@ -110,8 +118,8 @@ std::optional<DOM::Colour> readColour(pugi::xml_node element, std::string_view n
   return palette.read(findChild(element, name), AutomaticColour::Ink);
 }
 
-ColourScale readColourScale(pugi::xml_node element, Palette& palette) {
-  auto thresholds = readThresholds(element);
+ColourScale readColourScale(pugi::xml_node element, Palette& palette, Faults& faults) {
+  auto thresholds = readThresholds(element, faults);
   auto const colours = listChildren(element, "color");
   constexpr std::size_t fewest = 2;
   constexpr std::size_t most = 3;
@@ -133,54 +141,73 @@ ColourScale readColourScale(pugi::xml_node element, Palette& palette) {
 }
 
 /// A length in percent of the cell's width.
-double readLength(pugi::xml_node element, char const* name, double missing) {
+double readLength(pugi::xml_node element, char const* name, double missing, Faults& faults) {
   pugi::xml_attribute const attribute = element.attribute(name);
+  if (!attribute) {
+    return missing;
+  }
   auto const length = parseNumber(attribute.value());
-  if (attribute && !length) {
+  if (!length) {
     throw UnresolvedRule(fmt::format("{}=\"{}\" is no number", name, quote(attribute.value())));
   }
   constexpr double longest = 100;
-  return std::clamp(length.value_or(missing), 0.0, longest);
+  double const fitting = std::clamp(*length, 0.0, longest);
+  if (fitting != *length) {
+    faults.push_back(fmt::format("has {}=\"{}\", which is not from 0 to {}; it counts as {}", name,
+                                 quote(attribute.value()), longest, fitting));
+  }
+  return fitting;
+}
+
+void readLengths(pugi::xml_node element, DataBar& bar, Faults& faults) {
+  bar.minLength = readLength(element, "minLength", bar.minLength, faults);
+  bar.maxLength = readLength(element, "maxLength", bar.maxLength, faults);
+  if (bar.maxLength < bar.minLength) {
+    faults.push_back(
+        fmt::format("has a maxLength of {} below its minLength of {}; both count as {}",
+                    bar.maxLength, bar.minLength, bar.minLength));
+    bar.maxLength = bar.minLength;
+  }
 }
 
 /// What only the later form has.
-void readBarAppearance(pugi::xml_node element, Palette& palette, DataBar& bar) {
+void readBarAppearance(pugi::xml_node element, Palette& palette, DataBar& bar, Faults& faults) {
   bar.axis =
       readWord(element, "axisPosition", Visuals::BarAxis::Middle, Visuals::BarAxis::Automatic);
   bar.direction = readWord(element, "direction", Visuals::BarDirection::RightToLeft,
                            Visuals::BarDirection::Context);
-  bar.isGradient = readFlag(element, "gradient", true);
+  bar.isGradient = readFlag(element, "gradient", true, faults);
   bar.axisColour = readColour(element, "axisColor", palette);
-  if (readFlag(element, "border", false)) {
+  if (readFlag(element, "border", false, faults)) {
     auto const border = readColour(element, "borderColor", palette);
     bar.border = border ? border : bar.fill;
   }
-  if (!readFlag(element, "negativeBarColorSameAsPositive", false)) {
+  if (!readFlag(element, "negativeBarColorSameAsPositive", false, faults)) {
     bar.negativeFill = readColour(element, "negativeFillColor", palette);
   }
-  if (!readFlag(element, "negativeBarBorderColorSameAsPositive", true)) {
+  if (!readFlag(element, "negativeBarBorderColorSameAsPositive", true, faults)) {
     bar.negativeBorder = readColour(element, "negativeBorderColor", palette);
   }
 }
 
 DataBar readDataBar(pugi::xml_node element, bool isLaterForm, Palette& palette,
-                    DataBar const* first) {
-  auto thresholds = readThresholds(element);
+                    DataBar const* first, Faults& faults) {
+  auto thresholds = readThresholds(element, faults);
   if (thresholds.size() != 2) {
     throw UnresolvedRule(fmt::format("a data bar has two thresholds, not {}", thresholds.size()));
   }
   DataBar bar;
   bar.minimum = std::move(thresholds[0]);
   bar.maximum = std::move(thresholds[1]);
-  bar.minLength = readLength(element, "minLength", bar.minLength);
-  bar.maxLength = std::max(bar.minLength, readLength(element, "maxLength", bar.maxLength));
-  bar.showValue = readFlag(element, "showValue", true) && (first == nullptr || first->showValue);
+  readLengths(element, bar, faults);
+  bar.showValue =
+      readFlag(element, "showValue", true, faults) && (first == nullptr || first->showValue);
   bar.fill = readColour(element, isLaterForm ? "fillColor" : "color", palette);
   if (!bar.fill && first != nullptr) {
     bar.fill = first->fill;
   }
   if (isLaterForm) {
-    readBarAppearance(element, palette, bar);
+    readBarAppearance(element, palette, bar, faults);
   }
   return bar;
 }
@@ -206,17 +233,18 @@ Visuals::Icon readOwnIcon(pugi::xml_node element) {
   return {name, isDrawn ? static_cast<unsigned>(*index) : 0};
 }
 
-IconSet readIconSet(pugi::xml_node element, IconSet const* first) {
+IconSet readIconSet(pugi::xml_node element, IconSet const* first, Faults& faults) {
   IconSet set;
   set.name = readIconSetName(element);
-  set.steps = readThresholds(element);
-  set.isReversed = readFlag(element, "reverse", false);
-  set.showValue = readFlag(element, "showValue", true) && (first == nullptr || first->showValue);
+  set.steps = readThresholds(element, faults);
+  set.isReversed = readFlag(element, "reverse", false, faults);
+  set.showValue =
+      readFlag(element, "showValue", true, faults) && (first == nullptr || first->showValue);
   if (set.steps.size() != countIcons(set.name)) {
     throw UnresolvedRule(fmt::format("the set {} has {} icons, and the rule {} thresholds",
                                      toText(set.name), countIcons(set.name), set.steps.size()));
   }
-  if (readFlag(element, "custom", false)) {
+  if (readFlag(element, "custom", false, faults)) {
     for (pugi::xml_node const icon : listChildren(element, "cfIcon")) {
       set.ownIcons.push_back(readOwnIcon(icon));
     }
@@ -243,17 +271,18 @@ bool isVisual(std::string_view type) noexcept {
   return type == "colorScale" || type == "dataBar" || type == "iconSet";
 }
 
-VisualKind readVisual(pugi::xml_node rule, Palette& palette, VisualKind const* first) {
+VisualKind readVisual(pugi::xml_node rule, Palette& palette, VisualKind const* first,
+                      std::vector<std::string>& faults) {
   std::string_view const type = rule.attribute("type").value();
   pugi::xml_node const drawing = findDrawing(rule, type);
   bool const isLaterForm = localName(rule) != rule.name();
   if (type == "colorScale") {
-    return readColourScale(drawing, palette);
+    return readColourScale(drawing, palette, faults);
   }
   if (type == "dataBar") {
-    return readDataBar(drawing, isLaterForm, palette, std::get_if<DataBar>(first));
+    return readDataBar(drawing, isLaterForm, palette, std::get_if<DataBar>(first), faults);
   }
-  return readIconSet(drawing, std::get_if<IconSet>(first));
+  return readIconSet(drawing, std::get_if<IconSet>(first), faults);
 }
 
 }  // namespace Zorv::Workbook

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include <pugixml.hpp>
 
@@ -19,7 +21,11 @@ namespace Zorv::Workbook {
 /// `first` is what the rule's element of the main list draws, of the same type, where this is its
 /// part in the extension list; else null. The part decides. Colours that it lacks are those of the
 /// first, and a value is hidden if one of them hides it.
+///
+/// `faults` gets what is wrong with attributes that count as something else than they say, as the
+/// ends of sentences about the rule.
 [[nodiscard]] Visuals::VisualKind readVisual(pugi::xml_node rule, Palette& palette,
-                                             Visuals::VisualKind const* first);
+                                             Visuals::VisualKind const* first,
+                                             std::vector<std::string>& faults);
 
 }  // namespace Zorv::Workbook

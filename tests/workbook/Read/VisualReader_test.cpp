@@ -273,5 +273,61 @@ INSTANTIATE_TEST_SUITE_P(
                       "</iconSet></cfRule>",
                       "the set 3Flags has no icon \"3\""}));
 
+struct FaultyVisual {
+  char const* rule;
+  std::vector<char const*> findings;
+};
+
+class FaultyVisuals : public testing::TestWithParam<FaultyVisual> {};
+
+TEST_P(FaultyVisuals, AreReadAndTold) {
+  Document const document = WorkbookBuilder().setSheet("", GetParam().rule).load();
+  EXPECT_NE(document.getRules().at(0).visual, nullptr);
+  std::vector<std::string> messages;
+  for (Finding const& finding : document.getFindings()) {
+    EXPECT_EQ(finding.sheet, "Sheet1");
+    EXPECT_EQ(finding.range, "A1:A9");
+    messages.push_back(finding.message);
+  }
+  EXPECT_THAT(messages, testing::ElementsAreArray(GetParam().findings));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    VisualReader, FaultyVisuals,
+    testing::Values(
+        FaultyVisual{"<conditionalFormatting sqref='A1:A9'><cfRule type='dataBar' priority='1'>"
+                     "<dataBar showValue='maybe' minLength='-5' maxLength='250'><cfvo type='min'/>"
+                     "<cfvo type='max' gte='2'/></dataBar></cfRule></conditionalFormatting>",
+                     {"rule 0 has gte=\"2\", which is neither true nor false; it counts as true",
+                      "rule 0 has minLength=\"-5\", which is not from 0 to 100; it counts as 0",
+                      "rule 0 has maxLength=\"250\", which is not from 0 to 100; it counts as 100",
+                      "rule 0 has showValue=\"maybe\", which is neither true nor false; it counts "
+                      "as true"}},
+        FaultyVisual{"<conditionalFormatting sqref='A1:A9'><cfRule type='dataBar' priority='1'>"
+                     "<dataBar minLength='60' maxLength='40'><cfvo type='min'/><cfvo type='max'/>"
+                     "</dataBar></cfRule></conditionalFormatting>",
+                     {"rule 0 has a maxLength of 40 below its minLength of 60; both count as 60"}},
+        FaultyVisual{"<conditionalFormatting sqref='A1:A9'><cfRule type='iconSet' priority='1'>"
+                     "<iconSet reverse='so' custom='or'><cfvo type='min'/><cfvo type='percent' "
+                     "val='33'/><cfvo type='percent' val='67'/></iconSet></cfRule>"
+                     "</conditionalFormatting>",
+                     {"rule 0 has reverse=\"so\", which is neither true nor false; it counts as "
+                      "false",
+                      "rule 0 has custom=\"or\", which is neither true nor false; it counts as "
+                      "false"}}));
+
+TEST_F(VisualReaderTest, FaultsOfThePartInTheExtensionListAreThoseOfTheRule) {
+  load(mainList(firstPart("dataBar",
+                          "<dataBar><cfvo type='min'/><cfvo type='max'/>"
+                          "<color rgb='FF00FF00'/></dataBar>")) +
+       extensionList("<n:cfRule type='dataBar' id='{A}'><n:dataBar gradient='no' border='x'>"
+                     "<n:cfvo type='autoMin'/><n:cfvo type='autoMax'/></n:dataBar></n:cfRule>"));
+  ASSERT_EQ(_document.getFindings().size(), 2U);
+  EXPECT_EQ(_document.getFindings()[0].message,
+            "rule 0 has gradient=\"no\", which is neither true nor false; it counts as true");
+  EXPECT_EQ(_document.getFindings()[1].message,
+            "rule 0 has border=\"x\", which is neither true nor false; it counts as false");
+}
+
 }  // namespace
 }  // namespace Zorv::Workbook
