@@ -94,6 +94,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Tracing/NodeChoice.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Tracing/Observers.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Tracing/ObservingFunctions.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Tracing/TraceWriter.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Tracing/ValueSummary.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Values/Arena.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Values/Arrays.cpp

@@ -67,9 +67,10 @@ struct TraceLimits {
 /// Evaluates an expression as calcShiftedExpr() does, and tells the value of each of its
 /// sub-expressions, but for constants.
 ///
-/// What is not evaluated, such as the branch of an IF that is not taken, is not in the trace. Nor
-/// are the bodies of functions that LAMBDA makes, nor the formulas of defined names. A
-/// sub-expression that is evaluated more than once is told once.
+/// What is not evaluated, such as the branch of an IF that is not taken, is not in the trace. The
+/// formula of a defined name is told below the name, the body of a LAMBDA below the LAMBDA. A
+/// sub-expression that is evaluated more than once, as such a body is, is told once: with its first
+/// value.
 ///
 /// The evaluation is the engine's own: the formula gets an observer around each sub-expression. So
 /// an evaluation without a trace costs nothing for it. Throws what WorkBudget::spend() throws, and

@@ -14,8 +14,8 @@ public:
   ValueObserver(ValueObserver const&) = delete;
   ValueObserver& operator=(ValueObserver const&) = delete;
 
-  /// `node` is the index of the observing call. The value is valid during the call.
-  virtual void observe(std::uint32_t node, Value const& value) = 0;
+  /// `id` is the identity of the observing call. The value is valid during the call.
+  virtual void observe(std::uint32_t id, Value const& value) = 0;
 
 protected:
   ~ValueObserver() = default;

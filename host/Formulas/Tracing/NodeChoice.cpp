@@ -31,10 +31,8 @@ public:
 
 private:
   void visit(std::uint32_t node) {
-    if (isLambda(node)) {
-      return;  // its body has values in its calls alone
-    }
-    if (hasOwnValue(node)) {
+    // A function is no value to tell: its body has values, in the calls.
+    if (hasOwnValue(node) && !isLambda(node)) {
       if (_chosenCount == _limits.steps || _choice.depths[node] > _limits.depth) {
         _choice.isCut = true;
         return;
@@ -43,7 +41,8 @@ private:
       ++_chosenCount;
     }
     forEachArgument(_parts, node, [&](std::uint32_t argument, std::uint32_t position) {
-      if (hasValue(node, position)) {
+      bool const isCallee = _parts.nodes[node].kind == NodeKind::Call && position == 0;
+      if (isCallee ? isLambda(argument) : hasValue(node, position)) {
         _choice.depths[argument] = _choice.depths[node] + 1;
         _next.push_back(argument);
       }
@@ -67,16 +66,18 @@ private:
   }
 
   /// False for what is in the place of an argument and is not evaluated to a value: the names of
-  /// LET, the function that is called, a reference of which the place is asked, elements of arrays.
+  /// LET and LAMBDA, a reference of which the place is asked, elements of arrays.
   [[nodiscard]] bool hasValue(std::uint32_t node, std::uint32_t position) const {
     Node const& entry = _parts.nodes[node];
     auto const* const traits = findTraits(entry);
+    if (isLambda(node)) {
+      return position + 1 == entry.argumentCount;
+    }
     if (traits != nullptr && traits->bindsNames) {
       return position % 2 == 1 || position + 1 == entry.argumentCount;
     }
     bool const isPlace = traits != nullptr && traits->asksPlaceOfFirst && position == 0;
-    bool const isCallee = entry.kind == NodeKind::Call && position == 0;
-    return !isPlace && !isCallee && entry.kind != NodeKind::ArrayConstant;
+    return !isPlace && entry.kind != NodeKind::ArrayConstant;
   }
 
   ExprParts const& _parts;

@@ -39,10 +39,11 @@ NewIndices makeRoom(ExprParts const& parts, std::vector<bool> const& isObserved)
 
 }  // namespace
 
-ObservedFormula addObservers(ExprParts const& parts, std::vector<bool> const& isObserved) {
+ExprParts addObservers(ExprParts const& parts, std::vector<bool> const& isObserved,
+                       std::uint32_t firstId) {
   auto const [own, outer, parent, count] = makeRoom(parts, isObserved);
-  ObservedFormula observed{parts, std::vector<std::uint32_t>(count, noIndex)};
-  observed.parts.nodes.resize(count);
+  ExprParts observed = parts;
+  observed.nodes.resize(count);
   for (std::uint32_t node = 0; node < parts.nodes.size(); ++node) {
     Node entry = parts.nodes[node];
     if (entry.firstArgument != noIndex) {
@@ -52,15 +53,15 @@ ObservedFormula addObservers(ExprParts const& parts, std::vector<bool> const& is
       entry.next = entry.next == parent[node] ? own[entry.next] : outer[entry.next];
     }
     if (isObserved[node]) {
-      observed.parts.nodes[outer[node]] = {.kind = NodeKind::Function,
-                                           .function = getObservingFunction(),
-                                           .argumentCount = 1,
-                                           .firstArgument = own[node],
-                                           .next = entry.next};
-      observed.observedNode[outer[node]] = node;
+      observed.nodes[outer[node]] = {.kind = NodeKind::Function,
+                                     .function = getObservingFunction(),
+                                     .argumentCount = 1,
+                                     .firstArgument = own[node],
+                                     .next = entry.next,
+                                     .number = static_cast<double>(firstId + node)};
       entry.next = outer[node];
     }
-    observed.parts.nodes[own[node]] = entry;
+    observed.nodes[own[node]] = entry;
   }
   return observed;
 }

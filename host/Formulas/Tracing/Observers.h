@@ -7,15 +7,11 @@
 
 namespace Zorv::Formulas {
 
-/// A formula with observing calls around some nodes; see observingFunctions().
-struct ObservedFormula {
-  DOM::FormulaSyntaxTree::ExprParts parts;
-  std::vector<std::uint32_t> observedNode;  ///< by observing call: the node in the plain formula
-};
-
-/// Puts observing calls around the nodes for which `isObserved[node]` holds. The formula keeps its
-/// value. Linear.
-[[nodiscard]] ObservedFormula addObservers(DOM::FormulaSyntaxTree::ExprParts const& parts,
-                                           std::vector<bool> const& isObserved);
+/// The formula with observing calls around the nodes for which `isObserved[node]` holds; see
+/// observingFunctions(). It keeps its value. The call around a node has the identity `firstId` plus
+/// the node's index. Linear.
+[[nodiscard]] DOM::FormulaSyntaxTree::ExprParts addObservers(
+    DOM::FormulaSyntaxTree::ExprParts const& parts, std::vector<bool> const& isObserved,
+    std::uint32_t firstId);
 
 }  // namespace Zorv::Formulas

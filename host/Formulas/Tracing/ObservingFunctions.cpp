@@ -13,7 +13,8 @@ namespace {
 
 Value observe(Call& call) {
   Value const value = call.evaluate(0);
-  call.evaluator().observer()->observe(call.node(), value);
+  double const id = call.frame().nodeAt(call.node()).number;
+  call.evaluator().observer()->observe(static_cast<std::uint32_t>(id), value);
   return value;
 }
 

@@ -108,12 +108,14 @@ TEST_F(TraceExprTest, SumsUpRangesAndArrays) {
   EXPECT_EQ(range->range, (TableRange{0, 0, 9, 2}));
 }
 
-TEST_F(TraceExprTest, TellsTheNamesOfLetButNoBodiesOfFunctions) {
+TEST_F(TraceExprTest, TellsTheNamesOfLetAndTheBodiesOfFunctions) {
   EXPECT_THAT(steps("LET(x,A2,x*x+1)"),
               ElementsAre("A2: 2", "x: 2", "x*x: 4", "x*x+1: 5", "LET(x,A2,x*x+1): 5"));
-  EXPECT_THAT(steps("LAMBDA(a,a+1)(A3)"), ElementsAre("A3: 3", "LAMBDA(a,a+1)(A3): 4"));
+  EXPECT_THAT(steps("LAMBDA(a,a+1)(A3)"),
+              ElementsAre("A3: 3", "a: 3", "a+1: 4", "LAMBDA(a,a+1)(A3): 4"));
   EXPECT_THAT(steps("SUM(MAP(A1:A2,LAMBDA(a,a*10)))"),
-              ElementsAre("A1:A2: 2x1 range 1 2", "MAP(A1:A2,LAMBDA(a,a*10)): 2x1 array 10 20",
+              ElementsAre("A1:A2: 2x1 range 1 2", "a: 1", "a*10: 10",
+                          "MAP(A1:A2,LAMBDA(a,a*10)): 2x1 array 10 20",
                           "SUM(MAP(A1:A2,LAMBDA(a,a*10))): 30"));
 }
 
@@ -121,8 +123,33 @@ TEST_F(TraceExprTest, TellsNeitherConstantsNorPlaces) {
   EXPECT_THAT(steps("TRUE"), IsEmpty());
   EXPECT_THAT(steps("-5%"), IsEmpty());
   EXPECT_THAT(steps("ROW(A3)+{1,2}"), ElementsAre("ROW(A3): 3", "ROW(A3)+{1,2}: 1x2 array 4 5"));
+}
+
+TEST_F(TraceExprTest, TellsTheFormulasOfDefinedNamesBelowThem) {
   document.define("Rate", "Sheet1!$A$3");
-  EXPECT_THAT(steps("Rate*2"), ElementsAre("Rate: 3", "Rate*2: 6"));
+  EXPECT_THAT(steps("Rate*2"), ElementsAre("Sheet1!$A$3: 3", "Rate: 3", "Rate*2: 6"));
+  document.define("Twice", "Sheet1!A1+Rate");
+  auto const traced = trace("Twice>9", 1);
+  EXPECT_THAT(stepsOf(traced), ElementsAre("Sheet1!A2: 2", "Sheet1!$A$3: 3", "Rate: 3",
+                                           "Sheet1!A2+Rate: 5", "Twice: 5", "Twice>9: FALSE"));
+  std::vector<std::uint32_t> depths;
+  for (TraceStep const& step : traced.steps) {
+    depths.push_back(step.depth);
+  }
+  EXPECT_THAT(depths, ElementsAre(3, 4, 3, 2, 1, 0));
+}
+
+TEST_F(TraceExprTest, TellsTheBodyOfANameThatIsCalled) {
+  document.define("Next", "LAMBDA(x,x+1)");
+  EXPECT_THAT(steps("Next(A3)*2"),
+              ElementsAre("A3: 3", "x: 3", "x+1: 4", "Next(A3): 4", "Next(A3)*2: 8"));
+}
+
+TEST_F(TraceExprTest, CutsDefinedNamesThatLeadFurtherThanItsLimits) {
+  document.define("One", "Sheet1!$A$1+Sheet1!$A$2");
+  auto const traced = trace("One+1", 0, {.steps = 2});
+  EXPECT_THAT(stepsOf(traced), ElementsAre("One: 3", "One+1: 4"));
+  EXPECT_TRUE(traced.isCut);
 }
 
 TEST_F(TraceExprTest, TellsEqualSubExpressionsOnce) {
