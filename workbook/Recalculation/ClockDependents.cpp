@@ -51,7 +51,7 @@ bool ClockDependents::begin(std::size_t cell) {
     _candidates.finish(cell);
     return false;
   }
-  if (use.clock) {
+  if (use.clock || use.place) {
     _states[cell] = State::Dependent;
     return false;
   }

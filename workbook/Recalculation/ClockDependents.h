@@ -20,10 +20,10 @@ namespace Zorv::Workbook {
 /// other cells.
 ///
 /// A formula that calls a random function is none of them: its result stays. Nor is one that
-/// depends on itself, or one that cannot be parsed. References that are made at run time, by OFFSET
-/// or INDIRECT, are not followed. The search is depth first; cells that are known not to depend on
-/// the clock are skipped from then on, so that each cell of a range is looked at once, however many
-/// formulas refer to the range.
+/// depends on itself, or one that cannot be parsed. A formula that calls OFFSET or INDIRECT counts
+/// as one of them, since it makes its references at run time: they may lead to any cell. The search
+/// is depth first; cells that are known not to depend on the clock are skipped from then on, so
+/// that each cell of a range is looked at once, however many formulas refer to the range.
 class ClockDependents {
 public:
   /// Borrows everything; the budget may be null. `formulas` are those of the whole document.

@@ -26,8 +26,10 @@ VolatileUse useOfFunction(std::string_view name) noexcept {
   constexpr std::array<std::string_view, 2> clock{"TODAY", "NOW"};
   constexpr std::array<std::string_view, 4> random{"RAND", "RANDBETWEEN", "RANDARRAY",
                                                    "_XLFN.RANDARRAY"};
+  constexpr std::array<std::string_view, 2> place{"OFFSET", "INDIRECT"};
   auto const isName = [name](std::string_view known) { return equalsInUpperCase(name, known); };
-  return {std::ranges::any_of(clock, isName), std::ranges::any_of(random, isName)};
+  return {std::ranges::any_of(clock, isName), std::ranges::any_of(random, isName),
+          std::ranges::any_of(place, isName)};
 }
 
 /// End of a text in quotes that begins at `at`.
@@ -58,6 +60,7 @@ void forEachWord(std::string_view formula, Visit const& visit) {
 void include(VolatileUse use, VolatileUse& target) noexcept {
   target.clock = target.clock || use.clock;
   target.random = target.random || use.random;
+  target.place = target.place || use.place;
 }
 
 }  // namespace

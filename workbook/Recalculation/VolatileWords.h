@@ -13,6 +13,7 @@ namespace Zorv::Workbook {
 struct VolatileUse {
   bool clock = false;   ///< TODAY or NOW
   bool random = false;  ///< RAND, RANDBETWEEN or RANDARRAY
+  bool place = false;   ///< OFFSET or INDIRECT, whose references are made at run time
 
   friend bool operator==(VolatileUse const&, VolatileUse const&) noexcept = default;
 };

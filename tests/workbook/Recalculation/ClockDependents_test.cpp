@@ -144,6 +144,20 @@ TEST_F(ClockCells, ThatCannotBeCalculatedKeepTheResultOfTheFileAndAreTold) {
             "the formula has functions that are not known: UNHEARD");
 }
 
+TEST_F(ClockCells, MayBeReachedByReferencesThatAreMadeAtRunTime) {
+  std::string const indirect = stored("B1", "OFFSET(D1,0,-3)+1") +
+                               stored("C1", "INDIRECT(\"A\"&amp;1)+2") + stored("E1", "B1+3");
+  Document const document =
+      WorkbookBuilder().setSheet(row(stored("A1", "TODAY()") + indirect)).load();
+  EXPECT_EQ(describeCell(document, "B1"), "number 46348");
+  EXPECT_EQ(describeCell(document, "C1"), "number 46349");
+  EXPECT_EQ(describeCell(document, "E1"), "number 46351");
+  // Without a clock there is nothing that they could lead to.
+  Document const timeless = WorkbookBuilder().setSheet(row(stored("A1", "5") + indirect)).load();
+  EXPECT_EQ(describeCell(timeless, "B1"), "number 1");
+  EXPECT_THAT(timeless.getFindings(), IsEmpty());
+}
+
 TEST_F(ClockCells, AreOnlyThoseWhoseFormulasCallTheClock) {
   Document const document =
       WorkbookBuilder()
