@@ -26,13 +26,20 @@ PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table co
       _formatRefs(formatRefs),
       _rangeIndex(formatRefs),
       _sequences(formatRefs, styles, sharedObjectFactory),
-      _conditions(formatRefs.size()) {}
+      _conditions(formatRefs.size()),
+      _pointIndexes(formatRefs.size()) {}
 
 FormatIndex PreparedTable::checkFormat(std::size_t format) const {
   if (format >= _conditions.size()) {
     throwNoSuchFormat(format, _conditions.size());
   }
   return static_cast<FormatIndex>(format);
+}
+
+bool PreparedTable::liesInRanges(FormatIndex format, CellIndex cell) const {
+  auto const& index = _pointIndexes[format].getOrCreate(
+      [&] { return std::make_unique<PointIndex const>(_formatRefs[format].first); });
+  return index.contains(cell.getRow().get(), cell.getColumn().get());
 }
 
 std::vector<TableRange> PreparedTable::listRanges() const {

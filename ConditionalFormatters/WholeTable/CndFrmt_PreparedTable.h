@@ -6,6 +6,7 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "ConditionalFormatters/Formats/CndFrmt_PointIndex.h"
 #include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
 #include "ConditionalFormatters/Formats/CndFrmt_StyleSequences.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
@@ -46,6 +47,9 @@ public:
     });
   }
 
+  /// True for a position in the ranges of a format. See PointIndex for the cost.
+  [[nodiscard]] bool liesInRanges(FormatIndex format, CellIndex cell) const;
+
   /// All ranges of all formats.
   [[nodiscard]] std::vector<TableRange> listRanges() const;
 
@@ -56,6 +60,7 @@ private:
   RangeIndex _rangeIndex;
   StyleSequences _sequences;
   std::vector<Lazy<PreparedCondition>> _conditions;  ///< by format
+  std::vector<Lazy<PointIndex>> _pointIndexes;       ///< by format
   mutable std::recursive_mutex _preparation;
   mutable Formulas::LookupCache _lookups;
 };

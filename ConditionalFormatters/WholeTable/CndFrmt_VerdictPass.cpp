@@ -4,7 +4,6 @@
 #include <memory>
 #include <vector>
 
-#include "ConditionalFormatters/Formats/CndFrmt_FormatWalk.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_BlockTasks.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PassWalk.h"
 #include "OfficeUtils/PinnedMoment.h"
@@ -94,7 +93,7 @@ ConditionOperands ConditionAsker::findOperands(DOM::CellInfo const& cellInfo) {
 }
 
 bool ConditionAsker::liesInRanges(DOM::CellInfo const& cellInfo) const {
-  return holdsCell(_table.getFormatRefs()[_format].first, cellInfo);
+  return _table.liesInRanges(_format, cellInfo.getCellIndex());
 }
 
 TestedCell ConditionAsker::read(DOM::CellInfo const& cellInfo, bool isInRanges) const {
