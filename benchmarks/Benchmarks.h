@@ -3,6 +3,7 @@
 /// Each adds the benchmarks of one subject to those that are run.
 namespace Zorv::Benchmarks {
 
+void registerAnalysis();
 void registerCellCache();
 void registerLoader();
 void registerMemory();

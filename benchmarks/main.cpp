@@ -7,6 +7,7 @@ int main(int argumentCount, char** arguments) {
   if (benchmark::ReportUnrecognizedArguments(argumentCount, arguments)) {
     return 2;
   }
+  Zorv::Benchmarks::registerAnalysis();
   Zorv::Benchmarks::registerCellCache();
   Zorv::Benchmarks::registerLoader();
   Zorv::Benchmarks::registerMemory();

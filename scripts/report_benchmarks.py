@@ -59,13 +59,24 @@ def report_whole_tables(times, counters):
     return lines
 
 
-def report_visuals(times):
+def report_visuals(times, counters):
     lines = ["| one visual format | ns per cell, 100,000 cells | 1,000,000 cells | "
-             "thresholds known, 100,000 cells | 1,000,000 cells |", "|---|---|---|---|---|"]
+             "thresholds known, 100,000 cells | 1,000,000 cells | two threads over one |",
+             "|---|---|---|---|---|---|"]
     for kind in ("scale", "bar", "icons"):
         cells = [times[f"visual/{kind}{which}/{size}"] / size
                  for which in ("", "Again") for size in (100000, 1000000)]
-        lines.append(f"| {kind} | " + " | ".join(f"{cell:.0f}" for cell in cells) + " |")
+        turns = counters[f"threads/visual/{kind}/1000000"]
+        lines.append(f"| {kind} | " + " | ".join(f"{cell:.0f}" for cell in cells) +
+                     f" | {turns['withOne'] / turns['withTwo']:.2f} |")
+    return lines
+
+
+def report_analysis(times):
+    lines = ["| question about a workbook | ms, 10,000 cells | 100,000 cells |", "|---|---|---|"]
+    for question in ("explain", "check", "tidy", "diff"):
+        small, large = (times[f"analysis/{question}/{size}"] / 1e6 for size in (10000, 100000))
+        lines.append(f"| {question} | {small:.1f} | {large:.1f} |")
     return lines
 
 
@@ -105,7 +116,8 @@ def report(context, times, counters):
     load = "load/numbers/1000000"
     lines = [f"Measured on {context['date'][:10]}: {context['num_cpus']} cores of "
              f"{context['mhz_per_cpu']} MHz.", ""]
-    lines += report_whole_tables(times, counters) + [""] + report_visuals(times) + [""]
+    lines += report_whole_tables(times, counters) + [""] + report_visuals(times, counters) + [""]
+    lines += report_analysis(times) + [""]
     lines += report_pictures(times, counters) + [""]
     lines += report_cache(times) + [""]
     lines += report_memory(counters)
