@@ -155,6 +155,10 @@ std::string describeCondition(Workbook::Rule const& rule) {
                      : describeType(rule.type);
 }
 
+std::string listRanges(Workbook::Rule const& rule) {
+  return rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges);
+}
+
 std::string describeRanges(Workbook::Rule const& rule) {
   constexpr std::size_t longest = 40;
   if (rule.ranges.empty()) {

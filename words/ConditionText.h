@@ -22,6 +22,9 @@ namespace Zorv::Words {
 /// of a visual rule; the name of its kind if the rule is not resolved.
 [[nodiscard]] std::string describeCondition(Workbook::Rule const& rule);
 
+/// All of a rule's ranges, for programs; as they are written if they cannot be read.
+[[nodiscard]] std::string listRanges(Workbook::Rule const& rule);
+
 /// A rule's ranges; the first and the number of the others if the list is long. Ranges that cannot
 /// be read are shortened.
 [[nodiscard]] std::string describeRanges(Workbook::Rule const& rule);

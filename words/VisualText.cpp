@@ -180,4 +180,17 @@ std::string describeDrawing(Visuals::VisualKind const& kind) {
   return std::visit(DrawingDescriber(), kind);
 }
 
+std::string describeWholeDrawing(Visuals::VisualKind const& kind) {
+  std::string text = describeDrawing(kind);
+  if (auto const* const bar = std::get_if<DataBar>(&kind)) {
+    append(text, fmt::format("{} to {} % long", bar->minLength, bar->maxLength));
+    if (bar->negativeBorder) {
+      append(text, "negative border" + colourWord(bar->negativeBorder));
+    }
+    append(text, fmt::format("axis {}{}", toText(bar->axis), colourWord(bar->axisColour)));
+    append(text, fmt::format("direction {}", toText(bar->direction)));
+  }
+  return text;
+}
+
 }  // namespace Zorv::Words

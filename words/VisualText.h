@@ -24,4 +24,7 @@ namespace Zorv::Words {
 /// `icons 3Arrows, reversed`.
 [[nodiscard]] std::string describeDrawing(Visuals::VisualKind const& kind);
 
+/// The same with all details, such as the lengths of bars and the colours of their axis.
+[[nodiscard]] std::string describeWholeDrawing(Visuals::VisualKind const& kind);
+
 }  // namespace Zorv::Words

@@ -8,29 +8,6 @@
 
 namespace Zorv::Workbook {
 
-namespace {
-
-/// Adds the parts of `range` that lie outside of `hole`.
-void subtract(TableRange const& range, TableRange const& hole, std::vector<TableRange>& parts) {
-  TableRange const shared = intersect(range, hole);
-  if (shared.isEmpty()) {
-    parts.push_back(range);
-    return;
-  }
-  for (TableRange const& part : {
-           TableRange{range.firstRow, range.firstColumn, shared.firstRow, range.endColumn},
-           TableRange{shared.endRow, range.firstColumn, range.endRow, range.endColumn},
-           TableRange{shared.firstRow, range.firstColumn, shared.endRow, shared.firstColumn},
-           TableRange{shared.firstRow, shared.endColumn, shared.endRow, range.endColumn},
-       }) {
-    if (!part.isEmpty()) {
-      parts.push_back(part);
-    }
-  }
-}
-
-}  // namespace
-
 CellIndex findBaseCell(std::vector<TableRange> const& ranges) {
   TableRange const bounds = findBounds(ranges);
   return {RowIndex(bounds.firstRow), ColumnIndex(bounds.firstColumn)};
@@ -54,7 +31,8 @@ std::vector<TableRange> makeDisjoint(std::vector<TableRange> const& ranges, std:
     for (TableRange const& taken : result) {
       parts.clear();
       for (TableRange const& part : rest) {
-        subtract(part, taken, parts);
+        auto const outside = subtract(part, taken);
+        parts.insert(parts.end(), outside.begin(), outside.end());
       }
       rest.swap(parts);
     }
@@ -66,21 +44,18 @@ std::vector<TableRange> makeDisjoint(std::vector<TableRange> const& ranges, std:
   return result;
 }
 
-bool isCovered(std::vector<TableRange> const& ranges, std::vector<TableRange> const& cover,
-               std::size_t mostParts) {
-  std::vector<TableRange> rest = ranges;
-  std::vector<TableRange> parts;
-  for (TableRange const& taken : cover) {
-    parts.clear();
-    for (TableRange const& part : rest) {
-      subtract(part, taken, parts);
-    }
-    rest.swap(parts);
-    if (rest.empty() || rest.size() > mostParts) {
-      break;
-    }
+std::vector<TableRange> subtract(TableRange const& range, TableRange const& hole) {
+  TableRange const shared = intersect(range, hole);
+  if (shared.isEmpty()) {
+    return {range};
   }
-  return rest.empty();
+  std::vector<TableRange> parts{
+      {range.firstRow, range.firstColumn, shared.firstRow, range.endColumn},
+      {shared.endRow, range.firstColumn, range.endRow, range.endColumn},
+      {shared.firstRow, range.firstColumn, shared.endRow, shared.firstColumn},
+      {shared.firstRow, shared.endColumn, shared.endRow, range.endColumn}};
+  std::erase_if(parts, [](TableRange const& part) { return part.isEmpty(); });
+  return parts;
 }
 
 std::string toAbsoluteAddress(TableRange const& range) {

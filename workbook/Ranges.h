@@ -22,11 +22,8 @@ namespace Zorv::Workbook {
 [[nodiscard]] std::vector<TableRange> makeDisjoint(std::vector<TableRange> const& ranges,
                                                    std::size_t most);
 
-/// True if every position of `ranges` is in one of `cover`. False, too, if the part that is not
-/// covered yet falls into more than `mostParts` ranges meanwhile. Takes up to `mostParts` steps for
-/// each range of `cover`.
-[[nodiscard]] bool isCovered(std::vector<TableRange> const& ranges,
-                             std::vector<TableRange> const& cover, std::size_t mostParts);
+/// The parts of `range` that lie outside of `hole`, up to four.
+[[nodiscard]] std::vector<TableRange> subtract(TableRange const& range, TableRange const& hole);
 
 /// `$A$1:$B$9`, also for a single cell: `$A$1:$A$1`.
 [[nodiscard]] std::string toAbsoluteAddress(TableRange const& range);

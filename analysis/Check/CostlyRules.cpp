@@ -7,7 +7,7 @@
 
 #include "DOM/A1Notation.h"
 #include "analysis/Check/ReferenceChecks.h"
-#include "analysis/Shared/ConditionKey.h"
+#include "workbook/ConditionFormulas.h"
 #include "workbook/Ranges.h"
 
 namespace Zorv::Analysis {
@@ -135,7 +135,7 @@ void addQuadraticFormula(CheckedSheet const& sheet, CheckedRule const& rule,
     cells += positionsOf(intersect(range, sheet.getUsedRange()));
   }
   std::uint64_t perCell = 0;
-  for (Expr const* const formula : listFormulas(rule.getCondition())) {
+  for (Expr const* const formula : Workbook::listFormulas(rule.getCondition())) {
     perCell = std::max(perCell, LargestRange(formula->getParts(), sheet.getUsedRange()).find());
   }
   double const reads = static_cast<double>(cells) * static_cast<double>(perCell);

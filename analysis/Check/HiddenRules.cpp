@@ -1,6 +1,7 @@
 #include "analysis/Check/HiddenRules.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <span>
 #include <string>
@@ -12,7 +13,9 @@
 #include <fmt/format.h>
 
 #include "analysis/Check/ConditionFate.h"
+#include "analysis/Check/HiddenVisuals.h"
 #include "analysis/Check/ValueDomain.h"
+#include "analysis/Shared/RangeSets.h"
 #include "workbook/Ranges.h"
 
 namespace Zorv::Analysis {
@@ -23,15 +26,9 @@ using Ranges = std::vector<TableRange>;
 
 /// Earlier rules that are compared with a rule, at most.
 constexpr std::size_t mostComparisons = 1'000;
-/// Parts into which the ranges of a rule may fall while those of others are cut out.
-constexpr std::size_t mostParts = 1'000;
-
-/// Ranges of earlier rules that are cut out of those of one rule, at most.
+/// Ranges of earlier rules that are compared with those of one rule, at most.
 constexpr std::size_t mostRanges = 10'000;
-
-bool areCovered(Ranges const& ranges, Ranges const& cover) {
-  return !cover.empty() && Workbook::isCovered(ranges, cover, mostParts);
-}
+constexpr std::uint64_t mostRangeComparisons = 1'000'000;
 
 /// What earlier rules take from a rule, and which rules they are.
 class Shadow {
@@ -55,19 +52,19 @@ public:
 
   [[nodiscard]] std::vector<std::size_t> const& getRules() const noexcept { return _rules; }
 
-  [[nodiscard]] bool stops(CheckedRule const& rule) const {
-    return areCovered(rule.rule->ranges, _stopped);
+  [[nodiscard]] bool stops(CheckedRule const& rule, StepCounter& steps) const {
+    return covers(_stopped, rule.rule->ranges, steps, mostRangeComparisons);
   }
 
   /// True if nothing that the rule sets is left to it.
-  [[nodiscard]] bool takesAllOf(CheckedRule const& rule) const {
+  [[nodiscard]] bool takesAllOf(CheckedRule const& rule, StepCounter& steps) const {
     return std::ranges::all_of(rule.properties, [&](std::string_view property) {
       auto const found = _taken.find(property);
       Ranges cover = _stopped;
       if (found != _taken.end()) {
         cover.insert(cover.end(), found->second.begin(), found->second.end());
       }
-      return areCovered(rule.rule->ranges, cover);
+      return covers(cover, rule.rule->ranges, steps, mostRangeComparisons);
     });
   }
 
@@ -95,6 +92,7 @@ public:
       }
       add({&rules[i], std::move(domain)}, fate && fate->holds, isDead);
     }
+    addHiddenVisuals(_sheet, _always, _steps, _findings);
   }
 
 private:
@@ -125,9 +123,10 @@ private:
     }
     Shadow const shadow = findShadow(rule, domain);
     _steps.count(shadow.getRules().size() * (1 + rule.properties.size()));
-    if (shadow.stops(rule)) {
+    if (shadow.stops(rule, _steps)) {
       report(CheckCode::HiddenRule, rule, shadow.getRules(), "they stop wherever it holds");
-    } else if (!rule.properties.empty() && !rule.rule->stopIfTrue && shadow.takesAllOf(rule)) {
+    } else if (!rule.properties.empty() && !rule.rule->stopIfTrue &&
+               shadow.takesAllOf(rule, _steps)) {
       report(CheckCode::HiddenRule, rule, shadow.getRules(),
              "they set the same properties wherever it holds");
     }

@@ -4,7 +4,7 @@
 
 #include "FormulaModel/FormulaValue.h"
 #include "analysis/Check/ReferenceChecks.h"
-#include "analysis/Shared/ConditionKey.h"
+#include "workbook/ConditionFormulas.h"
 
 namespace Zorv::Analysis {
 
@@ -19,12 +19,14 @@ bool refersToDeletedCells(Workbook::Rule const& rule) {
   if (rule.format == nullptr) {
     return false;
   }
-  return std::ranges::any_of(listFormulas(rule.format->getOperator()), [](Expr const* formula) {
-    return std::ranges::any_of(formula->getParts().nodes, [](Node const& node) {
-      return node.kind == NodeKind::Error &&
-             node.index == static_cast<std::uint32_t>(FormulaModel::FormulaErrorCode::Reference);
-    });
-  });
+  return std::ranges::any_of(
+      Workbook::listFormulas(rule.format->getOperator()), [](Expr const* formula) {
+        return std::ranges::any_of(formula->getParts().nodes, [](Node const& node) {
+          return node.kind == NodeKind::Error &&
+                 node.index ==
+                     static_cast<std::uint32_t>(FormulaModel::FormulaErrorCode::Reference);
+        });
+      });
 }
 
 std::string listDoubts(Workbook::Rule const& rule) {

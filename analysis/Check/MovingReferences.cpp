@@ -8,7 +8,7 @@
 #include "DOM/A1Notation.h"
 #include "FormulaModel/FormulaValueAccess.h"
 #include "analysis/Check/ReferenceChecks.h"
-#include "analysis/Shared/ConditionKey.h"
+#include "workbook/ConditionFormulas.h"
 #include "workbook/Ranges.h"
 
 namespace Zorv::Analysis {
@@ -51,7 +51,7 @@ public:
         _base(Workbook::findBaseCell(_rule.ranges)) {}
 
   void run() {
-    for (Expr const* const formula : listFormulas(_condition)) {
+    for (Expr const* const formula : Workbook::listFormulas(_condition)) {
       for (CellReference const& reference : formula->getParts().references) {
         if (reference.isRelative() && !isWholeRowOrColumn(reference)) {
           checkEdges(reference);

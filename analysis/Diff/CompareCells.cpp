@@ -118,7 +118,7 @@ DOM::CellStyle const& styleOf(CellLook const& look) noexcept {
 
 bool isSameBar(Visuals::ShownBar const& a, Visuals::ShownBar const& b) noexcept {
   return a.extent == b.extent && a.getFill() == b.getFill() && a.getBorder() == b.getBorder() &&
-         a.bar->isGradient == b.bar->isGradient &&
+         a.bar->isGradient == b.bar->isGradient && a.bar->direction == b.bar->direction &&
          (!a.extent.axis || a.bar->axisColour == b.bar->axisColour);
 }
 
@@ -139,6 +139,22 @@ bool isSameVisuals(Visuals::CellVisuals const& a, Visuals::CellVisuals const& b)
          });
 }
 
+/// What lies inside some bounds; everything if there are none.
+Areas clip(Areas areas, std::vector<TableRange> const& bounds) {
+  if (bounds.empty()) {
+    return areas;
+  }
+  Areas clipped;
+  for (TableRange const& bound : bounds) {
+    for (TableRange const& area : areas) {
+      if (TableRange const inside = intersect(area, bound); !inside.isEmpty()) {
+        clipped.push_back(inside);
+      }
+    }
+  }
+  return clipped;
+}
+
 }  // namespace
 
 bool isSameLook(CellLook const& a, CellLook const& b) noexcept {
@@ -149,7 +165,9 @@ bool isSameLook(CellLook const& a, CellLook const& b) noexcept {
 std::uint64_t compareSheets(DocumentVersion const& first, std::size_t firstSheet,
                             DocumentVersion const& second, std::size_t secondSheet,
                             CompareOptions const& options, DifferenceVisitor const& visitor) {
-  Areas areas = findComparedAreas({first.document, firstSheet}, {second.document, secondSheet});
+  Areas areas =
+      clip(findComparedAreas({first.document, firstSheet}, {second.document, secondSheet}),
+           options.ranges);
   if (areas.empty()) {
     return 0;
   }

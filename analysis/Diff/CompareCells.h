@@ -4,11 +4,13 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "DOM/SharedStyle.h"
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/TimeZone.h"
 #include "Utils/CellIndex.h"
+#include "Utils/TableRange.h"
 #include "Utils/WorkBudget.h"
 #include "visuals/CellVisuals.h"
 #include "workbook/Document.h"
@@ -26,7 +28,8 @@ struct CompareOptions {
   std::string localeName = "en-US";
   DOM::TimeZone timeZone = {};
   unsigned threadCount = 1;
-  WorkBudget* budget = nullptr;  ///< borrowed; null for no bound
+  WorkBudget* budget = nullptr;         ///< borrowed; null for no bound
+  std::vector<TableRange> ranges = {};  ///< nothing outside is compared; none: everything is
 };
 
 /// What the conditional formats give a cell.

@@ -14,8 +14,9 @@
 
 #include "DOM/A1Notation.h"
 #include "DOM/CellStyle.h"
-#include "analysis/Diff/ConditionIds.h"
-#include "workbook/DocumentContextProvider.h"
+#include "analysis/Diff/VisualForm.h"
+#include "analysis/Shared/ConditionKey.h"
+#include "workbook/Ranges.h"
 
 namespace Zorv::Analysis {
 
@@ -32,6 +33,7 @@ struct RuleEntry {
   std::size_t condition = 0;
   std::string ranges;
   std::size_t style = 0;
+  VisualForm visual;
   std::size_t partner = noPartner;  ///< index in the other version
   bool hasMoved = false;
 };
@@ -52,19 +54,32 @@ DOM::CellStyle styleOfRule(Document const& document, Rule const& rule) {
   return style;
 }
 
+/// Equal for rules whose conditions say the same on each cell; for visual rules of one kind.
+std::string makeKey(Rule const& rule) {
+  std::string key = rule.type + ' ' + rule.operatorText + ' ';
+  if (rule.format != nullptr) {
+    return key + makeConditionKey(rule.format->getOperator(), Workbook::findBaseCell(rule.ranges));
+  }
+  key += rule.visual != nullptr ? "drawn" : "not resolved";
+  for (std::string const& formula : rule.formulas) {
+    key += '\n';
+    key += formula;
+  }
+  return key;
+}
+
 /// Makes entries of the rules of two versions, with numbers that both share.
 class RuleEntryMaker {
 public:
   [[nodiscard]] RuleEntries make(Document const& document, std::size_t sheet) {
-    Workbook::DocumentContextProvider const provider(document, "en-US", DOM::TimeZone());
-    auto const& context = *provider.getTableContext(*document.getSheets()[sheet].table);
     RuleEntries entries;
     for (Rule const& rule : document.getRulesOfSheet(sheet)) {
       entries.push_back(
           {.rule = &rule,
-           .condition = _conditions.getOrCreate(makeConditionForm(rule, context)),
+           .condition = _conditions.emplace(makeKey(rule), _conditions.size()).first->second,
            .ranges = rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges),
-           .style = findStyleId(styleOfRule(document, rule))});
+           .style = findStyleId(styleOfRule(document, rule)),
+           .visual = rule.visual != nullptr ? makeVisualForm(rule.visual->kind) : VisualForm()});
     }
     std::ranges::stable_sort(entries, {}, [](RuleEntry const& entry) {
       return std::tuple(!entry.rule->priority.has_value(), entry.rule->priority.value_or(0));
@@ -81,7 +96,7 @@ private:
     return _styles.emplace(std::move(style), _styles.size()).first->second;
   }
 
-  ConditionIds _conditions;
+  std::unordered_map<std::string, std::size_t> _conditions;  ///< by key
   std::unordered_map<DOM::CellStyle, std::size_t, StyleHash> _styles;
 };
 
@@ -133,11 +148,16 @@ void markMoved(RuleEntries& entries) {
 
 /// The difference between an entry and its partner, if there is one.
 std::optional<RuleDifference> compareEntries(RuleEntry const& first, RuleEntry const& second) {
-  RuleDifference difference{.first = first.rule,
-                            .second = second.rule,
-                            .aspects = {.ranges = first.ranges != second.ranges,
-                                        .style = first.style != second.style,
-                                        .stop = first.rule->stopIfTrue != second.rule->stopIfTrue}};
+  RuleDifference difference{
+      .first = first.rule,
+      .second = second.rule,
+      .aspects = {.ranges = first.ranges != second.ranges,
+                  .style = first.style != second.style,
+                  .stop = first.rule->stopIfTrue != second.rule->stopIfTrue,
+                  .thresholds = first.visual.thresholds != second.visual.thresholds,
+                  .colours = first.visual.colours != second.visual.colours,
+                  .icons = first.visual.icons != second.visual.icons,
+                  .drawing = first.visual.drawing != second.visual.drawing}};
   if (difference.aspects == RuleAspects()) {
     difference.change = RuleChange::Moved;
     return first.hasMoved ? std::optional(difference) : std::nullopt;
@@ -155,10 +175,13 @@ std::vector<RuleDifference> compareRules(Document const& first, std::size_t firs
   if (!before.empty()) {
     matchBy(
         [](RuleEntry const& entry) {
-          return std::tuple(entry.condition, entry.style, entry.rule->stopIfTrue, entry.ranges);
+          return std::tuple(entry.condition, entry.style, entry.rule->stopIfTrue, entry.ranges,
+                            entry.visual);
         },
         before, after);
     matchBy([](RuleEntry const& entry) { return std::tuple(entry.condition, entry.ranges); },
+            before, after);
+    matchBy([](RuleEntry const& entry) { return std::tuple(entry.condition, entry.visual); },
             before, after);
     matchBy([](RuleEntry const& entry) { return entry.condition; }, before, after);
     markMoved(before);

@@ -20,6 +20,11 @@ struct RuleAspects {
   bool ranges = false;
   bool style = false;
   bool stop = false;
+  // Of colour scales, data bars and icon sets.
+  bool thresholds = false;
+  bool colours = false;
+  bool icons = false;    ///< the set, the rule's own icons, or their order
+  bool drawing = false;  ///< anything else: lengths, axis, direction, fading, whether values show
 
   friend bool operator==(RuleAspects const&, RuleAspects const&) noexcept = default;
 };
@@ -36,7 +41,8 @@ struct RuleDifference {
 /// the first version, then those that were added.
 ///
 /// Rules are the same if their kinds, operators, conditions, ranges, styles and stop flags are, by
-/// value. Formulas are compared by what they say on each cell. Numbers and the numbers of
+/// value. Formulas of conditions are compared by what they say on each cell, those of thresholds as
+/// they are written. Numbers and the numbers of
 /// priorities do not matter, but the order does: the fewest rules that can be taken for moved are.
 /// Cost: n log n for n rules of different conditions.
 [[nodiscard]] std::vector<RuleDifference> compareRules(Workbook::Document const& first,

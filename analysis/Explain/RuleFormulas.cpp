@@ -1,17 +1,15 @@
 #include "analysis/Explain/RuleFormulas.h"
 
 #include <cstddef>
-#include <memory>
 #include <string>
 
-#include <boost/variant/apply_visitor.hpp>
 #include <boost/variant/get.hpp>
-#include <boost/variant/static_visitor.hpp>
 
 #include "DOM/ConditionalFormatOperator.h"
 #include "Formulas/FormulaParseError.h"
 #include "Formulas/ParseExpr.h"
 #include "Formulas/WriteExpr.h"
+#include "workbook/ConditionFormulas.h"
 
 namespace Zorv::Analysis {
 
@@ -31,45 +29,25 @@ std::string findWritten(std::string const& inFile, Expr const& expr) {
   return Formulas::writeExpr(expr);
 }
 
-/// Lists the formulas of each kind of record.
-class FormulaLister : public boost::static_visitor<std::vector<RuleFormula>> {
-public:
-  explicit FormulaLister(Workbook::Rule const& rule) noexcept : _rule(rule) {}
-
-  result_type operator()(DOM::UnaryConditionalFormatOperator const& record) const {
-    return {make(0, record.getArgument())};
+/// The text from which the formula at an index was made, as far as the file has one.
+std::string const& findSource(Workbook::Rule const& rule, std::size_t index) {
+  static std::string const none;
+  // Text rules are written with a helper formula around the formula of their text.
+  if (!rule.needleFormula.empty() &&
+      boost::get<DOM::TextConditionalFormatOperator>(&rule.format->getOperator()) != nullptr) {
+    return rule.needleFormula;
   }
-  result_type operator()(DOM::BinaryConditionalFormatOperator const& record) const {
-    return {make(0, record.getFirstArgument()), make(1, record.getSecondArgument())};
-  }
-  result_type operator()(DOM::TextConditionalFormatOperator const& record) const {
-    auto const* const expr = boost::get<std::unique_ptr<Expr>>(&record.getArgument());
-    if (expr == nullptr) {
-      return {};
-    }
-    // Text rules are written with a helper formula around the formula of their text.
-    return {_rule.needleFormula.empty()
-                ? make(0, **expr)
-                : RuleFormula{findWritten(_rule.needleFormula, **expr), expr->get()}};
-  }
-  template <class Record>
-  result_type operator()(Record const& /*record*/) const {
-    return {};
-  }
-
-private:
-  [[nodiscard]] RuleFormula make(std::size_t index, Expr const& expr) const {
-    bool const isInFile = index < _rule.formulas.size();
-    return {findWritten(isInFile ? _rule.formulas[index] : std::string(), expr), &expr};
-  }
-
-  Workbook::Rule const& _rule;
-};
+  return index < rule.formulas.size() ? rule.formulas[index] : none;
+}
 
 }  // namespace
 
 std::vector<RuleFormula> listFormulas(Workbook::Rule const& rule) {
-  return boost::apply_visitor(FormulaLister(rule), rule.format->getOperator());
+  std::vector<RuleFormula> formulas;
+  for (Expr const* const expr : Workbook::listFormulas(rule.format->getOperator())) {
+    formulas.push_back({findWritten(findSource(rule, formulas.size()), *expr), expr});
+  }
+  return formulas;
 }
 
 }  // namespace Zorv::Analysis

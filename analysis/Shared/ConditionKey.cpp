@@ -10,6 +10,7 @@
 #include <boost/variant/static_visitor.hpp>
 
 #include "DOM/Table.h"
+#include "workbook/ConditionFormulas.h"
 
 namespace Zorv::Analysis {
 
@@ -21,24 +22,6 @@ using DOM::FormulaSyntaxTree::ExprParts;
 using DOM::FormulaSyntaxTree::Node;
 using DOM::FormulaSyntaxTree::NodeKind;
 using DOM::FormulaSyntaxTree::noIndex;
-
-class ConditionFormulaLister : public boost::static_visitor<std::vector<Expr const*>> {
-public:
-  result_type operator()(DOM::UnaryConditionalFormatOperator const& condition) const {
-    return {&condition.getArgument()};
-  }
-  result_type operator()(DOM::BinaryConditionalFormatOperator const& condition) const {
-    return {&condition.getFirstArgument(), &condition.getSecondArgument()};
-  }
-  result_type operator()(DOM::TextConditionalFormatOperator const& condition) const {
-    auto const* const formula = boost::get<std::unique_ptr<Expr>>(&condition.getArgument());
-    return formula == nullptr ? result_type() : result_type{formula->get()};
-  }
-  template <class ConditionWithoutFormulas>
-  result_type operator()(ConditionWithoutFormulas const& /*condition*/) const {
-    return {};
-  }
-};
 
 /// Writes keys. Texts are preceded by their length, so that no two keys run into each other.
 class KeyWriter : public boost::static_visitor<void> {
@@ -158,14 +141,10 @@ private:
 
 }  // namespace
 
-std::vector<Expr const*> listFormulas(DOM::ConditionalFormatOperator const& condition) {
-  return boost::apply_visitor(ConditionFormulaLister(), condition);
-}
-
 std::string makeConditionKey(DOM::ConditionalFormatOperator const& condition, CellIndex base) {
   KeyWriter writer(base);
   boost::apply_visitor(writer, condition);
-  for (Expr const* const formula : listFormulas(condition)) {
+  for (Expr const* const formula : Workbook::listFormulas(condition)) {
     writer.addFormula(*formula);
   }
   return fmt::format("{}:{}", condition.which(), std::move(writer).take());

@@ -1,17 +1,11 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "DOM/ConditionalFormatOperator.h"
-#include "DOM/FormulaSyntaxTree/Expr.h"
 #include "Utils/CellIndex.h"
 
 namespace Zorv::Analysis {
-
-/// The formulas of a condition, in the order of its record. Borrowed from the condition.
-[[nodiscard]] std::vector<DOM::FormulaSyntaxTree::Expr const*> listFormulas(
-    DOM::ConditionalFormatOperator const& condition);
 
 /// A text that is the same for two conditions exactly if they are the same condition, after the
 /// relative references of each have been moved from its `base` cell to a common one. `A1>5` on

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "analysis/Tidy/RangeSets.h"
+#include "analysis/Shared/RangeSets.h"
 #include "analysis/Tidy/SheetMarkup.h"
 
 namespace Zorv::Analysis {

@@ -4,6 +4,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "workbook/Ranges.h"
+
 namespace Zorv::Analysis {
 
 namespace {
@@ -39,7 +41,7 @@ public:
         continue;
       }
       RangeSet const& ranges = rules[rule].ranges;
-      _groups.push_back({rule, {rule}, ranges, findBounds(ranges), ranges.size()});
+      _groups.push_back({rule, {rule}, ranges, Workbook::findBounds(ranges), ranges.size()});
     }
   }
 
@@ -189,7 +191,7 @@ private:
 
   /// True if the leader's formulas can be written for the cells of both groups.
   [[nodiscard]] bool canLead(Group const& leading, Group const& other) const {
-    TableRange const base = findBounds(_rules[leading.leader].ranges);
+    TableRange const base = Workbook::findBounds(_rules[leading.leader].ranges);
     CellIndex const joined = firstCell(leading.bounds, other.bounds);
     bool const isSameBase =
         joined.getRow().get() == base.firstRow && joined.getColumn().get() == base.firstColumn;
@@ -199,7 +201,7 @@ private:
   void absorb(Group& target, Group source) {
     target.members.insert(target.members.end(), source.members.begin(), source.members.end());
     target.ranges.insert(target.ranges.end(), source.ranges.begin(), source.ranges.end());
-    target.bounds = findBounds({target.bounds, source.bounds});
+    target.bounds = Workbook::findBounds({target.bounds, source.bounds});
     // Neighbours become one range before there are many.
     constexpr std::size_t few = 64;
     if (target.ranges.size() > few && target.ranges.size() > 2 * target.unitedCount) {

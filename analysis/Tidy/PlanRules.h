@@ -7,8 +7,8 @@
 
 #include "Utils/CellIndex.h"
 #include "Utils/WorkBudget.h"
+#include "analysis/Shared/RangeSets.h"
 #include "analysis/Tidy/Effect.h"
-#include "analysis/Tidy/RangeSets.h"
 
 // Which rules of a sheet can be put together or dropped without changing the look of any cell,
 // whatever the cells hold.

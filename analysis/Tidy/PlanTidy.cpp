@@ -16,6 +16,7 @@
 #include "workbook/Package/PackageFile.h"
 #include "workbook/Package/PartError.h"
 #include "workbook/Quote.h"
+#include "workbook/Ranges.h"
 #include "workbook/Read/Relationships.h"
 
 namespace Zorv::Analysis {
@@ -51,6 +52,11 @@ std::vector<std::string> readFormats(Archive& archive, Workbook::LoadOptions con
              ? std::vector<std::string>()
              : readDifferentialFormats(readPart(archive, styles->target, options.budget),
                                        styles->target, options.limits);
+}
+
+/// True for a package with digital signatures (ISO/IEC 29500-2, 13).
+bool isSigned(Archive& archive, Workbook::Limits const& limits) {
+  return Workbook::Relationships(archive, "", limits).findKind("origin") != nullptr;
 }
 
 /// Planner of one sheet.
@@ -108,8 +114,8 @@ private:
     plan.joined.push_back(std::move(joined));
     RuleEdit& edit = _edits[_rules[kept.rule].markup->index];
     edit.ranges = kept.ranges;
-    CellIndex const base = findBase(kept.ranges);
-    if (base != findBase(_rules[kept.rule].rule->ranges)) {
+    CellIndex const base = Workbook::findBaseCell(kept.ranges);
+    if (base != Workbook::findBaseCell(_rules[kept.rule].rule->ranges)) {
       edit.formulas = _formulas.moveTo(_rules[kept.rule], base).value();
     }
   }
@@ -141,6 +147,7 @@ public:
         planSheet(sheet, rules.size(), plan);
       }
     }
+    plan.breaksSignature = !plan.changesNothing() && isSigned(_archive, _options.limits);
     return plan;
   }
 

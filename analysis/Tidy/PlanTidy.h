@@ -42,6 +42,9 @@ struct SheetPlan {
 struct TidyPlan {
   std::vector<SheetPlan> sheets;    ///< those with rules, in the document's order
   Workbook::PartContents contents;  ///< new bytes of the sheets that change
+  /// The file has a digital signature, and something changes, so that the signature does not hold
+  /// for the new file.
+  bool breaksSignature = false;
 
   [[nodiscard]] bool changesNothing() const noexcept { return contents.empty(); }
 };

@@ -6,7 +6,7 @@
 #include "Formulas/ParseExpr.h"
 #include "Formulas/ShiftExpr.h"
 #include "Formulas/ShiftFormulaText.h"
-#include "analysis/Tidy/RangeSets.h"
+#include "workbook/Ranges.h"
 #include "workbook/Xml/XmlText.h"
 
 namespace Zorv::Analysis {
@@ -22,7 +22,7 @@ int offsetBetween(unsigned long a, unsigned long b) noexcept {
 }  // namespace
 
 std::optional<RuleFormulas::Exprs> RuleFormulas::read(WrittenRule const& rule) const {
-  CellIndex const base = findBase(rule.rule->ranges);
+  CellIndex const base = Workbook::findBaseCell(rule.rule->ranges);
   Exprs exprs;
   for (std::string const& text : rule.rule->formulas) {
     auto expr = parseAt(text, base);
@@ -36,7 +36,7 @@ std::optional<RuleFormulas::Exprs> RuleFormulas::read(WrittenRule const& rule) c
 
 std::optional<std::vector<std::string>> RuleFormulas::moveTo(WrittenRule const& rule,
                                                              CellIndex base) const {
-  CellIndex const from = findBase(rule.rule->ranges);
+  CellIndex const from = Workbook::findBaseCell(rule.rule->ranges);
   std::vector<std::string> texts;
   for (std::size_t at = 0; at < rule.rule->formulas.size(); ++at) {
     std::string const& formula = rule.rule->formulas[at];
@@ -64,11 +64,6 @@ std::optional<Expr> RuleFormulas::parseAt(std::string const& text, CellIndex bas
   } catch (Formulas::FormulaParseError const&) {
     return std::nullopt;
   }
-}
-
-CellIndex findBase(std::vector<TableRange> const& ranges) noexcept {
-  TableRange const bounds = findBounds(ranges);
-  return CellIndex(RowIndex(bounds.firstRow), ColumnIndex(bounds.firstColumn));
 }
 
 }  // namespace Zorv::Analysis

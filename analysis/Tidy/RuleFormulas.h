@@ -39,7 +39,4 @@ private:
   std::size_t _sheet;
 };
 
-/// The cell that the formulas of a rule with these ranges are written relative to.
-[[nodiscard]] CellIndex findBase(std::vector<TableRange> const& ranges) noexcept;
-
 }  // namespace Zorv::Analysis

@@ -36,6 +36,20 @@ grep -q ', 0 cells different$' "$folder/stdout" || complain "diff: $(cat "$folde
 expect 0 '' diff $fragments $fragments $moment
 [ -s "$folder/stdout" ] && complain "diff of a file with itself prints something"
 
+# Separated values, and some cells alone.
+moments='--now 2026-11-21 --now 2026-11-22'
+expect 1 '' diff examples/demo.xlsx $moments --range Invoices!C9:D9 --format csv
+diff - "$folder/stdout" <<'END' || complain 'diff as separated values'
+what,sheet,cells,rule,then,change,condition,first,second
+cell,Invoices,C9,,,changed,,-,"fill #FFC7CE, text #9C0006"
+cell,Invoices,D9,,,changed,,"fill #FFEB9C, text #7F6000, bold","fill #FFC7CE, text #9C0006"
+END
+expect 0 '' diff examples/demo.xlsx $moments --range Invoices!A1:G4
+expect 1 '' diff $fragments "$folder/out.xlsx" $moment --range H300 --format tsv
+grep -q "^rule	Checklist	G8:P57 G59:P86	22	5	ranges	" "$folder/stdout" ||
+  complain "diff of rules: $(cat "$folder/stdout")"
+grep -q '	13	' "$folder/stdout" && complain 'diff prints rules outside of its range'
+
 # The file itself, a link to it, and other files that are there.
 cp $fragments "$folder/same.xlsx"
 ln -s same.xlsx "$folder/link.xlsx"

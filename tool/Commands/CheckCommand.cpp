@@ -50,7 +50,7 @@ void runCheck(CommandContext const& context) {
       printCheckSarif(context.selection, context.report, findings, context.out);
       break;
     default:
-      printCheckText(context.selection, findings, context.out);
+      printCheckText(context.selection, findings, context.terminal, context.out);
   }
   context.report.setChecked({.errors = countFindings(findings, Severity::Error),
                              .warnings = countFindings(findings, Severity::Warning),

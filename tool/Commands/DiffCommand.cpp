@@ -57,7 +57,9 @@ public:
     auto const& second = _versions.second.getDocument();
     for (auto const& [sheet, partner] : _pairs) {
       for (auto const& difference : Analysis::compareRules(first, sheet, second, partner)) {
-        _output.addRule(difference);
+        if (isSelected(difference)) {
+          _output.addRule(difference);
+        }
       }
     }
     for (auto const& [sheet, partner] : _pairs) {
@@ -65,12 +67,18 @@ public:
                               {.localeName = _options.localeName,
                                .timeZone = _options.timeZone,
                                .threadCount = _options.threadCount,
-                               .budget = &_budget},
+                               .budget = &_budget,
+                               .ranges = _versions.first.getRanges(sheet)},
                               [&](Analysis::CellDifference const& cell) { _output.addCell(cell); });
     }
   }
 
 private:
+  [[nodiscard]] bool isSelected(Analysis::RuleDifference const& difference) const noexcept {
+    return (difference.first != nullptr && _versions.first.contains(*difference.first)) ||
+           (difference.second != nullptr && _versions.second.contains(*difference.second));
+  }
+
   void compareSheetLists() {
     auto const& first = _versions.first.getDocument();
     auto const& second = _versions.second.getDocument();
@@ -95,6 +103,19 @@ private:
   std::vector<std::pair<std::size_t, std::size_t>> _pairs;  ///< of sheets
 };
 
+std::unique_ptr<DiffOutput> makeOutput(VersionPair const& versions, MomentPair const& moments,
+                                       Terminal const& terminal, OutputBuffer& out) {
+  switch (versions.first.getOptions().format) {
+    case OutputFormat::Json:
+      return makeDiffJson(versions, moments, out);
+    case OutputFormat::Csv:
+    case OutputFormat::Tsv:
+      return makeDiffLines(versions, out);
+    default:
+      return makeDiffTable(versions, terminal, out);
+  }
+}
+
 }  // namespace
 
 ExitStatus runDiff(Options const& options, Terminal const& terminal, OutputBuffer& out,
@@ -109,9 +130,7 @@ ExitStatus runDiff(Options const& options, Terminal const& terminal, OutputBuffe
   if (options.files.size() > 1) {
     Report(std::cerr, versions.second).sayFindings();
   }
-  auto const output = options.format == OutputFormat::Json
-                          ? makeDiffJson(versions, {from.moment, to.moment}, out)
-                          : makeDiffTable(versions, terminal, out);
+  auto const output = makeOutput(versions, {from.moment, to.moment}, terminal, out);
   try {
     Comparison(options, versions, *output, budget).run({from.moment, to.moment});
   } catch (...) {

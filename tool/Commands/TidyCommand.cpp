@@ -43,6 +43,11 @@ void runTidy(CommandContext const& context) {
   try {
     auto const load = makeLoadOptions(file, options, context.budget);
     auto const plan = Analysis::planTidy(file, selection.getDocument(), load);
+    if (plan.breaksSignature) {
+      context.report.addFinding(
+          "the workbook is signed, and its digital signature does not hold for the tidied file; "
+          "sign that anew");
+    }
     auto const result = carryOut(context, file, plan, load);
     if (options.format == OutputFormat::Json) {
       printTidyJson(selection, plan, result, context.out);

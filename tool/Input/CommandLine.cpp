@@ -35,11 +35,10 @@ CLI::Validator choice(std::vector<std::string> const& words) {
 }
 
 /// The argument of a command that takes one file.
-void addFile(CLI::App& command, Arguments& arguments) {
+void addFile(CLI::App& command, Arguments& arguments, std::string const& meaning) {
   command
       .add_option_function<std::string>(
-          "FILE", [&arguments](std::string const& file) { arguments.files = {file}; },
-          "The workbook, .xlsx or .xlsm; - is standard input")
+          "FILE", [&arguments](std::string const& file) { arguments.files = {file}; }, meaning)
       ->required()
       ->type_name("");
 }
@@ -123,7 +122,7 @@ void addResolveOptions(CLI::App& command, Arguments& arguments) {
 }
 
 void addExplainOptions(CLI::App& command, Arguments& arguments) {
-  addFile(command, arguments);
+  addFile(command, arguments, "The workbook, .xlsx or .xlsm; - is standard input");
   command
       .add_option("CELL", arguments.ranges,
                   "The cells, such as 'Sheet 1'!B7 or B7:C9; without a sheet, on each sheet")
@@ -171,10 +170,7 @@ void addCheckOptions(CLI::App& command, Arguments& arguments) {
 }
 
 void addTidyOptions(CLI::App& command, Arguments& arguments) {
-  command.add_option("FILE", arguments.files, "The workbook, .xlsx or .xlsm")
-      ->required()
-      ->expected(1)
-      ->type_name("");
+  addFile(command, arguments, "The workbook, .xlsx or .xlsm");
   command.add_option("-o,--output", arguments.target, "The file to write; may be FILE itself")
       ->type_name("FILE");
   command.add_flag("--dry-run", arguments.dryRun, "Print the plan, and write nothing");
@@ -191,8 +187,8 @@ void addDiffOptions(CLI::App& command, Arguments& arguments) {
       .add_option("FILE", arguments.files, "Two workbooks, .xlsx or .xlsm; or one, and --now twice")
       ->required()
       ->type_name("");
-  addRepeated(command, "--sheet", arguments.sheets, "Only the sheet of this name; may be repeated");
-  addFormat(command, arguments, {"table", "json"});
+  addSelection(command, arguments);
+  addFormat(command, arguments, {"table", "json", "csv", "tsv"});
   addRepeated(command, "--now", arguments.moments,
               "The moment for date rules, as 2026-11-21T12:00:00; twice: one for each side");
   addZoneAndLocale(command, arguments);
@@ -203,7 +199,7 @@ void addDiffOptions(CLI::App& command, Arguments& arguments) {
 }
 
 void addRenderOptions(CLI::App& command, Arguments& arguments) {
-  addFile(command, arguments);
+  addFile(command, arguments, "The workbook, .xlsx or .xlsm; - is standard input");
   command
       .add_option("-o,--output", arguments.target,
                   "The file to write; its ending says what: .html, .svg, .png, .pdf")

@@ -87,7 +87,7 @@ bool Selection::contains(std::size_t sheet, CellIndex cell) const noexcept {
 std::vector<Workbook::Rule const*> Selection::getRulesByPriority(std::size_t sheet) const {
   std::vector<Workbook::Rule const*> rules;
   for (auto const& rule : _document.getRulesOfSheet(sheet)) {
-    if (isSelected(rule)) {
+    if (contains(rule)) {
       rules.push_back(&rule);
     }
   }
@@ -99,7 +99,7 @@ std::vector<Workbook::Rule const*> Selection::getRules() const {
   std::vector<Workbook::Rule const*> rules;
   for (auto const sheet : _sheets) {
     for (auto const& rule : _document.getRulesOfSheet(sheet)) {
-      if (isSelected(rule)) {
+      if (contains(rule)) {
         rules.push_back(&rule);
       }
     }
@@ -110,21 +110,20 @@ std::vector<Workbook::Rule const*> Selection::getRules() const {
 std::vector<Workbook::Rule const*> Selection::getResolvedRules(std::size_t sheet) const {
   std::vector<Workbook::Rule const*> rules;
   for (auto const& rule : _document.getRulesOfSheet(sheet)) {
-    if (rule.isResolved() && isSelected(rule)) {
+    if (rule.isResolved() && contains(rule)) {
       rules.push_back(&rule);
     }
   }
   return rules;
 }
 
-bool Selection::isSelected(Workbook::Rule const& rule) const noexcept {
+bool Selection::contains(Workbook::Rule const& rule) const noexcept {
   auto const meets = [&](SelectedRange const& selected) {
     return selected.isOn(rule.sheet) &&
            std::ranges::any_of(rule.ranges, [&](TableRange const& range) {
              return !intersect(range, selected.range).isEmpty();
            });
   };
-  // A rule whose ranges cannot be read is reported whatever the range.
   return _ranges.empty() || rule.ranges.empty() || std::ranges::any_of(_ranges, meets);
 }
 

@@ -34,6 +34,10 @@ public:
   /// True for a position in the selected ranges of a selected sheet.
   [[nodiscard]] bool contains(std::size_t sheet, CellIndex cell) const noexcept;
 
+  /// True for a rule that intersects the selected ranges of its sheet, and for one whose ranges
+  /// cannot be read.
+  [[nodiscard]] bool contains(Workbook::Rule const& rule) const noexcept;
+
   /// The rules of a sheet that intersect its selected ranges, by priority. Rules without a
   /// priority come last; rules of equal priority keep the order of the file.
   [[nodiscard]] std::vector<Workbook::Rule const*> getRulesByPriority(std::size_t sheet) const;
@@ -51,8 +55,6 @@ private:
 
     [[nodiscard]] bool isOn(std::size_t index) const noexcept { return !sheet || *sheet == index; }
   };
-
-  [[nodiscard]] bool isSelected(Workbook::Rule const& rule) const noexcept;
 
   Workbook::Document const& _document;
   Options const& _options;

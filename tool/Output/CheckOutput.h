@@ -9,6 +9,7 @@
 #include "tool/Input/Selection.h"
 #include "tool/Output/Report.h"
 #include "tool/Text/OutputBuffer.h"
+#include "tool/Text/Terminal.h"
 
 /// The findings of `cndfrmt check` in its formats. Every text of the workbook is made printable,
 /// and cut.
@@ -29,8 +30,10 @@ using CheckFindings = std::span<Analysis::CheckFinding const>;
 [[nodiscard]] std::string describePlace(Selection const& selection,
                                         Analysis::CheckFinding const& finding);
 
-/// Prints one line for each finding, and what to do about each code that occurs.
-void printCheckText(Selection const& selection, CheckFindings findings, OutputBuffer& out);
+/// Prints one line for each finding, and what to do about each code that occurs. On a terminal the
+/// lines fit its width.
+void printCheckText(Selection const& selection, CheckFindings findings, Terminal const& terminal,
+                    OutputBuffer& out);
 
 /// Prints one JSON document with all findings.
 void printCheckJson(Selection const& selection, Report const& report, CheckFindings findings,

@@ -6,6 +6,7 @@
 
 #include "DOM/A1Notation.h"
 #include "tool/Output/CheckOutput.h"
+#include "tool/Output/ExplainLines.h"
 #include "words/Amounts.h"
 #include "words/Printable.h"
 
@@ -36,6 +37,17 @@ std::string describeOthers(CheckFinding const& finding) {
   }
   std::ranges::sort(others);
   return fmt::format(" ({} {})", others.size() == 1 ? "rule" : "rules", Words::listNumbers(others));
+}
+
+/// On a terminal, a line that is too long goes on in further ones; elsewhere it stays whole, for
+/// programs that look for it.
+void addLine(std::string const& line, Terminal const& terminal, OutputBuffer& out) {
+  if (terminal.width) {
+    ExplainLines(terminal, out).add(0, line);
+  } else {
+    out.text() += line + '\n';
+  }
+  out.endEntry();
 }
 
 }  // namespace
@@ -74,20 +86,21 @@ std::string describePlace(Selection const& selection, CheckFinding const& findin
                                 : fmt::format("{}!{}", name, describeFirstRanges(finding.ranges));
 }
 
-void printCheckText(Selection const& selection, CheckFindings findings, OutputBuffer& out) {
+void printCheckText(Selection const& selection, CheckFindings findings, Terminal const& terminal,
+                    OutputBuffer& out) {
   std::set<Analysis::CheckCode> codes;
   for (CheckFinding const& finding : findings) {
     std::string const place = describePlace(selection, finding);
-    out.text() +=
-        fmt::format("{}: {}{}{} [{}]\n", toText(finding.severity), place, place.empty() ? "" : ": ",
-                    describeFinding(finding), Analysis::kindOf(finding.code).id);
-    out.endEntry();
+    addLine(
+        fmt::format("{}: {}{}{} [{}]", toText(finding.severity), place, place.empty() ? "" : ": ",
+                    describeFinding(finding), Analysis::kindOf(finding.code).id),
+        terminal, out);
     codes.insert(finding.code);
   }
+  out.text() += codes.empty() ? "" : "\n";
   for (auto const code : codes) {
     CheckKind const& kind = Analysis::kindOf(code);
-    out.text() +=
-        fmt::format("{}{}: {}\n", code == *codes.begin() ? "\n" : "", kind.id, kind.advice);
+    addLine(fmt::format("{}: {}", kind.id, kind.advice), terminal, out);
   }
 }
 

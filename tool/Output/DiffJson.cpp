@@ -4,6 +4,7 @@
 
 #include "DOM/A1Notation.h"
 #include "tool/Output/DiffOutput.h"
+#include "tool/Output/DiffText.h"
 #include "tool/Output/JsonText.h"
 #include "words/Moment.h"
 #include "words/VisualText.h"

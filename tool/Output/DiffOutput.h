@@ -74,7 +74,8 @@ using MomentPair = std::pair<OfficeUtils::Clock::TimePoint, OfficeUtils::Clock::
                                                        MomentPair const& moments,
                                                        OutputBuffer& out);
 
-/// What differs about a changed rule, such as `ranges, style`; else the word for its change.
-[[nodiscard]] std::string describeChange(Analysis::RuleDifference const& difference);
+/// A line of separated values for each difference, in the format of the options.
+[[nodiscard]] std::unique_ptr<DiffOutput> makeDiffLines(VersionPair const& versions,
+                                                        OutputBuffer& out);
 
 }  // namespace Zorv::Tool

@@ -5,69 +5,18 @@
 #include <fmt/format.h>
 
 #include "DOM/A1Notation.h"
-#include "analysis/Shared/SheetRules.h"
 #include "tool/Output/ColumnWidths.h"
 #include "tool/Output/DiffOutput.h"
+#include "tool/Output/DiffText.h"
 #include "tool/Text/TextTable.h"
 #include "words/ConditionText.h"
-#include "words/StyleText.h"
-#include "words/VisualText.h"
 
 namespace Zorv::Tool {
 
 namespace {
 
-using Analysis::RuleAspects;
-using Analysis::RuleChange;
 using Analysis::RuleDifference;
 using Workbook::Rule;
-
-std::string describeLook(Analysis::CellLook const& look) {
-  if (look.hasFailed) {
-    return "cannot be evaluated";
-  }
-  std::string const visuals = Words::describe(look.visuals);
-  if (!look.style) {
-    return visuals.empty() ? "-" : visuals;
-  }
-  return Words::describe(look.style->get()) + (visuals.empty() ? "" : ", " + visuals);
-}
-
-std::string describeStyleOf(Workbook::Document const& document, Rule const& rule) {
-  return rule.format != nullptr ? Words::describe(Analysis::findRuleStyle(document, rule))
-                                : rule.unresolvedReason;
-}
-
-/// What one version has where the other differs.
-std::string describeAspects(Workbook::Document const& document, Rule const& rule,
-                            RuleAspects const& aspects) {
-  std::vector<std::string> texts;
-  if (aspects.ranges) {
-    texts.push_back(Words::describeRanges(rule));
-  }
-  if (aspects.style) {
-    texts.push_back(describeStyleOf(document, rule));
-  }
-  if (aspects.stop) {
-    texts.emplace_back(rule.stopIfTrue ? "stops" : "does not stop");
-  }
-  return fmt::format("{}", fmt::join(texts, "; "));
-}
-
-std::string describeSide(Workbook::Document const& document, Rule const* rule,
-                         RuleDifference const& difference) {
-  if (rule == nullptr) {
-    return "-";
-  }
-  switch (difference.change) {
-    case RuleChange::Changed:
-      return describeAspects(document, *rule, difference.aspects);
-    case RuleChange::Moved:
-      return rule->priority ? fmt::format("priority {}", *rule->priority) : "no priority";
-    default:
-      return fmt::format("{}: {}", Words::describeRanges(*rule), describeStyleOf(document, *rule));
-  }
-}
 
 std::string describeNumber(Rule const* rule) {
   return rule != nullptr ? std::to_string(rule->number) : "-";
@@ -158,28 +107,6 @@ private:
 std::unique_ptr<DiffOutput> makeDiffTable(VersionPair const& versions, Terminal const& terminal,
                                           OutputBuffer& out) {
   return std::make_unique<DiffTable>(versions, terminal, out);
-}
-
-std::string describeChange(RuleDifference const& difference) {
-  switch (difference.change) {
-    case RuleChange::Added:
-      return "added";
-    case RuleChange::Removed:
-      return "removed";
-    case RuleChange::Moved:
-      return "moved";
-    case RuleChange::Changed:
-      break;
-  }
-  std::vector<std::string> aspects;
-  for (auto const& [differs, name] :
-       {std::pair(difference.aspects.ranges, "ranges"),
-        std::pair(difference.aspects.style, "style"), std::pair(difference.aspects.stop, "stop")}) {
-    if (differs) {
-      aspects.emplace_back(name);
-    }
-  }
-  return fmt::format("{}", fmt::join(aspects, ", "));
 }
 
 }  // namespace Zorv::Tool

@@ -17,9 +17,11 @@ namespace Zorv::Tool {
 class FieldLines {
 public:
   FieldLines(Selection const& selection, OutputBuffer& out) noexcept
-      : _separator(separatorOf(selection.getOptions())),
-        _file(selection.getOptions().files.size() > 1 ? &selection.getFile() : nullptr),
-        _out(out) {}
+      : FieldLines(selection.getOptions(),
+                   selection.getOptions().files.size() > 1 ? &selection.getFile() : nullptr, out) {}
+  /// `file` begins each line; null for none. Borrowed.
+  FieldLines(Options const& options, std::string const* file, OutputBuffer& out) noexcept
+      : _separator(separatorOf(options)), _file(file), _out(out) {}
 
   /// Writes the line of headings.
   void addHeadings(std::initializer_list<std::string_view> headings) { addLine("file", headings); }

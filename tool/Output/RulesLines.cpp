@@ -2,14 +2,11 @@
 
 #include <fmt/format.h>
 
-#include "DOM/A1Notation.h"
-#include "analysis/Shared/SheetRules.h"
 #include "tool/Output/FieldLines.h"
 #include "tool/Output/JsonText.h"
 #include "tool/Output/RulesOutput.h"
 #include "words/ConditionText.h"
-#include "words/StyleText.h"
-#include "words/VisualText.h"
+#include "words/RuleEffect.h"
 
 // Rules one a line, each line complete in itself.
 namespace Zorv::Tool {
@@ -21,22 +18,13 @@ std::string describeProblem(Workbook::Rule const& rule) {
                            : rule.unresolvedReason;
 }
 
-/// The style of a condition, or what a visual rule draws.
-std::string describeGiven(Workbook::Document const& document, Workbook::Rule const& rule) {
-  if (rule.visual != nullptr) {
-    return Words::describeDrawing(rule.visual->kind);
-  }
-  return rule.format != nullptr ? Words::describe(Analysis::findRuleStyle(document, rule))
-                                : std::string();
-}
-
 void printRuleFields(Workbook::Document const& document, Workbook::Rule const& rule,
                      FieldLines& lines) {
   lines.addLine({document.getSheets()[rule.sheet].name, std::to_string(rule.number), rule.type,
                  rule.priority ? std::to_string(*rule.priority) : "", rule.stopIfTrue ? "1" : "0",
-                 rule.ranges.empty() ? rule.rangeText : DOM::A1Notation::toAddress(rule.ranges),
-                 Words::describeCondition(rule), fmt::format("{}", fmt::join(rule.formulas, " ; ")),
-                 describeGiven(document, rule), rule.isResolved() ? "1" : "0",
+                 Words::listRanges(rule), Words::describeCondition(rule),
+                 fmt::format("{}", fmt::join(rule.formulas, " ; ")),
+                 Words::describeEffect(document, rule), rule.isResolved() ? "1" : "0",
                  describeProblem(rule)});
 }
 

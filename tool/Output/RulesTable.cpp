@@ -7,8 +7,8 @@
 #include "tool/Output/RulesOutput.h"
 #include "tool/Text/TextTable.h"
 #include "words/ConditionText.h"
+#include "words/RuleEffect.h"
 #include "words/StyleText.h"
-#include "words/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -19,9 +19,7 @@ std::string describeResult(Workbook::Document const& document, Workbook::Rule co
   if (!rule.isResolved()) {
     return fmt::format("not resolved: {}", rule.unresolvedReason);
   }
-  auto const style = rule.visual != nullptr
-                         ? Words::describeDrawing(rule.visual->kind)
-                         : Words::describe(Analysis::findRuleStyle(document, rule));
+  auto const style = Words::describeEffect(document, rule);
   return rule.doubts.empty()
              ? style
              : fmt::format("{} (in doubt: {})", style, fmt::join(rule.doubts, ", "));

@@ -155,7 +155,8 @@ void printTidyJson(Selection const& selection, TidyPlan const& plan, TidyResult 
   } else {
     json += "null";
   }
-  json += fmt::format(",\"comparedPositions\":{}}}}}\n", result.comparedCells);
+  json += fmt::format(",\"comparedPositions\":{},\"breaksSignature\":{}}}}}\n",
+                      result.comparedCells, plan.breaksSignature);
   out.endEntry();
 }
 

@@ -1,17 +1,14 @@
 #include "workbook/Recalculation/Doubts.h"
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 #include <variant>
 #include <vector>
 
 #include <fmt/format.h>
-#include <boost/variant/apply_visitor.hpp>
-#include <boost/variant/get.hpp>
-#include <boost/variant/static_visitor.hpp>
 
-#include "DOM/ConditionalFormatOperator.h"
+#include "DOM/ConditionalFormat.h"
+#include "workbook/ConditionFormulas.h"
 #include "workbook/Quote.h"
 
 namespace Zorv::Workbook {
@@ -21,27 +18,17 @@ namespace {
 using DOM::FormulaSyntaxTree::Expr;
 
 /// Gathers the doubts about the formulas of one rule.
-class DoubtGatherer : public boost::static_visitor<void> {
+class DoubtGatherer {
 public:
   DoubtGatherer(DocumentContextProvider const& provider, Rule& rule, StepCounter& counter,
                 std::size_t nameCount) noexcept
       : _provider(provider), _rule(rule), _counter(counter), _nameCount(nameCount) {}
 
-  void operator()(DOM::UnaryConditionalFormatOperator const& condition) const {
-    gather(condition.getArgument());
-  }
-  void operator()(DOM::BinaryConditionalFormatOperator const& condition) const {
-    gather(condition.getFirstArgument());
-    gather(condition.getSecondArgument());
-  }
-  void operator()(DOM::TextConditionalFormatOperator const& condition) const {
-    auto const* const formula = boost::get<std::unique_ptr<Expr>>(&condition.getArgument());
-    if (formula != nullptr && *formula) {
-      gather(**formula);
+  void gather(DOM::ConditionalFormat const& format) const {
+    for (Expr const* const formula : listFormulas(format.getOperator())) {
+      gather(*formula);
     }
   }
-  template <class ConditionWithoutFormulas>
-  void operator()(ConditionWithoutFormulas const& /*condition*/) const noexcept {}
 
   void gather(Visuals::VisualFormat const& visual) const {
     for (Visuals::Threshold const* const threshold : listThresholds(visual.kind)) {
@@ -112,7 +99,7 @@ void findDoubts(Document& document, DocumentContextProvider const& provider, Wor
   for (Rule& rule : document.getRules()) {
     DoubtGatherer const gatherer(provider, rule, counter, document.getDefinedNames().size());
     if (rule.format != nullptr) {
-      boost::apply_visitor(gatherer, rule.format->getOperator());
+      gatherer.gather(*rule.format);
     } else if (rule.visual != nullptr) {
       gatherer.gather(*rule.visual);
     }

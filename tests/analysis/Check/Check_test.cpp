@@ -56,6 +56,18 @@ std::string on(std::string const& ranges, std::string const& rules) {
   return "<conditionalFormatting sqref='" + ranges + "'>" + rules + "</conditionalFormatting>";
 }
 
+std::string colourScale(int priority) {
+  return "<cfRule type='colorScale' priority='" + std::to_string(priority) +
+         "'><colorScale><cfvo type='min'/><cfvo type='max'/><color rgb='FFFF0000'/>"
+         "<color rgb='FF00FF00'/></colorScale></cfRule>";
+}
+
+std::string dataBar(int priority) {
+  return "<cfRule type='dataBar' priority='" + std::to_string(priority) +
+         "'><dataBar><cfvo type='min'/><cfvo type='max'/><color rgb='FFFF0000'/></dataBar>"
+         "</cfRule>";
+}
+
 /// Rows 1 to `count` with numbers in column A.
 std::string numbers(int count) {
   std::string rows;
@@ -234,6 +246,35 @@ TEST(Check, ARuleWithoutFormatHasAnEffectOnlyWhereItStops) {
                         "<cfRule type='dataBar' priority='2'><dataBar><cfvo type='min'/><cfvo "
                         "type='max'/><color rgb='FF638EC6'/></dataBar></cfRule>")),
       IsEmpty());
+}
+
+TEST(Check, AStopInFrontOfAScaleIsNotHiddenByProperties) {
+  EXPECT_THAT(checkSheet(numbers(9),
+                         on("A1:A9", cellIs("greaterThan", "1", 1) +
+                                         cellIs("greaterThan", "5", 2, "dxfId='2' stopIfTrue='1'") +
+                                         colourScale(3))),
+              IsEmpty());
+}
+
+TEST(Check, AScaleBehindOthersIsHidden) {
+  EXPECT_THAT(checkSheet(numbers(9), on("A1:A5", colourScale(1)) + on("A4:A9", colourScale(2)) +
+                                         on("A2:A8", colourScale(3))),
+              ElementsAre(isFinding(CheckCode::HiddenRule, {2, 0, 1}, "draw the same kind")));
+  EXPECT_THAT(checkSheet(numbers(9), on("A1:A5", colourScale(1)) + on("A1:A6", colourScale(2)) +
+                                         on("A1:A5", dataBar(3))),
+              IsEmpty());
+}
+
+TEST(Check, AScaleBehindAStopThatAlwaysHoldsIsHidden) {
+  auto const stop = [](int priority) {
+    return on("A1:A9", formula("TRUE", priority, "dxfId='0' stopIfTrue='1'"));
+  };
+  EXPECT_THAT(checkSheet(numbers(9), stop(1) + on("A1:A9", colourScale(2))),
+              Contains(isFinding(CheckCode::HiddenRule, {1, 0}, "or stop")));
+  EXPECT_THAT(checkSheet(numbers(9), stop(2) + on("A1:A9", colourScale(1))),
+              Not(hasCode(CheckCode::HiddenRule)));
+  EXPECT_THAT(checkSheet(numbers(9), stop(1) + on("A1:B9", colourScale(2))),
+              Not(hasCode(CheckCode::HiddenRule)));
 }
 
 TEST(Check, EqualRulesAreDuplicates) {

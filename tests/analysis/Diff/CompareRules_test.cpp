@@ -43,6 +43,10 @@ std::string compare(std::string const& first, std::string const& second) {
     text += difference.aspects.ranges ? " ranges" : "";
     text += difference.aspects.style ? " style" : "";
     text += difference.aspects.stop ? " stop" : "";
+    text += difference.aspects.thresholds ? " thresholds" : "";
+    text += difference.aspects.colours ? " colours" : "";
+    text += difference.aspects.icons ? " icons" : "";
+    text += difference.aspects.drawing ? " drawing" : "";
   }
   return text;
 }
@@ -85,6 +89,66 @@ TEST(CompareRules, PrefersThePartnerWithTheSameRanges) {
   EXPECT_EQ(compare(rule("A1", "TRUE", 1) + rule("A2", "TRUE", 2),
                     rule("A2", "TRUE", 1, 1) + rule("A1", "TRUE", 2)),
             "moved 0-1, changed 1-0 style");
+}
+
+std::string scale(std::string const& ranges, std::string const& low, std::string const& colour) {
+  return "<conditionalFormatting sqref='" + ranges +
+         "'><cfRule type='colorScale' priority='1'><colorScale><cfvo " + low +
+         "/><cfvo type='max'/><color rgb='" + colour +
+         "'/><color rgb='FF00FF00'/></colorScale></cfRule></conditionalFormatting>";
+}
+
+std::string icons(std::string const& attributes, std::string const& second) {
+  return "<conditionalFormatting sqref='A1:A9'><cfRule type='iconSet' priority='1'><iconSet " +
+         attributes + "><cfvo type='percent' val='0'/><cfvo " + second +
+         "/><cfvo type='percent' val='67'/></iconSet></cfRule></conditionalFormatting>";
+}
+
+std::string bar(std::string const& attributes, std::string const& colour) {
+  return "<conditionalFormatting sqref='A1:A9'><cfRule type='dataBar' priority='1'><dataBar " +
+         attributes + "><cfvo type='min'/><cfvo type='max'/><color rgb='" + colour +
+         "'/></dataBar></cfRule></conditionalFormatting>";
+}
+
+TEST(CompareRules, TellsWhatHasChangedAboutAColourScale) {
+  std::string const before = scale("A1:A9", "type='num' val='5'", "FFFF0000");
+  EXPECT_EQ(compare(before, scale("A1:A9", "type='num' val='5.0'", "FFFF0000")), "");
+  EXPECT_EQ(compare(before, scale("A1:A9", "type='num' val='6'", "FFFF0000")),
+            "changed 0-0 thresholds");
+  EXPECT_EQ(compare(before, scale("A1:A9", "type='percent' val='5'", "FFFF0000")),
+            "changed 0-0 thresholds");
+  EXPECT_EQ(compare(before, scale("A1:A9", "type='num' val='5'", "FFFF0001")),
+            "changed 0-0 colours");
+  EXPECT_EQ(compare(before, scale("A1:A8", "type='num' val='5'", "FFFF0000")),
+            "changed 0-0 ranges");
+}
+
+TEST(CompareRules, TellsWhatHasChangedAboutAnIconSet) {
+  std::string const before = icons("iconSet='3Flags'", "type='percent' val='33'");
+  EXPECT_EQ(compare(before, icons("iconSet='3Signs'", "type='percent' val='33'")),
+            "changed 0-0 icons");
+  EXPECT_EQ(compare(before, icons("iconSet='3Flags' reverse='1'", "type='percent' val='33'")),
+            "changed 0-0 icons");
+  EXPECT_EQ(compare(before, icons("iconSet='3Flags' showValue='0'", "type='percent' val='33'")),
+            "changed 0-0 drawing");
+  EXPECT_EQ(compare(before, icons("iconSet='3Flags'", "type='percent' val='33' gte='0'")),
+            "changed 0-0 thresholds");
+}
+
+TEST(CompareRules, TellsWhatHasChangedAboutADataBar) {
+  std::string const before = bar("minLength='0'", "FFFF0000");
+  EXPECT_EQ(compare(before, bar("minLength='5'", "FFFF0000")), "changed 0-0 drawing");
+  EXPECT_EQ(compare(before, bar("minLength='0' showValue='0'", "FFFF0000")), "changed 0-0 drawing");
+  EXPECT_EQ(compare(before, bar("minLength='0'", "FF0000FF")), "changed 0-0 colours");
+  EXPECT_EQ(compare(before, scale("A1:A9", "type='min'", "FFFF0000")), "removed 0, added 0");
+}
+
+TEST(CompareRules, PrefersThePartnerThatDrawsTheSame) {
+  EXPECT_EQ(compare(scale("A1", "type='num' val='1'", "FFFF0000") +
+                        scale("A2", "type='num' val='2'", "FFFF0000"),
+                    scale("B1", "type='num' val='2'", "FFFF0000") +
+                        scale("B2", "type='num' val='1'", "FFFF0000")),
+            "changed 0-1 ranges, changed 1-0 ranges");
 }
 
 }  // namespace

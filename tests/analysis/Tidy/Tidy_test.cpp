@@ -303,6 +303,26 @@ TEST(Tidy, CountsRulesBeforeAndAfter) {
   EXPECT_EQ(file.plan.sheets[0].countRulesAfter(), 1U);
 }
 
+TEST(Tidy, SaysThatASignatureWillNotHold) {
+  auto const makeSigned = [](std::string const& rules) {
+    auto parts = WorkbookBuilder().setSheet("", rules).makeParts();
+    std::string& relationships = parts.at("_rels/.rels");
+    relationships.insert(
+        relationships.find("</Relationships>"),
+        "<Relationship Id='s' Type='http://schemas.openxmlformats.org/package/2006/relationships/"
+        "digital-signature/origin' Target='_xmlsignatures/origin.sigs'/>");
+    parts["_xmlsignatures/origin.sigs"] = "";
+    return TestSupport::makeArchive(parts);
+  };
+  std::string const fragments = format("A1:A4", greater("5", 1)) + format("A5:A9", greater("5", 2));
+  auto const tidied = TestSupport::tidyBytes(makeSigned(fragments));
+  EXPECT_TRUE(tidied.plan.breaksSignature);
+  EXPECT_TRUE(tidied.partsAfter.contains("_xmlsignatures/origin.sigs"));
+  EXPECT_FALSE(
+      TestSupport::tidyBytes(makeSigned(format("A1", greater("5", 1)))).plan.breaksSignature);
+  EXPECT_FALSE(TestSupport::tidyBytes(makeBook(fragments)).plan.breaksSignature);
+}
+
 /// A file that would be tidied, and the place of the result.
 class TidyRefusal : public testing::Test {
 protected:

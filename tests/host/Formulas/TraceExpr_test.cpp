@@ -142,7 +142,7 @@ TEST_F(TraceExprTest, TellsTheFormulasOfDefinedNamesBelowThem) {
 TEST_F(TraceExprTest, TellsTheBodyOfANameThatIsCalled) {
   document.define("Next", "LAMBDA(x,x+1)");
   EXPECT_THAT(steps("Next(A3)*2"),
-              ElementsAre("A3: 3", "x: 3", "x+1: 4", "Next(A3): 4", "Next(A3)*2: 8"));
+              ElementsAre("A3: 3", "x: 3", "x+1: 4", "NEXT(A3): 4", "NEXT(A3)*2: 8"));
 }
 
 TEST_F(TraceExprTest, CutsDefinedNamesThatLeadFurtherThanItsLimits) {

@@ -1,10 +1,13 @@
-#include "analysis/Tidy/RangeSets.h"
+#include "analysis/Shared/RangeSets.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <tuple>
 #include <utility>
+
+#include "workbook/Ranges.h"
 
 namespace Zorv::Analysis {
 
@@ -41,21 +44,37 @@ struct Piece {
   std::size_t compared = 0;
 };
 
-/// Cuts off what the next range of the set covers; false if none of them covers anything of it.
-bool cutOff(RangeSet const& outer, Piece piece, std::vector<Piece>& pieces, StepCounter& counter) {
-  auto const& [row, column, endRow, endColumn] = piece.range;
+/// The comparisons of two ranges that a search may make.
+class Comparisons {
+public:
+  Comparisons(StepCounter& counter, std::uint64_t most) noexcept : _counter(counter), _left(most) {}
+
+  /// False if none is left.
+  bool take() {
+    if (_left == 0) {
+      return false;
+    }
+    --_left;
+    _counter.count();
+    return true;
+  }
+
+private:
+  StepCounter& _counter;
+  std::uint64_t _left;
+};
+
+/// Cuts off what the next range of the set covers; false if none of them covers anything of it, or
+/// no comparison is left.
+bool cutOff(RangeSet const& outer, Piece piece, std::vector<Piece>& pieces,
+            Comparisons& comparisons) {
   for (std::size_t at = piece.compared; at < outer.size(); ++at) {
-    counter.count();
-    TableRange const shared = intersect(outer[at], piece.range);
-    if (!shared.isEmpty()) {
-      for (TableRange const& rest :
-           {TableRange{row, column, shared.firstRow, endColumn},
-            TableRange{shared.endRow, column, endRow, endColumn},
-            TableRange{shared.firstRow, column, shared.endRow, shared.firstColumn},
-            TableRange{shared.firstRow, shared.endColumn, shared.endRow, endColumn}}) {
-        if (!rest.isEmpty()) {
-          pieces.push_back({rest, at + 1});
-        }
+    if (!comparisons.take()) {
+      return false;
+    }
+    if (!intersect(outer[at], piece.range).isEmpty()) {
+      for (TableRange const& rest : Workbook::subtract(piece.range, outer[at])) {
+        pieces.push_back({rest, at + 1});
       }
       return true;
     }
@@ -64,7 +83,7 @@ bool cutOff(RangeSet const& outer, Piece piece, std::vector<Piece>& pieces, Step
 }
 
 /// True if every position of a range is in the set.
-bool coversRange(RangeSet const& outer, TableRange const& inner, StepCounter& counter) {
+bool coversRange(RangeSet const& outer, TableRange const& inner, Comparisons& comparisons) {
   std::vector<Piece> pieces;
   if (!inner.isEmpty()) {
     pieces.push_back({inner});
@@ -72,7 +91,7 @@ bool coversRange(RangeSet const& outer, TableRange const& inner, StepCounter& co
   while (!pieces.empty()) {
     Piece const piece = pieces.back();
     pieces.pop_back();
-    if (!cutOff(outer, piece, pieces, counter)) {
+    if (!cutOff(outer, piece, pieces, comparisons)) {
       return false;
     }
   }
@@ -192,19 +211,6 @@ RangeSet dropContained(RangeSet const& ranges) {
 
 }  // namespace
 
-TableRange findBounds(RangeSet const& ranges) noexcept {
-  if (ranges.empty()) {
-    return {};
-  }
-  TableRange bounds = ranges.front();
-  for (TableRange const& range : ranges) {
-    bounds = {std::min(bounds.firstRow, range.firstRow),
-              std::min(bounds.firstColumn, range.firstColumn),
-              std::max(bounds.endRow, range.endRow), std::max(bounds.endColumn, range.endColumn)};
-  }
-  return bounds;
-}
-
 bool overlaps(RangeSet const& a, RangeSet const& b, StepCounter& counter) {
   return std::ranges::any_of(a, [&](TableRange const& range) {
     counter.count(b.size());
@@ -215,17 +221,20 @@ bool overlaps(RangeSet const& a, RangeSet const& b, StepCounter& counter) {
 
 bool coversPart(RangeSet const& outer, RangeSet const& inner, RangeSet const& part,
                 StepCounter& counter) {
+  Comparisons comparisons(counter, WorkBudget::unlimited);
   return std::ranges::all_of(inner, [&](TableRange const& range) {
     counter.count(part.size());
     return std::ranges::all_of(part, [&](TableRange const& other) {
-      return coversRange(outer, intersect(range, other), counter);
+      return coversRange(outer, intersect(range, other), comparisons);
     });
   });
 }
 
-bool covers(RangeSet const& outer, RangeSet const& inner, StepCounter& counter) {
+bool covers(RangeSet const& outer, RangeSet const& inner, StepCounter& counter,
+            std::uint64_t mostComparisons) {
+  Comparisons comparisons(counter, mostComparisons);
   return std::ranges::all_of(
-      inner, [&](TableRange const& range) { return coversRange(outer, range, counter); });
+      inner, [&](TableRange const& range) { return coversRange(outer, range, comparisons); });
 }
 
 RangeSet unite(RangeSet const& ranges, StepCounter& counter) {

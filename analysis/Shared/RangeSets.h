@@ -12,9 +12,6 @@ namespace Zorv::Analysis {
 
 using RangeSet = std::vector<TableRange>;
 
-/// The smallest range that holds all of them; the empty range for an empty set.
-[[nodiscard]] TableRange findBounds(RangeSet const& ranges) noexcept;
-
 /// True if some position is in both sets.
 [[nodiscard]] bool overlaps(RangeSet const& a, RangeSet const& b, StepCounter& counter);
 
@@ -22,8 +19,10 @@ using RangeSet = std::vector<TableRange>;
 [[nodiscard]] bool coversPart(RangeSet const& outer, RangeSet const& inner, RangeSet const& part,
                               StepCounter& counter);
 
-/// True if every position of `inner` is in `outer`.
-[[nodiscard]] bool covers(RangeSet const& outer, RangeSet const& inner, StepCounter& counter);
+/// True if every position of `inner` is in `outer`. False, too, if more than `mostComparisons` of
+/// two ranges are needed to know.
+[[nodiscard]] bool covers(RangeSet const& outer, RangeSet const& inner, StepCounter& counter,
+                          std::uint64_t mostComparisons = WorkBudget::unlimited);
 
 /// The same positions in few ranges, ordered by first row, then first column. The ranges of the
 /// result share no position unless the given ones do and are fewer. Cost: with n ranges, n log n
