@@ -1,6 +1,7 @@
 // Whole tables: one format, or several, over every cell of a column, on one thread.
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 #include <benchmark/benchmark.h>
@@ -8,6 +9,11 @@
 
 #include "BenchTable.h"
 #include "Benchmarks.h"
+#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "ConditionalFormatters/CndFrmt_TableResolver.h"
+#include "DOM/ConditionalFormatOperator.h"
+#include "Formulas/ParseExpr.h"
+#include "support/PlainHost.h"
 
 namespace Zorv::Benchmarks {
 
@@ -45,6 +51,39 @@ void measureHandWrittenLoop(benchmark::State& state) {
       benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
+/// What an editor shows: 50 rows of 40 columns, under rules that colour whole rows by the text of
+/// one column.
+void measureRowRules(benchmark::State& state) {
+  constexpr unsigned long rows = 50;
+  constexpr unsigned long columns = 40;
+  DOM::Table table;
+  DOM::Styles styles;
+  for (unsigned long row = 0; row < rows; ++row) {
+    for (unsigned long column = 0; column < columns; ++column) {
+      table.setValue(row, column, FormulaModel::FormulaNumber{FloatNumber(1)});
+    }
+    table.setValue(row, columns - 1, FormulaModel::FormulaString{"state " + std::to_string(row)});
+  }
+  for (long rule = 0; rule < state.range(0); ++rule) {
+    table.addConditionalFormat(
+        {{0, 0, rows, columns}},
+        DOM::UnaryConditionalFormatOperator(
+            DOM::UnaryConditionalFormatType::FormulaIsTrue,
+            Formulas::parseExpr("$AN1=\"state " + std::to_string(rule) + "\"")),
+        UUID());
+  }
+  ConditionalFormatters::ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<TestSupport::PlainValueContextProvider>(table));
+  for (auto _ : state) {
+    auto const resolver = calculator.prepare(styles, table);
+    std::size_t holding = 0;
+    resolver.visit(
+        {.range = {0, 0, rows, columns}},
+        [&](ConditionalFormatters::ResolvedCell const& cell) { holding += cell.formats.size(); });
+    benchmark::DoNotOptimize(holding);
+  }
+}
+
 }  // namespace
 
 void registerWholeTable() {
@@ -52,6 +91,10 @@ void registerWholeTable() {
     measured->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
   };
   benchmark::RegisterBenchmark("loop/greater", measureHandWrittenLoop)->Apply(withSizes);
+  benchmark::RegisterBenchmark("view/rowRules", measureRowRules)
+      ->Arg(30)
+      ->Arg(300)
+      ->Unit(benchmark::kMillisecond);
   for (Scenario const& scenario : getScenarios()) {
     std::string name = "table/";
     name += scenario.name;

@@ -48,6 +48,7 @@ target_sources(
                host/Formulas/LookupCache.h
                host/Formulas/OneTableDocument.h
                host/Formulas/ParseExpr.h
+               host/Formulas/PositionDependence.h
                host/Formulas/RuntimeDependenciesResolver.h
                host/Formulas/ShiftExpr.h
                host/Formulas/ShiftFormulaText.h

@@ -11,7 +11,11 @@ CellResolver::CellResolver(PreparedTable const& table, PassResources const& reso
       _steps(resources.budget),
       _formatCursor(table.getRangeIndex()),
       _styleCursor(table.getStyleSequences()),
-      _pass(table.getLookups(), moment, resources.budget) {}
+      _pass(table.getLookups(), moment, resources.budget) {
+  if (table.hasSharedVerdicts()) {
+    _lineVerdicts.emplace(table);
+  }
+}
 
 DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellInfo) {
   _styleCursor.restart();
@@ -26,20 +30,35 @@ DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellIn
   prepare(formats.front());
   TestedCell const cell{{_table.getProvider().getCellValue(cellInfo), cellInfo.getCellIndex()},
                         cellInfo.getCell() != nullptr};
+  if (_lineVerdicts) {
+    walk(_lineVerdicts->select(cellInfo, formats), cell,
+         [&](FormatIndex index, PreparedCondition const& condition) {
+           return _lineVerdicts->ask(index, condition, cell, _pass);
+         });
+  } else {
+    walk(formats, cell, [&](FormatIndex /*index*/, PreparedCondition const& condition) {
+      return condition.holds(cell, _pass);
+    });
+  }
+  return _styleCursor.getStyle();
+}
+
+template <class Ask>
+void CellResolver::walk(FormatIndices const& formats, TestedCell const& cell, Ask const& ask) {
   walkFormats(
       _table.getFormatRefs(), formats,
       [&](FormatIndex index) {
         _steps.count();
         PreparedCondition const& condition = prepare(index);
-        return
-            [&condition, this](TestedCell const& tested) { return condition.holds(tested, _pass); };
+        return [&condition, &ask, index](TestedCell const& /*tested*/) {
+          return ask(index, condition);
+        };
       },
       [&]() -> TestedCell const& { return cell; },
       [&](FormatIndex index) {
         _styleCursor.add(index);
         _holding.push_back(index);
       });
-  return _styleCursor.getStyle();
 }
 
 }  // namespace Zorv::ConditionalFormatters

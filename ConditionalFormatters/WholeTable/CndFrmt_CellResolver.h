@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
+
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/Formats/CndFrmt_FormatCursor.h"
 #include "ConditionalFormatters/Formats/CndFrmt_StyleSequences.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_LineVerdicts.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
 #include "DOM/CellInfo.h"
@@ -35,12 +38,17 @@ private:
     return _table.getOrCreateCondition(index, _resources);
   }
 
+  /// Asks the conditions of formats by `ask(index, condition)`, and notes those that hold.
+  template <class Ask>
+  void walk(FormatIndices const& formats, TestedCell const& cell, Ask const& ask);
+
   PreparedTable const& _table;
   PassResources _resources;
   StepCounter _steps;
   FormatCursor _formatCursor;
   StyleCursor _styleCursor;
   PassContext _pass;
+  std::optional<LineVerdicts> _lineVerdicts;  ///< none if every cell has verdicts of its own
   FormatIndices _holding;
   FormatIndex _lastEvaluated = 0;
 };

@@ -25,6 +25,19 @@ std::string const& toText(FormulaValue const& value,
   return ownText;
 }
 
+/// The same for the value of a cell; conditions of one pass share what is made.
+std::string const& toText(TestedCell const& cell, Formulas::ContextProvider const& contextProvider,
+                          PassContext& pass) {
+  FormulaValue const& value = cell.data.value;
+  if (auto const* string = boost::get<FormulaModel::FormulaString>(&value)) {
+    return string->value;
+  }
+  return pass.getOrMakeText(cell.data.cellIndex, [&] {
+    return OfficeUtils::FormulaValueCast::toString(value, contextProvider.getLocaleContext(),
+                                                   nullptr);
+  });
+}
+
 Value evaluate(PreparedFormula const& formula, TestedCell const& cell, PassContext& pass) {
   Value ownValue;
   return formula.evaluate(cell.data.cellIndex, pass.getSession(), ownValue);
@@ -76,9 +89,8 @@ ConditionOperands BoundsCondition::findOperands(TestedCell const& cell, PassCont
   return bounds;
 }
 
-bool LiteralTextCondition::holds(TestedCell const& cell, PassContext& /*pass*/) const {
-  std::string ownText;
-  return _test(toText(cell.data.value, _contextProvider, ownText), _pattern);
+bool LiteralTextCondition::holds(TestedCell const& cell, PassContext& pass) const {
+  return _test(toText(cell, _contextProvider, pass), _pattern);
 }
 
 ConditionOperands LiteralTextCondition::findOperands(TestedCell const& /*cell*/,
@@ -95,8 +107,7 @@ bool FormulaTextCondition::holds(TestedCell const& cell, PassContext& pass) cons
   // The pattern first: if both casts throw, its exception is the one that callers see.
   std::string ownPattern;
   std::string const& pattern = toText(*argument, _contextProvider, ownPattern);
-  std::string ownText;
-  return _test(toText(cell.data.value, _contextProvider, ownText), pattern);
+  return _test(toText(cell, _contextProvider, pass), pattern);
 }
 
 ConditionOperands FormulaTextCondition::findOperands(TestedCell const& cell,

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
@@ -38,9 +40,23 @@ public:
   [[nodiscard]] OfficeUtils::Moment& getMoment() noexcept { return _moment; }
   [[nodiscard]] Formulas::EvaluationSession& getSession() noexcept { return _session; }
 
+  /// The text of a cell's value, made by `makeText()` for the first condition that asks. Valid
+  /// until another cell's is asked for.
+  template <class MakeText>
+  [[nodiscard]] std::string const& getOrMakeText(CellIndex cell, MakeText const& makeText) {
+    if (_textCell != cell) {
+      _textCell.reset();
+      _text = makeText();
+      _textCell = cell;
+    }
+    return _text;
+  }
+
 private:
   OfficeUtils::Moment _moment;
   Formulas::EvaluationSession _session;  // borrows the moment
+  std::optional<CellIndex> _textCell;    ///< whose value `_text` is
+  std::string _text;
 };
 
 /// One format's condition for many cells of an unchanged document: a predicate, and the operands

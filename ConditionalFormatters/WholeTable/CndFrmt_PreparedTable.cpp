@@ -16,6 +16,19 @@ namespace {
   throw std::out_of_range(message);
 }
 
+/// None if every format is asked for each cell.
+std::vector<VerdictScope> findVerdictScopes(ConditionalFormatRefs const& formatRefs) {
+  std::vector<VerdictScope> scopes;
+  for (FormatIndex format = 0; format < formatRefs.size(); ++format) {
+    VerdictScope const scope = findVerdictScope(formatRefs[format].second);
+    if (scope != VerdictScope::Cell) {
+      scopes.resize(formatRefs.size(), VerdictScope::Cell);
+      scopes[format] = scope;
+    }
+  }
+  return scopes;
+}
+
 }  // namespace
 
 PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table const& table,
@@ -26,6 +39,7 @@ PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table co
       _formatRefs(formatRefs),
       _rangeIndex(formatRefs),
       _sequences(formatRefs, styles, sharedObjectFactory),
+      _scopes(findVerdictScopes(formatRefs)),
       _conditions(formatRefs.size()),
       _pointIndexes(formatRefs.size()) {}
 

@@ -11,6 +11,7 @@
 #include "ConditionalFormatters/Formats/CndFrmt_StyleSequences.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_VerdictScope.h"
 #include "DOM/CellInfo.h"
 #include "DOM/SharedStyle.h"
 #include "Formulas/LookupCache.h"
@@ -50,6 +51,13 @@ public:
   /// True for a position in the ranges of a format. See PointIndex for the cost.
   [[nodiscard]] bool liesInRanges(FormatIndex format, CellIndex cell) const;
 
+  /// True if the cells of a row or a column share the verdict of some format.
+  [[nodiscard]] bool hasSharedVerdicts() const noexcept { return !_scopes.empty(); }
+  /// Requires hasSharedVerdicts().
+  [[nodiscard]] VerdictScope getVerdictScope(FormatIndex format) const noexcept {
+    return _scopes[format];
+  }
+
   /// All ranges of all formats.
   [[nodiscard]] std::vector<TableRange> listRanges() const;
 
@@ -59,6 +67,7 @@ private:
   ConditionalFormatRefs const& _formatRefs;
   RangeIndex _rangeIndex;
   StyleSequences _sequences;
+  std::vector<VerdictScope> _scopes;                 ///< by format; empty if all are of the cell
   std::vector<Lazy<PreparedCondition>> _conditions;  ///< by format
   std::vector<Lazy<PointIndex>> _pointIndexes;       ///< by format
   mutable std::recursive_mutex _preparation;

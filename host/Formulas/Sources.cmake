@@ -79,6 +79,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/Parser.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/ReferenceParser.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Parsing/StructuredReferenceText.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/PositionDependence.cpp
           ${CMAKE_CURRENT_LIST_DIR}/ShiftExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/ShiftFormulaText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Text/DateText.cpp

@@ -77,7 +77,16 @@ FormulaSyntaxTree::Expr drawFormula() {
                                                     "AND(A1>0,B1<5)",
                                                     "A1&\"b\"",
                                                     "XFD1048576",
-                                                    "NOSUCHFUNCTION(1)"};
+                                                    "NOSUCHFUNCTION(1)",
+                                                    "$A1>1",
+                                                    "$B1=\"a\"",
+                                                    "IF($A1=\"a\",1/$B1,$B1)",
+                                                    "SUM($A1:$B2)>2",
+                                                    "$A1:$A3",
+                                                    "A$1>1",
+                                                    "MATCH(\"a\",A$1:A$14,0)>2",
+                                                    "$A1+COLUMN()>3",
+                                                    "A$1+ROW()>3"};
   return Formulas::parseExpr(pick(formulas));
 }
 

@@ -44,6 +44,7 @@ public:
   }
 
   [[nodiscard]] ExprTraits const& traits() const noexcept { return _traits; }
+  [[nodiscard]] PositionDependence const& position() const noexcept { return _position; }
 
   /// The facts of each node, what is below it taken in.
   [[nodiscard]] std::vector<NodeFacts> collectFacts() const {
@@ -105,7 +106,9 @@ private:
   void inspectReference(CellReference const& reference, NodeFacts& facts) {
     if (reference.isRelative()) {
       _traits.hasRelativeReferences = true;
-      dependOnCell(facts);
+      dependOn({.row = reference.firstRowIsRelative || reference.lastRowIsRelative,
+                .column = reference.firstColumnIsRelative || reference.lastColumnIsRelative},
+               facts);
     }
     if (!reference.isSingleCell()) {
       facts.readsRange = true;
@@ -136,6 +139,7 @@ private:
     FunctionTraits const& traits = _functions->at(node.function).traits;
     if (traits.isVolatile) {
       _traits.callsVolatileFunctions = true;
+      _position = {.row = true, .column = true};
       facts.varies = true;
     }
     if (traits.dependsOnCell || (traits.asksPosition && node.argumentCount == 0)) {
@@ -152,8 +156,12 @@ private:
     }
   }
 
-  void dependOnCell(NodeFacts& facts) {
+  void dependOnCell(NodeFacts& facts) { dependOn({.row = true, .column = true}, facts); }
+
+  void dependOn(PositionDependence const& position, NodeFacts& facts) {
     _traits.dependsOnCell = true;
+    _position.row = _position.row || position.row;
+    _position.column = _position.column || position.column;
     facts.varies = true;
   }
 
@@ -183,12 +191,17 @@ private:
   FunctionTable const* _functions;
   std::vector<NodeFacts> _facts;  ///< by node, each without what is below it
   ExprTraits _traits;
+  PositionDependence _position;
 };
 
 }  // namespace
 
 ExprTraits analyse(ExprParts const& parts, FunctionTable const& functions) {
   return Analyser(parts, functions).traits();
+}
+
+PositionDependence analysePosition(ExprParts const& parts, FunctionTable const& functions) {
+  return Analyser(parts, functions).position();
 }
 
 std::vector<InnerCall> findInvariantCalls(ExprParts const& parts, FunctionTable const& functions) {

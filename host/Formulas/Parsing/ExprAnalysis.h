@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
+#include "Formulas/PositionDependence.h"
 #include "Formulas/Values/FunctionTable.h"
 
 namespace Zorv::Formulas {
@@ -11,6 +12,10 @@ namespace Zorv::Formulas {
 /// Traits of a formula, found without evaluating it. In doubt a trait is set.
 [[nodiscard]] DOM::FormulaSyntaxTree::ExprTraits analyse(
     DOM::FormulaSyntaxTree::ExprParts const& parts, FunctionTable const& functions);
+
+/// See findPositionDependence().
+[[nodiscard]] PositionDependence analysePosition(DOM::FormulaSyntaxTree::ExprParts const& parts,
+                                                 FunctionTable const& functions);
 
 /// A function call within a formula.
 struct InnerCall {
