@@ -44,7 +44,7 @@ private:
   [[nodiscard]] Verdict* find(FormatIndex format, TestedCell const& cell);
 
   PreparedTable const& _table;
-  std::vector<OfRow> _ofRow;                   ///< by format
+  std::vector<OfRow> _ofRow;                     ///< by format
   std::vector<std::vector<Verdict>> _ofColumns;  ///< by format and column
 
   // The list that is left of `_all` in `_row`.

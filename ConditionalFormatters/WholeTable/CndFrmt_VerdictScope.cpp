@@ -9,8 +9,7 @@ namespace Zorv::ConditionalFormatters {
 
 VerdictScope findVerdictScope(DOM::ConditionalFormat const& format) {
   // Conditions of other kinds test the value of the cell.
-  auto const* const record =
-      boost::get<DOM::UnaryConditionalFormatOperator>(&format.getOperator());
+  auto const* const record = boost::get<DOM::UnaryConditionalFormatOperator>(&format.getOperator());
   if (record == nullptr || record->getType() != DOM::UnaryConditionalFormatType::FormulaIsTrue) {
     return VerdictScope::Cell;
   }

@@ -13,7 +13,8 @@ struct PositionDependence {
   friend bool operator==(PositionDependence const&, PositionDependence const&) noexcept = default;
 };
 
-/// The coordinates on which a formula depends: `$L1="x"` has the same value in all columns of a row.
+/// The coordinates on which a formula depends: `$L1="x"` has the same value in all columns of a
+/// row.
 ///
 /// In doubt a coordinate is set: both for volatile functions, defined names, implicit intersection,
 /// and functions that ask for the cell's position. Evaluates nothing; linear in the formula.
