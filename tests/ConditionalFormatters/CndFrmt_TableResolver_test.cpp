@@ -214,6 +214,14 @@ TEST_F(TableResolverTest, RunsGrowOverRowsAndOverTheBordersBetweenThreads) {
   }
 }
 
+TEST_F(TableResolverTest, AFormulaWhoseTextNamesATruthValueIsThatValue) {
+  addUnary(UnaryConditionalFormatType::FormulaIsTrue, "IF(A1<2,\"true\",\"false\")");
+  auto const calculator = makeCalculator(table);
+  auto const resolver = calculator->prepare(styles, table);
+  EXPECT_TRUE(resolver.resolve(table.getCellInfo(1, 0)));
+  EXPECT_FALSE(resolver.resolve(table.getCellInfo(2, 0)));
+}
+
 /// The call is a constant by then: it does not see that the document changed, as its users promise
 /// not to do. Its range is too small to be remembered in any other way.
 TEST_F(TableResolverTest, ACallThatNoCellChangesIsEvaluatedOnce) {
