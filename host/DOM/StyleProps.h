@@ -150,7 +150,8 @@ struct ParaProps {
   std::optional<unsigned> indent = std::nullopt;  ///< in steps of three spaces
   std::optional<bool> wrapText = std::nullopt;
   std::optional<bool> shrinkToFit = std::nullopt;
-  std::optional<int> textRotation = std::nullopt;  ///< in degrees, counter-clockwise, -90 to 90; 255: stacked letters
+  std::optional<int> textRotation =
+      std::nullopt;  ///< in degrees, counter-clockwise, -90 to 90; 255: stacked letters
   std::optional<unsigned> readingOrder = std::nullopt;
 
   static constexpr auto members() noexcept {
