@@ -31,4 +31,4 @@ done
 
 # Modules look for packages in the folders above them.
 cp ./*.mjs "$folder"
-GOLDEN=$PWD/golden node --test --test-reporter=spec "$folder/pages.test.mjs"
+GOLDEN=$PWD/golden node --test --test-reporter=tap "$folder/pages.test.mjs"
