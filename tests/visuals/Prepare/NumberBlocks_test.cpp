@@ -34,8 +34,8 @@ TEST(NumberBlocks, SelectsAmongEqualNumbers) { checkAllRanks({4, 4, 4}); }
 TEST(NumberBlocks, SelectsTheOnlyNumber) { checkAllRanks({-2}); }
 
 TEST(NumberBlocks, SelectsAcrossTheWholeRangeOfNumbers) {
-  constexpr double most = std::numeric_limits<double>::max();
-  checkAllRanks({-most, most, 0, 1, -1, most / 2});
+  constexpr double largest = std::numeric_limits<double>::max();
+  checkAllRanks({-largest, largest, 0, 1, -1, largest / 2});
 }
 
 TEST(NumberBlocks, SelectsAmongNumbersTooCloseForADifference) {
