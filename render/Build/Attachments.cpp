@@ -66,6 +66,11 @@ std::uint32_t RichTexts::find(unsigned long row, unsigned long column, std::stri
   if (cell == _cells.end() || placeOf(*cell) != std::pair(row, column)) {
     return 0;
   }
+  if (cell->text->size() > mostRuns - _runCount) {
+    ++_plainCount;
+    return 0;
+  }
+  _runCount += cell->text->size();
   auto const [known, isNew] = _known.try_emplace({cell->text.get(), look.look});
   if (isNew) {
     _texts.push_back(makeRuns(*cell->text, text, look, _looks));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -41,10 +42,17 @@ public:
   RichTexts(Workbook::Sheet const& sheet, Looks const& looks) noexcept
       : _cells(sheet.richCells), _looks(looks) {}
 
-  /// Index of the runs of a cell's text in a look, plus one; 0 for a text without runs. Cells of
-  /// the same text and look share them. Logarithmic.
+  /// Most runs of all cells together: cells share a text, but writers write each of its runs again
+  /// for each cell.
+  static constexpr std::size_t mostRuns = 500'000;
+
+  /// Index of the runs of a cell's text in a look, plus one; 0 for a text without runs, and beyond
+  /// the limit. Cells of the same text and look share them. Logarithmic.
   [[nodiscard]] std::uint32_t find(unsigned long row, unsigned long column, std::string const& text,
                                    StyleLook const& look);
+
+  /// Cells whose runs lie beyond the limit.
+  [[nodiscard]] std::size_t countPlain() const noexcept { return _plainCount; }
 
   [[nodiscard]] std::vector<std::vector<TextRun>> take() && noexcept { return std::move(_texts); }
 
@@ -53,6 +61,8 @@ private:
   Looks const& _looks;
   std::map<std::pair<Workbook::RichText const*, std::uint32_t>, std::uint32_t> _known;
   std::vector<std::vector<TextRun>> _texts;
+  std::size_t _runCount = 0;  ///< of all cells
+  std::size_t _plainCount = 0;
 };
 
 }  // namespace Zorv::Render

@@ -40,6 +40,7 @@ public:
   void finish();
 
   [[nodiscard]] std::size_t getOverlapCount() const noexcept { return _cellRows.getOverlapCount(); }
+  [[nodiscard]] std::size_t countPlainTexts() const noexcept { return _richTexts.countPlain(); }
 
 private:
   struct Measured {

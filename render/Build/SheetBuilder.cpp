@@ -80,6 +80,15 @@ void reportOverlaps(BuildState& state, Workbook::Sheet const& sheet, std::size_t
   }
 }
 
+void reportPlainTexts(BuildState& state, Workbook::Sheet const& sheet, std::size_t count) {
+  if (count > 0) {
+    state.findings.push_back(
+        fmt::format("{}: {} {} in the font of the cell alone, since only the first {} stretches of "
+                    "rich text are drawn",
+                    sheet.name, count, count == 1 ? "text is" : "texts are", RichTexts::mostRuns));
+  }
+}
+
 }  // namespace
 
 SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
@@ -114,6 +123,7 @@ SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
   }
   builder.finish();
   reportOverlaps(state, sheet, builder.getOverlapCount());
+  reportPlainTexts(state, sheet, builder.countPlainTexts());
 
   picture.height = placeLines(rows, looks, picture.rows);
   picture.width = placeLines(columns, looks, picture.columns);

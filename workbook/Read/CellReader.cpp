@@ -138,7 +138,10 @@ void CellReader::finish() {
   std::ranges::stable_sort(cells, {}, placeOf);
   // The last of each place counts, so the order is turned around to find it first.
   std::ranges::reverse(cells);
-  cells.erase(std::ranges::unique(cells, {}, placeOf).begin(), cells.end());
+  auto const hasSamePlace = [&](RichCell const& a, RichCell const& b) {
+    return placeOf(a) == placeOf(b);
+  };
+  cells.erase(std::unique(cells.begin(), cells.end(), hasSamePlace), cells.end());
   std::ranges::reverse(cells);
   std::erase_if(cells, [](RichCell const& cell) { return !cell.text; });
 }

@@ -25,7 +25,7 @@ void PageReader::readElement() {
 void PageReader::finish() {
   for (auto* const breaks : {&_page.rowBreaks, &_page.columnBreaks}) {
     std::ranges::sort(*breaks);
-    breaks->erase(std::ranges::unique(*breaks).begin(), breaks->end());
+    breaks->erase(std::unique(breaks->begin(), breaks->end()), breaks->end());
   }
 }
 

@@ -433,6 +433,25 @@ TEST(BuildPicture, ColoursOfNumberFormatsComeFromThePalette) {
   EXPECT_EQ(picture.at("C1").textColour, std::nullopt);
 }
 
+TEST(BuildPicture, CellsBeyondTheLimitOfRunsHaveTheFontOfTheCellAlone) {
+  constexpr int runsOfAText = 1'000;
+  std::string text = "<c t='inlineStr'><is>";
+  for (int run = 0; run < runsOfAText; ++run) {
+    text += run % 2 == 0 ? "<r><rPr><b/></rPr><t>x</t></r>" : "<r><t>x</t></r>";
+  }
+  text += "</is></c>";
+  std::string row = "<row r='1'>";
+  for (int cell = 0; cell < 502; ++cell) {
+    row += text;
+  }
+  BuiltPicture const picture(WorkbookBuilder().setSheet(row + "</row>"));
+  EXPECT_NE(picture.at("SF1").runs, 0U);  // the 500th
+  EXPECT_EQ(picture.at("SG1").runs, 0U);
+  EXPECT_EQ(picture.at("SG1").text, std::string(runsOfAText, 'x'));
+  ASSERT_THAT(picture.get().findings, SizeIs(1));
+  EXPECT_THAT(picture.get().findings.front(), HasSubstr("2 texts are in the font"));
+}
+
 TEST(BuildPicture, RunsHaveFontsOverThatOfTheirCell) {
   BuiltPicture const picture(
       WorkbookBuilder()
