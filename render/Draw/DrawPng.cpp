@@ -43,8 +43,7 @@ PixelSize measurePng(SheetGeometry const& geometry, DrawOptions const& options) 
 class BandPainter {
 public:
   BandPainter(SheetGeometry const& geometry, PixelSize const& size, DrawOptions const& options)
-      : _geometry(geometry),
-        _size(size),
+      : _size(size),
         _scale(options.scale),
         _margin(std::round(drawingMargin * options.scale)),
         _painter(geometry, _resources,
@@ -94,7 +93,6 @@ private:
     cairo_surface_finish(surface.get());
   }
 
-  SheetGeometry const& _geometry;
   PixelSize _size;
   double _scale;
   double _margin;  ///< in pixels

@@ -35,7 +35,7 @@ DRAWING = ["render FILE -o OUT.svg", "render FILE -o OUT.png", "render FILE -o O
 OTHERS = ["resolve --format json FILE", "rules FILE", "verdicts FILE", "explain FILE A1:C3",
           "check FILE", "tidy FILE -o OUT.xlsx", "diff FILE FILE", *SHOWING, *DRAWING]
 MOMENT = ["--now", "2026-11-21T12:00:00"]
-SECONDS = 10  # of processor time for one run
+SECONDS = 30  # of processor time for one run
 MEMORY = 384 * 1024 * 1024  # bytes in memory at once
 LONGEST_LINE = 2_000
 COLOURS = re.compile(r"\x1b\[[0-9;]*m")
