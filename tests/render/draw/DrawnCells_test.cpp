@@ -215,7 +215,7 @@ TEST(DrawnCells, APatternHasTheShareOfDotsOfItsName) {
         PatternCase{LightGrid, 0.4375}, PatternCase{LightTrellis, 0.375},
         PatternCase{Gray125, 0.125}, PatternCase{Gray0625, 0.0625}}) {
     SheetBuilder builder(1, 1, 80, 80);
-    builder.look(0, 0, [&](Look& look) { look.fill = {pattern, white, blue, {}}; });
+    builder.look(0, 0, [&, drawn = pattern](Look& look) { look.fill = {drawn, white, blue, {}}; });
     EXPECT_NEAR(DrawnPng(builder.build()).inkIn(8, 8, 72, 72), share, 1e-9)
         << static_cast<int>(pattern);
   }

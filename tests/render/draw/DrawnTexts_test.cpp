@@ -100,7 +100,7 @@ TEST(DrawnTexts, TextsLieAtTheirHeight) {
     for (char const* const text : {"mm", "םםם"}) {
       SheetBuilder builder = makeRow(1, 80);
       builder.text(0, 0, text);
-      builder.look(0, 0, [&](Look& look) { look.vertical = vertical; });
+      builder.look(0, 0, [place = vertical](Look& look) { look.vertical = place; });
       DrawnPng const drawn(builder.build());
       EXPECT_GT(drawn.inkIn(0, top, 64, bottom), 0.02) << top << text;
       EXPECT_EQ(drawn.inkIn(0, 0, 64, top), 0) << top << text;
@@ -264,9 +264,9 @@ TEST(DrawnTexts, LinesBelowAndThroughATextAreDrawn) {
         DecorationCase{DoubleAccounting, false, 2}, DecorationCase{None, true, 1}}) {
     SheetBuilder builder = makeRow(1, 40);
     builder.text(0, 0, "    ");
-    builder.look(0, 0, [&](Look& look) {
-      look.font.underline = underline;
-      look.font.strikethrough = strikethrough;
+    builder.look(0, 0, [below = underline, through = strikethrough](Look& look) {
+      look.font.underline = below;
+      look.font.strikethrough = through;
       look.font.size = 14;
     });
     DrawnPng const drawn(builder.build());
