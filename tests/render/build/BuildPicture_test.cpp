@@ -333,7 +333,7 @@ TEST(BuildPicture, ColumnsWithLinesHaveThemInPositionsWithoutACell) {
 
 TEST(BuildPicture, TextsRunOverIntoEmptyNeighbours) {
   constexpr char const* text = "<is><t>a text of some more letters</t></is>";
-  auto const cell = [text](std::string const& place, int style) {
+  auto const cell = [](std::string const& place, int style) {
     return "<c r='" + place + "' t='inlineStr' s='" + std::to_string(style) + "'>" + text + "</c>";
   };
   BuiltPicture const picture(
