@@ -15,9 +15,10 @@ library=$1
 list=$2
 
 # Without addresses and kinds: a symbol may be weak or not as the compiler likes. The marks of the
-# address sanitizer are no symbols of the library.
+# address sanitizer are no symbols of the library, and neither are functions of the standard library
+# that a compiler does not inline.
 exported=$(nm --dynamic --defined-only "$library" | awk '{ print $3 }' | grep -v '^__odr_asan' |
-  c++filt | sort -u)
+  c++filt | grep -vE '^([^(]* )?std::' | sort -u)
 if [ "$write" = yes ]; then
   printf '%s\n' "$exported" >"$list"
 elif ! diff --unified=0 "$list" - <<<"$exported"; then
