@@ -6,8 +6,8 @@ check_hostile.py CNDFRMT [OPTION...] [CASE...]
 A run ends well with exit status 0, 1 or 2, within the limits of time and memory below, and with
 plain text on standard error: no control characters, no marks that turn text around, no line beyond
 a sensible length. What is shown on a terminal has no control characters but those of colours. A run
-that fails leaves no file behind. With --sanitized there is no limit of memory, and more time. With --write FOLDER
-the files are written there, and nothing is run.
+that fails says why and leaves no file behind. With --sanitized there is no limit of memory, and more
+time. With --write FOLDER the files are written there, and nothing is run.
 """
 
 import argparse
