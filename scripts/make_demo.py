@@ -180,12 +180,32 @@ def guests(book):
     sheet.rule("D4:D12", {"italic": True, **GREY}, type="unique")
 
 
+def budget(book):
+    money = {"num_format": "#,##0.0"}
+    sheet = Sheet(book, "Budget", "Budget of the year (thousand euro)", [
+        ("Area", 16, {}), ("Planned", 10, money), ("Spent", 10, money), ("Left", 14, money),
+        ("Last year", 14, {"num_format": "+0.0%;-0.0%;0.0%"})])
+    rows = [("Staff", 412.0, 398.5, -.021), ("Rent", 96.0, 96.0, .04),
+            ("Travel", 38.5, 52.3, .31), ("Machines", 120.0, 71.4, -.182),
+            ("Training", 24.0, 9.8, -.4), ("Advertising", 60.0, 83.1, .125)]
+    sheet.write([(area, planned, spent, ("=B{row}-C{row}", round(planned - spent, 1)), change)
+                 for area, planned, spent, change in rows])
+    # Bars on both sides of an axis: where zero lies among the numbers, and in the middle.
+    sheet.rule("D4:D9", type="data_bar", data_bar_2010=True, bar_color="#63BE7B", bar_solid=True,
+               bar_negative_color="#F8696B", bar_negative_border_color="#F8696B",
+               bar_axis_color="#404040")
+    sheet.rule("E4:E9", type="data_bar", data_bar_2010=True, bar_color="#FFB628",
+               bar_negative_color="#5B9BD5", bar_negative_border_color="#5B9BD5",
+               bar_axis_position="middle", min_type="num", min_value=-0.5, max_type="num",
+               max_value=0.5)
+
+
 def main():
     target = pathlib.Path(__file__).resolve().parent.parent / "examples" / "demo.xlsx"
     with xlsxwriter.Workbook(str(target)) as book:
         book.set_properties({"title": "Demonstration of conditional formats",
                              "created": datetime.datetime(2026, 11, 21, 12, 0, 0)})
-        for add in (sales, invoices, stock, guests):
+        for add in (sales, invoices, stock, guests, budget):
             add(book)
 
 

@@ -233,8 +233,8 @@ describe('hostile texts', () => {
 describe('without scripts', () => {
   test('every sheet is a readable table with its rules', async () => {
     await withPage('demo', {javaScriptEnabled: false}, async (page) => {
-      assert.equal(await page.locator('.sheet').count(), 4);
-      for (const name of ['Sales', 'Invoices', 'Stock', 'Guests']) {
+      assert.equal(await page.locator('.sheet').count(), 5);
+      for (const name of ['Sales', 'Invoices', 'Stock', 'Guests', 'Budget']) {
         assert.equal(await page.getByRole('heading', {name, exact: true}).isVisible(), true);
       }
       assert.equal(await page.getByRole('cell', {name: '6,410.50'}).count(), 1);

@@ -14,7 +14,7 @@ import tempfile
 
 BOOK = pathlib.Path("examples/demo.xlsx").resolve()
 BEGINNINGS = {"html": b"<!DOCTYPE html>", "svg": b"<?xml", "png": b"\x89PNG\r\n\x1a\n", "pdf": b"%PDF-"}
-SHEETS = {"html": 4, "svg": 1, "png": 1, "pdf": 4}
+SHEETS = {"html": 5, "svg": 1, "png": 1, "pdf": 5}
 
 failed = 0
 
