@@ -21,8 +21,7 @@ std::filesystem::path findModule() {
   return (program.parent_path() / CNDFRMT_DRAWING_MODULE).lexically_normal();
 }
 
-DrawingModule const& loadModule() {
-  std::filesystem::path const path = findModule();
+DrawingModule const& loadModule(std::filesystem::path const& path) {
   // Never closed: the libraries behind it keep state that lives as long as the process.
   void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle == nullptr) {
@@ -50,7 +49,8 @@ void draw(Picture const& picture, DrawingFormat format, DrawOptions const& optio
     throw BaseRuntimeError(fmt::format("cannot draw at the scale {}: it must lie between {} and {}",
                                        options.scale, leastScale, mostScale));
   }
-  static DrawingModule const& module = loadModule();
+  static DrawingModule const& module =
+      loadModule(options.module.empty() ? findModule() : options.module);
   module.draw(picture, format, options, sink);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <string_view>
 
@@ -22,6 +23,9 @@ struct DrawOptions {
   std::uint64_t pageLimit = 10'000;        ///< most pages of a PDF
   /// Bounds the work and the memory; borrowed, null for no bound.
   WorkBudget* budget = nullptr;
+  /// The file of the module that draws, for what is no program itself; empty: at its place beside
+  /// the program. The first drawing of a process loads it.
+  std::filesystem::path module = {};
 };
 
 /// Width of the white edge around a drawn sheet in CSS pixels: the lines around its outer cells lie

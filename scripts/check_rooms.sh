@@ -41,7 +41,7 @@ done
 installed=$(grep -oE '(host|ConditionalFormatters)/[A-Za-z0-9_/]+\.h' cmake/PublicHeaders.cmake |
   sed 's|^host/||' | sort -u)
 used=$(grep -rhoE '^#include "[^"]+"' --include='*.h' --include='*.cpp' tool |
-  sed -E 's|^#include "(.*)"$|\1|' | grep -vE '^(tool|render|words|analysis|workbook|visuals)/' | sort -u)
+  sed -E 's|^#include "(.*)"$|\1|' | grep -vE '^(tool|render|records|words|analysis|workbook|visuals)/' | sort -u)
 hidden=$(comm -13 <(echo "$installed") <(echo "$used"))
 if [ -n "$hidden" ]; then
   grep -rnF --include='*.h' --include='*.cpp' -f <(sed 's|.*|#include "&"|' <<<"$hidden") tool

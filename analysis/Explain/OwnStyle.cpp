@@ -25,14 +25,17 @@ DOM::SharedCellStylePtr findLayoutStyle(Workbook::SheetLayout const& layout,
 
 }  // namespace
 
-DOM::CellStyle findOwnStyle(Workbook::Document const& document, std::size_t sheet,
-                            DOM::CellInfo const& cell) {
+DOM::SharedCellStylePtr findSharedOwnStyle(Workbook::Document const& document, std::size_t sheet,
+                                           DOM::CellInfo const& cell) {
   auto style = cell.getCell() != nullptr
                    ? cell.getCell()->style
                    : findLayoutStyle(document.getSheets()[sheet].layout, cell);
-  if (!style) {
-    style = document.getDefaultCellStyle();
-  }
+  return style ? style : document.getDefaultCellStyle();
+}
+
+DOM::CellStyle findOwnStyle(Workbook::Document const& document, std::size_t sheet,
+                            DOM::CellInfo const& cell) {
+  auto const style = findSharedOwnStyle(document, sheet, cell);
   return style ? style->get() : DOM::CellStyle();
 }
 

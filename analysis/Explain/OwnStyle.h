@@ -4,12 +4,19 @@
 
 #include "DOM/CellInfo.h"
 #include "DOM/CellStyle.h"
+#include "DOM/SharedStyle.h"
 #include "workbook/Document.h"
 
 namespace Zorv::Analysis {
 
 /// The style that a position of a sheet has without its conditional formats: the cell's own one;
-/// where there is no cell, that of its row, else of its column; else the document's default.
+/// where there is no cell, that of its row, else of its column; else the document's default. May be
+/// null.
+[[nodiscard]] DOM::SharedCellStylePtr findSharedOwnStyle(Workbook::Document const& document,
+                                                         std::size_t sheet,
+                                                         DOM::CellInfo const& cell);
+
+/// The same as a value; one that sets nothing where there is none.
 [[nodiscard]] DOM::CellStyle findOwnStyle(Workbook::Document const& document, std::size_t sheet,
                                           DOM::CellInfo const& cell);
 

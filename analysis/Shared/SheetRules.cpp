@@ -3,11 +3,23 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <tuple>
 #include <utility>
 
 #include "ConditionalFormatters/CndFrmt_StyleHierarchy.h"
 
 namespace Zorv::Analysis {
+
+namespace {
+
+bool decidesBefore(Workbook::Rule const* a, Workbook::Rule const* b) noexcept {
+  auto const rank = [](Workbook::Rule const& rule) {
+    return std::tuple(!rule.priority, rule.priority.value_or(0), rule.number);
+  };
+  return rank(*a) < rank(*b);
+}
+
+}  // namespace
 
 SheetRules::SheetRules(Workbook::Document const& document, std::size_t sheet,
                        ConditionalFormatters::ConditionalFormatRefs const& formatRefs)
@@ -35,6 +47,25 @@ VisualRules SheetRules::rulesOf(Visuals::CellVisuals const& visuals) const noexc
     return shown ? &ruleOfVisual(shown->format) : nullptr;
   };
   return {ruleOf(visuals.scale), ruleOf(visuals.bar), ruleOf(visuals.icon)};
+}
+
+void SheetRules::listDeciding(std::span<ConditionalFormatters::FormatIndex const> formats,
+                              VisualRules const& visuals,
+                              std::vector<Workbook::Rule const*>& deciding) const {
+  deciding.clear();
+  for (auto const* rule : {visuals.scale, visuals.bar, visuals.icon}) {
+    if (rule != nullptr) {
+      deciding.push_back(rule);
+    }
+  }
+  bool const hasVisuals = !deciding.empty();
+  for (auto const format : formats) {
+    deciding.push_back(&ruleOf(format));
+  }
+  // Formats come in the order of priority already.
+  if (hasVisuals) {
+    std::ranges::sort(deciding, decidesBefore);
+  }
 }
 
 std::size_t SheetRules::formatOf(Workbook::Rule const& rule) const noexcept {

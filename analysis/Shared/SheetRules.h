@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
@@ -38,6 +39,11 @@ public:
 
   /// The rules that gave a cell its visuals.
   [[nodiscard]] VisualRules rulesOf(Visuals::CellVisuals const& visuals) const noexcept;
+
+  /// Lists the rules that decide for a cell, by priority: those of the formats that hold, and those
+  /// that gave it its visuals. What the list held before is removed.
+  void listDeciding(std::span<ConditionalFormatters::FormatIndex const> formats,
+                    VisualRules const& visuals, std::vector<Workbook::Rule const*>& deciding) const;
 
   /// The index of the format that was made from a rule. Requires that the rule is a condition that
   /// is resolved, and of this sheet. Logarithmic.

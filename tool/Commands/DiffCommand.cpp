@@ -6,11 +6,11 @@
 #include <memory>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "OfficeUtils/Clock.h"
 #include "analysis/Diff/CompareCells.h"
 #include "analysis/Diff/CompareRules.h"
+#include "analysis/Diff/MatchSheets.h"
 #include "tool/Commands/RunFiles.h"
 #include "tool/Input/Selection.h"
 #include "tool/Output/DiffOutput.h"
@@ -41,28 +41,31 @@ class Comparison {
 public:
   Comparison(Options const& options, VersionPair const& versions, DiffOutput& output,
              WorkBudget& budget)
-      : _options(options), _versions(versions), _output(output), _budget(budget) {
-    auto const& first = versions.first.getDocument();
-    auto const& second = versions.second.getDocument();
-    for (std::size_t const sheet : versions.first.getSheets()) {
-      if (auto const partner = second.findSheet(first.getSheets()[sheet].name)) {
-        _pairs.emplace_back(sheet, *partner);
-      }
-    }
+      : _options(options),
+        _versions(versions),
+        _output(output),
+        _budget(budget),
+        _sheets(Analysis::matchSheets(versions.first.getDocument(), versions.first.getSheets(),
+                                      versions.second.getDocument(), versions.second.getSheets())) {
   }
 
   void run(std::pair<OfficeUtils::Clock::TimePoint, OfficeUtils::Clock::TimePoint> moments) {
-    compareSheetLists();
     auto const& first = _versions.first.getDocument();
     auto const& second = _versions.second.getDocument();
-    for (auto const& [sheet, partner] : _pairs) {
+    for (std::size_t const sheet : _sheets.onlyInFirst) {
+      _output.addSheet(first.getSheets()[sheet].name, true);
+    }
+    for (std::size_t const sheet : _sheets.onlyInSecond) {
+      _output.addSheet(second.getSheets()[sheet].name, false);
+    }
+    for (auto const& [sheet, partner] : _sheets.pairs) {
       for (auto const& difference : Analysis::compareRules(first, sheet, second, partner)) {
         if (isSelected(difference)) {
           _output.addRule(difference);
         }
       }
     }
-    for (auto const& [sheet, partner] : _pairs) {
+    for (auto const& [sheet, partner] : _sheets.pairs) {
       Analysis::compareSheets({&first, moments.first}, sheet, {&second, moments.second}, partner,
                               {.localeName = _options.localeName,
                                .timeZone = _options.timeZone,
@@ -79,28 +82,11 @@ private:
            (difference.second != nullptr && _versions.second.contains(*difference.second));
   }
 
-  void compareSheetLists() {
-    auto const& first = _versions.first.getDocument();
-    auto const& second = _versions.second.getDocument();
-    for (std::size_t const sheet : _versions.first.getSheets()) {
-      auto const& name = first.getSheets()[sheet].name;
-      if (!second.findSheet(name)) {
-        _output.addSheet(name, true);
-      }
-    }
-    for (std::size_t const sheet : _versions.second.getSheets()) {
-      auto const& name = second.getSheets()[sheet].name;
-      if (!first.findSheet(name)) {
-        _output.addSheet(name, false);
-      }
-    }
-  }
-
   Options const& _options;
   VersionPair const& _versions;
   DiffOutput& _output;
   WorkBudget& _budget;
-  std::vector<std::pair<std::size_t, std::size_t>> _pairs;  ///< of sheets
+  Analysis::SheetMatch _sheets;
 };
 
 std::unique_ptr<DiffOutput> makeOutput(VersionPair const& versions, MomentPair const& moments,

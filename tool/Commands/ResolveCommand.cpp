@@ -1,7 +1,5 @@
-#include <algorithm>
 #include <memory>
 #include <span>
-#include <tuple>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
@@ -21,13 +19,6 @@ namespace CF = ConditionalFormatters;
 std::unique_ptr<CF::ValueContextProvider> makeProvider(Selection const& selection) {
   return std::make_unique<Workbook::DocumentValueProvider>(
       selection.getDocument(), selection.getOptions().localeName, selection.getOptions().timeZone);
-}
-
-bool isBefore(Workbook::Rule const* a, Workbook::Rule const* b) noexcept {
-  auto const rank = [](Workbook::Rule const& rule) {
-    return std::tuple(!rule.priority, rule.priority.value_or(0), rule.number);
-  };
-  return rank(*a) < rank(*b);
 }
 
 /// Resolves a selection sheet by sheet, and passes the cells to an output.
@@ -94,26 +85,8 @@ private:
     }
     if (resolved.style || !cell.visuals.isEmpty()) {
       auto const visualRules = rules.rulesOf(cell.visuals);
-      listDeciding(resolved.formats, visualRules, rules);
+      rules.listDeciding(resolved.formats, visualRules, _deciding);
       _output.add({resolved.cellInfo, resolved.style, _deciding, cell.visuals, visualRules});
-    }
-  }
-
-  /// Lists the deciding rules by priority.
-  void listDeciding(std::span<CF::FormatIndex const> formats,
-                    Analysis::VisualRules const& visualRules, Analysis::SheetRules const& rules) {
-    _deciding.clear();
-    for (auto const* rule : {visualRules.scale, visualRules.bar, visualRules.icon}) {
-      if (rule != nullptr) {
-        _deciding.push_back(rule);
-      }
-    }
-    bool const hasVisuals = !_deciding.empty();
-    for (auto const format : formats) {
-      _deciding.push_back(&rules.ruleOf(format));
-    }
-    if (hasVisuals) {
-      std::ranges::sort(_deciding, isBefore);
     }
   }
 

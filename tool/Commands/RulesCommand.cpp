@@ -1,5 +1,5 @@
 #include "tool/Commands/Commands.h"
-#include "tool/Output/JsonText.h"
+#include "tool/Output/JsonDocument.h"
 #include "tool/Output/RulesOutput.h"
 
 namespace Zorv::Tool {

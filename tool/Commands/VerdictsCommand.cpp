@@ -9,10 +9,11 @@
 #include "DOM/A1Notation.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "analysis/Shared/SheetRules.h"
+#include "records/JsonText.h"
 #include "tool/Commands/Commands.h"
 #include "tool/Commands/CoveredAreas.h"
 #include "tool/Output/FieldLines.h"
-#include "tool/Output/JsonText.h"
+#include "tool/Output/JsonDocument.h"
 #include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Tool {
@@ -33,7 +34,7 @@ struct LineTexts {
 
 LineTexts makeJsonTexts(Selection const& selection, Workbook::Rule const& rule) {
   std::string end = fmt::format("\",\"rule\":{},\"kind\":", rule.number);
-  appendJsonText(end, rule.type);
+  Records::appendJsonText(end, rule.type);
   end += ",\"holds\":";
   return {.front = beginJsonLine(selection, selection.getDocument().getSheets()[rule.sheet]) +
                    ",\"cell\":\"",

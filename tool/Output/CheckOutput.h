@@ -17,13 +17,7 @@ namespace Zorv::Tool {
 
 using CheckFindings = std::span<Analysis::CheckFinding const>;
 
-/// `error`, `warning` or `note`.
-[[nodiscard]] std::string_view toText(Analysis::Severity severity) noexcept;
-
 [[nodiscard]] std::size_t countFindings(CheckFindings findings, Analysis::Severity severity);
-
-/// A finding as a sentence: `rule 5 never holds: its first bound, 9, is above its second, 1`.
-[[nodiscard]] std::string describeFinding(Analysis::CheckFinding const& finding);
 
 /// The sheet and ranges of a finding: `Sales!B2:B9 D2 and 5 more`; empty for the workbook as a
 /// whole.

@@ -2,9 +2,10 @@
 
 #include <fmt/format.h>
 
+#include "records/JsonBuilder.h"
+#include "records/JsonText.h"
 #include "tool/Output/CheckOutput.h"
-#include "tool/Output/JsonBuilder.h"
-#include "tool/Output/JsonText.h"
+#include "words/FindingText.h"
 
 namespace Zorv::Tool {
 
@@ -12,6 +13,7 @@ namespace {
 
 using Analysis::CheckFinding;
 using Analysis::CheckKind;
+using Records::JsonBuilder;
 
 /// A file's name as a reference by RFC 3986: bytes that it does not allow are escaped, so that a
 /// name of any bytes makes a valid one.
@@ -41,7 +43,7 @@ void addDriver(JsonBuilder& json) {
     addMessage(json, "shortDescription", kind.claim);
     addMessage(json, "help", kind.advice);
     json.key("defaultConfiguration").beginObject();
-    json.key("level").text(toText(kind.severity)).endObject().endObject();
+    json.key("level").text(Words::toText(kind.severity)).endObject().endObject();
   }
   json.endArray().endObject().endObject();
 }
@@ -65,11 +67,11 @@ void addResult(JsonBuilder& json, Selection const& selection, CheckFinding const
   CheckKind const& kind = Analysis::kindOf(finding.code);
   json.beginObject().key("ruleId").text(kind.id);
   json.key("ruleIndex").number(static_cast<std::size_t>(kind.code));
-  json.key("level").text(toText(finding.severity));
+  json.key("level").text(Words::toText(finding.severity));
   std::string const place = describePlace(selection, finding);
   addMessage(json, "message",
-             fmt::format("{}{}{}. {}", place, place.empty() ? "" : ": ", describeFinding(finding),
-                         kind.advice));
+             fmt::format("{}{}{}. {}", place, place.empty() ? "" : ": ",
+                         Words::describeFinding(finding), kind.advice));
   addLocation(json, selection, finding);
   json.endObject();
 }

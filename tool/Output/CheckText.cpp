@@ -7,7 +7,7 @@
 #include "DOM/A1Notation.h"
 #include "tool/Output/CheckOutput.h"
 #include "tool/Output/ExplainLines.h"
-#include "words/Amounts.h"
+#include "words/FindingText.h"
 #include "words/Printable.h"
 
 namespace Zorv::Tool {
@@ -19,7 +19,6 @@ using Analysis::CheckKind;
 using Analysis::Severity;
 
 constexpr std::size_t widestName = 60;
-constexpr std::size_t widestFinding = 400;
 
 std::string describeFirstRanges(std::vector<TableRange> const& ranges) {
   constexpr std::size_t most = 3;
@@ -27,16 +26,6 @@ std::string describeFirstRanges(std::vector<TableRange> const& ranges) {
       ranges.begin(), ranges.begin() + static_cast<std::ptrdiff_t>(std::min(ranges.size(), most)));
   return DOM::A1Notation::toAddress(first) +
          (ranges.size() > most ? fmt::format(" and {} more", ranges.size() - most) : "");
-}
-
-/// The rules besides the one in question.
-std::string describeOthers(CheckFinding const& finding) {
-  std::vector<std::size_t> others(finding.rules.begin() + 1, finding.rules.end());
-  if (others.empty()) {
-    return {};
-  }
-  std::ranges::sort(others);
-  return fmt::format(" ({} {})", others.size() == 1 ? "rule" : "rules", Words::listNumbers(others));
 }
 
 /// On a terminal, a line that is too long goes on in further ones; elsewhere it stays whole, for
@@ -52,28 +41,8 @@ void addLine(std::string const& line, Terminal const& terminal, OutputBuffer& ou
 
 }  // namespace
 
-std::string_view toText(Severity severity) noexcept {
-  switch (severity) {
-    case Severity::Error:
-      return "error";
-    case Severity::Warning:
-      return "warning";
-    case Severity::Note:
-      break;
-  }
-  return "note";
-}
-
 std::size_t countFindings(CheckFindings findings, Severity severity) {
   return static_cast<std::size_t>(std::ranges::count(findings, severity, &CheckFinding::severity));
-}
-
-std::string describeFinding(CheckFinding const& finding) {
-  CheckKind const& kind = Analysis::kindOf(finding.code);
-  std::string const reason = Words::shorten(finding.reason, widestFinding);
-  return finding.rules.empty() ? fmt::format("{}: {}", kind.claim, reason)
-                               : fmt::format("rule {} {}{}: {}", finding.rules.front(), kind.claim,
-                                             describeOthers(finding), reason);
 }
 
 std::string describePlace(Selection const& selection, CheckFinding const& finding) {
@@ -91,10 +60,10 @@ void printCheckText(Selection const& selection, CheckFindings findings, Terminal
   std::set<Analysis::CheckCode> codes;
   for (CheckFinding const& finding : findings) {
     std::string const place = describePlace(selection, finding);
-    addLine(
-        fmt::format("{}: {}{}{} [{}]", toText(finding.severity), place, place.empty() ? "" : ": ",
-                    describeFinding(finding), Analysis::kindOf(finding.code).id),
-        terminal, out);
+    addLine(fmt::format("{}: {}{}{} [{}]", Words::toText(finding.severity), place,
+                        place.empty() ? "" : ": ", Words::describeFinding(finding),
+                        Analysis::kindOf(finding.code).id),
+            terminal, out);
     codes.insert(finding.code);
   }
   out.text() += codes.empty() ? "" : "\n";

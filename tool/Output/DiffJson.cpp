@@ -2,12 +2,11 @@
 
 #include <fmt/format.h>
 
-#include "DOM/A1Notation.h"
+#include "records/DifferenceJson.h"
+#include "records/JsonBuilder.h"
+#include "records/JsonText.h"
 #include "tool/Output/DiffOutput.h"
-#include "tool/Output/DiffText.h"
-#include "tool/Output/JsonText.h"
 #include "words/Moment.h"
-#include "words/VisualText.h"
 
 namespace Zorv::Tool {
 
@@ -52,7 +51,7 @@ private:
     auto const now =
         std::chrono::floor<std::chrono::seconds>(selection.getOptions().timeZone.toLocal(moment));
     _out.text() += "{\"file\":";
-    appendJsonText(_out.text(), selection.getFile());
+    Records::appendJsonText(_out.text(), selection.getFile());
     _out.text() += fmt::format(",\"now\":\"{}\"}}", Words::toText(now));
   }
 
@@ -69,65 +68,31 @@ private:
     _hasEntry = true;
   }
 
-  void endEntry() {
-    _out.text() += '}';
-    _out.endEntry();
-  }
-
   void setEarlyEnd() { _out.setEarlyEnd(endLists(_list) + ",\"summary\":{\"complete\":false}}\n"); }
 
   void printSheet(std::string const& name, bool isInFirst) override {
     beginEntry(0);
     _out.text() += "{\"sheet\":";
-    appendJsonText(_out.text(), name);
-    _out.text() += fmt::format(",\"onlyIn\":\"{}\"", isInFirst ? "first" : "second");
-    endEntry();
+    Records::appendJsonText(_out.text(), name);
+    _out.text() += fmt::format(",\"onlyIn\":\"{}\"}}", isInFirst ? "first" : "second");
+    _out.endEntry();
   }
 
   void printRule(Analysis::RuleDifference const& difference) override {
-    auto const& selection = difference.first ? _versions.first : _versions.second;
-    auto const& rule = difference.first ? *difference.first : *difference.second;
-    beginEntry(ruleList);
-    appendSheet(selection.getDocument().getSheets()[rule.sheet].name);
-    _out.text() += fmt::format(",\"change\":\"{}\",\"first\":", describeChange(difference));
-    appendRule(_versions.first, difference.first);
-    _out.text() += ",\"second\":";
-    appendRule(_versions.second, difference.second);
-    endEntry();
+    printRecord(ruleList, difference);
   }
 
   void printCell(Analysis::CellDifference const& difference) override {
-    beginEntry(cellList);
-    appendSheet(_versions.first.getDocument().getSheets()[difference.firstSheet].name);
-    _out.text() +=
-        fmt::format(",\"cell\":\"{}\",\"first\":", DOM::A1Notation::toAddress(difference.cell));
-    appendLook(difference.first);
-    _out.text() += ",\"second\":";
-    appendLook(difference.second);
-    endEntry();
+    printRecord(cellList, difference);
   }
 
-  void appendSheet(std::string const& name) {
-    _out.text() += "{\"sheet\":";
-    appendJsonText(_out.text(), name);
-  }
-
-  void appendRule(Selection const& selection, Workbook::Rule const* rule) {
-    _out.text() += rule != nullptr ? toJsonText(selection.getDocument(), *rule) : "null";
-  }
-
-  void appendLook(Analysis::CellLook const& look) {
-    if (look.hasFailed) {
-      _out.text() += "{\"failed\":true}";
-      return;
-    }
-    _out.text() += "{\"style\":";
-    _out.text() += look.style ? toJsonText(look.style->get()) : "{}";
-    if (std::string const visuals = Words::describe(look.visuals); !visuals.empty()) {
-      _out.text() += ",\"visuals\":";
-      appendJsonText(_out.text(), visuals);
-    }
-    _out.text() += '}';
+  template <class Difference>
+  void printRecord(int list, Difference const& difference) {
+    beginEntry(list);
+    Records::JsonBuilder json(_out.text());
+    Records::DifferenceJson(_versions.first.getDocument(), _versions.second.getDocument(), json)
+        .write(difference);
+    _out.endEntry();
   }
 
   VersionPair const& _versions;

@@ -2,9 +2,9 @@
 
 #include "DOM/A1Notation.h"
 #include "tool/Output/DiffOutput.h"
-#include "tool/Output/DiffText.h"
 #include "tool/Output/FieldLines.h"
 #include "words/ConditionText.h"
+#include "words/DifferenceText.h"
 
 namespace Zorv::Tool {
 
@@ -33,15 +33,15 @@ private:
     auto const& document = difference.first != nullptr ? first : second;
     _lines.addLine({"rule", document.getSheets()[rule.sheet].name, Words::listRanges(rule),
                     numberOf(difference.first), numberOf(difference.second),
-                    describeChange(difference), Words::describeCondition(rule),
-                    describeSide(first, difference.first, difference),
-                    describeSide(second, difference.second, difference)});
+                    Words::describeChange(difference), Words::describeCondition(rule),
+                    Words::describeSide(first, difference.first, difference),
+                    Words::describeSide(second, difference.second, difference)});
   }
 
   void printCell(Analysis::CellDifference const& difference) override {
     _lines.addLine({"cell", _versions.first.getDocument().getSheets()[difference.firstSheet].name,
                     DOM::A1Notation::toAddress(difference.cell), "", "", "changed", "",
-                    describeLook(difference.first), describeLook(difference.second)});
+                    Words::describeLook(difference.first), Words::describeLook(difference.second)});
   }
 
   [[nodiscard]] static std::string numberOf(Workbook::Rule const* rule) {

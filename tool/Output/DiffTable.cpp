@@ -7,9 +7,9 @@
 #include "DOM/A1Notation.h"
 #include "tool/Output/ColumnWidths.h"
 #include "tool/Output/DiffOutput.h"
-#include "tool/Output/DiffText.h"
 #include "tool/Text/TextTable.h"
 #include "words/ConditionText.h"
+#include "words/DifferenceText.h"
 
 namespace Zorv::Tool {
 
@@ -61,11 +61,12 @@ private:
                              {"SECOND", ColumnWidths::style}});
     auto const& document = (difference.first ? _versions.first : _versions.second).getDocument();
     Rule const& rule = difference.first ? *difference.first : *difference.second;
-    _table->addRow({document.getSheets()[rule.sheet].name, describeNumber(difference.first),
-                    describeNumber(difference.second), describeChange(difference),
-                    Words::describeCondition(rule),
-                    describeSide(_versions.first.getDocument(), difference.first, difference),
-                    describeSide(_versions.second.getDocument(), difference.second, difference)});
+    _table->addRow(
+        {document.getSheets()[rule.sheet].name, describeNumber(difference.first),
+         describeNumber(difference.second), Words::describeChange(difference),
+         Words::describeCondition(rule),
+         Words::describeSide(_versions.first.getDocument(), difference.first, difference),
+         Words::describeSide(_versions.second.getDocument(), difference.second, difference)});
   }
 
   void printCell(Analysis::CellDifference const& difference) override {
@@ -74,8 +75,8 @@ private:
                              {"FIRST", ColumnWidths::style},
                              {"SECOND", ColumnWidths::style}});
     _table->addRow({_versions.first.getDocument().getSheets()[difference.firstSheet].name,
-                    DOM::A1Notation::toAddress(difference.cell), describeLook(difference.first),
-                    describeLook(difference.second)});
+                    DOM::A1Notation::toAddress(difference.cell),
+                    Words::describeLook(difference.first), Words::describeLook(difference.second)});
   }
 
   void beginTable(Part part, std::vector<TextTable::Column> columns) {

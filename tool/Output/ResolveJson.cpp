@@ -3,10 +3,11 @@
 #include <fmt/format.h>
 
 #include "DOM/A1Notation.h"
+#include "records/JsonText.h"
+#include "records/VisualJson.h"
 #include "tool/Output/CellTextCaches.h"
-#include "tool/Output/JsonText.h"
+#include "tool/Output/JsonDocument.h"
 #include "tool/Output/ResolveOutput.h"
-#include "tool/Output/VisualJson.h"
 #include "words/CellText.h"
 
 namespace Zorv::Tool {
@@ -25,7 +26,7 @@ public:
 
   void beginSheet(Workbook::Sheet const& sheet) override {
     _out.text() += _hasSheet ? "\n]},\n{\"name\":" : "\n{\"name\":";
-    appendJsonText(_out.text(), sheet.name);
+    Records::appendJsonText(_out.text(), sheet.name);
     _out.text() += ",\"cells\":[";
     _hasSheet = true;
     _hasCell = false;
@@ -38,15 +39,16 @@ public:
     text += _hasCell ? ",\n{\"cell\":\"" : "\n{\"cell\":\"";
     text += DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex());
     text += "\",\"value\":";
-    appendJsonValue(text, cellObject != nullptr ? cellObject->value : FormulaValue());
+    Records::appendJsonValue(text, cellObject != nullptr ? cellObject->value : FormulaValue());
     text += ",\"shown\":";
     auto const* const format = cell.getStyle().getCellFormat().get();
-    appendJsonText(text, cellObject != nullptr ? _formatter.toText(*cellObject, format) : "");
+    Records::appendJsonText(text,
+                            cellObject != nullptr ? _formatter.toText(*cellObject, format) : "");
     text += ",\"style\":";
-    text += _styles.getOrCreate(cell.style, [&] { return toJsonText(cell.getStyle()); });
-    appendJsonVisuals(text, cell.visuals, cell.visualRules);
+    text += _styles.getOrCreate(cell.style, [&] { return Records::toJsonText(cell.getStyle()); });
+    Records::appendJsonVisuals(text, cell.visuals, cell.visualRules);
     text += ",\"rules\":";
-    text += _rules.getOrCreate(cell.deciding, [&] { return toJsonText(cell.deciding); });
+    text += _rules.getOrCreate(cell.deciding, [&] { return Records::toJsonText(cell.deciding); });
     text += '}';
     _out.endEntry();
     _hasCell = true;

@@ -3,11 +3,12 @@
 #include <fmt/format.h>
 
 #include "DOM/A1Notation.h"
+#include "records/JsonText.h"
+#include "records/VisualJson.h"
 #include "tool/Output/CellTextCaches.h"
 #include "tool/Output/FieldLines.h"
-#include "tool/Output/JsonText.h"
+#include "tool/Output/JsonDocument.h"
 #include "tool/Output/ResolveOutput.h"
-#include "tool/Output/VisualJson.h"
 #include "words/CellText.h"
 #include "words/StyleText.h"
 #include "words/VisualText.h"
@@ -82,14 +83,14 @@ public:
     text += ",\"cell\":\"";
     text += DOM::A1Notation::toAddress(cell.cellInfo.getCellIndex());
     text += "\",\"value\":";
-    appendJsonValue(text, cellObject != nullptr ? cellObject->value : FormulaValue());
+    Records::appendJsonValue(text, cellObject != nullptr ? cellObject->value : FormulaValue());
     text += ",\"shown\":";
-    appendJsonText(text, shownText(cell, _formatter));
+    Records::appendJsonText(text, shownText(cell, _formatter));
     text += ",\"style\":";
-    text += _styles.getOrCreate(cell.style, [&] { return toJsonText(cell.getStyle()); });
-    appendJsonVisuals(text, cell.visuals, cell.visualRules);
+    text += _styles.getOrCreate(cell.style, [&] { return Records::toJsonText(cell.getStyle()); });
+    Records::appendJsonVisuals(text, cell.visuals, cell.visualRules);
     text += ",\"rules\":";
-    text += _rules.getOrCreate(cell.deciding, [&] { return toJsonText(cell.deciding); });
+    text += _rules.getOrCreate(cell.deciding, [&] { return Records::toJsonText(cell.deciding); });
     text += "}\n";
     _out.endEntry();
   }

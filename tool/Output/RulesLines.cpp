@@ -2,8 +2,9 @@
 
 #include <fmt/format.h>
 
+#include "records/JsonText.h"
 #include "tool/Output/FieldLines.h"
-#include "tool/Output/JsonText.h"
+#include "tool/Output/JsonDocument.h"
 #include "tool/Output/RulesOutput.h"
 #include "words/ConditionText.h"
 #include "words/RuleEffect.h"
@@ -48,7 +49,8 @@ void printRulesJsonLines(Selection const& selection, OutputBuffer& out) {
     auto const front = beginJsonLine(selection, selection.getDocument().getSheets()[sheet]);
     for (auto const* rule : selection.getRulesByPriority(sheet)) {
       // The rule's members follow those of the line.
-      out.text() += front + ',' + toJsonText(selection.getDocument(), *rule).substr(1) + '\n';
+      out.text() +=
+          front + ',' + Records::toJsonText(selection.getDocument(), *rule).substr(1) + '\n';
       out.endEntry();
     }
   }

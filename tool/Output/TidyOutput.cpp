@@ -5,8 +5,9 @@
 #include <fmt/format.h>
 
 #include "DOM/A1Notation.h"
+#include "records/JsonText.h"
 #include "tool/Output/ColumnWidths.h"
-#include "tool/Output/JsonText.h"
+#include "tool/Output/JsonDocument.h"
 #include "tool/Text/TextTable.h"
 #include "words/Printable.h"
 
@@ -101,7 +102,7 @@ std::string describeOutcome(Selection const& selection, TidyPlan const& plan,
 
 std::string toJson(SheetPlan const& sheet, std::string const& name) {
   std::string json = "{\"name\":";
-  appendJsonText(json, name);
+  Records::appendJsonText(json, name);
   json += fmt::format(",\"rulesBefore\":{},\"rulesAfter\":{},\"joined\":[", sheet.ruleCount,
                       sheet.countRulesAfter());
   for (auto const& rules : sheet.joined) {
@@ -119,7 +120,7 @@ std::string toJson(SheetPlan const& sheet, std::string const& name) {
   if (sheet.untouchedReason.empty()) {
     json += "null";
   } else {
-    appendJsonText(json, sheet.untouchedReason);
+    Records::appendJsonText(json, sheet.untouchedReason);
   }
   return json + '}';
 }
@@ -151,7 +152,7 @@ void printTidyJson(Selection const& selection, TidyPlan const& plan, TidyResult 
   json += fmt::format("],\"summary\":{{\"rulesBefore\":{},\"rulesAfter\":{},\"written\":",
                       counts.before, counts.after);
   if (result.isWritten) {
-    appendJsonText(json, selection.getOptions().tidy.target);
+    Records::appendJsonText(json, selection.getOptions().tidy.target);
   } else {
     json += "null";
   }

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "FormulaModel/FormulaValueAccess.h"
-#include "OfficeUtils/Clock.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "workbook/Recalculation/ArrayCells.h"
 #include "workbook/Recalculation/ClockDependents.h"
@@ -42,7 +41,7 @@ void recalculate(Document& document, CellFormulas missing, std::optional<CellFor
   } else {
     addArrayCells(document, missing, ArrayCells::WithoutResults, options.newCellLimit);
   }
-  OfficeUtils::PinnedMoment const moment(OfficeUtils::Clock::readCurrent());
+  OfficeUtils::PinnedMoment const moment(OfficeUtils::PinnedMoment::readMoment());
   MissingResultCalculator(document, std::move(missing), options).calculate();
 }
 

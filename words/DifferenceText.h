@@ -6,7 +6,7 @@
 #include "analysis/Diff/CompareRules.h"
 
 /// Differences in words.
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 /// What differs about a changed rule, such as `ranges, style`; else the word for its change.
 [[nodiscard]] std::string describeChange(Analysis::RuleDifference const& difference);
@@ -19,4 +19,4 @@ namespace Zorv::Tool {
 /// What a cell gets: its style and its visuals; `-` for neither.
 [[nodiscard]] std::string describeLook(Analysis::CellLook const& look);
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

@@ -8,9 +8,9 @@
 #include <fmt/format.h>
 
 #include "FormulaModel/FormulaValue.h"
-#include "tool/Output/JsonText.h"
+#include "records/JsonText.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Records {
 
 /// Writer of a JSON document from its beginning to its end, with the commas that it needs. Borrows
 /// the text that it appends to.
@@ -80,4 +80,4 @@ private:
   bool _isFirst = true;
 };
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Records

@@ -1,6 +1,5 @@
-#include "tool/Output/JsonText.h"
+#include "records/JsonText.h"
 
-#include <chrono>
 #include <optional>
 #include <string_view>
 #include <type_traits>
@@ -17,21 +16,16 @@
 #include "DOM/SetProperties.h"
 #include "FormulaModel/FormulaValueAccess.h"
 #include "analysis/Shared/SheetRules.h"
-#include "tool/Output/RuleCounts.h"
 #include "words/ConditionText.h"
-#include "words/Moment.h"
 #include "words/Printable.h"
 #include "words/StyleText.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Records {
 
 namespace {
 
 /// Members keep the order in which they were added.
 using Json = nlohmann::ordered_json;
-
-/// Of the shape of the documents. It changes where a member changes its meaning or goes.
-constexpr int jsonVersion = 1;
 
 std::string dump(Json const& json, int indent = -1) {
   return Words::escapeUnprintable(json.dump(indent, ' ', false, Json::error_handler_t::replace));
@@ -155,51 +149,6 @@ struct VisualToJson {
   }
 };
 
-Json describeRun(Selection const& selection) {
-  auto const& options = selection.getOptions();
-  auto const now = std::chrono::floor<std::chrono::seconds>(options.timeZone.toLocal(options.now));
-  return {{"version", jsonVersion},
-          {"file", selection.getFile()},
-          {"now", Words::toText(now)},
-          {"timeZone", options.timeZone.getName()},
-          {"locale", options.localeName}};
-}
-
-Json toJson(Problem const& problem, Workbook::Document const& document) {
-  auto const& rule = *problem.rule;
-  Json json = {{"rule", rule.number},
-               {"sheet", document.getSheets()[rule.sheet].name},
-               {"ranges", Words::describeRanges(rule)},
-               {"problem", toText(problem.kind)},
-               {"reason", problem.reason}};
-  if (problem.kind == ProblemKind::Failed) {
-    json["cells"] = problem.cellCount;
-    json["firstCell"] = DOM::A1Notation::toAddress(problem.firstCell);
-  }
-  return json;
-}
-
-Json summarise(Selection const& selection, Report const& report) {
-  RuleCounts const counts(selection.getRules());
-  auto notResolved = Json::object();
-  for (auto const& [kind, ofKind] : counts.notResolvedByKind) {
-    notResolved[kind] = ofKind.count;
-  }
-  auto problems = Json::array();
-  for (auto const& problem : report.listProblems()) {
-    problems.push_back(toJson(problem, selection.getDocument()));
-  }
-  return {{"read", counts.read},
-          {"resolved", counts.resolved},
-          {"notResolved", notResolved},
-          {"doubtful", counts.doubtful},
-          {"failed", report.countFailedRules()},
-          {"unknownFunctions", counts.unknownFunctions},
-          {"problems", problems},
-          {"clippedSheets", report.getClippedSheets()},
-          {"complete", report.isComplete()}};
-}
-
 Json toJson(Workbook::Rule const& rule, std::string const& condition, std::string const& ranges) {
   return {{"rule", rule.number},
           {"kind", rule.type},
@@ -259,40 +208,13 @@ std::string toJsonText(std::span<Workbook::Rule const* const> deciding) {
   return dump(rules);
 }
 
-std::string beginJsonDocument(Selection const& selection) {
-  auto head = dump(describeRun(selection));
-  head.pop_back();
-  return head;
-}
-
-std::string beginJsonLine(Selection const& selection, Workbook::Sheet const& sheet) {
-  auto head = dump({{"file", selection.getFile()}, {"sheet", sheet.name}});
-  head.pop_back();
-  return head;
-}
-
 std::string toJsonText(Workbook::Document const& document, Workbook::Rule const& rule) {
   return dump(describeRule(document, rule));
 }
 
-std::string toJsonSummary(Selection const& selection, Report const& report) {
-  return dump(summarise(selection, report));
-}
-
-std::string toJsonRules(Selection const& selection, Report const& report) {
-  auto const& document = selection.getDocument();
-  auto json = describeRun(selection);
-  auto& sheets = json["sheets"] = Json::array();
-  for (auto const sheet : selection.getSheets()) {
-    auto rules = Json::array();
-    for (auto const* rule : selection.getRulesByPriority(sheet)) {
-      rules.push_back(describeRule(document, *rule));
-    }
-    sheets.push_back({{"name", document.getSheets()[sheet].name}, {"rules", rules}});
-  }
-  json["summary"] = summarise(selection, report);
+std::string indentJson(std::string_view json) {
   constexpr int indent = 2;
-  return dump(json, indent);
+  return dump(Json::parse(json), indent);
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Records

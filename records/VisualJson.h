@@ -5,7 +5,7 @@
 #include "analysis/Shared/SheetRules.h"
 #include "visuals/CellVisuals.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Records {
 
 /// What the visual formats give a cell, with the rules that gave it, as an object; docs/tool.md
 /// describes the shape. One line.
@@ -17,4 +17,4 @@ namespace Zorv::Tool {
 void appendJsonVisuals(std::string& json, Visuals::CellVisuals const& visuals,
                        Analysis::VisualRules const& rules);
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Records

@@ -1,4 +1,4 @@
-#include "tool/Output/DiffText.h"
+#include "words/DifferenceText.h"
 
 #include <utility>
 #include <vector>
@@ -10,7 +10,7 @@
 #include "words/StyleText.h"
 #include "words/VisualText.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Words {
 
 namespace {
 
@@ -20,14 +20,14 @@ using Analysis::RuleDifference;
 using Workbook::Rule;
 
 std::string describeEffectOf(Workbook::Document const& document, Rule const& rule) {
-  return rule.isResolved() ? Words::describeEffect(document, rule) : rule.unresolvedReason;
+  return rule.isResolved() ? describeEffect(document, rule) : rule.unresolvedReason;
 }
 
 std::string describeAspects(Workbook::Document const& document, Rule const& rule,
                             RuleAspects const& aspects) {
   std::vector<std::string> texts;
   if (aspects.ranges) {
-    texts.push_back(Words::describeRanges(rule));
+    texts.push_back(describeRanges(rule));
   }
   if (aspects.style) {
     texts.push_back(describeEffectOf(document, rule));
@@ -36,10 +36,10 @@ std::string describeAspects(Workbook::Document const& document, Rule const& rule
     texts.emplace_back(rule.stopIfTrue ? "stops" : "does not stop");
   }
   if (aspects.thresholds) {
-    texts.push_back(Words::describeThresholds(rule.visual->kind));
+    texts.push_back(describeThresholds(rule.visual->kind));
   }
   if (aspects.colours || aspects.icons || aspects.drawing) {
-    texts.push_back(Words::describeWholeDrawing(rule.visual->kind));
+    texts.push_back(describeWholeDrawing(rule.visual->kind));
   }
   return fmt::format("{}", fmt::join(texts, "; "));
 }
@@ -82,7 +82,7 @@ std::string describeSide(Workbook::Document const& document, Rule const* rule,
     case RuleChange::Moved:
       return rule->priority ? fmt::format("priority {}", *rule->priority) : "no priority";
     default:
-      return fmt::format("{}: {}", Words::describeRanges(*rule), describeEffectOf(document, *rule));
+      return fmt::format("{}: {}", describeRanges(*rule), describeEffectOf(document, *rule));
   }
 }
 
@@ -90,11 +90,11 @@ std::string describeLook(Analysis::CellLook const& look) {
   if (look.hasFailed) {
     return "cannot be evaluated";
   }
-  std::string const visuals = Words::describe(look.visuals);
+  std::string const visuals = describe(look.visuals);
   if (!look.style) {
     return visuals.empty() ? "-" : visuals;
   }
-  return Words::describe(look.style->get()) + (visuals.empty() ? "" : ", " + visuals);
+  return describe(look.style->get()) + (visuals.empty() ? "" : ", " + visuals);
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Words

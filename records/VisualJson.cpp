@@ -1,4 +1,4 @@
-#include "tool/Output/VisualJson.h"
+#include "records/VisualJson.h"
 
 #include <optional>
 
@@ -6,7 +6,7 @@
 
 #include "words/StyleText.h"
 
-namespace Zorv::Tool {
+namespace Zorv::Records {
 
 namespace {
 
@@ -62,4 +62,4 @@ std::string toJsonText(Visuals::CellVisuals const& visuals, Analysis::VisualRule
   return json + fmt::format("\"showValue\":{}}}", showValue);
 }
 
-}  // namespace Zorv::Tool
+}  // namespace Zorv::Records
