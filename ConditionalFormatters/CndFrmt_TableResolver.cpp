@@ -13,24 +13,52 @@ namespace Zorv::ConditionalFormatters {
 
 using OfficeUtils::PinnedMoment;
 
+namespace {
+
+/// The area of one cell, and the request about it.
+class SingleCell {
+public:
+  explicit SingleCell(DOM::CellInfo const& cellInfo) noexcept
+      : _area{cellInfo.getRowIndex(), cellInfo.getColIndex(), cellInfo.getRowIndex() + 1,
+              cellInfo.getColIndex() + 1} {}
+
+  [[nodiscard]] PassRequest request(WorkBudget* budget = nullptr) const noexcept {
+    return {.resources = {.threadCount = 1, .budget = budget}, .areas = {&_area, 1}};
+  }
+  [[nodiscard]] PassRequest requestOneFormat() const noexcept {
+    return {.areas = {&_area, 1}, .asksOneFormat = true};
+  }
+
+private:
+  TableRange _area;
+};
+
+}  // namespace
+
 DOM::SharedCellStylePtr TableResolver::resolve(DOM::CellInfo const& cellInfo) const {
-  return CellResolver(*_prepared, {}, PinnedMoment::readMoment()).resolve(cellInfo);
+  SingleCell const cell(cellInfo);
+  return CellResolver(*_prepared, cell.request(), PinnedMoment::readMoment()).resolve(cellInfo);
 }
 
 bool TableResolver::holds(std::size_t format, DOM::CellInfo const& cellInfo) const {
   FormatIndex const index = _prepared->checkFormat(format);
-  return ConditionAsker(*_prepared, index, {}, PinnedMoment::readMoment()).holds(cellInfo);
+  SingleCell const cell(cellInfo);
+  return ConditionAsker(*_prepared, index, cell.requestOneFormat(), PinnedMoment::readMoment())
+      .holds(cellInfo);
 }
 
 ConditionOperands TableResolver::findOperands(std::size_t format,
                                               DOM::CellInfo const& cellInfo) const {
   FormatIndex const index = _prepared->checkFormat(format);
-  return ConditionAsker(*_prepared, index, {}, PinnedMoment::readMoment()).findOperands(cellInfo);
+  SingleCell const cell(cellInfo);
+  return ConditionAsker(*_prepared, index, cell.requestOneFormat(), PinnedMoment::readMoment())
+      .findOperands(cellInfo);
 }
 
 CellExplanation TableResolver::explain(DOM::CellInfo const& cellInfo, WorkBudget* budget) const {
-  PassResources const resources{.threadCount = 1, .budget = budget};
-  return CellExplainer(*_prepared, resources, PinnedMoment::readMoment()).explain(cellInfo);
+  SingleCell const cell(cellInfo);
+  return CellExplainer(*_prepared, cell.request(budget), PinnedMoment::readMoment())
+      .explain(cellInfo);
 }
 
 CellIndex TableResolver::getFormulaBaseCell(std::size_t format) const {

@@ -41,12 +41,12 @@ private:
 
 }  // namespace
 
-CellExplainer::CellExplainer(PreparedTable const& table, PassResources const& resources,
+CellExplainer::CellExplainer(PreparedTable const& table, PassRequest const& request,
                              OfficeUtils::Clock::TimePoint moment)
     : _table(table),
-      _resources(resources),
-      _resolver(table, resources, moment),
-      _pass(table.getLookups(), moment, resources.budget) {}
+      _request(request),
+      _resolver(table, request, moment),
+      _pass(table.getLookups(), moment, request.resources) {}
 
 CellExplanation CellExplainer::explain(DOM::CellInfo const& cellInfo) {
   CellExplanation explanation;
@@ -96,7 +96,7 @@ void CellExplainer::findOperands(DOM::CellInfo const& cellInfo, CellExplanation&
             tested.data.value = _table.getProvider().getCellValue(cellInfo);
             explanation.value = tested.data.value;
           }
-          auto const& condition = _table.getOrCreateCondition(format, _resources);
+          auto const& condition = _table.getOrCreateCondition(format, _request);
           entry.operands = condition.findOperands(tested, _pass);
         },
         [&] { return format; });

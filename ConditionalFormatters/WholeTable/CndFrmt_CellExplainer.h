@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ConditionalFormatters/CndFrmt_CellExplanation.h"
-#include "ConditionalFormatters/Parallel/CndFrmt_PassResources.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellResolver.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PassRequest.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PassWalk.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
 #include "DOM/CellInfo.h"
@@ -15,7 +15,7 @@ namespace Zorv::ConditionalFormatters {
 class CellExplainer {
 public:
   /// Borrows the table.
-  CellExplainer(PreparedTable const& table, PassResources const& resources,
+  CellExplainer(PreparedTable const& table, PassRequest const& request,
                 OfficeUtils::Clock::TimePoint moment);
 
   /// See TableResolver::explain().
@@ -28,7 +28,7 @@ private:
   void shareProperties(CellExplanation& explanation) const;
 
   PreparedTable const& _table;
-  PassResources _resources;
+  PassRequest _request;
   CellResolver _resolver;
   PassContext _pass;
 };

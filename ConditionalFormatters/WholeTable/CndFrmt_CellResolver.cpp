@@ -4,14 +4,14 @@
 
 namespace Zorv::ConditionalFormatters {
 
-CellResolver::CellResolver(PreparedTable const& table, PassResources const& resources,
+CellResolver::CellResolver(PreparedTable const& table, PassRequest const& request,
                            OfficeUtils::Clock::TimePoint moment)
     : _table(table),
-      _resources(resources),
-      _steps(resources.budget),
+      _request(request),
+      _steps(request.resources.budget),
       _formatCursor(table.getRangeIndex()),
       _styleCursor(table.getStyleSequences()),
-      _pass(table.getLookups(), moment, resources.budget) {
+      _pass(table.getLookups(), moment, request.resources) {
   if (table.hasSharedVerdicts()) {
     _lineVerdicts.emplace(table);
   }

@@ -18,8 +18,8 @@ namespace Zorv::ConditionalFormatters {
 /// Resolves one cell after the other for one thread; fastest in row order.
 class CellResolver {
 public:
-  /// Borrows the table. Conditions are prepared with the resources of the pass.
-  CellResolver(PreparedTable const& table, PassResources const& resources,
+  /// Borrows the table. Conditions are prepared for the request of the pass.
+  CellResolver(PreparedTable const& table, PassRequest const& request,
                OfficeUtils::Clock::TimePoint moment);
 
   /// The cell's style; null if no format holds. Valid as long as the table.
@@ -35,7 +35,7 @@ public:
 private:
   PreparedCondition const& prepare(FormatIndex index) {
     _lastEvaluated = index;
-    return _table.getOrCreateCondition(index, _resources);
+    return _table.getOrCreateCondition(index, _request);
   }
 
   /// Asks the conditions of formats by `ask(index, condition)`, and notes those that hold.
@@ -43,7 +43,7 @@ private:
   void walk(FormatIndices const& formats, TestedCell const& cell, Ask const& ask);
 
   PreparedTable const& _table;
-  PassResources _resources;
+  PassRequest _request;
   StepCounter _steps;
   FormatCursor _formatCursor;
   StyleCursor _styleCursor;

@@ -6,7 +6,7 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// A value that is created when it is first needed and never changes after that.
+/// A value that is created when it is first needed, and does not change until it is reset.
 ///
 /// A creation that throws leaves nothing behind: the next caller tries again. A creation may ask
 /// for the same value on its own thread; the value that is finished first is then kept.
@@ -45,7 +45,7 @@ public:
     return getOrCreate(create);
   }
 
-private:
+  /// Keeps a value that was created elsewhere, unless there is one. Gives the one that is kept.
   Value const& keepFirst(std::unique_ptr<Value const> value) const noexcept {
     Value const* first = nullptr;
     if (_value.compare_exchange_strong(first, value.get(), std::memory_order_acq_rel)) {
@@ -54,6 +54,12 @@ private:
     return *first;
   }
 
+  /// Destroys the value; the next caller creates another one. Needs exclusive access.
+  void reset() noexcept {
+    std::unique_ptr<Value const> const owned(_value.exchange(nullptr, std::memory_order_relaxed));
+  }
+
+private:
   mutable std::atomic<Value const*> _value = nullptr;  ///< owned
 };
 

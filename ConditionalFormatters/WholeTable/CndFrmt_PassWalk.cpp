@@ -8,23 +8,34 @@ namespace {
 
 using Positions = TablePass::Positions;
 
+std::vector<TableRange> findAreas(TablePass const& pass) {
+  return pass.positions == Positions::Areas ? clip(pass.areas, pass.range)
+                                            : std::vector{pass.range};
+}
+
 }  // namespace
 
 PassCells::PassCells(PreparedTable const& table, TablePass const& pass)
-    : _table(table.getTable()), _existingOnly(pass.positions == Positions::Existing) {
+    : _table(table.getTable()),
+      _existingOnly(pass.positions == Positions::Existing),
+      _asksOneFormat(false),
+      _areas(findAreas(pass)) {
   if (pass.positions == Positions::Formatted) {
     _ranges.emplace(clip(table.listRanges(), pass.range));
   } else if (pass.positions == Positions::Areas) {
-    _ranges.emplace(clip(pass.areas, pass.range));
+    _ranges.emplace(_areas);
   }
   findBlocks(pass);
 }
 
 PassCells::PassCells(PreparedTable const& table, FormatIndex format, TablePass const& pass)
-    : _table(table.getTable()), _existingOnly(pass.positions == Positions::Existing) {
+    : _table(table.getTable()),
+      _existingOnly(pass.positions == Positions::Existing),
+      _asksOneFormat(true),
+      _areas(findAreas(pass)) {
   auto const& ofFormat = table.getFormatRefs()[format].first;
   if (pass.positions == Positions::Areas) {
-    _ranges.emplace(clip(pass.areas, pass.range));
+    _ranges.emplace(_areas);
     _filter.emplace(ofFormat);
   } else {
     _ranges.emplace(clip(ofFormat, pass.range));

@@ -3,12 +3,13 @@
 #include <exception>
 #include <new>
 #include <optional>
+#include <vector>
 
 #include "ConditionalFormatters/CndFrmt_TablePass.h"
 #include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
 #include "ConditionalFormatters/Parallel/CndFrmt_BlockList.h"
 #include "ConditionalFormatters/Parallel/CndFrmt_CellWalk.h"
-#include "ConditionalFormatters/Parallel/CndFrmt_PassResources.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PassRequest.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
 #include "DOM/CellInfo.h"
 #include "DOM/Table.h"
@@ -26,6 +27,11 @@ public:
 
   [[nodiscard]] BlockList const& getBlocks() const noexcept { return _blocks; }
 
+  /// What the pass asks about these cells, which the request borrows.
+  [[nodiscard]] PassRequest makeRequest(TablePass const& pass) const noexcept {
+    return {{pass.threadCount, pass.budget}, _areas, _asksOneFormat};
+  }
+
 private:
   friend class PassWalk;
 
@@ -33,6 +39,8 @@ private:
 
   DOM::Table const& _table;
   bool _existingOnly;
+  bool _asksOneFormat;
+  std::vector<TableRange> _areas;     ///< in which the cells lie
   std::optional<RangeIndex> _ranges;  ///< every cell lies in one of them
   std::optional<RangeIndex> _filter;  ///< and in one of these
   BlockList _blocks;
@@ -74,10 +82,6 @@ private:
   std::optional<RangesWalk> _ranges;
   std::optional<FormatCursor> _filter;
 };
-
-[[nodiscard]] inline PassResources resourcesOf(TablePass const& pass) noexcept {
-  return {pass.threadCount, pass.budget};
-}
 
 /// Turns exceptions of cells into failures if a pass skips failures.
 class FailureSkipper {

@@ -10,6 +10,7 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_FormulaConditions.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_NumberCondition.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_OccurrenceCondition.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_RangeOperands.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_ValueConditions.h"
 #include "DOM/ConditionalFormat.h"
 #include "DOM/ConditionalFormatOperator.h"
@@ -63,15 +64,18 @@ public:
   }
 
   ConditionPtr operator()(DOM::TopBottomConditionalFormatOperator const& record) const {
-    return NumberCondition::againstThreshold(record, fromRanges());
+    return std::make_unique<NumberCondition>(findThresholdTest(record.getType()),
+                                             operands().getThreshold(record, _sources.request));
   }
 
   ConditionPtr operator()(DOM::AboveAverageConditionalFormatOperator const& record) const {
-    return NumberCondition::againstMean(record, fromRanges());
+    return std::make_unique<NumberCondition>(findMeanTest(record),
+                                             operands().getMean(_sources.request));
   }
 
   ConditionPtr operator()(DOM::UniquenessConditionalFormatOperator const& record) const {
-    return std::make_unique<OccurrenceCondition>(record, fromRanges());
+    operands().prepareOccurrences(_sources.request);
+    return std::make_unique<OccurrenceCondition>(record, operands());
   }
 
 private:
@@ -82,9 +86,7 @@ private:
     CellIndex const baseCell = formulaBaseCell(_ranges);
     return {_sources.table, contextProvider(), baseCell};
   }
-  [[nodiscard]] CollectedRanges fromRanges() const noexcept {
-    return {_sources.provider, _sources.table, _ranges, _sources.resources};
-  }
+  [[nodiscard]] RangeOperands const& operands() const noexcept { return *_sources.operands; }
 
   ConditionSources const& _sources;
   std::vector<TableRange> const& _ranges;

@@ -8,7 +8,7 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
-#include "ConditionalFormatters/Parallel/CndFrmt_PassResources.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PassRequest.h"
 #include "Formulas/EvaluationSession.h"
 #include "Formulas/LookupCache.h"
 #include "OfficeUtils/Moment.h"
@@ -18,6 +18,8 @@ class Table;
 }  // namespace Zorv::DOM
 
 namespace Zorv::ConditionalFormatters {
+
+class RangeOperands;
 
 /// A cell that conditions are asked about.
 struct TestedCell {
@@ -32,13 +34,14 @@ struct TestedCell {
 class PassContext {
 public:
   PassContext(Formulas::LookupCache& lookups, OfficeUtils::Clock::TimePoint moment,
-              WorkBudget* budget) noexcept
-      : _moment(moment), _session(lookups, _moment) {
-    _session.setBudget(budget);
+              PassResources const& resources) noexcept
+      : _moment(moment), _session(lookups, _moment), _resources(resources) {
+    _session.setBudget(resources.budget);
   }
 
   [[nodiscard]] OfficeUtils::Moment& getMoment() noexcept { return _moment; }
   [[nodiscard]] Formulas::EvaluationSession& getSession() noexcept { return _session; }
+  [[nodiscard]] PassResources const& getResources() const noexcept { return _resources; }
 
   /// The text of a cell's value, made by `makeText()` for the first condition that asks. Valid
   /// until another cell's is asked for.
@@ -55,7 +58,8 @@ public:
 private:
   OfficeUtils::Moment _moment;
   Formulas::EvaluationSession _session;  // borrows the moment
-  std::optional<CellIndex> _textCell;    ///< whose value `_text` is
+  PassResources _resources;
+  std::optional<CellIndex> _textCell;  ///< whose value `_text` is
   std::string _text;
 };
 
@@ -80,11 +84,12 @@ public:
                                                        PassContext& pass) const = 0;
 };
 
-/// What conditions are prepared from, and with which resources. Borrows everything.
+/// What a format's condition is prepared from, and for which request. Borrows everything.
 struct ConditionSources {
   ValueContextProvider const& provider;
   DOM::Table const& table;
-  PassResources resources;
+  RangeOperands const* operands;  ///< null if the condition takes none from the format's ranges
+  PassRequest request;
 };
 
 /// Prepares the condition of a format. Stops the process, or throws, where OperatorsFactory does.

@@ -39,6 +39,7 @@ PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table co
       _formatRefs(formatRefs),
       _rangeIndex(formatRefs),
       _sequences(formatRefs, styles, sharedObjectFactory),
+      _operands(provider, table, formatRefs),
       _scopes(findVerdictScopes(formatRefs)),
       _conditions(formatRefs.size()),
       _pointIndexes(formatRefs.size()) {}

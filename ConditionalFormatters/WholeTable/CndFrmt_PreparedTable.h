@@ -11,6 +11,7 @@
 #include "ConditionalFormatters/Formats/CndFrmt_StyleSequences.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedCondition.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_SharedOperands.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_VerdictScope.h"
 #include "DOM/CellInfo.h"
 #include "DOM/SharedStyle.h"
@@ -39,12 +40,13 @@ public:
   /// The index of a format. Throws std::out_of_range if there is no such format.
   [[nodiscard]] FormatIndex checkFormat(std::size_t format) const;
 
-  /// The condition of a format, prepared with the resources of the first call. Throws what its
+  /// The condition of a format, prepared for the request of the first call. Throws what its
   /// preparation throws, each time.
-  [[nodiscard]] PreparedCondition const& getOrCreateCondition(
-      FormatIndex format, PassResources const& resources) const {
+  [[nodiscard]] PreparedCondition const& getOrCreateCondition(FormatIndex format,
+                                                              PassRequest const& request) const {
     return _conditions[format].getOrCreate(_preparation, [&] {
-      return prepareCondition({_provider, _table, resources}, _formatRefs[format]);
+      return prepareCondition({_provider, _table, _operands.find(format), request},
+                              _formatRefs[format]);
     });
   }
 
@@ -67,6 +69,7 @@ private:
   ConditionalFormatRefs const& _formatRefs;
   RangeIndex _rangeIndex;
   StyleSequences _sequences;
+  SharedOperands _operands;
   std::vector<VerdictScope> _scopes;                 ///< by format; empty if all are of the cell
   std::vector<Lazy<PreparedCondition>> _conditions;  ///< by format
   std::vector<Lazy<PointIndex>> _pointIndexes;       ///< by format

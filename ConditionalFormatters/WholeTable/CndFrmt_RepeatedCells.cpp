@@ -1,96 +1,17 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_RepeatedCells.h"
 
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <span>
-#include <string>
-#include <utility>
 #include <vector>
 
 #include <boost/sort/pdqsort/pdqsort.hpp>
-#include <boost/variant/get.hpp>
 
-#include "FormulaModel/FormulaValue.h"
-#include "FormulaModel/FormulaValueAccess.h"
-#include "FormulaModel/ValueKey.h"
-#include "Utils/HashPartitions.h"
+#include "ConditionalFormatters/Parallel/CndFrmt_OrderedTasks.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
-
-using FormulaModel::ValueKey;
-
-struct Position {
-  std::uint32_t row;
-  std::uint32_t column;
-};
-
-/// A value's key, and the index of its cell.
-struct Entry {
-  ValueKey key;
-  std::uint64_t cell;
-};
-
-/// The same for a text, whose key is a hash.
-struct TextEntry {
-  ValueKey key;
-  std::uint64_t cell;
-  std::string const* text;
-};
-
-bool isComparable(FormulaValue const& value) noexcept {
-  auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
-  return number == nullptr ? !FormulaModel::isFormulaEmpty(value)
-                           : !std::isnan(number->value.get());
-}
-
-/// The values of one row block. Its cells have indices in the order of the walk.
-struct BlockValues {
-  std::vector<Position> positions;
-  std::size_t firstCell = 0;  ///< index of its first cell among those of all blocks
-  std::vector<std::string> strings;
-  PartitionedEntries<TextEntry> texts;
-  PartitionedEntries<Entry> others;
-};
-
-class BlockSink {
-public:
-  explicit BlockSink(HashPartitions partitions) noexcept : _partitions(partitions) {}
-
-  void add(DOM::CellInfo const& cellInfo, FormulaValue value) {
-    if (!isComparable(value)) {
-      return;
-    }
-    ValueKey const key = FormulaModel::makeValueKey(value, std::hash<std::string>());
-    if (auto* const string = boost::get<FormulaModel::FormulaString>(&value)) {
-      _texts.push_back({key, _block.positions.size(), nullptr});
-      _block.strings.push_back(std::move(string->value));
-    } else {
-      _others.push_back({key, _block.positions.size()});
-    }
-    _block.positions.push_back({static_cast<std::uint32_t>(cellInfo.getRowIndex()),
-                                static_cast<std::uint32_t>(cellInfo.getColIndex())});
-  }
-
-  [[nodiscard]] BlockValues finalize() {
-    for (std::size_t index = 0; index < _texts.size(); ++index) {
-      _texts[index].text = &_block.strings[index];
-    }
-    constexpr auto keyOf = [](auto const& entry) { return entry.key.bits(); };
-    _block.texts = PartitionedEntries(_texts, _partitions, keyOf);
-    _block.others = PartitionedEntries(_others, _partitions, keyOf);
-    return std::move(_block);
-  }
-
-private:
-  HashPartitions _partitions;
-  BlockValues _block;
-  std::vector<TextEntry> _texts;
-  std::vector<Entry> _others;
-};
 
 /// Flags by cell index. Threads may set flags of different cells at once.
 using Marks = std::vector<std::uint8_t>;
@@ -118,17 +39,16 @@ void forEachGroup(std::span<AnyEntry> entries, IsLess const& isLess, OnGroup con
 }
 
 constexpr auto hasLessKey = [](auto const& a, auto const& b) { return a.key < b.key; };
-constexpr auto hasLessText = [](TextEntry const& a, TextEntry const& b) {
-  return *a.text < *b.text;
-};
+constexpr auto hasLessText = [](OccurrenceBlock::TextEntry const& a,
+                                OccurrenceBlock::TextEntry const& b) { return *a.text < *b.text; };
 
 /// The entries of one partition of all blocks, sorted by key.
 template <class AnyEntry>
-std::vector<AnyEntry> gatherPartition(std::vector<BlockValues> const& blocks,
-                                      PartitionedEntries<AnyEntry> BlockValues::*entries,
+std::vector<AnyEntry> gatherPartition(std::vector<OccurrenceBlock> const& blocks,
+                                      PartitionedEntries<AnyEntry> OccurrenceBlock::*entries,
                                       std::size_t partition) {
   std::vector<AnyEntry> gathered;
-  for (BlockValues const& block : blocks) {
+  for (OccurrenceBlock const& block : blocks) {
     for (AnyEntry entry : (block.*entries).at(partition)) {
       entry.cell += block.firstCell;
       gathered.push_back(entry);
@@ -139,32 +59,29 @@ std::vector<AnyEntry> gatherPartition(std::vector<BlockValues> const& blocks,
   return gathered;
 }
 
-void markPartition(std::vector<BlockValues> const& blocks, std::size_t partition, Marks& marks) {
-  auto others = gatherPartition(blocks, &BlockValues::others, partition);
+void markPartition(std::vector<OccurrenceBlock> const& blocks, std::size_t partition,
+                   Marks& marks) {
+  auto others = gatherPartition(blocks, &OccurrenceBlock::others, partition);
   forEachGroup(std::span(others), hasLessKey,
-               [&](std::span<Entry const> equal) { markIfSeveral(equal, marks); });
-  auto texts = gatherPartition(blocks, &BlockValues::texts, partition);
-  forEachGroup(std::span(texts), hasLessKey, [&](std::span<TextEntry> sameHash) {
+               [&](std::span<OccurrenceBlock::Entry const> equal) { markIfSeveral(equal, marks); });
+  auto texts = gatherPartition(blocks, &OccurrenceBlock::texts, partition);
+  forEachGroup(std::span(texts), hasLessKey, [&](std::span<OccurrenceBlock::TextEntry> sameHash) {
     boost::sort::pdqsort(sameHash.begin(), sameHash.end(), hasLessText);
-    forEachGroup(sameHash, hasLessText,
-                 [&](std::span<TextEntry const> equal) { markIfSeveral(equal, marks); });
+    forEachGroup(sameHash, hasLessText, [&](std::span<OccurrenceBlock::TextEntry const> equal) {
+      markIfSeveral(equal, marks);
+    });
   });
 }
 
 }  // namespace
 
-CellSet findRepeatedCells(CollectedRanges const& from) {
-  HashPartitions const partitions(from.table.getCellCount());
-  std::vector<BlockValues> blocks;
+CellSet findRepeatedCells(std::vector<OccurrenceBlock> blocks, HashPartitions partitions,
+                          unsigned threadCount) {
   std::size_t cellCount = 0;
-  collectAtMostTwice(
-      from, [&] { return BlockSink(partitions); },
-      [&](BlockValues& block) {
-        block.firstCell = cellCount;
-        cellCount += block.positions.size();
-        blocks.push_back(std::move(block));
-      });
-
+  for (OccurrenceBlock& block : blocks) {
+    block.firstCell = cellCount;
+    cellCount += block.positions.size();
+  }
   Marks isRepeated(cellCount);
   auto const makeWorker = [&] {
     return [&](std::size_t partition) {
@@ -173,10 +90,10 @@ CellSet findRepeatedCells(CollectedRanges const& from) {
     };
   };
   auto const deliver = [](std::size_t /*partition*/) {};
-  OrderedTasks(partitions.count(), from.resources.threadCount, makeWorker, deliver).run();
+  OrderedTasks(partitions.count(), threadCount, makeWorker, deliver).run();
 
   CellSet repeated;
-  for (BlockValues const& block : blocks) {
+  for (OccurrenceBlock const& block : blocks) {
     for (std::size_t index = 0; index < block.positions.size(); ++index) {
       if (isRepeated[block.firstCell + index] != 0) {
         repeated.insert(block.positions[index].row, block.positions[index].column);

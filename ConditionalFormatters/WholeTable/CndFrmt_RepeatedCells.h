@@ -1,17 +1,19 @@
 #pragma once
 
-#include "ConditionalFormatters/Parallel/CndFrmt_CollectFromRanges.h"
+#include <vector>
+
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_OccurrenceBlock.h"
+#include "Utils/HashPartitions.h"
 
 namespace Zorv::ConditionalFormatters {
 
-/// The existing cells of some ranges whose value occurs there more than once, by the equality of
-/// FormulaValueMultiset. A cell of two ranges counts twice, an empty one does not count, and NaN
-/// equals nothing.
+/// The cells of some blocks whose value occurs there more than once, by the equality of
+/// FormulaValueMultiset. A cell that blocks hold twice counts twice.
 ///
-/// Values are compared within hash partitions that fit a processor's cache, so that the time for a
-/// cell does not grow with their number. Needs some forty bytes for each cell, and its text, until
-/// it returns. Throws what the provider throws.
-[[nodiscard]] CellSet findRepeatedCells(CollectedRanges const& from);
+/// Values are compared within the partitions that the blocks were made with, which fit a
+/// processor's cache, so that the time for a cell does not grow with their number.
+[[nodiscard]] CellSet findRepeatedCells(std::vector<OccurrenceBlock> blocks,
+                                        HashPartitions partitions, unsigned threadCount);
 
 }  // namespace Zorv::ConditionalFormatters

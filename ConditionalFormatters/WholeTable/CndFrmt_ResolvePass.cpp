@@ -29,7 +29,9 @@ class ResolveWorker {
 public:
   ResolveWorker(PreparedTable const& table, PassCells const& cells, TablePass const& pass,
                 OfficeUtils::Clock::TimePoint moment)
-      : _walk(cells, pass.budget), _skipFailure(pass), _cells(table, resourcesOf(pass), moment) {}
+      : _walk(cells, pass.budget),
+        _skipFailure(pass),
+        _cells(table, cells.makeRequest(pass), moment) {}
 
   /// Calls the visitor for each cell of a block.
   template <class Visit>

@@ -17,7 +17,9 @@ class RunsWorker {
 public:
   RunsWorker(PreparedTable const& table, PassCells const& cells, TablePass const& pass,
              OfficeUtils::Clock::TimePoint moment)
-      : _walk(cells, pass.budget), _skipFailure(pass), _cells(table, resourcesOf(pass), moment) {}
+      : _walk(cells, pass.budget),
+        _skipFailure(pass),
+        _cells(table, cells.makeRequest(pass), moment) {}
 
   void operator()(TableRange const& block, std::vector<OpenStyleRun>& result) {
     BlockRunsBuilder runs;

@@ -26,7 +26,7 @@ public:
       : _format(format),
         _walk(cells, pass.budget),
         _skipFailure(pass),
-        _asker(table, format, resourcesOf(pass), moment) {}
+        _asker(table, format, cells.makeRequest(pass), moment) {}
 
   /// Calls the visitor for each cell of a block.
   template <class Visit>
@@ -71,11 +71,11 @@ void deliver(PassWalk& walk, TableRange const& block, BlockVerdicts const& verdi
 }  // namespace
 
 ConditionAsker::ConditionAsker(PreparedTable const& table, FormatIndex format,
-                               PassResources const& resources, OfficeUtils::Clock::TimePoint moment)
+                               PassRequest const& request, OfficeUtils::Clock::TimePoint moment)
     : _table(table),
       _format(format),
-      _resources(resources),
-      _pass(table.getLookups(), moment, resources.budget) {}
+      _request(request),
+      _pass(table.getLookups(), moment, request.resources) {}
 
 bool ConditionAsker::holds(DOM::CellInfo const& cellInfo) {
   PreparedCondition const& condition = getCondition();

@@ -2,6 +2,7 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
 #include "ConditionalFormatters/CndFrmt_TablePass.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PassRequest.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
 #include "OfficeUtils/Clock.h"
 
@@ -10,8 +11,8 @@ namespace Zorv::ConditionalFormatters {
 /// Asks the condition of one format about any cells of the table, for one thread.
 class ConditionAsker {
 public:
-  /// Borrows the table. The condition is prepared with these resources, at the first cell.
-  ConditionAsker(PreparedTable const& table, FormatIndex format, PassResources const& resources,
+  /// Borrows the table. The condition is prepared for this request, at the first cell.
+  ConditionAsker(PreparedTable const& table, FormatIndex format, PassRequest const& request,
                  OfficeUtils::Clock::TimePoint moment);
 
   [[nodiscard]] bool holds(DOM::CellInfo const& cellInfo);
@@ -21,14 +22,14 @@ public:
 
 private:
   [[nodiscard]] PreparedCondition const& getCondition() const {
-    return _table.getOrCreateCondition(_format, _resources);
+    return _table.getOrCreateCondition(_format, _request);
   }
   [[nodiscard]] bool liesInRanges(DOM::CellInfo const& cellInfo) const;
   [[nodiscard]] TestedCell read(DOM::CellInfo const& cellInfo, bool isInRanges) const;
 
   PreparedTable const& _table;
   FormatIndex _format;
-  PassResources _resources;
+  PassRequest _request;
   PassContext _pass;
 };
 

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <functional>
 #include <limits>
+#include <map>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -337,18 +338,31 @@ TEST_F(TableResolverTest, AnExceptionOfTheVisitorEndsThePass) {
   }
 }
 
-TEST_F(TableResolverTest, CollectsARangeOnceAndReadsEachCellOnceWhateverTheNumberOfFormats) {
+/// Formats of all kinds that take operands from their ranges.
+void addCollectingFormats(Table& table, TableRange const& range) {
   using Average = AboveAverageConditionalFormatType;
+  using Rank = TopBottomConditionalFormatType;
   for (auto const type : {Average::Above, Average::Below, Average::EqualOrAbove}) {
-    addFormat(table, {column}, AboveAverageConditionalFormatOperator(type), makeUUID(1));
+    addFormat(table, {range}, AboveAverageConditionalFormatOperator(type), makeUUID(1));
   }
+  for (auto const type : {Rank::Top, Rank::Bottom}) {
+    addFormat(table, {range}, TopBottomConditionalFormatOperator(type, 3, false), makeUUID(1));
+    addFormat(table, {range}, TopBottomConditionalFormatOperator(type, 10, true), makeUUID(1));
+  }
+  for (auto const type : {UniquenessType::Unique, UniquenessType::Duplicate}) {
+    addFormat(table, {range}, UniquenessConditionalFormatOperator{type}, makeUUID(1));
+  }
+}
+
+TEST_F(TableResolverTest, CollectsARangeOnceAndReadsEachCellOnceWhateverTheNumberOfFormats) {
+  addCollectingFormats(table, column);
   std::atomic<std::size_t> reads = 0;
   ConditionalFormattingPropsCalculator const calculator(
       std::make_unique<CountingValueContextProvider>(table, reads));
   auto const resolver = calculator.prepare(styles, table);
   EXPECT_EQ(reads, 0U) << "nothing is read before a cell needs it";
   static_cast<void>(visitAll(resolver, column, Positions::Existing, 1));
-  EXPECT_EQ(reads, 4 * cellCount);
+  EXPECT_EQ(reads, 2 * cellCount);
 }
 
 TEST_F(TableResolverTest, SeveralThreadsCollectTogetherAndStillReadEachCellOnce) {
@@ -361,7 +375,55 @@ TEST_F(TableResolverTest, SeveralThreadsCollectTogetherAndStillReadEachCellOnce)
   ConditionalFormattingPropsCalculator const calculator(
       std::make_unique<CountingValueContextProvider>(table, reads));
   static_cast<void>(visitAll(calculator.prepare(styles, table), column, Positions::Existing, 3));
-  EXPECT_EQ(reads, 3 * cellCount);
+  EXPECT_EQ(reads, 2 * cellCount);
+}
+
+TEST_F(TableResolverTest, AFirstSmallViewReadsTheRangeOnceAndItsOwnCellsTwiceMore) {
+  addCollectingFormats(table, column);
+  std::atomic<std::size_t> reads = 0;
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<CountingValueContextProvider>(table, reads));
+  auto const resolver = calculator.prepare(styles, table);
+  constexpr std::size_t viewed = 100;
+  static_cast<void>(visitAll(resolver, {500, 0, 500 + viewed, 1}, Positions::Existing, 1));
+  EXPECT_EQ(reads, cellCount + 2 * viewed);
+  reads = 0;
+  static_cast<void>(visitAll(resolver, {510, 0, 590, 1}, Positions::Existing, 1));
+  EXPECT_EQ(reads, 80U) << "what is known of the cells is kept";
+  reads = 0;
+  static_cast<void>(visitAll(resolver, {600, 0, 700, 1}, Positions::Existing, 1));
+  EXPECT_EQ(reads, cellCount + 100) << "the second view finds all cells that repeat a value";
+  reads = 0;
+  static_cast<void>(visitAll(resolver, column, Positions::Existing, 1));
+  EXPECT_EQ(reads, cellCount);
+}
+
+TEST_F(TableResolverTest, SmallViewsAnswerWhatAPassOverAllCellsAnswers) {
+  for (unsigned long row = 0; row < cellCount; row += 3) {
+    double const repeated = static_cast<double>(row % 700);
+    table.setValue(row, 0, row % 2 == 0 ? text(std::to_string(row % 5'000)) : number(repeated));
+  }
+  addCollectingFormats(table, column);
+  auto const calculator = makeCalculator(table);
+  auto const listHolding = [](TableResolver const& resolver, TablePass const& pass) {
+    std::map<unsigned long, std::vector<FormatIndex>> holding;
+    resolver.visit(pass, [&](ResolvedCell const& cell) {
+      holding.emplace(cell.cellInfo.getRowIndex(),
+                      std::vector(cell.formats.begin(), cell.formats.end()));
+    });
+    return holding;
+  };
+  auto const expected = listHolding(calculator->prepare(styles, table), {.range = column});
+  for (unsigned const threadCount : {1U, 2U, 7U}) {
+    auto const resolver = calculator->prepare(styles, table);
+    for (unsigned long const firstRow : {0UL, 19'980UL, 10UL}) {
+      TableRange const view{firstRow, 0, firstRow + 20, 1};
+      for (auto const& [row, formats] :
+           listHolding(resolver, {.range = view, .threadCount = threadCount})) {
+        EXPECT_EQ(formats, expected.at(row)) << row;
+      }
+    }
+  }
 }
 
 TEST_F(TableResolverTest, NothingIsCollectedForFormatsThatNoVisitedCellLiesIn) {

@@ -9,38 +9,32 @@
 #include <vector>
 
 #include "ConditionalFormatters/Operands/CndFrmt_DistinctRanking.h"
-#include "support/PlainHost.h"
-#include "support/Values.h"
+#include "Utils/HashPartitions.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-using namespace TestSupport;
-
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr RankingOrder bothOrders[] = {RankingOrder::LargestFirst, RankingOrder::SmallestFirst};
 
-/// A table of one column.
-class Column {
-public:
-  explicit Column(std::vector<FormulaValue> const& values)
-      : _ranges{{0, 0, values.size(), 1}}, _provider(_table) {
-    for (unsigned long row = 0; row < values.size(); ++row) {
-      _table.setValue(row, 0, values[row]);
+/// The distinct numbers of some values, which come in several blocks.
+DistinctNumbers findDistinct(std::vector<double> const& values, unsigned threadCount = 1) {
+  constexpr std::size_t numbersPerBlock = 4096;
+  HashPartitions const partitions(values.size());
+  std::vector<DistinctNumbers::Block> blocks;
+  std::vector<FloatNumber> numbers;
+  for (double const value : values) {
+    numbers.emplace_back(value);
+    if (numbers.size() == numbersPerBlock) {
+      blocks.emplace_back(numbers, partitions);
+      numbers.clear();
     }
   }
-
-  [[nodiscard]] DistinctNumbers find(unsigned threadCount) const {
-    return DistinctNumbers({_provider, _table, _ranges, {threadCount}});
-  }
-
-private:
-  DOM::Table _table;
-  std::vector<TableRange> _ranges;
-  PlainValueContextProvider _provider;
-};
+  blocks.emplace_back(numbers, partitions);
+  return {blocks, partitions, threadCount};
+}
 
 std::vector<double> rankAll(DistinctNumbers const& numbers, RankingOrder order) {
   std::vector<double> ranking;
@@ -51,30 +45,23 @@ std::vector<double> rankAll(DistinctNumbers const& numbers, RankingOrder order) 
 }
 
 TEST(DistinctNumbers, AreRankedFromEitherEnd) {
-  DistinctNumbers const numbers = Column({number(-1), number(3), number(0.5), number(3),
-                                          number(-infinity), number(infinity), number(-2)})
-                                      .find(1);
+  DistinctNumbers const numbers = findDistinct({-1, 3, 0.5, 3, -infinity, infinity, -2});
   EXPECT_EQ(rankAll(numbers, RankingOrder::LargestFirst),
             (std::vector<double>{infinity, 3, 0.5, -1, -2, -infinity}));
   EXPECT_EQ(rankAll(numbers, RankingOrder::SmallestFirst),
             (std::vector<double>{-infinity, -2, -1, 0.5, 3, infinity}));
 }
 
-TEST(DistinctNumbers, OtherValuesAreNone) {
-  DistinctNumbers const numbers =
-      Column({text("1"), boolean(true), empty(), error(FormulaModel::FormulaErrorCode::Value)})
-          .find(1);
-  EXPECT_EQ(numbers.count(), 0);
-}
+TEST(DistinctNumbers, OfNoNumbersAreNone) { EXPECT_EQ(findDistinct({}).count(), 0U); }
 
 TEST(DistinctNumbers, TheTwoZerosAreOne) {
-  DistinctNumbers const numbers = Column({number(-0.0), number(0.0), number(-0.0)}).find(1);
+  DistinctNumbers const numbers = findDistinct({-0.0, 0.0, -0.0});
   EXPECT_EQ(rankAll(numbers, RankingOrder::LargestFirst), (std::vector<double>{0.0}));
 }
 
 TEST(DistinctNumbers, ANaNCountsOnlyWhereThereIsNothingElse) {
-  EXPECT_EQ(Column({number(nan), number(7), number(nan)}).find(1).count(), 1);
-  DistinctNumbers const onlyNaNs = Column({number(nan), text("a"), number(-nan)}).find(1);
+  EXPECT_EQ(findDistinct({nan, 7, nan}).count(), 1U);
+  DistinctNumbers const onlyNaNs = findDistinct({nan, -nan});
   ASSERT_EQ(onlyNaNs.count(), 1);
   for (RankingOrder const order : bothOrders) {
     EXPECT_TRUE(std::isnan(onlyNaNs.at(1, order).get()));
@@ -82,39 +69,27 @@ TEST(DistinctNumbers, ANaNCountsOnlyWhereThereIsNothingElse) {
 }
 
 /// So many that they are sorted in several pieces, about half of them repeated.
-std::vector<FormulaValue> makeManyValues() {
+std::vector<double> makeManyNumbers() {
   std::mt19937 random(11);
   std::uniform_int_distribution<int> draw(-60'000, 60'000);
-  std::vector<FormulaValue> values;
+  std::vector<double> values;
   for (int i = 0; i < 100'000; ++i) {
     int const drawn = draw(random);
-    switch (drawn % 7) {
-      case 0:
-        values.push_back(text("text"));
-        break;
-      case 1:
-        values.push_back(number(drawn % 2 == 0 ? nan : -0.0));
-        break;
-      default:
-        values.push_back(number(drawn * 0.25));
-    }
+    values.push_back(drawn % 7 == 1 ? (drawn % 2 == 0 ? nan : -0.0) : drawn * 0.25);
   }
   return values;
 }
 
-TEST(DistinctNumbers, OfManyCellsAreThoseOfTheRankingOnAnyNumberOfThreads) {
-  auto const values = makeManyValues();
-  Column const column(values);
+TEST(DistinctNumbers, OfManyNumbersAreThoseOfTheRankingOnAnyNumberOfThreads) {
+  auto const values = makeManyNumbers();
   for (RankingOrder const order : bothOrders) {
     std::vector<FloatNumber> ranking;
-    for (FormulaValue const& value : values) {
-      if (auto const* const it = boost::get<FormulaModel::FormulaNumber>(&value)) {
-        ranking.push_back(it->value);
-      }
+    for (double const value : values) {
+      ranking.emplace_back(value);
     }
     rankDistinct(ranking, order);
     for (unsigned const threadCount : {1U, 2U, 7U}) {
-      DistinctNumbers const numbers = column.find(threadCount);
+      DistinctNumbers const numbers = findDistinct(values, threadCount);
       ASSERT_EQ(numbers.count(), ranking.size());
       for (std::size_t rank = 1; rank <= ranking.size(); rank += rank < 100 ? 1 : 997) {
         ASSERT_EQ(numbers.at(rank, order).get(), ranking[rank - 1].get()) << "rank " << rank;

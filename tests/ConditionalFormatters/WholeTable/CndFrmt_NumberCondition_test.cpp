@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_OperandNeeds.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_RangeOperands.h"
 #include "DOM/ConditionalFormat.h"
 #include "Formulas/LookupCache.h"
 #include "support/PlainHost.h"
@@ -46,7 +48,10 @@ protected:
     ConditionalFormatRef const formatRef(ranges, format);
     auto const expected = _factory.create(formatRef);
     for (unsigned const threadCount : {1U, 2U, 7U}) {
-      auto const condition = prepareCondition({_provider, _table, {threadCount}}, formatRef);
+      RangeOperands operands(_provider, _table, ranges);
+      operands.addNeeds(findOperandNeeds(format.getOperator()));
+      auto const condition =
+          prepareCondition({_provider, _table, &operands, {.resources = {threadCount}}}, formatRef);
       auto const [begin, end] = _table.getRangeIterators({0, 0, rows, 3});
       for (auto cell = begin; cell != end; ++cell) {
         auto const info = cell.getCellInfo();
@@ -63,7 +68,7 @@ protected:
   PlainValueContextProvider _provider{_table};
   OperatorsFactory _factory{_provider, _table};
   Formulas::LookupCache _lookups;
-  PassContext _pass{_lookups, noonOn21November(), nullptr};
+  PassContext _pass{_lookups, noonOn21November(), {}};
   std::vector<std::vector<TableRange>> const _ranges = {
       {},
       {{0, 0, rows, 2}},
@@ -120,7 +125,10 @@ TEST_F(NumberConditionTest, TheMeanIsThatOfTheNumbersAddedOneAfterTheOther) {
   ConditionalFormatRef const formatRef(ranges, format);
   CellInfo const cell = table.getCellInfo(0, 0);
   for (unsigned const threadCount : {1U, 2U, 7U}) {
-    auto const condition = prepareCondition({provider, table, {threadCount}}, formatRef);
+    RangeOperands operands(provider, table, ranges);
+    operands.addNeeds({.mean = true});
+    auto const condition =
+        prepareCondition({provider, table, &operands, {.resources = {threadCount}}}, formatRef);
     EXPECT_TRUE(condition->holds({{number(0), cell.getCellIndex()}, true}, _pass));
     EXPECT_FALSE(condition->holds({{number(-1e-9), cell.getCellIndex()}, true}, _pass));
   }

@@ -12,6 +12,7 @@
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
 #include "ConditionalFormatters/Operators/CndFrmt_UniquenessOperator.h"
 #include "ConditionalFormatters/Operators/CndFrmt_ValueCollectors.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_CollectOperands.h"
 #include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
 #include "support/Values.h"
@@ -23,6 +24,10 @@ namespace {
 using namespace TestSupport;
 using FormulaModel::FormulaErrorCode;
 
+std::unique_ptr<CellSet const> findRepeated(CollectedRanges const& from) {
+  return collectOperands(from, {.occurrences = true}, nullptr).repeated;
+}
+
 /// Which rows of a column of values repeat one.
 std::vector<unsigned long> findRepeatedRows(std::vector<FormulaValue> const& column) {
   DOM::Table table;
@@ -31,10 +36,10 @@ std::vector<unsigned long> findRepeatedRows(std::vector<FormulaValue> const& col
   }
   PlainValueContextProvider const provider(table);
   std::vector<TableRange> const ranges{{0, 0, column.size(), 1}};
-  CellSet const repeated = findRepeatedCells({provider, table, ranges, {1}});
+  auto const repeated = findRepeated({provider, table, ranges, {1}});
   std::vector<unsigned long> rows;
   for (unsigned long row = 0; row < column.size(); ++row) {
-    if (repeated.contains(row, 0)) {
+    if (repeated->contains(row, 0)) {
       rows.push_back(row);
     }
   }
@@ -86,10 +91,10 @@ TEST(RepeatedCells, ACellOfTwoRangesCountsTwice) {
   table.setValue(2, 0, number(3));
   PlainValueContextProvider const provider(table);
   std::vector<TableRange> const ranges{{0, 0, 2, 1}, {1, 0, 3, 1}};
-  CellSet const repeated = findRepeatedCells({provider, table, ranges, {1}});
-  EXPECT_FALSE(repeated.contains(0, 0));
-  EXPECT_TRUE(repeated.contains(1, 0));
-  EXPECT_FALSE(repeated.contains(2, 0));
+  auto const repeated = findRepeated({provider, table, ranges, {1}});
+  EXPECT_FALSE(repeated->contains(0, 0));
+  EXPECT_TRUE(repeated->contains(1, 0));
+  EXPECT_FALSE(repeated->contains(2, 0));
 }
 
 /// Many cells of all kinds, about half of them with a value that stands elsewhere, too.
@@ -129,17 +134,17 @@ TEST_F(ManyRepeatedCells, AreThoseOfWhichTheMultisetCountsSeveralOnAnyNumberOfTh
       {DOM::UniquenessType::Duplicate},
       factory.collectValuesFromRange<FormulaValueMultiset>(ranges, insertNonEmpty));
   for (unsigned const threadCount : {1U, 2U, 7U}) {
-    CellSet const repeated = findRepeatedCells({provider, table, ranges, {threadCount}});
+    auto const repeated = findRepeated({provider, table, ranges, {threadCount}});
     for (TableRange const& range : ranges) {
       auto const [begin, end] = table.getRangeIterators(range);
       for (auto cell = begin; cell != end; ++cell) {
         auto const info = cell.getCellInfo();
-        ASSERT_EQ(repeated.contains(info.getRowIndex(), info.getColIndex()),
+        ASSERT_EQ(repeated->contains(info.getRowIndex(), info.getColIndex()),
                   isDuplicate({info.getCell()->value, info.getCellIndex()}))
             << info.getRowIndex() << ',' << info.getColIndex();
       }
     }
-    EXPECT_FALSE(repeated.contains(20'000, 2)) << "outside the ranges";
+    EXPECT_FALSE(repeated->contains(20'000, 2)) << "outside the ranges";
   }
 }
 
@@ -165,7 +170,7 @@ TEST_F(ManyRepeatedCells, WhatTheProviderThrowsForTheFirstCellReachesTheCaller) 
   ThrowingProvider const throwing(table, 12'345);
   for (unsigned const threadCount : {1U, 2U, 7U}) {
     try {
-      static_cast<void>(findRepeatedCells({throwing, table, ranges, {threadCount}}));
+      static_cast<void>(findRepeated({throwing, table, ranges, {threadCount}}));
       ADD_FAILURE() << "nothing was thrown";
     } catch (std::runtime_error const& error) {
       EXPECT_STREQ(error.what(), "12345") << threadCount << " threads";

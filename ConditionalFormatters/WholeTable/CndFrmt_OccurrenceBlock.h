@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "DOM/CellInfo.h"
+#include "FormulaModel/FormulaValue.h"
+#include "FormulaModel/ValueKey.h"
+#include "Utils/HashPartitions.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// Whether a value may occur more than once: NaN equals nothing, and an empty value does not count.
+[[nodiscard]] bool isComparable(FormulaValue const& value) noexcept;
+
+/// The values of one row block, by partition. Its cells have indices in the order of the walk.
+struct OccurrenceBlock {
+  struct Position {
+    std::uint32_t row;
+    std::uint32_t column;
+  };
+  /// A value's key, and the index of its cell.
+  struct Entry {
+    FormulaModel::ValueKey key;
+    std::uint64_t cell;
+  };
+  /// The same for a text, whose key is a hash.
+  struct TextEntry {
+    FormulaModel::ValueKey key;
+    std::uint64_t cell;
+    std::string const* text;
+  };
+
+  std::vector<Position> positions;
+  std::size_t firstCell = 0;  ///< index of its first cell among those of all blocks
+  std::vector<std::string> strings;
+  PartitionedEntries<TextEntry> texts;
+  PartitionedEntries<Entry> others;
+};
+
+/// Makes a block of the values that can be compared.
+class OccurrenceBlockBuilder {
+public:
+  explicit OccurrenceBlockBuilder(HashPartitions partitions) noexcept : _partitions(partitions) {}
+
+  void add(DOM::CellInfo const& cellInfo, FormulaValue value);
+  [[nodiscard]] OccurrenceBlock finalize();
+
+private:
+  HashPartitions _partitions;
+  OccurrenceBlock _block;
+  std::vector<OccurrenceBlock::TextEntry> _texts;
+  std::vector<OccurrenceBlock::Entry> _others;
+};
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+
+#include "DOM/ConditionalFormatOperator.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// What conditions have to know of the values in their ranges.
+struct OperandNeeds {
+  bool mean = false;
+  /// How many of the largest and of the smallest distinct numbers; see selectBest().
+  std::size_t largest = 0;
+  std::size_t smallest = 0;
+  bool ranking = false;      ///< all distinct numbers in their order
+  bool occurrences = false;  ///< which cells repeat a value
+
+  /// Adds what others need.
+  OperandNeeds& operator|=(OperandNeeds const& other) noexcept;
+
+  [[nodiscard]] bool isEmpty() const noexcept { return *this == OperandNeeds(); }
+
+  friend bool operator==(OperandNeeds const&, OperandNeeds const&) noexcept = default;
+};
+
+/// The needs of a format's condition: none if it does not depend on other cells by itself.
+[[nodiscard]] OperandNeeds findOperandNeeds(DOM::ConditionalFormatOperator const& record) noexcept;
+
+}  // namespace Zorv::ConditionalFormatters

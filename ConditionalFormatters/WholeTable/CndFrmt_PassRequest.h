@@ -1,0 +1,20 @@
+#pragma once
+
+#include <span>
+
+#include "ConditionalFormatters/Parallel/CndFrmt_PassResources.h"
+#include "Utils/TableRange.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// What a pass asks, and what it may use.
+struct PassRequest {
+  PassResources resources = {};
+  /// The cells that are asked about lie in these areas, which are borrowed. None if they may lie
+  /// anywhere.
+  std::span<TableRange const> areas = {};
+  /// Whether the condition of one format is asked, and not those of all formats on a cell.
+  bool asksOneFormat = false;
+};
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,140 @@
+#include "ConditionalFormatters/WholeTable/CndFrmt_RangeOperands.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "ConditionalFormatters/Operands/CndFrmt_Threshold.h"
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+/// The number of a rank among the best ones, or the last of them if there are fewer.
+ThresholdOperand thresholdAmongBest(std::vector<FloatNumber> const& best, std::size_t rank) {
+  std::size_t const last = std::min(rank, best.size());
+  return last == 0 ? ThresholdOperand() : ThresholdOperand{best[last - 1], last};
+}
+
+ThresholdOperand thresholdInRanking(DistinctNumbers const& numbers,
+                                    DOM::TopBottomConditionalFormatOperator const& record) {
+  std::size_t const rank = thresholdRank(record, numbers.count());
+  return rank == 0 ? ThresholdOperand()
+                   : ThresholdOperand{numbers.at(rank, rankingOrderOf(record.getType())), rank};
+}
+
+bool containsCell(CellSet const& cells, CellIndex cell) noexcept {
+  return cells.contains(cell.getRow().get(), cell.getColumn().get());
+}
+
+}  // namespace
+
+MeanOperand RangeOperands::getMean(PassRequest const& request) const {
+  collect({.mean = true}, request);
+  return *_mean.find();
+}
+
+ThresholdOperand RangeOperands::getThreshold(DOM::TopBottomConditionalFormatOperator const& record,
+                                             PassRequest const& request) const {
+  auto const rank = selectableRank(record);
+  if (!rank) {
+    collect({.ranking = true}, request);
+    return thresholdInRanking(*_ranking.find(), record);
+  }
+  bool const isTop = rankingOrderOf(record.getType()) == RankingOrder::LargestFirst;
+  collect(isTop ? OperandNeeds{.largest = *rank} : OperandNeeds{.smallest = *rank}, request);
+  return thresholdAmongBest(isTop ? *_largest.find() : *_smallest.find(), *rank);
+}
+
+void RangeOperands::prepareOccurrences(PassRequest const& request) const {
+  if (_repeatedAmongWatched.find() == nullptr) {
+    collect({.occurrences = true}, request);
+  }
+}
+
+bool RangeOperands::isRepeated(CellIndex cell, PassResources const& resources) const {
+  if (auto const* const repeated = _repeated.find()) {
+    return containsCell(*repeated, cell);
+  }
+  auto const* const few = _repeatedAmongWatched.find();
+  if (few != nullptr && containsCell(few->known, cell)) {
+    return containsCell(few->repeated, cell);
+  }
+  collect({.occurrences = true}, {.resources = resources, .asksOneFormat = true});
+  return containsCell(*_repeated.find(), cell);
+}
+
+void RangeOperands::forget() noexcept {
+  _mean.reset();
+  _largest.reset();
+  _smallest.reset();
+  _ranking.reset();
+  _repeatedAmongWatched.reset();
+  _repeated.reset();
+}
+
+OperandNeeds RangeOperands::findMissing(OperandNeeds needs) const noexcept {
+  needs.mean = needs.mean && _mean.find() == nullptr;
+  // The best numbers are collected once for the longest of the lists.
+  needs.largest = needs.largest > 0 && _largest.find() == nullptr ? _needs.largest : 0;
+  needs.smallest = needs.smallest > 0 && _smallest.find() == nullptr ? _needs.smallest : 0;
+  needs.ranking = needs.ranking && _ranking.find() == nullptr;
+  needs.occurrences = needs.occurrences && _repeated.find() == nullptr;
+  return needs;
+}
+
+OperandNeeds RangeOperands::findWorth(OperandNeeds const& needs,
+                                      bool asksOneFormat) const noexcept {
+  OperandNeeds missing = findMissing(needs);
+  if (!asksOneFormat && !missing.isEmpty()) {
+    OperandNeeds others = findMissing(_needs);
+    others.occurrences = others.occurrences && _repeatedAmongWatched.find() == nullptr;
+    missing |= others;
+  }
+  return missing;
+}
+
+void RangeOperands::collect(OperandNeeds const& needs, PassRequest const& request) const {
+  if (findMissing(needs).isEmpty()) {
+    return;
+  }
+  std::lock_guard const lock(_collecting);
+  OperandNeeds worth = findWorth(needs, request.asksOneFormat);
+  if (worth.isEmpty()) {
+    return;
+  }
+  std::unique_ptr<WatchedCells const> watched;
+  if (worth.occurrences && _repeatedAmongWatched.find() == nullptr) {
+    watched = WatchedCells::find(_provider, _table, _ranges, request.areas);
+    worth.occurrences = watched == nullptr;
+  }
+  auto collected = collectOperands({_provider, _table, _ranges, request.resources}, worth,
+                                   watched == nullptr ? nullptr : &watched->getValues());
+  if (watched != nullptr) {
+    _repeatedAmongWatched.keepFirst(std::make_unique<RepeatedAmongWatched const>(
+        watched->findRepeated(collected.watchedCounts)));
+  }
+  keep(std::move(collected), worth);
+}
+
+void RangeOperands::keep(CollectedOperands collected, OperandNeeds const& needs) const {
+  if (needs.mean) {
+    _mean.keepFirst(std::make_unique<MeanOperand const>(collected.mean));
+  }
+  if (needs.largest > 0) {
+    _largest.keepFirst(
+        std::make_unique<std::vector<FloatNumber> const>(std::move(collected.largest)));
+  }
+  if (needs.smallest > 0) {
+    _smallest.keepFirst(
+        std::make_unique<std::vector<FloatNumber> const>(std::move(collected.smallest)));
+  }
+  if (needs.ranking) {
+    _ranking.keepFirst(std::move(collected.ranking));
+  }
+  if (needs.occurrences) {
+    _repeated.keepFirst(std::move(collected.repeated));
+  }
+}
+
+}  // namespace Zorv::ConditionalFormatters

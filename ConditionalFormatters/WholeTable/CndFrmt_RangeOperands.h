@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstddef>
+#include <mutex>
+#include <vector>
+
+#include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
+#include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_CollectOperands.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_DistinctNumbers.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_OperandNeeds.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_PassRequest.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_WatchedCells.h"
+#include "DOM/ConditionalFormatOperator.h"
+#include "Utils/CellIndex.h"
+#include "Utils/TableRange.h"
+
+namespace Zorv::DOM {
+class Table;
+}  // namespace Zorv::DOM
+
+namespace Zorv::ConditionalFormatters {
+
+/// The operands that conditions of formats over the same ranges take from the values there.
+///
+/// They are collected when they are first asked for, and then all at once that the formats need:
+/// twelve averages over one range read it once. Which cells repeat a value is found for the few
+/// cells of a small request alone, and for all cells at the next request.
+///
+/// Every operation throws what the provider throws, and then keeps what it had. Ownership: borrows
+/// what it is made from. Threads: const operations may be called from several threads; those that
+/// need the same operand wait for the first.
+class RangeOperands {
+public:
+  RangeOperands(ValueContextProvider const& provider, DOM::Table const& table,
+                std::vector<TableRange> const& ranges) noexcept
+      : _provider(provider), _table(table), _ranges(ranges) {}
+
+  [[nodiscard]] ValueContextProvider const& getProvider() const noexcept { return _provider; }
+  [[nodiscard]] DOM::Table const& getTable() const noexcept { return _table; }
+  [[nodiscard]] std::vector<TableRange> const& getRanges() const noexcept { return _ranges; }
+
+  /// Adds the needs of a format with these ranges. To be called before anything is asked.
+  void addNeeds(OperandNeeds const& needs) noexcept { _needs |= needs; }
+
+  /// Requires that a mean is needed.
+  [[nodiscard]] MeanOperand getMean(PassRequest const& request) const;
+
+  /// The threshold of a top or bottom condition, whose needs were told.
+  [[nodiscard]] ThresholdOperand getThreshold(DOM::TopBottomConditionalFormatOperator const& record,
+                                              PassRequest const& request) const;
+
+  /// Finds which cells repeat a value, of those that the request asks about at least.
+  void prepareOccurrences(PassRequest const& request) const;
+
+  /// True if the value of a cell occurs elsewhere in the ranges, too, by the equality of
+  /// FormulaValueMultiset; a cell of two ranges counts twice. Requires an existing cell of the
+  /// ranges with a value that can be compared.
+  [[nodiscard]] bool isRepeated(CellIndex cell, PassResources const& resources) const;
+
+  /// Forgets everything that was collected. Needs exclusive access.
+  void forget() noexcept;
+
+private:
+  [[nodiscard]] OperandNeeds findMissing(OperandNeeds needs) const noexcept;
+  /// What is worth to be collected if something of some needs is missing.
+  [[nodiscard]] OperandNeeds findWorth(OperandNeeds const& needs,
+                                       bool asksOneFormat) const noexcept;
+  void collect(OperandNeeds const& needs, PassRequest const& request) const;
+  void keep(CollectedOperands collected, OperandNeeds const& needs) const;
+
+  ValueContextProvider const& _provider;
+  DOM::Table const& _table;
+  std::vector<TableRange> const& _ranges;
+  OperandNeeds _needs;  ///< of all formats
+
+  mutable std::recursive_mutex _collecting;
+  Lazy<MeanOperand> _mean;
+  Lazy<std::vector<FloatNumber>> _largest;
+  Lazy<std::vector<FloatNumber>> _smallest;
+  Lazy<DistinctNumbers> _ranking;
+  Lazy<RepeatedAmongWatched> _repeatedAmongWatched;
+  Lazy<CellSet> _repeated;
+};
+
+}  // namespace Zorv::ConditionalFormatters
