@@ -15,49 +15,36 @@ using OfficeUtils::PinnedMoment;
 
 namespace {
 
-/// The area of one cell, and the request about it.
-class SingleCell {
-public:
-  explicit SingleCell(DOM::CellInfo const& cellInfo) noexcept
-      : _area{cellInfo.getRowIndex(), cellInfo.getColIndex(), cellInfo.getRowIndex() + 1,
-              cellInfo.getColIndex() + 1} {}
+// Callers who ask about one cell ask about others, too: the requests name no area.
 
-  [[nodiscard]] PassRequest request(WorkBudget* budget = nullptr) const noexcept {
-    return {.resources = {.threadCount = 1, .budget = budget}, .areas = {&_area, 1}};
-  }
-  [[nodiscard]] PassRequest requestOneFormat() const noexcept {
-    return {.areas = {&_area, 1}, .asksOneFormat = true};
-  }
+PassRequest requestAllFormats(WorkBudget* budget = nullptr) noexcept {
+  return {.resources = {.threadCount = 1, .budget = budget}};
+}
 
-private:
-  TableRange _area;
-};
+PassRequest requestOneFormat() noexcept { return {.asksOneFormat = true}; }
 
 }  // namespace
 
 DOM::SharedCellStylePtr TableResolver::resolve(DOM::CellInfo const& cellInfo) const {
-  SingleCell const cell(cellInfo);
-  return CellResolver(*_prepared, cell.request(), PinnedMoment::readMoment()).resolve(cellInfo);
+  return CellResolver(*_prepared, requestAllFormats(), PinnedMoment::readMoment())
+      .resolve(cellInfo);
 }
 
 bool TableResolver::holds(std::size_t format, DOM::CellInfo const& cellInfo) const {
   FormatIndex const index = _prepared->checkFormat(format);
-  SingleCell const cell(cellInfo);
-  return ConditionAsker(*_prepared, index, cell.requestOneFormat(), PinnedMoment::readMoment())
+  return ConditionAsker(*_prepared, index, requestOneFormat(), PinnedMoment::readMoment())
       .holds(cellInfo);
 }
 
 ConditionOperands TableResolver::findOperands(std::size_t format,
                                               DOM::CellInfo const& cellInfo) const {
   FormatIndex const index = _prepared->checkFormat(format);
-  SingleCell const cell(cellInfo);
-  return ConditionAsker(*_prepared, index, cell.requestOneFormat(), PinnedMoment::readMoment())
+  return ConditionAsker(*_prepared, index, requestOneFormat(), PinnedMoment::readMoment())
       .findOperands(cellInfo);
 }
 
 CellExplanation TableResolver::explain(DOM::CellInfo const& cellInfo, WorkBudget* budget) const {
-  SingleCell const cell(cellInfo);
-  return CellExplainer(*_prepared, cell.request(budget), PinnedMoment::readMoment())
+  return CellExplainer(*_prepared, requestAllFormats(budget), PinnedMoment::readMoment())
       .explain(cellInfo);
 }
 

@@ -69,7 +69,7 @@ TEST_F(RangeOperandsTest, ThresholdsOfFewerNumbersAreTheLast) {
   }
   EXPECT_EQ(operands.getThreshold({Rank::Top, 3, false}, {}).threshold->get(), 0);
   EXPECT_EQ(operands.getThreshold({Rank::Top, 3, false}, {}).rank, 2U);
-  EXPECT_EQ(operands.getThreshold({Rank::Top, 10, true}, {}).threshold, boost::none);
+  EXPECT_FALSE(operands.getThreshold({Rank::Top, 10, true}, {}).threshold);
 }
 
 TEST_F(RangeOperandsTest, ASmallRequestFindsTheRepeatedValuesOfItsOwnCells) {

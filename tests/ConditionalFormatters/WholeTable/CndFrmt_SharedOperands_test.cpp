@@ -25,7 +25,7 @@ TEST(OperandNeeds, AreThoseOfTheKindOfCondition) {
     OperandNeeds expected;
   };
   Case const cases[] = {
-      {"blank", NullaryConditionalFormatOperator(NullaryConditionalFormatType::Blank), {}},
+      {"blank", NullaryConditionalFormatOperator(NullaryConditionalFormatType::Blanks), {}},
       {"average",
        AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::Above),
        {.mean = true}},
@@ -57,7 +57,7 @@ TEST(SharedOperands, AreOneForEqualListsOfRanges) {
   ConditionalFormat const unique({}, UniquenessConditionalFormatOperator{UniquenessType::Unique},
                                  UUID());
   ConditionalFormat const blank(
-      {}, NullaryConditionalFormatOperator(NullaryConditionalFormatType::Blank), UUID());
+      {}, NullaryConditionalFormatOperator(NullaryConditionalFormatType::Blanks), UUID());
   std::vector<TableRange> const ranges{{0, 0, 9, 1}, {3, 2, 5, 4}};
   std::vector<TableRange> const turned{ranges[1], ranges[0]};
   ConditionalFormatRefs const formatRefs{
@@ -74,7 +74,7 @@ TEST(SharedOperands, AreNoneWithoutFormatsThatNeedThem) {
   Table const table;
   PlainValueContextProvider const provider(table);
   ConditionalFormat const blank(
-      {}, NullaryConditionalFormatOperator(NullaryConditionalFormatType::Blank), UUID());
+      {}, NullaryConditionalFormatOperator(NullaryConditionalFormatType::Blanks), UUID());
   ConditionalFormatRefs const formatRefs{{{{0, 0, 9, 1}}, blank}};
   EXPECT_EQ(SharedOperands(provider, table, formatRefs).find(0), nullptr);
 }
