@@ -27,10 +27,10 @@ class PreparedTable;
 /// with the number of cells and not with its square.
 ///
 /// What resolve() does for each cell is done once. A format's condition is prepared when the first
-/// cell needs it: the values of its ranges are collected, and arguments that are the same for every
-/// cell are evaluated. Styles are flattened once, and merged once for each sequence of styles that
-/// some cell has. A cell then costs its conditions and one look-up, however many formats there are
-/// elsewhere in the table.
+/// cell needs it: the values of its ranges are collected, in one walk for all formats over the same
+/// ranges, and arguments that are the same for every cell are evaluated. Styles are flattened once,
+/// and merged once for each sequence of styles that some cell has. A cell then costs its conditions
+/// and one look-up, however many formats there are elsewhere in the table.
 ///
 /// Each call of an operation is one pass, and sees one moment: the one that the caller has pinned
 /// (see OfficeUtils::PinnedMoment), or else the clock's at its beginning. Assertions and exceptions

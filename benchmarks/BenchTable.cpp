@@ -148,6 +148,17 @@ std::size_t resolveColumn(BenchTable const& table, unsigned threadCount) {
   return styled;
 }
 
+void addTwelve(BenchTable& table) {
+  for (auto const add : {addGreater, addBetween, addTextContains, addThisMonth, addFormula,
+                         addTop10, addTop10Percent, addAboveAverage, addDuplicate, addUnique}) {
+    add(table);
+  }
+  table.addFormat(
+      TopBottomConditionalFormatOperator(TopBottomConditionalFormatType::Bottom, 10, false));
+  table.addFormat(
+      AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::EqualOrBelow));
+}
+
 std::vector<Scenario> const& getScenarios() {
   static std::vector<Scenario> const scenarios = {
       {"greater", addGreater},

@@ -58,6 +58,9 @@ struct Scenario {
   void (*addFormats)(BenchTable& table);
 };
 
+/// Twelve formats of all kinds over the whole column, of which seven take operands from it.
+void addTwelve(BenchTable& table);
+
 /// One row for each kind of condition that is measured, then the ones of several formats.
 [[nodiscard]] std::vector<Scenario> const& getScenarios();
 

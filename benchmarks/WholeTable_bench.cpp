@@ -84,6 +84,23 @@ void measureRowRules(benchmark::State& state) {
   }
 }
 
+/// The first view of a document: 2,000 cells under twelve rules over the whole column.
+void measureFirstView(benchmark::State& state) {
+  constexpr unsigned long viewed = 2'000;
+  BenchTable table(static_cast<std::size_t>(state.range(0)));
+  addTwelve(table);
+  table.makeCalculator();
+  unsigned long const firstRow = table.getCellCount() / 2;
+  for (auto _ : state) {
+    auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
+    std::size_t holding = 0;
+    resolver.visit(
+        {.range = {firstRow, 0, firstRow + viewed, 1}},
+        [&](ConditionalFormatters::ResolvedCell const& cell) { holding += cell.formats.size(); });
+    benchmark::DoNotOptimize(holding);
+  }
+}
+
 }  // namespace
 
 void registerWholeTable() {
@@ -95,6 +112,7 @@ void registerWholeTable() {
       ->Arg(30)
       ->Arg(300)
       ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("view/first", measureFirstView)->Apply(withSizes);
   for (Scenario const& scenario : getScenarios()) {
     std::string name = "table/";
     name += scenario.name;
