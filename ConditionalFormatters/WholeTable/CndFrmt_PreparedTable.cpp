@@ -57,6 +57,14 @@ bool PreparedTable::liesInRanges(FormatIndex format, CellIndex cell) const {
   return index.contains(cell.getRow().get(), cell.getColumn().get());
 }
 
+OperandChanges PreparedTable::valuesChanged(std::span<TableRange const> areas) {
+  OperandChanges changes = _operands.valuesChanged(areas);
+  for (FormatIndex const format : changes.formats) {
+    _conditions[format].reset();
+  }
+  return changes;
+}
+
 std::vector<TableRange> PreparedTable::listRanges() const {
   std::vector<TableRange> ranges;
   for (ConditionalFormatRef const& formatRef : _formatRefs) {

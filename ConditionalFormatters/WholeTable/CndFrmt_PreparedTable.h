@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <mutex>
+#include <span>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
@@ -59,6 +60,11 @@ public:
   [[nodiscard]] VerdictScope getVerdictScope(FormatIndex format) const noexcept {
     return _scopes[format];
   }
+
+  /// Takes over that the cells of some areas of the table have new values: forgets the conditions
+  /// and operands of the formats whose ranges meet them. What formulas refer to is not followed.
+  /// Needs exclusive access.
+  OperandChanges valuesChanged(std::span<TableRange const> areas);
 
   /// All ranges of all formats.
   [[nodiscard]] std::vector<TableRange> listRanges() const;

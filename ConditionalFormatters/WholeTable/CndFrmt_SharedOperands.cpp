@@ -1,5 +1,6 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_SharedOperands.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 
@@ -34,31 +35,44 @@ struct RangeListEqual {
   }
 };
 
+bool doMeet(std::vector<TableRange> const& ranges, std::span<TableRange const> areas) noexcept {
+  return std::ranges::any_of(ranges, [&](TableRange const& range) {
+    return std::ranges::any_of(
+        areas, [&](TableRange const& area) { return !intersect(range, area).isEmpty(); });
+  });
+}
+
 }  // namespace
 
 SharedOperands::SharedOperands(ValueContextProvider const& provider, DOM::Table const& table,
                                ConditionalFormatRefs const& formatRefs) {
-  boost::unordered_map<RangeList, RangeOperands*, RangeListHash, RangeListEqual> byRanges;
+  boost::unordered_map<RangeList, Shared*, RangeListHash, RangeListEqual> byRanges;
   for (FormatIndex format = 0; format < formatRefs.size(); ++format) {
     auto const& [ranges, record] = formatRefs[format];
     OperandNeeds const needs = findOperandNeeds(record.get().getOperator());
     if (needs.isEmpty()) {
       continue;
     }
-    RangeOperands*& operands = byRanges[std::cref(ranges)];
-    if (operands == nullptr) {
-      operands = &_operands.emplace_back(provider, table, ranges);
+    Shared*& shared = byRanges[std::cref(ranges)];
+    if (shared == nullptr) {
+      shared = &_shared.emplace_back(provider, table, ranges);
     }
-    operands->addNeeds(needs);
+    shared->operands.addNeeds(needs);
+    shared->formats.push_back(format);
     _byFormat.resize(formatRefs.size());
-    _byFormat[format] = operands;
+    _byFormat[format] = &shared->operands;
   }
 }
 
-void SharedOperands::forget() noexcept {
-  for (RangeOperands& operands : _operands) {
-    operands.forget();
+OperandChanges SharedOperands::valuesChanged(std::span<TableRange const> areas) {
+  OperandChanges changes;
+  for (Shared& shared : _shared) {
+    if (doMeet(shared.operands.getRanges(), areas)) {
+      shared.operands.forget();
+      changes.formats.insert(changes.formats.end(), shared.formats.begin(), shared.formats.end());
+    }
   }
+  return changes;
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -79,5 +79,27 @@ TEST(SharedOperands, AreNoneWithoutFormatsThatNeedThem) {
   EXPECT_EQ(SharedOperands(provider, table, formatRefs).find(0), nullptr);
 }
 
+TEST(SharedOperands, OfRangesWithNewValuesAreForgotten) {
+  Table table;
+  table.setValue(0, 0, number(1));
+  table.setValue(0, 5, number(1));
+  PlainValueContextProvider const provider(table);
+  ConditionalFormat const average(
+      {}, AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::Above), UUID());
+  ConditionalFormatRefs const formatRefs{
+      {{{0, 0, 9, 1}}, average}, {{{0, 5, 9, 6}}, average}, {{{0, 0, 9, 1}}, average}};
+  SharedOperands shared(provider, table, formatRefs);
+  EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 1);
+  EXPECT_EQ(shared.find(1)->getMean({}).mean.get(), 1);
+  table.setValue(0, 0, number(3));
+  table.setValue(0, 5, number(3));
+  std::vector<TableRange> const areas{{7, 7, 8, 8}, {0, 0, 1, 5}};
+  OperandChanges const changes = shared.valuesChanged(areas);
+  EXPECT_EQ(changes.formats, (FormatIndices{0, 2}));
+  EXPECT_TRUE(changes.cells.empty());
+  EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 3);
+  EXPECT_EQ(shared.find(1)->getMean({}).mean.get(), 1) << "its cells were not told";
+}
+
 }  // namespace
 }  // namespace Zorv::ConditionalFormatters
