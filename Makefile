@@ -1,7 +1,7 @@
 # The commands of this project; each one installs and builds what it needs and what has changed.
 
 .DEFAULT_GOAL := help
-.PHONY: help packages all-packages tool release run test checks corpus docs bench tidy fuzz hostile format clean
+.PHONY: help packages all-packages python-packages tool python release run test checks corpus docs bench tidy fuzz hostile format clean
 
 # Done, all, and the seconds since the start.
 export NINJA_STATUS = [%f of %t, %es] 
@@ -13,7 +13,10 @@ packages:
 	@scripts/install_packages.sh packages.txt
 
 all-packages:
-	@scripts/install_packages.sh packages.txt packages_checks.txt
+	@scripts/install_packages.sh packages.txt packages_python.txt packages_checks.txt
+
+python-packages: packages
+	@scripts/install_packages.sh packages_python.txt
 
 # A build tree is configured once, which leaves the files below; ninja itself sees to the rest. The
 # release tree begins with the tool alone. What needs the tests or the benchmarks configures the same
@@ -29,6 +32,11 @@ build/%/build.ninja: | all-packages
 
 tool: packages build/release/build.ninja
 	@cmake --build --preset release --target cndfrmt
+
+python: python-packages build/release/build.ninja ## Build the Python module, and say how to import it
+	@cmake build/release -D CNDFRMT_BUILD_PYTHON=ON >build/python.log || (cat build/python.log; exit 1)
+	@cmake --build --preset release --target cndfrmt_python_package
+	@echo "PYTHONPATH=$(CURDIR)/build/release/lib/python3/dist-packages /usr/bin/python3 -c 'import conditional_formatters'"
 
 release: all-packages build/release/tests/CTestTestfile.cmake
 	@cmake --build --preset release

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Fails when an include points against the layers:
-#   tool -> render, records -> words -> analysis -> workbook -> visuals -> ConditionalFormatters -> host, and
+#   tool, python -> render, records -> words -> analysis -> workbook -> visuals -> ConditionalFormatters -> host, and
 #   inside the host
 #   Formulas -> DOM -> OfficeUtils -> FormulaModel -> Utils.
 #   In the library: WholeTable -> Parallel -> Formats -> Operators -> Operands -> Predicates.
@@ -25,7 +25,7 @@ check_order() {
   done
 }
 
-check_order '' '' host ConditionalFormatters visuals workbook analysis words records render tool
+check_order '' '' host ConditionalFormatters visuals workbook analysis words records render python tool
 check_order host/ '' Utils FormulaModel OfficeUtils DOM Formulas
 check_order ConditionalFormatters/ ConditionalFormatters/ Predicates Operands Operators Formats \
   Parallel WholeTable
@@ -36,9 +36,10 @@ check_order host/Formulas/ Formulas/ Limits Text Values Parsing Lookups Evaluati
   Tracing
 forbid 'Formulas/[A-Z][A-Za-z0-9]*/' host/Formulas/*.h
 # Headers of the host are included without its folder's name.
-forbid 'host/' host ConditionalFormatters visuals workbook analysis words records render tool
+forbid 'host/' host ConditionalFormatters visuals workbook analysis words records render python tool
 # Writers of records and of pictures know nothing of each other.
 forbid 'records/' render
+forbid 'python/' tool
 forbid 'visuals/VisualResolver\.h' visuals/Draw visuals/Prepare
 forbid 'visuals/Prepare/' visuals/Draw
 forbid 'visuals/[A-Z][A-Za-z]*/' visuals/*.h

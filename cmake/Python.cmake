@@ -1,0 +1,31 @@
+# What the Python module is built with: the distribution's interpreter, which its packages are for,
+# and not one that lies before it in the path. CNDFRMT_BUILD_PYTHON is AUTO (where pybind11 and
+# Python's headers are installed), ON (which needs them) or OFF.
+if(PROJECT_IS_TOP_LEVEL AND CNDFRMT_BUILD_TOOL)
+  set(CNDFRMT_BUILD_PYTHON AUTO CACHE STRING "Build the Python module: AUTO, ON or OFF")
+else()
+  set(CNDFRMT_BUILD_PYTHON OFF CACHE STRING "Build the Python module: AUTO, ON or OFF")
+endif()
+
+if(CNDFRMT_BUILD_PYTHON STREQUAL AUTO)
+  set(needs_python QUIET)
+elseif(CNDFRMT_BUILD_PYTHON)
+  set(needs_python REQUIRED)
+endif()
+
+set(CNDFRMT_HAS_PYTHON OFF)
+if(CNDFRMT_BUILD_PYTHON)
+  if(EXISTS /usr/bin/python3)
+    set(Python_EXECUTABLE /usr/bin/python3 CACHE FILEPATH "The interpreter of the Python module")
+  endif()
+  set(PYBIND11_FINDPYTHON ON)
+  find_package(Python 3.9 ${needs_python} COMPONENTS Interpreter Development.Module)
+  if(Python_FOUND)
+    find_package(pybind11 2.10 ${needs_python} CONFIG)
+  endif()
+  if(Python_FOUND AND pybind11_FOUND)
+    set(CNDFRMT_HAS_PYTHON ON)
+  else()
+    message(STATUS "The Python module is not built: it needs pybind11 and Python's headers")
+  endif()
+endif()
