@@ -19,13 +19,16 @@ constexpr std::size_t firstBufferSize = 65'536;
 
 /// Size of a name's prefix with its colon; 0 for a name without a prefix.
 std::size_t prefixSizeOf(std::string_view qualifiedName) noexcept {
-  std::size_t const colon = qualifiedName.find(':');
-  return colon == std::string_view::npos ? 0 : colon + 1;
+  auto const colon = std::find(qualifiedName.begin(), qualifiedName.end(), ':');
+  return colon == qualifiedName.end() ? 0
+                                      : static_cast<std::size_t>(colon - qualifiedName.begin()) + 1;
 }
 
-std::string_view prefixOf(std::string_view qualifiedName) noexcept {
-  std::size_t const size = prefixSizeOf(qualifiedName);
-  return qualifiedName.substr(0, size == 0 ? 0 : size - 1);
+char* skipSpaces(char* at, char* end) noexcept {
+  while (at != end && isXmlSpace(*at)) {
+    ++at;
+  }
+  return at;
 }
 
 }  // namespace
@@ -46,16 +49,6 @@ XmlReader::Event XmlReader::next() {
       return event;
     }
   }
-}
-
-std::optional<std::string_view> XmlReader::getAttribute(std::string_view name,
-                                                        XmlNamespace ns) const noexcept {
-  for (XmlAttribute const& attribute : _attributes) {
-    if (attribute.name == name && attribute.ns == ns) {
-      return attribute.value;
-    }
-  }
-  return std::nullopt;
 }
 
 bool XmlReader::keepsSpaces() const noexcept { return !_open.empty() && _open.back().keepsSpaces; }
@@ -185,14 +178,26 @@ XmlReader::Event XmlReader::readStartTag() {
 }
 
 XmlReader::Event XmlReader::readEndTag() {
-  std::size_t const size = findTagEnd();
-  std::string_view const name = trimXmlSpaces(buffered().substr(2, size - 3));
-  if (_open.empty() || std::string_view(_openNames).substr(_open.back().nameBegin) != name) {
-    fail(fmt::format("the end of an element \"{}\" that is not open", quote(name)));
+  std::string_view const innermost =
+      _open.empty() ? std::string_view()
+                    : std::string_view(_openNames).substr(_open.back().nameBegin);
+  std::size_t size = innermost.size() + 3;
+  if (innermost.empty() || !endsInnermost(size, innermost)) {
+    size = findTagEnd();
+    std::string_view const name = trimXmlSpaces(buffered().substr(2, size - 3));
+    if (_open.empty() || innermost != name) {
+      fail(fmt::format("the end of an element \"{}\" that is not open", quote(name)));
+    }
   }
   _tagPosition = getPosition();
   _begin += size;
   return closeElement();
+}
+
+/// Whether an end tag of that name comes next, written without spaces as nearly all are.
+bool XmlReader::endsInnermost(std::size_t tagSize, std::string_view name) {
+  return ensure(tagSize) && buffered()[tagSize - 1] == '>' &&
+         buffered().substr(2, name.size()) == name;
 }
 
 XmlReader::Event XmlReader::closeElement() {
@@ -208,14 +213,14 @@ XmlReader::Event XmlReader::closeElement() {
 }
 
 void XmlReader::parseTag(char* begin, char* end) {
-  char* at = std::find_if(begin, end, isXmlSpace);
+  char* at = std::find_if(begin, end, [](char c) { return isXmlSpace(c); });
   _qualifiedName = {begin, static_cast<std::size_t>(at - begin)};
   if (_qualifiedName.empty()) {
     fail("a tag without a name");
   }
   _attributes.clear();
   for (;;) {
-    at = std::find_if_not(at, end, isXmlSpace);
+    at = skipSpaces(at, end);
     if (at == end) {
       return;
     }
@@ -225,8 +230,8 @@ void XmlReader::parseTag(char* begin, char* end) {
 
 char* XmlReader::parseAttribute(char* at, char* end) {
   char* const nameEnd = std::find_if(at, end, [](char c) { return c == '=' || isXmlSpace(c); });
-  char* value = std::find_if_not(nameEnd, end, isXmlSpace);
-  value = value == end || *value != '=' ? end : std::find_if_not(value + 1, end, isXmlSpace);
+  char* value = skipSpaces(nameEnd, end);
+  value = value == end || *value != '=' ? end : skipSpaces(value + 1, end);
   if (value == end || (*value != '"' && *value != '\'')) {
     fail("an attribute without a quoted value");
   }
@@ -248,6 +253,9 @@ void XmlReader::openElement() {
   std::size_t const bindingCount = _bindings.size();
   bool keepsSpacesInside = keepsSpaces();
   for (XmlAttribute const& attribute : _attributes) {
+    if (!attribute.name.starts_with('x')) {
+      continue;
+    }
     if (attribute.name == "xmlns") {
       bindPrefix("", attribute.value);
     } else if (attribute.name.starts_with("xmlns:")) {
@@ -257,8 +265,8 @@ void XmlReader::openElement() {
     }
   }
   resolveNames();
-  _open.push_back({_openNames.size(), bindingCount, prefixSizeOf(_qualifiedName), _namespace,
-                   keepsSpacesInside});
+  _open.push_back({_openNames.size(), bindingCount, _qualifiedName.size() - _name.size(),
+                   _namespace, keepsSpacesInside});
   _openNames += _qualifiedName;
 }
 
@@ -271,11 +279,12 @@ void XmlReader::bindPrefix(std::string_view prefix, std::string_view uri) {
 }
 
 void XmlReader::resolveNames() {
-  _namespace = findPrefix(prefixOf(_qualifiedName));
-  _name = _qualifiedName.substr(prefixSizeOf(_qualifiedName));
+  std::size_t const size = prefixSizeOf(_qualifiedName);
+  _namespace = findPrefix(_qualifiedName.substr(0, size == 0 ? 0 : size - 1));
+  _name = _qualifiedName.substr(size);
   for (XmlAttribute& attribute : _attributes) {
     if (std::size_t const prefixSize = prefixSizeOf(attribute.name)) {
-      attribute.ns = findPrefix(prefixOf(attribute.name));
+      attribute.ns = findPrefix(attribute.name.substr(0, prefixSize - 1));
       attribute.name.remove_prefix(prefixSize);
     }
   }

@@ -53,9 +53,17 @@ public:
   [[nodiscard]] std::vector<XmlAttribute> const& getAttributes() const noexcept {
     return _attributes;
   }
-  /// Attribute of the starting element, or nothing.
+  /// Attribute of the starting element, or nothing. Cells ask for names of one letter, which the
+  /// compiler turns into a comparison of bytes where it sees this body.
   [[nodiscard]] std::optional<std::string_view> getAttribute(
-      std::string_view name, XmlNamespace ns = XmlNamespace::None) const noexcept;
+      std::string_view name, XmlNamespace ns = XmlNamespace::None) const noexcept {
+    for (XmlAttribute const& attribute : _attributes) {
+      if (attribute.name == name && attribute.ns == ns) {
+        return attribute.value;
+      }
+    }
+    return std::nullopt;
+  }
 
   /// Text of a text event, with entities replaced; valid until the next event. One text may come in
   /// several events.
@@ -125,6 +133,7 @@ private:
   [[nodiscard]] bool ensure(std::size_t size);
   [[nodiscard]] std::size_t find(std::string_view wanted, std::size_t from, char const* what);
   [[nodiscard]] std::size_t findTagEnd();
+  [[nodiscard]] bool endsInnermost(std::size_t tagSize, std::string_view name);
   [[nodiscard]] std::string_view decode(char* begin, char* end, bool isAttribute) const;
 
   std::unique_ptr<ByteSource> _utf8;
