@@ -3,7 +3,8 @@
 #   tool, python -> render, records -> words -> analysis -> workbook -> visuals -> ConditionalFormatters -> host, and
 #   inside the host
 #   Formulas -> DOM -> OfficeUtils -> FormulaModel -> Utils.
-#   In the library: WholeTable -> Parallel -> Formats -> Operators -> Operands -> Predicates.
+#   In the library:
+#   WholeTable -> Following -> Parallel -> Formats -> Operators -> Operands -> Predicates.
 # In visuals: face -> Prepare -> Draw -> records; of the rooms of the library it includes those that
 # know of ranges alone.
 # The rooms of the formula engine have an order of their own, and the public headers at its top
@@ -28,7 +29,7 @@ check_order() {
 check_order '' '' host ConditionalFormatters visuals workbook analysis words records render python tool
 check_order host/ '' Utils FormulaModel OfficeUtils DOM Formulas
 check_order ConditionalFormatters/ ConditionalFormatters/ Predicates Operands Operators Formats \
-  Parallel WholeTable
+  Parallel Following WholeTable
 # The rooms of the library know of its face only what its own headers need.
 forbid 'ConditionalFormatters/CndFrmt_(ConditionalFormattingPropsCalculator|TableResolver)\.h' \
   ConditionalFormatters/*/

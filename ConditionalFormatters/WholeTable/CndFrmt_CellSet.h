@@ -30,6 +30,14 @@ public:
     _last->set(row % rowsInBlock);
   }
 
+  /// Removes a cell if it is there.
+  void erase(std::uint32_t row, std::uint32_t column) noexcept {
+    auto const found = _blocks.find(keyOf(row, column));
+    if (found != _blocks.end()) {
+      found->second.reset(row % rowsInBlock);
+    }
+  }
+
   [[nodiscard]] bool contains(unsigned long row, unsigned long column) const noexcept {
     auto const found = _blocks.find(keyOf(row, column));
     return found != _blocks.end() && found->second.test(row % rowsInBlock);

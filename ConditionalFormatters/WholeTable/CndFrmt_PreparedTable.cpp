@@ -58,11 +58,18 @@ bool PreparedTable::liesInRanges(FormatIndex format, CellIndex cell) const {
 }
 
 OperandChanges PreparedTable::valuesChanged(std::span<TableRange const> areas) {
-  OperandChanges changes = _operands.valuesChanged(areas);
-  for (FormatIndex const format : changes.formats) {
-    _conditions[format].reset();
+  try {
+    OperandChanges changes = _operands.valuesChanged(areas);
+    for (FormatIndex const format : changes.touched) {
+      _conditions[format].reset();
+    }
+    return changes;
+  } catch (...) {
+    for (auto& condition : _conditions) {
+      condition.reset();
+    }
+    throw;
   }
-  return changes;
 }
 
 std::vector<TableRange> PreparedTable::listRanges() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <mutex>
 #include <span>
@@ -61,10 +62,14 @@ public:
     return _scopes[format];
   }
 
-  /// Takes over that the cells of some areas of the table have new values: forgets the conditions
-  /// and operands of the formats whose ranges meet them. What formulas refer to is not followed.
-  /// Needs exclusive access.
+  /// Takes over that the cells of some areas of the table have new values: the operands that
+  /// formats take from their ranges follow, or are forgotten. What formulas refer to is not
+  /// followed. Needs exclusive access. Throws what the provider throws, and has then forgotten
+  /// everything that was prepared.
   OperandChanges valuesChanged(std::span<TableRange const> areas);
+
+  /// Works on operands that follow edits; see SharedOperands. Needs exclusive access.
+  bool prepareSome(std::chrono::microseconds budget) { return _operands.prepareSome(budget); }
 
   /// All ranges of all formats.
   [[nodiscard]] std::vector<TableRange> listRanges() const;

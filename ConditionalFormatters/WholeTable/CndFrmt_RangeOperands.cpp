@@ -30,12 +30,18 @@ bool containsCell(CellSet const& cells, CellIndex cell) noexcept {
 }  // namespace
 
 MeanOperand RangeOperands::getMean(PassRequest const& request) const {
+  if (auto const* const followed = findFollowed()) {
+    return followed->getMean();
+  }
   collect({.mean = true}, request);
   return *_mean.find();
 }
 
 ThresholdOperand RangeOperands::getThreshold(DOM::TopBottomConditionalFormatOperator const& record,
                                              PassRequest const& request) const {
+  if (auto const* const followed = findFollowed()) {
+    return followed->getThreshold(record);
+  }
   auto const rank = selectableRank(record);
   if (!rank) {
     collect({.ranking = true}, request);
@@ -47,12 +53,15 @@ ThresholdOperand RangeOperands::getThreshold(DOM::TopBottomConditionalFormatOper
 }
 
 void RangeOperands::prepareOccurrences(PassRequest const& request) const {
-  if (_repeatedAmongWatched.find() == nullptr) {
+  if (findFollowed() == nullptr && _repeatedAmongWatched.find() == nullptr) {
     collect({.occurrences = true}, request);
   }
 }
 
 bool RangeOperands::isRepeated(CellIndex cell, PassResources const& resources) const {
+  if (auto const* const followed = findFollowed()) {
+    return followed->isRepeated(cell);
+  }
   if (auto const* const repeated = _repeated.find()) {
     return containsCell(*repeated, cell);
   }
@@ -64,7 +73,58 @@ bool RangeOperands::isRepeated(CellIndex cell, PassResources const& resources) c
   return containsCell(*_repeated.find(), cell);
 }
 
+bool RangeOperands::prepareUntil(FollowedOperands::Clock::time_point end) {
+  if (_cannotFollow || findFollowed() != nullptr) {
+    return false;
+  }
+  // Each range has a value for each of its cells: ranges that overlap much would take much memory.
+  if (!_followed && overlapMuch(_ranges)) {
+    _cannotFollow = true;
+    return false;
+  }
+  if (!_followed) {
+    _followed = std::make_unique<FollowedOperands>(_provider, _table, _ranges, _needs);
+  }
+  try {
+    _followed->prepareUntil(end);
+  } catch (...) {
+    _followed.reset();
+    throw;
+  }
+  dropHopeless();
+  if (findFollowed() != nullptr) {
+    forgetCollected();
+    return false;
+  }
+  return !_cannotFollow;
+}
+
+RangeOperands::Change RangeOperands::valuesChanged(std::span<TableRange const> areas) {
+  forgetCollected();
+  if (_followed && !_followed->isWorthFollowing(areas)) {
+    _followed.reset();
+  }
+  if (!_followed) {
+    return {.isFollowed = false, .flipped = {}};
+  }
+  auto flipped = _followed->valuesChanged(areas);
+  dropHopeless();
+  return {.isFollowed = findFollowed() != nullptr, .flipped = std::move(flipped)};
+}
+
 void RangeOperands::forget() noexcept {
+  forgetCollected();
+  _followed.reset();
+}
+
+void RangeOperands::dropHopeless() noexcept {
+  if (_followed->isHopeless()) {
+    _followed.reset();
+    _cannotFollow = true;
+  }
+}
+
+void RangeOperands::forgetCollected() noexcept {
   _mean.reset();
   _largest.reset();
   _smallest.reset();

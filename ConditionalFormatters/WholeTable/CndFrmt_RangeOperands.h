@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <mutex>
+#include <span>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
@@ -9,6 +11,7 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CollectOperands.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_DistinctNumbers.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_FollowedOperands.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_OperandNeeds.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PassRequest.h"
@@ -29,7 +32,7 @@ namespace Zorv::ConditionalFormatters {
 /// twelve averages over one range read it once. Which cells repeat a value is found for the few
 /// cells of a small request alone, and for all cells at the next request.
 ///
-/// Every operation throws what the provider throws, and then keeps what it had. Ownership: borrows
+/// Const operations throw what the provider throws, and then keep what they had. Ownership: borrows
 /// what it is made from. Threads: const operations may be called from several threads; those that
 /// need the same operand wait for the first.
 class RangeOperands {
@@ -60,10 +63,38 @@ public:
   /// ranges with a value that can be compared.
   [[nodiscard]] bool isRepeated(CellIndex cell, PassResources const& resources) const;
 
-  /// Forgets everything that was collected. Needs exclusive access.
+  // What follows is for a document that is edited, and needs exclusive access.
+
+  /// What new values have changed.
+  struct Change {
+    bool isFollowed;                 ///< false: anything may be new
+    std::vector<CellIndex> flipped;  ///< cells that began to repeat a value, or ended
+  };
+
+  /// Works until a moment on operands that follow edits; see FollowedOperands. True if there is
+  /// more to do.
+  bool prepareUntil(FollowedOperands::Clock::time_point end);
+
+  /// Forgets everything.
   void forget() noexcept;
 
+  /// Takes over that the cells of some areas have new values. What does not follow edits is
+  /// forgotten. If this throws, nothing may be asked before everything is forgotten.
+  [[nodiscard]] Change valuesChanged(std::span<TableRange const> areas);
+
+  /// The operands that follow edits, once they are complete; null before.
+  [[nodiscard]] FollowedOperands const* findFollowed() const noexcept {
+    return _followed && _followed->isComplete() ? _followed.get() : nullptr;
+  }
+
+  /// How many values are kept to follow edits.
+  [[nodiscard]] std::size_t countFollowed() const noexcept {
+    return _followed ? _followed->size() : 0;
+  }
+
 private:
+  void forgetCollected() noexcept;
+  void dropHopeless() noexcept;
   [[nodiscard]] OperandNeeds findMissing(OperandNeeds needs) const noexcept;
   /// What is worth to be collected if something of some needs is missing.
   [[nodiscard]] OperandNeeds findWorth(OperandNeeds const& needs,
@@ -83,6 +114,9 @@ private:
   Lazy<DistinctNumbers> _ranking;
   Lazy<RepeatedAmongWatched> _repeatedAmongWatched;
   Lazy<CellSet> _repeated;
+
+  std::unique_ptr<FollowedOperands> _followed;
+  bool _cannotFollow = false;
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -1,18 +1,24 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_SharedOperands.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <functional>
 
 #include <boost/container_hash/hash.hpp>
 #include <boost/unordered_map.hpp>
+#include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/WholeTable/CndFrmt_OperandNeeds.h"
 #include "DOM/ConditionalFormat.h"
+#include "DOM/ConditionalFormatOperator.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
+
+/// About 500 megabytes.
+constexpr std::size_t mostFollowedValues = std::size_t{1} << 23U;
 
 using RangeList = std::reference_wrapper<std::vector<TableRange> const>;
 
@@ -42,10 +48,18 @@ bool doMeet(std::vector<TableRange> const& ranges, std::span<TableRange const> a
   });
 }
 
+/// Whether two thresholds or means judge all numbers alike; NaN is like NaN.
+bool isSameReference(boost::optional<FloatNumber> const& a,
+                     boost::optional<FloatNumber> const& b) noexcept {
+  bool const areNaN = a && b && std::isnan(a->get()) && std::isnan(b->get());
+  return a == b || areNaN;
+}
+
 }  // namespace
 
 SharedOperands::SharedOperands(ValueContextProvider const& provider, DOM::Table const& table,
-                               ConditionalFormatRefs const& formatRefs) {
+                               ConditionalFormatRefs const& formatRefs)
+    : _formatRefs(formatRefs) {
   boost::unordered_map<RangeList, Shared*, RangeListHash, RangeListEqual> byRanges;
   for (FormatIndex format = 0; format < formatRefs.size(); ++format) {
     auto const& [ranges, record] = formatRefs[format];
@@ -65,14 +79,72 @@ SharedOperands::SharedOperands(ValueContextProvider const& provider, DOM::Table 
 }
 
 OperandChanges SharedOperands::valuesChanged(std::span<TableRange const> areas) {
-  OperandChanges changes;
-  for (Shared& shared : _shared) {
-    if (doMeet(shared.operands.getRanges(), areas)) {
+  try {
+    OperandChanges changes;
+    for (Shared& shared : _shared) {
+      if (doMeet(shared.operands.getRanges(), areas)) {
+        changes.touched.insert(changes.touched.end(), shared.formats.begin(), shared.formats.end());
+        follow(shared, areas, changes);
+      }
+    }
+    return changes;
+  } catch (...) {
+    for (Shared& shared : _shared) {
       shared.operands.forget();
-      changes.formats.insert(changes.formats.end(), shared.formats.begin(), shared.formats.end());
+    }
+    throw;
+  }
+}
+
+void SharedOperands::follow(Shared& shared, std::span<TableRange const> areas,
+                            OperandChanges& changes) {
+  auto const before = listFollowed(shared);
+  auto const change = shared.operands.valuesChanged(areas);
+  if (before.empty() || !change.isFollowed) {
+    changes.moved.insert(changes.moved.end(), shared.formats.begin(), shared.formats.end());
+    return;
+  }
+  auto const after = listFollowed(shared);
+  for (std::size_t index = 0; index < shared.formats.size(); ++index) {
+    if (!isSameReference(before[index], after[index])) {
+      changes.moved.push_back(shared.formats[index]);
     }
   }
-  return changes;
+  changes.cells.insert(changes.cells.end(), change.flipped.begin(), change.flipped.end());
+}
+
+bool SharedOperands::prepareSome(std::chrono::microseconds budget) {
+  auto const end = FollowedOperands::Clock::now() + budget;
+  std::size_t followed = 0;
+  for (Shared& shared : _shared) {
+    followed += shared.operands.countFollowed();
+    if (followed > mostFollowedValues) {
+      return false;
+    }
+    if (shared.operands.prepareUntil(end)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+std::vector<SharedOperands::Reference> SharedOperands::listFollowed(Shared const& shared) const {
+  std::vector<Reference> references;
+  auto const* const followed = shared.operands.findFollowed();
+  if (followed == nullptr) {
+    return references;
+  }
+  for (FormatIndex const format : shared.formats) {
+    auto const& record = _formatRefs[format].second.get().getOperator();
+    Reference reference;
+    if (auto const* const ranked = boost::get<DOM::TopBottomConditionalFormatOperator>(&record)) {
+      reference = followed->getThreshold(*ranked).threshold;
+    } else if (boost::get<DOM::AboveAverageConditionalFormatOperator>(&record) != nullptr) {
+      reference = followed->getMean().mean;
+    }
+    references.push_back(reference);
+  }
+  return references;
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -1,22 +1,28 @@
 #pragma once
 
+#include <chrono>
 #include <deque>
 #include <span>
 #include <vector>
+
+#include <boost/optional.hpp>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_RangeOperands.h"
 #include "DOM/Table.h"
 #include "Utils/CellIndex.h"
+#include "Utils/FloatNumber.h"
 #include "Utils/TableRange.h"
 
 namespace Zorv::ConditionalFormatters {
 
 /// What new values in cells mean for formats that take operands from their ranges.
 struct OperandChanges {
-  /// The formats that may hold for other cells than before, anywhere in their ranges.
-  FormatIndices formats;
+  /// The formats of which the condition is to be prepared again.
+  FormatIndices touched;
+  /// Those of them that may hold for other cells than before, anywhere in their ranges.
+  FormatIndices moved;
   /// Further cells, outside of those with new values, for which a format may hold now, or hold no
   /// longer.
   std::vector<CellIndex> cells;
@@ -36,9 +42,13 @@ public:
     return _byFormat.empty() ? nullptr : _byFormat[format];
   }
 
-  /// Takes over that the cells of some areas have new values, which may be none: what was collected
-  /// from ranges that meet the areas is forgotten.
+  /// Takes over that the cells of some areas have new values, which may be none. What does not
+  /// follow edits is forgotten. If this throws, everything is.
   [[nodiscard]] OperandChanges valuesChanged(std::span<TableRange const> areas);
+
+  /// Works on operands that follow edits, for about the time that is given, a few milliseconds more
+  /// at most. True if there is more to do. Throws what the provider throws.
+  bool prepareSome(std::chrono::microseconds budget);
 
 private:
   /// The operands of one list of ranges, and the formats that share them.
@@ -51,6 +61,14 @@ private:
     FormatIndices formats;
   };
 
+  /// The number that a condition is tested against, if it is one.
+  using Reference = boost::optional<FloatNumber>;
+
+  /// The references of formats whose operands follow edits; none if they do not.
+  [[nodiscard]] std::vector<Reference> listFollowed(Shared const& shared) const;
+  void follow(Shared& shared, std::span<TableRange const> areas, OperandChanges& changes);
+
+  ConditionalFormatRefs const& _formatRefs;
   std::deque<Shared> _shared;
   std::vector<RangeOperands const*> _byFormat;  ///< null for most; none if all are null
 };

@@ -34,6 +34,17 @@ TEST(CellSet, HoldsTheCellsThatWereInsertedAndNoOthers) {
   }
 }
 
+TEST(CellSet, HoldsAnErasedCellNoMore) {
+  CellSet cells;
+  cells.erase(5, 0);
+  cells.insert(5, 0);
+  cells.insert(6, 0);
+  cells.erase(5, 0);
+  cells.erase(5, 1);
+  EXPECT_FALSE(cells.contains(5, 0));
+  EXPECT_TRUE(cells.contains(6, 0));
+}
+
 TEST(CellSet, KeepsItsCellsWhenItIsMoved) {
   CellSet cells;
   cells.insert(7, 3);

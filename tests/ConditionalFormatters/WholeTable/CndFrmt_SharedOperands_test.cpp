@@ -1,13 +1,14 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_SharedOperands.h"
 
+#include <chrono>
 #include <memory>
-#include <utility>
+#include <stdexcept>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "DOM/ConditionalFormat.h"
-#include "Formulas/ParseExpr.h"
+#include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
 #include "support/Values.h"
 
@@ -95,10 +96,112 @@ TEST(SharedOperands, OfRangesWithNewValuesAreForgotten) {
   table.setValue(0, 5, number(3));
   std::vector<TableRange> const areas{{7, 7, 8, 8}, {0, 0, 1, 5}};
   OperandChanges const changes = shared.valuesChanged(areas);
-  EXPECT_EQ(changes.formats, (FormatIndices{0, 2}));
+  EXPECT_EQ(changes.touched, (FormatIndices{0, 2}));
+  EXPECT_EQ(changes.moved, changes.touched);
   EXPECT_TRUE(changes.cells.empty());
   EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 3);
   EXPECT_EQ(shared.find(1)->getMean({}).mean.get(), 1) << "its cells were not told";
+}
+
+/// Throws for as long as it is told to.
+class SwitchedProvider final : public ForwardingValueContextProvider {
+public:
+  explicit SwitchedProvider(Table const& table)
+      : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)) {}
+
+  [[nodiscard]] FormulaValue getCellValue(CellInfo const& cellInfo) const override {
+    if (isFailing) {
+      throw std::runtime_error("no value");
+    }
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
+  }
+
+  bool isFailing = false;
+};
+
+/// Two columns of the numbers 0 to 99, of which the first has formats of all kinds.
+class SharedOperandsThatFollow : public testing::Test {
+protected:
+  SharedOperandsThatFollow() {
+    for (unsigned long row = 0; row < 100; ++row) {
+      table.setValue(row, 0, number(static_cast<double>(row)));
+      table.setValue(row, 5, number(static_cast<double>(row)));
+    }
+    while (shared.prepareSome(std::chrono::milliseconds(1))) {
+    }
+  }
+
+  OperandChanges change(unsigned long row, unsigned long column, double value) {
+    table.setValue(row, column, number(value));
+    std::vector<TableRange> const areas{{row, column, row + 1, column + 1}};
+    return shared.valuesChanged(areas);
+  }
+
+  Table table;
+  SwitchedProvider provider{table};
+  ConditionalFormat const average{
+      {}, AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::Above), UUID()};
+  ConditionalFormat const top{
+      {},
+      TopBottomConditionalFormatOperator(TopBottomConditionalFormatType::Top, 2, false),
+      UUID()};
+  ConditionalFormat const unique{
+      {}, UniquenessConditionalFormatOperator{UniquenessType::Unique}, UUID()};
+  std::vector<TableRange> const column{{0, 0, 100, 1}};
+  std::vector<TableRange> const other{{0, 5, 100, 6}};
+  ConditionalFormatRefs const formatRefs{
+      {column, average}, {column, top}, {column, unique}, {other, average}};
+  SharedOperands shared{provider, table, formatRefs};
+};
+
+TEST_F(SharedOperandsThatFollow, TellWhichFormatsAndCellsAnEditReaches) {
+  auto changes = change(7, 0, 50);
+  EXPECT_EQ(changes.touched, (FormatIndices{0, 1, 2}));
+  EXPECT_EQ(changes.moved, (FormatIndices{0})) << "the second largest number is the same";
+  EXPECT_EQ(changes.cells, (std::vector<CellIndex>{{RowIndex(7), ColumnIndex(0)},
+                                                   {RowIndex(50), ColumnIndex(0)}}));
+  changes = change(8, 0, 1'000);
+  EXPECT_EQ(changes.moved, (FormatIndices{0, 1}));
+  EXPECT_TRUE(changes.cells.empty());
+  changes = change(9, 0, 9);
+  EXPECT_EQ(changes.touched, (FormatIndices{0, 1, 2}));
+  EXPECT_TRUE(changes.moved.empty()) << "the value is what it was";
+  EXPECT_EQ(shared.find(0)
+                ->getThreshold({TopBottomConditionalFormatType::Top, 2, false}, {})
+                .threshold->get(),
+            99);
+  EXPECT_TRUE(shared.find(0)->isRepeated({RowIndex(50), ColumnIndex(0)}, {}));
+}
+
+TEST_F(SharedOperandsThatFollow, ReadTheChangedCellsAlone) {
+  static_cast<void>(change(7, 0, 107));
+  provider.isFailing = true;
+  EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 50.5);
+}
+
+TEST_F(SharedOperandsThatFollow, AreForgottenWhenTheHostFails) {
+  provider.isFailing = true;
+  EXPECT_THROW(static_cast<void>(change(7, 0, 107)), std::runtime_error);
+  EXPECT_THROW(static_cast<void>(shared.find(0)->getMean({})), std::runtime_error);
+  EXPECT_THROW(shared.prepareSome(std::chrono::seconds(1)), std::runtime_error);
+  provider.isFailing = false;
+  EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 50.5);
+  EXPECT_EQ(shared.find(3)->getMean({}).mean.get(), 49.5);
+  EXPECT_FALSE(shared.prepareSome(std::chrono::hours(1)));
+  static_cast<void>(change(7, 0, 207));
+  EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 51.5);
+}
+
+TEST_F(SharedOperandsThatFollow, AreMadeAgainAfterAnEditOfMostCells) {
+  table.setValue(0, 0, number(100));
+  std::vector<TableRange> const everything{{0, 0, 1'048'576, 16'384}};
+  // So many positions that reading the cells again is not worth it.
+  std::vector<TableRange> const areas(100, everything.front());
+  auto const changes = shared.valuesChanged(areas);
+  EXPECT_EQ(changes.moved, (FormatIndices{0, 1, 2, 3}));
+  EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 50.5);
+  EXPECT_FALSE(shared.prepareSome(std::chrono::hours(1)));
+  EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 50.5);
 }
 
 }  // namespace

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "ConditionalFormatters/Operands/CndFrmt_DistinctRanking.h"
+#include "ConditionalFormatters/Operands/CndFrmt_OrderedKey.h"
+#include "Utils/FloatNumber.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// Order-statistic index of the distinct numbers in a collection that follows edits: the result of
+/// rankDistinct().
+///
+/// Sorted blocks of up to 512 numbers with their counts: twelve bytes for each distinct number. An
+/// edit costs a binary search and a move within one block, a rank a walk over the blocks.
+class NumberRanking {
+public:
+  /// Adds numbers. Linear in all distinct numbers, plus a sort: for many at once.
+  void insertMany(std::vector<FloatNumber> const& numbers);
+  void insert(FloatNumber number);
+  /// Requires that the number is there.
+  void erase(FloatNumber number);
+
+  /// How many distinct numbers there are. NaN counts only if there is nothing else.
+  [[nodiscard]] std::size_t count() const noexcept {
+    return _distinct == 0 && _nanCount > 0 ? 1 : _distinct;
+  }
+  /// The number at a rank, counted from 1. Requires `0 < rank <= count()`.
+  [[nodiscard]] FloatNumber at(std::size_t rank, RankingOrder order) const noexcept;
+
+  /// About how many bytes it takes.
+  [[nodiscard]] std::size_t countBytes() const noexcept;
+
+private:
+  static constexpr std::size_t mostInBlock = 512;
+
+  struct Block {
+    std::vector<OrderedKey> keys;  ///< ascending
+    std::vector<std::uint32_t> counts;
+  };
+
+  /// Appends a number that is above all others of a list of blocks.
+  static void append(std::vector<Block>& blocks, OrderedKey key, std::uint32_t count);
+
+  /// The index of the block that a key belongs to. Requires that there are blocks.
+  [[nodiscard]] std::size_t blockOf(OrderedKey key) const noexcept;
+  void splitBlock(std::size_t block);
+  void indexBlocks();
+
+  std::vector<Block> _blocks;  ///< none is empty
+  std::vector<OrderedKey> _firstKeys;
+  std::size_t _distinct = 0;
+  std::size_t _nanCount = 0;
+};
+
+}  // namespace Zorv::ConditionalFormatters

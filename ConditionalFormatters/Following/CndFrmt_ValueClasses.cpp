@@ -1,0 +1,95 @@
+#include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
+
+#include <random>
+#include <utility>
+
+namespace Zorv::ConditionalFormatters {
+
+ValueClasses::Others ValueClasses::add(ValueBits value, PositionKey cell) {
+  Piece& piece = pieceOf(value);
+  // At most three quarters are used: longer searches cost more than the memory is worth.
+  if (4 * (piece.used + 1) > 3 * piece.slots.size()) {
+    grow(piece);
+  }
+  Slot& slot = piece.slots[findSlot(piece, value)];
+  Others const others{slot.cells / oneCell, slot.cells % oneCell};
+  if (others.count == 0) {
+    ++piece.used;
+    slot.value = value;
+  }
+  slot.cells = (slot.cells + oneCell) ^ cell;
+  return others;
+}
+
+ValueClasses::Others ValueClasses::remove(ValueBits value, PositionKey cell) {
+  Piece& piece = pieceOf(value);
+  std::size_t const index = findSlot(piece, value);
+  Slot& slot = piece.slots[index];
+  slot.cells = (slot.cells - oneCell) ^ cell;
+  Others const others{slot.cells / oneCell, slot.cells % oneCell};
+  if (others.count == 0) {
+    removeSlot(piece, index);
+  }
+  return others;
+}
+
+std::size_t ValueClasses::countBytes() const noexcept {
+  std::size_t bytes = sizeof(*this);
+  for (Piece const& piece : _pieces) {
+    bytes += piece.slots.capacity() * sizeof(Slot);
+  }
+  return bytes;
+}
+
+std::uint64_t ValueClasses::drawSalt() {
+  std::random_device device;
+  return std::uint64_t{device()} << 32U | device();
+}
+
+std::uint64_t ValueClasses::hashOf(ValueBits value) const noexcept {
+  value ^= _salt;
+  // Whole numbers differ in a few bits only; all bits of the hash depend on them.
+  value ^= value >> 32U;
+  value *= 0xD6E8'FEB8'6659'FD93U;
+  value ^= value >> 32U;
+  value *= 0xD6E8'FEB8'6659'FD93U;
+  return value ^ value >> 32U;
+}
+
+std::size_t ValueClasses::findSlot(Piece const& piece, ValueBits value) const noexcept {
+  std::size_t const mask = piece.slots.size() - 1;
+  std::size_t slot = hashOf(value) & mask;
+  while (piece.slots[slot].cells != 0 && piece.slots[slot].value != value) {
+    slot = (slot + 1) & mask;
+  }
+  return slot;
+}
+
+void ValueClasses::grow(Piece& piece) {
+  constexpr std::size_t leastSlots = 8;
+  Piece larger;
+  larger.slots.resize(piece.slots.empty() ? leastSlots : 2 * piece.slots.size());
+  larger.used = piece.used;
+  for (Slot const& slot : piece.slots) {
+    if (slot.cells != 0) {
+      larger.slots[findSlot(larger, slot.value)] = slot;
+    }
+  }
+  piece = std::move(larger);
+}
+
+/// Moves later slots into the gap, as if the class had never been there.
+void ValueClasses::removeSlot(Piece& piece, std::size_t gap) noexcept {
+  std::size_t const mask = piece.slots.size() - 1;
+  for (std::size_t next = (gap + 1) & mask; piece.slots[next].cells != 0; next = (next + 1) & mask) {
+    std::size_t const home = hashOf(piece.slots[next].value) & mask;
+    if (((next - home) & mask) >= ((next - gap) & mask)) {
+      piece.slots[gap] = piece.slots[next];
+      gap = next;
+    }
+  }
+  piece.slots[gap].cells = 0;
+  --piece.used;
+}
+
+}  // namespace Zorv::ConditionalFormatters

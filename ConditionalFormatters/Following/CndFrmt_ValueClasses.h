@@ -1,0 +1,66 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// Counts the cells that have each value, and names the cell whose value is no longer, or now,
+/// that of others, too.
+///
+/// A class keeps the exclusive or of its cells' positions: where one cell is left, it is that
+/// cell's. So there is no list of cells: sixteen bytes for a class, in hash tables with open
+/// addressing. There are 256 of them, so that none grows for long.
+///
+/// A cell may be added to a class several times. A class has fewer than 2^30 cells.
+class ValueClasses {
+public:
+  /// The other cells of a class.
+  struct Others {
+    std::uint64_t count;
+    PositionKey only;  ///< the cell itself, if there is one
+  };
+
+  /// Adds a cell to the class of its value.
+  Others add(ValueBits value, PositionKey cell);
+  /// Removes a cell, which must be there.
+  Others remove(ValueBits value, PositionKey cell);
+
+  /// About how many bytes it takes.
+  [[nodiscard]] std::size_t countBytes() const noexcept;
+
+private:
+  struct Slot {
+    ValueBits value;
+    std::uint64_t cells = 0;  ///< their count, above the exclusive or of their positions; 0: empty
+  };
+
+  /// One of the hash tables.
+  struct Piece {
+    std::vector<Slot> slots;  ///< none, or a power of two
+    std::size_t used = 0;
+  };
+
+  static constexpr unsigned pieceBits = 8;
+  static constexpr std::uint64_t oneCell = std::uint64_t{1} << positionKeyBits;
+
+  [[nodiscard]] static std::uint64_t drawSalt();
+  [[nodiscard]] std::uint64_t hashOf(ValueBits value) const noexcept;
+  /// The slot of a value, or the empty one where it belongs. Requires that there is an empty slot.
+  [[nodiscard]] std::size_t findSlot(Piece const& piece, ValueBits value) const noexcept;
+  void grow(Piece& piece);
+  void removeSlot(Piece& piece, std::size_t gap) noexcept;
+
+  [[nodiscard]] Piece& pieceOf(ValueBits value) noexcept {
+    return _pieces[hashOf(value) >> (64U - pieceBits)];
+  }
+
+  std::array<Piece, std::size_t{1} << pieceBits> _pieces;
+  std::uint64_t _salt = drawSalt();  ///< so that no document can choose values of one hash
+};
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,195 @@
+#include "ConditionalFormatters/Following/CndFrmt_ValueColumn.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdlib>
+#include <optional>
+#include <utility>
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+/// Whole numbers up to this one, of as many values, add up without overflow.
+constexpr double largestSmall = static_cast<double>(std::int64_t{1} << 40U);
+constexpr std::size_t mostSmall = std::size_t{1} << 22U;
+/// Up to here each whole number is a double.
+constexpr std::uint64_t largestExact = std::uint64_t{1} << 53U;
+
+std::optional<std::int64_t> asSmallWhole(ValueBits bits) noexcept {
+  auto const number = std::bit_cast<double>(bits);
+  if (std::abs(number) <= largestSmall && std::trunc(number) == number) {
+    return static_cast<std::int64_t>(number);
+  }
+  return std::nullopt;
+}
+
+/// Adds the numbers among values. To add -0 changes no sum, and costs no branch.
+double addNumbers(double sum, std::vector<ValueBits> const& values) noexcept {
+  for (ValueBits const bits : values) {
+    sum += isNumberBits(bits) ? std::bit_cast<double>(bits) : -0.0;
+  }
+  return sum;
+}
+
+}  // namespace
+
+void ValueColumn::append(PlaceKey place, ValueBits value) {
+  if (_blocks.empty() || _blocks.back().places.size() == mostInBlock) {
+    Block& added = _blocks.emplace_back();
+    added.places.reserve(mostInBlock);
+    added.values.reserve(mostInBlock);
+    _firstPlaces.push_back(place);
+  }
+  Block& block = _blocks.back();
+  block.places.push_back(place);
+  block.values.push_back(value);
+  ++_size;
+  countValue(value, 1);
+}
+
+ValueBits ValueColumn::set(PlaceKey place, ValueBits value) {
+  if (_blocks.empty() || place > _blocks.back().places.back()) {
+    if (value != noValueBits) {
+      append(place, value);
+    }
+    return noValueBits;
+  }
+  Spot const spot = find(place);
+  ValueBits const old = valueAt(spot);
+  if (old == value) {
+    return old;
+  }
+  touch(spot.block);
+  if (old == noValueBits) {
+    insertAt(spot, place, value);
+  } else if (value == noValueBits) {
+    eraseAt(spot);
+  } else {
+    _blocks[spot.block].values[spot.offset] = value;
+  }
+  countValue(old, -1);
+  countValue(value, 1);
+  return old;
+}
+
+ValueBits ValueColumn::get(PlaceKey place) const noexcept {
+  return _blocks.empty() ? noValueBits : valueAt(find(place));
+}
+
+std::vector<ValueColumn::Entry> ValueColumn::list(PlaceKey first, PlaceKey end) const {
+  std::vector<Entry> entries;
+  if (_blocks.empty()) {
+    return entries;
+  }
+  for (Spot spot = find(first); spot.block < _blocks.size(); spot = {spot.block + 1, 0, false}) {
+    Block const& block = _blocks[spot.block];
+    for (std::size_t offset = spot.offset; offset < block.places.size(); ++offset) {
+      if (block.places[offset] >= end) {
+        return entries;
+      }
+      entries.push_back({block.places[offset], block.values[offset]});
+    }
+  }
+  return entries;
+}
+
+FloatNumber ValueColumn::sum() {
+  bool const isExact = _smallCount == _numberCount && _smallCount <= mostSmall &&
+                       _smallMagnitude <= largestExact;
+  return FloatNumber(isExact ? static_cast<double>(_smallTotal) : continueSum());
+}
+
+std::size_t ValueColumn::countBytes() const noexcept {
+  std::size_t bytes = _blocks.capacity() * sizeof(Block) + _firstPlaces.capacity() * sizeof(PlaceKey);
+  for (Block const& block : _blocks) {
+    bytes += block.places.capacity() * sizeof(PlaceKey) + block.values.capacity() * sizeof(ValueBits);
+  }
+  return bytes;
+}
+
+double ValueColumn::continueSum() {
+  if (_blocks.empty()) {
+    return 0;
+  }
+  if (_knownSums == 0) {
+    _blocks.front().sumBefore = 0;
+    _knownSums = 1;
+  }
+  for (; _knownSums < _blocks.size(); ++_knownSums) {
+    Block const& before = _blocks[_knownSums - 1];
+    _blocks[_knownSums].sumBefore = addNumbers(before.sumBefore, before.values);
+  }
+  return addNumbers(_blocks.back().sumBefore, _blocks.back().values);
+}
+
+ValueColumn::Spot ValueColumn::find(PlaceKey place) const noexcept {
+  auto const next = std::ranges::upper_bound(_firstPlaces, place);
+  auto const block = static_cast<std::size_t>(
+      std::max<std::ptrdiff_t>(next - _firstPlaces.begin(), 1) - 1);
+  auto const& places = _blocks[block].places;
+  auto const found = std::ranges::lower_bound(places, place);
+  bool const isThere = found != places.end() && *found == place;
+  return {block, static_cast<std::size_t>(found - places.begin()), isThere};
+}
+
+ValueBits ValueColumn::valueAt(Spot const& spot) const noexcept {
+  return spot.isThere ? _blocks[spot.block].values[spot.offset] : noValueBits;
+}
+
+void ValueColumn::insertAt(Spot spot, PlaceKey place, ValueBits value) {
+  if (_blocks[spot.block].places.size() == mostInBlock) {
+    splitBlock(spot.block);
+    spot = find(place);
+  }
+  Block& block = _blocks[spot.block];
+  auto const offset = static_cast<std::ptrdiff_t>(spot.offset);
+  block.places.insert(block.places.begin() + offset, place);
+  block.values.insert(block.values.begin() + offset, value);
+  _firstPlaces[spot.block] = block.places.front();
+  ++_size;
+}
+
+void ValueColumn::eraseAt(Spot const& spot) {
+  Block& block = _blocks[spot.block];
+  auto const offset = static_cast<std::ptrdiff_t>(spot.offset);
+  block.places.erase(block.places.begin() + offset);
+  block.values.erase(block.values.begin() + offset);
+  --_size;
+  if (block.places.empty()) {
+    auto const index = static_cast<std::ptrdiff_t>(spot.block);
+    _blocks.erase(_blocks.begin() + index);
+    _firstPlaces.erase(_firstPlaces.begin() + index);
+    _knownSums = std::min(_knownSums, spot.block);
+  } else {
+    _firstPlaces[spot.block] = block.places.front();
+  }
+}
+
+void ValueColumn::splitBlock(std::size_t block) {
+  Block upper;
+  Block& lower = _blocks[block];
+  auto const half = static_cast<std::ptrdiff_t>(lower.places.size() / 2);
+  upper.places.assign(lower.places.begin() + half, lower.places.end());
+  upper.values.assign(lower.values.begin() + half, lower.values.end());
+  lower.places.erase(lower.places.begin() + half, lower.places.end());
+  lower.values.erase(lower.values.begin() + half, lower.values.end());
+  auto const next = static_cast<std::ptrdiff_t>(block + 1);
+  _firstPlaces.insert(_firstPlaces.begin() + next, upper.places.front());
+  _blocks.insert(_blocks.begin() + next, std::move(upper));
+}
+
+void ValueColumn::countValue(ValueBits value, int sign) noexcept {
+  if (!isNumberBits(value)) {
+    return;
+  }
+  _numberCount += static_cast<std::size_t>(sign);
+  if (auto const whole = asSmallWhole(value)) {
+    _smallCount += static_cast<std::size_t>(sign);
+    _smallTotal += sign * *whole;
+    _smallMagnitude += static_cast<std::uint64_t>(sign * std::abs(*whole));
+  }
+}
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,264 @@
+#include "ConditionalFormatters/WholeTable/CndFrmt_FollowedOperands.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <string>
+
+#include <boost/variant/get.hpp>
+
+#include "ConditionalFormatters/Operands/CndFrmt_Threshold.h"
+#include "DOM/RowBlocks.h"
+#include "FormulaModel/FormulaValue.h"
+#include "FormulaModel/ValueKey.h"
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+using FormulaModel::ValueKey;
+
+bool isTextBits(ValueBits bits) noexcept {
+  return bits != noValueBits && bits >= ValueKey::ofTextIndex(0).bits();
+}
+
+TextPool::Index textOfBits(ValueBits bits) noexcept {
+  return static_cast<TextPool::Index>(bits);
+}
+
+FloatNumber numberOfBits(ValueBits bits) noexcept {
+  return FloatNumber(std::bit_cast<double>(bits));
+}
+
+std::uint64_t countAllPositions(TableRange const& range) noexcept {
+  return range.isEmpty() ? 0
+                         : std::uint64_t{range.endRow - range.firstRow} *
+                               (range.endColumn - range.firstColumn);
+}
+
+}  // namespace
+
+FollowedOperands::FollowedOperands(ValueContextProvider const& provider, DOM::Table const& table,
+                                   std::vector<TableRange> const& ranges,
+                                   OperandNeeds const& needs)
+    : _provider(provider), _table(table), _ranges(ranges), _needs(needs) {
+  for (std::size_t range = 0; range < ranges.size(); ++range) {
+    auto const blocks = DOM::RowBlocks::ofCells(table, ranges[range]);
+    for (std::size_t block = 0; block < blocks.count(); ++block) {
+      _toRead.push_back({range, blocks.at(block)});
+    }
+  }
+  std::ranges::reverse(_toRead);
+}
+
+void FollowedOperands::prepareUntil(Clock::time_point end) {
+  constexpr std::size_t manyNumbers = 65'536;
+  while (!_isComplete && !_isHopeless && Clock::now() < end) {
+    if (_unranked.size() >= manyNumbers || (_toRead.empty() && !_unranked.empty())) {
+      flushNumbers();
+    } else if (_toRead.empty()) {
+      updateMean();
+      _isComplete = true;
+    } else {
+      readBlock(_toRead.back());
+      _toRead.pop_back();
+    }
+  }
+}
+
+bool FollowedOperands::isWorthFollowing(std::span<TableRange const> areas) const {
+  constexpr std::uint64_t few = 4096;
+  constexpr std::uint64_t smallPart = 16;
+  constexpr std::size_t manyPairs = 1'000'000;
+  if (areas.size() > manyPairs / std::max<std::size_t>(1, _ranges.size())) {
+    return false;
+  }
+  std::uint64_t const most = std::max<std::uint64_t>(few, _column.size() / smallPart);
+  std::uint64_t count = 0;
+  for (TableRange const& range : _ranges) {
+    for (TableRange const& area : areas) {
+      count += countAllPositions(intersect(range, area));
+    }
+  }
+  return count <= most;
+}
+
+std::vector<CellIndex> FollowedOperands::valuesChanged(std::span<TableRange const> areas) {
+  flushNumbers();
+  _isEditing = true;
+  for (std::size_t range = 0; range < _ranges.size(); ++range) {
+    for (TableRange const& area : areas) {
+      TableRange const common = intersect(_ranges[range], area);
+      if (!common.isEmpty()) {
+        readArea(range, common);
+      }
+    }
+  }
+  _isEditing = false;
+  if (_isComplete) {
+    updateMean();
+  }
+  return listFlipped();
+}
+
+ThresholdOperand FollowedOperands::getThreshold(
+    DOM::TopBottomConditionalFormatOperator const& record) const {
+  std::size_t const rank = thresholdRank(record, _ranking.count());
+  return rank == 0 ? ThresholdOperand()
+                   : ThresholdOperand{_ranking.at(rank, rankingOrderOf(record.getType())), rank};
+}
+
+std::size_t FollowedOperands::countBytes() const noexcept {
+  return _column.countBytes() + _ranking.countBytes() + _classes.countBytes() +
+         _texts.countBytes() + _unranked.capacity() * sizeof(FloatNumber);
+}
+
+void FollowedOperands::readBlock(BlockOfRange const& block) {
+  auto [cell, end] = _table.getRangeIterators(block.block);
+  for (; cell != end; ++cell) {
+    DOM::CellInfo const cellInfo = cell.getCellInfo();
+    PositionKey const position = positionKeyOf(cellInfo.getRowIndex(), cellInfo.getColIndex());
+    setValue(placeKeyOf(block.range, position), takeBits(_provider.getCellValue(cellInfo)));
+  }
+}
+
+/// Reads an area of a range again: values of cells that are gone are removed.
+void FollowedOperands::readArea(std::size_t range, TableRange const& area) {
+  auto known = _column.list(placeKeyOf(range, positionKeyOf(area.firstRow, area.firstColumn)),
+                            placeKeyOf(range, positionKeyOf(area.endRow - 1, area.endColumn)));
+  std::erase_if(known, [&](ValueColumn::Entry const& entry) {
+    PositionKey const position = positionOfPlace(entry.place);
+    return !area.contains(rowOfKey(position), columnOfKey(position));
+  });
+  auto old = known.begin();
+  auto [cell, end] = _table.getRangeIterators(area);
+  for (; cell != end; ++cell) {
+    DOM::CellInfo const cellInfo = cell.getCellInfo();
+    PlaceKey const place =
+        placeKeyOf(range, positionKeyOf(cellInfo.getRowIndex(), cellInfo.getColIndex()));
+    for (; old != known.end() && old->place < place; ++old) {
+      setValue(old->place, noValueBits);
+    }
+    if (old != known.end() && old->place == place) {
+      ++old;
+    }
+    setValue(place, takeBits(_provider.getCellValue(cellInfo)));
+  }
+  for (; old != known.end(); ++old) {
+    setValue(old->place, noValueBits);
+  }
+}
+
+/// Numbers that are read for the first time are ranked many at once.
+void FollowedOperands::rankNumber(FloatNumber number) {
+  if (_isEditing) {
+    _ranking.insert(number);
+  } else {
+    _unranked.push_back(number);
+  }
+}
+
+void FollowedOperands::flushNumbers() {
+  if (!_unranked.empty()) {
+    _ranking.insertMany(_unranked);
+    _unranked.clear();
+  }
+}
+
+ValueBits FollowedOperands::takeBits(FormulaValue const& value) {
+  if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
+    return bitsOfNumber(number->value.get());
+  }
+  if (!_needs.occurrences || value.which() == FormulaModel::FormulaValueKind::Empty) {
+    return noValueBits;
+  }
+  if (auto const* const text = boost::get<FormulaModel::FormulaString>(&value)) {
+    auto const index = _texts.acquire(text->value);
+    _isHopeless = _isHopeless || !index;
+    return index ? ValueKey::ofTextIndex(*index).bits() : noValueBits;
+  }
+  return FormulaModel::makeValueKey(value, std::hash<std::string>()).bits();
+}
+
+void FollowedOperands::setValue(PlaceKey place, ValueBits bits) {
+  ValueBits const old = _column.set(place, bits);
+  if (old != bits) {
+    PositionKey const cell = positionOfPlace(place);
+    if (isNumberBits(old) && ranks()) {
+      _ranking.erase(numberOfBits(old));
+    }
+    if (isNumberBits(bits) && ranks()) {
+      rankNumber(numberOfBits(bits));
+    }
+    if (_needs.occurrences) {
+      removeFromClass(old, cell);
+      addToClass(bits, cell);
+    }
+  }
+  if (isTextBits(old)) {
+    _texts.release(textOfBits(old));
+  }
+}
+
+void FollowedOperands::addToClass(ValueBits bits, PositionKey cell) {
+  if (bits == noValueBits || bits == nanBits) {
+    return;
+  }
+  auto const others = _classes.add(bits, cell);
+  if (others.count == 1) {
+    mark(others.only, true);
+  }
+  if (others.count > 0) {
+    mark(cell, true);
+  }
+}
+
+void FollowedOperands::removeFromClass(ValueBits bits, PositionKey cell) {
+  if (bits == noValueBits || bits == nanBits) {
+    return;
+  }
+  auto const others = _classes.remove(bits, cell);
+  if (others.count == 1) {
+    mark(others.only, false);
+  }
+  mark(cell, false);
+}
+
+void FollowedOperands::mark(PositionKey cell, bool isRepeated) {
+  auto const row = static_cast<std::uint32_t>(rowOfKey(cell));
+  auto const column = static_cast<std::uint32_t>(columnOfKey(cell));
+  if (_isEditing) {
+    _marked.push_back({cell, _repeated.contains(row, column)});
+  }
+  if (isRepeated) {
+    _repeated.insert(row, column);
+  } else {
+    _repeated.erase(row, column);
+  }
+}
+
+std::vector<CellIndex> FollowedOperands::listFlipped() {
+  // Of several notes about a cell the first is from before the change.
+  std::ranges::stable_sort(_marked, {}, &Before::cell);
+  auto const end = std::unique(_marked.begin(), _marked.end(),
+                               [](Before const& a, Before const& b) { return a.cell == b.cell; });
+  std::vector<CellIndex> flipped;
+  for (auto before = _marked.begin(); before != end; ++before) {
+    CellIndex const cell = cellIndexOfKey(before->cell);
+    if (isRepeated(cell) != before->wasRepeated) {
+      flipped.push_back(cell);
+    }
+  }
+  _marked.clear();
+  return flipped;
+}
+
+void FollowedOperands::updateMean() {
+  if (!_needs.mean) {
+    return;
+  }
+  FloatNumber const count(static_cast<double>(_column.countNumbers()));
+  _mean = {_column.sum() / count, _column.countNumbers()};
+}
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,244 @@
+#include "ConditionalFormatters/WholeTable/CndFrmt_FollowedOperands.h"
+
+#include <algorithm>
+#include <bit>
+#include <chrono>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "ConditionalFormatters/Operands/CndFrmt_Threshold.h"
+#include "ConditionalFormatters/TextsOfOneHash.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_CollectOperands.h"
+#include "support/PlainHost.h"
+#include "support/Values.h"
+
+namespace Zorv::ConditionalFormatters {
+namespace {
+
+using namespace TestSupport;
+using DOM::TopBottomConditionalFormatOperator;
+using Rank = DOM::TopBottomConditionalFormatType;
+
+constexpr OperandNeeds everyNeed{
+    .mean = true, .largest = 3, .smallest = 2, .ranking = true, .occurrences = true};
+
+/// A value of any kind, often one that others have, too.
+FormulaValue drawFollowed(std::mt19937& random) {
+  double const infinity = std::numeric_limits<double>::infinity();
+  switch (random() % 24) {
+    case 0:
+      return empty();
+    case 1:
+      return boolean(random() % 2 == 0);
+    case 2:
+      return error(random() % 2 == 0 ? FormulaModel::FormulaErrorCode::Value
+                                     : FormulaModel::FormulaErrorCode::Null);
+    case 3:
+      return number(random() % 2 == 0 ? -0.0 : 0.0);
+    case 4:
+      return number(random() % 8 != 0 ? 1e16 : random() % 2 == 0 ? infinity : -infinity);
+    case 5:
+      return number(random() % 8 == 0 ? std::numeric_limits<double>::quiet_NaN() : -1e16);
+    case 6:
+    case 7:
+    case 8:
+      return text(std::string(random() % 2 * 20, 'x') + std::to_string(random() % 30));
+    default:
+      return number((static_cast<double>(random() % 200) - 60) * 0.1);
+  }
+}
+
+FollowedOperands::Clock::time_point inFuture() {
+  return FollowedOperands::Clock::now() + std::chrono::hours(1);
+}
+
+class FollowedOperandsTest : public testing::Test {
+protected:
+  static constexpr unsigned long rows = 60;
+  static constexpr unsigned long columns = 4;
+
+  [[nodiscard]] std::vector<CellIndex> listRepeated(CollectedOperands const& collected) const {
+    std::vector<CellIndex> repeated;
+    for (unsigned long row = 0; row < rows; ++row) {
+      for (unsigned long column = 0; column < columns; ++column) {
+        if (collected.repeated->contains(row, column)) {
+          repeated.push_back({RowIndex(row), ColumnIndex(column)});
+        }
+      }
+    }
+    return repeated;
+  }
+
+  [[nodiscard]] CollectedOperands collectAnew() const {
+    return collectOperands({provider, table, ranges, {1}}, everyNeed, nullptr);
+  }
+
+  /// Expects the operands that a walk over all cells gives.
+  void expectUpToDate(FollowedOperands const& followed, CollectedOperands const& expected) const {
+    double const mean = followed.getMean().mean.get();
+    double const expectedMean = expected.mean.mean.get();
+    ASSERT_EQ(std::isnan(mean), std::isnan(expectedMean));
+    ASSERT_TRUE(std::isnan(mean) || std::bit_cast<std::uint64_t>(mean) ==
+                                        std::bit_cast<std::uint64_t>(expectedMean));
+    ASSERT_EQ(followed.getMean().count, expected.mean.count);
+    for (TopBottomConditionalFormatOperator const& record :
+         {TopBottomConditionalFormatOperator(Rank::Top, 3, false), {Rank::Bottom, 2, false},
+          {Rank::Top, 100, false}, {Rank::Bottom, 10, true}, {Rank::Top, 0, false}}) {
+      ASSERT_EQ(followed.getThreshold(record).rank,
+                thresholdRank(record, expected.ranking->count()));
+      auto const threshold = followed.getThreshold(record).threshold;
+      if (threshold) {
+        auto const wanted = expected.ranking->at(followed.getThreshold(record).rank,
+                                                 rankingOrderOf(record.getType()));
+        ASSERT_TRUE(*threshold == wanted || std::isnan(wanted.get()));
+      }
+    }
+    for (unsigned long row = 0; row < rows; ++row) {
+      for (unsigned long column = 0; column < columns; ++column) {
+        ASSERT_EQ(followed.isRepeated({RowIndex(row), ColumnIndex(column)}),
+                  expected.repeated->contains(row, column))
+            << row << ',' << column;
+      }
+    }
+  }
+
+  DOM::Table table;
+  PlainValueContextProvider const provider{table};
+  /// The second range overlaps the first one, the last holds single cells only.
+  std::vector<TableRange> const ranges{{0, 0, rows, 2}, {20, 1, 40, 4}, {50, 3, 51, 4}};
+};
+
+TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterRandomEdits) {
+  for (unsigned const seed : {1U, 2U, 3U}) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    for (unsigned long row = 0; row < rows; ++row) {
+      table.setValue(row, random() % columns, drawFollowed(random));
+    }
+    FollowedOperands followed(provider, table, ranges, everyNeed);
+    EXPECT_FALSE(followed.isComplete());
+    followed.prepareUntil(inFuture());
+    ASSERT_TRUE(followed.isComplete());
+    auto expected = collectAnew();
+    ASSERT_NO_FATAL_FAILURE(expectUpToDate(followed, expected));
+    for (int edit = 0; edit < 300; ++edit) {
+      unsigned long const row = random() % rows;
+      unsigned long const column = random() % columns;
+      TableRange const area{row, column, row + 1 + random() % 3, column + 1 + random() % 2};
+      for (unsigned long changed = row; changed < area.endRow; ++changed) {
+        if (random() % 4 == 0) {
+          table.removeCell(changed, column);
+        } else {
+          table.setValue(changed, column, drawFollowed(random));
+        }
+      }
+      // Areas may share cells, and hold some that did not change.
+      std::vector<TableRange> const areas{area, {row, 0, row + 1, column + 1}};
+      auto const flipped = followed.valuesChanged(areas);
+      auto now = collectAnew();
+      ASSERT_NO_FATAL_FAILURE(expectUpToDate(followed, now)) << "edit " << edit;
+      std::vector<CellIndex> differing;
+      auto const before = listRepeated(expected);
+      auto const after = listRepeated(now);
+      std::set_symmetric_difference(before.begin(), before.end(), after.begin(), after.end(),
+                                    std::back_inserter(differing));
+      ASSERT_EQ(flipped, differing) << "edit " << edit;
+      expected = std::move(now);
+    }
+  }
+}
+
+TEST_F(FollowedOperandsTest, HoldNothingOnceAllCellsAreGone) {
+  std::mt19937 random(4);
+  for (unsigned long row = 0; row < rows; ++row) {
+    table.setValue(row, 1, drawFollowed(random));
+  }
+  FollowedOperands followed(provider, table, ranges, everyNeed);
+  followed.prepareUntil(inFuture());
+  for (unsigned long row = 0; row < rows; ++row) {
+    table.removeCell(row, 1);
+  }
+  std::vector<TableRange> const areas{{0, 0, 1'048'576, 16'384}};
+  static_cast<void>(followed.valuesChanged(areas));
+  EXPECT_EQ(followed.size(), 0U);
+  EXPECT_EQ(followed.getMean().count, 0U);
+  EXPECT_EQ(followed.getThreshold({Rank::Top, 1, false}).rank, 0U);
+}
+
+TEST_F(FollowedOperandsTest, KeepOnlyWhatIsNeeded) {
+  table.setValue(0, 0, text("a"));
+  table.setValue(1, 0, number(1));
+  FollowedOperands followed(provider, table, ranges, {.mean = true});
+  followed.prepareUntil(inFuture());
+  EXPECT_EQ(followed.size(), 1U) << "texts are of no use for a mean";
+  EXPECT_EQ(followed.getMean().mean.get(), 1);
+}
+
+TEST_F(FollowedOperandsTest, AreWorthItForFewCells) {
+  FollowedOperands const followed(provider, table, ranges, everyNeed);
+  std::vector<TableRange> const few{{0, 0, rows, columns}, {70, 0, 1'048'576, 16'384}};
+  EXPECT_TRUE(followed.isWorthFollowing(few));
+  EXPECT_FALSE(followed.isWorthFollowing(std::vector<TableRange>(70, few.front())));
+}
+
+TEST_F(FollowedOperandsTest, TextsThatCrowdAreNotFollowed) {
+  auto const texts = makeTextsOfOneHash(10);
+  for (unsigned long row = 0; row < texts.size(); ++row) {
+    table.setValue(row, 0, text(texts[row]));
+  }
+  std::vector<TableRange> const all{{0, 0, texts.size(), 1}};
+  FollowedOperands followed(provider, table, all, everyNeed);
+  followed.prepareUntil(inFuture());
+  EXPECT_TRUE(followed.isHopeless());
+  EXPECT_FALSE(followed.isComplete());
+}
+
+/// So many cells that they are read in several steps, with edits in between.
+TEST(FollowedOperandsSteps, EditsReachWhatIsReadAndWhatIsNot) {
+  constexpr unsigned long many = 150'000;
+  std::mt19937 random(6);
+  DOM::Table table;
+  for (unsigned long row = 0; row < many; ++row) {
+    table.setValue(row, 0, number(static_cast<double>(random() % 90'000) * 0.1));
+  }
+  PlainValueContextProvider const provider(table);
+  // Some of its rows have no cell when reading begins.
+  std::vector<TableRange> const ranges{{0, 0, many + 10, 1}};
+  FollowedOperands followed(provider, table, ranges, everyNeed);
+  int steps = 0;
+  while (!followed.isComplete()) {
+    followed.prepareUntil(FollowedOperands::Clock::now() + std::chrono::milliseconds(1));
+    for (unsigned long const row : {random() % many, random() % 100, many - 1 - random() % 100,
+                                    many + random() % 10}) {
+      table.setValue(row, 0, number(static_cast<double>(random() % 90'000) * 0.1));
+      std::vector<TableRange> const areas{{row, 0, row + 1, 1}};
+      static_cast<void>(followed.valuesChanged(areas));
+    }
+    ++steps;
+  }
+  EXPECT_GT(steps, 2);
+  auto const expected = collectOperands({provider, table, ranges, {1}}, everyNeed, nullptr);
+  EXPECT_EQ(followed.getMean().mean.get(), expected.mean.mean.get());
+  EXPECT_EQ(followed.getMean().count, expected.mean.count);
+  TopBottomConditionalFormatOperator const record(Rank::Top, 10, true);
+  std::size_t const rank = thresholdRank(record, expected.ranking->count());
+  EXPECT_EQ(followed.getThreshold(record).rank, rank);
+  EXPECT_EQ(followed.getThreshold(record).threshold->get(),
+            expected.ranking->at(rank, RankingOrder::LargestFirst).get());
+  for (unsigned long row = 0; row < many + 10; ++row) {
+    ASSERT_EQ(followed.isRepeated({RowIndex(row), ColumnIndex(0)}),
+              expected.repeated->contains(row, 0))
+        << row;
+  }
+}
+
+}  // namespace
+}  // namespace Zorv::ConditionalFormatters
