@@ -13,7 +13,7 @@ namespace Zorv::ConditionalFormatters {
 /// the column after the last one is the first of the next row.
 using PositionKey = std::uint64_t;
 
-inline constexpr unsigned columnKeyBits = 14;              ///< 16,384 columns
+inline constexpr unsigned columnKeyBits = 14;                    ///< 16,384 columns
 inline constexpr unsigned positionKeyBits = 20 + columnKeyBits;  ///< 1,048,576 rows
 
 [[nodiscard]] constexpr PositionKey positionKeyOf(unsigned long row,

@@ -81,7 +81,8 @@ void ValueClasses::grow(Piece& piece) {
 /// Moves later slots into the gap, as if the class had never been there.
 void ValueClasses::removeSlot(Piece& piece, std::size_t gap) noexcept {
   std::size_t const mask = piece.slots.size() - 1;
-  for (std::size_t next = (gap + 1) & mask; piece.slots[next].cells != 0; next = (next + 1) & mask) {
+  for (std::size_t next = (gap + 1) & mask; piece.slots[next].cells != 0;
+       next = (next + 1) & mask) {
     std::size_t const home = hashOf(piece.slots[next].value) & mask;
     if (((next - home) & mask) >= ((next - gap) & mask)) {
       piece.slots[gap] = piece.slots[next];

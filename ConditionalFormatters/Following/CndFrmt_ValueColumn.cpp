@@ -96,15 +96,17 @@ std::vector<ValueColumn::Entry> ValueColumn::list(PlaceKey first, PlaceKey end) 
 }
 
 FloatNumber ValueColumn::sum() {
-  bool const isExact = _smallCount == _numberCount && _smallCount <= mostSmall &&
-                       _smallMagnitude <= largestExact;
+  bool const isExact =
+      _smallCount == _numberCount && _smallCount <= mostSmall && _smallMagnitude <= largestExact;
   return FloatNumber(isExact ? static_cast<double>(_smallTotal) : continueSum());
 }
 
 std::size_t ValueColumn::countBytes() const noexcept {
-  std::size_t bytes = _blocks.capacity() * sizeof(Block) + _firstPlaces.capacity() * sizeof(PlaceKey);
+  std::size_t bytes =
+      _blocks.capacity() * sizeof(Block) + _firstPlaces.capacity() * sizeof(PlaceKey);
   for (Block const& block : _blocks) {
-    bytes += block.places.capacity() * sizeof(PlaceKey) + block.values.capacity() * sizeof(ValueBits);
+    bytes +=
+        block.places.capacity() * sizeof(PlaceKey) + block.values.capacity() * sizeof(ValueBits);
   }
   return bytes;
 }
@@ -126,8 +128,8 @@ double ValueColumn::continueSum() {
 
 ValueColumn::Spot ValueColumn::find(PlaceKey place) const noexcept {
   auto const next = std::ranges::upper_bound(_firstPlaces, place);
-  auto const block = static_cast<std::size_t>(
-      std::max<std::ptrdiff_t>(next - _firstPlaces.begin(), 1) - 1);
+  auto const block =
+      static_cast<std::size_t>(std::max<std::ptrdiff_t>(next - _firstPlaces.begin(), 1) - 1);
   auto const& places = _blocks[block].places;
   auto const found = std::ranges::lower_bound(places, place);
   bool const isThere = found != places.end() && *found == place;

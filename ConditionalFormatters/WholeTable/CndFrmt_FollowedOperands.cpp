@@ -22,25 +22,22 @@ bool isTextBits(ValueBits bits) noexcept {
   return bits != noValueBits && bits >= ValueKey::ofTextIndex(0).bits();
 }
 
-TextPool::Index textOfBits(ValueBits bits) noexcept {
-  return static_cast<TextPool::Index>(bits);
-}
+TextPool::Index textOfBits(ValueBits bits) noexcept { return static_cast<TextPool::Index>(bits); }
 
 FloatNumber numberOfBits(ValueBits bits) noexcept {
   return FloatNumber(std::bit_cast<double>(bits));
 }
 
 std::uint64_t countAllPositions(TableRange const& range) noexcept {
-  return range.isEmpty() ? 0
-                         : std::uint64_t{range.endRow - range.firstRow} *
-                               (range.endColumn - range.firstColumn);
+  return range.isEmpty()
+             ? 0
+             : std::uint64_t{range.endRow - range.firstRow} * (range.endColumn - range.firstColumn);
 }
 
 }  // namespace
 
 FollowedOperands::FollowedOperands(ValueContextProvider const& provider, DOM::Table const& table,
-                                   std::vector<TableRange> const& ranges,
-                                   OperandNeeds const& needs)
+                                   std::vector<TableRange> const& ranges, OperandNeeds const& needs)
     : _provider(provider), _table(table), _ranges(ranges), _needs(needs) {
   for (std::size_t range = 0; range < ranges.size(); ++range) {
     auto const blocks = DOM::RowBlocks::ofCells(table, ranges[range]);

@@ -8,8 +8,8 @@
 
 namespace Zorv::TestSupport {
 
-/// 2^bits different texts of one std::hash, which is MurmurHash64A in libstdc++: flipping the highest bit of two
-/// mixed words in a row leaves the state as it was.
+/// 2^bits different texts of one std::hash, which is MurmurHash64A in libstdc++: flipping the
+/// highest bit of two mixed words in a row leaves the state as it was.
 inline std::vector<std::string> makeTextsOfOneHash(std::size_t bits) {
   constexpr std::uint64_t multiplier = 0xc6a4a7935bd1e995;
   std::uint64_t inverse = multiplier;  // Newton's iteration doubles the right bits.

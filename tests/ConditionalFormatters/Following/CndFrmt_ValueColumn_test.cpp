@@ -176,15 +176,15 @@ TEST(ValueColumn, TakesSixteenBytesForAValue) {
 TEST(CellKeys, AscendRowByRow) {
   EXPECT_LT(positionKeyOf(7, 16'383), positionKeyOf(8, 0));
   EXPECT_EQ(positionKeyOf(7, 16'384), positionKeyOf(8, 0));
-  EXPECT_LT(positionOfPlace(placeKeyOf(3, positionKeyOf(1'048'575, 16'383))),
-            placeKeyOf(1, 0));
+  EXPECT_LT(positionOfPlace(placeKeyOf(3, positionKeyOf(1'048'575, 16'383))), placeKeyOf(1, 0));
   EXPECT_EQ(positionOfPlace(placeKeyOf(3, positionKeyOf(9, 5))), positionKeyOf(9, 5));
   EXPECT_EQ(rowOfKey(positionKeyOf(1'048'575, 16'383)), 1'048'575U);
   EXPECT_EQ(columnOfKey(positionKeyOf(1'048'575, 16'383)), 16'383U);
 }
 
 TEST(CellKeys, NumbersHaveBitsThatNoOtherValueHas) {
-  for (double const number : {0.0, -0.0, 1.5, -columnInfinity, columnInfinity, columnNaN, -columnNaN}) {
+  for (double const number :
+       {0.0, -0.0, 1.5, -columnInfinity, columnInfinity, columnNaN, -columnNaN}) {
     EXPECT_TRUE(isNumberBits(bitsOfNumber(number))) << number;
   }
   EXPECT_EQ(bitsOfNumber(-0.0), bitsOfNumber(0.0));
@@ -192,8 +192,8 @@ TEST(CellKeys, NumbersHaveBitsThatNoOtherValueHas) {
   EXPECT_FALSE(isNumberBits(someText));
   EXPECT_FALSE(isNumberBits(noValueBits));
   EXPECT_FALSE(isNumberBits(FormulaModel::ValueKey::ofBoolean(false).bits()));
-  EXPECT_FALSE(isNumberBits(
-      FormulaModel::ValueKey::ofError(FormulaModel::FormulaErrorCode::Null).bits()));
+  EXPECT_FALSE(
+      isNumberBits(FormulaModel::ValueKey::ofError(FormulaModel::FormulaErrorCode::Null).bits()));
 }
 
 }  // namespace

@@ -86,12 +86,15 @@ protected:
     double const mean = followed.getMean().mean.get();
     double const expectedMean = expected.mean.mean.get();
     ASSERT_EQ(std::isnan(mean), std::isnan(expectedMean));
-    ASSERT_TRUE(std::isnan(mean) || std::bit_cast<std::uint64_t>(mean) ==
-                                        std::bit_cast<std::uint64_t>(expectedMean));
+    ASSERT_TRUE(std::isnan(mean) ||
+                std::bit_cast<std::uint64_t>(mean) == std::bit_cast<std::uint64_t>(expectedMean));
     ASSERT_EQ(followed.getMean().count, expected.mean.count);
     for (TopBottomConditionalFormatOperator const& record :
-         {TopBottomConditionalFormatOperator(Rank::Top, 3, false), {Rank::Bottom, 2, false},
-          {Rank::Top, 100, false}, {Rank::Bottom, 10, true}, {Rank::Top, 0, false}}) {
+         {TopBottomConditionalFormatOperator(Rank::Top, 3, false),
+          {Rank::Bottom, 2, false},
+          {Rank::Top, 100, false},
+          {Rank::Bottom, 10, true},
+          {Rank::Top, 0, false}}) {
       ASSERT_EQ(followed.getThreshold(record).rank,
                 thresholdRank(record, expected.ranking->count()));
       auto const threshold = followed.getThreshold(record).threshold;
@@ -216,8 +219,8 @@ TEST(FollowedOperandsSteps, EditsReachWhatIsReadAndWhatIsNot) {
   int steps = 0;
   while (!followed.isComplete()) {
     followed.prepareUntil(FollowedOperands::Clock::now() + std::chrono::milliseconds(1));
-    for (unsigned long const row : {random() % many, random() % 100, many - 1 - random() % 100,
-                                    many + random() % 10}) {
+    for (unsigned long const row :
+         {random() % many, random() % 100, many - 1 - random() % 100, many + random() % 10}) {
       table.setValue(row, 0, number(static_cast<double>(random() % 90'000) * 0.1));
       std::vector<TableRange> const areas{{row, 0, row + 1, 1}};
       static_cast<void>(followed.valuesChanged(areas));

@@ -131,9 +131,9 @@ protected:
     }
   }
 
-  OperandChanges change(unsigned long row, unsigned long column, double value) {
-    table.setValue(row, column, number(value));
-    std::vector<TableRange> const areas{{row, column, row + 1, column + 1}};
+  OperandChanges change(unsigned long row, unsigned long inColumn, double value) {
+    table.setValue(row, inColumn, number(value));
+    std::vector<TableRange> const areas{{row, inColumn, row + 1, inColumn + 1}};
     return shared.valuesChanged(areas);
   }
 
