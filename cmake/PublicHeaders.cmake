@@ -39,6 +39,7 @@ target_sources(
                host/Formulas/ContextProvider.h
                host/Formulas/EvaluationLimitError.h
                host/Formulas/EvaluationSession.h
+               host/Formulas/FindDependencies.h
                host/Formulas/FindReferences.h
                host/Formulas/FindUnresolved.h
                host/Formulas/FoldExpr.h

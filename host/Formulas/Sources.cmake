@@ -13,6 +13,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/References.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/StructuredReferences.cpp
           ${CMAKE_CURRENT_LIST_DIR}/EvaluationSession.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/FindDependencies.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FindReferences.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FindUnresolved.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FoldExpr.cpp

@@ -9,6 +9,7 @@
 
 #include "Formulas/CalcShiftedExpr.h"
 #include "Formulas/EvaluationSession.h"
+#include "Formulas/FindDependencies.h"
 #include "Formulas/FoldExpr.h"
 #include "Formulas/LookupCache.h"
 #include "Formulas/PositionDependence.h"
@@ -129,6 +130,12 @@ CalcResult calcExpr(DOM::FormulaSyntaxTree::Expr const& expr, Context const& con
   // What is found here must not be found again by a later evaluation.
   resolver.add(FormulaModel::DocTableIndex(0), {0, 0, 1, 1});
   return result;
+}
+
+Dependencies findDependencies(DOM::FormulaSyntaxTree::Expr const& /*expr*/,
+                              TableContext const& /*tableContext*/,
+                              ContextProvider const& /*contextProvider*/) {
+  return {.onAnyCell = true};
 }
 
 PositionDependence findPositionDependence(DOM::FormulaSyntaxTree::Expr const& /*expr*/) {

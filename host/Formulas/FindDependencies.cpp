@@ -1,0 +1,208 @@
+#include "Formulas/FindDependencies.h"
+
+#include <cstdint>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "Formulas/Functions/BuiltinFunctions.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+using DOM::FormulaSyntaxTree::CellReference;
+using DOM::FormulaSyntaxTree::Expr;
+using DOM::FormulaSyntaxTree::ExprParts;
+using DOM::FormulaSyntaxTree::NameReference;
+using DOM::FormulaSyntaxTree::Node;
+using DOM::FormulaSyntaxTree::NodeKind;
+using DOM::FormulaSyntaxTree::noIndex;
+using DOM::FormulaSyntaxTree::Operator;
+using DOM::FormulaSyntaxTree::StructuredReference;
+
+/// One dimension of a reference.
+struct Extent {
+  std::uint32_t first;
+  std::uint32_t last;
+  bool firstIsRelative;
+  bool lastIsRelative;
+
+  /// Relative corners move around the sheet's edge one by one, and then enclose what lay outside.
+  [[nodiscard]] bool keepsSize() const noexcept {
+    return firstIsRelative == lastIsRelative && (!firstIsRelative || first == last);
+  }
+};
+
+Extent rowsOf(CellReference const& reference) noexcept {
+  return {reference.firstRow, reference.lastRow, reference.firstRowIsRelative,
+          reference.lastRowIsRelative};
+}
+
+Extent columnsOf(CellReference const& reference) noexcept {
+  return {reference.firstColumn, reference.lastColumn, reference.firstColumnIsRelative,
+          reference.lastColumnIsRelative};
+}
+
+/// True if a dimension of some values, taken in the size of a range, never leaves their reference.
+bool holdsResized(Extent const& values, Extent const& range) noexcept {
+  return range.keepsSize() && values.firstIsRelative == values.lastIsRelative &&
+         values.last - values.first == range.last - range.first;
+}
+
+/// Gathers the dependencies of an expression and of the names that it uses.
+class DependencyFinder {
+public:
+  DependencyFinder(TableContext const& table, ContextProvider const& provider) noexcept
+      : _table(table), _provider(provider) {}
+
+  Dependencies find(ExprParts const& parts) {
+    visit(parts);
+    _isInName = true;
+    while (!_names.empty()) {
+      ExprParts const& ofName = *_names.back();
+      _names.pop_back();
+      visit(ofName);
+    }
+    return std::move(_found);
+  }
+
+private:
+  void visit(ExprParts const& parts) {
+    std::vector<bool> isPlaceOnly(parts.nodes.size(), false);
+    for (Node const& node : parts.nodes) {
+      if (node.kind == NodeKind::Function) {
+        visitFunction(parts, node, isPlaceOnly);
+      }
+    }
+    for (std::uint32_t node = 0; node < parts.nodes.size(); ++node) {
+      if (!isPlaceOnly[node]) {
+        visitNode(parts, parts.nodes[node]);
+      }
+    }
+  }
+
+  void visitFunction(ExprParts const& parts, Node const& node, std::vector<bool>& isPlaceOnly) {
+    FunctionEntry const& function = builtinFunctions().at(node.function);
+    if (function.traits.asksPlaceOfFirst && node.argumentCount > 0) {
+      isPlaceOnly[node.firstArgument] = true;
+    }
+    if (function.traits.isVolatile) {
+      addVolatile(function.name);
+    }
+    if ((function.name == "SUMIF" || function.name == "AVERAGEIF") && node.argumentCount > 2) {
+      addResized(parts, node);
+    }
+  }
+
+  void addVolatile(std::string_view function) {
+    if (function == "TODAY") {
+      _found.onDay = true;
+    } else if (function == "NOW" || function.starts_with("RAND")) {
+      _found.onMoment = true;
+    } else {
+      _found.onAnyCell = true;
+    }
+  }
+
+  /// The third argument is taken in the size of the first.
+  void addResized(ExprParts const& parts, Node const& call) {
+    Node const& range = parts.nodes[call.firstArgument];
+    Node const& values = parts.nodes[parts.nodes[range.next].next];
+    bool isInside = false;
+    if (range.kind == NodeKind::Reference && values.kind == NodeKind::Reference) {
+      CellReference const& ofRange = parts.references[range.index];
+      CellReference const& ofValues = parts.references[values.index];
+      isInside = holdsResized(rowsOf(ofValues), rowsOf(ofRange)) &&
+                 holdsResized(columnsOf(ofValues), columnsOf(ofRange));
+    }
+    _found.onAnyCell = _found.onAnyCell || !isInside;
+  }
+
+  void visitNode(ExprParts const& parts, Node const& node) {
+    if (node.kind == NodeKind::Reference) {
+      addReference(parts, parts.references[node.index]);
+    } else if (node.kind == NodeKind::StructuredReference) {
+      addStructured(parts, parts.structuredReferences[node.index]);
+    } else if (node.kind == NodeKind::Name) {
+      NameReference const& name = parts.names[node.index];
+      followName(parts.texts[name.name], findSheet(parts, name.sheet));
+    } else if (node.kind == NodeKind::UnknownFunction) {
+      followName(parts.texts[node.index], &_table);
+    } else if (node.kind == NodeKind::Binary && node.op == Operator::Range) {
+      _found.onAnyCell = true;
+    }
+  }
+
+  void addReference(ExprParts const& parts, CellReference const& reference) {
+    if (TableContext const* const table = findSheet(parts, reference.sheet)) {
+      _found.references.push_back({addressOf(*table), reference, _isInName});
+    }
+  }
+
+  /// The whole list, which for the cell's own list is somewhere in the table; or of either the part
+  /// in the cell's row.
+  void addStructured(ExprParts const& parts, StructuredReference const& reference) {
+    DOM::Table const* table = nullptr;
+    TableRange range{0, 0, DOM::Table::rowCount, DOM::Table::columnCount};
+    if (reference.list != noIndex) {
+      ListObject const* const list = _provider.findListObject(parts.texts[reference.list]);
+      TableContext const* const ofList = list == nullptr ? nullptr : findTable(list->table);
+      if (ofList == nullptr || list->range.isEmpty()) {
+        return;
+      }
+      range = list->range;
+      table = addressOf(*ofList);
+    }
+    CellReference corners{.firstRow = static_cast<std::uint32_t>(range.firstRow),
+                          .firstColumn = static_cast<std::uint32_t>(range.firstColumn),
+                          .lastRow = static_cast<std::uint32_t>(range.endRow - 1),
+                          .lastColumn = static_cast<std::uint32_t>(range.endColumn - 1)};
+    if (reference.thisRow) {
+      corners.firstRow = corners.lastRow = 0;
+      corners.firstRowIsRelative = corners.lastRowIsRelative = true;
+    }
+    _found.references.push_back({table, corners, true});
+  }
+
+  void followName(std::string_view name, TableContext const* table) {
+    Expr const* const expr =
+        table == nullptr ? nullptr : _provider.findDefinedName(name, table->getDocTableIndex());
+    if (expr != nullptr && _followed.insert(expr).second) {
+      _names.push_back(&expr->getParts());
+    }
+  }
+
+  [[nodiscard]] TableContext const* findSheet(ExprParts const& parts, std::uint32_t sheet) const {
+    if (sheet == noIndex) {
+      return &_table;
+    }
+    std::string_view const name = parts.texts[sheet];
+    return name.empty() ? nullptr : _provider.findTableContext(name);
+  }
+
+  [[nodiscard]] TableContext const* findTable(FormulaModel::DocTableIndex table) const {
+    return _table.getDocTableIndex() == table ? &_table : _provider.findTableContextAt(table);
+  }
+
+  [[nodiscard]] DOM::Table const* addressOf(TableContext const& table) const {
+    DOM::Table const& address = table.getTable();
+    return &address == &_table.getTable() ? nullptr : &address;
+  }
+
+  TableContext const& _table;
+  ContextProvider const& _provider;
+  bool _isInName = false;
+  std::vector<ExprParts const*> _names;  ///< yet to be visited
+  std::set<Expr const*> _followed;
+  Dependencies _found;
+};
+
+}  // namespace
+
+Dependencies findDependencies(Expr const& expr, TableContext const& tableContext,
+                              ContextProvider const& contextProvider) {
+  return DependencyFinder(tableContext, contextProvider).find(expr.getParts());
+}
+
+}  // namespace Zorv::Formulas
