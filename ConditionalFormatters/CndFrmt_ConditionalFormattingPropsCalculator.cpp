@@ -1,20 +1,22 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 
 #include <algorithm>
-#include <functional>
+#include <iterator>
 
 #include <boost/optional.hpp>
 
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
+#include "ConditionalFormatters/Formats/CndFrmt_FormatRefs.h"
 #include "ConditionalFormatters/Formats/CndFrmt_FormatWalk.h"
+#include "ConditionalFormatters/Formats/CndFrmt_PointIndex.h"
 #include "ConditionalFormatters/Formats/CndFrmt_StyleFlattening.h"
+#include "ConditionalFormatters/Live/CndFrmt_LiveTable.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
 #include "DOM/CellInfo.h"
 #include "DOM/ConditionalFormat.h"
 #include "DOM/Styles.h"
 #include "DOM/Table.h"
-#include "DOM/TableRangeByID.h"
 #include "Utils/PtrUtils.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -52,13 +54,17 @@ DOM::SharedCellStylePtr const& storeStyle(Cache& cache, DOM::CellID const& cellI
   return stored;
 }
 
-ConditionalFormatRefs makeConditionalFormatRefs(DOM::Table const& table) {
-  ConditionalFormatRefs refs;
-  for (auto const& element : table.getLiveConditionalFormats()) {
-    DOM::ConditionalFormat const& format = PtrUtils::derefHeld(element);
-    refs.emplace_back(DOM::convertToTableRanges(table, format.getRanges()), std::cref(format));
+/// Forgets the styles of cells that lie in some areas of their table.
+template <class Styles>
+void forgetStyles(Styles& styles, DOM::Table const& table, std::vector<TableRange> const& areas) {
+  PointIndex const index(areas);
+  DOM::AxisIds const& rows = table.getRowIds();
+  DOM::AxisIds const& columns = table.getColumnIds();
+  for (auto style = styles.begin(); style != styles.end();) {
+    auto const& [row, column] = style->first;
+    bool const isInside = index.contains(rows.beginOf(row.get()), columns.beginOf(column.get()));
+    style = isInside ? styles.erase(style) : std::next(style);
   }
-  return refs;
 }
 
 }  // namespace
@@ -70,6 +76,15 @@ ConditionalFormattingPropsCalculator::ConditionalFormattingPropsCalculator(
 void ConditionalFormattingPropsCalculator::clearCellStylesCache() const {
   std::lock_guard const lock(_cellStylesMutex);
   _cellStylesCache.clear();
+}
+
+void ConditionalFormattingPropsCalculator::forgetCells(DOM::Table const& table,
+                                                       std::vector<TableRange> const& areas) const {
+  std::lock_guard const lock(_cellStylesMutex);
+  auto const entry = lowerBound(_cellStylesCache, table.getUUID());
+  if (entry != _cellStylesCache.end() && entry->first == table.getUUID()) {
+    forgetStyles(entry->second, table, areas);
+  }
 }
 
 void ConditionalFormattingPropsCalculator::clearTablesRangesCache() const {
@@ -131,6 +146,12 @@ DOM::SharedCellStylePtr ConditionalFormattingPropsCalculator::getConditionalForm
   }
   // The place in the cache is looked up anew: the provider may have asked about cells meanwhile.
   return storeStyle(_cellStylesCache, cellInfo.getCellID(), std::move(style));
+}
+
+LiveResolver ConditionalFormattingPropsCalculator::follow(DOM::Styles const& styles,
+                                                          DOM::Table const& table) const {
+  return LiveResolver(std::make_unique<LiveTable>(LiveSources{
+      PtrUtils::derefHeld(_valueContextProvider), table, styles, _sharedObjectFactory}));
 }
 
 TableResolver ConditionalFormattingPropsCalculator::prepare(DOM::Styles const& styles,

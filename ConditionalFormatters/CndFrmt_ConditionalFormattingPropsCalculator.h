@@ -10,11 +10,13 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_Export.h"
+#include "ConditionalFormatters/CndFrmt_LiveResolver.h"
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "DOM/Ids.h"
 #include "DOM/SharedStyle.h"
 #include "Utils/IDHolder.h"
+#include "Utils/TableRange.h"
 #include "Utils/UUID.h"
 
 namespace Zorv::DOM {
@@ -43,6 +45,12 @@ public:
 
   /// Forgets the style of every cell; to be called when cell values, formats or styles change.
   void clearCellStylesCache() const;
+
+  /// Forgets the style of each cell in some areas of a table: for changes of which these are known
+  /// to reach no other cell; see LiveResolver::apply(). Where rows, columns or formats changed,
+  /// clearTablesRangesCache() is to be called, too.
+  /// Cost: a search for each remembered cell of the table.
+  void forgetCells(DOM::Table const& table, std::vector<TableRange> const& areas) const;
 
   /// Forgets the formats of every table; to be called when a table's formats or their ranges
   /// change, and before they are destroyed.
@@ -82,6 +90,11 @@ public:
   /// TableResolver for how long it is good. Makes the table's list of formats if need be, and an
   /// index of their ranges. Stops the process, or throws, where resolve() would for every cell.
   [[nodiscard]] TableResolver prepare(DOM::Styles const& styles, DOM::Table const& table) const;
+
+  /// An object that answers what resolve() does and follows changes of the document; see
+  /// LiveResolver. Stops the process, or throws, where prepare() does. Makes its own list of the
+  /// table's formats, so that it does not depend on clearTablesRangesCache().
+  [[nodiscard]] LiveResolver follow(DOM::Styles const& styles, DOM::Table const& table) const;
 
 private:
   using CellStyleMap =

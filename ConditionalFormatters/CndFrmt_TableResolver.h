@@ -124,6 +124,7 @@ public:
 
 private:
   friend class ConditionalFormattingPropsCalculator;
+  friend class LiveResolver;
   explicit TableResolver(std::shared_ptr<PreparedTable const> table) noexcept
       : _prepared(std::move(table)) {}
 

@@ -87,10 +87,14 @@ target_sources(
          BASE_DIRS .
          FILES ConditionalFormatters/CndFrmt_CellExplanation.h
                ConditionalFormatters/CndFrmt_CellWorker.h
+               ConditionalFormatters/CndFrmt_Change.h
+               ConditionalFormatters/CndFrmt_ChangeChecks.h
                ConditionalFormatters/CndFrmt_ConditionOperands.h
                ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h
                ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h
                ConditionalFormatters/CndFrmt_Export.h
+               ConditionalFormatters/CndFrmt_LiveResolver.h
+               ConditionalFormatters/CndFrmt_LiveView.h
                ConditionalFormatters/CndFrmt_OperatorsFactory.h
                ConditionalFormatters/CndFrmt_StyleHierarchy.h
                ConditionalFormatters/CndFrmt_StyleRun.h

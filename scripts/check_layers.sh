@@ -4,7 +4,7 @@
 #   inside the host
 #   Formulas -> DOM -> OfficeUtils -> FormulaModel -> Utils.
 #   In the library:
-#   WholeTable -> Following -> Parallel -> Formats -> Operators -> Operands -> Predicates.
+#   Live -> WholeTable -> Following -> Parallel -> Formats -> Operators -> Operands -> Predicates.
 # In visuals: face -> Prepare -> Draw -> records; of the rooms of the library it includes those that
 # know of ranges alone.
 # The rooms of the formula engine have an order of their own, and the public headers at its top
@@ -29,9 +29,9 @@ check_order() {
 check_order '' '' host ConditionalFormatters visuals workbook analysis words records render python tool
 check_order host/ '' Utils FormulaModel OfficeUtils DOM Formulas
 check_order ConditionalFormatters/ ConditionalFormatters/ Predicates Operands Operators Formats \
-  Parallel Following WholeTable
+  Parallel Following WholeTable Live
 # The rooms of the library know of its face only what its own headers need.
-forbid 'ConditionalFormatters/CndFrmt_(ConditionalFormattingPropsCalculator|TableResolver)\.h' \
+forbid 'ConditionalFormatters/CndFrmt_(ConditionalFormattingPropsCalculator|TableResolver|Live[A-Za-z]*)\.h' \
   ConditionalFormatters/*/
 check_order host/Formulas/ Formulas/ Limits Text Values Parsing Lookups Evaluation Functions \
   Tracing

@@ -42,7 +42,8 @@ PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table co
       _operands(provider, table, formatRefs),
       _scopes(findVerdictScopes(formatRefs)),
       _conditions(formatRefs.size()),
-      _pointIndexes(formatRefs.size()) {}
+      _pointIndexes(formatRefs.size()),
+      _lookups(std::make_unique<Formulas::LookupCache>()) {}
 
 FormatIndex PreparedTable::checkFormat(std::size_t format) const {
   if (format >= _conditions.size()) {

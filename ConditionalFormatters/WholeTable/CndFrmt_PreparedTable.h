@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <memory>
 #include <mutex>
 #include <span>
 #include <vector>
@@ -37,7 +38,7 @@ public:
   [[nodiscard]] RangeIndex const& getRangeIndex() const noexcept { return _rangeIndex; }
   [[nodiscard]] StyleSequences const& getStyleSequences() const noexcept { return _sequences; }
   /// Guards itself.
-  [[nodiscard]] Formulas::LookupCache& getLookups() const noexcept { return _lookups; }
+  [[nodiscard]] Formulas::LookupCache& getLookups() const noexcept { return *_lookups; }
 
   /// The index of a format. Throws std::out_of_range if there is no such format.
   [[nodiscard]] FormatIndex checkFormat(std::size_t format) const;
@@ -74,6 +75,12 @@ public:
   /// All ranges of all formats.
   [[nodiscard]] std::vector<TableRange> listRanges() const;
 
+  /// Forgets what was prepared for the condition of a format; the next that needs it prepares it
+  /// again. Needs exclusive access, as the other one does.
+  void forgetCondition(FormatIndex format) noexcept { _conditions[format].reset(); }
+  /// Forgets the indexes of ranges that formulas use.
+  void forgetLookups() { _lookups = std::make_unique<Formulas::LookupCache>(); }
+
 private:
   ValueContextProvider const& _provider;
   DOM::Table const& _table;
@@ -85,7 +92,7 @@ private:
   std::vector<Lazy<PreparedCondition>> _conditions;  ///< by format
   std::vector<Lazy<PointIndex>> _pointIndexes;       ///< by format
   mutable std::recursive_mutex _preparation;
-  mutable Formulas::LookupCache _lookups;
+  std::unique_ptr<Formulas::LookupCache> _lookups;
 };
 
 }  // namespace Zorv::ConditionalFormatters

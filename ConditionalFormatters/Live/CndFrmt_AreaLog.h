@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <utility>
+#include <vector>
+
+#include "Utils/TableRange.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// The areas that the last changes of a table reached, for readers that come by now and then.
+///
+/// A reader remembers the version that it has seen. One that stayed away for too long learns that
+/// anything may be new.
+class AreaLog {
+public:
+  using Version = std::uint64_t;
+
+  [[nodiscard]] Version getVersion() const noexcept { return _version; }
+
+  /// Makes a new version.
+  void add(std::vector<TableRange> areas) {
+    _changes.push_back(std::move(areas));
+    ++_version;
+    if (_changes.size() > mostChanges) {
+      _changes.pop_front();
+    }
+  }
+
+  /// Makes a new version in which anything may be new.
+  void addEverything() noexcept {
+    _changes.clear();
+    ++_version;
+  }
+
+  /// Appends the areas that are new since a version. False, and nothing is appended, if anything
+  /// may be new.
+  [[nodiscard]] bool appendSince(Version seen, std::vector<TableRange>& areas) const {
+    std::uint64_t const missed = _version - seen;
+    if (missed > _changes.size()) {
+      return false;
+    }
+    for (std::size_t change = _changes.size() - missed; change < _changes.size(); ++change) {
+      areas.insert(areas.end(), _changes[change].begin(), _changes[change].end());
+    }
+    return true;
+  }
+
+private:
+  static constexpr std::size_t mostChanges = 64;
+
+  Version _version = 0;
+  std::deque<std::vector<TableRange>> _changes;  ///< those that led to the last versions
+};
+
+}  // namespace Zorv::ConditionalFormatters

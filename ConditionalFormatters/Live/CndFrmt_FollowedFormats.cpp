@@ -1,0 +1,99 @@
+#include "ConditionalFormatters/Live/CndFrmt_FollowedFormats.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "ConditionalFormatters/Formats/CndFrmt_FormatRefs.h"
+#include "ConditionalFormatters/Formats/CndFrmt_FormulaBaseCell.h"
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+void append(std::vector<TableRange> const& ranges, std::vector<TableRange>& areas) {
+  areas.insert(areas.end(), ranges.begin(), ranges.end());
+}
+
+/// Appends what ranges and zones share. True if there is something.
+bool appendShared(std::vector<TableRange> const& ranges, std::span<TableRange const> zones,
+                  std::vector<TableRange>& areas) {
+  bool isShared = false;
+  for (TableRange const& range : ranges) {
+    for (TableRange const& zone : zones) {
+      TableRange const common = intersect(range, zone);
+      if (!common.isEmpty()) {
+        areas.push_back(common);
+        isShared = true;
+      }
+    }
+  }
+  return isShared;
+}
+
+}  // namespace
+
+FollowedFormats::FollowedFormats(LiveSources const& sources)
+    : _sources(sources),
+      _refs(makeConditionalFormatRefs(sources.table)),
+      _prepared(sources.provider, sources.table, _refs, sources.styles,
+                sources.sharedObjectFactory) {}
+
+FollowedFormats::AllDependencies const& FollowedFormats::getOrFindDependencies() const {
+  return _dependencies.getOrCreate(_finding, [&] {
+    auto dependencies = std::make_unique<AllDependencies>(_refs.size());
+    for (FormatIndex format = 0; format < _refs.size(); ++format) {
+      if (!getRanges(format).empty()) {
+        (*dependencies)[format].emplace(_refs[format], _sources.table, _sources.provider);
+      }
+    }
+    return dependencies;
+  });
+}
+
+void FollowedFormats::followValues(std::span<ChangedCells const> changes,
+                                   std::vector<TableRange>& areas) {
+  AllDependencies const& dependencies = getOrFindDependencies();
+  bool lookupsChange = false;
+  for (FormatIndex format = 0; format < dependencies.size(); ++format) {
+    if (!dependencies[format]) {
+      continue;
+    }
+    Reach reach;
+    for (ChangedCells const& changed : changes) {
+      dependencies[format]->reach(changed, getRanges(format), reach);
+    }
+    append(reach.areas, areas);
+    if (reach.operandsChange) {
+      _prepared.forgetCondition(format);
+    }
+    lookupsChange = lookupsChange || reach.lookupsChange;
+  }
+  if (lookupsChange) {
+    _prepared.forgetLookups();
+  }
+}
+
+void FollowedFormats::followLines(FollowedFormats const& before, std::span<TableRange const> zones,
+                                  std::vector<TableRange>& areas) const {
+  AllDependencies const& dependencies = getOrFindDependencies();
+  for (FormatIndex format = 0; format < dependencies.size(); ++format) {
+    bool const hadCells = appendShared(before.getRanges(format), zones, areas);
+    bool const hasCells = appendShared(getRanges(format), zones, areas);
+    if (before.getRanges(format).empty() || getRanges(format).empty()) {
+      continue;
+    }
+    bool const isMoved =
+        formulaBaseCell(before.getRanges(format)) != formulaBaseCell(getRanges(format));
+    if (isMoved || (dependencies[format]->areOnRanges() && (hadCells || hasCells))) {
+      append(getRanges(format), areas);
+    }
+  }
+}
+
+void FollowedFormats::appendRanges(std::vector<TableRange>& areas) const {
+  for (ConditionalFormatRef const& formatRef : _refs) {
+    append(formatRef.first, areas);
+  }
+}
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "DOM/SharedStyle.h"
+
+namespace Zorv::DOM {
+class Styles;
+class Table;
+}  // namespace Zorv::DOM
+
+namespace Zorv::ConditionalFormatters {
+
+/// What a table is followed with. Borrows everything.
+struct LiveSources {
+  ValueContextProvider const& provider;
+  DOM::Table const& table;
+  DOM::Styles const& styles;
+  DOM::SharedObjectFactory const& sharedObjectFactory;
+};
+
+}  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,210 @@
+#include "ConditionalFormatters/Live/CndFrmt_LiveTable.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "ConditionalFormatters/Live/CndFrmt_Days.h"
+#include "ConditionalFormatters/Live/CndFrmt_FewAreas.h"
+#include "DOM/Table.h"
+#include "Formulas/ContextProvider.h"
+#include "OfficeUtils/PinnedMoment.h"
+
+namespace Zorv::ConditionalFormatters {
+
+namespace {
+
+using OfficeUtils::Clock;
+
+/// Most areas that are told of a change, and most into which the changed cells of a table fall.
+constexpr std::size_t mostToldAreas = 16;
+constexpr std::size_t mostChangedAreas = 64;
+
+constexpr TableRange wholeSheet{0, 0, DOM::Table::rowCount, DOM::Table::columnCount};
+
+/// The cells that stand elsewhere, or are others, after an edit of lines.
+TableRange findZone(LinesChanged const& lines) noexcept {
+  bool const isMove = lines.edit == LineEdit::Move;
+  unsigned long const first = isMove ? std::min(lines.first, lines.before) : lines.first;
+  unsigned long const end = std::max(lines.first + lines.count, lines.before);
+  TableRange zone = wholeSheet;
+  if (lines.axis == Axis::Rows) {
+    zone.firstRow = first;
+    zone.endRow = isMove ? end : zone.endRow;
+  } else {
+    zone.firstColumn = first;
+    zone.endColumn = isMove ? end : zone.endColumn;
+  }
+  return zone;
+}
+
+/// What changes amount to, for a table that is followed.
+class ChangeSummary {
+public:
+  ChangeSummary(std::span<Change const> changes, DOM::Table const& own) : _own(own) {
+    for (Change const& change : changes) {
+      std::visit([this](auto const& each) { add(each); }, change);
+    }
+    for (ChangedCells& cells : _cells) {
+      cells.areas = joinIntoFew(cells.areas, mostChangedAreas);
+    }
+  }
+
+  /// Anything may have changed, or the table's list of formats.
+  [[nodiscard]] bool changesFormats() const noexcept { return _changesFormats; }
+  /// By table. Cells that stand elsewhere are among them.
+  [[nodiscard]] std::vector<ChangedCells> const& getCells() const noexcept { return _cells; }
+  /// Where rows and columns of the table itself changed.
+  [[nodiscard]] std::vector<TableRange> const& getZones() const noexcept { return _zones; }
+
+private:
+  void add(ValuesChanged const& values) {
+    auto& areas = areasOf(values.table);
+    areas.insert(areas.end(), values.areas.begin(), values.areas.end());
+  }
+  void add(LinesChanged const& lines) {
+    TableRange const zone = findZone(lines);
+    areasOf(lines.table).push_back(zone);
+    if (lines.table == &_own) {
+      _zones.push_back(zone);
+    }
+  }
+  void add(FormatsChanged const& formats) noexcept {
+    _changesFormats = _changesFormats || formats.table == &_own;
+  }
+  void add(AnythingChanged const& /*anything*/) noexcept { _changesFormats = true; }
+
+  std::vector<TableRange>& areasOf(DOM::Table const* table) {
+    auto const found = std::ranges::find(_cells, table, &ChangedCells::table);
+    return found != _cells.end() ? found->areas : _cells.emplace_back(ChangedCells{table, {}}).areas;
+  }
+
+  DOM::Table const& _own;
+  bool _changesFormats = false;
+  std::vector<ChangedCells> _cells;
+  std::vector<TableRange> _zones;
+};
+
+Clock::TimePoint findNextSecond(Clock::TimePoint moment) noexcept {
+  return std::chrono::floor<std::chrono::seconds>(moment) + std::chrono::seconds(1);
+}
+
+}  // namespace
+
+LiveTable::LiveTable(LiveSources const& sources)
+    : _sources(sources), _moment(OfficeUtils::PinnedMoment::readMoment()) {
+  static_cast<void>(getFormats());
+}
+
+FollowedFormats& LiveTable::getFormats() const {
+  return *_formats.getOrCreate(_creation, [&] {
+    return std::make_unique<std::shared_ptr<FollowedFormats> const>(
+        std::make_shared<FollowedFormats>(_sources));
+  });
+}
+
+std::shared_ptr<PreparedTable const> LiveTable::getPrepared() const {
+  static_cast<void>(getFormats());
+  std::shared_ptr<FollowedFormats> const& formats = *_formats.find();
+  return {formats, &formats->getPrepared()};
+}
+
+std::vector<TableRange> LiveTable::apply(std::span<Change const> changes) {
+  try {
+    return followAll(changes);
+  } catch (...) {
+    forget();
+    throw;
+  }
+}
+
+std::vector<TableRange> LiveTable::followAll(std::span<Change const> changes) {
+  Clock::TimePoint const moment = OfficeUtils::PinnedMoment::readMoment();
+  std::vector<TableRange> areas;
+  if (_isLost) {
+    areas = startAnew();
+  } else {
+    areas = follow(changes);
+    appendChangesOfTime(_moment, moment, areas);
+    areas = joinIntoFew(areas, mostToldAreas);
+    if (_checker && !_checker->check(getFormats(), areas)) {
+      areas = startAnew();
+    }
+  }
+  _log.add(areas);
+  _moment = moment;
+  _isLost = false;
+  return areas;
+}
+
+std::vector<TableRange> LiveTable::follow(std::span<Change const> changes) {
+  std::vector<TableRange> areas;
+  ChangeSummary const summary(changes, _sources.table);
+  if (!summary.changesFormats() && summary.getZones().empty()) {
+    getFormats().followValues(summary.getCells(), areas);
+    return areas;
+  }
+  std::shared_ptr<FollowedFormats> const before = *_formats.find();
+  _formats.reset();
+  if (_checker) {
+    _checker->forgetCells();
+  }
+  FollowedFormats& after = getFormats();
+  if (summary.changesFormats() || before->getRefs().size() != after.getRefs().size()) {
+    before->appendRanges(areas);
+    after.appendRanges(areas);
+  } else {
+    after.followLines(*before, summary.getZones(), areas);
+    after.followValues(summary.getCells(), areas);
+  }
+  return areas;
+}
+
+std::vector<TableRange> LiveTable::startAnew() {
+  _formats.reset();
+  if (_checker) {
+    _checker->forgetCells();
+  }
+  static_cast<void>(getFormats());
+  return {wholeSheet};
+}
+
+void LiveTable::forget() noexcept {
+  _formats.reset();
+  _isLost = true;
+  _log.addEverything();
+}
+
+std::optional<Clock::TimePoint> LiveTable::nextChange() const {
+  auto const& all = getFormats().getOrFindDependencies();
+  auto const any = [&](auto const& test) {
+    return std::ranges::any_of(all, [&](auto const& each) { return each && test(*each); });
+  };
+  if (any([](FormatDependencies const& each) { return each.areOnMoment(); })) {
+    return findNextSecond(_moment);
+  }
+  if (any([](FormatDependencies const& each) { return each.areOnDay(); })) {
+    auto const& formulas = _sources.provider.getFormulasContextProvider();
+    return std::min(findNextDay(_moment, _sources.provider.getTimeZone()),
+                    findNextDay(_moment, formulas.getTimeZone()));
+  }
+  return std::nullopt;
+}
+
+void LiveTable::appendChangesOfTime(Clock::TimePoint from, Clock::TimePoint to,
+                                    std::vector<TableRange>& areas) const {
+  auto const& provider = _sources.provider;
+  FollowedFormats const& formats = getFormats();
+  auto const& all = formats.getOrFindDependencies();
+  bool const isOtherDay =
+      !areOnOneDay(from, to, provider.getTimeZone()) ||
+      !areOnOneDay(from, to, provider.getFormulasContextProvider().getTimeZone());
+  for (FormatIndex format = 0; format < all.size(); ++format) {
+    if (all[format] && (all[format]->areOnMoment() || (all[format]->areOnDay() && isOtherDay))) {
+      auto const& ranges = formats.getRanges(format);
+      areas.insert(areas.end(), ranges.begin(), ranges.end());
+    }
+  }
+}
+
+}  // namespace Zorv::ConditionalFormatters

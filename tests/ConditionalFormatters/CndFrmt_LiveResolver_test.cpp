@@ -1,0 +1,235 @@
+#include "ConditionalFormatters/CndFrmt_LiveResolver.h"
+
+#include <algorithm>
+#include <chrono>
+#include <exception>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "ConditionalFormatters/CndFrmt_LiveView.h"
+#include "ConditionalFormatters/EditedDocument.h"
+#include "OfficeUtils/Clock.h"
+#include "support/Documents.h"
+#include "support/PlainHost.h"
+#include "support/RunningClock.h"
+#include "support/Values.h"
+
+namespace Zorv::ConditionalFormatters {
+namespace {
+
+using TestSupport::EditedDocument;
+
+/// How a cell looks, and why.
+struct Look {
+  DOM::SharedCellStylePtr style;
+  FormatIndices formats;
+  std::string failure;
+
+  friend bool operator==(Look const&, Look const&) = default;
+};
+
+using Looks = std::map<CellIndex, Look>;
+
+std::string messageOf(std::exception_ptr const& exception) {
+  try {
+    std::rethrow_exception(exception);
+  } catch (std::exception const& caught) {
+    return caught.what();
+  }
+}
+
+Look lookOf(ResolvedCell const& cell) {
+  return {cell.style,
+          {cell.formats.begin(), cell.formats.end()},
+          cell.failure == nullptr ? std::string() : messageOf(cell.failure->exception)};
+}
+
+TablePass passOver(TableRange const& range, unsigned threadCount = 1) {
+  return {.range = range,
+          .positions = TablePass::Positions::All,
+          .threadCount = threadCount,
+          .onFailure = TablePass::OnFailure::Skip};
+}
+
+template <class Resolver>
+Looks lookAt(Resolver const& resolver, TablePass const& pass) {
+  Looks looks;
+  resolver.visit(pass, [&](ResolvedCell const& cell) {
+    looks.emplace(cell.cellInfo.getCellIndex(), lookOf(cell));
+  });
+  return looks;
+}
+
+/// What a resolver that is made now says of all cells.
+Looks lookAnew(ConditionalFormattingPropsCalculator const& calculator,
+               EditedDocument const& document) {
+  calculator.clearTablesRangesCache();
+  return lookAt(calculator.prepare(document.styles, document.table),
+                passOver(EditedDocument::window));
+}
+
+bool looksAlike(Look const& a, Look const& b) {
+  return a.style == b.style && a.failure.empty() == b.failure.empty();
+}
+
+bool holdsCell(std::vector<TableRange> const& areas, CellIndex cell) {
+  return std::ranges::any_of(areas, [&](TableRange const& area) {
+    return area.contains(cell.getRow().get(), cell.getColumn().get());
+  });
+}
+
+std::string nameOf(CellIndex cell) {
+  return "row " + std::to_string(cell.getRow().get()) + ", column " +
+         std::to_string(cell.getColumn().get());
+}
+
+void expectDisjoint(std::vector<TableRange> const& areas) {
+  EXPECT_LE(areas.size(), 16U);
+  for (std::size_t a = 0; a < areas.size(); ++a) {
+    for (std::size_t b = a + 1; b < areas.size(); ++b) {
+      EXPECT_TRUE(intersect(areas[a], areas[b]).isEmpty()) << "areas " << a << " and " << b;
+    }
+  }
+}
+
+/// What a view has told so far, as a window would paint it.
+class Painted {
+public:
+  explicit Painted(LiveResolver const& live) : _view(live) {}
+
+  void show(TableRange const& range) {
+    _view.show(range);
+    std::erase_if(_looks, [&](auto const& entry) {
+      return !range.contains(entry.first.getRow().get(), entry.first.getColumn().get());
+    });
+  }
+
+  /// Refreshes, and compares: every difference is told, and nothing but differences.
+  void refresh(Looks const& now, unsigned threadCount) {
+    Looks const before = _looks;
+    std::optional<CellIndex> last;
+    _view.refresh(
+        [&](ResolvedCell const& cell) {
+          CellIndex const index = cell.cellInfo.getCellIndex();
+          EXPECT_TRUE(!last || *last < index) << "in order: " << nameOf(index);
+          last = index;
+          Look const look = lookOf(cell);
+          auto const known = before.find(index);
+          EXPECT_FALSE(looksAlike(look, known == before.end() ? Look() : known->second))
+              << "told without a difference: " << nameOf(index);
+          _looks[index] = look;
+        },
+        threadCount);
+    for (auto const& [index, look] : now) {
+      if (_view.getRange().contains(index.getRow().get(), index.getColumn().get())) {
+        auto const painted = _looks.find(index);
+        EXPECT_TRUE(looksAlike(look, painted == _looks.end() ? Look() : painted->second))
+            << "stale: " << nameOf(index);
+      }
+    }
+  }
+
+private:
+  LiveView _view;
+  Looks _looks;
+};
+
+class LiveEdits : public testing::TestWithParam<std::uint32_t> {};
+
+TEST_P(LiveEdits, AnswersAreThoseOfANewResolverAndDifferencesAreExact) {
+  constexpr int editCount = 14;
+  EditedDocument document(GetParam());
+  std::optional<OfficeUtils::ScopedClock> clock(std::in_place, document.getMoment());
+  ConditionalFormattingPropsCalculator const calculator(document.makeProvider());
+  LiveResolver live = calculator.follow(document.styles, document.table);
+  if (GetParam() % 5 == 0) {
+    live.check({.report = [](UntoldChange const& change) { ADD_FAILURE() << describe(change); }});
+  }
+  Painted painted(live);
+  Looks before = lookAnew(calculator, document);
+  for (int edit = 0; edit < editCount && !HasFailure(); ++edit) {
+    SCOPED_TRACE("edit " + std::to_string(edit));
+    std::vector<Change> changes;
+    for (unsigned long part = document.draw(3) + 1; part > 0; --part) {
+      document.edit(changes);
+    }
+    clock.reset();
+    clock.emplace(document.getMoment());
+
+    auto const areas = live.apply(changes);
+    expectDisjoint(areas);
+    Looks const now = lookAnew(calculator, document);
+    for (auto const& [index, look] : now) {
+      EXPECT_TRUE(looksAlike(look, before.at(index)) || holdsCell(areas, index))
+          << "not in an area: " << nameOf(index);
+    }
+    unsigned const threads = std::vector<unsigned>{1, 2, 7}[document.draw(3)];
+    if (document.draw(3) != 0) {
+      EXPECT_EQ(lookAt(live, passOver(EditedDocument::window, threads)), now);
+    }
+    if (document.draw(3) == 0) {
+      painted.show(document.drawRange());
+    }
+    if (document.draw(3) != 0) {
+      painted.refresh(now, threads);
+    }
+    before = now;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, LiveEdits, testing::Range(std::uint32_t{1}, std::uint32_t{41}));
+
+class FailingHost : public testing::TestWithParam<std::uint32_t> {};
+
+TEST_P(FailingHost, LeavesAResolverThatAnswersRightly) {
+  EditedDocument document(GetParam());
+  OfficeUtils::ScopedClock const clock(document.getMoment());
+  ConditionalFormattingPropsCalculator const calculator(document.makeProvider());
+  LiveResolver live = calculator.follow(document.styles, document.table);
+  LiveView view(live);
+  view.show(EditedDocument::window);
+  view.refresh([](ResolvedCell const& /*cell*/) {});
+  bool hasFailed = true;
+  for (long call = 1; hasFailed; ++call) {
+    SCOPED_TRACE("call " + std::to_string(call));
+    std::vector<Change> changes;
+    document.setRandomValue(document.table, document.draw(9), document.draw(4));
+    changes.emplace_back(ValuesChanged{&document.table, {{0, 0, 9, 4}}});
+    if (document.draw(2) == 0) {
+      document.addRandomFormat();
+      changes.emplace_back(FormatsChanged{&document.table});
+    }
+    document.failAt(call);
+    hasFailed = false;
+    try {
+      static_cast<void>(live.apply(changes));
+    } catch (std::runtime_error const&) {
+      hasFailed = true;
+    }
+    document.failAt(0);
+    Looks const now = lookAnew(calculator, document);
+    EXPECT_EQ(lookAt(live, passOver(EditedDocument::window)), now);
+    std::size_t told = 0;
+    view.refresh([&](ResolvedCell const& cell) {
+      ++told;
+      EXPECT_EQ(cell.style, now.at(cell.cellInfo.getCellIndex()).style);
+    });
+    if (hasFailed) {
+      EXPECT_EQ(live.apply({}), (std::vector<TableRange>{
+                                    {0, 0, DOM::Table::rowCount, DOM::Table::columnCount}}));
+      EXPECT_TRUE(live.apply({}).empty() || live.nextChange());
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, FailingHost, testing::Range(std::uint32_t{1}, std::uint32_t{4}));
+
+}  // namespace
+}  // namespace Zorv::ConditionalFormatters
