@@ -49,14 +49,14 @@ std::string describe(UntoldChange const& change) {
   if (change.kind == UntoldChange::Kind::Formats) {
     return "the formats of the table or their ranges changed, which was not told";
   }
-  std::string text = DOM::A1Notation::toText(
-      {{static_cast<std::uint32_t>(change.cell.getRow().get()), false},
-       {static_cast<std::uint32_t>(change.cell.getColumn().get()), false}});
+  std::string text =
+      DOM::A1Notation::toText({{static_cast<std::uint32_t>(change.cell.getRow().get()), true},
+                               {static_cast<std::uint32_t>(change.cell.getColumn().get()), true}});
   text += ": format ";
   text += std::to_string(change.format);
   if (change.kind == UntoldChange::Kind::Verdict) {
-    text += change.held ? " held before and does not hold now"
-                        : " did not hold before and holds now";
+    text +=
+        change.held ? " held before and does not hold now" : " did not hold before and holds now";
     text += ", but no change that was told reaches the cell";
   } else {
     text += change.held ? " holds by the known values and not by those of now"
@@ -80,8 +80,7 @@ public:
       if (!_operators[format]) {
         _operators[format] = _factory.create(_formats.getRefs()[format]);
       }
-      auto const cellInfo =
-          _sources.table.getCellInfo(cell.getRow().get(), cell.getColumn().get());
+      auto const cellInfo = _sources.table.getCellInfo(cell.getRow().get(), cell.getColumn().get());
       return (*_operators[format])(
           FormulaValueData{_sources.provider.getCellValue(cellInfo), cell});
     });

@@ -19,7 +19,8 @@ bool areOnOneDay(Clock::TimePoint a, Clock::TimePoint b, DOM::TimeZone const& ti
 }
 
 Clock::TimePoint findNextDay(Clock::TimePoint moment, DOM::TimeZone const& timeZone) {
-  // Zones change their offset in the middle of days, so that midnight is not a number of hours away.
+  // Zones change their offset in the middle of days, so that midnight is not a number of hours
+  // away.
   Clock::TimePoint before = moment;
   Clock::TimePoint after = moment + std::chrono::hours(1);
   while (areOnOneDay(moment, after, timeZone)) {

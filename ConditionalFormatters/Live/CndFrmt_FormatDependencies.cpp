@@ -72,8 +72,7 @@ private:
 };
 
 ReferenceLines rowsOf(CellReference const& corners) noexcept {
-  return {corners.firstRow, corners.lastRow, corners.firstRowIsRelative,
-          corners.lastRowIsRelative};
+  return {corners.firstRow, corners.lastRow, corners.firstRowIsRelative, corners.lastRowIsRelative};
 }
 
 ReferenceLines columnsOf(CellReference const& corners) noexcept {

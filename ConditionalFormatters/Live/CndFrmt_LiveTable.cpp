@@ -76,7 +76,8 @@ private:
 
   std::vector<TableRange>& areasOf(DOM::Table const* table) {
     auto const found = std::ranges::find(_cells, table, &ChangedCells::table);
-    return found != _cells.end() ? found->areas : _cells.emplace_back(ChangedCells{table, {}}).areas;
+    return found != _cells.end() ? found->areas
+                                 : _cells.emplace_back(ChangedCells{table, {}}).areas;
   }
 
   DOM::Table const& _own;

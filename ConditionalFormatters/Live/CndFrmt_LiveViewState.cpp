@@ -68,9 +68,8 @@ void LiveViewState::refresh(CellVisitor const& visitor, PassResources const& res
                        .areas = findStale(moment),
                        .budget = resources.budget};
   if (!pass.areas.empty()) {
-    resolveCells(*_table.getPrepared(), pass, CellVisitor([&](ResolvedCell const& cell) {
-      visitIfDifferent(cell, visitor);
-    }));
+    resolveCells(*_table.getPrepared(), pass,
+                 CellVisitor([&](ResolvedCell const& cell) { visitIfDifferent(cell, visitor); }));
   }
   _new.clear();
   _isAllNew = false;

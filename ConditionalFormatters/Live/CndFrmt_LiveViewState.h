@@ -46,7 +46,7 @@ private:
   std::vector<TableRange> _new;  ///< parts that have come into sight
   bool _isAllNew = false;        ///< everything in sight counts as untold
   AreaLog::Version _seen;
-  OfficeUtils::Clock::TimePoint _moment;          ///< of the last refresh
+  OfficeUtils::Clock::TimePoint _moment;        ///< of the last refresh
   boost::unordered_map<Key, Appearance> _told;  ///< without cells that look as untold ones do
 };
 

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <new>
+#include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "ConditionalFormatters/CndFrmt_LiveView.h"
 #include "DOM/Table.h"
 #include "support/Allocations.h"
 #include "support/Documents.h"
@@ -111,6 +113,40 @@ TEST_F(AllocationTest, ACellThatCannotBeResolvedIsNotRemembered) {
   EXPECT_EQ((*style)->getCellProps()->locked, true);
   EXPECT_EQ(getStyle(0), style);
   EXPECT_EQ(calculator.resolve(styles, table.getCellInfo(0, 0)), style);
+}
+
+TEST_F(AllocationTest, ALiveResolverAnswersRightlyWhicheverAllocationOfAChangeFails) {
+  LiveResolver live = calculator.follow(styles, table);
+  LiveView view(live);
+  view.show({0, 0, 4, 1});
+  std::vector<DOM::SharedCellStylePtr> painted(4);
+  auto const paint = [&](ResolvedCell const& cell) {
+    painted[cell.cellInfo.getRowIndex()] = cell.style;
+  };
+  view.refresh(paint);
+  bool hasFailed = true;
+  for (long failing = 1; hasFailed; ++failing) {
+    // Row 1 repeats row 0, or does not.
+    table.setValue(1, 0, failing % 2 == 0 ? table.findCell(0, 0)->value : number(2));
+    std::vector<Change> const changes = {ValuesChanged{&table, {{1, 0, 2, 1}}},
+                                         FormatsChanged{&table}};
+    hasFailed = false;
+    try {
+      CountedScope const counted(failing);
+      static_cast<void>(live.apply(changes));
+      view.refresh(paint);
+    } catch (std::bad_alloc const&) {
+      hasFailed = true;
+    }
+    view.refresh(paint);
+    calculator.clearTablesRangesCache();
+    TableResolver const anew = calculator.prepare(styles, table);
+    for (unsigned long row = 0; row < 4; ++row) {
+      auto const cellInfo = table.getCellInfo(row, 0);
+      EXPECT_EQ(live.resolve(cellInfo), anew.resolve(cellInfo)) << failing << ", row " << row;
+      EXPECT_EQ(painted[row], anew.resolve(cellInfo)) << failing << ", row " << row;
+    }
+  }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <array>
 #include <future>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/CalculatorTest.h"
@@ -80,6 +81,23 @@ TEST_F(CellStylesCacheTest, AnOutdatedStyleStaysUntilTheCacheIsCleared) {
   EXPECT_NE(renewed, style);
   EXPECT_EQ((*renewed)->getRunProps()->italic, true);
   EXPECT_EQ((*style)->getRunProps()->bold, true);
+}
+
+TEST_F(CellStylesCacheTest, CellsInAreasAreForgottenWhereverTheyHaveMoved) {
+  host.table.setValue(0, 1, number(1));
+  host.table.setValue(1, 0, number(1));
+  for (auto const& [row, column] : {std::pair{0UL, 0UL}, {0UL, 1UL}, {1UL, 0UL}}) {
+    EXPECT_NE(getStyle(row, column), nullptr);
+  }
+  host.table.insertRows(0, 2);  // the cells stand in rows 2 and 3 now
+  calculator->forgetCells(DOM::Table(), {{0, 0, 9, 9}});
+  calculator->forgetCells(host.table, {{0, 0, 2, 9}, {3, 0, 4, 1}});
+  host.journal.clear();
+  (void)getStyle(2, 0);
+  (void)getStyle(2, 1);
+  EXPECT_EQ(countValues(), 0U);
+  (void)getStyle(3, 0);
+  EXPECT_EQ(countValues(), 1U);
 }
 
 TEST_F(CellStylesCacheTest, ClearingReleasesTheRememberedStyles) {

@@ -1,11 +1,15 @@
 #include "ConditionalFormatters/CndFrmt_LiveResolver.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <map>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,9 +19,10 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "ConditionalFormatters/CndFrmt_LiveView.h"
 #include "ConditionalFormatters/EditedDocument.h"
+#include "ConditionalFormatters/LiveSheet.h"
 #include "OfficeUtils/Clock.h"
-#include "support/Documents.h"
-#include "support/PlainHost.h"
+#include "OfficeUtils/PinnedMoment.h"
+#include "support/CountingValueContextProvider.h"
 #include "support/RunningClock.h"
 #include "support/Values.h"
 
@@ -25,6 +30,7 @@ namespace Zorv::ConditionalFormatters {
 namespace {
 
 using TestSupport::EditedDocument;
+using TestSupport::LiveSheet;
 
 /// How a cell looks, and why.
 struct Look {
@@ -186,6 +192,130 @@ TEST_P(LiveEdits, AnswersAreThoseOfANewResolverAndDifferencesAreExact) {
 
 INSTANTIATE_TEST_SUITE_P(Seeds, LiveEdits, testing::Range(std::uint32_t{1}, std::uint32_t{41}));
 
+constexpr TableRange wholeSheet{0, 0, DOM::Table::rowCount, DOM::Table::columnCount};
+
+std::string stylesOfColumn(LiveResolver const& live, LiveSheet const& sheet, unsigned long column,
+                           unsigned long rows) {
+  std::string styles;
+  for (unsigned long row = 0; row < rows; ++row) {
+    styles += live.resolve(sheet.table.getCellInfo(row, column)) ? "+" : "-";
+  }
+  return styles;
+}
+
+ValuesChanged changedCell(LiveSheet const& sheet, unsigned long row, unsigned long column) {
+  return {&sheet.table, {{row, column, row + 1, column + 1}}};
+}
+
+TEST(LiveResolver, ReachesTheCellsWhoseFormulasReferToTheChange) {
+  LiveSheet sheet;
+  sheet.addRule("C1:F9", LiveSheet::isTrue("$A1>5"));
+  sheet.addRule("H2:H9", LiveSheet::isTrue("B1>5"));
+  LiveResolver live = sheet.follow();
+  EXPECT_EQ(live.apply({changedCell(sheet, 3, 0)}), (std::vector<TableRange>{{3, 2, 4, 6}}));
+  EXPECT_EQ(live.apply({changedCell(sheet, 3, 1)}), (std::vector<TableRange>{{4, 7, 5, 8}}));
+  EXPECT_TRUE(live.apply({changedCell(sheet, 3, 9)}).empty());
+  EXPECT_TRUE(live.apply({}).empty());
+}
+
+TEST(LiveResolver, ForgetsIndexesOfRangesThatChanged) {
+  constexpr unsigned long rows = 2000;
+  LiveSheet sheet;
+  for (unsigned long row = 0; row < rows; ++row) {
+    sheet.table.setValue(row, 0, TestSupport::number(static_cast<double>(row)));
+  }
+  sheet.addRule("C1:C2000", LiveSheet::isTrue("COUNTIF(A$1:A$2000,ROW()-1)=2"));
+  LiveResolver live = sheet.follow();
+  EXPECT_EQ(stylesOfColumn(live, sheet, 2, 4), "----");
+  auto const countStyled = [&] {
+    std::size_t styled = 0;
+    live.visit(passOver({0, 2, rows, 3}),
+               [&](ResolvedCell const& cell) { styled += cell.style ? 1 : 0; });
+    return styled;
+  };
+  EXPECT_EQ(countStyled(), 0U);
+  sheet.table.setValue(2, 0, TestSupport::number(3));
+  live.apply({changedCell(sheet, 2, 0)});
+  EXPECT_EQ(countStyled(), 1U);
+}
+
+TEST(LiveResolver, FollowsCellsThatAreFoundOnlyByEvaluation) {
+  for (char const* formula : {"OFFSET($A$1,3,1)>5", "INDIRECT(\"B4\")>5",
+                              "SUM($A$1:INDEX($B$4:$C$4,2))>5", "SUMIF($A$1:$A$4,1,$B$1)>5"}) {
+    LiveSheet sheet;
+    sheet.setColumn(0, {1, 1, 1, 1});
+    sheet.addRule("D1", LiveSheet::isTrue(formula));
+    LiveResolver live = sheet.follow();
+    EXPECT_EQ(stylesOfColumn(live, sheet, 3, 1), "-") << formula;
+    sheet.table.setValue(3, 1, TestSupport::number(9));
+    EXPECT_FALSE(live.apply({changedCell(sheet, 3, 1)}).empty()) << formula;
+    EXPECT_EQ(stylesOfColumn(live, sheet, 3, 1), "+") << formula;
+  }
+}
+
+TEST(LiveResolver, CountsRowsThatWereDeletedAtTheEndOfARange) {
+  LiveSheet sheet;
+  sheet.setColumn(0, {1, 2, 3, 100});
+  sheet.addRule("A1:A4", LiveSheet::isAboveAverage());
+  LiveResolver live = sheet.follow();
+  EXPECT_EQ(stylesOfColumn(live, sheet, 0, 4), "---+");
+  sheet.table.deleteRows(3, 1);
+  auto const areas =
+      live.apply({LinesChanged{&sheet.table, Axis::Rows, LineEdit::Delete, 3, 1, 0}});
+  EXPECT_TRUE(holdsCell(areas, CellIndex(RowIndex(2), ColumnIndex(0))));
+  EXPECT_EQ(stylesOfColumn(live, sheet, 0, 4), "--+-");
+}
+
+TEST(LiveResolver, FollowsFormulasWhoseFirstCellWasMoved) {
+  LiveSheet sheet;
+  sheet.addRule("A1 C5:C40", LiveSheet::isTrue("$B1>5"));
+  sheet.table.setValue(27, 1, TestSupport::number(9));
+  LiveResolver live = sheet.follow();
+  EXPECT_EQ(live.resolve(sheet.table.getCellInfo(30, 2)), nullptr);
+  sheet.table.moveRows(0, 1, 20);
+  auto const areas = live.apply({LinesChanged{&sheet.table, Axis::Rows, LineEdit::Move, 0, 1, 20}});
+  EXPECT_NE(live.resolve(sheet.table.getCellInfo(30, 2)), nullptr);
+  EXPECT_TRUE(holdsCell(areas, CellIndex(RowIndex(30), ColumnIndex(2))));
+}
+
+TEST(LiveResolver, KeepsWhatAChangeDoesNotReach) {
+  std::atomic<std::size_t> reads = 0;
+  LiveSheet sheet;
+  sheet.setColumn(0, {1, 2, 3, 100});
+  sheet.addRule("A1:A4", LiveSheet::isAboveAverage());
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<TestSupport::CountingValueContextProvider>(sheet.table, reads));
+  LiveResolver live = calculator.follow(sheet.styles, sheet.table);
+  EXPECT_NE(live.resolve(sheet.table.getCellInfo(3, 0)), nullptr);
+  EXPECT_EQ(reads, 5U);
+  sheet.table.setValue(0, 1, TestSupport::number(1));
+  EXPECT_TRUE(live.apply({changedCell(sheet, 0, 1)}).empty());
+  EXPECT_NE(live.resolve(sheet.table.getCellInfo(3, 0)), nullptr);
+  EXPECT_EQ(reads, 6U);
+}
+
+TEST(LiveResolver, IgnoresTheFormatsOfOtherTables) {
+  LiveSheet sheet;
+  sheet.addRule("A1:A4", LiveSheet::isAboveAverage());
+  DOM::Table const other;
+  LiveResolver live = sheet.follow();
+  EXPECT_TRUE(live.apply({FormatsChanged{&other}}).empty());
+  EXPECT_EQ(live.apply({FormatsChanged{&sheet.table}}), (std::vector<TableRange>{{0, 0, 4, 1}}));
+  EXPECT_EQ(live.apply({AnythingChanged()}), (std::vector<TableRange>{{0, 0, 4, 1}}));
+}
+
+TEST(LiveResolver, TellsWhenTimeChangesAnswers) {
+  auto const noon = TestSupport::noonOn21November();
+  OfficeUtils::PinnedMoment const pinned(noon + std::chrono::microseconds(300));
+  LiveSheet sheet;
+  sheet.addRule("A1:A4", LiveSheet::isTrue("A1>5"));
+  EXPECT_EQ(sheet.follow().nextChange(), std::nullopt);
+  sheet.addRule("A1:A4", LiveSheet::isTrue("A1=TODAY()"));
+  EXPECT_EQ(sheet.follow().nextChange(), noon + std::chrono::hours(12));
+  sheet.addRule("A1:A4", LiveSheet::isTrue("A1<NOW()"));
+  EXPECT_EQ(sheet.follow().nextChange(), noon + std::chrono::seconds(1));
+}
+
 class FailingHost : public testing::TestWithParam<std::uint32_t> {};
 
 TEST_P(FailingHost, LeavesAResolverThatAnswersRightly) {
@@ -222,8 +352,7 @@ TEST_P(FailingHost, LeavesAResolverThatAnswersRightly) {
       EXPECT_EQ(cell.style, now.at(cell.cellInfo.getCellIndex()).style);
     });
     if (hasFailed) {
-      EXPECT_EQ(live.apply({}), (std::vector<TableRange>{
-                                    {0, 0, DOM::Table::rowCount, DOM::Table::columnCount}}));
+      EXPECT_EQ(live.apply({}), std::vector<TableRange>{wholeSheet});
       EXPECT_TRUE(live.apply({}).empty() || live.nextChange());
     }
   }

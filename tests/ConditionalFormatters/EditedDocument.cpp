@@ -94,8 +94,9 @@ public:
   [[nodiscard]] Formulas::ListObject const* findListObject(std::string_view name) const override {
     return name == "List" ? &_list : nullptr;
   }
-  [[nodiscard]] Formulas::ListObject const* findListObjectAt(
-      FormulaModel::DocTableIndex table, unsigned long row, unsigned long column) const override {
+  [[nodiscard]] Formulas::ListObject const* findListObjectAt(FormulaModel::DocTableIndex table,
+                                                             unsigned long row,
+                                                             unsigned long column) const override {
     return table.get() == 0 && _list.range.contains(row, column) ? &_list : nullptr;
   }
 
@@ -254,9 +255,9 @@ std::function<ConditionalFormatOperator()> EditedDocument::drawCondition() {
       };
     case 2:
       return [=] {
-        return BinaryConditionalFormatOperator(
-            static_cast<BinaryConditionalFormatType>(type % 2), Formulas::parseExpr(first),
-            Formulas::parseExpr(second));
+        return BinaryConditionalFormatOperator(static_cast<BinaryConditionalFormatType>(type % 2),
+                                               Formulas::parseExpr(first),
+                                               Formulas::parseExpr(second));
       };
     case 3:
       return [=] {
@@ -298,8 +299,9 @@ void EditedDocument::drawStyle(unsigned char index) {
   NamedTableStyle& style =
       addStyle(styles, makeUUID(index), makeUUID(static_cast<unsigned char>(draw(index))));
   auto const colour = static_cast<std::uint8_t>(draw(3));
-  style.setCellProps(makeProps<CellProps>(
-      [colour](CellProps& props) { props.fillColour = Colour{colour, 0, 0}; }));
+  style.setCellProps(makeProps<CellProps>([colour](CellProps& props) {
+    props.fillColour = Colour{colour, 0, 0};
+  }));
   style.setRunProps(draw(2) == 0 ? nullptr : makeProps<RunProps>([colour](RunProps& props) {
     props.bold = colour != 0;
   }));

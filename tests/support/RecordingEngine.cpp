@@ -135,7 +135,9 @@ CalcResult calcExpr(DOM::FormulaSyntaxTree::Expr const& expr, Context const& con
 Dependencies findDependencies(DOM::FormulaSyntaxTree::Expr const& /*expr*/,
                               TableContext const& /*tableContext*/,
                               ContextProvider const& /*contextProvider*/) {
-  return {.onAnyCell = true};
+  Dependencies anything;
+  anything.onAnyCell = true;
+  return anything;
 }
 
 PositionDependence findPositionDependence(DOM::FormulaSyntaxTree::Expr const& /*expr*/) {
