@@ -53,6 +53,11 @@ FollowedFormats::AllDependencies const& FollowedFormats::getOrFindDependencies()
 void FollowedFormats::followValues(std::span<ChangedCells const> changes,
                                    std::vector<TableRange>& areas) {
   AllDependencies const& dependencies = getOrFindDependencies();
+  for (ChangedCells const& changed : changes) {
+    if (changed.table == &_sources.table) {
+      followOperands(_prepared.valuesChanged(changed.areas), areas);
+    }
+  }
   bool lookupsChange = false;
   for (FormatIndex format = 0; format < dependencies.size(); ++format) {
     if (!dependencies[format]) {
@@ -70,6 +75,18 @@ void FollowedFormats::followValues(std::span<ChangedCells const> changes,
   }
   if (lookupsChange) {
     _prepared.forgetLookups();
+  }
+}
+
+void FollowedFormats::followOperands(OperandChanges const& changes,
+                                     std::vector<TableRange>& areas) const {
+  for (FormatIndex const format : changes.formats) {
+    append(getRanges(format), areas);
+  }
+  for (CellIndex const cell : changes.cells) {
+    unsigned long const row = cell.getRow().get();
+    unsigned long const column = cell.getColumn().get();
+    areas.push_back({row, column, row + 1, column + 1});
   }
 }
 

@@ -10,6 +10,7 @@
 #include "ConditionalFormatters/Live/CndFrmt_LiveSources.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedTable.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_SharedOperands.h"
 #include "Utils/TableRange.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -48,6 +49,8 @@ public:
   void appendRanges(std::vector<TableRange>& areas) const;
 
 private:
+  void followOperands(OperandChanges const& changes, std::vector<TableRange>& areas) const;
+
   LiveSources _sources;
   ConditionalFormatRefs _refs;
   PreparedTable _prepared;  // borrows the list

@@ -109,15 +109,9 @@ void FormatDependencies::reach(ChangedCells const& changed, std::vector<TableRan
     reach.lookupsChange = true;
     return;
   }
-  for (TableRange const& area : changed.areas) {
+  for (TableRange const& area : changed.fewAreas) {
     if (changed.table == _table) {
-      std::size_t const before = reach.areas.size();
       addIntersections(area, ranges, reach.areas);
-      if (_onRanges && reach.areas.size() != before) {
-        reach.areas.insert(reach.areas.end(), ranges.begin(), ranges.end());
-        reach.operandsChange = true;
-        return;
-      }
     }
     for (auto const& reference : _formulas.references) {
       if ((reference.table == nullptr ? _table : reference.table) == changed.table) {

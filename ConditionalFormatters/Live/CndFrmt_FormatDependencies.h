@@ -13,14 +13,15 @@ namespace Zorv::ConditionalFormatters {
 
 /// Cells of one table, known by its address, of which the values are new.
 struct ChangedCells {
-  DOM::Table const* table;
-  std::vector<TableRange> areas;
+  DOM::Table const* table = nullptr;
+  std::vector<TableRange> areas;     ///< disjoint
+  std::vector<TableRange> fewAreas;  ///< hold the others, and perhaps other cells
 };
 
 /// What a change of values means for a format.
 struct Reach {
   std::vector<TableRange> areas;  ///< outside of them no verdict changes; they may overlap
-  bool operandsChange = false;    ///< something that is the same for many cells may be another
+  bool operandsChange = false;    ///< a part of a formula that is the same for all cells is new
   bool lookupsChange = false;     ///< indexes of ranges of formulas may be out of date
 };
 
@@ -32,7 +33,8 @@ public:
   FormatDependencies(ConditionalFormatRef const& formatRef, DOM::Table const& table,
                      ValueContextProvider const& provider);
 
-  /// The verdicts depend on all values of the format's ranges.
+  /// The verdicts depend on all values of the format's ranges; what that means for a change of
+  /// values, SharedOperands knows.
   [[nodiscard]] bool areOnRanges() const noexcept { return _onRanges; }
   [[nodiscard]] bool areOnDay() const noexcept { return _formulas.onDay; }
   /// The verdicts depend on the current moment, or on chance.

@@ -16,9 +16,11 @@ namespace {
 
 using OfficeUtils::Clock;
 
-/// Most areas that are told of a change, and most into which the changed cells of a table fall.
+/// Most areas that are told of a change.
 constexpr std::size_t mostToldAreas = 16;
-constexpr std::size_t mostChangedAreas = 64;
+/// Most areas of changed cells for which values are read again, and for which references are tried.
+constexpr std::size_t mostReadAreas = 16'384;
+constexpr std::size_t mostTriedAreas = 64;
 
 constexpr TableRange wholeSheet{0, 0, DOM::Table::rowCount, DOM::Table::columnCount};
 
@@ -46,7 +48,8 @@ public:
       std::visit([this](auto const& each) { add(each); }, change);
     }
     for (ChangedCells& cells : _cells) {
-      cells.areas = joinIntoFew(cells.areas, mostChangedAreas);
+      cells.areas = joinIntoFew(cells.areas, mostReadAreas);
+      cells.fewAreas = joinIntoFew(cells.areas, mostTriedAreas);
     }
   }
 
@@ -76,8 +79,11 @@ private:
 
   std::vector<TableRange>& areasOf(DOM::Table const* table) {
     auto const found = std::ranges::find(_cells, table, &ChangedCells::table);
-    return found != _cells.end() ? found->areas
-                                 : _cells.emplace_back(ChangedCells{table, {}}).areas;
+    if (found != _cells.end()) {
+      return found->areas;
+    }
+    _cells.push_back({table, {}, {}});
+    return _cells.back().areas;
   }
 
   DOM::Table const& _own;
