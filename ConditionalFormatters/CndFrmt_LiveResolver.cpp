@@ -16,6 +16,10 @@ std::vector<TableRange> LiveResolver::apply(std::span<Change const> changes) {
   return _table->apply(changes);
 }
 
+bool LiveResolver::prepareSome(std::chrono::microseconds budget) {
+  return _table->prepareSome(budget);
+}
+
 std::optional<OfficeUtils::Clock::TimePoint> LiveResolver::nextChange() const {
   return _table->nextChange();
 }

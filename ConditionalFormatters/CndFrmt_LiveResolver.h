@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <initializer_list>
 #include <memory>
@@ -67,6 +68,13 @@ public:
   /// day, or on chance, the next full second. None if time changes nothing. Counted from the last
   /// call of apply(), so that it may have passed.
   [[nodiscard]] std::optional<OfficeUtils::Clock::TimePoint> nextChange() const;
+
+  /// Prepares operands of whole ranges so that they follow changes, for about the time that is
+  /// given and a few milliseconds more at most: means, rankings and repeated values. For idle
+  /// moments, again and again while it returns true: there is more to do. Without it, such operands
+  /// are found by a walk over their ranges after each change that reaches them.
+  /// Throws as apply() does, with the same consequences.
+  bool prepareSome(std::chrono::microseconds budget);
 
   /// From now on, searches for changes that the host does not tell: each call of apply() compares
   /// some cells with what plain operators say of them, and with what they said before. If it finds

@@ -10,7 +10,7 @@ namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-void append(std::vector<TableRange> const& ranges, std::vector<TableRange>& areas) {
+void appendAll(std::vector<TableRange> const& ranges, std::vector<TableRange>& areas) {
   areas.insert(areas.end(), ranges.begin(), ranges.end());
 }
 
@@ -67,7 +67,7 @@ void FollowedFormats::followValues(std::span<ChangedCells const> changes,
     for (ChangedCells const& changed : changes) {
       dependencies[format]->reach(changed, getRanges(format), reach);
     }
-    append(reach.areas, areas);
+    appendAll(reach.areas, areas);
     if (reach.operandsChange) {
       _prepared.forgetCondition(format);
     }
@@ -80,8 +80,8 @@ void FollowedFormats::followValues(std::span<ChangedCells const> changes,
 
 void FollowedFormats::followOperands(OperandChanges const& changes,
                                      std::vector<TableRange>& areas) const {
-  for (FormatIndex const format : changes.formats) {
-    append(getRanges(format), areas);
+  for (FormatIndex const format : changes.moved) {
+    appendAll(getRanges(format), areas);
   }
   for (CellIndex const cell : changes.cells) {
     unsigned long const row = cell.getRow().get();
@@ -102,14 +102,14 @@ void FollowedFormats::followLines(FollowedFormats const& before, std::span<Table
     bool const isMoved =
         formulaBaseCell(before.getRanges(format)) != formulaBaseCell(getRanges(format));
     if (isMoved || (dependencies[format]->areOnRanges() && (hadCells || hasCells))) {
-      append(getRanges(format), areas);
+      appendAll(getRanges(format), areas);
     }
   }
 }
 
 void FollowedFormats::appendRanges(std::vector<TableRange>& areas) const {
   for (ConditionalFormatRef const& formatRef : _refs) {
-    append(formatRef.first, areas);
+    appendAll(formatRef.first, areas);
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <mutex>
 #include <optional>
 #include <span>
@@ -44,6 +45,9 @@ public:
   /// appends the areas outside of which no cell looks different. Requires the same formats.
   void followLines(FollowedFormats const& before, std::span<TableRange const> zones,
                    std::vector<TableRange>& areas) const;
+
+  /// Works in advance on operands that follow values; see SharedOperands.
+  bool prepareSome(std::chrono::microseconds budget) { return _prepared.prepareSome(budget); }
 
   /// Appends the ranges of all formats.
   void appendRanges(std::vector<TableRange>& areas) const;

@@ -125,6 +125,15 @@ std::vector<TableRange> LiveTable::apply(std::span<Change const> changes) {
   }
 }
 
+bool LiveTable::prepareSome(std::chrono::microseconds budget) {
+  try {
+    return getFormats().prepareSome(budget);
+  } catch (...) {
+    forget();
+    throw;
+  }
+}
+
 std::vector<TableRange> LiveTable::followAll(std::span<Change const> changes) {
   Clock::TimePoint const moment = OfficeUtils::PinnedMoment::readMoment();
   std::vector<TableRange> areas;

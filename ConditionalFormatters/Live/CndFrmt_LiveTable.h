@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -36,6 +37,9 @@ public:
 
   /// See LiveResolver::apply().
   std::vector<TableRange> apply(std::span<Change const> changes);
+
+  /// See LiveResolver::prepareSome().
+  bool prepareSome(std::chrono::microseconds budget);
 
   /// See LiveResolver::nextChange().
   [[nodiscard]] std::optional<OfficeUtils::Clock::TimePoint> nextChange() const;
