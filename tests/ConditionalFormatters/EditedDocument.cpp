@@ -17,7 +17,14 @@
 namespace Zorv::TestSupport {
 
 using namespace DOM;
-using namespace ConditionalFormatters;
+using ConditionalFormatters::AnythingChanged;
+using ConditionalFormatters::Axis;
+using ConditionalFormatters::Change;
+using ConditionalFormatters::FormatsChanged;
+using ConditionalFormatters::LineEdit;
+using ConditionalFormatters::LinesChanged;
+using ConditionalFormatters::ValueContextProvider;
+using ConditionalFormatters::ValuesChanged;
 
 namespace {
 

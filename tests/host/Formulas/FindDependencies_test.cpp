@@ -21,7 +21,7 @@ std::string describeCorner(std::uint32_t row, bool rowIsRelative, std::uint32_t 
 }
 
 /// Columns and rows from 0; a tilde before a column and after it, for the row, if they move.
-std::string describeReference(Dependencies::Reference const& reference) {
+std::string describeDependency(Dependencies::Reference const& reference) {
   CellReference const& corners = reference.corners;
   return std::string(reference.table == nullptr ? "" : "other ") +
          (reference.isFromFirstCell ? "first " : "") +
@@ -35,7 +35,7 @@ std::string describeReference(Dependencies::Reference const& reference) {
 std::string describeAll(Dependencies const& dependencies) {
   std::vector<std::string> texts;
   for (auto const& reference : dependencies.references) {
-    texts.push_back("[" + describeReference(reference) + "]");
+    texts.push_back("[" + describeDependency(reference) + "]");
   }
   std::ranges::sort(texts);
   std::string all;
