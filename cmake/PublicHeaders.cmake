@@ -1,5 +1,5 @@
-# The headers that are installed, and their folders, below which they keep their places: what a
-# consumer writes after #include is what the sources themselves write.
+# The headers that are installed, and their folders, below which they keep their places. A consumer
+# writes <zorv/DOM/CellInfo.h> where the sources write "DOM/CellInfo.h"; see RootIncludes.cmake.
 
 target_sources(
   ZorvHost
@@ -112,5 +112,46 @@ target_sources(
                ConditionalFormatters/Operators/CndFrmt_UnaryOperator.h
                ConditionalFormatters/Operators/CndFrmt_UniquenessOperator.h)
 
+set(installed_libraries ZorvHost ConditionalFormatters)
+if(TARGET ZorvWorkbook)
+  target_sources(
+    ZorvVisuals
+    PUBLIC FILE_SET HEADERS
+           BASE_DIRS .
+           FILES visuals/CellVisuals.h
+                 visuals/ColourScale.h
+                 visuals/DataBar.h
+                 visuals/Export.h
+                 visuals/IconSet.h
+                 visuals/Threshold.h
+                 visuals/ThresholdError.h
+                 visuals/VisualFormat.h
+                 visuals/VisualResolver.h
+                 visuals/VisualSources.h)
+
+  target_sources(
+    ZorvWorkbook
+    PUBLIC FILE_SET HEADERS
+           BASE_DIRS .
+           FILES workbook/Document.h
+                 workbook/DocumentContextProvider.h
+                 workbook/DocumentResolver.h
+                 workbook/DocumentValueProvider.h
+                 workbook/Export.h
+                 workbook/Finding.h
+                 workbook/Limits.h
+                 workbook/LoadError.h
+                 workbook/LoadWorkbook.h
+                 workbook/OwnStyle.h
+                 workbook/PageLayout.h
+                 workbook/RichText.h
+                 workbook/Rule.h
+                 workbook/Semantics.h
+                 workbook/Sheet.h
+                 workbook/SheetResolver.h
+                 workbook/SheetRules.h)
+  list(APPEND installed_libraries ZorvVisuals ZorvWorkbook)
+endif()
+
 # Each of them must compile by itself: the target all_verify_interface_header_sets.
-set_target_properties(ZorvHost ConditionalFormatters PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+set_target_properties(${installed_libraries} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)

@@ -15,7 +15,7 @@
 #include "DOM/CellStyle.h"
 #include "DOM/SetProperties.h"
 #include "FormulaModel/FormulaValueAccess.h"
-#include "analysis/Shared/SheetRules.h"
+#include "analysis/Shared/Rules.h"
 #include "words/ConditionText.h"
 #include "words/Printable.h"
 #include "words/StyleText.h"

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "words/StyleText.h"
+#include "workbook/SheetRules.h"
 
 namespace Zorv::Records {
 
@@ -40,14 +41,14 @@ std::string toJson(Visuals::ShownIcon const& shown, Workbook::Rule const& rule) 
 }  // namespace
 
 void appendJsonVisuals(std::string& json, Visuals::CellVisuals const& visuals,
-                       Analysis::VisualRules const& rules) {
+                       Workbook::VisualRules const& rules) {
   if (!visuals.isEmpty()) {
     json += ",\"visuals\":";
     json += toJsonText(visuals, rules);
   }
 }
 
-std::string toJsonText(Visuals::CellVisuals const& visuals, Analysis::VisualRules const& rules) {
+std::string toJsonText(Visuals::CellVisuals const& visuals, Workbook::VisualRules const& rules) {
   auto const& [scale, bar, icon, showValue] = visuals;
   std::string json = "{";
   if (scale) {

@@ -2,19 +2,19 @@
 
 #include <string>
 
-#include "analysis/Shared/SheetRules.h"
 #include "visuals/CellVisuals.h"
+#include "workbook/SheetRules.h"
 
 namespace Zorv::Records {
 
 /// What the visual formats give a cell, with the rules that gave it, as an object; docs/tool.md
 /// describes the shape. One line.
 [[nodiscard]] std::string toJsonText(Visuals::CellVisuals const& visuals,
-                                     Analysis::VisualRules const& rules);
+                                     Workbook::VisualRules const& rules);
 
 /// Appends that as the member `visuals`, with a comma in front; nothing if the visual formats give
 /// nothing.
 void appendJsonVisuals(std::string& json, Visuals::CellVisuals const& visuals,
-                       Analysis::VisualRules const& rules);
+                       Workbook::VisualRules const& rules);
 
 }  // namespace Zorv::Records

@@ -11,7 +11,7 @@ cd "$(dirname "$0")/.."
 
 . scripts/forbid_includes.sh
 
-face='workbook/(LoadWorkbook|LoadError|DocumentValueProvider)\.h'
+face='workbook/(LoadWorkbook|LoadError|DocumentResolver|DocumentValueProvider|SheetResolver)\.h'
 model='workbook/(Document|DocumentContextProvider|Finding|Rule|Sheet)\.h'
 forbid "$face|$model|workbook/(Xml|Read|Recalculation)/" workbook/Package
 forbid "$face|$model|workbook/(Read|Recalculation)/" workbook/Xml

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "DOM/StyleProps.h"
+#include "visuals/Export.h"
 #include "visuals/Threshold.h"
 
 namespace Zorv::Visuals {
@@ -23,8 +24,8 @@ enum class BarDirection : std::uint8_t {
 };
 
 // Names in workbook files: `automatic`, `leftToRight`.
-[[nodiscard]] std::string_view toText(BarAxis axis) noexcept;
-[[nodiscard]] std::string_view toText(BarDirection direction) noexcept;
+[[nodiscard]] ZORV_VISUALS_EXPORT std::string_view toText(BarAxis axis) noexcept;
+[[nodiscard]] ZORV_VISUALS_EXPORT std::string_view toText(BarDirection direction) noexcept;
 
 /// Data bar (ISO/IEC 29500-1, 18.3.1.28, and its extension): draws a bar whose length shows the
 /// cell's number.

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "visuals/Export.h"
 #include "visuals/Threshold.h"
 
 namespace Zorv::Visuals {
@@ -36,11 +37,12 @@ enum class IconSetName : std::uint8_t {
 };
 
 /// Name of a set in workbook files: `3TrafficLights1`.
-[[nodiscard]] std::string_view toText(IconSetName name) noexcept;
+[[nodiscard]] ZORV_VISUALS_EXPORT std::string_view toText(IconSetName name) noexcept;
 /// The set of that name, or nothing.
-[[nodiscard]] std::optional<IconSetName> parseIconSetName(std::string_view text) noexcept;
+[[nodiscard]] ZORV_VISUALS_EXPORT std::optional<IconSetName> parseIconSetName(
+    std::string_view text) noexcept;
 /// The number of icons in a set.
-[[nodiscard]] unsigned countIcons(IconSetName name) noexcept;
+[[nodiscard]] ZORV_VISUALS_EXPORT unsigned countIcons(IconSetName name) noexcept;
 
 /// An icon of a set. The index counts from 0, from the icon for the lowest values on.
 struct Icon {

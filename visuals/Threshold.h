@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
+#include "visuals/Export.h"
 
 namespace Zorv::Visuals {
 
@@ -28,7 +29,7 @@ enum class ThresholdKind : std::uint8_t {
 }
 
 /// Name of a kind in workbook files: `percentile`.
-[[nodiscard]] std::string_view toText(ThresholdKind kind) noexcept;
+[[nodiscard]] ZORV_VISUALS_EXPORT std::string_view toText(ThresholdKind kind) noexcept;
 
 /// A point of a colour scale, an end of a data bar, or the lowest value of an icon.
 struct Threshold {

@@ -1,14 +1,20 @@
 #pragma once
 
+#include <string>
+
 #include "Utils/Exceptions.h"
+#include "visuals/Export.h"
 
 namespace Zorv::Visuals {
 
 /// Thrown for a cell whose visual format has a threshold formula that gives no number; what() says
 /// what it gives instead.
-class ThresholdError : public BaseRuntimeError {
+class ZORV_VISUALS_EXPORT ThresholdError : public BaseRuntimeError {
 public:
-  using BaseRuntimeError::BaseRuntimeError;
+  explicit ThresholdError(std::string const& message);
+  ThresholdError(ThresholdError const&) = default;
+  ThresholdError& operator=(ThresholdError const&) = default;
+  ~ThresholdError() override;
 };
 
 }  // namespace Zorv::Visuals

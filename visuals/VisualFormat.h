@@ -10,6 +10,7 @@
 #include "DOM/TableRangeByID.h"
 #include "visuals/ColourScale.h"
 #include "visuals/DataBar.h"
+#include "visuals/Export.h"
 #include "visuals/IconSet.h"
 
 namespace Zorv::Visuals {
@@ -18,7 +19,8 @@ namespace Zorv::Visuals {
 using VisualKind = std::variant<ColourScale, DataBar, IconSet>;
 
 /// The thresholds of what is drawn, in order. Borrows it.
-[[nodiscard]] std::vector<Threshold const*> listThresholds(VisualKind const& kind);
+[[nodiscard]] ZORV_VISUALS_EXPORT std::vector<Threshold const*> listThresholds(
+    VisualKind const& kind);
 
 /// Visual format of a table: a colour scale, a data bar or an icon set, and the cells that get it.
 struct VisualFormat {

@@ -5,6 +5,7 @@
 #include "ConditionalFormatters/CndFrmt_TablePass.h"
 #include "DOM/CellInfo.h"
 #include "visuals/CellVisuals.h"
+#include "visuals/Export.h"
 #include "visuals/ThresholdError.h"
 #include "visuals/VisualSources.h"
 
@@ -27,7 +28,7 @@ class PreparedVisuals;
 /// Lifetime: borrows its sources, which must outlive it. Good as long as they do not change.
 /// Threads: the operations may be called from several threads at once, as far as the provider may.
 /// Cost: linear in the cells of the ranges for the thresholds, then constant for each cell.
-class VisualResolver {
+class ZORV_VISUALS_EXPORT VisualResolver {
 public:
   explicit VisualResolver(VisualSources const& sources);
   VisualResolver(VisualResolver const&) = delete;

@@ -1,6 +1,6 @@
 #include "words/RuleEffect.h"
 
-#include "analysis/Shared/SheetRules.h"
+#include "analysis/Shared/Rules.h"
 #include "words/StyleText.h"
 #include "words/VisualText.h"
 

@@ -5,7 +5,7 @@
 
 #include "FormulaModel/FormulaValueAccess.h"
 #include "OfficeUtils/NumberFormat.h"
-#include "analysis/Shared/SheetRules.h"
+#include "analysis/Shared/Rules.h"
 #include "words/AccountText.h"
 #include "words/Amounts.h"
 #include "words/ConditionText.h"

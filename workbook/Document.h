@@ -13,6 +13,7 @@
 #include "DOM/Styles.h"
 #include "Formulas/ListObject.h"
 #include "OfficeUtils/LocaleContext.h"
+#include "workbook/Export.h"
 #include "workbook/Finding.h"
 #include "workbook/Rule.h"
 #include "workbook/Sheet.h"
@@ -40,7 +41,7 @@ struct ExternalSheet {
 /// Sheets are in the workbook's order; a sheet's index is its table's DocTableIndex. Moving a
 /// document does not move its tables, formats and styles in memory.
 /// Threads: const members may run concurrently.
-class Document {
+class ZORV_WORKBOOK_EXPORT Document {
 public:
   [[nodiscard]] std::vector<Sheet> const& getSheets() const noexcept { return _sheets; }
   [[nodiscard]] std::vector<Sheet>& getSheets() noexcept { return _sheets; }

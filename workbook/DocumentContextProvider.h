@@ -9,6 +9,7 @@
 
 #include "Formulas/ContextProvider.h"
 #include "workbook/Document.h"
+#include "workbook/Export.h"
 
 namespace Zorv::Workbook {
 
@@ -19,7 +20,7 @@ namespace Zorv::Workbook {
 ///
 /// Ownership: borrows the document, which must outlive it and stay unchanged. Threads: all
 /// operations may run concurrently.
-class DocumentContextProvider final : public Formulas::ContextProvider {
+class ZORV_WORKBOOK_EXPORT DocumentContextProvider final : public Formulas::ContextProvider {
 public:
   /// `localeName` is a BCP 47 tag or an ICU name; the date system is the document's.
   /// Throws BaseRuntimeError for an unknown locale.

@@ -5,6 +5,7 @@
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "workbook/Document.h"
 #include "workbook/DocumentContextProvider.h"
+#include "workbook/Export.h"
 
 namespace Zorv::Workbook {
 
@@ -12,7 +13,8 @@ namespace Zorv::Workbook {
 ///
 /// Ownership: borrows the document, which must outlive it and stay unchanged. Threads: all
 /// operations may run concurrently.
-class DocumentValueProvider final : public ConditionalFormatters::ValueContextProvider {
+class ZORV_WORKBOOK_EXPORT DocumentValueProvider final
+    : public ConditionalFormatters::ValueContextProvider {
 public:
   /// See DocumentContextProvider.
   DocumentValueProvider(Document const& document, std::string const& localeName,

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "Utils/Exceptions.h"
+#include "workbook/Export.h"
 
 namespace Zorv::Workbook {
 
@@ -10,7 +11,7 @@ namespace Zorv::Workbook {
 ///
 /// what() is one line, `FILE: PART: PLACE: PROBLEM`. Part and place are left out if the problem
 /// concerns the whole file.
-class LoadError : public BaseRuntimeError {
+class ZORV_WORKBOOK_EXPORT LoadError : public BaseRuntimeError {
 public:
   LoadError(std::string file, std::string part, std::string place, std::string problem);
   LoadError(LoadError const&) = default;

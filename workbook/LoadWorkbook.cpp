@@ -16,11 +16,13 @@
 
 namespace Zorv::Workbook {
 
-Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& options) {
-  auto const name = [&] { return options.name.empty() ? file.string() : options.name; };
+namespace {
+
+/// `open()` gives the package; what it throws names the file, as do failures of reading.
+template <class Open>
+Document loadPackage(Open const& open, std::string const& name, LoadOptions const& options) {
   try {
-    Archive archive(openPackageFile(file, options.limits.pipeBytes), options.limits,
-                    options.budget);
+    Archive archive(open(), options.limits, options.budget);
     Document document;
     LoadState state{archive, options.limits, document, MemoryCounter(options.budget),
                     options.semantics};
@@ -39,12 +41,27 @@ Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& opti
                options.budget);
     return document;
   } catch (PartError const& error) {
-    throw LoadError(name(), quote(error.getPart()), quote(error.getPlace()), error.getProblem());
+    throw LoadError(name, quote(error.getPart()), quote(error.getPlace()), error.getProblem());
   } catch (std::bad_alloc const&) {
-    throw LoadError(name(), {}, {},
+    throw LoadError(name, {}, {},
                     "needs more memory to be read than there is; give the program more memory, or "
                     "save the workbook with fewer sheets and try again");
   }
+}
+
+}  // namespace
+
+Document loadWorkbook(std::filesystem::path const& file, LoadOptions const& options) {
+  return loadPackage([&] { return openPackageFile(file, options.limits.pipeBytes); },
+                     options.name.empty() ? file.string() : options.name, options);
+}
+
+Document loadWorkbook(std::span<std::byte const> file, LoadOptions const& options) {
+  return loadPackage(
+      [file] {
+        return openPackageBytes({reinterpret_cast<char const*>(file.data()), file.size()});
+      },
+      options.name.empty() ? "workbook in memory" : options.name, options);
 }
 
 }  // namespace Zorv::Workbook

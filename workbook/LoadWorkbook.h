@@ -1,11 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <span>
 #include <string>
 
 #include "OfficeUtils/TimeZone.h"
 #include "Utils/WorkBudget.h"
 #include "workbook/Document.h"
+#include "workbook/Export.h"
 #include "workbook/Limits.h"
 #include "workbook/LoadError.h"
 #include "workbook/Semantics.h"
@@ -18,7 +21,7 @@ struct LoadOptions {
   /// calculated.
   std::string localeName = "en-US";
   DOM::TimeZone timeZone{};
-  /// The file's name in messages; empty: its path.
+  /// The file's name in messages; empty: its path, or `workbook in memory`.
   std::string name{};
   /// The meaning that the conditional formats are made with.
   Semantics semantics = Semantics::Own;
@@ -37,7 +40,11 @@ struct LoadOptions {
 /// BaseRuntimeError for an unknown locale; and what the budget throws. Cost: linear in the unpacked
 /// size. Sheets are streamed, so memory grows with the number of cells. Missing results cost what
 /// their formulas cost, up to a limit.
-[[nodiscard]] Document loadWorkbook(std::filesystem::path const& file,
-                                    LoadOptions const& options = {});
+[[nodiscard]] ZORV_WORKBOOK_EXPORT Document loadWorkbook(std::filesystem::path const& file,
+                                                         LoadOptions const& options = {});
+
+/// The same for a file in memory. The bytes are borrowed for the time of the call, and not copied.
+[[nodiscard]] ZORV_WORKBOOK_EXPORT Document loadWorkbook(std::span<std::byte const> file,
+                                                         LoadOptions const& options = {});
 
 }  // namespace Zorv::Workbook

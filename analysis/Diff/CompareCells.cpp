@@ -5,13 +5,11 @@
 #include <utility>
 #include <vector>
 
-#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "DOM/CellStyle.h"
 #include "DOM/Table.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "analysis/Diff/ComparedAreas.h"
-#include "visuals/VisualResolver.h"
-#include "workbook/DocumentValueProvider.h"
+#include "workbook/DocumentResolver.h"
 
 namespace Zorv::Analysis {
 
@@ -26,30 +24,18 @@ class VersionSheet {
 public:
   VersionSheet(DocumentVersion const& version, std::size_t sheet, CompareOptions const& options)
       : _moment(version.moment),
-        _table(*version.document->getSheets()[sheet].table),
-        _calculator(std::make_unique<Workbook::DocumentValueProvider>(
-            *version.document, options.localeName, options.timeZone)),
-        _resolver(_calculator.prepare(version.document->getStyles(), _table)),
-        _values(*version.document, options.localeName, options.timeZone),
-        _visuals({.table = _table,
-                  .formats = version.document->getSheets()[sheet].visualFormats,
-                  .provider = _values,
-                  .conditionalFormats = _calculator.getConditionalFormatRefs(_table),
-                  .resolver = _resolver,
-                  .styles = version.document->getStyles()}) {}
+        _document(*version.document, options.localeName, options.timeZone),
+        _sheet(_document.prepare(sheet)) {}
 
   void visit(CF::TablePass const& pass, Visuals::VisualVisitor const& visitor) const {
     OfficeUtils::PinnedMoment const moment(_moment);
-    _visuals.visit(pass, visitor);
+    _sheet.getVisualResolver().visit(pass, visitor);
   }
 
 private:
   OfficeUtils::Clock::TimePoint _moment;
-  DOM::Table const& _table;
-  CF::ConditionalFormattingPropsCalculator _calculator;
-  CF::TableResolver _resolver;
-  Workbook::DocumentValueProvider _values;
-  Visuals::VisualResolver _visuals;
+  Workbook::DocumentResolver _document;
+  Workbook::SheetResolver _sheet;
 };
 
 CellLook lookOf(Visuals::VisualCell const& cell) {

@@ -16,9 +16,9 @@
 #include "Formulas/TraceExpr.h"
 #include "Utils/CellIndex.h"
 #include "Utils/TableRange.h"
-#include "analysis/Shared/SheetRules.h"
 #include "visuals/CellVisuals.h"
 #include "workbook/Rule.h"
+#include "workbook/SheetRules.h"
 
 /// Why a cell of a document looks as it does. Everything borrows the document.
 namespace Zorv::Analysis {
@@ -109,7 +109,7 @@ struct CellAccount {
   std::vector<EffectiveProperty> properties = {};
   /// What colour scales, data bars and icon sets give the cell.
   Visuals::CellVisuals visuals = {};
-  VisualRules visualRules = {};
+  Workbook::VisualRules visualRules = {};
   /// The rules on the cell, by priority; those not resolved, too. If one rule is asked for, that
   /// one alone, wherever it lies.
   std::vector<RuleAccount> rules = {};

@@ -12,9 +12,10 @@
 #include "OfficeUtils/Moment.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "analysis/Explain/NearestRules.h"
-#include "analysis/Explain/OwnStyle.h"
 #include "analysis/Explain/RuleFormulas.h"
 #include "analysis/Explain/VisualExplainer.h"
+#include "analysis/Shared/Rules.h"
+#include "workbook/OwnStyle.h"
 #include "workbook/Widespread.h"
 #include "workbook/WidespreadDifference.h"
 
@@ -31,7 +32,7 @@ bool isEvaluated(std::optional<FormatOutcome> outcome) noexcept {
 
 /// The rule that decides a property; null if no rule sets it.
 Workbook::Rule const* findDecider(std::string_view property, CF::CellExplanation const& explanation,
-                                  SheetRules const& rules) {
+                                  Workbook::SheetRules const& rules) {
   for (CF::FormatIndex format = 0; format < explanation.formats.size(); ++format) {
     for (CF::PropertyShare const& share : explanation.formats[format].properties) {
       if (share.name == property && !share.takenBy) {
@@ -42,7 +43,7 @@ Workbook::Rule const* findDecider(std::string_view property, CF::CellExplanation
   return nullptr;
 }
 
-void addEffectiveStyle(CF::CellExplanation const& explanation, SheetRules const& rules,
+void addEffectiveStyle(CF::CellExplanation const& explanation, Workbook::SheetRules const& rules,
                        CellAccount& account) {
   account.conditionalStyle = explanation.style;
   account.effectiveStyle = account.ownStyle;
@@ -61,34 +62,20 @@ Explainer::Explainer(Workbook::Document const& document, std::string const& loca
                      DOM::TimeZone const& timeZone, WorkBudget* budget)
     : _document(document),
       _budget(budget),
-      _contextProvider(document, localeName, timeZone),
-      _values(document, localeName, timeZone),
-      _calculator(
-          std::make_unique<Workbook::DocumentValueProvider>(document, localeName, timeZone)) {}
+      _resolver(document, localeName, timeZone),
+      _contextProvider(_resolver.getValueProvider().getFormulasContextProvider()) {}
 
 Explainer::PreparedSheet const& Explainer::prepare(std::size_t sheet) {
   auto const found = _sheets.find(sheet);
   if (found != _sheets.end()) {
     return found->second;
   }
-  auto const& table = *_document.getSheets()[sheet].table;
-  PreparedSheet prepared{SheetRules(_document, sheet, _calculator.getConditionalFormatRefs(table)),
-                         _calculator.prepare(_document.getStyles(), table),
-                         {},
-                         {}};
+  PreparedSheet prepared{_resolver.prepare(sheet), {}};
   for (auto const& rule : _document.getRulesOfSheet(sheet)) {
     prepared.byPriority.push_back(&rule);
   }
   sortByPriority(prepared.byPriority);
-  PreparedSheet& kept = _sheets.emplace(sheet, std::move(prepared)).first->second;
-  kept.visuals.emplace(
-      Visuals::VisualSources{.table = table,
-                             .formats = _document.getSheets()[sheet].visualFormats,
-                             .provider = _values,
-                             .conditionalFormats = _calculator.getConditionalFormatRefs(table),
-                             .resolver = kept.resolver,
-                             .styles = _document.getStyles()});
-  return kept;
+  return _sheets.emplace(sheet, std::move(prepared)).first->second;
 }
 
 CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
@@ -97,15 +84,16 @@ CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
   PreparedSheet const& prepared = prepare(sheet);
   auto const info =
       _document.getSheets()[sheet].table->getCellInfo(cell.getRow().get(), cell.getColumn().get());
-  auto const explanation = prepared.resolver.explain(info, _budget);
+  Workbook::SheetRules const& rules = prepared.resolver.getRules();
+  auto const explanation = prepared.resolver.getTableResolver().explain(info, _budget);
   CellAccount account{.sheet = sheet,
                       .cell = cell,
                       .content = info.getCell(),
-                      .ownStyle = findOwnStyle(_document, sheet, info)};
-  addEffectiveStyle(explanation, prepared.rules, account);
-  VisualsOfCell const visuals = findVisuals(*prepared.visuals, info, _budget);
+                      .ownStyle = Workbook::findOwnStyle(_document, sheet, info)};
+  addEffectiveStyle(explanation, rules, account);
+  VisualsOfCell const visuals = findVisuals(prepared.resolver.getVisualResolver(), info, _budget);
   account.visuals = visuals.drawn;
-  account.visualRules = prepared.rules.rulesOf(visuals.drawn);
+  account.visualRules = rules.rulesOf(visuals.drawn);
   for (auto const* rule : prepared.byPriority) {
     bool const isOnCell = isOn(*rule, cell);
     account.rulesElsewhere += isOnCell ? 0 : 1;
@@ -115,7 +103,7 @@ CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
     }
     auto& entry = account.rules.emplace_back(
         rule->visual != nullptr
-            ? VisualExplainer(prepared.rules, explanation, visuals, account).explain(*rule)
+            ? VisualExplainer(rules, explanation, visuals, account).explain(*rule)
             : explainRule(prepared, *rule, info, explanation));
     if (isAskedFor && entry.outcome == FormatOutcome::NotReached) {
       evaluateByItself(prepared, info, entry);
@@ -138,14 +126,14 @@ RuleAccount Explainer::explainRule(PreparedSheet const& sheet, Workbook::Rule co
   if (rule.format == nullptr) {
     return account;
   }
-  auto const& format = explanation.formats[sheet.rules.formatOf(rule)];
+  auto const& format = explanation.formats[sheet.resolver.getRules().formatOf(rule)];
   account.outcome = format.outcome;
   account.operands = format.operands;
   account.failure = format.failure;
-  account.endedBy = format.endedBy ? &sheet.rules.ruleOf(*format.endedBy) : nullptr;
+  account.endedBy = format.endedBy ? &sheet.resolver.getRules().ruleOf(*format.endedBy) : nullptr;
   for (CF::PropertyShare const& share : format.properties) {
     account.properties.push_back(
-        {share.name, share.takenBy ? &sheet.rules.ruleOf(*share.takenBy) : nullptr});
+        {share.name, share.takenBy ? &sheet.resolver.getRules().ruleOf(*share.takenBy) : nullptr});
   }
   if (isEvaluated(account.outcome)) {
     addFormulas(sheet, cell, account);
@@ -159,9 +147,9 @@ RuleAccount Explainer::explainRule(PreparedSheet const& sheet, Workbook::Rule co
 void Explainer::evaluateByItself(PreparedSheet const& sheet, DOM::CellInfo const& cell,
                                  RuleAccount& account) const {
   try {
-    std::size_t const format = sheet.rules.formatOf(*account.rule);
-    account.holdsByItself = sheet.resolver.holds(format, cell);
-    account.operands = sheet.resolver.findOperands(format, cell);
+    std::size_t const format = sheet.resolver.getRules().formatOf(*account.rule);
+    account.holdsByItself = sheet.resolver.getTableResolver().holds(format, cell);
+    account.operands = sheet.resolver.getTableResolver().findOperands(format, cell);
     addFormulas(sheet, cell, account);
   } catch (std::bad_alloc const&) {
     throw;
@@ -210,7 +198,8 @@ Formulas::ExprTrace Explainer::trace(PreparedSheet const& sheet, Workbook::Rule 
                                      DOM::FormulaSyntaxTree::Expr const& expr,
                                      DOM::CellInfo const& cell) const {
   CellIndex const index = cell.getCellIndex();
-  CellIndex const base = sheet.resolver.getFormulaBaseCell(sheet.rules.formatOf(rule));
+  CellIndex const base = sheet.resolver.getTableResolver().getFormulaBaseCell(
+      sheet.resolver.getRules().formatOf(rule));
   auto const distance = [](auto to, auto from) {
     return static_cast<int>(to.get()) - static_cast<int>(from.get());
   };

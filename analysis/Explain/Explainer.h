@@ -6,16 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "Formulas/LookupCache.h"
 #include "OfficeUtils/TimeZone.h"
 #include "Utils/CellIndex.h"
 #include "Utils/WorkBudget.h"
 #include "analysis/Explain/CellAccount.h"
-#include "analysis/Shared/SheetRules.h"
-#include "visuals/VisualResolver.h"
 #include "workbook/Document.h"
-#include "workbook/DocumentValueProvider.h"
+#include "workbook/DocumentResolver.h"
 
 namespace Zorv::Analysis {
 
@@ -45,10 +42,8 @@ public:
 
 private:
   struct PreparedSheet {
-    SheetRules rules;
-    ConditionalFormatters::TableResolver resolver;
+    Workbook::SheetResolver resolver;
     std::vector<Workbook::Rule const*> byPriority;
-    std::optional<Visuals::VisualResolver> visuals;  ///< borrows `resolver`
   };
 
   PreparedSheet const& prepare(std::size_t sheet);
@@ -67,9 +62,8 @@ private:
 
   Workbook::Document const& _document;
   WorkBudget* _budget;
-  Workbook::DocumentContextProvider _contextProvider;
-  Workbook::DocumentValueProvider _values;
-  ConditionalFormatters::ConditionalFormattingPropsCalculator _calculator;
+  Workbook::DocumentResolver _resolver;
+  Formulas::ContextProvider const& _contextProvider;
   std::map<std::size_t, PreparedSheet> _sheets;
   mutable Formulas::LookupCache _lookups;
 };

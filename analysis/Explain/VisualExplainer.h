@@ -6,8 +6,8 @@
 #include "DOM/CellInfo.h"
 #include "Utils/WorkBudget.h"
 #include "analysis/Explain/CellAccount.h"
-#include "analysis/Shared/SheetRules.h"
 #include "visuals/VisualResolver.h"
+#include "workbook/SheetRules.h"
 
 namespace Zorv::Analysis {
 
@@ -27,7 +27,7 @@ struct VisualsOfCell {
 /// Tells of visual rules what became of them for one cell. Borrows everything.
 class VisualExplainer {
 public:
-  VisualExplainer(SheetRules const& rules,
+  VisualExplainer(Workbook::SheetRules const& rules,
                   ConditionalFormatters::CellExplanation const& explanation,
                   VisualsOfCell const& visuals, CellAccount const& account) noexcept
       : _rules(rules), _explanation(explanation), _visuals(visuals), _account(account) {}
@@ -39,7 +39,7 @@ private:
   [[nodiscard]] Workbook::Rule const* findEnd(Workbook::Rule const& rule) const;
   [[nodiscard]] Workbook::Rule const* findDrawn(Workbook::Rule const& rule) const noexcept;
 
-  SheetRules const& _rules;
+  Workbook::SheetRules const& _rules;
   ConditionalFormatters::CellExplanation const& _explanation;
   VisualsOfCell const& _visuals;
   CellAccount const& _account;

@@ -1,10 +1,11 @@
-#include <ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h>
-#include <DOM/Styles.h>
-#include <DOM/Table.h>
-#include <Formulas/OneTableDocument.h>
-#include <Formulas/ParseExpr.h>
 #include <iostream>
 #include <memory>
+
+#include <zorv/ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h>
+#include <zorv/DOM/Styles.h>
+#include <zorv/DOM/Table.h>
+#include <zorv/Formulas/OneTableDocument.h>
+#include <zorv/Formulas/ParseExpr.h>
 
 using namespace Zorv;
 

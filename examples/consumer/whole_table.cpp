@@ -9,12 +9,12 @@
 #include <variant>
 #include <vector>
 
-#include <ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h>
-#include <ConditionalFormatters/CndFrmt_TableResolver.h>
-#include <DOM/Styles.h>
-#include <DOM/Table.h>
-#include <Formulas/OneTableDocument.h>
-#include <Formulas/ParseExpr.h>
+#include <zorv/ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h>
+#include <zorv/ConditionalFormatters/CndFrmt_TableResolver.h>
+#include <zorv/DOM/Styles.h>
+#include <zorv/DOM/Table.h>
+#include <zorv/Formulas/OneTableDocument.h>
+#include <zorv/Formulas/ParseExpr.h>
 
 namespace DOM = Zorv::DOM;
 using Zorv::ConditionalFormatters::ConditionalFormattingPropsCalculator;

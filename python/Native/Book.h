@@ -3,20 +3,17 @@
 #include <cstddef>
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
 #include <variant>
 
-#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/TimeZone.h"
 #include "Utils/Exceptions.h"
 #include "Utils/WorkBudget.h"
-#include "analysis/Shared/SheetRules.h"
-#include "visuals/VisualResolver.h"
 #include "workbook/Document.h"
+#include "workbook/DocumentResolver.h"
 #include "workbook/Limits.h"
 #include "workbook/Semantics.h"
 
@@ -48,17 +45,6 @@ using BookSource = std::variant<std::filesystem::path, std::string_view>;
 /// kept. Threads: const members may run concurrently.
 class Book {
 public:
-  /// What resolves the cells of one sheet. Borrows the book.
-  struct Resolvers {
-    Resolvers(Workbook::Document const& document, std::size_t sheet,
-              ConditionalFormatters::ConditionalFormattingPropsCalculator const& calculator,
-              ConditionalFormatters::ValueContextProvider const& values);
-
-    Analysis::SheetRules rules;
-    ConditionalFormatters::TableResolver conditions;
-    Visuals::VisualResolver visuals;  ///< borrows `conditions`
-  };
-
   /// Throws OptionError for an unknown locale, Workbook::LoadError, and what the budget throws.
   Book(BookSource const& source, BookOptions options, WorkBudget& budget);
 
@@ -69,16 +55,15 @@ public:
     return _document.getSheets().at(sheet);
   }
 
-  /// The resolvers of a sheet. Valid as long as the book.
-  [[nodiscard]] Resolvers const& getResolvers(std::size_t sheet) const;
+  /// What resolves the cells of a sheet. Valid as long as the book.
+  [[nodiscard]] Workbook::SheetResolver const& getResolver(std::size_t sheet) const;
 
 private:
   BookOptions _options;
   Workbook::Document _document;
-  std::unique_ptr<ConditionalFormatters::ValueContextProvider> _visualValues;
-  ConditionalFormatters::ConditionalFormattingPropsCalculator _calculator;
+  Workbook::DocumentResolver _resolver;
   mutable std::mutex _mutex;
-  mutable std::map<std::size_t, std::unique_ptr<Resolvers const>> _resolvers;  ///< by sheet
+  mutable std::map<std::size_t, Workbook::SheetResolver> _sheetResolvers;  ///< by sheet
 };
 
 }  // namespace Zorv::Python

@@ -8,10 +8,10 @@
 
 #include "DOM/CellStyle.h"
 #include "OfficeUtils/PinnedMoment.h"
-#include "analysis/Explain/OwnStyle.h"
 #include "records/JsonText.h"
 #include "records/VisualJson.h"
 #include "words/AccountText.h"
+#include "workbook/OwnStyle.h"
 
 namespace Zorv::Python {
 
@@ -59,7 +59,7 @@ public:
 
   /// The numbers of the rules of each sequence.
   [[nodiscard]] std::vector<std::vector<std::size_t>> listRules(
-      Analysis::SheetRules const& rules) const {
+      Workbook::SheetRules const& rules) const {
     std::vector<std::vector<std::size_t>> numbers(_indices.size());
     for (auto const& [formats, index] : _indices) {
       for (CF::FormatIndex const format : formats) {
@@ -91,13 +91,13 @@ public:
   CellCollector(Book const& book, PassArea const& area)
       : _book(book),
         _sheet(area.sheet),
-        _rules(book.getResolvers(area.sheet).rules),
+        _rules(book.getResolver(area.sheet).getRules()),
         _memory(area.budget) {}
 
   void add(Visuals::VisualCell const& cell) {
     auto const& [cellInfo, style, formats, failure] = cell.resolved;
     auto const visualRules = _rules.rulesOf(cell.visuals);
-    auto const own = Analysis::findSharedOwnStyle(_book.getDocument(), _sheet, cellInfo);
+    auto const own = Workbook::findSharedOwnStyle(_book.getDocument(), _sheet, cellInfo);
     _memory.count(sizeof(PassCell));
     _cells.cells.push_back({.row = static_cast<std::uint32_t>(cellInfo.getRowIndex()),
                             .column = static_cast<std::uint32_t>(cellInfo.getColIndex()),
@@ -150,7 +150,7 @@ private:
   }
 
   std::int32_t addRules(std::span<CF::FormatIndex const> formats,
-                        Analysis::VisualRules const& visuals) {
+                        Workbook::VisualRules const& visuals) {
     _rules.listDeciding(formats, visuals, _deciding);
     if (_deciding.empty()) {
       return PassCell::none;
@@ -167,7 +167,7 @@ private:
     return found->second;
   }
 
-  std::int32_t addVisuals(Visuals::CellVisuals const& visuals, Analysis::VisualRules const& rules) {
+  std::int32_t addVisuals(Visuals::CellVisuals const& visuals, Workbook::VisualRules const& rules) {
     if (visuals.isEmpty()) {
       return PassCell::none;
     }
@@ -193,7 +193,7 @@ private:
 
   Book const& _book;
   std::size_t _sheet;
-  Analysis::SheetRules const& _rules;
+  Workbook::SheetRules const& _rules;
   MemoryLumps _memory;
   StyleList _styles;
   std::map<std::pair<std::int32_t, std::int32_t>, std::int32_t> _merged;
@@ -207,13 +207,14 @@ template <class Visit>
 void visitPlaces(Book const& book, PassArea const& area, Visit const& visit) {
   OfficeUtils::PinnedMoment const moment(book.getOptions().now);
   auto const width = area.range.endColumn - area.range.firstColumn;
-  book.getResolvers(area.sheet)
-      .conditions.visit(makePass(area, CF::TablePass::Positions::Formatted),
-                        [&](CF::ResolvedCell const& cell) {
-                          auto const row = cell.cellInfo.getRowIndex() - area.range.firstRow;
-                          auto const column = cell.cellInfo.getColIndex() - area.range.firstColumn;
-                          visit(row * width + column, cell);
-                        });
+  book.getResolver(area.sheet)
+      .getTableResolver()
+      .visit(makePass(area, CF::TablePass::Positions::Formatted),
+             [&](CF::ResolvedCell const& cell) {
+               auto const row = cell.cellInfo.getRowIndex() - area.range.firstRow;
+               auto const column = cell.cellInfo.getColIndex() - area.range.firstColumn;
+               visit(row * width + column, cell);
+             });
 }
 
 }  // namespace
@@ -222,8 +223,9 @@ PassCells resolveCells(Book const& book, PassArea const& area, CF::TablePass::Po
                        bool onlyDecided) {
   OfficeUtils::PinnedMoment const moment(book.getOptions().now);
   CellCollector collector(book, area);
-  book.getResolvers(area.sheet)
-      .visuals.visit(makePass(area, positions), [&](Visuals::VisualCell const& cell) {
+  book.getResolver(area.sheet)
+      .getVisualResolver()
+      .visit(makePass(area, positions), [&](Visuals::VisualCell const& cell) {
         bool const isDecided = cell.resolved.style || cell.resolved.failure != nullptr ||
                                cell.failure != nullptr || !cell.visuals.isEmpty();
         if (isDecided || !onlyDecided) {
@@ -238,7 +240,7 @@ PassRuns resolveRuns(Book const& book, PassArea const& area) {
   StyleList styles;
   PassRuns runs;
   auto const pass = makePass(area, CF::TablePass::Positions::Formatted);
-  for (auto const& run : book.getResolvers(area.sheet).conditions.resolveRuns(pass)) {
+  for (auto const& run : book.getResolver(area.sheet).getTableResolver().resolveRuns(pass)) {
     runs.runs.push_back({run.range, static_cast<std::size_t>(styles.indexOf(run.style))});
   }
   runs.styles = styles.takeRecords();
@@ -247,7 +249,7 @@ PassRuns resolveRuns(Book const& book, PassArea const& area) {
 
 void fillFirstRules(Book const& book, PassArea const& area, std::span<std::int32_t> numbers) {
   std::ranges::fill(numbers, noRule);
-  auto const& rules = book.getResolvers(area.sheet).rules;
+  auto const& rules = book.getResolver(area.sheet).getRules();
   visitPlaces(book, area, [&](std::size_t place, CF::ResolvedCell const& cell) {
     if (cell.failure != nullptr) {
       numbers[place] = failedCell;
@@ -268,7 +270,7 @@ std::vector<std::vector<std::size_t>> fillRuleSets(Book const& book, PassArea co
       numbers[place] = sequences.indexOf(cell.formats);
     }
   });
-  return sequences.listRules(book.getResolvers(area.sheet).rules);
+  return sequences.listRules(book.getResolver(area.sheet).getRules());
 }
 
 }  // namespace Zorv::Python

@@ -5,6 +5,7 @@
 #include <utility>
 #include <variant>
 
+#include "analysis/Shared/Rules.h"
 #include "words/ConditionText.h"
 #include "words/StyleText.h"
 #include "words/VisualText.h"
@@ -50,7 +51,7 @@ PictureRule makeRule(Workbook::Document const& document, Workbook::Rule const& r
 }  // namespace
 
 Decisions::Decisions(Workbook::Document const& document, std::size_t sheet,
-                     Analysis::SheetRules const& rules)
+                     Workbook::SheetRules const& rules)
     : _sheetRules(rules), _lists(1) {
   auto const all = document.getRulesOfSheet(sheet);
   if (all.empty()) {
@@ -72,7 +73,7 @@ Decisions::Decisions(Workbook::Document const& document, std::size_t sheet,
 }
 
 std::uint32_t Decisions::intern(std::span<FormatIndex const> formats,
-                                Analysis::VisualRules const& visuals) {
+                                Workbook::VisualRules const& visuals) {
   _current.clear();
   for (FormatIndex const format : formats) {
     _current.push_back(indexOf(_sheetRules.ruleOf(format)));

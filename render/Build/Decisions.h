@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
-#include "analysis/Shared/SheetRules.h"
 #include "render/Picture.h"
 #include "workbook/Document.h"
+#include "workbook/SheetRules.h"
 
 namespace Zorv::Render {
 
@@ -20,12 +20,12 @@ public:
 
   /// Borrows both.
   Decisions(Workbook::Document const& document, std::size_t sheet,
-            Analysis::SheetRules const& rules);
+            Workbook::SheetRules const& rules);
 
   /// The index of the list of these rules; 0 for none. Logarithmic in the number of lists, and
   /// constant for the list of the last call.
   [[nodiscard]] std::uint32_t intern(std::span<FormatIndex const> formats,
-                                     Analysis::VisualRules const& visuals);
+                                     Workbook::VisualRules const& visuals);
 
   /// Counts a cell of the picture for each rule of a list.
   void countCell(std::uint32_t decision) noexcept;
@@ -40,7 +40,7 @@ private:
 
   [[nodiscard]] std::uint32_t indexOf(Workbook::Rule const& rule) const noexcept;
 
-  Analysis::SheetRules const& _sheetRules;
+  Workbook::SheetRules const& _sheetRules;
   std::size_t _firstNumber = 0;
   std::vector<std::uint32_t> _indexByNumber;  ///< from `_firstNumber` on
   std::vector<PictureRule> _rules;

@@ -7,8 +7,6 @@
 #include <fmt/format.h>
 
 #include "DOM/A1Notation.h"
-#include "visuals/VisualResolver.h"
-#include "workbook/DocumentValueProvider.h"
 
 namespace Zorv::Render {
 
@@ -16,12 +14,6 @@ namespace {
 
 namespace CF = ConditionalFormatters;
 using DOM::Table;
-
-std::unique_ptr<CF::ValueContextProvider> makeProvider(Workbook::Document const& document,
-                                                       PictureOptions const& options) {
-  return std::make_unique<Workbook::DocumentValueProvider>(document, options.localeName,
-                                                           options.timeZone);
-}
 
 /// True for whole rows and columns, and for ranges that end where the sheet ends.
 bool isUnbounded(TableRange const& range) noexcept {
@@ -100,12 +92,11 @@ DecidedPosition const* Resolution::find(unsigned long row, unsigned long column)
 SheetResolver::SheetResolver(Workbook::Document const& document, PictureOptions const& options)
     : _document(document),
       _options(options),
-      _calculator(makeProvider(document, options)),
-      _values(makeProvider(document, options)) {}
+      _resolver(document, options.localeName, options.timeZone) {}
 
-Analysis::SheetRules SheetResolver::listRules(std::size_t sheet) const {
+Workbook::SheetRules SheetResolver::listRules(std::size_t sheet) const {
   return {_document, sheet,
-          _calculator.getConditionalFormatRefs(*_document.getSheets()[sheet].table)};
+          _resolver.getCalculator().getConditionalFormatRefs(*_document.getSheets()[sheet].table)};
 }
 
 CF::TablePass SheetResolver::makePass(std::size_t index, TableRange const& bounds,
@@ -142,45 +133,36 @@ CF::TablePass SheetResolver::makePass(std::size_t index, TableRange const& bound
 }
 
 Resolution SheetResolver::resolve(std::size_t index, TableRange const& bounds,
-                                  Analysis::SheetRules const& rules, Decisions& decisions,
+                                  Workbook::SheetRules const& rules, Decisions& decisions,
                                   std::vector<std::string>& findings) const {
   Workbook::Sheet const& sheet = _document.getSheets()[index];
   Resolution resolution;
-  auto const resolver = _calculator.prepare(_document.getStyles(), *sheet.table);
-  auto const& conditionalFormats = _calculator.getConditionalFormatRefs(*sheet.table);
-  if (conditionalFormats.empty() && sheet.visualFormats.empty()) {
-    return resolution;
-  }
-  Visuals::VisualResolver const visuals({.table = *sheet.table,
-                                         .formats = sheet.visualFormats,
-                                         .provider = *_values,
-                                         .conditionalFormats = conditionalFormats,
-                                         .resolver = resolver,
-                                         .styles = _document.getStyles()});
+  auto const resolver = _resolver.prepare(index);
   FailureList failures(sheet.name, findings);
   MemoryLumps memory(_options.budget);
-  visuals.visit(makePass(index, bounds, findings), [&](Visuals::VisualCell const& cell) {
-    auto const& resolved = cell.resolved;
-    if (resolved.failure != nullptr) {
-      failures.add(resolved.cellInfo, resolved.failure->exception);
-    } else if (cell.failure != nullptr) {
-      failures.add(resolved.cellInfo, cell.failure->exception);
-    }
-    if (!resolved.style && cell.visuals.isEmpty()) {
-      return;
-    }
-    memory.count(sizeof(DecidedPosition) + (cell.visuals.isEmpty() ? 0 : sizeof(cell.visuals)));
-    DecidedPosition position;
-    position.row = static_cast<std::uint32_t>(resolved.cellInfo.getRowIndex());
-    position.column = static_cast<std::uint32_t>(resolved.cellInfo.getColIndex());
-    position.decision = decisions.intern(resolved.formats, rules.rulesOf(cell.visuals));
-    position.style = resolved.style;
-    if (!cell.visuals.isEmpty()) {
-      resolution.visuals.push_back(cell.visuals);
-      position.visuals = static_cast<std::uint32_t>(resolution.visuals.size());
-    }
-    resolution.positions.push_back(std::move(position));
-  });
+  resolver.getVisualResolver().visit(
+      makePass(index, bounds, findings), [&](Visuals::VisualCell const& cell) {
+        auto const& resolved = cell.resolved;
+        if (resolved.failure != nullptr) {
+          failures.add(resolved.cellInfo, resolved.failure->exception);
+        } else if (cell.failure != nullptr) {
+          failures.add(resolved.cellInfo, cell.failure->exception);
+        }
+        if (!resolved.style && cell.visuals.isEmpty()) {
+          return;
+        }
+        memory.count(sizeof(DecidedPosition) + (cell.visuals.isEmpty() ? 0 : sizeof(cell.visuals)));
+        DecidedPosition position;
+        position.row = static_cast<std::uint32_t>(resolved.cellInfo.getRowIndex());
+        position.column = static_cast<std::uint32_t>(resolved.cellInfo.getColIndex());
+        position.decision = decisions.intern(resolved.formats, rules.rulesOf(cell.visuals));
+        position.style = resolved.style;
+        if (!cell.visuals.isEmpty()) {
+          resolution.visuals.push_back(cell.visuals);
+          position.visuals = static_cast<std::uint32_t>(resolution.visuals.size());
+        }
+        resolution.positions.push_back(std::move(position));
+      });
   failures.finish();
   return resolution;
 }

@@ -2,18 +2,18 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "DOM/SharedStyle.h"
 #include "Utils/TableRange.h"
 #include "render/Build/Decisions.h"
 #include "render/BuildPicture.h"
 #include "visuals/CellVisuals.h"
 #include "workbook/Document.h"
+#include "workbook/DocumentResolver.h"
+#include "workbook/SheetRules.h"
 
 namespace Zorv::Render {
 
@@ -42,13 +42,13 @@ public:
   SheetResolver(Workbook::Document const& document, PictureOptions const& options);
 
   /// The rules of a sheet and the formats made from them.
-  [[nodiscard]] Analysis::SheetRules listRules(std::size_t sheet) const;
+  [[nodiscard]] Workbook::SheetRules listRules(std::size_t sheet) const;
 
   /// Resolves the positions of the sheet's rules inside of `bounds`. Ranges without an end are cut
   /// at the used part of the sheet. If they have more positions than a picture may have, only
   /// existing cells are resolved. What is left out, and why cells fail, is added to `findings`.
   [[nodiscard]] Resolution resolve(std::size_t sheet, TableRange const& bounds,
-                                   Analysis::SheetRules const& rules, Decisions& decisions,
+                                   Workbook::SheetRules const& rules, Decisions& decisions,
                                    std::vector<std::string>& findings) const;
 
 private:
@@ -58,8 +58,7 @@ private:
 
   Workbook::Document const& _document;
   PictureOptions const& _options;
-  ConditionalFormatters::ConditionalFormattingPropsCalculator _calculator;
-  std::unique_ptr<ConditionalFormatters::ValueContextProvider> _values;
+  Workbook::DocumentResolver _resolver;
 };
 
 }  // namespace Zorv::Render

@@ -13,6 +13,7 @@
 #include "render/Build/RowBuilder.h"
 #include "render/Build/ShownLines.h"
 #include "render/Build/ShownRange.h"
+#include "workbook/SheetRules.h"
 
 namespace Zorv::Render {
 
@@ -93,7 +94,7 @@ void reportPlainTexts(BuildState& state, Workbook::Sheet const& sheet, std::size
 
 SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
   Workbook::Sheet const& sheet = state.document.getSheets().at(selection.sheet);
-  Analysis::SheetRules const rules = state.resolver.listRules(selection.sheet);
+  Workbook::SheetRules const rules = state.resolver.listRules(selection.sheet);
   Decisions decisions(state.document, selection.sheet, rules);
   Resolution const resolution = state.resolver.resolve(
       selection.sheet, selection.range.value_or(wholeSheet), rules, decisions, state.findings);

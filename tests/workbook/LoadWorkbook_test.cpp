@@ -1,5 +1,8 @@
 #include "workbook/LoadWorkbook.h"
 
+#include <span>
+#include <string_view>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -206,6 +209,45 @@ TEST(LoadWorkbook, TheErrorNamesFilePartPlaceAndProblem) {
     EXPECT_EQ(std::string(error.what()), error.getFile() + ": " + error.getPart() + ": " +
                                              error.getPlace() + ": " + error.getProblem());
   }
+}
+
+/// The message with which bytes in memory are refused.
+std::string memoryMessage(std::string_view bytes, LoadOptions const& options = {}) {
+  try {
+    static_cast<void>(loadWorkbook(std::as_bytes(std::span(bytes)), options));
+    return "";
+  } catch (LoadError const& error) {
+    return error.what();
+  }
+}
+
+TEST(WorkbookInMemory, IsReadAsAFileIs) {
+  std::string bytes = oneCell().makeBytes();
+  Document const document = loadWorkbook(std::as_bytes(std::span(bytes)));
+  bytes.assign(bytes.size(), '?');  // the document keeps nothing of them
+  EXPECT_EQ(describeCell(document, "A1"), "number 1");
+}
+
+TEST(WorkbookInMemory, IsRefusedUnderANameOfTheCallersChoice) {
+  EXPECT_EQ(memoryMessage(""), "workbook in memory: is empty");
+  EXPECT_EQ(memoryMessage("<html>"),
+            "workbook in memory: is no .xlsx workbook: it is no zip archive");
+  LoadOptions options;
+  options.name = "upload 7";
+  EXPECT_EQ(memoryMessage("<html>", options),
+            "upload 7: is no .xlsx workbook: it is no zip archive");
+  std::string const bytes = oneCell().makeBytes();
+  EXPECT_THAT(memoryMessage(std::string_view(bytes).substr(0, bytes.size() / 2)),
+              testing::StartsWith("workbook in memory: is no .xlsx workbook, or is damaged"));
+}
+
+TEST(WorkbookInMemory, HasTheLimitsOfAFileButNotThatOfAPipe) {
+  LoadOptions options;
+  options.limits.pipeBytes = 10;
+  EXPECT_EQ(memoryMessage(oneCell().makeBytes(), options), "");
+  options.limits.partCount = 4;
+  EXPECT_EQ(memoryMessage(oneCell().makeBytes(), options),
+            "workbook in memory: holds 5 parts, but 4 is the limit");
 }
 
 TEST(DamagedFiles, FilesThatAreNoWorkbookAreToldApart) {

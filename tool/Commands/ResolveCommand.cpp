@@ -2,24 +2,16 @@
 #include <span>
 #include <vector>
 
-#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
-#include "analysis/Shared/SheetRules.h"
 #include "tool/Commands/Commands.h"
 #include "tool/Commands/CoveredAreas.h"
 #include "tool/Output/ResolveOutput.h"
-#include "visuals/VisualResolver.h"
-#include "workbook/DocumentValueProvider.h"
+#include "workbook/DocumentResolver.h"
 
 namespace Zorv::Tool {
 
 namespace {
 
 namespace CF = ConditionalFormatters;
-
-std::unique_ptr<CF::ValueContextProvider> makeProvider(Selection const& selection) {
-  return std::make_unique<Workbook::DocumentValueProvider>(
-      selection.getDocument(), selection.getOptions().localeName, selection.getOptions().timeZone);
-}
 
 /// Resolves a selection sheet by sheet, and passes the cells to an output.
 class Resolver {
@@ -28,34 +20,24 @@ public:
       : _context(context),
         _output(output),
         _progress(progress),
-        _calculator(makeProvider(context.selection)),
-        _visualValues(makeProvider(context.selection)) {}
+        _resolver(context.selection.getDocument(), context.selection.getOptions().localeName,
+                  context.selection.getOptions().timeZone) {}
 
   void resolveSheet(std::size_t index) {
-    auto const& document = _context.selection.getDocument();
-    auto const& sheet = document.getSheets()[index];
-    Analysis::SheetRules const rules(document, index,
-                                     _calculator.getConditionalFormatRefs(*sheet.table));
-    auto const resolver = _calculator.prepare(document.getStyles(), *sheet.table);
-    Visuals::VisualResolver const visuals(
-        {.table = *sheet.table,
-         .formats = sheet.visualFormats,
-         .provider = *_visualValues,
-         .conditionalFormats = _calculator.getConditionalFormatRefs(*sheet.table),
-         .resolver = resolver,
-         .styles = document.getStyles()});
+    auto const& sheet = _context.selection.getDocument().getSheets()[index];
+    auto const resolver = _resolver.prepare(index);
     auto const pass = makePass(index);
 
     _output.beginSheet(sheet);
     auto const usedRows = sheet.table->getUsedRows();
     _progress.begin(sheet.name, usedRows.second - usedRows.first);
-    visuals.visit(pass, [&](Visuals::VisualCell const& cell) {
+    resolver.getVisualResolver().visit(pass, [&](Visuals::VisualCell const& cell) {
       auto const& cellInfo = cell.resolved.cellInfo;
       auto const row = cellInfo.getRowIndex();
       _progress.show(row < usedRows.first ? 0 : row - usedRows.first);
       // A pass over existing cells alone also visits what lies between the selected ranges.
       if (_context.selection.contains(index, cellInfo.getCellIndex())) {
-        add(cell, rules);
+        add(cell, resolver.getRules());
       }
     });
     _progress.clear();
@@ -71,7 +53,7 @@ private:
     return pass;
   }
 
-  void add(Visuals::VisualCell const& cell, Analysis::SheetRules const& rules) {
+  void add(Visuals::VisualCell const& cell, Workbook::SheetRules const& rules) {
     auto const& resolved = cell.resolved;
     auto const position = resolved.cellInfo.getCellIndex();
     if (resolved.failure != nullptr) {
@@ -93,8 +75,7 @@ private:
   CommandContext const& _context;
   ResolveOutput& _output;
   ProgressBar& _progress;
-  CF::ConditionalFormattingPropsCalculator _calculator;
-  std::unique_ptr<CF::ValueContextProvider> _visualValues;
+  Workbook::DocumentResolver _resolver;
   std::vector<Workbook::Rule const*> _deciding;
 };
 

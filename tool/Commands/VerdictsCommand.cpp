@@ -1,20 +1,17 @@
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include <fmt/format.h>
 
-#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "DOM/A1Notation.h"
 #include "OfficeUtils/PinnedMoment.h"
-#include "analysis/Shared/SheetRules.h"
 #include "records/JsonText.h"
 #include "tool/Commands/Commands.h"
 #include "tool/Commands/CoveredAreas.h"
 #include "tool/Output/FieldLines.h"
 #include "tool/Output/JsonDocument.h"
-#include "workbook/DocumentValueProvider.h"
+#include "workbook/DocumentResolver.h"
 
 namespace Zorv::Tool {
 
@@ -80,11 +77,7 @@ void printVerdicts(CommandContext const& context, Workbook::Rule const& rule, st
 }
 
 void printSheet(CommandContext const& context, std::size_t sheet,
-                CF::ConditionalFormattingPropsCalculator const& calculator) {
-  auto const& document = context.selection.getDocument();
-  auto const& table = *document.getSheets()[sheet].table;
-  auto const resolver = calculator.prepare(document.getStyles(), table);
-  Analysis::SheetRules const rules(document, sheet, calculator.getConditionalFormatRefs(table));
+                Workbook::SheetResolver const& resolver) {
   CoveredAreas areas(context.selection, sheet, margin);
   for (auto const* rule : context.selection.getResolvedRules(sheet)) {
     if (rule->format == nullptr) {
@@ -93,7 +86,8 @@ void printSheet(CommandContext const& context, std::size_t sheet,
     auto pass = areas.makePass({&rule, 1});
     pass.threadCount = context.selection.getOptions().threadCount;
     pass.budget = &context.budget;
-    printVerdicts(context, *rule, rules.formatOf(*rule), resolver, pass);
+    printVerdicts(context, *rule, resolver.getRules().formatOf(*rule), resolver.getTableResolver(),
+                  pass);
   }
   areas.sayLeftOut(context.report);
 }
@@ -102,9 +96,8 @@ void printSheet(CommandContext const& context, std::size_t sheet,
 
 void runVerdicts(CommandContext const& context) {
   auto const& options = context.selection.getOptions();
-  ConditionalFormatters::ConditionalFormattingPropsCalculator const calculator(
-      std::make_unique<Workbook::DocumentValueProvider>(context.selection.getDocument(),
-                                                        options.localeName, options.timeZone));
+  Workbook::DocumentResolver const resolver(context.selection.getDocument(), options.localeName,
+                                            options.timeZone);
   OfficeUtils::PinnedMoment const pinned(options.now);  // one for all verdicts
   if (context.isFirstFile && options.format != OutputFormat::JsonLines) {
     FieldLines(context.selection, context.out)
@@ -113,7 +106,7 @@ void runVerdicts(CommandContext const& context) {
   try {
     // Rules are numbered sheet by sheet.
     for (auto const sheet : context.selection.getSheets()) {
-      printSheet(context, sheet, calculator);
+      printSheet(context, sheet, resolver.prepare(sheet));
     }
   } catch (...) {
     context.report.setIncomplete();

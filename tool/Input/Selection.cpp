@@ -10,7 +10,7 @@
 
 #include "DOM/Table.h"
 #include "Utils/TableRange.h"
-#include "analysis/Shared/SheetRules.h"
+#include "analysis/Shared/Rules.h"
 #include "tool/Input/Errors.h"
 
 namespace Zorv::Tool {

@@ -7,13 +7,13 @@
 #include "DOM/CellStyle.h"
 #include "DOM/SharedStyle.h"
 #include "OfficeUtils/LocaleContext.h"
-#include "analysis/Shared/SheetRules.h"
 #include "tool/Input/Selection.h"
 #include "tool/Output/Report.h"
 #include "tool/Text/OutputBuffer.h"
 #include "tool/Text/Terminal.h"
 #include "visuals/CellVisuals.h"
 #include "workbook/Rule.h"
+#include "workbook/SheetRules.h"
 
 namespace Zorv::Tool {
 
@@ -23,7 +23,7 @@ struct ResolvedCell {
   DOM::SharedCellStylePtr const& style;             ///< null if only visual rules decide
   std::span<Workbook::Rule const* const> deciding;  ///< by priority, at least one
   Visuals::CellVisuals const& visuals;
-  Analysis::VisualRules visualRules;
+  Workbook::VisualRules visualRules;
 
   /// The style; an empty one if there is none.
   [[nodiscard]] DOM::CellStyle const& getStyle() const noexcept {

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "analysis/Shared/SheetRules.h"
+#include "analysis/Shared/Rules.h"
 #include "tool/Output/ColumnWidths.h"
 #include "tool/Output/RulesOutput.h"
 #include "tool/Text/TextTable.h"

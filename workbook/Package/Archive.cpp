@@ -1,7 +1,9 @@
 #include "workbook/Package/Archive.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
+#include <variant>
 
 #include <fmt/format.h>
 #include <zip.h>
@@ -121,7 +123,7 @@ private:
 };
 
 /// An archive in memory; the bytes must outlive it. Null and `code` on failure.
-zip_t* openBytes(std::string const& bytes, int& code) {
+zip_t* openBytes(std::string_view bytes, int& code) {
   zip_error_t error;
   zip_error_init(&error);
   zip_t* archive = nullptr;
@@ -144,8 +146,10 @@ void Archive::Close::operator()(zip* archive) const noexcept { zip_discard(archi
 Archive::Archive(PackageFile file, Limits const& limits, WorkBudget* budget)
     : _file(std::move(file)), _fileBytes(_file.getSize()), _limits(limits), _budget(budget) {
   int code = ZIP_ER_OK;
-  _zip.reset(_file.bytes ? openBytes(*_file.bytes, code)
-                         : zip_open(_file.path.c_str(), ZIP_RDONLY, &code));
+  auto const bytes = _file.findBytes();
+  _zip.reset(
+      bytes ? openBytes(*bytes, code)
+            : zip_open(std::get<std::filesystem::path>(_file.content).c_str(), ZIP_RDONLY, &code));
   if (!_zip) {
     failToOpen(code);
   }

@@ -65,6 +65,10 @@ void refuseForeignFile(std::istream& stream) {
   refuseForeign(beginning, [&stream] { return contains(stream, encryptedStreamName); });
 }
 
+void refuseForeignBytes(std::string_view bytes) {
+  refuseForeign(bytes, [bytes] { return bytes.find(encryptedStreamName) != std::string::npos; });
+}
+
 std::string readPipe(std::istream& stream, std::uint64_t limit) {
   std::string bytes;
   std::array<char, 65'536> piece{};
@@ -83,9 +87,20 @@ std::string readPipe(std::istream& stream, std::uint64_t limit) {
 }  // namespace
 
 std::uint64_t PackageFile::getSize() const {
-  std::error_code error;
-  std::uintmax_t const size = bytes ? bytes->size() : std::filesystem::file_size(path, error);
-  return error ? 0 : size;
+  if (auto const* path = std::get_if<std::filesystem::path>(&content)) {
+    std::error_code error;
+    std::uintmax_t const size = std::filesystem::file_size(*path, error);
+    return error ? 0 : size;
+  }
+  return findBytes()->size();
+}
+
+std::optional<std::string_view> PackageFile::findBytes() const noexcept {
+  if (auto const* pipe = std::get_if<std::string>(&content)) {
+    return *pipe;
+  }
+  auto const* memory = std::get_if<std::string_view>(&content);
+  return memory != nullptr ? std::optional(*memory) : std::nullopt;
 }
 
 PackageFile openPackageFile(std::filesystem::path const& file, std::uint64_t pipeLimit) {
@@ -101,14 +116,18 @@ PackageFile openPackageFile(std::filesystem::path const& file, std::uint64_t pip
   if (!stream) {
     refuse("cannot be opened for reading");
   }
-  PackageFile package{file, std::nullopt};
   if (std::filesystem::is_regular_file(file, error)) {
     refuseForeignFile(stream);
-  } else {
-    std::string const& bytes = package.bytes.emplace(readPipe(stream, pipeLimit));
-    refuseForeign(bytes, [&bytes] { return bytes.find(encryptedStreamName) != std::string::npos; });
+    return {file};
   }
-  return package;
+  std::string bytes = readPipe(stream, pipeLimit);
+  refuseForeignBytes(bytes);
+  return {std::move(bytes)};
+}
+
+PackageFile openPackageBytes(std::string_view bytes) {
+  refuseForeignBytes(bytes);
+  return {bytes};
 }
 
 }  // namespace Zorv::Workbook

@@ -4,16 +4,20 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <variant>
 
 namespace Zorv::Workbook {
 
-/// File that holds an archive: an ordinary file, which is read in place, or the bytes of a pipe,
-/// which can be read only once.
+/// File that holds an archive.
 struct PackageFile {
-  std::filesystem::path path;
-  std::optional<std::string> bytes;  ///< of a pipe; nothing for an ordinary file
+  /// An ordinary file, which is read in place; the bytes of a pipe, which can be read only once; or
+  /// bytes that the caller keeps in memory.
+  std::variant<std::filesystem::path, std::string, std::string_view> content;
 
   [[nodiscard]] std::uint64_t getSize() const;
+  /// The bytes, unless they are in an ordinary file. Borrowed.
+  [[nodiscard]] std::optional<std::string_view> findBytes() const noexcept;
 };
 
 /// Reads the first bytes of an ordinary file, or all bytes of a pipe. Throws PartError if the file
@@ -22,5 +26,8 @@ struct PackageFile {
 /// of the older kind, a text.
 [[nodiscard]] PackageFile openPackageFile(std::filesystem::path const& file,
                                           std::uint64_t pipeLimit);
+
+/// The same for a file in memory, which is borrowed.
+[[nodiscard]] PackageFile openPackageBytes(std::string_view bytes);
 
 }  // namespace Zorv::Workbook

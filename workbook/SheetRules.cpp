@@ -1,19 +1,16 @@
-#include "analysis/Shared/SheetRules.h"
+#include "workbook/SheetRules.h"
 
 #include <algorithm>
 #include <functional>
 #include <map>
 #include <tuple>
-#include <utility>
 
-#include "ConditionalFormatters/CndFrmt_StyleHierarchy.h"
-
-namespace Zorv::Analysis {
+namespace Zorv::Workbook {
 
 namespace {
 
-bool decidesBefore(Workbook::Rule const* a, Workbook::Rule const* b) noexcept {
-  auto const rank = [](Workbook::Rule const& rule) {
+bool decidesBefore(Rule const* a, Rule const* b) noexcept {
+  auto const rank = [](Rule const& rule) {
     return std::tuple(!rule.priority, rule.priority.value_or(0), rule.number);
   };
   return rank(*a) < rank(*b);
@@ -21,14 +18,14 @@ bool decidesBefore(Workbook::Rule const* a, Workbook::Rule const* b) noexcept {
 
 }  // namespace
 
-SheetRules::SheetRules(Workbook::Document const& document, std::size_t sheet,
+SheetRules::SheetRules(Document const& document, std::size_t sheet,
                        ConditionalFormatters::ConditionalFormatRefs const& formatRefs)
     : _rules(formatRefs.size()) {
   for (std::size_t format = 0; format < formatRefs.size(); ++format) {
     _formats.emplace_back(&formatRefs[format].second.get(), format);
   }
   std::ranges::sort(_formats, std::less<>());
-  std::map<Visuals::VisualFormat const*, Workbook::Rule const*> byVisual;
+  std::map<Visuals::VisualFormat const*, Rule const*> byVisual;
   for (auto const& rule : document.getRulesOfSheet(sheet)) {
     if (rule.format != nullptr) {
       _rules[formatOf(rule)] = &rule;
@@ -38,20 +35,21 @@ SheetRules::SheetRules(Workbook::Document const& document, std::size_t sheet,
     }
   }
   for (auto const& visual : document.getSheets()[sheet].visualFormats) {
-    _visualRules.push_back(byVisual.at(visual.get()));
+    auto const rule = byVisual.find(visual.get());
+    _visualRules.push_back(rule != byVisual.end() ? rule->second : nullptr);
   }
 }
 
 VisualRules SheetRules::rulesOf(Visuals::CellVisuals const& visuals) const noexcept {
   auto const ruleOf = [this](auto const& shown) {
-    return shown ? &ruleOfVisual(shown->format) : nullptr;
+    return shown ? _visualRules[shown->format] : nullptr;
   };
   return {ruleOf(visuals.scale), ruleOf(visuals.bar), ruleOf(visuals.icon)};
 }
 
 void SheetRules::listDeciding(std::span<ConditionalFormatters::FormatIndex const> formats,
                               VisualRules const& visuals,
-                              std::vector<Workbook::Rule const*>& deciding) const {
+                              std::vector<Rule const*>& deciding) const {
   deciding.clear();
   for (auto const* rule : {visuals.scale, visuals.bar, visuals.icon}) {
     if (rule != nullptr) {
@@ -68,24 +66,11 @@ void SheetRules::listDeciding(std::span<ConditionalFormatters::FormatIndex const
   }
 }
 
-std::size_t SheetRules::formatOf(Workbook::Rule const& rule) const noexcept {
+std::size_t SheetRules::formatOf(Rule const& rule) const noexcept {
   auto const found =
       std::ranges::lower_bound(_formats, rule.format, std::less<>(),
                                &std::pair<DOM::ConditionalFormat const*, std::size_t>::first);
   return found->second;
 }
 
-DOM::CellStyle findRuleStyle(Workbook::Document const& document, Workbook::Rule const& rule) {
-  DOM::CellStyle style;
-  style.setParentUUID(rule.format->getStyleUUID());
-  return DOM::getOverridenAllPropsWithParentStyles(document.getStyles(), style,
-                                                   DOM::TrackChangesViewMode::Final);
-}
-
-void sortByPriority(std::vector<Workbook::Rule const*>& rules) {
-  std::ranges::stable_sort(rules, {}, [](Workbook::Rule const* rule) {
-    return std::pair(!rule->priority.has_value(), rule->priority.value_or(0));
-  });
-}
-
-}  // namespace Zorv::Analysis
+}  // namespace Zorv::Workbook

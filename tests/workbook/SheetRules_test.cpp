@@ -1,4 +1,4 @@
-#include "analysis/Shared/SheetRules.h"
+#include "workbook/SheetRules.h"
 
 #include <memory>
 #include <vector>
@@ -8,7 +8,7 @@
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "workbook/DocumentValueProvider.h"
 
-namespace Zorv::Analysis {
+namespace Zorv::Workbook {
 namespace {
 
 /// Two sheets; the rules of the second are neither in the order of their formats nor all resolved.
@@ -39,12 +39,12 @@ protected:
     rule.format = _document.getSheets()[sheet].table->getLiveConditionalFormats()[format].get();
   }
 
-  Workbook::Document _document;
+  Document _document;
 };
 
 TEST_F(SheetRulesTest, LeadFromEachFormatToItsRuleAndBack) {
   ConditionalFormatters::ConditionalFormattingPropsCalculator const calculator(
-      std::make_unique<Workbook::DocumentValueProvider>(_document, "en-US", DOM::TimeZone()));
+      std::make_unique<DocumentValueProvider>(_document, "en-US", DOM::TimeZone()));
   SheetRules const rules(_document, 1,
                          calculator.getConditionalFormatRefs(*_document.getSheets()[1].table));
   auto const& all = _document.getRules();
@@ -66,7 +66,7 @@ TEST_F(SheetRulesTest, LeadFromEachVisualFormatToItsRule) {
     rule.visual = visuals[format].get();
   }
   ConditionalFormatters::ConditionalFormattingPropsCalculator const calculator(
-      std::make_unique<Workbook::DocumentValueProvider>(_document, "en-US", DOM::TimeZone()));
+      std::make_unique<DocumentValueProvider>(_document, "en-US", DOM::TimeZone()));
   SheetRules const rules(_document, 1,
                          calculator.getConditionalFormatRefs(*_document.getSheets()[1].table));
   EXPECT_EQ(&rules.ruleOfVisual(0), &_document.getRules()[6]);
@@ -74,4 +74,4 @@ TEST_F(SheetRulesTest, LeadFromEachVisualFormatToItsRule) {
 }
 
 }  // namespace
-}  // namespace Zorv::Analysis
+}  // namespace Zorv::Workbook
