@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks the pages README.md, CONTRIBUTING.md, SECURITY.md and docs/: their examples and the paths
-# that they name.
+# Checks the pages README.md, CONTRIBUTING.md, SECURITY.md and those below docs/ and examples/: their
+# examples and the paths that they name.
 #
 # check_docs.sh DIRECTORY_OF_CNDFRMT, from the root of the sources.
 #   - In a block marked "console", the lines after "$ COMMAND" are the output of the command.
@@ -92,7 +92,7 @@ roots=$(find . -mindepth 1 -maxdepth 1 -type d ! -name build ! -name '.*' -print
 roots=${roots%|}
 fresh=$(mktemp)
 trap 'rm -f "$fresh"' EXIT
-for document in README.md CONTRIBUTING.md SECURITY.md docs/*.md docs/decisions/*.md; do
+for document in README.md CONTRIBUTING.md SECURITY.md docs/*.md docs/*/*.md examples/README.md; do
   regenerate "$document" >"$fresh"
   if [ "${CNDFRMT_REWRITE_GOLDEN:-}" = 1 ]; then
     cp "$fresh" "$document"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the build into a directory of its own and uses it as a stranger would:
-#   - the programs in examples/consumer and tests/install/consumer, configured with CMake against the
+#   - the programs in examples/ and tests/install/consumer, configured with CMake against the
 #     installed package, build and run, and print what they should. They are built in a folder that
 #     comes first where headers are looked up, and has a broken file of the name of every header;
 #   - a component that is not installed is refused by its name;
@@ -45,12 +45,23 @@ build_consumer() {
   cmake --build "$work/$2"
 }
 
-build_consumer examples/consumer consumer
-"$work/consumer/whole_table"
-diff "$sources/examples/consumer/first_program.txt" <("$work/consumer/first_program")
+# check_output FILE COMMAND...: the command succeeds, and prints what the file holds.
+check_output() {
+  "${@:2}" >"$work/output.txt"
+  diff "$sources/$1" "$work/output.txt"
+}
+
+workbook=$sources/examples/demo.xlsx
+build_consumer examples examples
+"$work/examples/consumer/whole_table"
+check_output examples/consumer/first_program.txt "$work/examples/consumer/first_program"
+for example in grid_view export_html sqlite_rows; do
+  check_output examples/$example/expected.txt "$work/examples/$example/$example"
+done
+check_output examples/explain_cell/expected.txt \
+  "$work/examples/explain_cell/explain_cell" "$workbook" Invoices E4
 
 build_consumer tests/install/consumer workbook-consumer
-workbook=$sources/examples/demo.xlsx
 diff <("$prefix/bin/cndfrmt" resolve --format csv "$workbook" 2>/dev/null | sed 1d | cut -d, -f1,2) \
   <("$work/workbook-consumer/read_workbook" "$workbook")
 
