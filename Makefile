@@ -1,7 +1,7 @@
 # The commands of this project; each one installs and builds what it needs and what has changed.
 
 .DEFAULT_GOAL := help
-.PHONY: help packages all-packages python-packages tool python release run test checks corpus docs bench tidy fuzz hostile format clean
+.PHONY: help packages all-packages python-packages tool python release run test checks corpus docs bench tidy fuzz hostile package format clean
 
 # Done, all, and the seconds since the start.
 export NINJA_STATUS = [%f of %t, %es] 
@@ -84,6 +84,15 @@ fuzz: all-packages build/fuzz/build.ninja ## Look for inputs that break somethin
 
 hostile: tool ## Run the tool over hostile files
 	@tests/hostile/check_hostile.py build/release/bin/cndfrmt
+
+# The packages of one commit have the same bytes, whenever they are made.
+package: export SOURCE_DATE_EPOCH ?= $(shell git log -1 --format=%ct)
+package: ## Make Debian packages in build/package/packages, and try them
+	@scripts/install_packages.sh packages.txt packages_python.txt packages_package.txt
+	@cmake --preset package
+	@cmake --build --preset package
+	@cmake --build --preset package --target package
+	@packaging/check_packages.sh build/package .
 
 clean: ## Remove what was built
 	@rm -rf build
