@@ -11,6 +11,234 @@ namespace {
 
 constexpr std::size_t blockCapacity = 256;
 
+using Entry = CellStore::Entry;
+using Block = std::vector<Entry>;
+
+bool isBefore(Entry const& a, Entry const& b) noexcept { return a.key < b.key; }
+
+/// Neighbouring lines that a remap moves by one distance, or removes.
+struct LineRun {
+  unsigned long end;                   ///< the line after the last one
+  std::optional<unsigned long> shift;  ///< modulo 2^64; none: the lines are removed
+};
+
+/// The first line, from one on, that a remap does not move by a distance; at most `end`.
+unsigned long skipMoved(CellStore::Remap const& remap, unsigned long line, unsigned long end,
+                        unsigned long shift) {
+  for (; line < end; ++line) {
+    auto const moved = remap(line);
+    if (!moved || *moved - line != shift) {
+      break;
+    }
+  }
+  return line;
+}
+
+unsigned long skipRemoved(CellStore::Remap const& remap, unsigned long line, unsigned long end) {
+  while (line < end && !remap(line)) {
+    ++line;
+  }
+  return line;
+}
+
+/// The new columns of all columns. Columns that are removed have none.
+class ColumnRemap {
+public:
+  ColumnRemap(CellStore::Remap const& remap, unsigned long count) : _isRemoved(count) {
+    _shifts.reserve(count);
+    unsigned long least = 0;  // the new column of the next one, if the order stays
+    for (unsigned long column = 0; column < count; ++column) {
+      auto const moved = remap(column);
+      _isRemoved[column] = !moved;
+      _shifts.push_back(moved.value_or(column) - column);
+      _removes = _removes || !moved;
+      _keepsOrder = _keepsOrder && (!moved || *moved >= least);
+      least = moved ? *moved + 1 : least;
+    }
+  }
+
+  [[nodiscard]] bool keepsOrder() const noexcept { return _keepsOrder; }
+
+  void apply(Block& block) const noexcept {
+    if (_removes) {
+      std::erase_if(block, [&](Entry const& entry) { return _isRemoved[entry.getColumn()]; });
+    }
+    for (Entry& entry : block) {
+      entry.key += _shifts[entry.getColumn()];
+    }
+  }
+
+private:
+  std::vector<bool> _isRemoved;
+  std::vector<unsigned long> _shifts;  ///< modulo 2^64
+  bool _removes = false;
+  bool _keepsOrder = true;
+};
+
+/// The runs of lines from `first` up to `end`, which lies outside; none if there are more than an
+/// edit of a table makes.
+std::vector<LineRun> findLineRuns(CellStore::Remap const& remap, unsigned long first,
+                                  unsigned long end) {
+  constexpr std::size_t mostRuns = 8;
+  std::vector<LineRun> runs;
+  for (unsigned long line = first; line < end && runs.size() <= mostRuns;) {
+    auto const moved = remap(line);
+    auto const shift = moved ? std::optional(*moved - line) : std::nullopt;
+    ++line;
+    if (shift) {
+      line = skipMoved(remap, line, end, *shift);
+    } else {
+      line = skipRemoved(remap, line, end);
+    }
+    runs.push_back({line, shift});
+  }
+  return runs.size() <= mostRuns ? runs : std::vector<LineRun>();
+}
+
+/// Puts cells in order of which one group stands in the wrong place, as after a move of lines; other
+/// ones are sorted.
+template <class Iterator>
+void putInOrder(Iterator begin, Iterator end) {
+  auto const second = std::is_sorted_until(begin, end, isBefore);
+  if (second == end) {
+    return;
+  }
+  auto const gap = std::upper_bound(begin, second, *second, isBefore);
+  auto const rest = std::lower_bound(second, end, *std::prev(second), isBefore);
+  std::rotate(gap, second, rest);
+  if (!std::is_sorted(begin, end, isBefore)) {
+    std::sort(begin, end, isBefore);
+  }
+}
+
+/// Puts the cells of each row in order. The rows themselves are in order.
+class RowSorter {
+public:
+  /// Takes all memory that sorting needs.
+  explicit RowSorter(std::size_t cellCount) {
+    constexpr std::size_t mostCellsOfRow = 16'384;
+    _row.reserve(std::min(cellCount, mostCellsOfRow));
+  }
+
+  void sort(std::vector<Block>& blocks) {
+    std::size_t block = 0;
+    std::size_t offset = 0;
+    while (block < blocks.size()) {
+      unsigned long const row = blocks[block][offset].getRow();
+      std::size_t const end = findEndOfRow(blocks[block], offset, row);
+      bool const goesOn = end == blocks[block].size() && block + 1 < blocks.size() &&
+                          blocks[block + 1].front().getRow() == row;
+      if (goesOn) {
+        sortAcross(blocks, block, offset);
+      } else {
+        putInOrder(iteratorAt(blocks[block], offset), iteratorAt(blocks[block], end));
+        offset = end;
+      }
+      if (offset == blocks[block].size()) {
+        ++block;
+        offset = 0;
+      }
+    }
+  }
+
+private:
+  static Block::iterator iteratorAt(Block& block, std::size_t offset) noexcept {
+    return block.begin() + static_cast<std::ptrdiff_t>(offset);
+  }
+
+  static std::size_t findEndOfRow(Block const& block, std::size_t offset,
+                                  unsigned long row) noexcept {
+    while (offset < block.size() && block[offset].getRow() == row) {
+      ++offset;
+    }
+    return offset;
+  }
+
+  /// Sorts a row that begins at a place and goes on in further blocks. Moves the place to the end
+  /// of the row.
+  void sortAcross(std::vector<Block>& blocks, std::size_t& block, std::size_t& offset) {
+    unsigned long const row = blocks[block][offset].getRow();
+    _row.clear();
+    forEachOfRow(blocks, block, offset, row,
+                 [this](Entry& entry) { _row.push_back(std::move(entry)); });
+    putInOrder(_row.begin(), _row.end());
+    std::size_t count = 0;
+    std::size_t const size = _row.size();
+    while (count < size) {
+      if (offset == blocks[block].size()) {
+        ++block;
+        offset = 0;
+      }
+      blocks[block][offset++] = std::move(_row[count++]);
+    }
+  }
+
+  template <class Visit>
+  static void forEachOfRow(std::vector<Block>& blocks, std::size_t block, std::size_t offset,
+                           unsigned long row, Visit const& visit) {
+    for (; block < blocks.size(); ++block, offset = 0) {
+      for (; offset < blocks[block].size(); ++offset) {
+        if (blocks[block][offset].getRow() != row) {
+          return;
+        }
+        visit(blocks[block][offset]);
+      }
+    }
+  }
+
+  Block _row;  ///< that goes on in several blocks
+};
+
+/// Cuts a block in two, so that no block has cells on both sides of a key.
+void cutAt(std::vector<Block>& blocks, std::vector<CellStore::Key>& firstKeys,
+           CellStore::Key key) {
+  blocks.reserve(blocks.size() + 1);
+  firstKeys.reserve(blocks.size() + 1);
+  auto const index = std::ranges::lower_bound(firstKeys, key) - firstKeys.begin();
+  if (index == 0 || blocks[static_cast<std::size_t>(index) - 1].back().key < key) {
+    return;
+  }
+  Block& lower = blocks[static_cast<std::size_t>(index) - 1];
+  auto const cut = std::lower_bound(
+      lower.begin(), lower.end(), key,
+      [](Entry const& entry, CellStore::Key bound) { return entry.key < bound; });
+  Block upper;
+  upper.reserve(static_cast<std::size_t>(lower.end() - cut));
+  upper.assign(std::make_move_iterator(cut), std::make_move_iterator(lower.end()));
+  lower.erase(cut, lower.end());
+  firstKeys.insert(firstKeys.begin() + index, upper.front().key);
+  blocks.insert(blocks.begin() + index, std::move(upper));
+}
+
+/// Joins neighbours that fit into one block together, as far as no memory is needed for it.
+void joinSmallBlocks(std::vector<Block>& blocks) noexcept {
+  std::size_t kept = 0;
+  for (std::size_t next = 1; next < blocks.size(); ++next) {
+    Block& block = blocks[kept];
+    std::size_t const size = block.size() + blocks[next].size();
+    if (size <= blockCapacity && size <= block.capacity()) {
+      std::ranges::move(blocks[next], std::back_inserter(block));
+    } else if (++kept != next) {
+      blocks[kept] = std::move(blocks[next]);
+    }
+  }
+  blocks.resize(std::min(blocks.size(), kept + 1));
+}
+
+/// Makes the index of first keys again, which does not grow. Gives the number of cells.
+std::size_t indexBlocks(std::vector<Block>& blocks,
+                        std::vector<CellStore::Key>& firstKeys) noexcept {
+  std::erase_if(blocks, [](Block const& block) { return block.empty(); });
+  joinSmallBlocks(blocks);
+  firstKeys.clear();
+  std::size_t count = 0;
+  for (Block const& block : blocks) {
+    firstKeys.push_back(block.front().key);
+    count += block.size();
+  }
+  return count;
+}
+
 }  // namespace
 
 Cell& CellStore::getOrCreate(unsigned long row, unsigned long column) {
@@ -117,17 +345,48 @@ TableRange CellStore::getUsedRange() const noexcept {
 }
 
 void CellStore::remapRows(Remap const& remap) {
-  rebuild([&remap](Key key) -> std::optional<Key> {
-    auto const row = remap(key >> columnBits);
-    return row ? std::optional<Key>(makeKey(*row, key & columnMask)) : std::nullopt;
-  });
+  auto const [first, end] = getUsedRows();
+  std::vector<LineRun> const runs = findLineRuns(remap, first, end);
+  if (runs.empty()) {
+    rebuild([&remap](Key key) -> std::optional<Key> {
+      auto const row = remap(key >> columnBits);
+      return row ? std::optional<Key>(makeKey(*row, key & columnMask)) : std::nullopt;
+    });
+    return;
+  }
+  // Cut so that each block lies in one run. Should memory be short meanwhile, all is as it was.
+  for (LineRun const& run : runs) {
+    cutAt(_blocks, _firstKeys, makeKey(run.end, 0));
+  }
+  auto run = runs.begin();
+  for (Block& block : _blocks) {
+    while (block.front().getRow() >= run->end) {
+      ++run;
+    }
+    if (!run->shift) {
+      block.clear();
+    } else if (*run->shift != 0) {
+      for (Entry& entry : block) {
+        entry.key += Key{*run->shift} << columnBits;
+      }
+    }
+  }
+  std::erase_if(_blocks, [](Block const& block) { return block.empty(); });
+  std::ranges::sort(_blocks, {}, [](Block const& block) { return block.front().key; });
+  _size = indexBlocks(_blocks, _firstKeys);
 }
 
 void CellStore::remapColumns(Remap const& remap) {
-  rebuild([&remap](Key key) -> std::optional<Key> {
-    auto const column = remap(key & columnMask);
-    return column ? std::optional<Key>(makeKey(key >> columnBits, *column)) : std::nullopt;
-  });
+  ColumnRemap const columns(remap, columnMask + 1);
+  RowSorter sorter(columns.keepsOrder() ? 0 : _size);
+  for (Block& block : _blocks) {
+    columns.apply(block);
+  }
+  if (!columns.keepsOrder()) {
+    std::erase_if(_blocks, [](Block const& block) { return block.empty(); });
+    sorter.sort(_blocks);
+  }
+  _size = indexBlocks(_blocks, _firstKeys);
 }
 
 std::size_t CellStore::offsetIn(Block const& block, Key key) noexcept {

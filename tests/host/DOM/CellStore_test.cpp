@@ -174,5 +174,117 @@ TEST(CellStore, RemapMovesEveryCell) {
   EXPECT_EQ(readNumber(*store.find(997, 8)), 2.0);
 }
 
+/// Remaps of lines by name: those that edits of a table make, and others.
+std::vector<std::pair<char const*, CellStore::Remap>> listRemaps() {
+  using Line = std::optional<unsigned long>;
+  return {
+      {"insert", [](unsigned long line) -> Line { return line < 20 ? line : line + 3; }},
+      {"insert before all", [](unsigned long line) -> Line { return line + 1; }},
+      {"delete",
+       [](unsigned long line) -> Line {
+         return line < 7 ? Line(line) : line < 19 ? std::nullopt : Line(line - 12);
+       }},
+      {"delete all", [](unsigned long /*line*/) -> Line { return std::nullopt; }},
+      {"move down",
+       [](unsigned long line) -> Line {
+         bool const isMoved = 3 <= line && line < 5;
+         return isMoved ? line + 30 : 5 <= line && line < 35 ? line - 2 : line;
+       }},
+      {"move up by one",
+       [](unsigned long line) -> Line { return line == 9 ? 10 : line == 10 ? 9 : line; }},
+      {"turn around", [](unsigned long line) -> Line { return line < 60 ? 59 - line : line; }},
+      {"interleave",
+       [](unsigned long line) -> Line {
+         return line < 30 ? 2 * line : line < 60 ? 2 * (line - 30) + 1 : line;
+       }},
+      {"delete every third",
+       [](unsigned long line) -> Line { return line % 3 == 0 ? std::nullopt : Line(line); }},
+  };
+}
+
+/// Fills a store and a map with the same cells: a square in which every third place is empty.
+void fillSquare(CellStore& store, std::map<Place, double>& model) {
+  constexpr unsigned long side = 60;
+  for (unsigned long row = 0; row < side; ++row) {
+    for (unsigned long column = 0; column < side; ++column) {
+      if ((row + column) % 3 != 0) {
+        auto const value = static_cast<double>(row * side + column);
+        setNumber(store, {row, column}, value);
+        model[{row, column}] = value;
+      }
+    }
+  }
+}
+
+TEST(CellStore, ARemapOfRowsMovesEachCell) {
+  for (auto const& [name, remap] : listRemaps()) {
+    CellStore store;
+    std::map<Place, double> model;
+    fillSquare(store, model);
+    for (int round = 0; round < 2; ++round) {
+      std::map<Place, double> moved;
+      for (auto const& [place, value] : model) {
+        if (auto const row = remap(place.first)) {
+          moved[{*row, place.second}] = value;
+        }
+      }
+      store.remapRows(remap);
+      model = moved;
+      EXPECT_EQ(contentOf(store),
+                (std::vector<std::pair<Place, double>>(model.begin(), model.end())))
+          << name;
+      EXPECT_EQ(store.size(), model.size()) << name;
+    }
+    setNumber(store, {30, 30}, -1);
+    EXPECT_EQ(readNumber(*store.find(30, 30)), -1) << name;
+  }
+}
+
+TEST(CellStore, ARemapOfColumnsMovesEachCell) {
+  for (auto const& [name, remap] : listRemaps()) {
+    CellStore store;
+    std::map<Place, double> model;
+    fillSquare(store, model);
+    // A row that goes on through several blocks.
+    for (unsigned long column = 0; column < 60; ++column) {
+      for (unsigned long far = 0; far < 20; ++far) {
+        unsigned long const place = far == 0 ? column : 60 * far + column;
+        setNumber(store, {60, place}, static_cast<double>(place));
+        model[{60, place}] = static_cast<double>(place);
+      }
+    }
+    std::map<Place, double> moved;
+    for (auto const& [place, value] : model) {
+      if (auto const column = remap(place.second)) {
+        moved[{place.first, *column}] = value;
+      }
+    }
+    store.remapColumns(remap);
+    EXPECT_EQ(contentOf(store),
+              (std::vector<std::pair<Place, double>>(moved.begin(), moved.end())))
+        << name;
+    EXPECT_EQ(store.size(), moved.size()) << name;
+  }
+}
+
+TEST(CellStore, StaysInFewBlocksThroughManyMoves) {
+  CellStore store;
+  for (unsigned long row = 0; row < 20'000; ++row) {
+    setNumber(store, {row, 0}, static_cast<double>(row));
+  }
+  for (unsigned long move = 0; move < 500; ++move) {
+    unsigned long const from = 37 * move % 19'000;
+    store.remapRows([from](unsigned long row) -> std::optional<unsigned long> {
+      return row == from ? from + 1 : row == from + 1 ? from : row;
+    });
+  }
+  EXPECT_EQ(store.size(), 20'000U);
+  std::size_t blocks = 0;
+  for (auto it = store.lowerBound(0, 0); it != store.end(); it = store.next(it)) {
+    blocks = it.block + 1;
+  }
+  EXPECT_LT(blocks, 250U);
+}
+
 }  // namespace
 }  // namespace Zorv::DOM
