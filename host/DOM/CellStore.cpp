@@ -95,8 +95,8 @@ std::vector<LineRun> findLineRuns(CellStore::Remap const& remap, unsigned long f
   return runs.size() <= mostRuns ? runs : std::vector<LineRun>();
 }
 
-/// Puts cells in order of which one group stands in the wrong place, as after a move of lines; other
-/// ones are sorted.
+/// Puts cells in order of which one group stands in the wrong place, as after a move of lines;
+/// other ones are sorted.
 template <class Iterator>
 void putInOrder(Iterator begin, Iterator end) {
   auto const second = std::is_sorted_until(begin, end, isBefore);
@@ -190,8 +190,7 @@ private:
 };
 
 /// Cuts a block in two, so that no block has cells on both sides of a key.
-void cutAt(std::vector<Block>& blocks, std::vector<CellStore::Key>& firstKeys,
-           CellStore::Key key) {
+void cutAt(std::vector<Block>& blocks, std::vector<CellStore::Key>& firstKeys, CellStore::Key key) {
   blocks.reserve(blocks.size() + 1);
   firstKeys.reserve(blocks.size() + 1);
   auto const index = std::ranges::lower_bound(firstKeys, key) - firstKeys.begin();
@@ -199,9 +198,9 @@ void cutAt(std::vector<Block>& blocks, std::vector<CellStore::Key>& firstKeys,
     return;
   }
   Block& lower = blocks[static_cast<std::size_t>(index) - 1];
-  auto const cut = std::lower_bound(
-      lower.begin(), lower.end(), key,
-      [](Entry const& entry, CellStore::Key bound) { return entry.key < bound; });
+  auto const cut =
+      std::lower_bound(lower.begin(), lower.end(), key,
+                       [](Entry const& entry, CellStore::Key bound) { return entry.key < bound; });
   Block upper;
   upper.reserve(static_cast<std::size_t>(lower.end() - cut));
   upper.assign(std::make_move_iterator(cut), std::make_move_iterator(lower.end()));

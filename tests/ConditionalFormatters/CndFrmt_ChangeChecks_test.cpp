@@ -33,7 +33,7 @@ struct CheckedSheet {
   bool lookAfterwards = false;
 };
 
-std::vector<TableRange> const everything{{0, 0, DOM::Table::rowCount, DOM::Table::columnCount}};
+std::vector<TableRange> const allOfTheSheet{{0, 0, DOM::Table::rowCount, DOM::Table::columnCount}};
 
 TEST(ChangeChecks, NameTheCellAndTheFormatOfAValueThatWasNotTold) {
   CheckedSheet checked;
@@ -45,7 +45,7 @@ TEST(ChangeChecks, NameTheCellAndTheFormatOfAValueThatWasNotTold) {
   EXPECT_EQ(found.front(),
             "A1: format 1 did not hold before and holds now, but no change that was told reaches "
             "the cell");
-  EXPECT_EQ(checked.areas, everything);
+  EXPECT_EQ(checked.areas, allOfTheSheet);
 }
 
 TEST(ChangeChecks, FindAMeanThatIsOutOfDateAndPrepareItAnew) {
@@ -58,7 +58,7 @@ TEST(ChangeChecks, FindAMeanThatIsOutOfDateAndPrepareItAnew) {
   checked.sheet.table.setValue(3, 0, number(100));
   live.check({.report = [&](UntoldChange const& change) { found.push_back(describe(change)); },
               .cellCount = 40});
-  EXPECT_EQ(live.apply({}), everything);
+  EXPECT_EQ(live.apply({}), allOfTheSheet);
   ASSERT_FALSE(found.empty());
   EXPECT_EQ(found.front(),
             "A1: format 0 holds by the known values and not by those of now, but no change that "

@@ -191,7 +191,9 @@ std::vector<std::pair<char const*, CellStore::Remap>> listRemaps() {
          return isMoved ? line + 30 : 5 <= line && line < 35 ? line - 2 : line;
        }},
       {"move up by one",
-       [](unsigned long line) -> Line { return line == 9 ? 10 : line == 10 ? 9 : line; }},
+       [](unsigned long line) -> Line { return line == 9    ? 10
+                                               : line == 10 ? 9
+                                                            : line; }},
       {"turn around", [](unsigned long line) -> Line { return line < 60 ? 59 - line : line; }},
       {"interleave",
        [](unsigned long line) -> Line {
@@ -260,8 +262,7 @@ TEST(CellStore, ARemapOfColumnsMovesEachCell) {
       }
     }
     store.remapColumns(remap);
-    EXPECT_EQ(contentOf(store),
-              (std::vector<std::pair<Place, double>>(moved.begin(), moved.end())))
+    EXPECT_EQ(contentOf(store), (std::vector<std::pair<Place, double>>(moved.begin(), moved.end())))
         << name;
     EXPECT_EQ(store.size(), moved.size()) << name;
   }
