@@ -41,8 +41,12 @@ inline constexpr ValueBits noValueBits = ~ValueBits{0};
 [[nodiscard]] inline ValueBits bitsOfNumber(double number) noexcept {
   return std::isnan(number) ? nanBits : std::bit_cast<ValueBits>(number == 0.0 ? 0.0 : number);
 }
-[[nodiscard]] inline bool isNumberBits(ValueBits bits) noexcept {
-  return !std::isnan(std::bit_cast<double>(bits)) || bits == nanBits;
+[[nodiscard]] constexpr bool isNumberBits(ValueBits bits) noexcept {
+  constexpr ValueBits infinityBits = 0x7FF0'0000'0000'0000;
+  constexpr ValueBits withoutSign = ~(ValueBits{1} << 63U);
+  // Without a branch: see where numbers are summed.
+  return static_cast<unsigned>((bits & withoutSign) <= infinityBits) |
+         static_cast<unsigned>(bits == nanBits);
 }
 
 }  // namespace Zorv::ConditionalFormatters

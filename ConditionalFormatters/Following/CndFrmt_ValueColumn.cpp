@@ -17,6 +17,8 @@ constexpr std::size_t mostSmall = std::size_t{1} << 22U;
 /// Up to here each whole number is a double.
 constexpr std::uint64_t largestExact = std::uint64_t{1} << 53U;
 
+constexpr ValueBits negativeZeroBits = ValueBits{1} << 63U;
+
 std::optional<std::int64_t> asSmallWhole(ValueBits bits) noexcept {
   auto const number = std::bit_cast<double>(bits);
   if (std::abs(number) <= largestSmall && std::trunc(number) == number) {
@@ -25,10 +27,12 @@ std::optional<std::int64_t> asSmallWhole(ValueBits bits) noexcept {
   return std::nullopt;
 }
 
-/// Adds the numbers among values. To add -0 changes no sum, and costs no branch.
+/// Adds the numbers among values. Of other values -0 is added, which changes no sum: branches on
+/// the kinds of values would be mispredicted.
 double addNumbers(double sum, std::vector<ValueBits> const& values) noexcept {
   for (ValueBits const bits : values) {
-    sum += isNumberBits(bits) ? std::bit_cast<double>(bits) : -0.0;
+    ValueBits const mask = ValueBits{0} - static_cast<ValueBits>(isNumberBits(bits));
+    sum += std::bit_cast<double>((bits & mask) | (negativeZeroBits & ~mask));
   }
   return sum;
 }

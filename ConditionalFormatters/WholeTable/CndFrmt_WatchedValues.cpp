@@ -37,12 +37,18 @@ WatchedValues::Index WatchedValues::insert(FormulaValue const& value) {
   if (slot.index == none && place.othersOfKey < mostOfOneKey) {
     _values.push_back(value);
     slot = {key, static_cast<Index>(_values.size() - 1)};
+    _filter.set(filterIndexOf(key.hash()));
   }
   return slot.index;
 }
 
-WatchedValues::Index WatchedValues::find(FormulaValue const& value) const {
-  return isComparable(value) ? _slots[findPlace(watchedKeyOf(value), value).slot].index : none;
+// Flattened: GCC leaves boost::get as a call.
+[[gnu::flatten]] WatchedValues::Index WatchedValues::find(FormulaValue const& value) const {
+  if (!isComparable(value)) {
+    return none;
+  }
+  ValueKey const key = watchedKeyOf(value);
+  return _filter.test(filterIndexOf(key.hash())) ? _slots[findPlace(key, value).slot].index : none;
 }
 
 WatchedValues::Place WatchedValues::findPlace(ValueKey key, FormulaValue const& value) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -42,9 +43,16 @@ private:
   };
 
   static constexpr unsigned mostOfOneKey = 32;
+  static constexpr unsigned filterBits = 16;
 
+  [[nodiscard]] static std::size_t filterIndexOf(std::uint64_t hash) noexcept {
+    return hash >> (64U - filterBits);
+  }
   [[nodiscard]] Place findPlace(FormulaModel::ValueKey key, FormulaValue const& value) const;
 
+  /// One bit for each hash's upper bits, set if a watched value has them: most other values need no
+  /// search.
+  std::bitset<std::size_t{1} << filterBits> _filter;
   std::vector<Slot> _slots;           ///< a power of two
   std::vector<FormulaValue> _values;  ///< by index
 };
