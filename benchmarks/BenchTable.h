@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
@@ -12,6 +13,7 @@
 #include "DOM/ConditionalFormatOperator.h"
 #include "DOM/Styles.h"
 #include "DOM/Table.h"
+#include "FormulaModel/FormulaValue.h"
 #include "Utils/TableRange.h"
 
 namespace Zorv::Benchmarks {
@@ -25,6 +27,8 @@ public:
   /// Adds a format over a range, or over the whole column.
   void addFormat(DOM::ConditionalFormatOperator condition,
                  std::optional<TableRange> range = std::nullopt);
+  /// Sets a cell of the column.
+  void setValue(std::size_t row, FormulaValue value) { _table.setValue(row, 0, std::move(value)); }
   void makeCalculator();
   void makeCalculator(std::unique_ptr<ConditionalFormatters::ValueContextProvider> provider);
 

@@ -5,6 +5,7 @@ namespace Zorv::Benchmarks {
 
 void registerAnalysis();
 void registerCellCache();
+void registerLive();
 void registerLoader();
 void registerMemory();
 void registerPicture();

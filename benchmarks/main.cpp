@@ -9,6 +9,7 @@ int main(int argumentCount, char** arguments) {
   }
   Zorv::Benchmarks::registerAnalysis();
   Zorv::Benchmarks::registerCellCache();
+  Zorv::Benchmarks::registerLive();
   Zorv::Benchmarks::registerLoader();
   Zorv::Benchmarks::registerMemory();
   Zorv::Benchmarks::registerPicture();

@@ -72,6 +72,19 @@ def report_visuals(times, counters):
     return lines
 
 
+def report_live(times):
+    lines = ["| 1,000,000 cells, twelve rules, 2,000 cells in sight | ms | by a new resolver, ms | "
+             "ratio |", "|---|---|---|---|"]
+    kinds = {"edit": "one cell", "editCents": "one cell, where numbers are cents",
+             "paste": "1,000 cells"}
+    for kind, words in kinds.items():
+        followed, anew = (times[f"live/{kind}{which}/1000000"] / 1e6 for which in ("", "Anew"))
+        lines.append(f"| {words} | {followed:.3f} | {anew:.1f} | {anew / followed:.0f} |")
+    lines += ["", "The first view of a new resolver takes "
+              f"{times['view/first/1000000'] / 1e6:.1f} ms."]
+    return lines
+
+
 def report_analysis(times):
     lines = ["| question about a workbook | ms, 10,000 cells | 100,000 cells |", "|---|---|---|"]
     for question in ("explain", "check", "tidy", "diff"):
@@ -117,6 +130,7 @@ def report(context, times, counters):
     lines = [f"Measured on {context['date'][:10]}: {context['num_cpus']} cores of "
              f"{context['mhz_per_cpu']} MHz.", ""]
     lines += report_whole_tables(times, counters) + [""] + report_visuals(times, counters) + [""]
+    lines += report_live(times) + [""]
     lines += report_analysis(times) + [""]
     lines += report_pictures(times, counters) + [""]
     lines += report_cache(times) + [""]
