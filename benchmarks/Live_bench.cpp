@@ -66,11 +66,11 @@ public:
 private:
   void edit(unsigned long row) {
     auto const drawn = static_cast<double>(_random() % _table.getCellCount());
-    _table.setValue(row, _random() % 5 == 0
-                             ? FormulaValue(FormulaModel::FormulaString{
-                                   "Item " + std::to_string(static_cast<long>(drawn))})
-                             : FormulaValue(FormulaModel::FormulaNumber{
-                                   FloatNumber(drawn * _kind.unit)}));
+    _table.setValue(
+        row, _random() % 5 == 0
+                 ? FormulaValue(FormulaModel::FormulaString{
+                       "Item " + std::to_string(static_cast<long>(drawn))})
+                 : FormulaValue(FormulaModel::FormulaNumber{FloatNumber(drawn * _kind.unit)}));
   }
 
   EditKind _kind;
