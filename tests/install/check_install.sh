@@ -58,6 +58,7 @@ check_output examples/consumer/first_program.txt "$work/examples/consumer/first_
 for example in grid_view export_html sqlite_rows; do
   check_output examples/$example/expected.txt "$work/examples/$example/$example"
 done
+python3 "$sources/examples/live/test_live_sheet.py" "$work/examples/live/live_sheet" 100000
 check_output examples/explain_cell/expected.txt \
   "$work/examples/explain_cell/explain_cell" "$workbook" Invoices E4
 
