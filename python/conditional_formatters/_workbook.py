@@ -17,7 +17,7 @@ from typing import TYPE_CHECKING, Any, Iterator, Mapping, Optional, Sequence, Un
 from . import _core
 from ._codec import Value, from_json
 from ._css import style_to_css
-from ._errors import BudgetExceeded, Error, RenderWarning, SelectionError
+from ._errors import BudgetExceeded, Error, OptionError, RenderWarning, SelectionError
 from ._ranges import COLUMN_COUNT, ROW_COUNT, CellRef, Range, RangeRef, read_cell, read_range
 from ._records import (CheckFinding, Diff, Explanation, Failure, LoadFinding, Rule, Style, Visuals)
 
@@ -34,6 +34,7 @@ FAILED = -2
 DEFAULT_LIMITS: Mapping[str, int] = _core.default_limits()
 """What one file may hold, by name: a file that holds more is refused."""
 
+_MOST_THREADS = 256
 _WHOLE_SHEET = Range(0, 0, ROW_COUNT, COLUMN_COUNT)
 _NO_STYLE = Style()
 # Bytes that a position takes in a list of values, and in an array of rules.
@@ -54,6 +55,12 @@ class Budget:
     steps: Optional[int] = None
     memory: Optional[int] = 4 << 30
     seconds: Optional[float] = None
+
+    def __post_init__(self) -> None:
+        for name in ("steps", "memory", "seconds"):
+            value = getattr(self, name)
+            if value is not None and not 0 < value < 2**63:
+                raise OptionError(f"{name}: {value!r} is no amount above 0")
 
     @property
     def _allowance(self) -> tuple[Optional[int], Optional[int], Optional[float]]:
@@ -180,7 +187,7 @@ class Sheet:
         """
         with self._telling():
             chosen = _WHOLE_SHEET if range is None else read_range(range)
-            return self._visit(chosen, "existing", False, threads)
+            return self._visit(chosen, "existing", False, _check_threads(threads))
 
     def resolve(self, range: Optional[RangeRef] = None, *, threads: int = 1) -> Iterator[Cell]:
         """The cells for which a rule decides, or fails, row by row. Raises BudgetExceeded.
@@ -189,7 +196,8 @@ class Sheet:
         """
         with self._telling():
             chosen = self._range_from_corner(range)
-            return self._visit(chosen, "formatted", True, threads) if chosen else iter(())
+            count = _check_threads(threads)
+            return self._visit(chosen, "formatted", True, count) if chosen else iter(())
 
     def runs(self, range: Optional[RangeRef] = None, *, threads: int = 1) -> list[Run]:
         """The conditional styles as rectangles, by first row, then first column.
@@ -201,7 +209,8 @@ class Sheet:
             chosen = self._range_from_corner(range)
             if chosen is None:
                 return []
-            runs, styles = self.workbook._book.runs(self.index, chosen, threads, self._allowance)
+            runs, styles = self.workbook._book.runs(self.index, chosen, _check_threads(threads),
+                                                     self._allowance)
             read = [_read_style(style) for style in styles]
             return [Run(Range(*corners), read[style]) for *corners, style in runs]
 
@@ -240,8 +249,8 @@ class Sheet:
             array = numpy.empty(chosen.shape if chosen else (0, 0), dtype=numpy.int32)
             if chosen is None:
                 return array, []
-            sets = self.workbook._book.fill_rules(self.index, chosen, array, as_sets, threads,
-                                                  self._allowance)
+            sets = self.workbook._book.fill_rules(self.index, chosen, array, as_sets,
+                                                  _check_threads(threads), self._allowance)
             return array, sets
 
     # Questions.
@@ -398,7 +407,7 @@ class Workbook(Sequence[Sheet]):
         """A sheet by its name, in any letter case, or its index; several by a slice."""
         if not isinstance(key, str):
             return self.sheets[key]
-        index = self._book.find_sheet(key.encode(errors="replace").decode())
+        index = self._book.find_sheet(_plain(key))
         if index is None:
             names = ", ".join(repr(sheet.name) for sheet in self.sheets[:10])
             raise SelectionError(f"{self.file}: there is no sheet {key!r}; there is {names}",
@@ -436,7 +445,7 @@ class Workbook(Sequence[Sheet]):
     def diff(self, other: Workbook, *, threads: int = 1) -> Diff:
         """The sheets, rules and cells that differ in another workbook, or at another moment."""
         with self._telling():
-            records = self._book.diff(other._book, threads, self.budget._allowance)
+            records = self._book.diff(other._book, _check_threads(threads), self.budget._allowance)
             return from_json(Diff, json.loads(records))
 
     def render(self, target: Optional[Union[str, os.PathLike[str]]] = None, *,
@@ -459,14 +468,14 @@ class Workbook(Sequence[Sheet]):
             chosen = [self._find(sheet).index for sheet in sheets or []]
             corners = None if range is None else read_range(range)
             name = os.fsencode(os.path.basename(self.file))
-            bytes_, findings = self._book.render(
-                chosen, corners, _find_format(format, target), theme, scale, name,
-                _drawing_module(), threads, self.budget._allowance)
+            contents, findings = self._book.render(
+                chosen, corners, _plain(_find_format(format, target)), _plain(theme), scale, name,
+                _drawing_module(), _check_threads(threads), self.budget._allowance)
         for finding in findings:
             warnings.warn(finding, RenderWarning, stacklevel=2)
         if target is not None:
-            _replace_file(pathlib.Path(target), bytes_)
-        return bytes_
+            _replace_file(pathlib.Path(target), contents)
+        return contents
 
     def _repr_html_(self) -> str:
         return _frame(self.render(format="html"), self.file)
@@ -482,6 +491,30 @@ class Workbook(Sequence[Sheet]):
         except Error as error:
             error.file = self.file
             raise
+
+
+def _check_threads(threads: int) -> int:
+    if not 1 <= threads <= _MOST_THREADS:
+        raise OptionError(f"threads: {threads!r} is none of 1 to {_MOST_THREADS}")
+    return threads
+
+
+def _plain(text: str) -> str:
+    """A text without lone surrogates, which have no UTF-8."""
+    return text.encode(errors="replace").decode()
+
+
+def _read_limits(limits: Optional[Mapping[str, int]]) -> dict[str, int]:
+    for name, value in (limits or {}).items():
+        if name not in DEFAULT_LIMITS or not 0 <= value < 2**63:
+            raise OptionError(f"limits: {name!r} with {value!r}; DEFAULT_LIMITS has the names")
+    return dict(limits or {})
+
+
+def _read_now(now: Union[None, str, datetime.datetime]) -> Optional[str]:
+    if isinstance(now, datetime.datetime):
+        return now.isoformat(timespec="seconds")
+    return None if now is None else _plain(now)
 
 
 def _find_format(format: Optional[str], target: Optional[Union[str, os.PathLike[str]]]) -> str:
@@ -536,11 +569,11 @@ def open(source: Union[str, os.PathLike[str], bytes, bytearray, memoryview], *,
     file = name or (os.fsdecode(contents) if is_path else "workbook in memory")
     settings = {
         "name": file.encode(errors="surrogateescape"),
-        "now": now.isoformat(timespec="seconds") if isinstance(now, datetime.datetime) else now,
-        "time_zone": time_zone,
-        "locale": locale,
-        "semantics": semantics,
-        "limits": dict(limits or {}),
+        "now": _read_now(now),
+        "time_zone": _plain(time_zone),
+        "locale": _plain(locale),
+        "semantics": _plain(semantics),
+        "limits": _read_limits(limits),
     }
     try:
         return Workbook(_core.open(contents, is_path, settings, budget._allowance), file, budget)

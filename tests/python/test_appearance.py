@@ -49,6 +49,10 @@ def test_what_is_wrong_about_a_picture(demo, tmp_path):
     with pytest.raises(OSError):
         demo.render(tmp_path / "no" / "folder.html")
     assert list(tmp_path.iterdir()) == []
+    (tmp_path / "taken.html").mkdir()
+    with pytest.raises(OSError):
+        demo.render(tmp_path / "taken.html")
+    assert os.listdir(tmp_path) == ["taken.html"]
 
 
 def test_what_is_not_drawn_is_a_warning():

@@ -41,6 +41,19 @@ def test_the_time_of_a_call_is_bounded(slow):
     assert sheet.value("A2") == 1
 
 
+def test_the_time_of_opening_is_bounded(tmp_path):
+    sys.path.insert(0, str(DEMO.parents[1] / "benchmarks"))
+    from make_workbook import write_workbook
+
+    write_workbook(tmp_path / "large.xlsx", 20_000)
+    begin = time.monotonic()
+    with pytest.raises(cf.BudgetExceeded, match="0.02 seconds"):
+        cf.open(tmp_path / "large.xlsx", budget=cf.Budget(seconds=0.02))
+    assert time.monotonic() - begin < 0.5
+    with pytest.raises(cf.BudgetExceeded, match="steps"):
+        cf.open(tmp_path / "large.xlsx", budget=cf.Budget(steps=1000))
+
+
 def test_other_threads_run_meanwhile(slow):
     sheet = slow.workbook.within(cf.Budget(seconds=0.5))[0]
     turns = []

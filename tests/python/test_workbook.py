@@ -150,11 +150,35 @@ def test_a_limit_of_files():
 
 @pytest.mark.parametrize("options", [
     {"time_zone": "Nowhere"}, {"locale": "xx-Nowhere"}, {"now": "yesterday"},
-    {"semantics": "mine"}, {"limits": {"apples": 1}},
-], ids=lambda options: next(iter(options)))
+    {"semantics": "mine"}, {"limits": {"apples": 1}}, {"limits": {"cells": -1}},
+    {"time_zone": "\udcff"}, {"now": "\udcff"}, {"semantics": "\udcff"},
+], ids=lambda options: repr(options).encode("ascii", "backslashreplace").decode())
 def test_options_that_are_wrong(options):
     with pytest.raises(cf.OptionError, match=next(iter(options)) if "locale" not in options else ""):
         cf.open(DEMO, **options)
+
+
+@pytest.mark.parametrize("options", [
+    {"time_zone": 3}, {"locale": None}, {"now": 5}, {"semantics": 1}, {"name": 4}])
+def test_options_of_another_type(options):
+    with pytest.raises((TypeError, AttributeError)):
+        cf.open(DEMO, **options)
+
+
+@pytest.mark.parametrize("amounts", [
+    {"steps": 0}, {"memory": -1}, {"seconds": 0}, {"seconds": float("nan")}, {"steps": 2**64}])
+def test_budgets_that_are_wrong(amounts):
+    with pytest.raises(cf.OptionError, match=next(iter(amounts))):
+        cf.Budget(**amounts)
+
+
+@pytest.mark.parametrize("threads", [0, -1, 257, 10**30])
+def test_numbers_of_threads_that_are_wrong(demo, threads):
+    sheet = demo["Invoices"]
+    for ask in (sheet.rule_array, sheet.rule_sets, sheet.runs, sheet.cells, sheet.resolve,
+                sheet.render, lambda threads: demo.diff(demo, threads=threads)):
+        with pytest.raises(cf.OptionError, match="threads"):
+            ask(threads=threads)
 
 
 @pytest.mark.parametrize("ask", [
