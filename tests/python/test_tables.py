@@ -92,3 +92,10 @@ def test_a_sheet_without_cells_has_an_empty_array():
     assert empty.rule_array().shape == (0, 0)
     assert empty.rule_sets()[1] == [] and empty.runs() == [] and list(empty.resolve()) == []
     assert empty.values() == []
+
+
+@pytest.mark.parametrize("array", [
+    numpy.zeros(3, numpy.int32), numpy.zeros((2, 2), numpy.int64), numpy.zeros((2, 2), numpy.float32)])
+def test_an_array_of_another_shape_or_type_is_not_written(demo, array):
+    with pytest.raises(ValueError, match="32-bit"):
+        demo._book.fill_rules(0, (0, 0, 2, 2), array, False, 1, (None, None, None))
