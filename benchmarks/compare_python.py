@@ -45,7 +45,7 @@ def main():
                                                       check=True).stdout))
             python = min(python, quickest(sheet.rule_array, 1))
         print(f"{array.size} cells: C++ {native:.3f} s, Python {python:.3f} s, "
-              f"ratio {python / native:.2f}; a copy of the array {quickest(array.copy, 5):.4f} s")
+              f"ratio {python / native:.2f}; a copy of the array {1000 * quickest(array.copy, 5):.1f} ms")
         sets = quickest(sheet.rule_sets, rounds)
         cells = quickest(lambda: sum(1 for _ in sheet.cells()), 1)
         print(f"rule_sets() {sets:.3f} s, cells() {cells:.1f} s")

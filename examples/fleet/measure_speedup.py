@@ -23,18 +23,21 @@ from journal import Journal
 from make_archive import write_archive
 
 
+def inspect(client, files, folder):
+    """Seconds for some files, without a journal of earlier ones."""
+    begin = time.monotonic()
+    with Journal(folder / "journal.jsonl") as journal:
+        run(client, files, journal, Options())
+    (folder / "journal.jsonl").unlink()
+    return time.monotonic() - begin
+
+
 def measure(files, workers, folder):
     """Seconds that some workers take for all files."""
     with start_workers(workers) as cluster, distributed.Client(cluster) as client:
         client.upload_file(inspect_workbook.__file__)
-        run(client, files[:workers], Journal(folder / "warm.jsonl"), Options())
-        (folder / "warm.jsonl").unlink()
-        begin = time.monotonic()
-        with Journal(folder / "journal.jsonl") as journal:
-            run(client, files, journal, Options())
-        seconds = time.monotonic() - begin
-        (folder / "journal.jsonl").unlink()
-    return seconds
+        inspect(client, files[:workers], folder)
+        return inspect(client, files, folder)
 
 
 def main():
