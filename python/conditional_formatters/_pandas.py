@@ -48,6 +48,11 @@ def _take_header(frame: pandas.DataFrame) -> pandas.DataFrame:
     return body.infer_objects()
 
 
+def _show(value: object) -> object:
+    """A number as a sheet shows it in general format; anything else as it is."""
+    return f"{value:.15g}" if isinstance(value, float) else value
+
+
 def make_frame(sheet: Sheet, range_: Optional[RangeRef], header: bool) -> pandas.DataFrame:
     """The values of a range."""
     with sheet._telling():
@@ -66,4 +71,4 @@ def make_styler(sheet: Sheet, range_: Optional[RangeRef], header: bool) -> Style
                 css[cell.row - chosen.first_row][cell.column - chosen.first_column] = cell.to_css()
     styles = pandas.DataFrame(css[1:] if header else css, index=frame.index, columns=frame.columns)
     styler = frame.style.apply(lambda _: styles, axis=None)
-    return styler.format(escape="html").format_index(escape="html", axis=1)
+    return styler.format(_show, escape="html", na_rep="").format_index(escape="html", axis=1)

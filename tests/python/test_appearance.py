@@ -109,6 +109,9 @@ def test_a_frame_of_pandas_has_the_values_and_their_places():
 def test_a_styler_of_pandas_shows_effective_styles_and_escapes_texts():
     rules = [("B2:B3", CellIsRule(operator="greaterThan", formula=["2"], fill=YELLOW))]
     sheet = make_book([[EVIL, "Sum"], [EVIL, 3], ["x", 1]], rules)[0]
+    plain = sheet.to_pandas_style().to_html()
+    assert ">3</td>" in plain and "3.0" not in plain
+    assert "None" not in make_book([[1, None], [None, "x"]])[0].to_pandas_style().to_html()
     for header, style in ((False, "row1_col1"), (True, "row0_col1")):
         page = sheet.to_pandas_style(header=header).to_html()
         assert "<script>" not in page and page.count("&lt;script&gt;") == 2
