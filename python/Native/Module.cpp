@@ -24,6 +24,7 @@ namespace {
 namespace CF = ConditionalFormatters;
 
 using BookPtr = std::shared_ptr<Book>;
+using BookClass = py::class_<Book, BookPtr>;
 
 /// Opens a path, or the contents of a file; both are bytes.
 BookPtr openBook(py::bytes const& source, bool isPath, py::dict const& settings,
@@ -67,6 +68,14 @@ py::list takeCells(CellList const& list, std::size_t begin, std::size_t end) {
         cell.conditional, cell.effective, cell.rules, cell.visuals, cell.failure));
   }
   return cells;
+}
+
+py::list listFailures(CellList const& list) {
+  py::list failures;
+  for (auto const& [rule, reason] : list.pass.failures) {
+    failures.append(py::make_tuple(rule, toPython(reason)));
+  }
+  return failures;
 }
 
 py::tuple resolveRunList(BookPtr const& book, std::size_t sheet, Corners const& corners,
@@ -147,59 +156,59 @@ py::tuple renderBook(BookPtr const& book, std::vector<std::size_t> const& sheets
   return py::make_tuple(py::bytes(rendered.bytes), findings);
 }
 
-void bindBook(py::module_& module) {
+void bindCellList(py::module_& module) {
   py::class_<CellList>(module, "CellList")
       .def("__len__", [](CellList const& list) { return list.pass.cells.size(); })
       .def("take", &takeCells)
       .def("styles", [](CellList const& list) { return list.pass.styles; })
       .def("rules", [](CellList const& list) { return list.pass.rules; })
       .def("visuals", [](CellList const& list) { return list.pass.visuals; })
-      .def("failures", [](CellList const& list) {
-        py::list failures;
-        for (auto const& [rule, reason] : list.pass.failures) {
-          failures.append(py::make_tuple(rule, toPython(reason)));
-        }
-        return failures;
-      });
-  py::class_<Book, std::shared_ptr<Book>>(module, "Book")
-      .def("sheets", &listSheetTuples)
+      .def("failures", &listFailures);
+}
+
+/// What a book answers at once.
+void bindContents(BookClass& book) {
+  book.def("sheets", &listSheetTuples)
       .def("now", &describeNow)
-      .def("find_sheet", [](Book const& book,
-                            std::string const& name) { return book.getDocument().findSheet(name); })
+      .def("find_sheet", [](Book const& self,
+                            std::string const& name) { return self.getDocument().findSheet(name); })
       .def("value",
-           [](Book const& book, std::size_t sheet, unsigned long row, unsigned long column) {
-             return toPython(book.getSheet(sheet).table->findCell(row, column));
+           [](Book const& self, std::size_t sheet, unsigned long row, unsigned long column) {
+             return toPython(self.getSheet(sheet).table->findCell(row, column));
            })
       .def("values", &listValues)
       .def("shown",
-           [](Book const& book, std::size_t sheet, unsigned long row, unsigned long column,
+           [](Book const& self, std::size_t sheet, unsigned long row, unsigned long column,
               std::optional<std::string> const& format) {
-             auto const* const cell = book.getSheet(sheet).table->findCell(row, column);
-             return toPython(cell != nullptr ? showValue(book, *cell, format) : std::string());
+             auto const* const cell = self.getSheet(sheet).table->findCell(row, column);
+             return toPython(cell != nullptr ? showValue(self, *cell, format) : std::string());
            })
       .def("rules", &listRules)
-      .def("findings", &listFindings)
-      .def("cells", &resolveCellList)
+      .def("findings", &listFindings);
+}
+
+/// What may take long.
+void bindWork(BookClass& book) {
+  book.def("cells", &resolveCellList)
       .def("runs", &resolveRunList)
       .def("fill_rules", &fillRules)
       .def("render", &renderBook)
       .def("explain",
-           [](BookPtr const& book, std::size_t sheet, Corners const& corners,
+           [](Book const& self, std::size_t sheet, Corners const& corners,
               std::optional<std::size_t> rule, AllowanceParts const& allowance) {
              return runWork(readAllowance(allowance), [&](WorkBudget& budget) {
-               return explainCells(*book, sheet, toRange(corners), rule, budget);
+               return explainCells(self, sheet, toRange(corners), rule, budget);
              });
            })
       .def("check",
-           [](BookPtr const& book, std::optional<std::size_t> sheet,
-              AllowanceParts const& allowance) {
+           [](Book const& self, std::optional<std::size_t> sheet, AllowanceParts const& allowance) {
              return runWork(readAllowance(allowance),
-                            [&](WorkBudget& budget) { return checkRules(*book, sheet, budget); });
+                            [&](WorkBudget& budget) { return checkRules(self, sheet, budget); });
            })
-      .def("diff", [](BookPtr const& book, BookPtr const& other, unsigned threadCount,
+      .def("diff", [](Book const& self, Book const& other, unsigned threadCount,
                       AllowanceParts const& allowance) {
         return runWork(readAllowance(allowance), [&](WorkBudget& budget) {
-          return compareBooks(*book, *other, threadCount, budget);
+          return compareBooks(self, other, threadCount, budget);
         });
       });
 }
@@ -211,7 +220,10 @@ void bindBook(py::module_& module) {
 PYBIND11_MODULE(_core, module) {
   using namespace Zorv::Python;
   registerErrors();
-  bindBook(module);
+  bindCellList(module);
+  BookClass book(module, "Book");
+  bindContents(book);
+  bindWork(book);
   module.def("open", &openBook);
   module.def("default_limits", &listDefaultLimits);
   module.def("parse_range", &parseCorners);
