@@ -34,7 +34,7 @@ struct LoadOptions {
 /// The file is never changed, and closed before the function returns. A rule that cannot be
 /// resolved is kept with its reason; see Rule. The results of formulas are taken from the file;
 /// those that are missing are calculated, and those that depend on the current date or time (TODAY,
-/// NOW) are calculated again, for the moment of OfficeUtils::Clock.
+/// NOW) are calculated again, for the moment that OfficeUtils::PinnedMoment::readMoment() gives.
 ///
 /// Throws LoadError if the file is damaged, encrypted, not a workbook, or beyond the limits;
 /// BaseRuntimeError for an unknown locale; and what the budget throws. Cost: linear in the unpacked

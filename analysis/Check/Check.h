@@ -23,7 +23,8 @@ struct CheckOptions {
 /// Looks for rules that are broken, dead, repeated, slow, or hardly meant as they are written.
 ///
 /// Findings are ordered by sheet, then by rule, then by code; those about the workbook as a whole
-/// come last. Conditions of the current date are evaluated for the moment of OfficeUtils::Clock.
+/// come last. Conditions of the current date are evaluated for the moment that
+/// OfficeUtils::PinnedMoment::readMoment() gives.
 ///
 /// Expects a document of its own semantics; for one that was loaded with Semantics::Widespread, no
 /// differences from other programs are found. Throws BaseRuntimeError for an unknown locale, and
