@@ -12,6 +12,7 @@
 #include "analysis/Diff/CompareRules.h"
 #include "analysis/Diff/MatchSheets.h"
 #include "analysis/Explain/Explainer.h"
+#include "analysis/Shared/Rules.h"
 #include "records/AccountJson.h"
 #include "records/DifferenceJson.h"
 #include "records/FindingJson.h"
