@@ -75,9 +75,9 @@ public:
   }
 
   [[nodiscard]] Formulas::TableContext const* getTableContext(
-      DOM::Table const& table) const override {
+      DOM::Table const& asked) const override {
     countCall();
-    return &table == &_document.table ? &_first : &_second;
+    return &asked == &_document.table ? &_first : &_second;
   }
   [[nodiscard]] OfficeUtils::LocaleContext const& getLocaleContext() const override {
     return _locale;
@@ -90,8 +90,8 @@ public:
     return sheetName == "Sheet1" ? &_first : sheetName == "Other" ? &_second : nullptr;
   }
   [[nodiscard]] Formulas::TableContext const* findTableContextAt(
-      FormulaModel::DocTableIndex table) const override {
-    return table.get() == 0 ? &_first : &_second;
+      FormulaModel::DocTableIndex index) const override {
+    return index.get() == 0 ? &_first : &_second;
   }
   [[nodiscard]] FormulaSyntaxTree::Expr const* findDefinedName(
       std::string_view name, FormulaModel::DocTableIndex /*table*/) const override {
@@ -101,10 +101,10 @@ public:
   [[nodiscard]] Formulas::ListObject const* findListObject(std::string_view name) const override {
     return name == "List" ? &_list : nullptr;
   }
-  [[nodiscard]] Formulas::ListObject const* findListObjectAt(FormulaModel::DocTableIndex table,
+  [[nodiscard]] Formulas::ListObject const* findListObjectAt(FormulaModel::DocTableIndex index,
                                                              unsigned long row,
                                                              unsigned long column) const override {
-    return table.get() == 0 && _list.range.contains(row, column) ? &_list : nullptr;
+    return index.get() == 0 && _list.range.contains(row, column) ? &_list : nullptr;
   }
 
 private:
