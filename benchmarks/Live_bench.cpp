@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -113,6 +114,56 @@ void measureEditAnew(benchmark::State& state, EditKind const& kind) {
   benchmark::DoNotOptimize(holding);
 }
 
+/// Moves the view down by some rows, and tells the cells that come into sight.
+void measureScroll(benchmark::State& state, unsigned long rows) {
+  EditedColumn column(static_cast<std::size_t>(state.range(0)), {"", 1, 1});
+  BenchTable const& table = column.getTable();
+  LiveResolver resolver = table.getCalculator().follow(table.getStyles(), table.getTable());
+  LiveView view(resolver);
+  std::size_t visited = 0;
+  auto const paint = [&](ResolvedCell const& /*cell*/) { ++visited; };
+  TableRange inSight{0, 0, viewedCells, 1};
+  view.show(inSight);
+  view.refresh(paint);
+  while (resolver.prepareSome(std::chrono::milliseconds(10))) {
+  }
+  for (auto _ : state) {
+    unsigned long const step = inSight.endRow + rows <= table.getCellCount() ? rows : 0;
+    inSight.firstRow = step == 0 ? 0 : inSight.firstRow + step;
+    inSight.endRow = inSight.firstRow + viewedCells;
+    view.show(inSight);
+    view.refresh(paint);
+  }
+  benchmark::DoNotOptimize(visited);
+}
+
+/// The resolver is told that a row was inserted, without the table's own work and without a
+/// question after that.
+void measureToldRow(benchmark::State& state) {
+  EditedColumn column(static_cast<std::size_t>(state.range(0)), {"", 1, 1});
+  BenchTable const& table = column.getTable();
+  LiveResolver resolver = table.getCalculator().follow(table.getStyles(), table.getTable());
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(resolver.apply(
+        {ConditionalFormatters::LinesChanged{.table = &table.getTable(), .first = 1, .count = 1}}));
+  }
+}
+
+/// Rows of the reference table itself: fifty columns, one edit for each iteration.
+void measureTableRows(benchmark::State& state, void (*edit)(DOM::Table&, unsigned long)) {
+  constexpr unsigned long columns = 50;
+  auto const rows = static_cast<unsigned long>(state.range(0)) / columns;
+  DOM::Table table;
+  for (unsigned long row = 0; row < rows; ++row) {
+    for (unsigned long column = 0; column < columns; ++column) {
+      table.setValue(row, column, FormulaModel::FormulaNumber{FloatNumber(1)});
+    }
+  }
+  for (auto _ : state) {
+    edit(table, rows / 2);
+  }
+}
+
 }  // namespace
 
 void registerLive() {
@@ -129,6 +180,26 @@ void registerLive() {
     name += "Anew";
     benchmark::RegisterBenchmark(name.c_str(), [&kind](benchmark::State& state) {
       measureEditAnew(state, kind);
+    })->Apply(withSizes);
+  }
+  for (auto const& [name, rows] :
+       {std::pair("live/scroll3", 3UL), {"live/scrollPage", viewedCells}}) {
+    benchmark::RegisterBenchmark(name, [rows = rows](benchmark::State& state) {
+      measureScroll(state, rows);
+    })->Apply(withSizes);
+  }
+  benchmark::RegisterBenchmark("live/toldRow", measureToldRow)->Apply(withSizes);
+  using TableEdit = std::pair<char const*, void (*)(DOM::Table&, unsigned long)>;
+  for (auto const& [name, edit] : {TableEdit("rows/insertAndDelete",
+                                             [](DOM::Table&table, unsigned long row) {
+                                               table.insertRows(row, 1);
+                                               table.deleteRows(row, 1);
+                                             }),
+                                   TableEdit("rows/move", [](DOM::Table&table, unsigned long row) {
+                                     table.moveRows(1, 1, row);
+                                   })}) {
+    benchmark::RegisterBenchmark(name, [edit = edit](benchmark::State& state) {
+      measureTableRows(state, edit);
     })->Apply(withSizes);
   }
 }
