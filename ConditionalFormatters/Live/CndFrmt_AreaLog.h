@@ -10,6 +10,22 @@
 
 namespace Zorv::ConditionalFormatters {
 
+/// An area in which only cells whose value is a number may look different, from one number up to
+/// another one, both included.
+struct NumberArea {
+  TableRange area;
+  double least;
+  double most;
+
+  friend bool operator==(NumberArea const&, NumberArea const&) noexcept = default;
+};
+
+/// Outside of these areas no cell looks different.
+struct ReachedAreas {
+  std::vector<TableRange> areas;
+  std::vector<NumberArea> numbers;
+};
+
 /// The areas that the last changes of a table reached, for readers that come by now and then.
 ///
 /// A reader remembers the version that it has seen. One that stayed away for too long learns that
@@ -21,8 +37,8 @@ public:
   [[nodiscard]] Version getVersion() const noexcept { return _version; }
 
   /// Makes a new version.
-  void add(std::vector<TableRange> areas) {
-    _changes.push_back(std::move(areas));
+  void add(ReachedAreas reached) {
+    _changes.push_back(std::move(reached));
     ++_version;
     if (_changes.size() > mostChanges) {
       _changes.pop_front();
@@ -37,13 +53,15 @@ public:
 
   /// Appends the areas that are new since a version. False, and nothing is appended, if anything
   /// may be new.
-  [[nodiscard]] bool appendSince(Version seen, std::vector<TableRange>& areas) const {
+  [[nodiscard]] bool appendSince(Version seen, ReachedAreas& reached) const {
     std::uint64_t const missed = _version - seen;
     if (missed > _changes.size()) {
       return false;
     }
     for (std::size_t change = _changes.size() - missed; change < _changes.size(); ++change) {
-      areas.insert(areas.end(), _changes[change].begin(), _changes[change].end());
+      auto const& [areas, numbers] = _changes[change];
+      reached.areas.insert(reached.areas.end(), areas.begin(), areas.end());
+      reached.numbers.insert(reached.numbers.end(), numbers.begin(), numbers.end());
     }
     return true;
   }
@@ -52,7 +70,7 @@ private:
   static constexpr std::size_t mostChanges = 64;
 
   Version _version = 0;
-  std::deque<std::vector<TableRange>> _changes;  ///< those that led to the last versions
+  std::deque<ReachedAreas> _changes;  ///< those that led to the last versions
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -50,12 +50,11 @@ FollowedFormats::AllDependencies const& FollowedFormats::getOrFindDependencies()
   });
 }
 
-void FollowedFormats::followValues(std::span<ChangedCells const> changes,
-                                   std::vector<TableRange>& areas) {
+void FollowedFormats::followValues(std::span<ChangedCells const> changes, ReachedAreas& reached) {
   AllDependencies const& dependencies = getOrFindDependencies();
   for (ChangedCells const& changed : changes) {
     if (changed.table == &_sources.table) {
-      followOperands(_prepared.valuesChanged(changed.areas), areas);
+      followOperands(_prepared.valuesChanged(changed.areas), reached);
     }
   }
   bool lookupsChange = false;
@@ -67,7 +66,7 @@ void FollowedFormats::followValues(std::span<ChangedCells const> changes,
     for (ChangedCells const& changed : changes) {
       dependencies[format]->reach(changed, getRanges(format), reach);
     }
-    appendAll(reach.areas, areas);
+    appendAll(reach.areas, reached.areas);
     if (reach.operandsChange) {
       _prepared.forgetCondition(format);
     }
@@ -78,15 +77,23 @@ void FollowedFormats::followValues(std::span<ChangedCells const> changes,
   }
 }
 
-void FollowedFormats::followOperands(OperandChanges const& changes,
-                                     std::vector<TableRange>& areas) const {
+void FollowedFormats::followOperands(OperandChanges const& changes, ReachedAreas& reached) const {
   for (FormatIndex const format : changes.moved) {
-    appendAll(getRanges(format), areas);
+    appendAll(getRanges(format), reached.areas);
+  }
+  for (auto const& shifted : changes.shifted) {
+    for (TableRange const& range : getRanges(shifted.format)) {
+      NumberArea const area{range, shifted.least, shifted.most};
+      // Formats with one reference and the same ranges follow one another.
+      if (reached.numbers.empty() || reached.numbers.back() != area) {
+        reached.numbers.push_back(area);
+      }
+    }
   }
   for (CellIndex const cell : changes.cells) {
     unsigned long const row = cell.getRow().get();
     unsigned long const column = cell.getColumn().get();
-    areas.push_back({row, column, row + 1, column + 1});
+    reached.areas.push_back({row, column, row + 1, column + 1});
   }
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "ConditionalFormatters/Live/CndFrmt_AreaLog.h"
 #include "ConditionalFormatters/Live/CndFrmt_FormatDependencies.h"
 #include "ConditionalFormatters/Live/CndFrmt_LiveSources.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
@@ -39,7 +40,7 @@ public:
 
   /// Takes values over that changed: appends the areas outside of which no cell looks different,
   /// and forgets what was prepared from the old values.
-  void followValues(std::span<ChangedCells const> changes, std::vector<TableRange>& areas);
+  void followValues(std::span<ChangedCells const> changes, ReachedAreas& reached);
 
   /// Takes over from the state before rows and columns changed, the table's own ones in `zones`:
   /// appends the areas outside of which no cell looks different. Requires the same formats.
@@ -53,7 +54,7 @@ public:
   void appendRanges(std::vector<TableRange>& areas) const;
 
 private:
-  void followOperands(OperandChanges const& changes, std::vector<TableRange>& areas) const;
+  void followOperands(OperandChanges const& changes, ReachedAreas& reached) const;
 
   LiveSources _sources;
   ConditionalFormatRefs _refs;

@@ -137,28 +137,33 @@ bool LiveTable::prepareSome(std::chrono::microseconds budget) {
 std::vector<TableRange> LiveTable::followAll(std::span<Change const> changes) {
   Clock::TimePoint const moment = OfficeUtils::PinnedMoment::readMoment();
   std::vector<TableRange> areas;
-  if (_isLost) {
-    areas = startAnew();
-  } else {
-    areas = follow(changes);
-    appendChangesOfTime(_moment, moment, areas);
-    areas = joinIntoFew(areas, mostToldAreas);
-    if (_checker && !_checker->check(getFormats(), areas)) {
-      areas = startAnew();
+  ReachedAreas reached;
+  if (!_isLost) {
+    reached = follow(changes);
+    appendChangesOfTime(_moment, moment, reached.areas);
+    reached.areas = joinIntoFew(reached.areas, mostToldAreas);
+    areas = reached.areas;
+    for (NumberArea const& numbers : reached.numbers) {
+      areas.push_back(numbers.area);
     }
+    areas = joinIntoFew(areas, mostToldAreas);
   }
-  _log.add(areas);
+  if (_isLost || (_checker && !_checker->check(getFormats(), areas))) {
+    areas = startAnew();
+    reached = {areas, {}};
+  }
+  _log.add(std::move(reached));
   _moment = moment;
   _isLost = false;
   return areas;
 }
 
-std::vector<TableRange> LiveTable::follow(std::span<Change const> changes) {
-  std::vector<TableRange> areas;
+ReachedAreas LiveTable::follow(std::span<Change const> changes) {
+  ReachedAreas reached;
   ChangeSummary const summary(changes, _sources.table);
   if (!summary.changesFormats() && summary.getZones().empty()) {
-    getFormats().followValues(summary.getCells(), areas);
-    return areas;
+    getFormats().followValues(summary.getCells(), reached);
+    return reached;
   }
   std::shared_ptr<FollowedFormats> const before = *_formats.find();
   _formats.reset();
@@ -167,13 +172,13 @@ std::vector<TableRange> LiveTable::follow(std::span<Change const> changes) {
   }
   FollowedFormats& after = getFormats();
   if (summary.changesFormats() || before->getRefs().size() != after.getRefs().size()) {
-    before->appendRanges(areas);
-    after.appendRanges(areas);
+    before->appendRanges(reached.areas);
+    after.appendRanges(reached.areas);
   } else {
-    after.followLines(*before, summary.getZones(), areas);
-    after.followValues(summary.getCells(), areas);
+    after.followLines(*before, summary.getZones(), reached.areas);
+    after.followValues(summary.getCells(), reached);
   }
-  return areas;
+  return reached;
 }
 
 std::vector<TableRange> LiveTable::startAnew() {

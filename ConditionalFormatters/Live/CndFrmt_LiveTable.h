@@ -55,7 +55,7 @@ public:
 
 private:
   [[nodiscard]] FollowedFormats& getFormats() const;
-  std::vector<TableRange> follow(std::span<Change const> changes);
+  ReachedAreas follow(std::span<Change const> changes);
   std::vector<TableRange> followAll(std::span<Change const> changes);
   /// Makes everything again, whatever has changed.
   std::vector<TableRange> startAnew();

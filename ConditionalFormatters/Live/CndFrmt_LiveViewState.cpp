@@ -3,9 +3,13 @@
 #include <cstddef>
 #include <iterator>
 
+#include <boost/variant/get.hpp>
+
 #include "ConditionalFormatters/Formats/CndFrmt_Positions.h"
 #include "ConditionalFormatters/Live/CndFrmt_FewAreas.h"
+#include "ConditionalFormatters/Parallel/CndFrmt_CellWalk.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_ResolvePass.h"
+#include "FormulaModel/FormulaValue.h"
 #include "OfficeUtils/PinnedMoment.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -78,12 +82,41 @@ void LiveViewState::refresh(CellVisitor const& visitor, PassResources const& res
 }
 
 std::vector<TableRange> LiveViewState::findStale(OfficeUtils::Clock::TimePoint moment) const {
-  std::vector<TableRange> areas = _new;
-  if (_isAllNew || !_table.getLog().appendSince(_seen, areas)) {
-    areas = {_range};
+  ReachedAreas reached{_new, {}};
+  if (_isAllNew || !_table.getLog().appendSince(_seen, reached)) {
+    reached.areas = {_range};
   }
-  _table.appendChangesOfTime(_moment, moment, areas);
-  return clip(areas, _range);
+  _table.appendChangesOfTime(_moment, moment, reached.areas);
+  for (NumberArea const& numbers : reached.numbers) {
+    appendCells({intersect(numbers.area, _range), numbers.least, numbers.most}, reached.areas);
+  }
+  return clip(reached.areas, _range);
+}
+
+void LiveViewState::appendCells(NumberArea const& numbers, std::vector<TableRange>& areas) const {
+  constexpr std::size_t fewCells = 64;
+  std::vector<TableRange> cells;
+  auto const prepared = _table.getPrepared();
+  auto const addCell = [&](DOM::CellInfo const& cellInfo) {
+    FormulaValue const value = prepared->getProvider().getCellValue(cellInfo);
+    auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
+    if (number != nullptr && numbers.least <= number->value.get() &&
+        number->value.get() <= numbers.most && cells.size() <= fewCells) {
+      cells.push_back({cellInfo.getRowIndex(), cellInfo.getColIndex(), cellInfo.getRowIndex() + 1,
+                       cellInfo.getColIndex() + 1});
+    }
+  };
+  try {
+    forEachCell(_table.getTable(), numbers.area, false, addCell);
+  } catch (...) {
+    // The pass over the area meets the failure for the cell that has it.
+    cells.assign(fewCells + 1, {});
+  }
+  if (cells.size() <= fewCells) {
+    areas.insert(areas.end(), cells.begin(), cells.end());
+  } else {
+    areas.push_back(numbers.area);
+  }
 }
 
 void LiveViewState::visitIfDifferent(ResolvedCell const& cell, CellVisitor const& visitor) {

@@ -39,6 +39,8 @@ private:
 
   /// The parts in sight of which the cells may look different from what was told.
   [[nodiscard]] std::vector<TableRange> findStale(OfficeUtils::Clock::TimePoint moment) const;
+  /// Appends the cells of an area in sight that have such numbers, or the area if they are many.
+  void appendCells(NumberArea const& numbers, std::vector<TableRange>& areas) const;
   void visitIfDifferent(ResolvedCell const& cell, CellVisitor const& visitor);
 
   LiveTable const& _table;

@@ -48,11 +48,8 @@ bool doMeet(std::vector<TableRange> const& ranges, std::span<TableRange const> a
   });
 }
 
-/// Whether two thresholds or means judge all numbers alike; NaN is like NaN.
-bool isSameReference(boost::optional<FloatNumber> const& a,
-                     boost::optional<FloatNumber> const& b) noexcept {
-  bool const areNaN = a && b && std::isnan(a->get()) && std::isnan(b->get());
-  return a == b || areNaN;
+bool isNumber(boost::optional<FloatNumber> const& reference) noexcept {
+  return reference && !std::isnan(reference->get());
 }
 
 }  // namespace
@@ -106,11 +103,22 @@ void SharedOperands::follow(Shared& shared, std::span<TableRange const> areas,
   }
   auto const after = listFollowed(shared);
   for (std::size_t index = 0; index < shared.formats.size(); ++index) {
-    if (!isSameReference(before[index], after[index])) {
-      changes.moved.push_back(shared.formats[index]);
-    }
+    addMove(shared.formats[index], before[index], after[index], changes);
   }
   changes.cells.insert(changes.cells.end(), change.flipped.begin(), change.flipped.end());
+}
+
+/// Cells whose numbers lie on the same side of both references are judged alike.
+void SharedOperands::addMove(FormatIndex format, Reference const& before, Reference const& after,
+                             OperandChanges& changes) {
+  if (isNumber(before) && isNumber(after)) {
+    if (*before != *after) {
+      changes.shifted.push_back(
+          {format, std::min(before->get(), after->get()), std::max(before->get(), after->get())});
+    }
+  } else if (isNumber(before) || isNumber(after) || before.has_value() != after.has_value()) {
+    changes.moved.push_back(format);
+  }
 }
 
 bool SharedOperands::prepareSome(std::chrono::microseconds budget) {

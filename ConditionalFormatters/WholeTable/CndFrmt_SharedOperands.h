@@ -23,6 +23,16 @@ struct OperandChanges {
   FormatIndices touched;
   /// Those of them that may hold for other cells than before, anywhere in their ranges.
   FormatIndices moved;
+
+  /// A format that may hold for other cells than before where these have numbers from one number
+  /// up to another one, both included.
+  struct Shifted {
+    FormatIndex format;
+    double least;
+    double most;
+  };
+  std::vector<Shifted> shifted;
+
   /// Further cells, outside of those with new values, for which a format may hold now, or hold no
   /// longer.
   std::vector<CellIndex> cells;
@@ -66,6 +76,8 @@ private:
 
   /// The references of formats whose operands follow edits; none if they do not.
   [[nodiscard]] std::vector<Reference> listFollowed(Shared const& shared) const;
+  static void addMove(FormatIndex format, Reference const& before, Reference const& after,
+                      OperandChanges& changes);
   void follow(Shared& shared, std::span<TableRange const> areas, OperandChanges& changes);
 
   ConditionalFormatRefs const& _formatRefs;

@@ -12,6 +12,7 @@
 #include "ConditionalFormatters/LiveSheet.h"
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/PinnedMoment.h"
+#include "Utils/WorkBudget.h"
 #include "support/RunningClock.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -182,6 +183,30 @@ TEST_F(LiveViewTest, VisitsCellsAgainAfterTheVisitorThrew) {
   }),
                std::runtime_error);
   EXPECT_EQ(refresh(view), "3+ 7+");
+}
+
+TEST_F(LiveViewTest, AMeanThatMovesIsAskedOfTheCellsBetweenAlone) {
+  constexpr unsigned long rows = 4'000;
+  for (unsigned long row = 0; row < rows; ++row) {
+    sheet.table.setValue(row, 0, number(static_cast<double>(row)));
+  }
+  sheet.addRule("A1:A4000", LiveSheet::isAboveAverage());
+  LiveView view(live());
+  view.show({0, 0, rows, 1});
+  refresh(view);
+  while (live().prepareSome(std::chrono::milliseconds(1))) {
+  }
+  change(3'999, 3'999 + 5 * rows);  // The mean moves from 1999.5 to 2004.5.
+  WorkBudget budget({});
+  std::string told;
+  view.refresh(
+      [&](ResolvedCell const& cell) {
+        told += std::to_string(cell.cellInfo.getRowIndex());
+        told += cell.style ? "+ " : "- ";
+      },
+      1, &budget);
+  EXPECT_EQ(told, "2000- 2001- 2002- 2003- 2004- ");
+  EXPECT_LT(budget.getSteps(), rows / 2) << "not all cells in sight";
 }
 
 TEST_F(LiveViewTest, GoesOnWhereItsResolverIsMoved) {

@@ -15,32 +15,33 @@ constexpr TableRange second{5, 5, 6, 6};
 TEST(AreaLog, GivesWhatIsNewSinceAVersion) {
   AreaLog log;
   auto const start = log.getVersion();
-  log.add({first});
+  log.add({{first}, {}});
   auto const afterFirst = log.getVersion();
-  log.add({second});
+  log.add({{second}, {{second, 1, 2}}});
 
-  Areas areas;
-  EXPECT_TRUE(log.appendSince(start, areas));
-  EXPECT_EQ(areas, (Areas{first, second}));
-  EXPECT_TRUE(log.appendSince(afterFirst, areas));
-  EXPECT_EQ(areas, (Areas{first, second, second}));
-  EXPECT_TRUE(log.appendSince(log.getVersion(), areas));
-  EXPECT_EQ(areas.size(), 3U);
+  ReachedAreas reached;
+  EXPECT_TRUE(log.appendSince(start, reached));
+  EXPECT_EQ(reached.areas, (Areas{first, second}));
+  EXPECT_TRUE(log.appendSince(afterFirst, reached));
+  EXPECT_EQ(reached.areas, (Areas{first, second, second}));
+  EXPECT_TRUE(log.appendSince(log.getVersion(), reached));
+  EXPECT_EQ(reached.areas.size(), 3U);
+  EXPECT_EQ(reached.numbers, (std::vector<NumberArea>(2, {second, 1, 2})));
 }
 
 TEST(AreaLog, ForgetsWhatWasKeptWhenAnythingMayBeNew) {
   AreaLog log;
   auto const start = log.getVersion();
-  log.add({first});
+  log.add({{first}, {}});
   log.addEverything();
   auto const afterwards = log.getVersion();
-  log.add({second});
+  log.add({{second}, {{second, 1, 2}}});
 
-  Areas areas;
-  EXPECT_FALSE(log.appendSince(start, areas));
-  EXPECT_TRUE(areas.empty());
-  EXPECT_TRUE(log.appendSince(afterwards, areas));
-  EXPECT_EQ(areas, (Areas{second}));
+  ReachedAreas reached;
+  EXPECT_FALSE(log.appendSince(start, reached));
+  EXPECT_TRUE(reached.areas.empty());
+  EXPECT_TRUE(log.appendSince(afterwards, reached));
+  EXPECT_EQ(reached.areas, (Areas{second}));
 }
 
 TEST(AreaLog, KeepsTheLastChangesOnly) {
@@ -49,12 +50,12 @@ TEST(AreaLog, KeepsTheLastChangesOnly) {
   auto beforeLast = start;
   for (int change = 0; change < 1000; ++change) {
     beforeLast = log.getVersion();
-    log.add({first});
+    log.add({{first}, {}});
   }
-  Areas areas;
-  EXPECT_FALSE(log.appendSince(start, areas));
-  EXPECT_TRUE(log.appendSince(beforeLast, areas));
-  EXPECT_EQ(areas, (Areas{first}));
+  ReachedAreas reached;
+  EXPECT_FALSE(log.appendSince(start, reached));
+  EXPECT_TRUE(log.appendSince(beforeLast, reached));
+  EXPECT_EQ(reached.areas, (Areas{first}));
 }
 
 }  // namespace

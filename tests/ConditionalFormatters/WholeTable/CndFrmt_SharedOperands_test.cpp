@@ -1,6 +1,7 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_SharedOperands.h"
 
 #include <chrono>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <vector>
@@ -157,20 +158,35 @@ protected:
 TEST_F(SharedOperandsThatFollow, TellWhichFormatsAndCellsAnEditReaches) {
   auto changes = change(7, 0, 50);
   EXPECT_EQ(changes.touched, (FormatIndices{0, 1, 2}));
-  EXPECT_EQ(changes.moved, (FormatIndices{0})) << "the second largest number is the same";
+  EXPECT_TRUE(changes.moved.empty());
+  ASSERT_EQ(changes.shifted.size(), 1U) << "the second largest number is the same";
+  EXPECT_EQ(changes.shifted.front().format, 0U);
+  EXPECT_EQ(changes.shifted.front().least, 49.5);
+  EXPECT_EQ(changes.shifted.front().most, 49.93);
   EXPECT_EQ(changes.cells, (std::vector<CellIndex>{{RowIndex(7), ColumnIndex(0)},
                                                    {RowIndex(50), ColumnIndex(0)}}));
   changes = change(8, 0, 1'000);
-  EXPECT_EQ(changes.moved, (FormatIndices{0, 1}));
+  ASSERT_EQ(changes.shifted.size(), 2U);
+  EXPECT_EQ(changes.shifted.back().format, 1U);
+  EXPECT_EQ(changes.shifted.back().least, 98);
+  EXPECT_EQ(changes.shifted.back().most, 99);
   EXPECT_TRUE(changes.cells.empty());
   changes = change(9, 0, 9);
   EXPECT_EQ(changes.touched, (FormatIndices{0, 1, 2}));
-  EXPECT_TRUE(changes.moved.empty()) << "the value is what it was";
+  EXPECT_TRUE(changes.shifted.empty()) << "the value is what it was";
   EXPECT_EQ(shared.find(0)
                 ->getThreshold({TopBottomConditionalFormatType::Top, 2, false}, {})
                 .threshold->get(),
             99);
   EXPECT_TRUE(shared.find(0)->isRepeated({RowIndex(50), ColumnIndex(0)}, {}));
+}
+
+TEST_F(SharedOperandsThatFollow, MayMeanAnythingWhereAReferenceAppearsOrIsNoNumber) {
+  double const nan = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(change(7, 0, nan).moved, (FormatIndices{0})) << "the mean is no number any more";
+  EXPECT_TRUE(change(8, 0, nan).moved.empty()) << "as before";
+  EXPECT_TRUE(change(7, 0, 7).moved.empty());
+  EXPECT_EQ(change(8, 0, 8).moved, (FormatIndices{0}));
 }
 
 TEST_F(SharedOperandsThatFollow, ReadTheChangedCellsAlone) {
