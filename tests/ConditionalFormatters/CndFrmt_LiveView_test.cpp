@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "ConditionalFormatters/LiveSheet.h"
+#include "DOM/ConditionalFormatOperator.h"
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "Utils/WorkBudget.h"
@@ -207,6 +208,36 @@ TEST_F(LiveViewTest, AMeanThatMovesIsAskedOfTheCellsBetweenAlone) {
       1, &budget);
   EXPECT_EQ(told, "2000- 2001- 2002- 2003- 2004- ");
   EXPECT_LT(budget.getSteps(), rows / 2) << "not all cells in sight";
+}
+
+TEST_F(LiveViewTest, CellsAtTheOldAndTheNewMeanAreAsked) {
+  using Average = DOM::AboveAverageConditionalFormatType;
+  struct Case {
+    Average type;
+    std::string up;    ///< what is told when the mean moves from 4 to 5
+    std::string down;  ///< and back
+  };
+  Case const cases[] = {{Average::Above, "0+ 2-", "0- 2+"},
+                        {Average::EqualOrAbove, "0+ 1-", "0- 1+"},
+                        {Average::Below, "0- 1+", "0+ 1-"},
+                        {Average::EqualOrBelow, "0- 2+", "0+ 2-"}};
+  for (Case const& each : cases) {
+    LiveSheet averages;
+    averages.setColumn(0, {2, 4, 5, 5});
+    averages.addRule("A1:A4", DOM::AboveAverageConditionalFormatOperator(each.type));
+    LiveResolver resolver = averages.follow();
+    while (resolver.prepareSome(std::chrono::milliseconds(1))) {
+    }
+    LiveView view(resolver);
+    view.show({0, 0, 3, 1});
+    refresh(view);
+    averages.setColumn(0, {6});
+    resolver.apply({ValuesChanged{&averages.table, {{0, 0, 1, 1}}}});
+    EXPECT_EQ(refresh(view), each.up);
+    averages.setColumn(0, {2});
+    resolver.apply({ValuesChanged{&averages.table, {{0, 0, 1, 1}}}});
+    EXPECT_EQ(refresh(view), each.down);
+  }
 }
 
 TEST_F(LiveViewTest, GoesOnWhereItsResolverIsMoved) {
