@@ -59,9 +59,12 @@ test: checks release build/asan/build.ninja build/tsan/build.ninja ## Run every 
 corpus: tool ## Compare verdicts on real workbooks with those of other programs
 	@tests/corpus/check_corpus.sh build/release/bin/cndfrmt tests/workbooks
 
-docs: all-packages build/release/tests/CTestTestfile.cmake ## Write docs/functions.md from the table of functions
+docs: all-packages build/release/tests/CTestTestfile.cmake ## Write build/docs/html, the list of functions and the diagrams
+	@scripts/install_packages.sh packages_docs.txt
 	@cmake --build --preset release --target write_function_docs
 	@build/release/bin/write_function_docs >docs/functions.md
+	@for diagram in docs/concepts/*.dot; do dot -Tsvg $$diagram -o $${diagram%.dot}.svg; done
+	@scripts/make_docs.sh build/docs
 
 format: all-packages ## Lay out the sources
 	@scripts/check_format.sh --fix

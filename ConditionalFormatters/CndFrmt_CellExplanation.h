@@ -31,8 +31,9 @@ struct PropertyShare {
   boost::optional<FormatIndex> takenBy;
 };
 
+/// Account of one format.
 struct FormatExplanation {
-  FormatOutcome outcome = FormatOutcome::NotOnThisCell;
+  FormatOutcome outcome = FormatOutcome::NotOnThisCell;  ///< the format's outcome
   /// What an evaluated condition tests the value against. std::monostate for a condition without
   /// operands, and where the operands themselves could not be evaluated.
   ConditionOperands operands;

@@ -14,6 +14,7 @@ namespace Zorv::ConditionalFormatters {
 
 /// Evidence that something changed without being told.
 struct UntoldChange {
+  /// Kind of the answer that differs.
   enum class Kind : std::uint8_t {
     /// A format answers otherwise for a cell than at an earlier change, and nothing that was told
     /// meanwhile reaches the cell: its value is new, or one that the format's formula refers to.
@@ -25,12 +26,12 @@ struct UntoldChange {
     Formats,
   };
 
-  Kind kind = Kind::Formats;
+  Kind kind = Kind::Formats;  ///< the kind of the answer that differs
   /// The cell and the format, by its index in the order of priority; both 0 for Kind::Formats.
   CellIndex cell{RowIndex(0), ColumnIndex(0)};
-  FormatIndex format = 0;
-  bool held = false;   ///< the known answer
-  bool holds = false;  ///< the answer of an Operator that is made now
+  FormatIndex format = 0;  ///< see `cell`
+  bool held = false;       ///< the known answer
+  bool holds = false;      ///< the answer of an Operator that is made now
 };
 
 /// One line for a log: the cell in A1 notation, the format's index, and what was not told.

@@ -24,6 +24,7 @@ using ConditionalFormatRefs = std::vector<ConditionalFormatRef>;
 /// A format of a table by its index in the table's ConditionalFormatRefs, from 0: the lower, the
 /// higher its priority.
 using FormatIndex = std::uint32_t;
+/// Formats of a table, by their indices.
 using FormatIndices = std::vector<FormatIndex>;
 
 }  // namespace Zorv::ConditionalFormatters

@@ -59,6 +59,7 @@ public:
   /// Cost: that of the formats that a change reaches, and microseconds for each reference of the
   /// others. A change of rows, columns or formats of the table itself makes its formats ready anew.
   std::vector<TableRange> apply(std::span<Change const> changes);
+  /// The same for changes in braces.
   std::vector<TableRange> apply(std::initializer_list<Change> changes) {
     return apply(std::span(changes.begin(), changes.size()));
   }
@@ -88,20 +89,23 @@ public:
   /// change.
   [[nodiscard]] TableResolver current() const;
 
-  // As in TableResolver.
-
+  /// See TableResolver::resolve().
   [[nodiscard]] DOM::SharedCellStylePtr resolve(DOM::CellInfo const& cellInfo) const {
     return current().resolve(cellInfo);
   }
+  /// See TableResolver::holds().
   [[nodiscard]] bool holds(std::size_t format, DOM::CellInfo const& cellInfo) const {
     return current().holds(format, cellInfo);
   }
+  /// See TableResolver::visit().
   void visit(TablePass const& pass, CellVisitor const& visitor) const {
     current().visit(pass, visitor);
   }
+  /// See TableResolver::explain().
   [[nodiscard]] CellExplanation explain(DOM::CellInfo const& cellInfo) const {
     return current().explain(cellInfo);
   }
+  /// See TableResolver::resolveRuns().
   [[nodiscard]] std::vector<StyleRun> resolveRuns(TablePass const& pass) const {
     return current().resolveRuns(pass);
   }

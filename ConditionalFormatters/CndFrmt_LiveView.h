@@ -35,6 +35,7 @@ public:
   /// kept; cells that leave it are forgotten. Visits nothing.
   void show(TableRange const& range);
 
+  /// The range that is shown.
   [[nodiscard]] TableRange const& getRange() const noexcept;
 
   /// Forgets what was told, as for a window that is painted anew.

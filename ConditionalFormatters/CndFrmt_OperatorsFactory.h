@@ -20,6 +20,7 @@ namespace Zorv::ConditionalFormatters {
 /// Threads: const members may run concurrently as far as the provider may.
 class CNDFRMT_EXPORT OperatorsFactory {
 public:
+  /// Borrows its arguments.
   OperatorsFactory(ValueContextProvider const& valueContextProvider,
                    DOM::Table const& table) noexcept;
 

@@ -7,8 +7,8 @@ namespace Zorv::ConditionalFormatters {
 
 /// A rectangle of positions that share one conditional style, which is not null.
 struct StyleRun {
-  TableRange range;
-  DOM::SharedCellStylePtr style;
+  TableRange range;               ///< the rectangle
+  DOM::SharedCellStylePtr style;  ///< never null
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -114,9 +114,10 @@ public:
   /// style goes on, and as high as rows repeat it.
   [[nodiscard]] std::vector<StyleRun> resolveRuns(TablePass const& pass) const;
 
-  /// The number of positions in a range that lie in the ranges of some format, or of one format:
-  /// what a pass over them visits. Costs `n log n` for n ranges, whatever their size.
+  /// The number of positions in a range that lie in the ranges of some format: what a pass over
+  /// them visits. Costs `n log n` for n ranges, whatever their size.
   [[nodiscard]] std::uint64_t countFormatted(TableRange const& range) const;
+  /// The same for the ranges of one format.
   [[nodiscard]] std::uint64_t countFormatted(std::size_t format, TableRange const& range) const;
 
   /// The number of positions in the areas and the range of a pass; the cost is the same.

@@ -7,9 +7,10 @@
 
 namespace Zorv::Visuals {
 
+/// Point of a colour scale.
 struct ColourPoint {
-  Threshold threshold;
-  DOM::Colour colour;
+  Threshold threshold;  ///< where the point is
+  DOM::Colour colour;   ///< the colour there
 };
 
 /// Colour scale (ISO/IEC 29500-1, 18.3.1.16): fills cells with colours between those of its points.

@@ -46,8 +46,8 @@ enum class IconSetName : std::uint8_t {
 
 /// An icon of a set. The index counts from 0, from the icon for the lowest values on.
 struct Icon {
-  IconSetName set = IconSetName::TrafficLights3One;
-  unsigned index = 0;
+  IconSetName set = IconSetName::TrafficLights3One;  ///< the set of the icon
+  unsigned index = 0;                                ///< its place in the set
 
   friend bool operator==(Icon const&, Icon const&) = default;
 };
@@ -58,14 +58,14 @@ struct IconSet {
   /// Most steps of an icon set.
   static constexpr std::size_t mostSteps = 5;
 
-  IconSetName name = IconSetName::TrafficLights3One;
+  IconSetName name = IconSetName::TrafficLights3One;  ///< the set of the icons
   /// Lower ends of the steps, ascending: as many as the set has icons. The first does not count,
   /// since lower values get the icon of the first step, too.
   std::vector<Threshold> steps{};
   /// One icon for each step, instead of those of the set; or none.
   std::vector<Icon> ownIcons{};
   bool isReversed = false;  ///< the first step has the last icon
-  bool showValue = true;
+  bool showValue = true;    ///< the value stands in the cell, too
 };
 
 }  // namespace Zorv::Visuals

@@ -33,7 +33,7 @@ enum class ThresholdKind : std::uint8_t {
 
 /// A point of a colour scale, an end of a data bar, or the lowest value of an icon.
 struct Threshold {
-  ThresholdKind kind = ThresholdKind::Min;
+  ThresholdKind kind = ThresholdKind::Min;  ///< how the threshold is found
   /// A number, or a formula that gives one. References are written as seen from the top-left cell
   /// of the ranges. A percentile outside 0 to 100 counts as the nearer of them.
   std::variant<double, DOM::FormulaSyntaxTree::Expr> operand = 0.0;

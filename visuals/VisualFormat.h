@@ -24,8 +24,8 @@ using VisualKind = std::variant<ColourScale, DataBar, IconSet>;
 
 /// Visual format of a table: a colour scale, a data bar or an icon set, and the cells that get it.
 struct VisualFormat {
-  std::vector<DOM::TableRangeByID> ranges;
-  VisualKind kind;
+  std::vector<DOM::TableRangeByID> ranges;  ///< the cells that get it
+  VisualKind kind;                          ///< drawn in them
   /// The format draws only where this formula is true. It is written as seen from the top-left cell
   /// of the ranges.
   std::optional<DOM::FormulaSyntaxTree::Expr> condition{};

@@ -30,6 +30,7 @@ class PreparedVisuals;
 /// Cost: linear in the cells of the ranges for the thresholds, then constant for each cell.
 class ZORV_VISUALS_EXPORT VisualResolver {
 public:
+  /// Borrows the sources; evaluates nothing.
   explicit VisualResolver(VisualSources const& sources);
   VisualResolver(VisualResolver const&) = delete;
   VisualResolver& operator=(VisualResolver const&) = delete;

@@ -11,13 +11,13 @@ namespace Zorv::Visuals {
 
 /// What a VisualResolver works with. Borrows everything.
 struct VisualSources {
-  DOM::Table const& table;
-  VisualFormats const& formats;
-  ConditionalFormatters::ValueContextProvider const& provider;
+  DOM::Table const& table;                                      ///< the table of the cells
+  VisualFormats const& formats;                                 ///< its visual formats
+  ConditionalFormatters::ValueContextProvider const& provider;  ///< the values of the cells
   /// Those of the calculator for the table, and the resolver that it prepared.
   ConditionalFormatters::ConditionalFormatRefs const& conditionalFormats;
-  ConditionalFormatters::TableResolver const& resolver;
-  DOM::Styles const& styles;
+  ConditionalFormatters::TableResolver const& resolver;  ///< see `conditionalFormats`
+  DOM::Styles const& styles;                             ///< the named styles of the document
 };
 
 }  // namespace Zorv::Visuals

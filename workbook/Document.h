@@ -22,9 +22,9 @@ namespace Zorv::Workbook {
 
 /// A name that stands for a formula (ISO/IEC 29500-1, 18.2.5).
 struct DefinedName {
-  std::string name;
+  std::string name;                  ///< as formulas write it
   std::optional<std::size_t> sheet;  ///< index of the only sheet that sees it; nothing: all sheets
-  std::string formulaText;
+  std::string formulaText;           ///< as written
   /// Parsed formula, with references relative to row 0, column 0; nothing if the text cannot be
   /// parsed.
   std::optional<DOM::FormulaSyntaxTree::Expr> expr;
@@ -43,12 +43,16 @@ struct ExternalSheet {
 /// Threads: const members may run concurrently.
 class ZORV_WORKBOOK_EXPORT Document {
 public:
+  /// The sheets in the workbook's order.
   [[nodiscard]] std::vector<Sheet> const& getSheets() const noexcept { return _sheets; }
+  /// The same, to be changed.
   [[nodiscard]] std::vector<Sheet>& getSheets() noexcept { return _sheets; }
 
+  /// Sheets of other workbooks, of which the file keeps cells.
   [[nodiscard]] std::vector<ExternalSheet> const& getExternalSheets() const noexcept {
     return _externalSheets;
   }
+  /// The same, to be changed.
   [[nodiscard]] std::vector<ExternalSheet>& getExternalSheets() noexcept { return _externalSheets; }
 
   /// Index of the sheet of that name, ignoring letter case; nothing if there is none.
@@ -56,6 +60,7 @@ public:
 
   /// The named styles that the conditional formats refer to: one for each differential format.
   [[nodiscard]] DOM::Styles const& getStyles() const noexcept { return _styles; }
+  /// The same, to be changed.
   [[nodiscard]] DOM::Styles& getStyles() noexcept { return _styles; }
 
   /// Interns the cells' own styles.
@@ -66,26 +71,33 @@ public:
   [[nodiscard]] DOM::SharedCellStylePtr const& getDefaultCellStyle() const noexcept {
     return _defaultCellStyle;
   }
+  /// Replaces the style of cells without a style of their own.
   void setDefaultCellStyle(DOM::SharedCellStylePtr style) noexcept {
     _defaultCellStyle = std::move(style);
   }
 
   /// The indexed colours that number formats name, `[Color1]` first (ISO/IEC 29500-1, 18.8.27).
   [[nodiscard]] std::vector<DOM::Colour> const& getPalette() const noexcept { return _palette; }
+  /// Replaces the indexed colours.
   void setPalette(std::vector<DOM::Colour> palette) noexcept { _palette = std::move(palette); }
 
   /// The date system of the workbook's serial numbers.
   [[nodiscard]] OfficeUtils::DateSystem getDateSystem() const noexcept { return _dateSystem; }
+  /// Replaces the date system.
   void setDateSystem(OfficeUtils::DateSystem dateSystem) noexcept { _dateSystem = dateSystem; }
 
+  /// The names that stand for formulas.
   [[nodiscard]] std::vector<DefinedName> const& getDefinedNames() const noexcept {
     return _definedNames;
   }
+  /// The same, to be changed.
   [[nodiscard]] std::vector<DefinedName>& getDefinedNames() noexcept { return _definedNames; }
 
+  /// The list objects of all sheets.
   [[nodiscard]] std::vector<Formulas::ListObject> const& getListObjects() const noexcept {
     return _listObjects;
   }
+  /// The same, to be changed.
   [[nodiscard]] std::vector<Formulas::ListObject>& getListObjects() noexcept {
     return _listObjects;
   }
@@ -95,12 +107,14 @@ public:
   [[nodiscard]] std::vector<std::size_t> const& getUnusedFormats() const noexcept {
     return _unusedFormats;
   }
+  /// Replaces the indices of unused formats.
   void setUnusedFormats(std::vector<std::size_t> formats) noexcept {
     _unusedFormats = std::move(formats);
   }
 
   /// Every rule of the file, by ascending number. The numbers may have gaps; see Rule.
   [[nodiscard]] std::vector<Rule> const& getRules() const noexcept { return _rules; }
+  /// The same, to be changed.
   [[nodiscard]] std::vector<Rule>& getRules() noexcept { return _rules; }
   /// The rule of that number, or null. Costs a binary search.
   [[nodiscard]] Rule const* findRule(std::size_t number) const noexcept;

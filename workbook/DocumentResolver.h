@@ -31,7 +31,9 @@ public:
   /// the sheet's rules; evaluates nothing.
   [[nodiscard]] SheetResolver prepare(std::size_t sheet) const;
 
+  /// The document that it borrows.
   [[nodiscard]] Document const& getDocument() const noexcept { return _document; }
+  /// The calculator for all tables of the document.
   [[nodiscard]] ConditionalFormatters::ConditionalFormattingPropsCalculator const& getCalculator()
       const noexcept {
     return _calculator;

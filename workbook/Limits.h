@@ -24,7 +24,7 @@ struct Limits {
   /// Ratio of unpacked to packed bytes, of one part and of the file; checked after the first
   /// `ratioFreeBytes` of the part, and eight times as many of the file.
   std::uint64_t unpackRatio = 250;
-  std::uint64_t ratioFreeBytes = 33'554'432;
+  std::uint64_t ratioFreeBytes = 33'554'432;  ///< see `unpackRatio`
   /// Depth of nested elements.
   std::size_t xmlDepth = 256;
   /// Bytes of one tag with its attributes, or of the text between two tags.
@@ -33,19 +33,19 @@ struct Limits {
   std::size_t xmlAttributes = 1'000;
   /// Namespace prefixes that are declared at one place.
   std::size_t xmlNamespaces = 256;
-  std::size_t sheets = 10'000;
+  std::size_t sheets = 10'000;  ///< sheets of all kinds
   /// Texts that cells share.
   std::size_t sharedTexts = 10'000'000;
   /// Bytes that shared texts take in all cells together, as each cell has a copy. A file may have
   /// `textBytesPerFileByte` of them for each of its bytes if that is more.
   std::uint64_t sharedTextBytes = 268'435'456;
-  std::uint64_t textBytesPerFileByte = 64;
+  std::uint64_t textBytesPerFileByte = 64;  ///< see `sharedTextBytes`
   /// Formats of each kind: fonts, fills, borders, cell formats, differential formats.
   std::size_t formats = 100'000;
-  std::size_t definedNames = 200'000;
+  std::size_t definedNames = 200'000;  ///< names that stand for formulas
   /// Hyperlinks of all sheets together, and runs of rich text. What goes beyond is left out.
   std::size_t hyperlinks = 500'000;
-  std::size_t textRuns = 2'000'000;
+  std::size_t textRuns = 2'000'000;  ///< see `hyperlinks`
   /// Columns of all tables (ISO/IEC 29500-1, 18.5.1.2) together.
   std::size_t tableColumns = 1'000'000;
   /// Cells of all sheets together.

@@ -13,11 +13,13 @@ namespace Zorv::Workbook {
 /// concerns the whole file.
 class ZORV_WORKBOOK_EXPORT LoadError : public BaseRuntimeError {
 public:
+  /// Part and place may be empty.
   LoadError(std::string file, std::string part, std::string place, std::string problem);
   LoadError(LoadError const&) = default;
   LoadError& operator=(LoadError const&) = default;
   ~LoadError() override;
 
+  /// The file's name.
   [[nodiscard]] std::string const& getFile() const noexcept { return _file; }
   /// The part inside the file, such as `xl/worksheets/sheet1.xml`; empty for the whole file.
   [[nodiscard]] std::string const& getPart() const noexcept { return _part; }

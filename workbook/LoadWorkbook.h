@@ -15,12 +15,13 @@
 
 namespace Zorv::Workbook {
 
+/// How a workbook is read.
 struct LoadOptions {
-  Limits limits{};
+  Limits limits{};  ///< of the file
   /// Locale (a BCP 47 tag or an ICU name) and time zone in which formulas without results are
   /// calculated.
   std::string localeName = "en-US";
-  DOM::TimeZone timeZone{};
+  DOM::TimeZone timeZone{};  ///< see `localeName`
   /// The file's name in messages; empty: its path, or `workbook in memory`.
   std::string name{};
   /// The meaning that the conditional formats are made with.

@@ -11,11 +11,10 @@ namespace Zorv::Workbook {
 struct PageLayout {
   unsigned paperSize = 1;  ///< its code: 1 is Letter, 9 is A4
   bool isLandscape = false;
-  // Margins, in inches.
-  double left = 0.7;
-  double right = 0.7;
-  double top = 0.75;
-  double bottom = 0.75;
+  double left = 0.7;                        ///< margin, in inches
+  double right = 0.7;                       ///< margin, in inches
+  double top = 0.75;                        ///< margin, in inches
+  double bottom = 0.75;                     ///< margin, in inches
   unsigned scale = 100;                     ///< in percent, 10 to 400
   bool fitsPages = false;                   ///< the next two count instead of the scale
   unsigned fitWidth = 1;                    ///< most pages across; 0: as many as it takes

@@ -20,8 +20,8 @@ using RichText = std::vector<TextRun>;
 
 /// Cell whose text has runs. Cells of one shared text share its runs.
 struct RichCell {
-  unsigned long row = 0;
-  unsigned long column = 0;
+  unsigned long row = 0;                 ///< of the cell, from 0
+  unsigned long column = 0;              ///< of the cell, from 0
   std::shared_ptr<RichText const> text;  ///< never null
 };
 

@@ -26,11 +26,11 @@ struct Rule {
   std::string type;             ///< as written: "cellIs", "expression", ...
   std::string operatorText;     ///< as written; empty if there is none
   std::optional<int> priority;  ///< the smallest number comes first; nothing if none is written
-  bool stopIfTrue = false;
-  bool fromExtensionList = false;  ///< written as the later `x14:cfRule`
-  std::string rangeText;           ///< the ranges as written; a long text is cut, see quote()
-  std::vector<TableRange> ranges;  ///< empty if the ranges cannot be read
-  std::vector<std::string> formulas;
+  bool stopIfTrue = false;      ///< rules of lower priority are not evaluated where this one holds
+  bool fromExtensionList = false;     ///< written as the later `x14:cfRule`
+  std::string rangeText;              ///< the ranges as written; a long text is cut, see quote()
+  std::vector<TableRange> ranges;     ///< empty if the ranges cannot be read
+  std::vector<std::string> formulas;  ///< as written
   /// Formula of the text that a text rule looks for, such as `$C$14`; empty for a text that is
   /// written out, and for rules of other kinds.
   std::string needleFormula;
@@ -49,6 +49,7 @@ struct Rule {
   /// Names of the functions that the formulas call and neither the engine nor the document has.
   std::set<std::string> unknownFunctions;
 
+  /// True if a format was made from the rule.
   [[nodiscard]] bool isResolved() const noexcept { return format != nullptr || visual != nullptr; }
 };
 

@@ -17,8 +17,8 @@ namespace Zorv::Workbook {
 
 /// Appearance of adjacent columns.
 struct ColumnLayout {
-  unsigned long first = 0;
-  unsigned long end = 0;  ///< the column after the last
+  unsigned long first = 0;  ///< the first column, from 0
+  unsigned long end = 0;    ///< the column after the last
   /// In widths of the digit 0 of the default font.
   std::optional<double> width;
   bool hidden = false;
@@ -27,7 +27,7 @@ struct ColumnLayout {
 
 /// Appearance of a row.
 struct RowLayout {
-  unsigned long row = 0;
+  unsigned long row = 0;         ///< from 0
   std::optional<double> height;  ///< in points
   bool hidden = false;
   DOM::SharedCellStylePtr style;  ///< of positions without a cell; may be null
@@ -46,24 +46,24 @@ struct SheetLayout {
   std::vector<ColumnLayout> columns;         ///< those that differ from the default, as written
   /// Those that differ from the default, ascending; every row of the file if `hidesRows`.
   std::vector<RowLayout> rows;
-  std::vector<TableRange> mergedRanges;
+  std::vector<TableRange> mergedRanges;  ///< cells that are one
   bool showGridLines = true;
   bool rightToLeft = false;
   /// Rows and columns at the beginning that stay in sight, those above and left of them included.
   unsigned long frozenRows = 0;
-  unsigned long frozenColumns = 0;
+  unsigned long frozenColumns = 0;  ///< see `frozenRows`
 };
 
 /// Address that the cells of a range lead to (ISO/IEC 29500-1, 18.3.1.47).
 struct Hyperlink {
-  TableRange range;
+  TableRange range;  ///< the cells that have the address
   /// An address of the schemes http, https and mailto, or a place in the workbook: `#Sheet2!A1`.
   std::string target;
 };
 
 /// One sheet of a document.
 struct Sheet {
-  std::string name;
+  std::string name;  ///< as its tab shows it
   /// Its part in the file, such as `xl/worksheets/sheet1.xml`.
   std::string part;
   /// Never null. A sheet that is not a worksheet (a chart sheet) has an empty table.
@@ -77,8 +77,8 @@ struct Sheet {
   /// same: the flag keeps earlier thresholds while values change, and here there are no earlier
   /// ones.
   bool conditionalFormatsSwitchedOff = false;
-  SheetLayout layout;
-  PageLayout page;
+  SheetLayout layout;                 ///< appearance besides the cells
+  PageLayout page;                    ///< appearance on paper
   std::vector<Hyperlink> hyperlinks;  ///< as written; other schemes are left out
   std::vector<RichCell> richCells;    ///< ascending by row, then by column
 };

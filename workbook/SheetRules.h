@@ -15,9 +15,9 @@ namespace Zorv::Workbook {
 
 /// The rules of a cell's visuals; null for those that it does not have.
 struct VisualRules {
-  Rule const* scale = nullptr;
-  Rule const* bar = nullptr;
-  Rule const* icon = nullptr;
+  Rule const* scale = nullptr;  ///< of the cell's colour
+  Rule const* bar = nullptr;    ///< of the cell's bar
+  Rule const* icon = nullptr;   ///< of the cell's icon
 };
 
 /// The rules of one sheet and the formats that were made from them. Borrows the document. Formats

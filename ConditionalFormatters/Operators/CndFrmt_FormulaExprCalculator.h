@@ -30,9 +30,11 @@ namespace Zorv::ConditionalFormatters {
 /// Threads: calculate() may run concurrently as far as the engine and the provider may.
 class CNDFRMT_EXPORT FormulaExprCalculator {
 public:
+  /// `baseCell` is the cell relative to which the formulas are written.
   FormulaExprCalculator(DOM::Table const& table, Formulas::ContextProvider const& contextProvider,
                         CellIndex baseCell) noexcept;
 
+  /// The provider that it borrows.
   [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const noexcept;
 
   /// The value of `expr` for `cell`; none where the formula's result is a reference and no value.

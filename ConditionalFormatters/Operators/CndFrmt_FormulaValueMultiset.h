@@ -16,6 +16,7 @@ namespace Zorv::ConditionalFormatters {
 /// The two zeros, which are equal, have one hash; texts count byte by byte. An empty value has no
 /// hash: hashing it stops the process.
 struct CNDFRMT_EXPORT FormulaValueHasher {
+  /// The hash of a value that is not empty.
   [[nodiscard]] std::size_t operator()(FormulaValue const& value) const;
 };
 

@@ -19,13 +19,14 @@ namespace Zorv::DOM::A1Notation {
 
 /// A row or a column.
 struct Coordinate {
-  std::uint32_t position = 0;
-  bool isRelative = true;  ///< written without a `$`
+  std::uint32_t position = 0;  ///< from 0
+  bool isRelative = true;      ///< written without a `$`
 };
 
+/// A cell as a text names it.
 struct Cell {
-  Coordinate row;
-  Coordinate column;
+  Coordinate row;     ///< the row, as written
+  Coordinate column;  ///< the column, as written
 };
 
 /// What a text is as a cell.
@@ -36,9 +37,10 @@ enum class Shape : std::uint8_t {
   PastRows,     ///< written as a cell, but below the last row
 };
 
+/// A text, read as a cell.
 struct CellText {
-  Shape shape = Shape::Other;
-  Cell cell;  ///< meaningful for Shape::Inside only
+  Shape shape = Shape::Other;  ///< says whether `cell` counts
+  Cell cell;                   ///< meaningful for Shape::Inside only
 };
 
 /// Reads a whole text as a cell such as `B7` or `$B$7`.

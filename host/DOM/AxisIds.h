@@ -18,8 +18,10 @@ namespace Zorv::DOM {
 /// Threads: const members may run concurrently; the others need exclusive access.
 class ZORV_HOST_EXPORT AxisIds {
 public:
+  /// An axis that was never edited: the identity at position n is n + 1.
   explicit AxisIds(unsigned long length);
 
+  /// The number of positions.
   [[nodiscard]] unsigned long getLength() const noexcept { return _length; }
 
   /// The identity at a position, or 0 for a position outside the axis. Logarithmic in the number of

@@ -7,7 +7,7 @@ namespace Zorv::DOM {
 
 /// Existing cell: it has a value, a style of its own, or both.
 struct Cell {
-  FormulaValue value;
+  FormulaValue value;        ///< empty where the cell has a style alone
   SharedCellStylePtr style;  ///< null where the cell has no style of its own
   bool hasFormula = false;   ///< the value is the result of a formula
 };

@@ -18,10 +18,15 @@ public:
   CellInfo(Table const& table, CellIndex index, Cell const* cell) noexcept
       : _table(&table), _index(index), _cell(cell) {}
 
+  /// The table of the position.
   [[nodiscard]] Table const& getTable() const noexcept { return *_table; }
+  /// Null where the position holds no cell.
   [[nodiscard]] Cell const* getCell() const noexcept { return _cell; }
+  /// The row, from 0.
   [[nodiscard]] unsigned long getRowIndex() const noexcept { return _index.getRow().get(); }
+  /// The column, from 0.
   [[nodiscard]] unsigned long getColIndex() const noexcept { return _index.getColumn().get(); }
+  /// Row and column.
   [[nodiscard]] CellIndex getCellIndex() const noexcept { return _index; }
 
   /// The identity of the position, which moves along with the cell. Allocates nothing; logarithmic

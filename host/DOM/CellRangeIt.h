@@ -34,6 +34,7 @@ public:
     return {*_table, CellIndex(RowIndex(_at->getRow()), ColumnIndex(_at->getColumn())), &_at->cell};
   }
 
+  /// Goes to the next cell. Requires that this is not the end iterator.
   CellRangeIt& operator++() noexcept {
     if (++_at == _stretchEnd) {
       enter({_block + 1, 0});

@@ -26,17 +26,19 @@ public:
 
   /// Cell and its position.
   struct Entry {
-    Key key;
-    Cell cell;
+    Key key;    ///< the position
+    Cell cell;  ///< the cell there
 
+    /// The row, from 0.
     [[nodiscard]] unsigned long getRow() const noexcept { return key >> columnBits; }
+    /// The column, from 0.
     [[nodiscard]] unsigned long getColumn() const noexcept { return key & columnMask; }
   };
 
   /// Place of a cell in the store; valid until the store changes.
   struct Position {
-    std::size_t block = 0;
-    std::size_t offset = 0;
+    std::size_t block = 0;   ///< index of a block
+    std::size_t offset = 0;  ///< index in the block
 
     friend bool operator==(Position const&, Position const&) noexcept = default;
   };
@@ -44,11 +46,14 @@ public:
   /// Maps a row or column index to its new one; std::nullopt removes its cells.
   using Remap = std::function<std::optional<unsigned long>(unsigned long)>;
 
+  /// The number of cells.
   [[nodiscard]] std::size_t size() const noexcept { return _size; }
 
   /// The cell at a row and a column; created if there is none.
   Cell& getOrCreate(unsigned long row, unsigned long column);
+  /// Removes a cell, if it is there.
   void remove(unsigned long row, unsigned long column);
+  /// The cell at a row and a column, or null.
   [[nodiscard]] Cell const* find(unsigned long row, unsigned long column) const noexcept;
 
   /// Look-up for a cell that is likely to be at or near `hint`: constant time for the cell at the
@@ -69,11 +74,14 @@ public:
   /// lowerBound() for a result that is known not to lie before `from`.
   [[nodiscard]] Position lowerBoundFrom(Position from, unsigned long row,
                                         unsigned long column) const noexcept;
+  /// The place after the last cell.
   [[nodiscard]] Position end() const noexcept { return {_blocks.size(), 0}; }
+  /// The place of the next cell.
   [[nodiscard]] Position next(Position position) const noexcept {
     return normalised({position.block, position.offset + 1});
   }
 
+  /// The cell at a place that is not the end.
   [[nodiscard]] Entry const& entryAt(Position position) const noexcept {
     return _blocks[position.block][position.offset];
   }
@@ -89,8 +97,9 @@ public:
   /// The smallest range that contains every cell; empty without cells. Linear.
   [[nodiscard]] TableRange getUsedRange() const noexcept;
 
-  /// Changes the row or the column of every cell. Linear, plus a sort.
+  /// Changes the row of every cell. Linear, plus a sort.
   void remapRows(Remap const& remap);
+  /// The same for columns.
   void remapColumns(Remap const& remap);
 
 private:

@@ -16,32 +16,44 @@ namespace Zorv::DOM {
 /// A value; the groups are shared and immutable. Moving it does not throw.
 class ZORV_HOST_EXPORT CellStyle {
 public:
+  /// Character properties; null if none is set.
   [[nodiscard]] std::shared_ptr<RunProps const> const& getRunProps() const noexcept {
     return _runProps;
   }
+  /// Paragraph properties; null if none is set.
   [[nodiscard]] std::shared_ptr<ParaProps const> const& getParaProps() const noexcept {
     return _paraProps;
   }
+  /// Cell properties; null if none is set.
   [[nodiscard]] std::shared_ptr<CellProps const> const& getCellProps() const noexcept {
     return _cellProps;
   }
+  /// The number format, or null.
   [[nodiscard]] std::shared_ptr<CellFormat const> const& getCellFormat() const noexcept {
     return _cellFormat;
   }
+  /// The named style that this one inherits from; empty for none.
   [[nodiscard]] UUID const& getParentUUID() const noexcept { return _parentUUID; }
+  /// The note of the style; empty for none.
   [[nodiscard]] UUID const& getNoteUUID() const noexcept { return _noteUUID; }
 
+  /// Replaces the character properties.
   void setRunProps(std::shared_ptr<RunProps const> props) noexcept { _runProps = std::move(props); }
+  /// Replaces the paragraph properties.
   void setParaProps(std::shared_ptr<ParaProps const> props) noexcept {
     _paraProps = std::move(props);
   }
+  /// Replaces the cell properties.
   void setCellProps(std::shared_ptr<CellProps const> props) noexcept {
     _cellProps = std::move(props);
   }
+  /// Replaces the number format.
   void setCellFormat(std::shared_ptr<CellFormat const> format) noexcept {
     _cellFormat = std::move(format);
   }
+  /// Requires that no cycle of parents results.
   void setParentUUID(UUID uuid) noexcept { _parentUUID = uuid; }
+  /// Replaces the identity of the note.
   void setNoteUUID(UUID uuid) noexcept { _noteUUID = uuid; }
 
 private:

@@ -28,6 +28,7 @@ public:
   [[nodiscard]] static RowBlocks ofRows(TableRange const& range,
                                         unsigned long cellsPerRow) noexcept;
 
+  /// How many blocks there are.
   [[nodiscard]] std::size_t count() const noexcept;
   /// The block at an index below count().
   [[nodiscard]] TableRange at(std::size_t index) const noexcept;

@@ -25,8 +25,11 @@ public:
   SharedStyle(SharedStyle const&) = delete;
   SharedStyle& operator=(SharedStyle const&) = delete;
 
+  /// The style.
   [[nodiscard]] Style const& get() const noexcept { return _style; }
+  /// The style.
   [[nodiscard]] Style const& operator*() const noexcept { return _style; }
+  /// The style.
   [[nodiscard]] Style const* operator->() const noexcept { return &_style; }
 
 private:
@@ -53,6 +56,7 @@ inline void intrusive_ptr_add_ref(SharedStyle<CellStyle> const* style) noexcept 
 /// Decrements the reference count; destroys the style when it reaches zero.
 ZORV_HOST_EXPORT void intrusive_ptr_release(SharedStyle<CellStyle> const* style) noexcept;
 
+/// Shared pointer to an interned style; may be null. Equal styles have equal pointers.
 using SharedCellStylePtr = boost::intrusive_ptr<SharedStyle<CellStyle> const>;
 
 /// Interning factory of styles: equal styles are one object while any pointer to it lives.

@@ -13,18 +13,21 @@ namespace Zorv::DOM {
 
 /// Colour in sRGB; alpha 255 is opaque.
 struct Colour {
-  std::uint8_t red = 0;
-  std::uint8_t green = 0;
-  std::uint8_t blue = 0;
-  std::uint8_t alpha = 255;
+  std::uint8_t red = 0;      ///< from 0 to 255
+  std::uint8_t green = 0;    ///< from 0 to 255
+  std::uint8_t blue = 0;     ///< from 0 to 255
+  std::uint8_t alpha = 255;  ///< 0 is transparent, 255 opaque
 
   friend bool operator==(Colour const&, Colour const&) = default;
 };
 
 // The enumerations below follow ISO/IEC 29500-1, 18.18 (simple types).
 
+/// Line under a text.
 enum class Underline : std::uint8_t { None, Single, Double, SingleAccounting, DoubleAccounting };
+/// Place of a text relative to its line.
 enum class VerticalRun : std::uint8_t { Baseline, Superscript, Subscript };
+/// Place of a text between left and right.
 enum class HorizontalAlignment : std::uint8_t {
   General,
   Left,
@@ -35,7 +38,9 @@ enum class HorizontalAlignment : std::uint8_t {
   CenterContinuous,
   Distributed,
 };
+/// Place of a text between top and bottom.
 enum class VerticalAlignment : std::uint8_t { Top, Center, Bottom, Justify, Distributed };
+/// Pattern of a fill.
 enum class FillPattern : std::uint8_t {
   None,
   Solid,
@@ -58,6 +63,7 @@ enum class FillPattern : std::uint8_t {
   Gray0625,
   Gradient,  ///< no pattern: the fill is `CellProps::fillGradient`
 };
+/// Look of a border line.
 enum class LineStyle : std::uint8_t {
   None,
   Thin,
@@ -77,12 +83,13 @@ enum class LineStyle : std::uint8_t {
 
 /// Border line of a cell. A line without a colour has the text's automatic colour.
 struct BorderLine {
-  LineStyle style = LineStyle::None;
-  std::optional<Colour> colour = std::nullopt;
+  LineStyle style = LineStyle::None;            ///< the look of the line
+  std::optional<Colour> colour = std::nullopt;  ///< nothing: automatic
 
   friend bool operator==(BorderLine const&, BorderLine const&) = default;
 };
 
+/// Shape of a gradient.
 enum class GradientType : std::uint8_t {
   Linear,  ///< along a line
   Path,    ///< from the edges of an inner rectangle outwards
@@ -91,22 +98,22 @@ enum class GradientType : std::uint8_t {
 /// Colour at one place of a gradient.
 struct GradientStop {
   double position = 0;  ///< from 0, where the gradient begins, to 1
-  Colour colour;
+  Colour colour;        ///< the colour there
 
   friend bool operator==(GradientStop const&, GradientStop const&) = default;
 };
 
 /// Fill whose colour changes over the cell (ISO/IEC 29500-1, 18.8.24).
 struct GradientFill {
-  GradientType type = GradientType::Linear;
+  GradientType type = GradientType::Linear;  ///< the shape of the gradient
   double degree =
       0;  ///< of a linear gradient: the angle of its line, clockwise; 0 is left to right
   /// Of a path: the edges of the inner rectangle, as parts of the cell's width or height.
   double left = 0;
-  double right = 0;
-  double top = 0;
-  double bottom = 0;
-  std::vector<GradientStop> stops;
+  double right = 0;                 ///< see `left`
+  double top = 0;                   ///< see `left`
+  double bottom = 0;                ///< see `left`
+  std::vector<GradientStop> stops;  ///< by position
 
   friend bool operator==(GradientFill const&, GradientFill const&) = default;
 };
@@ -114,9 +121,10 @@ struct GradientFill {
 /// Member of a property group: its printed name and its pointer to member.
 template <class Props, class Value>
 struct PropMember {
-  char const* name;
-  std::optional<Value> Props::*member;
+  char const* name;                     ///< as it is printed, such as `fillColour`
+  std::optional<Value> Props::*member;  ///< where it is
 };
+/// Deduces the types from the member.
 template <class Props, class Value>
 PropMember(char const*, std::optional<Value> Props::*) -> PropMember<Props, Value>;
 
@@ -206,7 +214,9 @@ struct CellFormat {
 
 /// Each property that `source` sets replaces the target's.
 ZORV_HOST_EXPORT void override(RunProps& target, RunProps const& source);
+/// The same for paragraph properties.
 ZORV_HOST_EXPORT void override(ParaProps& target, ParaProps const& source);
+/// The same for cell properties.
 ZORV_HOST_EXPORT void override(CellProps& target, CellProps const& source);
 
 ZORV_HOST_EXPORT bool operator==(RunProps const& a, RunProps const& b) noexcept;

@@ -29,12 +29,15 @@ class ZORV_HOST_EXPORT Table : public IDHolder {
 public:
   /// Size of a sheet, as spreadsheet programs use it for ISO/IEC 29500 documents.
   static constexpr unsigned long rowCount = 1'048'576;
-  static constexpr unsigned long columnCount = 16'384;
+  static constexpr unsigned long columnCount = 16'384;  ///< columns of a sheet
 
+  /// Formats by priority, the highest first.
   using LiveConditionalFormats = std::vector<std::unique_ptr<ConditionalFormat const>>;
 
+  /// An empty table.
   explicit Table(UUID uuid = UUID::generate());
 
+  /// The identity by which styles of cells are cached.
   [[nodiscard]] UUID const& getUUID() const noexcept { return _uuid; }
 
   // Cells.
@@ -42,6 +45,7 @@ public:
   /// The cell at a position; created if there is none. Appending in row order takes constant time.
   /// Throws BaseRuntimeError for a position outside the sheet.
   Cell& obtainCell(unsigned long row, unsigned long column);
+  /// Sets the value of a cell, which is created if there is none. Throws as obtainCell().
   void setValue(unsigned long row, unsigned long column, FormulaValue value);
   /// Removes the cell at a position, if there is one.
   void removeCell(unsigned long row, unsigned long column);
@@ -53,7 +57,9 @@ public:
                                      CellStore::Position& hint) const noexcept {
     return row < rowCount && column < columnCount ? _cells.find(row, column, hint) : nullptr;
   }
+  /// The position with its cell, if there is one.
   [[nodiscard]] CellInfo getCellInfo(unsigned long row, unsigned long column) const noexcept;
+  /// The number of existing cells.
   [[nodiscard]] std::size_t getCellCount() const noexcept;
   /// The first row with a cell and the row after the last one; both 0 without cells. Constant time.
   [[nodiscard]] std::pair<unsigned long, unsigned long> getUsedRows() const noexcept;
@@ -69,20 +75,30 @@ public:
 
   // Identities and edits. An edit moves cells and identities together.
 
+  /// The identity of the row at a position.
   [[nodiscard]] RowID getRowID(unsigned long row) const noexcept;
+  /// The identity of the column at a position.
   [[nodiscard]] ColumnID getColumnID(unsigned long column) const noexcept;
+  /// The range by the identities of its corners. Requires a range that is not empty and inside the
+  /// sheet.
   [[nodiscard]] TableRangeByID toRangeByID(TableRange const& range) const;
+  /// The identities of all rows.
   [[nodiscard]] AxisIds const& getRowIds() const noexcept { return _rowIds; }
+  /// The identities of all columns.
   [[nodiscard]] AxisIds const& getColumnIds() const noexcept { return _columnIds; }
 
-  /// Inserts empty rows or columns before a position and removes as many at the sheet's far edge.
+  /// Inserts empty rows before a position and removes as many at the sheet's far edge.
   /// Throws BaseRuntimeError, changing nothing, if those have cells.
   void insertRows(unsigned long before, unsigned long count);
+  /// The same for columns.
   void insertColumns(unsigned long before, unsigned long count);
+  /// Removes rows with their cells and adds as many empty ones at the sheet's far edge.
   void deleteRows(unsigned long first, unsigned long count);
+  /// The same for columns.
   void deleteColumns(unsigned long first, unsigned long count);
-  /// Moves rows or columns to the position `before`.
+  /// Moves rows to the position `before`.
   void moveRows(unsigned long first, unsigned long count, unsigned long before);
+  /// The same for columns.
   void moveColumns(unsigned long first, unsigned long count, unsigned long before);
 
   // Conditional formats.
@@ -99,6 +115,7 @@ public:
   void addConditionalFormat(std::vector<TableRange> const& ranges,
                             ConditionalFormatOperator condition, UUID const& styleUUID,
                             bool stopCalculateConditions = false);
+  /// Replaces all formats. Requires that none is null.
   void setConditionalFormats(LiveConditionalFormats formats) noexcept;
 
 private:

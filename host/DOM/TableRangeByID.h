@@ -12,10 +12,10 @@ class Table;
 
 /// Range named by the identities of its first and last row and column, all inclusive.
 struct TableRangeByID {
-  RowID firstRow;
-  ColumnID firstColumn;
-  RowID lastRow;
-  ColumnID lastColumn;
+  RowID firstRow;        ///< inside the range
+  ColumnID firstColumn;  ///< inside the range
+  RowID lastRow;         ///< inside the range
+  ColumnID lastColumn;   ///< inside the range
 };
 
 /// The ranges at the current positions of their rows and columns, in the order given.

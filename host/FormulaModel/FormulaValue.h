@@ -12,17 +12,19 @@ namespace Zorv::FormulaModel {
 /// Value of an empty cell, or an empty result.
 struct FormulaEmpty {};
 
+/// Number. Dates are numbers, too: see OfficeUtils::SerialDate.
 struct FormulaNumber {
-  FloatNumber value;
+  FloatNumber value;  ///< the number
 };
 
 /// Text in UTF-8.
 struct FormulaString {
-  std::string value;
+  std::string value;  ///< the text
 };
 
+/// Truth value.
 struct FormulaBoolean {
-  bool value = false;
+  bool value = false;  ///< true or false
 };
 
 /// Spreadsheet errors, numbered as the formula function ERROR.TYPE numbers them
@@ -40,8 +42,9 @@ enum class FormulaErrorCode : std::uint8_t {
   Calculation = 14,
 };
 
+/// Error as a value.
 struct FormulaError {
-  FormulaErrorCode code = FormulaErrorCode::Value;
+  FormulaErrorCode code = FormulaErrorCode::Value;  ///< which error
 };
 
 /// Value of a cell or of a formula. The order of the alternatives is part of the contract:

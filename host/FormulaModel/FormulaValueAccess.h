@@ -11,10 +11,12 @@
 
 namespace Zorv::FormulaModel {
 
+/// True for the value of an empty cell.
 [[nodiscard]] inline bool isFormulaEmpty(FormulaValue const& value) noexcept {
   return value.which() == FormulaValueKind::Empty;
 }
 
+/// True for an error.
 [[nodiscard]] inline bool isFormulaError(FormulaValue const& value) noexcept {
   return value.which() == FormulaValueKind::Error;
 }
@@ -31,6 +33,7 @@ namespace Zorv::FormulaModel {
 /// of different kinds. Two empty values compare as equals. Texts compare byte by byte.
 template <template <class> class Compare>
 struct FormulaValuesComarator {
+  /// True if both are of one kind and their payloads compare so.
   [[nodiscard]] bool operator()(FormulaValue const& a, FormulaValue const& b) const {
     if (a.which() != b.which()) {
       return false;

@@ -25,13 +25,17 @@ public:
   [[nodiscard]] static constexpr ValueKey ofNumber(double number) noexcept {
     return ValueKey(std::bit_cast<std::uint64_t>(number == 0.0 ? 0.0 : number));
   }
+  /// The key of a truth value.
   [[nodiscard]] static constexpr ValueKey ofBoolean(bool value) noexcept {
     return ValueKey(booleanBits | static_cast<std::uint64_t>(value));
   }
+  /// The key of an error.
   [[nodiscard]] static constexpr ValueKey ofError(FormulaErrorCode code) noexcept {
     return ValueKey(errorBits | static_cast<std::uint64_t>(code));
   }
+  /// The key of the empty value.
   [[nodiscard]] static constexpr ValueKey ofEmpty() noexcept { return ValueKey(emptyBits); }
+  /// The key of a text by its hash.
   [[nodiscard]] static constexpr ValueKey ofTextHash(std::uint64_t hash) noexcept {
     return ValueKey(textBits | mix(hash));
   }
@@ -40,11 +44,13 @@ public:
     return ValueKey(textBits | index);
   }
 
+  /// True for the key of a text.
   [[nodiscard]] constexpr bool isText() const noexcept { return _bits >= textBits; }
   /// The index that the key was made from; see ofTextIndex().
   [[nodiscard]] constexpr std::uint32_t textIndex() const noexcept {
     return static_cast<std::uint32_t>(_bits);
   }
+  /// The key as an integer.
   [[nodiscard]] constexpr std::uint64_t bits() const noexcept { return _bits; }
   /// A hash whose bits all depend on all bits of the key: whole numbers differ in a few bits only.
   [[nodiscard]] constexpr std::uint64_t hash() const noexcept { return mix(_bits); }

@@ -14,8 +14,8 @@ namespace Zorv::Formulas {
 
 /// A rectangle of one table's cells, as the result of a formula.
 struct Reference {
-  FormulaModel::DocTableIndex table;
-  TableRange range;
+  FormulaModel::DocTableIndex table;  ///< the table of the cells
+  TableRange range;                   ///< the cells
 };
 
 /// The result of a formula. The order of the alternatives is part of the contract: a value, an

@@ -25,15 +25,20 @@ public:
         _rowID(rowID),
         _columnID(columnID) {}
 
+  /// The table of the place.
   [[nodiscard]] TableContext const* getTableContext() const noexcept { return _tableContext; }
+  /// The row of the place.
   [[nodiscard]] RowIndex getRow() const noexcept { return _row; }
+  /// The column of the place.
   [[nodiscard]] ColumnIndex getColumn() const noexcept { return _column; }
   /// Set where the formula is evaluated as an array formula.
   [[nodiscard]] boost::optional<FormulaModel::ArrayFormulaIndices> const& getArrayFormulaIndices()
       const noexcept {
     return _arrayFormulaIndices;
   }
+  /// The row's identity; 0 if unknown.
   [[nodiscard]] DOM::RowID getRowID() const noexcept { return _rowID; }
+  /// The column's identity; 0 if unknown.
   [[nodiscard]] DOM::ColumnID getColumnID() const noexcept { return _columnID; }
 
 private:

@@ -33,7 +33,9 @@ class ZORV_HOST_EXPORT EvaluationSession {
 public:
   /// Without a cache each search walks over its range.
   EvaluationSession() noexcept;
+  /// With a cache, which several sessions may share.
   explicit EvaluationSession(LookupCache& lookups) noexcept;
+  /// With a cache and a moment.
   EvaluationSession(LookupCache& lookups, OfficeUtils::Moment& moment) noexcept;
   EvaluationSession(EvaluationSession const&) = delete;
   EvaluationSession& operator=(EvaluationSession const&) = delete;

@@ -23,7 +23,7 @@ struct Dependencies {
     /// from the cell for which the formula was written.
     bool isFromFirstCell = false;
   };
-  std::vector<Reference> references;
+  std::vector<Reference> references;  ///< of the formula, and of the names that it uses
 
   /// The value may depend on any cell of any table, since the formula finds cells only when it is
   /// evaluated: OFFSET, INDIRECT, `A1:INDEX(...)`.

@@ -20,9 +20,10 @@ enum class UnresolvedKind : std::uint8_t {
   Function,          ///< a function, by its name in upper case
 };
 
+/// Something that a formula refers to and the document does not have.
 struct Unresolved {
-  UnresolvedKind kind = UnresolvedKind::Name;
-  std::string text;
+  UnresolvedKind kind = UnresolvedKind::Name;  ///< the kind of thing
+  std::string text;                            ///< its name, as UnresolvedKind says
 
   friend bool operator==(Unresolved const&, Unresolved const&) noexcept = default;
 };

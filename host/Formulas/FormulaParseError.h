@@ -19,6 +19,7 @@ public:
 
   /// The reason alone; what() has the position, too, counted from 1.
   [[nodiscard]] std::string const& getReason() const noexcept { return _reason; }
+  /// The number of bytes before the place of the error.
   [[nodiscard]] std::size_t getPosition() const noexcept { return _position; }
 
 private:

@@ -14,9 +14,9 @@ namespace Zorv::Formulas {
 
 /// Settings of a OneTableDocument; each has a default.
 struct OneTableSettings {
-  std::string sheetName = "Sheet1";  ///< the name by which formulas refer to the table
-  OfficeUtils::LocaleContext locale = {};
-  DOM::TimeZone timeZone = {};
+  std::string sheetName = "Sheet1";        ///< the name by which formulas refer to the table
+  OfficeUtils::LocaleContext locale = {};  ///< of casts, dates and texts of numbers
+  DOM::TimeZone timeZone = {};             ///< in which the clock is read
 };
 
 /// Formula engine's access to a document of one table, without defined names and list objects.
@@ -27,6 +27,7 @@ struct OneTableSettings {
 /// concurrently while the table stays unchanged.
 class ZORV_HOST_EXPORT OneTableDocument : public ContextProvider {
 public:
+  /// Borrows the table.
   explicit OneTableDocument(DOM::Table const& table, OneTableSettings settings = {});
   ~OneTableDocument() override;
 

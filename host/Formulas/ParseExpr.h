@@ -8,8 +8,10 @@
 
 namespace Zorv::Formulas {
 
-/// Parses a formula as workbook files write it: English function names, comma between arguments,
-/// `.` in numbers, A1 references (ISO/IEC 29500-1, 18.17.2); a leading `=` is allowed.
+/// Parses a formula as workbook files write it (ISO/IEC 29500-1, 18.17.2).
+///
+/// Function names are English, arguments are separated by commas, numbers have a decimal point,
+/// references are in A1 notation. A leading `=` is allowed.
 ///
 /// Throws FormulaParseError where the text is no formula, is longer than 8,192 characters, or nests
 /// deeper than 256 levels. A function that is not known is no error here: it evaluates to `#NAME?`.

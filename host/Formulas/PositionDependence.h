@@ -7,8 +7,8 @@ namespace Zorv::Formulas {
 
 /// The coordinates of the evaluated cell that the value of a formula may depend on.
 struct PositionDependence {
-  bool row = false;
-  bool column = false;
+  bool row = false;     ///< on the row
+  bool column = false;  ///< on the column
 
   friend bool operator==(PositionDependence const&, PositionDependence const&) noexcept = default;
 };

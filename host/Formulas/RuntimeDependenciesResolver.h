@@ -11,14 +11,17 @@ namespace Zorv::Formulas {
 /// does not show, such as those of OFFSET and INDIRECT.
 class RuntimeDependenciesResolver {
 public:
+  /// Cells that the formula read.
   struct Dependency {
-    FormulaModel::DocTableIndex table;
-    TableRange range;
+    FormulaModel::DocTableIndex table;  ///< the table of the cells
+    TableRange range;                   ///< the cells
   };
 
+  /// Adds cells. The engine calls it.
   void add(FormulaModel::DocTableIndex table, TableRange const& range) {
     _dependencies.push_back({table, range});
   }
+  /// Everything that was added, in order.
   [[nodiscard]] std::vector<Dependency> const& getDependencies() const noexcept {
     return _dependencies;
   }

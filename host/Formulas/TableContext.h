@@ -19,6 +19,7 @@ public:
   TableContext& operator=(TableContext const&) = delete;
   virtual ~TableContext();
 
+  /// The place of the table in the document.
   [[nodiscard]] virtual FormulaModel::DocTableIndex getDocTableIndex() const = 0;
   /// The table itself; the engine reads its cells in place.
   [[nodiscard]] virtual DOM::Table const& getTable() const = 0;

@@ -20,6 +20,7 @@ namespace Zorv::Formulas {
 
 /// The value of a sub-expression, summed up.
 struct TracedValue {
+  /// Kind of a sub-expression's value.
   enum class Kind : std::uint8_t {
     Single,    ///< one value: `value`
     Range,     ///< the cells of `reference`: `rows`, `columns`, `firstValues`
@@ -28,13 +29,13 @@ struct TracedValue {
     Function,  ///< a function that LAMBDA made
   };
 
-  Kind kind = Kind::Single;
-  FormulaValue value;
+  Kind kind = Kind::Single;  ///< says which of the other members count
+  FormulaValue value;        ///< of Kind::Single
   /// Of a reference to one range; for Kind::Single, the cell that has the value.
   boost::optional<Reference> reference;
-  std::uint64_t rows = 1;
-  std::uint64_t columns = 1;
-  std::uint64_t rangeCount = 1;
+  std::uint64_t rows = 1;                 ///< of a range or an array
+  std::uint64_t columns = 1;              ///< of a range or an array
+  std::uint64_t rangeCount = 1;           ///< of a union
   std::vector<FormulaValue> firstValues;  ///< row by row, from the first cell
   /// The single value is a number that stands for a date: one of a cell that shows it as a date,
   /// the result of a function that gives dates, or such a date moved by a number of days.
@@ -45,7 +46,7 @@ struct TracedValue {
 struct TraceStep {
   std::string text;         ///< at the place of the evaluation, such as `D7<TODAY()`
   std::uint32_t depth = 0;  ///< in the formula's tree; 0 for the whole formula
-  TracedValue value;
+  TracedValue value;        ///< the value
 };
 
 /// How an expression came to its value.
@@ -59,9 +60,9 @@ struct ExprTrace {
 
 /// How much a trace may tell. Sub-expressions near the root come first.
 struct TraceLimits {
-  std::size_t steps = 40;
-  std::uint32_t depth = 10;
-  std::size_t firstValues = 5;
+  std::size_t steps = 40;       ///< most sub-expressions
+  std::uint32_t depth = 10;     ///< of the deepest sub-expression
+  std::size_t firstValues = 5;  ///< most values of a range or an array
 };
 
 /// Evaluates an expression as calcShiftedExpr() does, and tells the value of each of its

@@ -21,6 +21,7 @@ public:
   Clock& operator=(Clock const&) = delete;
   virtual ~Clock();
 
+  /// The current moment.
   [[nodiscard]] virtual TimePoint now() const = 0;
 
   /// The current moment by the clock in force.
@@ -30,7 +31,9 @@ public:
 /// Clock that always shows the same moment.
 class ZORV_HOST_EXPORT FixedClock final : public Clock {
 public:
+  /// Shows that moment.
   explicit FixedClock(TimePoint moment) noexcept : _moment(moment) {}
+  /// Always the same moment.
   [[nodiscard]] TimePoint now() const override;
 
 private:
@@ -43,7 +46,9 @@ private:
 /// time; they see either clock, and the one that they read stays alive meanwhile.
 class ZORV_HOST_EXPORT ScopedClock {
 public:
+  /// Null for the clock of the system.
   explicit ScopedClock(std::shared_ptr<Clock const> clock);
+  /// Puts a FixedClock in force.
   explicit ScopedClock(Clock::TimePoint moment);
   ScopedClock(ScopedClock const&) = delete;
   ScopedClock& operator=(ScopedClock const&) = delete;

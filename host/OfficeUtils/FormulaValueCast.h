@@ -20,6 +20,7 @@ public:
   GeneralNumberFormatter& operator=(GeneralNumberFormatter const&) = delete;
   virtual ~GeneralNumberFormatter();
 
+  /// The text of a number.
   [[nodiscard]] virtual std::string format(FloatNumber number,
                                            LocaleContext const& locale) const = 0;
 };

@@ -28,18 +28,22 @@ public:
   /// Throws BaseRuntimeError for an unknown locale.
   explicit LocaleContext(std::string const& name, DateSystem dateSystem = DateSystem::Since1900);
 
+  /// The name that the locale was made from.
   [[nodiscard]] std::string const& getName() const noexcept;
+  /// The day from which serial numbers count.
   [[nodiscard]] DateSystem getDateSystem() const noexcept;
 
   /// The day on which weeks begin.
   [[nodiscard]] std::chrono::weekday getFirstDayOfWeek() const noexcept;
 
-  /// Decimal separator and separator of digit groups, in UTF-8.
+  /// Decimal separator, in UTF-8.
   [[nodiscard]] std::string const& getDecimalSeparator() const noexcept;
+  /// Separator of digit groups, in UTF-8.
   [[nodiscard]] std::string const& getGroupingSeparator() const noexcept;
 
-  /// The locale's words for the two truth values, in upper case.
+  /// The locale's word for true, in upper case.
   [[nodiscard]] std::string const& getTrueText() const noexcept;
+  /// The locale's word for false, in upper case.
   [[nodiscard]] std::string const& getFalseText() const noexcept;
 
   /// True for copies of one handle; two locales of one name need not share data.

@@ -16,8 +16,10 @@ namespace Zorv::OfficeUtils {
 /// calendar a computation. Threads: one thread at a time.
 class ZORV_HOST_EXPORT Moment {
 public:
+  /// A moment in universal time.
   explicit Moment(Clock::TimePoint timePoint) noexcept : _timePoint(timePoint) {}
 
+  /// The moment in universal time.
   [[nodiscard]] Clock::TimePoint getTimePoint() const noexcept { return _timePoint; }
 
   /// The civil time of the zone. The reference is valid until the next call.

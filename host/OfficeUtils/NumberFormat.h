@@ -13,7 +13,7 @@ namespace Zorv::OfficeUtils {
 
 /// Text of a cell as a sheet shows it.
 struct ShownText {
-  std::string text;
+  std::string text;  ///< in UTF-8, without the fill
   /// Number of the text's colour, from 1 to 56; 0 for the cell's own. 1 to 8 are black, white, red,
   /// green, blue, yellow, magenta and cyan; the others stand in the palette of ISO/IEC 29500-1,
   /// 18.8.27, seven places further on.

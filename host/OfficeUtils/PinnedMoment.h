@@ -15,6 +15,7 @@ namespace Zorv::OfficeUtils {
 /// Scopes nest and must end in reverse order, on the thread that created them.
 class ZORV_HOST_EXPORT PinnedMoment {
 public:
+  /// Fixes the moment.
   explicit PinnedMoment(Clock::TimePoint moment) noexcept;
   PinnedMoment(PinnedMoment const&) = delete;
   PinnedMoment& operator=(PinnedMoment const&) = delete;
@@ -29,6 +30,7 @@ public:
     return pinned != nullptr ? pinned->get().getTimePoint() : Clock::readCurrent();
   }
 
+  /// The fixed moment.
   [[nodiscard]] Moment& get() noexcept { return _moment; }
 
 private:

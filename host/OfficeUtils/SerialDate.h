@@ -14,13 +14,13 @@
 /// ones by one. Threads: may be called concurrently.
 namespace Zorv::OfficeUtils::SerialDate {
 
-inline constexpr int monthsPerYear = 12;
+inline constexpr int monthsPerYear = 12;  ///< of the civil calendar
 
 /// Day as the date system names it; month and day from 1.
 struct CivilDate {
-  int year = 0;
-  unsigned month = 0;
-  unsigned day = 0;
+  int year = 0;        ///< such as 2026
+  unsigned month = 0;  ///< from 1
+  unsigned day = 0;    ///< of the month, from 1
 
   friend constexpr bool operator==(CivilDate const&, CivilDate const&) noexcept = default;
 };

@@ -6,18 +6,22 @@
 
 #include "Utils/Export.h"
 
-/// Letter case of ASCII, and Unicode case folding: folded texts are equal where the texts differ in
-/// letter case only.
+// Letter case of ASCII, and Unicode case folding: folded texts are equal where the texts differ in
+// letter case only.
 namespace Zorv {
 
+/// True for 0 to 9.
 [[nodiscard]] constexpr bool isAsciiDigit(char c) noexcept { return '0' <= c && c <= '9'; }
 
+/// The capital of an ASCII letter; any other byte as it is.
 [[nodiscard]] constexpr char toAsciiUpper(char c) noexcept {
   return 'a' <= c && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
+/// The small letter of an ASCII capital; any other byte as it is.
 [[nodiscard]] constexpr char toAsciiLower(char c) noexcept {
   return 'A' <= c && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
+/// True for A to Z and a to z.
 [[nodiscard]] constexpr bool isAsciiLetter(char c) noexcept {
   char const upper = toAsciiUpper(c);
   return 'A' <= upper && upper <= 'Z';

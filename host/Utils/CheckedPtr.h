@@ -13,13 +13,16 @@ namespace Zorv {
 template <class T>
 class CheckedPtr {
 public:
+  /// May be null as long as nobody accesses it.
   explicit CheckedPtr(std::shared_ptr<T> ptr) noexcept : _ptr(std::move(ptr)) {}
 
+  /// The object. Stops the process at a null pointer.
   [[nodiscard]] T& operator*() const noexcept {
     checkNotNull();
     return *_ptr;
   }
 
+  /// The object. Stops the process at a null pointer.
   [[nodiscard]] T* operator->() const noexcept {
     checkNotNull();
     return _ptr.get();

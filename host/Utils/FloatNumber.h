@@ -12,14 +12,19 @@ namespace Zorv {
 class FloatNumber {
 public:
   constexpr FloatNumber() noexcept = default;
+  /// The number of a double.
   constexpr explicit FloatNumber(double value) noexcept : _value(value) {}
 
+  /// The number as a double.
   [[nodiscard]] constexpr double get() const noexcept { return _value; }
 
+  /// Exchanges two numbers.
   void swap(FloatNumber& other) noexcept { std::swap(_value, other._value); }
 
+  /// Adds a number.
   constexpr FloatNumber& operator+=(FloatNumber other) noexcept { return *this = *this + other; }
 
+  /// The sum.
   friend constexpr FloatNumber operator+(FloatNumber a, FloatNumber b) noexcept {
     return withoutNegativeZero(a._value + b._value);
   }
@@ -27,9 +32,11 @@ public:
   friend constexpr FloatNumber operator-(FloatNumber a, FloatNumber b) noexcept {
     return FloatNumber(a._value - b._value);
   }
+  /// The product.
   friend constexpr FloatNumber operator*(FloatNumber a, FloatNumber b) noexcept {
     return withoutNegativeZero(a._value * b._value);
   }
+  /// The quotient.
   friend constexpr FloatNumber operator/(FloatNumber a, FloatNumber b) noexcept {
     return withoutNegativeZero(a._value / b._value);
   }

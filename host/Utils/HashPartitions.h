@@ -26,6 +26,7 @@ public:
       : _bits(std::min(maxBits,
                        static_cast<unsigned>(std::bit_width(entryCount / entriesPerPartition)))) {}
 
+  /// The number of partitions, a power of two.
   [[nodiscard]] std::size_t count() const noexcept { return std::size_t{1} << _bits; }
 
   /// The index of a key's partition, below count(). The key need not be a good hash.
@@ -70,9 +71,11 @@ public:
   [[nodiscard]] std::span<Entry> at(std::size_t partition) noexcept {
     return std::span(_entries).subspan(beginOf(partition), sizeOf(partition));
   }
+  /// The entries of one partition.
   [[nodiscard]] std::span<Entry const> at(std::size_t partition) const noexcept {
     return std::span(_entries).subspan(beginOf(partition), sizeOf(partition));
   }
+  /// The number of entries in a partition.
   [[nodiscard]] std::size_t sizeOf(std::size_t partition) const noexcept {
     return _ends[partition] - beginOf(partition);
   }

@@ -33,6 +33,7 @@ public:
   IDHolder(IDHolder const&) = delete;
   IDHolder& operator=(IDHolder const&) = delete;
 
+  /// The identity of this object.
   [[nodiscard]] ID getID() const noexcept { return ID(_control); }
 
 protected:

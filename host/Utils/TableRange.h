@@ -8,14 +8,16 @@ namespace Zorv {
 ///
 /// A range whose end does not lie behind its first row or column is empty.
 struct TableRange {
-  unsigned long firstRow = 0;
-  unsigned long firstColumn = 0;
-  unsigned long endRow = 0;
-  unsigned long endColumn = 0;
+  unsigned long firstRow = 0;     ///< inside
+  unsigned long firstColumn = 0;  ///< inside
+  unsigned long endRow = 0;       ///< after the last row
+  unsigned long endColumn = 0;    ///< after the last column
 
+  /// True if no position is inside.
   [[nodiscard]] constexpr bool isEmpty() const noexcept {
     return firstRow >= endRow || firstColumn >= endColumn;
   }
+  /// True if the position is inside.
   [[nodiscard]] constexpr bool contains(unsigned long row, unsigned long column) const noexcept {
     return firstRow <= row && row < endRow && firstColumn <= column && column < endColumn;
   }

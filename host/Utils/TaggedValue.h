@@ -12,8 +12,10 @@ template <class Value, class Tag>
 class TaggedValue {
 public:
   constexpr TaggedValue() noexcept = default;
+  /// The number with its tag.
   constexpr explicit TaggedValue(Value value) noexcept : _value(value) {}
 
+  /// The bare number.
   [[nodiscard]] constexpr Value get() const noexcept { return _value; }
 
   friend constexpr auto operator<=>(TaggedValue, TaggedValue) noexcept = default;

@@ -14,12 +14,15 @@ namespace Zorv {
 /// A default-constructed UUID is the empty identity. Copying allocates nothing.
 class ZORV_HOST_EXPORT UUID {
 public:
+  /// The empty identity.
   constexpr UUID() noexcept : _value{} {}
+  /// The identity of these bytes.
   constexpr explicit UUID(boost::uuids::uuid const& value) noexcept : _value(value) {}
 
   /// New random identity. Threads: may be called concurrently.
   [[nodiscard]] static UUID generate();
 
+  /// True for the empty identity.
   [[nodiscard]] bool isEmpty() const noexcept { return _value.is_nil(); }
 
   /// Canonical text of 36 characters.

@@ -51,13 +51,16 @@ public:
 /// token; callers that count single steps spend them in lumps, see StepCounter.
 class ZORV_HOST_EXPORT WorkBudget {
 public:
+  /// No limit.
   static constexpr std::uint64_t unlimited = std::numeric_limits<std::uint64_t>::max();
 
+  /// Limits of the work in all.
   struct Limits {
-    std::uint64_t steps = unlimited;
-    std::uint64_t bytes = unlimited;
+    std::uint64_t steps = unlimited;  ///< most steps
+    std::uint64_t bytes = unlimited;  ///< most bytes of memory
   };
 
+  /// A request to `stop` ends the work at its next step.
   explicit WorkBudget(Limits limits, std::stop_token stop = {}) noexcept;
   WorkBudget(WorkBudget const&) = delete;
   WorkBudget& operator=(WorkBudget const&) = delete;
@@ -90,6 +93,7 @@ private:
 /// ends are not spent.
 class StepCounter {
 public:
+  /// Counts from 0.
   explicit StepCounter(WorkBudget* budget) noexcept : _budget(budget) {}
 
   /// Throws like WorkBudget::spend().

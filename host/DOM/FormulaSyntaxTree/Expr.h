@@ -28,13 +28,13 @@ struct ExprTraits {
 
 /// Content of an Expr: the nodes of the tree and the pools that they index.
 struct ExprParts {
-  std::vector<Node> nodes;  ///< the last one is the root
-  std::vector<std::string> texts;
-  std::vector<CellReference> references;
-  std::vector<NameReference> names;
-  std::vector<StructuredReference> structuredReferences;
+  std::vector<Node> nodes;                ///< the last one is the root
+  std::vector<std::string> texts;         ///< texts, names of sheets, and defined names
+  std::vector<CellReference> references;  ///< references to cells
+  std::vector<NameReference> names;       ///< uses of defined names
+  std::vector<StructuredReference> structuredReferences;  ///< references into list objects
   std::vector<std::string> localNames;  ///< of the formula's LET and LAMBDA functions, by slot
-  ExprTraits traits;
+  ExprTraits traits;                    ///< properties of the whole formula
 
   friend bool operator==(ExprParts const&, ExprParts const&) noexcept = default;
 };
@@ -55,7 +55,9 @@ public:
   /// The formula of one constant.
   [[nodiscard]] static Expr constant(FormulaValue const& value);
 
+  /// The nodes, with their pools.
   [[nodiscard]] ExprParts const& getParts() const noexcept { return _parts; }
+  /// Properties of the whole formula.
   [[nodiscard]] ExprTraits const& getTraits() const noexcept { return _parts.traits; }
 
   /// True for formulas of equal text, ignoring letter case and spaces.

@@ -5,6 +5,7 @@
 
 namespace Zorv::DOM::FormulaSyntaxTree {
 
+/// Kind of a node; says which of its members count.
 enum class NodeKind : std::uint8_t {
   Empty,                ///< the empty value
   Missing,              ///< an omitted argument
@@ -26,6 +27,7 @@ enum class NodeKind : std::uint8_t {
   Call,  ///< a call of a LAMBDA: what is called is the first argument
 };
 
+/// Operator of a unary or binary node.
 enum class Operator : std::uint8_t {
   None,
   // Binary.
@@ -58,16 +60,16 @@ inline constexpr std::uint32_t noIndex = std::numeric_limits<std::uint32_t>::max
 /// Node of a formula's tree, in a flat array in which arguments precede their parent; the last
 /// entry is the root.
 struct Node {
-  NodeKind kind = NodeKind::Empty;
-  Operator op = Operator::None;
-  std::uint16_t function = 0;
-  std::uint32_t argumentCount = 0;
+  NodeKind kind = NodeKind::Empty;        ///< says which of the other members count
+  Operator op = Operator::None;           ///< of a node that is an operator
+  std::uint16_t function = 0;             ///< of a call: its index in the table of functions
+  std::uint32_t argumentCount = 0;        ///< of an operator or a call
   std::uint32_t firstArgument = noIndex;  ///< index of the first argument
   /// Index of the next argument of the same parent; for the last argument, of the parent; noIndex
   /// for the root. So a long chain such as `1+1+1+...` is traversed without recursion.
   std::uint32_t next = noIndex;
   std::uint32_t index = noIndex;  ///< index in the pool for `kind`, or a small number
-  double number = 0.0;
+  double number = 0.0;            ///< of a number
 
   friend bool operator==(Node const&, Node const&) noexcept = default;
 };
@@ -88,19 +90,20 @@ struct Node {
 /// Whole rows have the absolute columns 0 and 16,383, whole columns the absolute rows 0 and
 /// 1,048,575. A shift may change the order of the corners; readers sort them.
 struct CellReference {
-  std::uint32_t firstRow = 0;
-  std::uint32_t firstColumn = 0;
-  std::uint32_t lastRow = 0;
-  std::uint32_t lastColumn = 0;
-  bool firstRowIsRelative = false;
-  bool firstColumnIsRelative = false;
-  bool lastRowIsRelative = false;
-  bool lastColumnIsRelative = false;
+  std::uint32_t firstRow = 0;          ///< of the corner that is written first
+  std::uint32_t firstColumn = 0;       ///< of the corner that is written first
+  std::uint32_t lastRow = 0;           ///< of the other corner
+  std::uint32_t lastColumn = 0;        ///< of the other corner
+  bool firstRowIsRelative = false;     ///< the row moves in a shift
+  bool firstColumnIsRelative = false;  ///< the column moves in a shift
+  bool lastRowIsRelative = false;      ///< the row moves in a shift
+  bool lastColumnIsRelative = false;   ///< the column moves in a shift
   /// Index of the sheet's name, a text; noIndex for the formula's own sheet. The text is empty for
   /// a deleted sheet, `[1]Sheet1` for one of another workbook, and `First:Last` for a range of
   /// sheets.
   std::uint32_t sheet = noIndex;
 
+  /// True if a shift moves any coordinate.
   [[nodiscard]] bool isRelative() const noexcept {
     return firstRowIsRelative || firstColumnIsRelative || lastRowIsRelative || lastColumnIsRelative;
   }
@@ -127,10 +130,10 @@ struct StructuredReference {
   std::uint32_t list = noIndex;         ///< index of the list's name; noIndex: the cell's own list
   std::uint32_t firstColumn = noIndex;  ///< index of a column's name; noIndex: all columns
   std::uint32_t lastColumn = noIndex;   ///< equals `firstColumn` for a single column
-  bool headers = false;
-  bool data = false;
-  bool totals = false;
-  bool thisRow = false;
+  bool headers = false;                 ///< `#Headers`: the header row
+  bool data = false;                    ///< `#Data`: the rows between
+  bool totals = false;                  ///< `#Totals`: the totals row
+  bool thisRow = false;                 ///< `@`: the row of the formula
 
   friend bool operator==(StructuredReference const&, StructuredReference const&) noexcept = default;
 };
