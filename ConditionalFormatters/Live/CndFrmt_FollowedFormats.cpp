@@ -67,7 +67,12 @@ void FollowedFormats::followValues(std::span<ChangedCells const> changes, Reache
       dependencies[format]->reach(changed, getRanges(format), reach);
     }
     appendAll(reach.areas, reached.areas);
-    if (reach.operandsChange) {
+    // The cells for which a formula has given up may be those that changed.
+    bool const mayRecover = !reach.areas.empty() && _prepared.hasGivenUp(format);
+    if (mayRecover) {
+      appendAll(getRanges(format), reached.areas);
+    }
+    if (reach.operandsChange || mayRecover) {
       _prepared.forgetCondition(format);
     }
     lookupsChange = lookupsChange || reach.lookupsChange;

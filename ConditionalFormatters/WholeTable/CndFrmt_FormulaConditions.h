@@ -23,6 +23,7 @@ public:
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
   [[nodiscard]] ConditionOperands findOperands(TestedCell const& cell,
                                                PassContext& pass) const override;
+  [[nodiscard]] bool hasGivenUp() const noexcept override { return _argument.hasGivenUp(); }
 
 private:
   Comparison _compare;
@@ -37,6 +38,7 @@ public:
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
   [[nodiscard]] ConditionOperands findOperands(TestedCell const& cell,
                                                PassContext& pass) const override;
+  [[nodiscard]] bool hasGivenUp() const noexcept override { return _argument.hasGivenUp(); }
 
 private:
   OfficeUtils::LocaleContext _locale;
@@ -54,6 +56,9 @@ public:
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
   [[nodiscard]] ConditionOperands findOperands(TestedCell const& cell,
                                                PassContext& pass) const override;
+  [[nodiscard]] bool hasGivenUp() const noexcept override {
+    return _lower.hasGivenUp() || _upper.hasGivenUp();
+  }
 
 private:
   BoundsTest _test;
@@ -88,6 +93,7 @@ public:
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
   [[nodiscard]] ConditionOperands findOperands(TestedCell const& cell,
                                                PassContext& pass) const override;
+  [[nodiscard]] bool hasGivenUp() const noexcept override { return _pattern.hasGivenUp(); }
 
 private:
   TextTest _test;

@@ -82,6 +82,9 @@ public:
   /// occurrences of a value are counted in all ranges.
   [[nodiscard]] virtual ConditionOperands findOperands(TestedCell const& cell,
                                                        PassContext& pass) const = 0;
+
+  /// True if it throws for every other cell, since formulas of it have met limits of the engine.
+  [[nodiscard]] virtual bool hasGivenUp() const noexcept { return false; }
 };
 
 /// What a format's condition is prepared from, and for which request. Borrows everything.

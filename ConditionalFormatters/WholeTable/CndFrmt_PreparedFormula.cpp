@@ -69,9 +69,7 @@ void PreparedFormula::fold(Shared& shared, CellIndex cell,
 
 boost::optional<FormulaValue> PreparedFormula::evaluateAt(
     Expr const& expr, CellIndex cell, Formulas::EvaluationSession& session) const {
-  // Far more work than an ordinary formula, each time: it is done for some cells and not for all.
-  constexpr unsigned mostLimits = 2;
-  if (_limitCount.load(std::memory_order_acquire) >= mostLimits) {
+  if (hasGivenUp()) {
     std::rethrow_exception(*_limit.find());
   }
   try {

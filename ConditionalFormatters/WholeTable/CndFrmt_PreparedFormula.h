@@ -50,7 +50,15 @@ public:
                : evaluateOwn(cell, session, ownValue);
   }
 
+  /// True once it has met limits of the engine too often: it then throws for every other cell.
+  [[nodiscard]] bool hasGivenUp() const noexcept {
+    return _limitCount.load(std::memory_order_acquire) >= mostLimits;
+  }
+
 private:
+  /// Far more work than an ordinary formula, each time: it is done for some cells and not for all.
+  static constexpr unsigned mostLimits = 2;
+
   /// What is the same for every cell.
   struct Shared {
     boost::optional<FormulaValue> value;                         ///< of a formula that is

@@ -75,6 +75,12 @@ public:
   /// All ranges of all formats.
   [[nodiscard]] std::vector<TableRange> listRanges() const;
 
+  /// True if the condition of a format is prepared and has given up.
+  [[nodiscard]] bool hasGivenUp(FormatIndex format) const noexcept {
+    PreparedCondition const* const condition = _conditions[format].find();
+    return condition != nullptr && condition->hasGivenUp();
+  }
+
   /// Forgets what was prepared for the condition of a format; the next that needs it prepares it
   /// again. Needs exclusive access, as the other one does.
   void forgetCondition(FormatIndex format) noexcept { _conditions[format].reset(); }

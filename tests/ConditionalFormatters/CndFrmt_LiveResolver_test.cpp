@@ -261,6 +261,24 @@ TEST(LiveResolver, FollowsCellsThatAreFoundOnlyByEvaluation) {
   }
 }
 
+TEST(LiveResolver, AsksAFormulaAgainThatGaveUpForCellsThatChanged) {
+  LiveSheet sheet;
+  sheet.setColumn(0, {9, 9, 9, 1});
+  sheet.addRule("A1:A4", LiveSheet::isTrue("IF(A1>5,LAMBDA(f,f(f))(LAMBDA(f,f(f))),TRUE)"));
+  LiveResolver live = sheet.follow();
+  auto const countFailures = [&] {
+    std::size_t failures = 0;
+    live.visit(passOver({0, 0, 4, 1}),
+               [&](ResolvedCell const& cell) { failures += cell.failure != nullptr ? 1 : 0; });
+    return failures;
+  };
+  EXPECT_EQ(countFailures(), 4U);
+  sheet.setColumn(0, {1, 1, 1});
+  EXPECT_EQ(live.apply({ValuesChanged{&sheet.table, {{0, 0, 3, 1}}}}),
+            (std::vector<TableRange>{{0, 0, 4, 1}}));
+  EXPECT_EQ(countFailures(), 0U);
+}
+
 TEST(LiveResolver, CountsRowsThatWereDeletedAtTheEndOfARange) {
   LiveSheet sheet;
   sheet.setColumn(0, {1, 2, 3, 100});
