@@ -115,6 +115,8 @@ The module conditional_formatters opens workbooks and gives resolved styles,
 colour scales, data bars and icons of their cells, with the reasons."
     OURS ${host} ${library}
     OTHERS "python3 (>= 3.${Python_VERSION_MINOR})" "python3 (<< 3.${next_minor})")
+  # It draws pictures with the tool's module.
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "cndfrmt (= ${PROJECT_VERSION}-1)")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-numpy, python3-openpyxl, python3-pandas")
 endif()
 

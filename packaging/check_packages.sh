@@ -5,7 +5,7 @@
 #   - they name no folder of the machine that built them;
 #   - unpacked into an empty root, the tool lists the rules of a real workbook and draws it;
 #   - programs build there by find_package() and by pkg-config, and run;
-#   - the Python module, where it is packaged, is imported;
+#   - the Python module, where it is packaged, gives the style of a cell;
 #   - packed once more, they have the same bytes.
 #
 # check_packages.sh BUILD_DIRECTORY SOURCE_DIRECTORY, with SOURCE_DATE_EPOCH of the packages
@@ -55,11 +55,16 @@ in_root "$work/read-workbook" "$workbook" >"$work/formatted.txt"
 
 module=$root/usr/lib/python3/dist-packages
 if [ -d "$module" ]; then
-  in_root env PYTHONPATH="$module" python3 -c 'import conditional_formatters'
+  in_root env PYTHONPATH="$module" /usr/bin/python3 -c '
+import sys
+import conditional_formatters
+book = conditional_formatters.open(sys.argv[1], now="2026-11-21T12:00:00")
+assert book["Invoices"]["E5"].style.fill_colour == "#FFC7CE"
+' "$sources/examples/demo.xlsx"
 fi
 
 cpack --config "$build/CPackConfig.cmake" -B "$work/again" >/dev/null
 for package in "$packages"/*.deb; do
   cmp "$package" "$work/again/$(basename "$package")"
 done
-echo "check_packages: $(find "$packages" -name '*.deb' | wc -l) packages are as they should be"
+echo "check_packages: $(find "$packages" -maxdepth 1 -name '*.deb' | wc -l) packages are as they should be"
