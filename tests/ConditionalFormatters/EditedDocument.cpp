@@ -31,6 +31,9 @@ namespace {
 constexpr unsigned char editedStyleCount = 4;
 constexpr double serialOf21November = 46347;
 
+}  // namespace
+
+/// A sheet of the document. Not in the unnamed namespace: members of EditedDocument::Host have it.
 class EditedSheet final : public Formulas::TableContext {
 public:
   EditedSheet(DOM::Table const& table, std::string name, unsigned long index)
@@ -47,8 +50,6 @@ private:
   std::string _name;
   unsigned long _index;
 };
-
-}  // namespace
 
 /// The document as the library sees it; each of its operations may be the one that fails.
 class EditedDocument::Host final : public Formulas::ContextProvider {
