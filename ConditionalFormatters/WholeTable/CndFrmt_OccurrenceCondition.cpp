@@ -11,6 +11,13 @@
 
 namespace Zorv::ConditionalFormatters {
 
+namespace {
+
+/// As many walks over the ranges take about as long as to make the index.
+constexpr unsigned mostWalks = 8;
+
+}  // namespace
+
 bool OccurrenceCondition::holds(TestedCell const& cell, PassContext& pass) const {
   FormulaValue const& value = cell.data.value;
   if (FormulaModel::isFormulaEmpty(value)) {
@@ -24,23 +31,23 @@ bool OccurrenceCondition::holds(TestedCell const& cell, PassContext& pass) const
 }
 
 ConditionOperands OccurrenceCondition::findOperands(TestedCell const& cell,
-                                                    PassContext& /*pass*/) const {
-  FormulaModel::FormulaValuesComarator<std::equal_to> const isEqual;
-  OccurrenceOperand operand;
-  if (FormulaModel::isFormulaEmpty(cell.data.value)) {
-    return operand;
+                                                    PassContext& pass) const {
+  // NaN equals nothing, itself included.
+  return isComparable(cell.data.value) ? findOccurrences(cell, pass.getResources())
+                                       : OccurrenceOperand();
+}
+
+OccurrenceOperand OccurrenceCondition::findOccurrences(TestedCell const& cell,
+                                                       PassResources const& resources) const {
+  FormulaValue const& value = cell.data.value;
+  if (!cell.isCollected || _walkCount.load(std::memory_order_relaxed) < mostWalks) {
+    _walkCount.fetch_add(1, std::memory_order_relaxed);
+    return countOccurrences(_operands, value, resources);
   }
-  for (TableRange const& range : _operands.getRanges()) {
-    auto const [begin, end] = _operands.getTable().getRangeIterators(range);
-    for (auto other = begin; other != end; ++other) {
-      DOM::CellInfo const cellInfo = other.getCellInfo();
-      if (isEqual(_operands.getProvider().getCellValue(cellInfo), cell.data.value)) {
-        operand.first = operand.count == 0 ? cellInfo.getCellIndex() : operand.first;
-        ++operand.count;
-      }
-    }
-  }
-  return operand;
+  OccurrenceIndex const& index = _index.getOrCreate(
+      _creation, [&] { return std::make_unique<OccurrenceIndex const>(_operands, resources); });
+  OccurrenceOperand const* const repeated = index.find(value);
+  return repeated != nullptr ? *repeated : OccurrenceOperand{1, cell.data.cellIndex};
 }
 
 /// The value is not among the collected ones: it is of no cell of the ranges, or it equals nothing.
