@@ -62,9 +62,8 @@ OccurrenceIndex::OccurrenceIndex(RangeOperands const& operands, PassResources co
     }
   });
   // Stable: the first of equal entries is that of the first cell.
-  std::ranges::stable_sort(_entries, [](Entry const& a, Entry const& b) {
-    return isLess(a, b.key, b.text);
-  });
+  std::ranges::stable_sort(_entries,
+                           [](Entry const& a, Entry const& b) { return isLess(a, b.key, b.text); });
   joinEqual();
 }
 

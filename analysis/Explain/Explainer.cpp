@@ -4,20 +4,14 @@
 #include <memory>
 #include <new>
 #include <utility>
-#include <vector>
 
 #include "DOM/SetProperties.h"
-#include "Formulas/EvaluationSession.h"
-#include "OfficeUtils/FormulaValueCast.h"
 #include "OfficeUtils/Moment.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "analysis/Explain/NearestRules.h"
-#include "analysis/Explain/RuleFormulas.h"
 #include "analysis/Explain/VisualExplainer.h"
 #include "analysis/Shared/Rules.h"
 #include "workbook/OwnStyle.h"
-#include "workbook/Widespread.h"
-#include "workbook/WidespreadDifference.h"
 
 namespace Zorv::Analysis {
 
@@ -65,12 +59,12 @@ Explainer::Explainer(Workbook::Document const& document, std::string const& loca
       _resolver(document, localeName, timeZone),
       _contextProvider(_resolver.getValueProvider().getFormulasContextProvider()) {}
 
-Explainer::PreparedSheet const& Explainer::prepare(std::size_t sheet) {
+Explainer::PreparedSheet& Explainer::prepare(std::size_t sheet) {
   auto const found = _sheets.find(sheet);
   if (found != _sheets.end()) {
     return found->second;
   }
-  PreparedSheet prepared{_resolver.prepare(sheet), {}};
+  PreparedSheet prepared{_resolver.prepare(sheet), {}, {}};
   for (auto const& rule : _document.getRulesOfSheet(sheet)) {
     prepared.byPriority.push_back(&rule);
   }
@@ -78,10 +72,23 @@ Explainer::PreparedSheet const& Explainer::prepare(std::size_t sheet) {
   return _sheets.emplace(sheet, std::move(prepared)).first->second;
 }
 
+ExplainedRule& Explainer::prepareRule(PreparedSheet& sheet, Workbook::Rule const& rule) const {
+  auto const found = sheet.explained.find(&rule);
+  if (found != sheet.explained.end()) {
+    return found->second;
+  }
+  CellIndex const baseCell = sheet.resolver.getTableResolver().getFormulaBaseCell(
+      sheet.resolver.getRules().formatOf(rule));
+  return sheet.explained.try_emplace(&rule, rule, baseCell, _contextProvider).first->second;
+}
+
 CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
                                std::optional<std::size_t> onlyRule) {
   OfficeUtils::PinnedMoment const pinned(OfficeUtils::PinnedMoment::readMoment());
-  PreparedSheet const& prepared = prepare(sheet);
+  PreparedSheet& prepared = prepare(sheet);
+  OfficeUtils::Moment moment(OfficeUtils::PinnedMoment::readMoment());
+  Formulas::EvaluationSession session(_lookups, moment);
+  session.setBudget(_budget);
   auto const info =
       _document.getSheets()[sheet].table->getCellInfo(cell.getRow().get(), cell.getColumn().get());
   Workbook::SheetRules const& rules = prepared.resolver.getRules();
@@ -104,9 +111,9 @@ CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
     auto& entry = account.rules.emplace_back(
         rule->visual != nullptr
             ? VisualExplainer(rules, explanation, visuals, account).explain(*rule)
-            : explainRule(prepared, *rule, info, explanation));
+            : explainRule(prepared, *rule, info, explanation, session));
     if (isAskedFor && entry.outcome == FormatOutcome::NotReached) {
-      evaluateByItself(prepared, info, entry);
+      evaluateByItself(prepared, info, entry, session);
     }
     if (!isOnCell) {
       account.nearest = findNearestRules({&rule, 1}, cell, 1);
@@ -119,38 +126,42 @@ CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
   return account;
 }
 
-RuleAccount Explainer::explainRule(PreparedSheet const& sheet, Workbook::Rule const& rule,
+RuleAccount Explainer::explainRule(PreparedSheet& sheet, Workbook::Rule const& rule,
                                    DOM::CellInfo const& cell,
-                                   CF::CellExplanation const& explanation) const {
+                                   CF::CellExplanation const& explanation,
+                                   Formulas::EvaluationSession& session) const {
   RuleAccount account{.rule = &rule};
   if (rule.format == nullptr) {
     return account;
   }
-  auto const& format = explanation.formats[sheet.resolver.getRules().formatOf(rule)];
+  Workbook::SheetRules const& rules = sheet.resolver.getRules();
+  auto const& format = explanation.formats[rules.formatOf(rule)];
   account.outcome = format.outcome;
   account.operands = format.operands;
   account.failure = format.failure;
-  account.endedBy = format.endedBy ? &sheet.resolver.getRules().ruleOf(*format.endedBy) : nullptr;
+  account.endedBy = format.endedBy ? &rules.ruleOf(*format.endedBy) : nullptr;
   for (CF::PropertyShare const& share : format.properties) {
     account.properties.push_back(
-        {share.name, share.takenBy ? &sheet.resolver.getRules().ruleOf(*share.takenBy) : nullptr});
+        {share.name, share.takenBy ? &rules.ruleOf(*share.takenBy) : nullptr});
   }
   if (isEvaluated(account.outcome)) {
-    addFormulas(sheet, cell, account);
-  }
-  if (isEvaluated(account.outcome) && !account.failure) {
-    addOtherAnswer(sheet, cell, account);
+    ExplainedRule& explained = prepareRule(sheet, rule);
+    account.formulas = explained.traceFormulas(cell, session);
+    if (!account.failure) {
+      account.elsewhere = explained.findOtherAnswer(account.outcome == FormatOutcome::Holds,
+                                                    account.operands, cell, session);
+    }
   }
   return account;
 }
 
-void Explainer::evaluateByItself(PreparedSheet const& sheet, DOM::CellInfo const& cell,
-                                 RuleAccount& account) const {
+void Explainer::evaluateByItself(PreparedSheet& sheet, DOM::CellInfo const& cell,
+                                 RuleAccount& account, Formulas::EvaluationSession& session) const {
   try {
     std::size_t const format = sheet.resolver.getRules().formatOf(*account.rule);
     account.holdsByItself = sheet.resolver.getTableResolver().holds(format, cell);
     account.operands = sheet.resolver.getTableResolver().findOperands(format, cell);
-    addFormulas(sheet, cell, account);
+    account.formulas = prepareRule(sheet, *account.rule).traceFormulas(cell, session);
   } catch (std::bad_alloc const&) {
     throw;
   } catch (WorkEnded const&) {
@@ -158,59 +169,6 @@ void Explainer::evaluateByItself(PreparedSheet const& sheet, DOM::CellInfo const
   } catch (std::exception const&) {
     account.failure = std::current_exception();
   }
-}
-
-void Explainer::addFormulas(PreparedSheet const& sheet, DOM::CellInfo const& cell,
-                            RuleAccount& account) const {
-  for (RuleFormula const& formula : listFormulas(*account.rule)) {
-    auto traced = trace(sheet, *account.rule, *formula.expr, cell);
-    if (!traced.steps.empty() || traced.failure) {
-      account.formulas.push_back({formula.written, std::move(traced)});
-    }
-  }
-}
-
-void Explainer::addOtherAnswer(PreparedSheet const& sheet, DOM::CellInfo const& cell,
-                               RuleAccount& account) const {
-  auto const widespread = Workbook::findWidespread(*account.rule);
-  if (!widespread) {
-    return;
-  }
-  auto traced = trace(sheet, *account.rule, widespread->expr, cell);
-  if (traced.failure || traced.steps.empty()) {
-    return;
-  }
-  namespace Cast = OfficeUtils::FormulaValueCast;
-  bool const holds =
-      Cast::toBoolOpt(traced.steps.back().value.value, _contextProvider.getLocaleContext(),
-                      Cast::CastMode::Condition, false)
-          .value_or(false);
-  if (holds != (account.outcome == FormatOutcome::Holds)) {
-    FormulaValue const value = cell.getCell() != nullptr ? cell.getCell()->value : FormulaValue();
-    account.elsewhere = {
-        holds,
-        Workbook::explainDifference(account.rule->format->getOperator(), value, account.operands),
-        std::move(traced.text)};
-  }
-}
-
-Formulas::ExprTrace Explainer::trace(PreparedSheet const& sheet, Workbook::Rule const& rule,
-                                     DOM::FormulaSyntaxTree::Expr const& expr,
-                                     DOM::CellInfo const& cell) const {
-  CellIndex const index = cell.getCellIndex();
-  CellIndex const base = sheet.resolver.getTableResolver().getFormulaBaseCell(
-      sheet.resolver.getRules().formatOf(rule));
-  auto const distance = [](auto to, auto from) {
-    return static_cast<int>(to.get()) - static_cast<int>(from.get());
-  };
-  Formulas::Context const context(_contextProvider.getTableContext(cell.getTable()), index.getRow(),
-                                  index.getColumn(), boost::none, DOM::RowID(0), DOM::ColumnID(0));
-  OfficeUtils::Moment moment(OfficeUtils::PinnedMoment::readMoment());
-  Formulas::EvaluationSession session(_lookups, moment);
-  session.setBudget(_budget);
-  return Formulas::traceExpr(expr, distance(index.getColumn(), base.getColumn()),
-                             distance(index.getRow(), base.getRow()), context, _contextProvider,
-                             session);
 }
 
 }  // namespace Zorv::Analysis

@@ -6,11 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "Formulas/EvaluationSession.h"
 #include "Formulas/LookupCache.h"
 #include "OfficeUtils/TimeZone.h"
 #include "Utils/CellIndex.h"
 #include "Utils/WorkBudget.h"
 #include "analysis/Explain/CellAccount.h"
+#include "analysis/Explain/ExplainedRule.h"
 #include "workbook/Document.h"
 #include "workbook/DocumentResolver.h"
 
@@ -20,7 +22,8 @@ namespace Zorv::Analysis {
 ///
 /// Prepares what the rules of a sheet need when the first cell of the sheet asks for it, and keeps
 /// it. So one cell costs the conditions on it: a top rule collects the values of its ranges, and no
-/// other cell is resolved.
+/// other cell is resolved. Further cells of a sheet share this, and what is the same for every cell
+/// in the formulas of rules.
 ///
 /// Ownership: borrows the document, which must outlive it and stay unchanged, and the budget.
 /// Threads: one at a time.
@@ -44,28 +47,24 @@ private:
   struct PreparedSheet {
     Workbook::SheetResolver resolver;
     std::vector<Workbook::Rule const*> byPriority;
+    std::map<Workbook::Rule const*, ExplainedRule> explained;  ///< those that some cell has needed
   };
 
-  PreparedSheet const& prepare(std::size_t sheet);
-  [[nodiscard]] RuleAccount explainRule(
-      PreparedSheet const& sheet, Workbook::Rule const& rule, DOM::CellInfo const& cell,
-      ConditionalFormatters::CellExplanation const& explanation) const;
-  void evaluateByItself(PreparedSheet const& sheet, DOM::CellInfo const& cell,
-                        RuleAccount& account) const;
-  [[nodiscard]] Formulas::ExprTrace trace(PreparedSheet const& sheet, Workbook::Rule const& rule,
-                                          DOM::FormulaSyntaxTree::Expr const& expr,
-                                          DOM::CellInfo const& cell) const;
-  void addOtherAnswer(PreparedSheet const& sheet, DOM::CellInfo const& cell,
-                      RuleAccount& account) const;
-  void addFormulas(PreparedSheet const& sheet, DOM::CellInfo const& cell,
-                   RuleAccount& account) const;
+  PreparedSheet& prepare(std::size_t sheet);
+  [[nodiscard]] ExplainedRule& prepareRule(PreparedSheet& sheet, Workbook::Rule const& rule) const;
+  [[nodiscard]] RuleAccount explainRule(PreparedSheet& sheet, Workbook::Rule const& rule,
+                                        DOM::CellInfo const& cell,
+                                        ConditionalFormatters::CellExplanation const& explanation,
+                                        Formulas::EvaluationSession& session) const;
+  void evaluateByItself(PreparedSheet& sheet, DOM::CellInfo const& cell, RuleAccount& account,
+                        Formulas::EvaluationSession& session) const;
 
   Workbook::Document const& _document;
   WorkBudget* _budget;
   Workbook::DocumentResolver _resolver;
   Formulas::ContextProvider const& _contextProvider;
   std::map<std::size_t, PreparedSheet> _sheets;
-  mutable Formulas::LookupCache _lookups;
+  Formulas::LookupCache _lookups;
 };
 
 }  // namespace Zorv::Analysis

@@ -17,6 +17,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/FindReferences.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FindUnresolved.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FoldExpr.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/FormulaTracer.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FunctionNames.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Addressing.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Aggregates.cpp
@@ -94,6 +95,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Text/Wildcards.cpp
           ${CMAKE_CURRENT_LIST_DIR}/TraceExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Tracing/NodeChoice.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Tracing/ObservedFormula.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Tracing/Observers.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Tracing/ObservingFunctions.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Tracing/TraceWriter.cpp

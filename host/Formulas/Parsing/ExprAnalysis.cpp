@@ -194,6 +194,12 @@ private:
   PositionDependence _position;
 };
 
+/// True for a call that costs more than a look-up, and has the same value for every cell.
+bool isInvariantCall(Node const& node, NodeFacts const& facts) noexcept {
+  bool const isCostly = facts.readsRange || facts.nestsCalls;
+  return node.kind == NodeKind::Function && isCostly && !facts.varies;
+}
+
 }  // namespace
 
 ExprTraits analyse(ExprParts const& parts, FunctionTable const& functions) {
@@ -211,9 +217,7 @@ std::vector<InnerCall> findInvariantCalls(ExprParts const& parts, FunctionTable 
   std::vector<bool> isInside(parts.nodes.size());  // of a call that was found
   for (std::size_t i = parts.nodes.size(); i-- > 0;) {
     Node const& node = parts.nodes[i];
-    bool const isCostly = facts[i].readsRange || facts[i].nestsCalls;
-    bool const isFound =
-        !isInside[i] && node.kind == NodeKind::Function && isCostly && !facts[i].varies;
+    bool const isFound = !isInside[i] && isInvariantCall(node, facts[i]);
     if (isFound) {
       calls.push_back({static_cast<std::uint32_t>(i), facts[i].use == Use::ByElement});
     }
@@ -224,6 +228,15 @@ std::vector<InnerCall> findInvariantCalls(ExprParts const& parts, FunctionTable 
     }
   }
   return calls;
+}
+
+std::vector<bool> findInvariantNodes(ExprParts const& parts, FunctionTable const& functions) {
+  std::vector<NodeFacts> const facts = Analyser(parts, functions).collectFacts();
+  std::vector<bool> isInvariant(facts.size());
+  for (std::size_t i = 0; i < facts.size(); ++i) {
+    isInvariant[i] = isInvariantCall(parts.nodes[i], facts[i]);
+  }
+  return isInvariant;
 }
 
 }  // namespace Zorv::Formulas

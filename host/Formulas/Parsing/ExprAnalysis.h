@@ -30,4 +30,8 @@ struct InnerCall {
 [[nodiscard]] std::vector<InnerCall> findInvariantCalls(
     DOM::FormulaSyntaxTree::ExprParts const& parts, FunctionTable const& functions);
 
+/// The same calls by node, nested ones too.
+[[nodiscard]] std::vector<bool> findInvariantNodes(DOM::FormulaSyntaxTree::ExprParts const& parts,
+                                                   FunctionTable const& functions);
+
 }  // namespace Zorv::Formulas

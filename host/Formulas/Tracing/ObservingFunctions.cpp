@@ -12,9 +12,13 @@ namespace Zorv::Formulas {
 namespace {
 
 Value observe(Call& call) {
+  auto const id = static_cast<std::uint32_t>(call.frame().nodeAt(call.node()).number);
+  ValueObserver& observer = *call.evaluator().observer();
+  if (Value const* const known = observer.findKnown(id)) {
+    return *known;
+  }
   Value const value = call.evaluate(0);
-  double const id = call.frame().nodeAt(call.node()).number;
-  call.evaluator().observer()->observe(static_cast<std::uint32_t>(id), value);
+  observer.observe(id, value);
   return value;
 }
 

@@ -10,10 +10,10 @@
 #include "ConditionalFormatters/TextsOfOneHash.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_OccurrenceBlock.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_OccurrenceCondition.h"
+#include "Utils/WorkBudget.h"
 #include "support/CountingValueContextProvider.h"
 #include "support/PlainHost.h"
 #include "support/Values.h"
-#include "Utils/WorkBudget.h"
 
 namespace Zorv::ConditionalFormatters {
 namespace {
@@ -130,9 +130,9 @@ TEST_F(OccurrenceIndexTest, EndsWithItsBudget) {
   many.prepareOccurrences({});
   WorkBudget budget({.steps = 100});
   EXPECT_THROW(OccurrenceIndex(many, {.threadCount = 1, .budget = &budget}), WorkEnded);
-  EXPECT_THROW(static_cast<void>(
-                   countOccurrences(many, number(1), {.threadCount = 1, .budget = &budget})),
-               WorkEnded);
+  EXPECT_THROW(
+      static_cast<void>(countOccurrences(many, number(1), {.threadCount = 1, .budget = &budget})),
+      WorkEnded);
 }
 
 }  // namespace
