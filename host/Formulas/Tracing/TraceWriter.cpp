@@ -108,9 +108,7 @@ Value const* TraceWriter::findKnown(std::uint32_t id) {
     return nullptr;
   }
   for (ToldNode const& told : part->told) {
-    if (!_formulas.front().isTold[told.node]) {
-      tell(_formulas.front(), told.node, told.step);
-    }
+    tell(_formulas.front(), told.node, told.step);
   }
   return &part->value;
 }
