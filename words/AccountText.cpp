@@ -82,8 +82,10 @@ AccountText AccountWriter::describe(Analysis::CellAccount const& account) {
     text.absence = account.rulesElsewhere == 0 ? "The sheet has no conditional format."
                                                : "No conditional format is on this cell.";
   }
+  auto const meaning = findMeaning(account);
   for (auto const& rule : account.rules) {
-    text.rules.push_back(describeRule(rule, account, _document, _locale));
+    text.rules.push_back(
+        describeRule(rule, getOrCreateWords(*rule.rule), account, meaning, _locale));
   }
   for (auto const& near : account.nearest) {
     text.nearest.push_back(describeNearest(near, !account.rules.empty()));
@@ -102,6 +104,24 @@ std::string AccountWriter::describeContent(Analysis::CellAccount const& account)
   auto value = describeValue(account.content->value, NumberMeaning::Number, _locale);
   bool const isSame = shown == value || '"' + shown + '"' == value;
   return isSame ? value : fmt::format("{}, the value {}", shown, value);
+}
+
+/// What the number of the cell means, by its number format.
+NumberMeaning AccountWriter::findMeaning(Analysis::CellAccount const& account) {
+  auto const& format = account.effectiveStyle.getCellFormat();
+  auto const number = account.content != nullptr
+                          ? FormulaModel::asFormulaNumberOpt(account.content->value)
+                          : boost::optional<FormulaModel::FormulaNumber>();
+  return format && number && _formatter.showsDate(number->value.get(), *format)
+             ? NumberMeaning::Date
+             : NumberMeaning::Number;
+}
+
+RuleWords const& AccountWriter::getOrCreateWords(Workbook::Rule const& rule) {
+  auto const found = _words.find(&rule);
+  return found != _words.end()
+             ? found->second
+             : _words.emplace(&rule, makeRuleWords(_document, rule)).first->second;
 }
 
 }  // namespace Zorv::Words

@@ -5,13 +5,16 @@
 #include <exception>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "OfficeUtils/LocaleContext.h"
 #include "analysis/Explain/CellAccount.h"
 #include "words/CellText.h"
 #include "words/StyleText.h"
+#include "words/ValueText.h"
 #include "workbook/Document.h"
+#include "workbook/Rule.h"
 
 /// The account of a cell in words, for whoever lays it out. Texts may hold anything that the
 /// workbook holds: make them printable, or escape them.
@@ -59,6 +62,13 @@ struct RuleText {
   std::vector<std::string> doubts;
 };
 
+/// The words for a rule that are the same for every cell.
+struct RuleWords {
+  std::string condition;           ///< as describeCondition() has it
+  std::string place;               ///< the ranges and the priority
+  std::vector<StylePhrase> style;  ///< of a condition that is resolved
+};
+
 /// Something that is seen, and the rule that sets it.
 struct SetText {
   StylePhrase phrase;
@@ -79,7 +89,7 @@ struct AccountText {
 
 /// Writes accounts of cells of a document.
 ///
-/// Borrows its arguments. One thread at a time.
+/// Borrows its arguments, and the rules of the accounts. One thread at a time.
 class AccountWriter {
 public:
   AccountWriter(Workbook::Document const& document,
@@ -91,16 +101,22 @@ public:
 
 private:
   [[nodiscard]] std::string describeContent(Analysis::CellAccount const& account);
+  [[nodiscard]] NumberMeaning findMeaning(Analysis::CellAccount const& account);
+  [[nodiscard]] RuleWords const& getOrCreateWords(Workbook::Rule const& rule);
 
   Workbook::Document const& _document;
   OfficeUtils::LocaleContext const& _locale;
   CellFormatter _formatter;
+  std::unordered_map<Workbook::Rule const*, RuleWords> _words;
 };
 
-/// What became of one rule, in words.
-[[nodiscard]] RuleText describeRule(Analysis::RuleAccount const& rule,
-                                    Analysis::CellAccount const& cell,
-                                    Workbook::Document const& document,
+/// The words for a rule that are the same for every cell.
+[[nodiscard]] RuleWords makeRuleWords(Workbook::Document const& document,
+                                      Workbook::Rule const& rule);
+
+/// What became of one rule, in words. `meaning` is that of the cell's number.
+[[nodiscard]] RuleText describeRule(Analysis::RuleAccount const& rule, RuleWords const& words,
+                                    Analysis::CellAccount const& cell, NumberMeaning meaning,
                                     OfficeUtils::LocaleContext const& locale);
 
 /// The message of an exception, printable and shortened.

@@ -91,6 +91,11 @@ std::string_view CellFormatter::toText(DOM::Cell const& cell, DOM::CellFormat co
   return _text;
 }
 
+bool CellFormatter::showsDate(double number, DOM::CellFormat const& format) {
+  auto const* const compiled = findFormat(format.code);
+  return compiled != nullptr && compiled->showsDate(number);
+}
+
 CellFormatter::NumberFormat const* CellFormatter::findFormat(std::string const& code) {
   if (code == "General") {
     return nullptr;

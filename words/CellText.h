@@ -27,6 +27,9 @@ public:
   /// none. Not printable as it is; valid until the next call or as long as the cell.
   [[nodiscard]] std::string_view toText(DOM::Cell const& cell, DOM::CellFormat const* format);
 
+  /// True for a number that a format shows as a date.
+  [[nodiscard]] bool showsDate(double number, DOM::CellFormat const& format);
+
 private:
   using NumberFormat = OfficeUtils::NumberFormat;
 

@@ -3,8 +3,6 @@
 
 #include <fmt/format.h>
 
-#include "FormulaModel/FormulaValueAccess.h"
-#include "OfficeUtils/NumberFormat.h"
 #include "analysis/Shared/Rules.h"
 #include "words/AccountText.h"
 #include "words/Amounts.h"
@@ -66,20 +64,6 @@ OutcomeWords describeOutcome(RuleAccount const& rule, Visuals::CellVisuals const
   return {"is not on this cell", Tone::Faint};
 }
 
-/// What numbers of the cell mean, by its number format.
-NumberMeaning meaningOf(Analysis::CellAccount const& cell) {
-  auto const& format = cell.effectiveStyle.getCellFormat();
-  auto const number = cell.content != nullptr
-                          ? FormulaModel::asFormulaNumberOpt(cell.content->value)
-                          : boost::optional<FormulaModel::FormulaNumber>();
-  if (!format || !number) {
-    return NumberMeaning::Number;
-  }
-  auto const compiled = OfficeUtils::NumberFormat::compile(format->code);
-  return compiled && compiled->showsDate(number->value.get()) ? NumberMeaning::Date
-                                                              : NumberMeaning::Number;
-}
-
 std::string describeTraced(Formulas::TracedValue const& traced,
                            OfficeUtils::LocaleContext const& locale) {
   using Kind = Formulas::TracedValue::Kind;
@@ -129,8 +113,8 @@ std::string describePlace(Workbook::Rule const& rule) {
                      rule.stopIfTrue ? ", stops where it holds" : "");
 }
 
-void addReasons(RuleAccount const& rule, RuleText& text) {
-  text.reasons.push_back(describePlace(*rule.rule));
+void addReasons(RuleAccount const& rule, RuleWords const& words, RuleText& text) {
+  text.reasons.push_back(words.place);
   if (!rule.rule->isResolved()) {
     text.reasons.push_back(rule.rule->unresolvedReason);
   }
@@ -156,32 +140,39 @@ void addReasons(RuleAccount const& rule, RuleText& text) {
 }
 
 /// The properties of the rule's style: those that it decides, and those that an earlier one does.
-void addStyle(RuleAccount const& rule, Workbook::Document const& document, RuleText& text) {
-  for (auto& phrase : listPhrases(Analysis::findRuleStyle(document, *rule.rule))) {
+void addStyle(RuleAccount const& rule, RuleWords const& words, RuleText& text) {
+  for (auto const& phrase : words.style) {
     auto const found =
         std::ranges::find(rule.properties, phrase.property, &Analysis::PropertyAccount::name);
     if (found != rule.properties.end() && found->takenBy != nullptr) {
-      text.taken.push_back({.phrase = std::move(phrase), .takenBy = found->takenBy->number});
+      text.taken.push_back({.phrase = phrase, .takenBy = found->takenBy->number});
     } else if (found != rule.properties.end()) {
-      text.sets.push_back(std::move(phrase));
+      text.sets.push_back(phrase);
     }
   }
 }
 
 }  // namespace
 
-RuleText describeRule(RuleAccount const& rule, Analysis::CellAccount const& cell,
-                      Workbook::Document const& document,
+RuleWords makeRuleWords(Workbook::Document const& document, Workbook::Rule const& rule) {
+  return {.condition = describeCondition(rule),
+          .place = describePlace(rule),
+          .style = rule.format != nullptr ? listPhrases(Analysis::findRuleStyle(document, rule))
+                                          : std::vector<StylePhrase>()};
+}
+
+RuleText describeRule(RuleAccount const& rule, RuleWords const& words,
+                      Analysis::CellAccount const& cell, NumberMeaning meaning,
                       OfficeUtils::LocaleContext const& locale) {
   auto [outcome, tone] = describeOutcome(rule, cell.visuals);
   RuleText text;
   text.number = rule.rule->number;
   text.outcome = std::move(outcome);
   text.tone = tone;
-  text.condition = describeCondition(*rule.rule);
-  addReasons(rule, text);
+  text.condition = words.condition;
+  addReasons(rule, words, text);
   FormulaValue const value = cell.content != nullptr ? cell.content->value : FormulaValue();
-  if (auto test = describeTest(rule, value, meaningOf(cell), locale); !test.empty()) {
+  if (auto test = describeTest(rule, value, meaning, locale); !test.empty()) {
     text.reasons.push_back(std::move(test));
   }
   for (auto const& formula : rule.formulas) {
@@ -194,7 +185,7 @@ RuleText describeRule(RuleAccount const& rule, Analysis::CellAccount const& cell
   }
   text.holds = rule.outcome == FormatOutcome::Holds;
   if (text.holds) {
-    addStyle(rule, document, text);
+    addStyle(rule, words, text);
   }
   text.doubts = rule.rule->doubts;
   return text;

@@ -102,14 +102,12 @@ std::optional<bool> ExplainedRule::holdsElsewhere(DOM::CellInfo const& cell,
     auto const result = Formulas::calcShiftedExpr(*_folded, columns, rows, context,
                                                   _contextProvider, nothingIsFound, session);
     auto const* const value = boost::get<FormulaValue>(&result);
-    holds = value != nullptr &&
-            Cast::toBoolOpt(*value, _contextProvider.getLocaleContext(), Cast::CastMode::Condition,
-                            false)
-                .value_or(false);
+    holds = value != nullptr && Cast::toBoolOpt(*value, _contextProvider.getLocaleContext(),
+                                                Cast::CastMode::Condition, false)
+                                    .value_or(false);
   };
-  evaluateSafely(evaluate, [&](std::exception_ptr const& failure) {
-    _widespreadLimits.note(failure);
-  });
+  evaluateSafely(evaluate,
+                 [&](std::exception_ptr const& failure) { _widespreadLimits.note(failure); });
   return holds;
 }
 

@@ -18,9 +18,9 @@ struct TracedFormula;
 /// The formula is prepared once. Function calls that read ranges or have calls inside, and are the
 /// same at every cell, are evaluated by the first trace that needs them, if they give a single
 /// value or a reference: of `A1>AVERAGE($A$1:$A$9)` the average. Those that depend on the cell, on
-/// the moment, on chance or on a defined name are evaluated for each cell. A call that was evaluated
-/// takes no steps of later evaluations, so a formula that meets a limit of the engine at one cell
-/// may not meet it at the next.
+/// the moment, on chance or on a defined name are evaluated for each cell. A call that was
+/// evaluated takes no steps of later evaluations, so a formula that meets a limit of the engine at
+/// one cell may not meet it at the next.
 ///
 /// Ownership: borrows the expression and the document, which must stay unchanged. Threads: one at a
 /// time.

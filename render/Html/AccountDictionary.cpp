@@ -1,6 +1,9 @@
 #include "render/Html/AccountDictionary.h"
 
-#include <utility>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <optional>
 
 #include <fmt/format.h>
 
@@ -24,6 +27,20 @@ void appendList(std::string& out, Items const& items, Append const& append) {
   out += ']';
 }
 
+void appendIndex(std::string& out, std::size_t index) {
+  std::array<char, std::numeric_limits<std::size_t>::digits10 + 1> digits{};
+  out.append(digits.data(), std::to_chars(digits.begin(), digits.end(), index).ptr);
+}
+
+/// Appends a colour as a text; an empty one for none.
+void appendColourText(std::string& out, std::optional<DOM::Colour> const& colour) {
+  out += '"';
+  if (colour) {
+    appendColour(out, *colour);
+  }
+  out += '"';
+}
+
 std::string_view wordOfTone(Words::Tone tone) noexcept {
   switch (tone) {
     case Words::Tone::Good:
@@ -40,93 +57,117 @@ std::string_view wordOfTone(Words::Tone tone) noexcept {
 
 }  // namespace
 
-std::size_t AccountDictionary::List::add(std::string entry) {
-  auto const next = indices.size();
-  auto const [found, isNew] = indices.try_emplace(std::move(entry), next);
-  if (isNew) {
-    json += json.empty() ? "" : ",\n";
-    json += found->first;
+template <class Append>
+std::size_t AccountDictionary::List::add(std::string_view key, Append const& append) {
+  auto const found = _indices.find(key);
+  if (found != _indices.end()) {
+    return found->second;
   }
-  return found->second;
+  _json += _json.empty() ? "" : ",\n";
+  append(_json);
+  return _indices.emplace(key, _indices.size()).first->second;
 }
 
 std::size_t AccountDictionary::addText(std::string_view text) {
   constexpr std::size_t widest = 1'000;
-  std::string entry;
-  appendJson(entry, Words::shorten(text, widest));
-  return _texts.add(std::move(entry));
+  auto const add = [this](std::string_view shown) {
+    return _texts.add(shown, [&](std::string& json) { appendJson(json, shown); });
+  };
+  bool const isShown = text.size() <= widest && Words::isPlain(text);
+  return isShown ? add(text) : add(Words::shorten(text, widest));
+}
+
+void AccountDictionary::appendText(std::string& out, std::string_view text) {
+  appendIndex(out, addText(text));
 }
 
 std::size_t AccountDictionary::add(Words::AccountText const& account) {
-  auto const appendText = [&](std::string& out, std::string_view text) {
-    out += std::to_string(addText(text));
-  };
-  // Texts are numbered in this order, which that of a call's arguments would leave open.
-  auto const value = addText(account.value);
-  auto const absence = addText(account.absence);
-  std::string out = fmt::format("[{},{},", value, absence);
+  std::string out = "[";
+  appendText(out, account.value);
+  out += ',';
+  appendText(out, account.absence);
+  out += ',';
   appendList(out, account.rules,
-             [&](Words::RuleText const& rule) { out += std::to_string(addRule(rule)); });
+             [&](Words::RuleText const& rule) { appendIndex(out, addRule(rule)); });
   out += ',';
   appendList(out, account.nearest, [&](std::string const& text) { appendText(out, text); });
   for (auto const* const set : {&account.style, &account.visuals}) {
     out += ',';
-    appendList(out, *set, [&](Words::SetText const& item) {
-      appendPhrase(out, item.phrase);
-      out.pop_back();
-      out += fmt::format(",{}]", item.rule);
-    });
+    appendList(out, *set,
+               [&](Words::SetText const& item) { appendPhrase(out, item.phrase, item.rule); });
   }
   out += ',';
   appendList(out, account.own,
              [&](Words::StylePhrase const& phrase) { appendPhrase(out, phrase); });
-  return _accounts.add(out + "]");
+  out += ']';
+  return _accounts.add(out, [&](std::string& json) { json += out; });
 }
 
 std::size_t AccountDictionary::addRule(Words::RuleText const& rule) {
   auto const addTexts = [&](std::string& out, std::vector<std::string> const& texts) {
-    appendList(out, texts, [&](std::string const& text) { out += std::to_string(addText(text)); });
-    out += ',';
+    appendList(out, texts, [&](std::string const& text) { appendText(out, text); });
   };
-  auto const outcome = addText(rule.outcome);
-  auto const condition = addText(rule.condition);
-  std::string out =
-      fmt::format("[{},{},\"{}\",{},", rule.number, outcome, wordOfTone(rule.tone), condition);
+  std::string out = "[";
+  appendIndex(out, rule.number);
+  out += ',';
+  appendText(out, rule.outcome);
+  out += ",\"";
+  out += wordOfTone(rule.tone);
+  out += "\",";
+  appendText(out, rule.condition);
+  out += ',';
   addTexts(out, rule.reasons);
+  out += ',';
   appendList(out, rule.formulas,
              [&](Words::FormulaText const& formula) { appendFormula(out, formula); });
-  out += fmt::format(",{},{},", addText(rule.elsewhere), rule.holds ? 1 : 0);
+  out += ',';
+  appendText(out, rule.elsewhere);
+  out += rule.holds ? ",1," : ",0,";
   appendList(out, rule.sets, [&](Words::StylePhrase const& phrase) { appendPhrase(out, phrase); });
   out += ',';
   appendList(out, rule.taken, [&](Words::TakenText const& taken) {
-    appendPhrase(out, taken.phrase);
-    out.pop_back();
-    out += fmt::format(",{}]", taken.takenBy);
+    appendPhrase(out, taken.phrase, taken.takenBy);
   });
   out += ',';
   addTexts(out, rule.doubts);
-  out.back() = ']';
-  return _rules.add(std::move(out));
+  out += ']';
+  return _rules.add(out, [&](std::string& json) { json += out; });
 }
 
 void AccountDictionary::appendPhrase(std::string& out, Words::StylePhrase const& phrase) {
-  out += fmt::format("[{},", addText(phrase.text));
-  appendJson(out, phrase.colour ? toCss(*phrase.colour) : std::string());
+  out += '[';
+  appendText(out, phrase.text);
+  out += ',';
+  appendColourText(out, phrase.colour);
+  out += ']';
+}
+
+/// The same with the rule that it is about.
+void AccountDictionary::appendPhrase(std::string& out, Words::StylePhrase const& phrase,
+                                     std::size_t rule) {
+  appendPhrase(out, phrase);
+  out.back() = ',';
+  appendIndex(out, rule);
   out += ']';
 }
 
 void AccountDictionary::appendFormula(std::string& out, Words::FormulaText const& formula) {
-  out += fmt::format("[{},", addText(formula.here));
+  out += '[';
+  appendText(out, formula.here);
+  out += ',';
   appendList(out, formula.steps, [&](Words::StepText const& step) {
-    auto const text = addText(step.text);
-    out += fmt::format("[{},{}]", text, addText(step.value));
+    out += '[';
+    appendText(out, step.text);
+    out += ',';
+    appendText(out, step.value);
+    out += ']';
   });
   out += formula.isCut ? ",1]" : ",0]";
 }
 
 std::string AccountDictionary::getMembers() const {
-  return fmt::format("\"texts\":[{}],\n\"rules\":[{}],\n\"accounts\":[{}]", _texts.json,
-                     _rules.json, _accounts.json);
+  return fmt::format("\"texts\":[{}],\n\"rules\":[{}],\n\"accounts\":[{}]", _texts.getJson(),
+                     _rules.getJson(), _accounts.getJson());
 }
 
 }  // namespace Zorv::Render

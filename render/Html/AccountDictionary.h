@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -23,20 +24,35 @@ public:
 
   /// Bytes of the lists so far.
   [[nodiscard]] std::size_t countBytes() const noexcept {
-    return _texts.json.size() + _rules.json.size() + _accounts.json.size();
+    return _texts.getJson().size() + _rules.getJson().size() + _accounts.getJson().size();
   }
 
 private:
-  struct List {
-    /// The index of an entry, which is added if it is not there yet.
-    std::size_t add(std::string entry);
+  /// Entries that are there once each, by what they are made from.
+  class List {
+  public:
+    /// The index of an entry; `append(json)` appends it if it is not there yet.
+    template <class Append>
+    std::size_t add(std::string_view key, Append const& append);
 
-    std::unordered_map<std::string, std::size_t> indices;  ///< by entry
-    std::string json;
+    [[nodiscard]] std::string const& getJson() const noexcept { return _json; }
+
+  private:
+    struct Hash {
+      using is_transparent = void;
+      std::size_t operator()(std::string_view key) const noexcept {
+        return std::hash<std::string_view>()(key);
+      }
+    };
+
+    std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> _indices;  ///< by key
+    std::string _json;
   };
 
   std::size_t addText(std::string_view text);
   std::size_t addRule(Words::RuleText const& rule);
+  void appendText(std::string& out, std::string_view text);
+  void appendPhrase(std::string& out, Words::StylePhrase const& phrase, std::size_t rule);
   void appendPhrase(std::string& out, Words::StylePhrase const& phrase);
   void appendFormula(std::string& out, Words::FormulaText const& formula);
 

@@ -31,9 +31,9 @@ protected:
   }
 
   [[nodiscard]] Context contextAt(int row) {
-    return {&document.sheet(), RowIndex(static_cast<unsigned long>(row)), ColumnIndex(0),
-            boost::none,       DOM::RowID(0),
-            DOM::ColumnID(0)};
+    return {&document.sheet(), RowIndex(static_cast<unsigned long>(row)),
+            ColumnIndex(0),    boost::none,
+            DOM::RowID(0),     DOM::ColumnID(0)};
   }
 
   /// Everything that a trace tells, a line for each step.
@@ -95,8 +95,7 @@ TEST_F(FormulaTracerTest, TracesManyCellsAsEachByItself) {
         int const row = visit % rows;
         auto const shared = linesOf(tracer.trace(0, row, contextAt(row), session));
         EvaluationSession fresh;
-        auto const own =
-            linesOf(traceExpr(expr, 0, row, contextAt(row), document, fresh, limits));
+        auto const own = linesOf(traceExpr(expr, 0, row, contextAt(row), document, fresh, limits));
         EXPECT_EQ(shared, own) << formula << " in row " << row + 1;
       }
     }
