@@ -12,12 +12,15 @@
 #include "Formulas/OneTableDocument.h"
 #include "Formulas/ParseExpr.h"
 #include "Formulas/TraceExpr.h"
+#include "OfficeUtils/PinnedMoment.h"
+#include "Utils/WorkBudget.h"
 #include "fuzz/Fuzzing.h"
 
 namespace {
 
 using namespace Zorv;
 using DOM::FormulaSyntaxTree::Expr;
+using Formulas::EvaluationSession;
 
 /// One formula, one table, one cell.
 class Case {
@@ -25,22 +28,23 @@ public:
   Case(Formulas::OneTableDocument const& document, DOM::Table const& table, Expr const& expr)
       : _document(document), _table(table), _expr(expr) {}
 
-  std::string calculate(bool asArray) const {
+  /// Without a session, and so without a budget.
+  std::string calculate() const {
     Formulas::RuntimeDependenciesResolver resolver;
-    return Fuzzing::describe(Formulas::calcExpr(_expr, contextAt(asArray), _document, resolver));
+    return Fuzzing::describe(Formulas::calcExpr(_expr, contextAt(false), _document, resolver));
   }
 
-  std::string calculateInSession(Expr const& expr, Formulas::EvaluationSession& session) const {
+  std::string calculate(Expr const& expr, EvaluationSession& session, bool asArray = false) const {
     Formulas::RuntimeDependenciesResolver resolver;
     return Fuzzing::describe(
-        Formulas::calcShiftedExpr(expr, 0, 0, contextAt(false), _document, resolver, session));
+        Formulas::calcShiftedExpr(expr, 0, 0, contextAt(asArray), _document, resolver, session));
   }
 
-  std::optional<Expr> fold(Formulas::EvaluationSession& session) const {
+  std::optional<Expr> fold(EvaluationSession& session) const {
     return Formulas::foldExpr(_expr, contextAt(false), _document, session);
   }
 
-  Formulas::ExprTrace trace(Formulas::EvaluationSession& session) const {
+  Formulas::ExprTrace trace(EvaluationSession& session) const {
     return Formulas::traceExpr(_expr, 0, 0, contextAt(false), _document, session);
   }
 
@@ -76,15 +80,15 @@ void checkTrace(Formulas::ExprTrace const& trace, std::string const& expected) {
   }
 }
 
-void evaluate(Case const& formula, bool isRepeatable) {
-  std::string const expected = formula.calculate(false);
-  static_cast<void>(formula.calculate(true));
+void evaluateWithLookups(Case const& formula, bool isRepeatable, std::string const& expected,
+                         WorkBudget& budget) {
   Formulas::LookupCache lookups;
-  Formulas::EvaluationSession session(lookups);
+  EvaluationSession session(lookups);
+  session.setBudget(&budget);
   for (int time = 0; time < 2; ++time) {
-    auto const actual = formula.calculateInSession(formula.getExpr(), session);
+    auto const actual = formula.calculate(formula.getExpr(), session);
     if (isRepeatable) {
-      Fuzzing::requireEqual(actual, expected, "a session changes no result");
+      Fuzzing::requireEqual(actual, expected, "look-up indexes change no result");
     }
   }
   auto const trace = formula.trace(session);
@@ -92,9 +96,23 @@ void evaluate(Case const& formula, bool isRepeatable) {
     checkTrace(trace, expected);
   }
   if (auto const folded = formula.fold(session)) {
-    Fuzzing::requireEqual(formula.calculateInSession(*folded, session), expected,
+    Fuzzing::requireEqual(formula.calculate(*folded, session), expected,
                           "folding changes no result");
   }
+}
+
+void evaluate(Case const& formula, bool isRepeatable) {
+  WorkBudget budget(Fuzzing::formulaLimits);
+  EvaluationSession session;
+  session.setBudget(&budget);
+  std::string const expected = formula.calculate(formula.getExpr(), session);
+  // What the budget allowed once is cheap enough without one.
+  auto const alone = formula.calculate();
+  if (isRepeatable) {
+    Fuzzing::requireEqual(alone, expected, "a session changes no result");
+  }
+  static_cast<void>(formula.calculate(formula.getExpr(), session, true));
+  evaluateWithLookups(formula, isRepeatable, expected, budget);
 }
 
 }  // namespace
@@ -103,14 +121,16 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   Fuzzing::FuzzInput input(data, size);
   DOM::Table table;
   input.fillTable(table);
-  OfficeUtils::ScopedClock const clock(Fuzzing::getFixedMoment());
+  OfficeUtils::PinnedMoment const moment(Fuzzing::getFixedMoment());
   Formulas::OneTableDocument const document(table);
   try {
-    auto const expr = Formulas::parseExpr(input.takeRest());
-    evaluate(Case(document, table, expr), !expr.getTraits().callsVolatileFunctions);
+    std::string const text = input.takeRest();
+    auto const expr = Formulas::parseExpr(text);
+    evaluate(Case(document, table, expr), !Fuzzing::mayCallChance(text));
   } catch (Formulas::FormulaParseError const&) {
   } catch (FormulaModel::FormulaException const&) {
   } catch (Formulas::EvaluationLimitError const&) {
+  } catch (WorkEnded const&) {
   }
   return 0;
 }

@@ -48,8 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
 
   checkWriting(expr);
 
-  DOM::Table const table;
-  Formulas::OneTableDocument const document(table);
+  static DOM::Table const table;
+  static Formulas::OneTableDocument const document(table);
   auto const& context = *document.getTableContext(table);
   auto const shift = [&](DOM::FormulaSyntaxTree::Expr const& from, int columns, int rows) {
     return Formulas::shiftExpr(from, context, columns, rows, context.getDocTableIndex(), true);

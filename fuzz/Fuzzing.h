@@ -10,6 +10,7 @@
 #include "FormulaModel/FormulaValue.h"
 #include "Formulas/CalcResult.h"
 #include "OfficeUtils/Clock.h"
+#include "Utils/WorkBudget.h"
 #include "workbook/Document.h"
 #include "workbook/LoadWorkbook.h"
 
@@ -38,6 +39,13 @@ public:
 private:
   std::string_view _rest;
 };
+
+/// What one input of formulas may cost: some milliseconds. Longer ones find nothing more, and the
+/// fuzzer would collect them.
+inline constexpr WorkBudget::Limits formulaLimits = {.steps = 200'000, .bytes = 67'108'864};
+
+/// True for formulas that may call RAND and its kin, and so may give another result each time.
+[[nodiscard]] bool mayCallChance(std::string_view formula);
 
 /// Ends the process, so that the fuzzer keeps the input, if a condition is false.
 void require(bool condition, std::string_view claim) noexcept;
