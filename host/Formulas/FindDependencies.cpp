@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "Formulas/Evaluation/SheetRange.h"
 #include "Formulas/Functions/BuiltinFunctions.h"
 
 namespace Zorv::Formulas {
@@ -136,6 +137,10 @@ private:
 
   void addReference(ExprParts const& parts, CellReference const& reference) {
     if (TableContext const* const table = findSheet(parts, reference.sheet)) {
+      _found.references.push_back({addressOf(*table), reference, _isInName});
+      return;
+    }
+    for (auto const* const table : findSheetRange(_provider, parts.texts[reference.sheet])) {
       _found.references.push_back({addressOf(*table), reference, _isInName});
     }
   }

@@ -61,8 +61,7 @@ private:
   }
 
   void add(Value const& value) {
-    if (value.isReference()) {
-      Area const& area = value.asArea();
+    for (Area const& area : areasOf(value)) {
       _references.push_back({area.table->getDocTableIndex(), area.toTableRange()});
     }
   }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "Formulas/Evaluation/SheetRange.h"
 #include "Formulas/Text/Texts.h"
 
 namespace Zorv::Formulas {
@@ -39,7 +40,7 @@ private:
     for (Node const& node : parts.nodes) {
       switch (node.kind) {
         case NodeKind::Reference:
-          visitSheet(parts, parts.references[node.index].sheet);
+          visitReference(parts, parts.references[node.index].sheet);
           break;
         case NodeKind::Name:
           visitName(parts, parts.names[node.index]);
@@ -53,6 +54,12 @@ private:
         default:
           break;
       }
+    }
+  }
+
+  void visitReference(ExprParts const& parts, std::uint32_t sheet) {
+    if (sheet != noIndex && findSheetRange(*_provider, parts.texts[sheet]).empty()) {
+      visitSheet(parts, sheet);
     }
   }
 

@@ -11,6 +11,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Lambda.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Operators.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/References.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Evaluation/SheetRange.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/StructuredReferences.cpp
           ${CMAKE_CURRENT_LIST_DIR}/EvaluationSession.cpp
           ${CMAKE_CURRENT_LIST_DIR}/FindDependencies.cpp

@@ -72,7 +72,7 @@ std::string describeSheet(std::string const& name) {
   }
   return name.find(':') == std::string::npos
              ? fmt::format("refers to the missing sheet \"{}\"", quote(name))
-             : fmt::format("refers to several sheets at once, {}", quote(name));
+             : fmt::format("refers to the sheets \"{}\", of which one is missing", quote(name));
 }
 
 }  // namespace

@@ -1,10 +1,11 @@
 #include "Formulas/Evaluation/References.h"
 
 #include <algorithm>
-#include <span>
+#include <string_view>
 
 #include <fmt/format.h>
 
+#include "Formulas/Evaluation/SheetRange.h"
 #include "Formulas/EvaluationLimitError.h"
 #include "Formulas/Values/Cells.h"
 
@@ -34,21 +35,39 @@ constexpr auto moveColumn = move<DOM::Table::columnCount>;
 /// How many areas a union may have.
 constexpr std::size_t mostAreas = 65'536;
 
-/// The areas that a reference of either kind is made of; none for other values.
-std::span<Area const> areasOf(Value const& value) noexcept {
-  if (value.isReference()) {
-    return {&value.asArea(), 1};
-  }
-  return value.isReferences() ? std::span(value.asAreas().areas, value.asAreas().count)
-                              : std::span<Area const>();
-}
-
 Value makeReference(Arena& arena, std::span<Area const> areas) {
   if (areas.empty()) {
     return Value::error(FormulaErrorCode::Null);
   }
   return areas.size() == 1 ? Value::reference(areas.front())
                            : Value::references(arena.make(AreaList{areas.data(), areas.size()}));
+}
+
+/// The cells of a reference whose relative corners are moved.
+Area areaOf(CellReference const& reference, Offset offset, TableContext const* table) {
+  auto const rows =
+      std::minmax({moveRow(reference.firstRow, reference.firstRowIsRelative, offset.rows),
+                   moveRow(reference.lastRow, reference.lastRowIsRelative, offset.rows)});
+  auto const columns = std::minmax(
+      {moveColumn(reference.firstColumn, reference.firstColumnIsRelative, offset.columns),
+       moveColumn(reference.lastColumn, reference.lastColumnIsRelative, offset.columns)});
+  return {table, rows.first, columns.first, rows.second + 1, columns.second + 1};
+}
+
+/// The same cells of each sheet of a range; `#REF!` where the text names none.
+Value resolveOverSheets(Evaluator const& evaluator, std::string_view sheets, Area const& area) {
+  auto const tables = findSheetRange(evaluator.provider(), sheets);
+  if (tables.empty()) {
+    return Value::error(FormulaErrorCode::Reference);
+  }
+  evaluator.steps().spend(tables.size());
+  std::span<Area> const areas = evaluator.arena().makeArray<Area>(tables.size());
+  std::ranges::transform(tables, areas.begin(), [&](TableContext const* table) {
+    Area ofSheet = area;
+    ofSheet.table = table;
+    return ofSheet;
+  });
+  return makeReference(evaluator.arena(), areas);
 }
 
 /// The smallest area that holds two references.
@@ -103,17 +122,10 @@ TableContext const* resolveSheet(Evaluator const& evaluator, Frame const& frame,
 Value resolveReference(Evaluator const& evaluator, Frame const& frame,
                        CellReference const& reference) {
   TableContext const* const table = resolveSheet(evaluator, frame, reference.sheet);
-  if (table == nullptr) {
-    return Value::error(FormulaErrorCode::Reference);
-  }
-  Offset const offset = frame.offset;
-  auto const rows =
-      std::minmax({moveRow(reference.firstRow, reference.firstRowIsRelative, offset.rows),
-                   moveRow(reference.lastRow, reference.lastRowIsRelative, offset.rows)});
-  auto const columns = std::minmax(
-      {moveColumn(reference.firstColumn, reference.firstColumnIsRelative, offset.columns),
-       moveColumn(reference.lastColumn, reference.lastColumnIsRelative, offset.columns)});
-  return Value::reference({table, rows.first, columns.first, rows.second + 1, columns.second + 1});
+  Area const area = areaOf(reference, frame.offset, table);
+  return table != nullptr
+             ? Value::reference(area)
+             : resolveOverSheets(evaluator, frame.parts->texts[reference.sheet], area);
 }
 
 Value readOwnCell(Evaluator const& evaluator, Frame const& frame, CellReference const& reference) {
@@ -123,6 +135,14 @@ Value readOwnCell(Evaluator const& evaluator, Frame const& frame, CellReference 
       moveColumn(reference.firstColumn, reference.firstColumnIsRelative, frame.offset.columns);
   DOM::Cell const* const cell = evaluator.findOwnCell(row, column);
   return cell == nullptr ? Value() : fromFormulaValue(cell->value);
+}
+
+std::span<Area const> areasOf(Value const& value) noexcept {
+  if (value.isReference()) {
+    return {&value.asArea(), 1};
+  }
+  return value.isReferences() ? std::span(value.asAreas().areas, value.asAreas().count)
+                              : std::span<Area const>();
 }
 
 Value combineReferences(Arena& arena, Operator op, Value const& left, Value const& right) {

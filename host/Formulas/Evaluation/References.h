@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "DOM/FormulaSyntaxTree/Node.h"
 #include "Formulas/Evaluation/Evaluator.h"
@@ -9,8 +10,8 @@
 /// From references as they are written to areas.
 namespace Zorv::Formulas {
 
-/// The area of a reference whose relative corners are moved by the frame's offset; `#REF!` where
-/// its sheet does not exist.
+/// The area of a reference whose relative corners are moved by the frame's offset, or the areas
+/// where it refers to a range of sheets; `#REF!` where a sheet does not exist.
 [[nodiscard]] Value resolveReference(Evaluator const& evaluator, Frame const& frame,
                                      DOM::FormulaSyntaxTree::CellReference const& reference);
 
@@ -27,6 +28,10 @@ namespace Zorv::Formulas {
 /// where there is none.
 [[nodiscard]] TableContext const* resolveSheet(Evaluator const& evaluator, Frame const& frame,
                                                std::uint32_t sheetText);
+
+/// The areas that a reference of either kind is made of; none for other values. Borrows them from
+/// the value.
+[[nodiscard]] std::span<Area const> areasOf(Value const& value) noexcept;
 
 /// The range, the intersection or the union of two references.
 [[nodiscard]] Value combineReferences(Arena& arena, DOM::FormulaSyntaxTree::Operator op,

@@ -3,9 +3,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 
 #include "DOM/Table.h"
 #include "Formulas/Evaluation/Call.h"
+#include "Formulas/Evaluation/References.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Grid.h"
 #include "Formulas/Values/Arrays.h"
@@ -72,10 +74,16 @@ Value sheetCount(Call& call) {
   if (!call.isGiven(0)) {
     return Value::number(static_cast<double>(call.evaluator().provider().getTableCount()));
   }
-  if (call[0].isReference() || call[0].isReferences()) {
-    return Value::number(1);
+  auto const areas = areasOf(call[0]);
+  if (areas.empty()) {
+    return Grid::refuse(call[0]);
   }
-  return Grid::refuse(call[0]);
+  call.steps().spend(areas.size());
+  std::set<TableContext const*> sheets;
+  for (Area const& area : areas) {
+    sheets.insert(area.table);
+  }
+  return Value::number(static_cast<double>(sheets.size()));
 }
 
 /// ROWS(array) and COLUMNS(array): how many it has.

@@ -70,6 +70,7 @@ TEST(FindDependencies, GivesReferencesAsTheyMoveAndWhatIsFoundOnlyByEvaluation) 
       {"$B2:B$3", "[1~,1:~1,2]"},
       {"Other!$A$1+Nowhere!A1", "[other 0,0:0,0]"},
       {"Sheet1!$A$1", "[0,0:0,0]"},
+      {"SUM(Sheet1:Other!$A$1)+SUM(Sheet1:Nowhere!A1)", "[0,0:0,0][other 0,0:0,0]"},
       {"ROW(A1)+ROWS(B1:B2)", ""},
       {"Both", "[first 3,3:3,3][first ~0~,1048575:~0~,1048575]"},
       {"Both+A1", "[first 3,3:3,3][first ~0~,1048575:~0~,1048575][~0~,0:~0~,0]"},

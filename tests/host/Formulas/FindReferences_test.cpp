@@ -50,6 +50,8 @@ INSTANTIATE_TEST_SUITE_P(
                     ReferenceCase{"$A$1+A$1", "[0!0,0:1,1][0!0,1:1,2]"},
                     ReferenceCase{"IF(TRUE,1,SUM(C3:D4))", "[0!3,3:5,5]"},
                     ReferenceCase{"Other!A1+Nowhere!A1", "[1!1,1:2,2]"},
+                    ReferenceCase{"SUM(Other:Sheet1!$A$1:A2)", "[0!0,0:3,2][1!0,0:3,2]"},
+                    ReferenceCase{"SUM(Sheet1:Nowhere!A1)", ""},
                     ReferenceCase{"A:A", "[0!0,1:1048576,2]"},
                     ReferenceCase{"ROW(A1)+COLUMNS(A1:C1)+ROWS((A1))", ""},
                     ReferenceCase{"OFFSET(A1,B1,0)", "[0!1,2:2,3]"},
