@@ -42,6 +42,18 @@ void CellReader::readCell() {
   store(place, std::move(style));
 }
 
+void CellReader::readPlainCells() {
+  while (auto const value = _reader.takePlainElement("c", "v")) {
+    CellIndex const place = _places.findCell();
+    DOM::SharedCellStylePtr style = findStyle(place);
+    clearContent();
+    _content.type = _reader.getAttribute("t").value_or("n");
+    _content.value = *value;
+    _content.hasValue = true;
+    store(place, std::move(style));
+  }
+}
+
 /// Cells that name no style have the first one, which is not kept with each of them.
 DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
   auto const text = _reader.getAttribute("s");
@@ -58,13 +70,17 @@ DOM::SharedCellStylePtr CellReader::findStyle(CellIndex place) {
   return style;
 }
 
-void CellReader::readContent(CellIndex place) {
-  std::size_t const depth = _reader.getDepth();
+void CellReader::clearContent() {
   _content.value.clear();
   _content.inlineText.reset();
   _content.runs.reset();
   _content.hasValue = false;
   _content.hasFormula = false;
+}
+
+void CellReader::readContent(CellIndex place) {
+  std::size_t const depth = _reader.getDepth();
+  clearContent();
   for (;;) {
     auto const event = _reader.next();
     if (event == XmlReader::Event::End && _reader.getDepth() < depth) {

@@ -32,6 +32,11 @@ public:
   /// and beyond the limits.
   void readCell();
 
+  /// After the start of a row, and after a cell: reads the cells that come next, as long as they
+  /// are plainly written numbers and texts; see XmlReader::takePlainElement(). Throws what
+  /// readCell() throws.
+  void readPlainCells();
+
   /// After the last cell: orders the texts with runs.
   void finish();
 
@@ -47,6 +52,7 @@ private:
   };
 
   [[nodiscard]] DOM::SharedCellStylePtr findStyle(CellIndex place);
+  void clearContent();
   void readContent(CellIndex place);
   void readValueText();
   void store(CellIndex place, DOM::SharedCellStylePtr style);

@@ -171,9 +171,13 @@ void SheetReader::readRow() {
     _sheet.layout.rows.push_back(std::move(row));
     _state.memory.take(sizeof(RowLayout));
   }
+  _cells.readPlainCells();
 }
 
-void SheetReader::readCell() { _cells.readCell(); }
+void SheetReader::readCell() {
+  _cells.readCell();
+  _cells.readPlainCells();
+}
 
 void SheetReader::readMerge() {
   std::string_view const reference = _reader.getAttribute("ref").value_or("");

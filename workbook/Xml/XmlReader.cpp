@@ -8,6 +8,7 @@
 
 #include "workbook/Package/PartError.h"
 #include "workbook/Quote.h"
+#include "workbook/Xml/PlainElement.h"
 #include "workbook/Xml/Utf8Source.h"
 #include "workbook/Xml/XmlText.h"
 
@@ -52,6 +53,20 @@ XmlReader::Event XmlReader::next() {
 }
 
 bool XmlReader::keepsSpaces() const noexcept { return !_open.empty() && _open.back().keepsSpaces; }
+
+std::optional<std::string_view> XmlReader::takePlainElement(std::string_view name,
+                                                            std::string_view child) {
+  constexpr std::size_t depthOfChild = 2;
+  bool const isPossible = !_isEmptyElement && _open.size() + depthOfChild <= _limits.xmlDepth &&
+                          findPrefix("") == XmlNamespace::Spreadsheet;
+  auto const found = isPossible ? findPlainElement(buffered(), name, child, _attributes)
+                                : std::optional<PlainElement>();
+  if (!found || _attributes.size() > _limits.xmlAttributes) {
+    return std::nullopt;
+  }
+  _begin += found->size;
+  return found->text;
+}
 
 void XmlReader::skipElement() {
   std::size_t const depth = getDepth();

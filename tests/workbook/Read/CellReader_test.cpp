@@ -1,5 +1,7 @@
 #include "workbook/Read/CellReader.h"
 
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -19,13 +21,22 @@ struct ValueCase {
 
 class CellValues : public testing::TestWithParam<ValueCase> {};
 
-TEST_P(CellValues, AreReadByTheirType) {
+void expectValue(std::string const& cell, char const* expected) {
   Document const document = WorkbookBuilder()
                                 .setSharedStrings("<si><t>shared</t></si><si/>")
-                                .setSheet("<row r='1'>" + std::string(GetParam().cell) + "</row>")
+                                .setSheet("<row r='1'>" + cell + "</row>")
                                 .load();
-  EXPECT_EQ(describeCell(document, "A1"), GetParam().expected) << GetParam().cell;
+  EXPECT_EQ(describeCell(document, "A1"), expected) << cell;
   EXPECT_THAT(document.getFindings(), testing::IsEmpty());
+}
+
+TEST_P(CellValues, AreReadByTheirType) { expectValue(GetParam().cell, GetParam().expected); }
+
+/// As nearly all programs write them.
+TEST_P(CellValues, AreTheSameInQuotationMarks) {
+  std::string cell = GetParam().cell;
+  std::ranges::replace(cell, '\'', '"');
+  expectValue(cell, GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(

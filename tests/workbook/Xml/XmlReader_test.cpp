@@ -135,6 +135,41 @@ TEST(XmlReader, ChoosesTheFirstAlternativeThatItUnderstands) {
   EXPECT_EQ(names, "a known fallback ");
 }
 
+TEST(XmlReader, TakesPlainElementsOfTheMainNamespace) {
+  XmlReader reader(std::make_unique<PieceSource>(
+                       "<a><c r=\"1\"><v>x</v></c><c r='2'><v>y</v></c><c r=\"3\"><v>z</v></c></a>",
+                       128),
+                   Limits());
+  EXPECT_FALSE(reader.takePlainElement("c", "v"));
+  reader.next();
+  EXPECT_EQ(reader.takePlainElement("c", "v"), "x");
+  EXPECT_EQ(reader.getAttribute("r"), "1");
+  EXPECT_EQ(reader.getDepth(), 1U);
+  EXPECT_FALSE(reader.takePlainElement("c", "v"));
+  reader.next();
+  EXPECT_EQ(reader.getAttribute("r"), "2");
+  EXPECT_EQ(reader.readElementText(), "");
+  EXPECT_EQ(reader.takePlainElement("c", "v"), "z");
+  EXPECT_EQ(reader.next(), XmlReader::Event::End);
+  EXPECT_EQ(reader.next(), XmlReader::Event::Finished);
+}
+
+TEST(XmlReader, TakesNoPlainElementElsewhere) {
+  Limits limits;
+  limits.xmlDepth = 3;
+  limits.xmlAttributes = 2;
+  for (char const* const text :
+       {"<a xmlns='urn:x'><c><v>1</v></c></a>", "<a><b><c><v>1</v></c></b></a>",
+        "<a/><c><v>1</v></c>", "<a><c r=\"1\" s=\"2\" t=\"3\"><v>1</v></c></a>"}) {
+    XmlReader reader(std::make_unique<PieceSource>(text, 128), limits);
+    reader.next();
+    if (std::string_view(text).starts_with("<a><b>")) {
+      reader.next();
+    }
+    EXPECT_FALSE(reader.takePlainElement("c", "v")) << text;
+  }
+}
+
 TEST(XmlReader, KnowsWhetherSpacesAreKept) {
   XmlReader reader(std::make_unique<PieceSource>(
                        "<a><b xml:space='preserve'><c/><d xml:space='default'/></b></a>", 64),
