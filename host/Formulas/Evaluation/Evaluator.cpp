@@ -59,6 +59,9 @@ Value Evaluator::evaluate(ExprParts const& parts, Offset offset, Mode mode) {
 
 Value Evaluator::evaluateNode(Frame const& frame, std::uint32_t node, Mode mode) {
   Node const& entry = frame.nodeAt(node);
+  if (entry.kind == NodeKind::Reference) {
+    return resolveReference(*this, frame, frame.parts->references[entry.index]);
+  }
   if (entry.argumentCount == 0 && entry.kind < NodeKind::Name) {
     return evaluateLeaf(frame, entry);
   }
@@ -104,8 +107,6 @@ Value Evaluator::evaluateLeaf(Frame const& frame, Node const& node) const {
       return Value::error(static_cast<FormulaErrorCode>(node.index));
     case NodeKind::Missing:
       return Value::missing();
-    case NodeKind::Reference:
-      return resolveReference(*this, frame, frame.parts->references[node.index]);
     case NodeKind::StructuredReference:
       return resolveStructuredReference(*this, frame,
                                         frame.parts->structuredReferences[node.index]);

@@ -113,7 +113,7 @@ public:
   [[nodiscard]] StepMeter& steps() const noexcept { return _workspace->steps; }
   /// The observer of a formula that calls the observing function; null for other formulas.
   [[nodiscard]] ValueObserver* observer() const noexcept { return _workspace->observer; }
-  [[nodiscard]] Arena& arena() const noexcept { return _workspace->arena; }
+  [[nodiscard]] Arena& arena() noexcept { return _workspace->arena; }
   [[nodiscard]] FunctionTable const& functions() const noexcept { return *_functions; }
   [[nodiscard]] Context const& context() const noexcept { return *_context; }
   [[nodiscard]] ContextProvider const& provider() const noexcept { return *_provider; }

@@ -55,7 +55,7 @@ Area areaOf(CellReference const& reference, Offset offset, TableContext const* t
 }
 
 /// The same cells of each sheet of a range; `#REF!` where the text names none.
-Value resolveOverSheets(Evaluator const& evaluator, std::string_view sheets, Area const& area) {
+Value resolveOverSheets(Evaluator& evaluator, std::string_view sheets, Area const& area) {
   auto const tables = findSheetRange(evaluator.provider(), sheets);
   if (tables.empty()) {
     return Value::error(FormulaErrorCode::Reference);
@@ -119,7 +119,7 @@ TableContext const* resolveSheet(Evaluator const& evaluator, Frame const& frame,
   return name.empty() ? nullptr : evaluator.provider().findTableContext(name);
 }
 
-Value resolveReference(Evaluator const& evaluator, Frame const& frame,
+Value resolveReference(Evaluator& evaluator, Frame const& frame,
                        CellReference const& reference) {
   TableContext const* const table = resolveSheet(evaluator, frame, reference.sheet);
   Area const area = areaOf(reference, frame.offset, table);

@@ -12,7 +12,7 @@ namespace Zorv::Formulas {
 
 /// The area of a reference whose relative corners are moved by the frame's offset, or the areas
 /// where it refers to a range of sheets; `#REF!` where a sheet does not exist.
-[[nodiscard]] Value resolveReference(Evaluator const& evaluator, Frame const& frame,
+[[nodiscard]] Value resolveReference(Evaluator& evaluator, Frame const& frame,
                                      DOM::FormulaSyntaxTree::CellReference const& reference);
 
 /// The value of a reference to a single cell of the formula's own table.
