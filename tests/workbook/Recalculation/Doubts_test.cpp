@@ -44,6 +44,20 @@ TEST(Doubts, NameWhatTheFormulasOfARuleReferToInVain) {
   EXPECT_THAT(rules.at(8).doubts, IsEmpty());
 }
 
+TEST(Doubts, ARangeOfSheetsNeedsBothOfThem) {
+  Document const document =
+      WorkbookBuilder()
+          .addSheet("First", "<conditionalFormatting sqref='A1'>" +
+                                 expression("SUM(First:Second!A1)=3") +
+                                 expression("SUM(First:Third!A1)=3") + "</conditionalFormatting>")
+          .addSheet("Second", "<sheetData><row><c><v>3</v></c></row></sheetData>")
+          .load();
+  EXPECT_THAT(document.getRules().at(0).doubts, IsEmpty());
+  EXPECT_TRUE(TestSupport::holds(document, 0, "A1"));
+  EXPECT_THAT(document.getRules().at(1).doubts,
+              ElementsAre("refers to the sheets \"First:Third\", of which one is missing"));
+}
+
 TEST(Doubts, ThresholdsAndConditionsOfVisualRulesAreLookedAt) {
   Document const document =
       WorkbookBuilder()
