@@ -19,8 +19,8 @@ public:
   }
 
   bool take(std::string_view wanted) noexcept {
-    bool const found = std::string_view(_at, static_cast<std::size_t>(_end - _at))
-                           .starts_with(wanted);
+    bool const found =
+        std::string_view(_at, static_cast<std::size_t>(_end - _at)).starts_with(wanted);
     _at += found ? wanted.size() : 0;
     return found;
   }

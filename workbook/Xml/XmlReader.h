@@ -85,7 +85,8 @@ public:
   /// holds some text. Gives the text; the attributes are those of the element.
   ///
   /// Gives nothing, and reads nothing, for an element that is written in any other way; next()
-  /// reads it then. The attributes of the element before are gone all the same. Most cells of a sheet are like that, and this takes a tenth of the time.
+  /// reads it then. The attributes of the element before are gone all the same. Most cells of a
+  /// sheet are like that, and this takes a tenth of the time.
   [[nodiscard]] std::optional<std::string_view> takePlainElement(std::string_view name,
                                                                  std::string_view child);
 

@@ -119,13 +119,11 @@ TableContext const* resolveSheet(Evaluator const& evaluator, Frame const& frame,
   return name.empty() ? nullptr : evaluator.provider().findTableContext(name);
 }
 
-Value resolveReference(Evaluator& evaluator, Frame const& frame,
-                       CellReference const& reference) {
+Value resolveReference(Evaluator& evaluator, Frame const& frame, CellReference const& reference) {
   TableContext const* const table = resolveSheet(evaluator, frame, reference.sheet);
   Area const area = areaOf(reference, frame.offset, table);
-  return table != nullptr
-             ? Value::reference(area)
-             : resolveOverSheets(evaluator, frame.parts->texts[reference.sheet], area);
+  return table != nullptr ? Value::reference(area)
+                          : resolveOverSheets(evaluator, frame.parts->texts[reference.sheet], area);
 }
 
 Value readOwnCell(Evaluator const& evaluator, Frame const& frame, CellReference const& reference) {

@@ -28,16 +28,39 @@ TEST(PlainElement, IsFoundWithItsAttributesAndText) {
 }
 
 TEST(PlainElement, IsWrittenExactlyOneWay) {
-  for (char const* const text :
-       {"", "<", "<c", "<cv r=\"1\"><v>1</v></cv>", " <c><v>1</v></c>", "<p:c><v>1</v></p:c>",
-        "<c r='A1'><v>1</v></c>", "<c  r=\"A1\"><v>1</v></c>", "<c\nr=\"A1\"><v>1</v></c>",
-        "<c r =\"A1\"><v>1</v></c>", "<c r=\"A1\" ><v>1</v></c>", "<c r=\"A1\"s=\"1\"><v>1</v></c>",
-        "<c r=\"A&#49;\"><v>1</v></c>", "<c r=\"A<\"><v>1</v></c>", "<c r=\"A\t1\"><v>1</v></c>",
-        "<c xmlns=\"urn:x\"><v>1</v></c>", "<c a:b=\"1\"><v>1</v></c>", "<c =\"1\"><v>1</v></c>",
-        "<c r><v>1</v></c>", "<c/>", "<c></c>", "<c> <v>1</v></c>", "<c><v>1</v> </c>",
-        "<c><v a=\"1\">1</v></c>", "<c><v/></c>", "<c><w>1</w></c>", "<c><vv>1</vv></c>",
-        "<c><v>1&amp;</v></c>", "<c><v>1\r\n</v></c>", "<c><v><![CDATA[1]]></v></c>",
-        "<c><v>1</v ></c>", "<c><v>1</v></c >", "<c><f>1</f><v>1</v></c>"}) {
+  for (char const* const text : {"",
+                                 "<",
+                                 "<c",
+                                 "<cv r=\"1\"><v>1</v></cv>",
+                                 " <c><v>1</v></c>",
+                                 "<p:c><v>1</v></p:c>",
+                                 "<c r='A1'><v>1</v></c>",
+                                 "<c  r=\"A1\"><v>1</v></c>",
+                                 "<c\nr=\"A1\"><v>1</v></c>",
+                                 "<c r =\"A1\"><v>1</v></c>",
+                                 "<c r=\"A1\" ><v>1</v></c>",
+                                 "<c r=\"A1\"s=\"1\"><v>1</v></c>",
+                                 "<c r=\"A&#49;\"><v>1</v></c>",
+                                 "<c r=\"A<\"><v>1</v></c>",
+                                 "<c r=\"A\t1\"><v>1</v></c>",
+                                 "<c xmlns=\"urn:x\"><v>1</v></c>",
+                                 "<c a:b=\"1\"><v>1</v></c>",
+                                 "<c =\"1\"><v>1</v></c>",
+                                 "<c r><v>1</v></c>",
+                                 "<c/>",
+                                 "<c></c>",
+                                 "<c> <v>1</v></c>",
+                                 "<c><v>1</v> </c>",
+                                 "<c><v a=\"1\">1</v></c>",
+                                 "<c><v/></c>",
+                                 "<c><w>1</w></c>",
+                                 "<c><vv>1</vv></c>",
+                                 "<c><v>1&amp;</v></c>",
+                                 "<c><v>1\r\n</v></c>",
+                                 "<c><v><![CDATA[1]]></v></c>",
+                                 "<c><v>1</v ></c>",
+                                 "<c><v>1</v></c >",
+                                 "<c><f>1</f><v>1</v></c>"}) {
     EXPECT_EQ(describePlain(text), "other") << text;
   }
 }

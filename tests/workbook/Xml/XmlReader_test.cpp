@@ -136,10 +136,10 @@ TEST(XmlReader, ChoosesTheFirstAlternativeThatItUnderstands) {
 }
 
 TEST(XmlReader, TakesPlainElementsOfTheMainNamespace) {
-  XmlReader reader(std::make_unique<PieceSource>(
-                       "<a><c r=\"1\"><v>x</v></c><c r='2'><v>y</v></c><c r=\"3\"><v>z</v></c></a>",
-                       128),
-                   Limits());
+  XmlReader reader(
+      std::make_unique<PieceSource>(
+          "<a><c r=\"1\"><v>x</v></c><c r='2'><v>y</v></c><c r=\"3\"><v>z</v></c></a>", 128),
+      Limits());
   EXPECT_FALSE(reader.takePlainElement("c", "v"));
   reader.next();
   EXPECT_EQ(reader.takePlainElement("c", "v"), "x");

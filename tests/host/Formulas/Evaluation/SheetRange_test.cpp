@@ -18,8 +18,7 @@ protected:
     document.addSheet("Last");
     double number = 1.0;
     for (std::size_t index = 0; index < document.getTableCount(); ++index) {
-      document.sheet(index).table.setValue(0, 0,
-                                           FormulaModel::FormulaNumber{FloatNumber(number)});
+      document.sheet(index).table.setValue(0, 0, FormulaModel::FormulaNumber{FloatNumber(number)});
       number *= 10.0;
     }
     document.sheet(1).table.setValue(0, 1, FormulaModel::FormulaString{"text"});
