@@ -32,6 +32,20 @@ void appendClassName(std::string& out, std::string const& name) {
   }
 }
 
+/// Width of a text in ems, as wide as it is in any font: digits and most lower-case letters are
+/// narrower than the font is high. A character outside of ASCII has several bytes.
+double findMostEms(std::string_view text) noexcept {
+  constexpr double narrow = 0.75;
+  constexpr std::string_view narrowSigns = " !'(),-./0123456789:;?";
+  double ems = 0;
+  for (char const character : text) {
+    bool const isNarrowLetter =
+        'a' <= character && character <= 'z' && character != 'm' && character != 'w';
+    ems += isNarrowLetter || narrowSigns.find(character) != std::string_view::npos ? narrow : 1;
+  }
+  return ems;
+}
+
 std::string percentOf(double part) {
   constexpr double percent = 100;
   std::string text;
@@ -200,7 +214,6 @@ std::string const& CellMarkup::classOfEdges(std::uint32_t edges, Neighbours neig
 }
 
 bool CellMarkup::mayBeTooLong(PictureCell const& cell) const noexcept {
-  // Most texts are far too short. A wide letter is as wide as the font is high.
   constexpr double pixelsPerPoint = 96.0 / 72;
   constexpr double lineHeight = 1.25;
   auto const& look = _sheet.looks[cell.look];
@@ -211,10 +224,15 @@ bool CellMarkup::mayBeTooLong(PictureCell const& cell) const noexcept {
     }
   }
   auto const letter = size * pixelsPerPoint;
-  auto const widest = static_cast<double>(cell.text.size()) * letter;
-  auto const width = sumColumnWidths(_sheet, cell.column, cell.columnCount);
   auto const height = cell.row < _sheet.rows.size() ? _sheet.rows[cell.row].size : 0;
-  return widest > width || letter * lineHeight > height || look.wraps || isTurned(look);
+  if (letter * lineHeight > height || look.wraps || isTurned(look)) {
+    return true;
+  }
+  // A number is cut to the width when the picture is built. To cut it here, too, where a font is
+  // wider than expected, would make another number of it; and browsers are slow with many clips.
+  bool const isCut = cell.content == CellContent::Number && !look.shrinksToFit;
+  auto const width = sumColumnWidths(_sheet, cell.column, cell.columnCount);
+  return !isCut && findMostEms(cell.text) * letter > width;
 }
 
 bool CellMarkup::runsOver(PictureCell const& cell) const noexcept {

@@ -77,8 +77,9 @@ void SheetTable::append(std::string& out) {
   addGridStyles();
   auto const& indices = _sheet.rows;
   auto const lastRow = indices.empty() ? 0 : indices.back().index + 1;
-  out += fmt::format("<div class=\"canvas {}\"{}>", _className,
-                     _sheet.rightToLeft ? " dir=\"rtl\"" : "");
+  out +=
+      fmt::format("<div class=\"canvas {}{}\"{}>", _className, _sheet.showsGridLines ? "" : " bare",
+                  _sheet.rightToLeft ? " dir=\"rtl\"" : "");
   if (_sheet.showsGridLines) {
     out += "<div class=\"lines\" aria-hidden=\"true\">";
     for (std::size_t column = 0; column <= _sheet.columns.size(); ++column) {

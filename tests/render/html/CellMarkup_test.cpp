@@ -1,6 +1,7 @@
 #include "render/Html/CellMarkup.h"
 
 #include <string>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -99,6 +100,29 @@ TEST_F(CellMarkupTest, TextThatIsTooLongIsCutWhereNoNeighbourIsFree) {
   EXPECT_EQ(classesOf(cell), " x") << "the row is low";
   made.sheet().looks[0].shrinksToFit = true;
   EXPECT_EQ(classesOf(cell), " x k") << "the script makes it smaller";
+}
+
+TEST_F(CellMarkupTest, ANumberIsNotCutOnceMore) {
+  auto& cell = made.add(0, 1, "12345678.12");
+  EXPECT_EQ(classesOf(cell), " x");
+  cell.content = CellContent::Number;
+  EXPECT_EQ(classesOf(cell), "");
+  made.sheet().looks[0].shrinksToFit = true;
+  EXPECT_EQ(classesOf(cell), " x k");
+}
+
+TEST_F(CellMarkupTest, TextIsCutUnlessItFitsInAnyFont) {
+  auto& cell = made.add(0, 0);
+  cell.content = CellContent::Text;
+  for (auto const& [text, isCut] : {std::pair("grove", false),
+                                    {"grovel", true},
+                                    {"GROV", false},
+                                    {"GROVE", true},
+                                    {"mmmmm", true},
+                                    {"\u5927\u5927", true}}) {
+    cell.text = text;
+    EXPECT_EQ(classesOf(cell), isCut ? " x" : "") << text;
+  }
 }
 
 TEST_F(CellMarkupTest, ColoursOfScalesAndSectionsStandAboveTheLook) {
