@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Breaks the library's sources one line at a time and says which breaks no test notices.
 
-  mutate.py [--sample N] [--seed S] [--jobs N] [--list] PATH...
+  mutate.py [--sample N] [--seed S] [--jobs N] [--build DIR] [--list] PATH...
 
 Each PATH is a source or a folder below ConditionalFormatters/. A mutant is one change of one line:
 a comparison flipped, a condition negated, a constant or two arguments swapped, a statement dropped.
 For each one the objects that have the line are rebuilt, and the test programs run one after the
-other until one fails. Works in build/mutate and changes no source; nothing else should meanwhile.
+other until one fails. Works in build/mutate, or in another configured tree without unity builds,
+and changes no source; nothing else should meanwhile.
 """
 
 import argparse
@@ -25,12 +26,14 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-BUILD = ROOT / "build/mutate"
 
 # The cheapest first: most mutants die in the first one.
 SUITES = ["library_test", "library_services_test", "library_allocation_test",
           "library_range_walk_test", "library_concurrency_test", "whole_table_test"]
 LIBRARY = "libConditionalFormatters"
+
+# Most of the time goes into linking, of which this linker needs a fifth.
+LINKER = " -fuse-ld=lld" if shutil.which("ld.lld") else ""
 
 COMPARISONS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "=="}
 ARITHMETIC = {"+": "-", "-": "+", "*": "/", "/": "*", "%": "*", "+=": "-=", "-=": "+=",
@@ -183,6 +186,14 @@ def find_mutants(path):
     return mutants
 
 
+def choose(mutants, count, seed):
+    """At most `count` of a file's mutants, in their order: the same ones whatever else is asked."""
+    if count is None or count >= len(mutants):
+        return mutants
+    chosen = random.Random(f"{seed} {mutants[0].path}").sample(range(len(mutants)), count)
+    return [mutants[index] for index in sorted(chosen)]
+
+
 def find_sources(paths):
     for path in paths:
         path = (ROOT / path).resolve() if not path.is_absolute() else path
@@ -201,12 +212,12 @@ def limit_resources(limit):
     resource.setrlimit(resource.RLIMIT_CPU, (limit, limit))
 
 
-def run(command, limit, **options):
+def run(command, folder, limit, **options):
     """The exit status and the output of a command; the status is None if it took longer than the
     limit, in seconds of processor time, or waited for many times as long."""
     process = subprocess.Popen(command, start_new_session=True,
                                preexec_fn=lambda: limit_resources(limit),
-                               cwd=BUILD, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                               cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                                text=True, errors="replace", **options)
     try:
         output = process.communicate(timeout=LONGEST_WAIT * limit)[0]
@@ -215,11 +226,6 @@ def run(command, limit, **options):
         os.killpg(process.pid, signal.SIGKILL)
         process.communicate()
         return None, ""
-
-
-def ask_ninja(*arguments):
-    return subprocess.run(["ninja", "-C", BUILD, *arguments], check=True, capture_output=True,
-                          text=True).stdout
 
 
 def processor_time():
@@ -231,36 +237,55 @@ def processor_time():
 class Build:
     """The suites as they are without a mutant, and the commands that make them."""
 
-    def __init__(self):
-        entries = json.loads((BUILD / "compile_commands.json").read_text())
+    def __init__(self, folder):
+        self.folder = folder
+        entries = json.loads((folder / "compile_commands.json").read_text())
         # Without the options that write down the dependencies.
         self.compile_commands = {
             re.search(r" -o (\S+)", entry["command"])[1]:
             re.sub(r" -MD -MT \S+ -MF \S+", "", entry["command"]) for entry in entries}
         self.link_commands = {}
         for suite in SUITES:
-            for command in ask_ninja("-t", "commands", suite).splitlines():
+            for command in self._ask_ninja("-t", "commands", suite).splitlines():
                 output = re.search(rf" -o (bin/{suite}|lib/{LIBRARY}\.so)\S*", command)
                 if output:
                     self.link_commands[output[1]] = command
         self.objects_of = self._find_dependencies()
         self.limits = {suite: self._time(suite) for suite in SUITES}
 
+    def _ask_ninja(self, *arguments):
+        return subprocess.run(["ninja", "-C", self.folder, *arguments], check=True,
+                              capture_output=True, text=True).stdout
+
     def _find_dependencies(self):
         """The objects that each file below ConditionalFormatters/ is compiled into."""
         objects_of, current = {}, None
-        for line in ask_ninja("-t", "deps").splitlines():
+        for line in self._ask_ninja("-t", "deps").splitlines():
             if line and not line.startswith(" "):
                 current = line.split(":")[0]
-            path = pathlib.Path(os.path.normpath(BUILD / line.strip()))
+            path = pathlib.Path(os.path.normpath(self.folder / line.strip()))
             if path.is_relative_to(ROOT) and current in self.compile_commands:
                 objects_of.setdefault(path.relative_to(ROOT), []).append(current)
         return objects_of
 
+    def plan_runs(self, path):
+        """(suite, filter of tests) for a source: those first that are the likeliest to notice."""
+        tests = ROOT / "tests" / path.parent / f"{path.stem}_test.cpp"
+        if not tests.exists():
+            # Written for callers of the library, who see what the parts do together.
+            likeliest = "library_test" if path.parts[1] == "Formats" else "whole_table_test"
+            return [(suite, "*") for suite in sorted(SUITES, key=lambda suite: suite != likeliest)]
+        names = set(re.findall(r"^\w*TEST\w*\((\w+),", tests.read_text(), re.MULTILINE))
+        own_tests = ":".join(f"{name}.*:*/{name}.*" for name in sorted(names))
+        own_suites = [suite for suite in SUITES
+                      if f"/{suite}.dir/{tests.relative_to(ROOT / 'tests/ConditionalFormatters')}.o"
+                      in self.link_commands[f"bin/{suite}"]]
+        return [(suite, own_tests) for suite in own_suites] + [(suite, "*") for suite in SUITES]
+
     def _time(self, suite):
         """The limit of a suite, in seconds of processor time."""
         start = processor_time()
-        status, output = run([f"bin/{suite}"], limit=600)
+        status, output = run([f"bin/{suite}"], self.folder, limit=600)
         if status != 0:
             sys.exit(f"mutate: {suite} fails without a mutant\n{output[-2000:]}")
         return 5 + int(5 * (processor_time() - start))
@@ -271,7 +296,7 @@ class Bench:
 
     def __init__(self, build, number):
         self.build = build
-        self.folder = BUILD / f"mutants/{number}"
+        self.folder = build.folder / f"mutants/{number}"
 
     def judge(self, mutant, source):
         """What becomes of a mutant."""
@@ -279,14 +304,12 @@ class Bench:
         mutated = self.folder / mutant.path
         mutated.parent.mkdir(parents=True)
         mutated.write_text(mutant.apply(source))
-        own_tests = filter_own_tests(mutant.path)
-        for suite in SUITES:
+        for suite, tests in self.build.plan_runs(mutant.path):
             if not self._make(mutant, suite):
                 return "did not compile"
-            for tests in filter(None, [own_tests, "*"]):
-                status = self._run(suite, tests)
-                if status != 0:
-                    return f"killed by {suite}" + (" (time limit)" if status is None else "")
+            status = self._run(suite, tests)
+            if status != 0:
+                return f"killed by {suite}" + (" (time limit)" if status is None else "")
         return "SURVIVED"
 
     def _make(self, mutant, suite):
@@ -309,8 +332,8 @@ class Bench:
         # The library is found by the name that programs ask for.
         target = self.folder / (f"{output}.0" if output.endswith(".so") else output)
         target.parent.mkdir(exist_ok=True)
-        command = re.sub(rf" -o {output}\S*", f" -o {target}", command)
-        return run(command, limit=300, shell=True)[0] == 0
+        command = re.sub(rf" -o {output}\S*", f" -o {target}{LINKER}", command)
+        return run(command, self.build.folder, limit=300, shell=True)[0] == 0
 
     def _compile(self, mutant, name):
         target = self.folder / name
@@ -322,34 +345,26 @@ class Bench:
         # A mutated header is found here before the original. It may leave a variable unused, so
         # that no warning is an error.
         command = command.replace(" -I", f" -I{self.folder} -I", 1) + " -w"
-        return run(command, limit=300, shell=True)[0] == 0
+        return run(command, self.build.folder, limit=300, shell=True)[0] == 0
 
     def _run(self, suite, tests):
         program = self.folder / "bin" / suite
         if not program.exists():
-            program = BUILD / "bin" / suite
+            program = self.build.folder / "bin" / suite
         environment = {**os.environ, "LD_LIBRARY_PATH": str(self.folder / "lib")}
         return run([program, "--gtest_brief=1", "--gtest_fail_fast", f"--gtest_filter={tests}"],
-                   self.build.limits[suite], env=environment)[0]
+                   self.build.folder, self.build.limits[suite], env=environment)[0]
 
 
-def filter_own_tests(path):
-    """A filter for the tests of a source's own test file: they are the likeliest to notice."""
-    test = ROOT / "tests" / path.parent / f"{path.stem}_test.cpp"
-    names = set(re.findall(r"^TEST\w*\((\w+),", test.read_text(), re.MULTILINE)
-                if test.exists() else [])
-    return ":".join(f"{name}.*:*/{name}.*" for name in sorted(names))
-
-
-def prepare():
+def prepare(folder):
     """Configures the build tree once and builds the suites."""
-    if not (BUILD / "build.ninja").exists():
-        subprocess.run(["cmake", "--preset", "release", "-B", BUILD, "-DCNDFRMT_BUILD_TESTS=ON",
+    if not (folder / "build.ninja").exists():
+        subprocess.run(["cmake", "--preset", "release", "-B", folder, "-DCNDFRMT_BUILD_TESTS=ON",
                         "-DCMAKE_UNITY_BUILD=OFF",
                         # Most of the time goes into compiling.
                         "-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG"],
                        cwd=ROOT, check=True, stdout=subprocess.DEVNULL)
-    status, output = run(["ninja", *SUITES], limit=3600)
+    status, output = run(["ninja", *SUITES], folder, limit=3600)
     if status != 0:
         sys.exit(f"mutate: the tree itself does not build\n{output[-2000:]}")
 
@@ -358,23 +373,25 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("paths", nargs="+", type=pathlib.Path, metavar="PATH")
-    parser.add_argument("--sample", type=int, help="judge N mutants only, chosen at random")
+    parser.add_argument("--sample", type=int, metavar="N",
+                        help="judge at most N mutants of each file, chosen at random")
     parser.add_argument("--seed", type=int, default=1, help="of the choice (default: 1)")
     parser.add_argument("--jobs", type=int, default=1, help="judge N at a time (default: 1)")
+    parser.add_argument("--build", type=pathlib.Path, default="build/mutate", metavar="DIR",
+                        help="the build tree; configured if it is new (default: build/mutate)")
     parser.add_argument("--list", action="store_true", help="print the mutants and judge none")
     arguments = parser.parse_args()
 
-    mutants = [mutant for path in find_sources(arguments.paths) for mutant in find_mutants(path)]
-    if arguments.sample is not None and arguments.sample < len(mutants):
-        chosen = set(random.Random(arguments.seed).sample(range(len(mutants)), arguments.sample))
-        mutants = [mutant for index, mutant in enumerate(mutants) if index in chosen]
+    mutants = [mutant for path in find_sources(arguments.paths)
+               for mutant in choose(find_mutants(path), arguments.sample, arguments.seed)]
     if arguments.list:
         for mutant in mutants:
             print(mutant.describe((ROOT / mutant.path).read_text()))
         return
 
-    prepare()
-    build = Build()
+    folder = ROOT / arguments.build
+    prepare(folder)
+    build = Build(folder)
     benches = queue.SimpleQueue()
     for number in range(arguments.jobs):
         benches.put(Bench(build, number))

@@ -23,15 +23,16 @@ namespace Zorv::ConditionalFormatters {
 }
 
 /// The indices of the formats whose ranges hold a cell, in order of priority. A view: the ranges of
-/// a format are tested when the walk comes to it. Borrows its arguments.
+/// a format are tested when the walk comes to it. Borrows its arguments. Throws what the host throws
+/// when it is asked for the cell's position.
 class FormatsOn {
 public:
   class Iterator {
   public:
-    explicit Iterator(FormatsOn const& formats) noexcept : _formats(formats) { skipOthers(); }
+    explicit Iterator(FormatsOn const& formats) : _formats(formats) { skipOthers(); }
 
     [[nodiscard]] FormatIndex operator*() const noexcept { return _index; }
-    Iterator& operator++() noexcept {
+    Iterator& operator++() {
       ++_index;
       skipOthers();
       return *this;
@@ -41,7 +42,7 @@ public:
     }
 
   private:
-    void skipOthers() noexcept {
+    void skipOthers() {
       while (_index < _formats._formatRefs.size() &&
              !holdsCell(_formats._formatRefs[_index].first, _formats._cellInfo)) {
         ++_index;
@@ -55,7 +56,7 @@ public:
   FormatsOn(ConditionalFormatRefs const& formatRefs, DOM::CellInfo const& cellInfo) noexcept
       : _formatRefs(formatRefs), _cellInfo(cellInfo) {}
 
-  [[nodiscard]] Iterator begin() const noexcept { return Iterator(*this); }
+  [[nodiscard]] Iterator begin() const { return Iterator(*this); }
   [[nodiscard]] std::default_sentinel_t end() const noexcept { return {}; }
 
 private:

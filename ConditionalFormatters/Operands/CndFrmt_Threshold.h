@@ -18,7 +18,7 @@ namespace Zorv::ConditionalFormatters {
 /// The rank of the threshold, if it does not depend on the distinct count and selectBest() finds
 /// it.
 [[nodiscard]] boost::optional<std::size_t> selectableRank(
-    DOM::TopBottomConditionalFormatOperator const& record) noexcept;
+    DOM::TopBottomConditionalFormatOperator const& record);
 
 /// The rank of the threshold among `distinctCount` distinct numbers: at most that count, and 0 if
 /// no number is inside. A percentage is taken of the distinct count and truncates.

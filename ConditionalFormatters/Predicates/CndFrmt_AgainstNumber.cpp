@@ -30,7 +30,7 @@ bool isAmongBottom(FloatNumber const& cellNumber, FloatNumber const& threshold) 
 
 }  // namespace
 
-NumberTest findMeanTest(DOM::AboveAverageConditionalFormatOperator const& record) noexcept {
+NumberTest findMeanTest(DOM::AboveAverageConditionalFormatOperator const& record) {
   using Type = DOM::AboveAverageConditionalFormatType;
   auto const type = record.getType();
   if (record.getStdDev()) {

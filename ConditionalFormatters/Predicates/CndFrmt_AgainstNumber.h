@@ -16,8 +16,7 @@ using NumberTest = bool (*)(FloatNumber const& cellNumber, FloatNumber const& re
 ///
 /// The kinds that include equality are the negated strict ones, so that they hold for every number
 /// where there is no mean.
-[[nodiscard]] NumberTest findMeanTest(
-    DOM::AboveAverageConditionalFormatOperator const& record) noexcept;
+[[nodiscard]] NumberTest findMeanTest(DOM::AboveAverageConditionalFormatOperator const& record);
 
 /// The test against the threshold, which is inside. Never null: false for every number where the
 /// kind is unknown.

@@ -7,11 +7,12 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
+#include "ConditionalFormatters/Formats/CndFrmt_FormatWalk.h"
 #include "DOM/Table.h"
 #include "FormulaModel/FormulaValue.h"
 #include "support/Journal.h"
 
-// The walk over the cells of ranges, step by step.
+// The walk over the cells of ranges, and that over the formats of a cell, step by step.
 namespace Zorv::ConditionalFormatters {
 namespace {
 
@@ -80,6 +81,39 @@ TEST_F(RangeWalkTest, RangesAreWalkedOneAfterTheOther) {
 TEST_F(RangeWalkTest, WithoutRangesNothingIsAsked) {
   EXPECT_THAT(collect({}), IsEmpty());
   EXPECT_THAT(journal.getEntries(), IsEmpty());
+}
+
+class FormatsOnTest : public testing::Test {
+protected:
+  [[nodiscard]] std::vector<FormatIndex> listFormatsOn(
+      unsigned long row, unsigned answers = DOM::CellInfo::always) const {
+    DOM::CellInfo const cell(table, CellIndex(RowIndex(row), ColumnIndex(0)), nullptr, answers);
+    std::vector<FormatIndex> indices;
+    for (FormatIndex const index : findFormatsOn(refs, cell)) {
+      indices.push_back(index);
+    }
+    return indices;
+  }
+
+  Journal journal;
+  DOM::Table table{journal};
+  DOM::ConditionalFormat const format{
+      {}, DOM::UniquenessConditionalFormatOperator{DOM::UniquenessType::Unique}, UUID()};
+  ConditionalFormatRefs const refs{
+      {{{0, 0, 2, 1}}, format}, {{}, format}, {{{1, 0, 2, 1}}, format}};
+};
+
+TEST_F(FormatsOnTest, TestsTheRangesOfOneFormatAfterTheOther) {
+  EXPECT_THAT(listFormatsOn(0), ElementsAre(0U));
+  EXPECT_THAT(listFormatsOn(1), ElementsAre(0U, 2U));
+  EXPECT_THAT(listFormatsOn(2), IsEmpty());
+}
+
+TEST_F(FormatsOnTest, WhatTheHostsGettersThrowReachesTheCaller) {
+  // For the first format, and for the one that follows it.
+  EXPECT_THROW(static_cast<void>(listFormatsOn(0, 0)), std::out_of_range);
+  EXPECT_THROW(static_cast<void>(listFormatsOn(0, 1)), std::out_of_range);
+  EXPECT_THAT(listFormatsOn(0, 2), ElementsAre(0U));
 }
 
 }  // namespace

@@ -129,8 +129,9 @@ TEST(DistinctRanking, SortingAndSelectingAgreeWithThePlainestRanking) {
       auto const expected = rankPlainly(values, order);
       auto const ranking = rank(values, order);
       ASSERT_TRUE(std::ranges::equal(ranking, expected, isAlike)) << "round " << round;
-      for (std::size_t k = 1; k <= largestSelectedRank; ++k) {
-        auto const best = toDoubles(selectBest(toNumbers(values), order, k));
+      auto const numbers = toNumbers(values);
+      for (std::size_t k = 1; k <= largestSelectedRank; k += k < 4 ? 1 : 6) {
+        auto const best = toDoubles(selectBest(numbers, order, k));
         auto const first = std::span(expected).first(std::min(k, expected.size()));
         ASSERT_TRUE(std::ranges::equal(best, first, isAlike))
             << "round " << round << ", the best " << k;

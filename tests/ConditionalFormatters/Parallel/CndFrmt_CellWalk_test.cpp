@@ -72,7 +72,7 @@ TEST_F(RangesWalkTest, VisitsThePositionsThatAnyRangeHolds) {
   for (int cell = 0; cell < 500; ++cell) {
     _table.setValue(draw(random), draw(random), number(1));
   }
-  for (int round = 0; round < 200; ++round) {
+  for (int round = 0; round < 60; ++round) {
     // Many ranges of one column give rows with many intervals.
     unsigned long const widest = round % 2 == 0 ? 1 : 12;
     std::vector<TableRange> ranges(draw(random) % 25);
