@@ -127,7 +127,8 @@ def find_replacements(masked, begin, end):
             text = {"true": "false", "false": "true"}.get(match[0]) or str(int(match[0]) + 1)
             text = "0" if match[0] == "1" else text
             yield "constant", begin + match.start(), begin + match.end(), text
-    for match in re.finditer(r"[\w>]\(", line):
+    # The order of two operands of these changes nothing.
+    for match in re.finditer(r"(?<=[\w>])(?<!std::min)(?<!std::max)(?<!intersect)\(", line):
         opening = begin + match.end() - 1
         close = closing(masked, opening)
         if close < 0 or close >= end:
@@ -330,7 +331,8 @@ class Bench:
                 return False
             command = command.replace(f" {name} ", f" {self.folder / name} ")
         # The library is found by the name that programs ask for.
-        target = self.folder / (f"{output}.0" if output.endswith(".so") else output)
+        name = re.search(r"-soname,(\S+)", command)
+        target = self.folder / (f"lib/{name[1]}" if name else output)
         target.parent.mkdir(exist_ok=True)
         command = re.sub(rf" -o {output}\S*", f" -o {target}{LINKER}", command)
         return run(command, self.build.folder, limit=300, shell=True)[0] == 0

@@ -23,8 +23,8 @@ namespace Zorv::ConditionalFormatters {
 }
 
 /// The indices of the formats whose ranges hold a cell, in order of priority. A view: the ranges of
-/// a format are tested when the walk comes to it. Borrows its arguments. Throws what the host throws
-/// when it is asked for the cell's position.
+/// a format are tested when the walk comes to it. Borrows its arguments. Throws what the host
+/// throws when it is asked for the cell's position.
 class FormatsOn {
 public:
   class Iterator {

@@ -12,8 +12,7 @@ RankingOrder rankingOrderOf(DOM::TopBottomConditionalFormatType type) noexcept {
                                                              : RankingOrder::LargestFirst;
 }
 
-boost::optional<std::size_t> selectableRank(
-    DOM::TopBottomConditionalFormatOperator const& record) {
+boost::optional<std::size_t> selectableRank(DOM::TopBottomConditionalFormatOperator const& record) {
   bool const isSelectable =
       !record.getUsePercent() && record.getValue() != 0 && record.getValue() <= largestSelectedRank;
   return boost::make_optional(isSelectable, std::size_t{record.getValue()});

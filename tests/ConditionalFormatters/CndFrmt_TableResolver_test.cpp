@@ -652,6 +652,22 @@ TEST_F(TableResolverTest, FormulasSpendTheirStepsFromTheBudgetOfThePass) {
   }
 }
 
+TEST_F(TableResolverTest, AFormulaWhoseFoldingABudgetEndedIsFoldedByTheNextPass) {
+  addUnary(UnaryConditionalFormatType::Greater, "SUMPRODUCT($A$1:$A$10000*$A$1:$A$10000)+A1");
+  auto const calculator = makeCalculator(table);
+  auto const countSteps = [](TableResolver const& resolver) {
+    WorkBudget ample({});
+    resolver.visit({.range = {0, 0, 8, 1}, .budget = &ample}, [](ResolvedCell const&) {});
+    return ample.getSteps();
+  };
+  auto const resolver = calculator->prepare(styles, table);
+  WorkBudget scant({.steps = 5'000});
+  EXPECT_THROW(
+      resolver.visit({.range = {0, 0, 8, 1}, .budget = &scant}, [](ResolvedCell const&) {}),
+      WorkBudgetExceeded);
+  EXPECT_EQ(countSteps(resolver), countSteps(calculator->prepare(styles, table)));
+}
+
 TEST_F(TableResolverTest, ACollectionThatABudgetEndedIsTriedAgain) {
   addFormat(table, {column}, UniquenessConditionalFormatOperator{UniquenessType::Unique});
   auto const calculator = makeCalculator(table);

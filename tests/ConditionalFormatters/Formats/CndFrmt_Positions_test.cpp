@@ -29,6 +29,9 @@ TEST(Positions, CountsNothingInEmptyRanges) {
 
 TEST(Positions, CountsMoreThanCanBeVisited) {
   EXPECT_EQ(countPositions({wholeSheet}), 17'179'869'184U);
+  // Up to the last row that a number can name.
+  constexpr unsigned long last = ~0UL;
+  EXPECT_EQ(countPositions({{last - 3, 0, last, 2}}), 6U);
 }
 
 TEST(Positions, CountsThePositionsThatAnyRangeHolds) {

@@ -1,6 +1,9 @@
 #include "ConditionalFormatters/Operators/CndFrmt_TopBottomOperator.h"
 
+#include <sys/mman.h>
+
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -130,6 +133,29 @@ TEST(TopBottomOperator, NeverHoldsWithoutNumbers) {
       }
     }
   }
+}
+
+/// Memory that nothing can read: a program that tries to ends.
+class UnreadablePage {
+public:
+  UnreadablePage() : _memory(mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)) {}
+  UnreadablePage(UnreadablePage const&) = delete;
+  UnreadablePage& operator=(UnreadablePage const&) = delete;
+  ~UnreadablePage() { munmap(_memory, size); }
+
+  [[nodiscard]] void const* get() const { return _memory == MAP_FAILED ? nullptr : _memory; }
+
+private:
+  static constexpr std::size_t size = 4096;
+
+  void* _memory;
+};
+
+TEST(TopBottomOperator, DoesNotReadTheRecordWithoutNumbers) {
+  UnreadablePage const page;
+  ASSERT_NE(page.get(), nullptr);
+  TopBottomOperator const condition(*static_cast<Record const*>(page.get()), {});
+  EXPECT_FALSE(holds(condition, number(1)));
 }
 
 TEST(TopBottomOperator, AnUnknownKindNeverHolds) {

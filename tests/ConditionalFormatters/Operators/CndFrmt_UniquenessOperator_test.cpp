@@ -4,6 +4,7 @@
 
 #include <limits>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "DOM/ConditionalFormatOperator.h"
@@ -15,6 +16,8 @@ namespace {
 using namespace TestSupport;
 using DOM::UniquenessType;
 using FormulaModel::FormulaErrorCode;
+
+static_assert(std::is_final_v<UniquenessOperator>);
 
 CellIndex const anyCell{RowIndex(0), ColumnIndex(0)};
 

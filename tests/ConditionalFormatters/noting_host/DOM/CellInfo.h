@@ -4,8 +4,8 @@
 
 #include "Utils/CellIndex.h"
 
-// Stands before the host's own header of this name in the include path of one test program: the cell
-// of a host whose getters may throw.
+// Stands before the host's own header of this name in the include path of one test program: the
+// cell of a host whose getters may throw.
 namespace Zorv::DOM {
 
 class Cell;
