@@ -36,7 +36,7 @@ void appendIndex(std::string& out, std::size_t index) {
 void appendColourText(std::string& out, std::optional<DOM::Colour> const& colour) {
   out += '"';
   if (colour) {
-    appendColour(out, *colour);
+    out += toCss(*colour);
   }
   out += '"';
 }
