@@ -98,7 +98,11 @@ CellAccount Explainer::explain(std::size_t sheet, CellIndex cell,
                       .content = info.getCell(),
                       .ownStyle = Workbook::findOwnStyle(_document, sheet, info)};
   addEffectiveStyle(explanation, rules, account);
-  VisualsOfCell const visuals = findVisuals(prepared.resolver.getVisualResolver(), info, _budget);
+  // To find visuals resolves the cell once more.
+  bool const hasVisuals = !_document.getSheets()[sheet].visualFormats.empty();
+  VisualsOfCell const visuals =
+      hasVisuals ? findVisuals(prepared.resolver.getVisualResolver(), info, _budget)
+                 : VisualsOfCell();
   account.visuals = visuals.drawn;
   account.visualRules = rules.rulesOf(visuals.drawn);
   for (auto const* rule : prepared.byPriority) {
