@@ -73,6 +73,14 @@ void explainCell(AnalysedBook const& book) {
   benchmark::DoNotOptimize(explainer.explain(0, {RowIndex(7), ColumnIndex(0)}).rules.size());
 }
 
+void explainThousandCells(AnalysedBook const& book) {
+  constexpr unsigned long cells = 1'000;
+  Analysis::Explainer explainer(book.document, "en-US", DOM::TimeZone());
+  for (unsigned long row = 0; row < cells; ++row) {
+    benchmark::DoNotOptimize(explainer.explain(0, {RowIndex(row), ColumnIndex(0)}).rules.size());
+  }
+}
+
 void checkRules(AnalysedBook const& book) {
   benchmark::DoNotOptimize(Analysis::check(book.document).size());
 }
@@ -104,8 +112,10 @@ void registerAnalysis() {
     void (*ask)(AnalysedBook const&);
   };
   for (auto const& question :
-       {Question{"analysis/explain", explainCell}, Question{"analysis/check", checkRules},
-        Question{"analysis/tidy", planFewerRules}, Question{"analysis/diff", compareWithItself}}) {
+       {Question{"analysis/explain", explainCell},
+        Question{"analysis/explain_1000", explainThousandCells},
+        Question{"analysis/check", checkRules}, Question{"analysis/tidy", planFewerRules},
+        Question{"analysis/diff", compareWithItself}}) {
     benchmark::RegisterBenchmark(
         question.name,
         [ask = question.ask](benchmark::State& state) { measureAnalysis(state, ask); })
