@@ -20,6 +20,7 @@
 #include "Utils/CaseFolding.h"
 #include "Utils/Exceptions.h"
 #include "Utils/WorkBudget.h"
+#include "fuzz/StoredArchive.h"
 #include "tests/workbook/WorkbookBuilder.h"
 #include "workbook/DocumentValueProvider.h"
 
@@ -185,17 +186,17 @@ OfficeUtils::Clock::TimePoint getFixedMoment() noexcept {
 }
 
 std::string makeWorkbook(std::string const& sheet) {
-  return TestSupport::WorkbookBuilder()
-      .setWorkbook("",
-                   "<definedNames><definedName name='Rate'>Sheet1!$A$1</definedName>"
-                   "<definedName name='List'>Sheet1!$A$1,Sheet1!A1</definedName>"
-                   "</definedNames>")
-      .setSharedStrings("<si><t>one</t></si><si><r><t>t</t></r><r><t>wo</t></r></si>")
-      .setStyles(
-          "<cellXfs><xf/><xf numFmtId='14'/></cellXfs><dxfs><dxf><fill><patternFill>"
-          "<bgColor rgb='FFFF0000'/></patternFill></fill></dxf><dxf/></dxfs>")
-      .addSheet("Sheet1", sheet)
-      .makeBytes();
+  return makeStoredArchive(
+      TestSupport::WorkbookBuilder()
+          .setWorkbook("",
+                       "<definedNames><definedName name='Rate'>Sheet1!$A$1</definedName>"
+                       "<definedName name='List'>Sheet1!$A$1,Sheet1!A1</definedName>"
+                       "</definedNames>")
+          .setSharedStrings("<si><t>one</t></si><si><r><t>t</t></r><r><t>wo</t></r></si>")
+          .setStyles("<cellXfs><xf/><xf numFmtId='14'/></cellXfs><dxfs><dxf><fill><patternFill>"
+                     "<bgColor rgb='FFFF0000'/></patternFill></fill></dxf><dxf/></dxfs>")
+          .addSheet("Sheet1", sheet)
+          .makeParts());
 }
 
 void loadAndUse(std::string_view fileBytes, DocumentUser const& use) {

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "fuzz/Fuzzing.h"
+#include "fuzz/StoredArchive.h"
 #include "tests/workbook/WorkbookBuilder.h"
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
@@ -22,6 +23,6 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
                  "<a:theme xmlns:a='http://schemas.openxmlformats.org/drawingml/2006/main'>" +
                      text.substr(split + 1) + "</a:theme>");
   }
-  Zorv::Fuzzing::loadAndResolve(builder.makeBytes());
+  Zorv::Fuzzing::loadAndResolve(Zorv::Fuzzing::makeStoredArchive(builder.makeParts()));
   return 0;
 }

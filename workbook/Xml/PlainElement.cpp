@@ -19,10 +19,14 @@ public:
   }
 
   bool take(std::string_view wanted) noexcept {
-    bool const found =
-        std::string_view(_at, static_cast<std::size_t>(_end - _at)).starts_with(wanted);
-    _at += found ? wanted.size() : 0;
-    return found;
+    char const* at = _at;
+    for (char const c : wanted) {
+      if (at == _end || *at++ != c) {
+        return false;
+      }
+    }
+    _at = at;
+    return true;
   }
 
   /// Letters, up to an equals sign.

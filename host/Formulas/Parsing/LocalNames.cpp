@@ -1,6 +1,9 @@
 #include "Formulas/Parsing/LocalNames.h"
 
 #include <algorithm>
+#include <array>
+
+#include "Formulas/Text/NamePrefixes.h"
 
 namespace Zorv::Formulas {
 
@@ -16,10 +19,8 @@ std::optional<std::uint32_t> LocalNames::find(std::string_view name) const {
 }
 
 std::string LocalNames::toPlainName(std::string_view name) {
-  constexpr std::string_view prefix = "_XLPM.";
-  bool const hasPrefix =
-      name.size() > prefix.size() && toAsciiUpper(name.substr(0, prefix.size())) == prefix;
-  return std::string(name.substr(hasPrefix ? prefix.size() : 0));
+  constexpr std::array<std::string_view, 1> prefixes = {"_XLPM."};
+  return std::string(withoutPrefixes(name, prefixes));
 }
 
 }  // namespace Zorv::Formulas

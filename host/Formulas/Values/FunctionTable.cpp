@@ -1,8 +1,10 @@
 #include "Formulas/Values/FunctionTable.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
+#include "Formulas/Text/NamePrefixes.h"
 #include "Utils/CaseFolding.h"
 
 namespace Zorv::Formulas {
@@ -32,13 +34,8 @@ std::optional<std::uint16_t> FunctionTable::find(std::string_view name) const {
 }
 
 std::string toPlainFunctionName(std::string_view name) {
-  std::string plain = toAsciiUpper(name);
-  for (std::string_view const prefix : {"_XLFN.", "_XLWS.", "_XLUDF."}) {
-    if (plain.starts_with(prefix)) {
-      plain.erase(0, prefix.size());
-    }
-  }
-  return plain;
+  constexpr std::array<std::string_view, 3> prefixes = {"_XLFN.", "_XLWS.", "_XLUDF."};
+  return toAsciiUpper(withoutPrefixes(name, prefixes));
 }
 
 }  // namespace Zorv::Formulas

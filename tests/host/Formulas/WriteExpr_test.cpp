@@ -53,6 +53,21 @@ TEST(WriteExpr, LeavesOutWhatChangesNothing) {
   }
 }
 
+TEST(WriteExpr, KeepsPrefixesBeforeWhatIsNoName) {
+  struct Case {
+    char const* formula;
+    char const* text;
+  };
+  for (Case const& c : {Case{"_xlfn.03TE(1)", "_XLFN.03TE(1)"}, Case{"_xlfn..X(1)", "_XLFN..X(1)"},
+                        Case{"_xlws._xlfn._xlfn.FOO(1)", "FOO(1)"},
+                        Case{"LET(_xlpm.1x,5,_xlpm.1x)", "LET(_xlpm.1x,5,_xlpm.1x)"},
+                        Case{"LET(_xlpm._xlpm.x,5,x)", "LET(x,5,x)"}}) {
+    auto const written = writeExpr(parseExpr(c.formula));
+    EXPECT_EQ(written, c.text) << c.formula;
+    EXPECT_EQ(writeExpr(parseExpr(written)), written) << c.formula;
+  }
+}
+
 TEST(WriteExpr, ShowsAFormulaAtAnotherCell) {
   FormulaDocument document;
   auto const shifted = shiftExpr(parseExpr("AND(D4<TODAY(),$D4<>\"\",A$1:B9)"), document.sheet(), 2,
