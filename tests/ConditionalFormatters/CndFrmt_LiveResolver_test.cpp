@@ -280,16 +280,39 @@ TEST(LiveResolver, AsksAFormulaAgainThatGaveUpForCellsThatChanged) {
 }
 
 TEST(LiveResolver, CountsRowsThatWereDeletedAtTheEndOfARange) {
-  LiveSheet sheet;
-  sheet.setColumn(0, {1, 2, 3, 100});
-  sheet.addRule("A1:A4", LiveSheet::isAboveAverage());
-  LiveResolver live = sheet.follow();
-  EXPECT_EQ(stylesOfColumn(live, sheet, 0, 4), "---+");
-  sheet.table.deleteRows(3, 1);
-  auto const areas =
-      live.apply({LinesChanged{&sheet.table, Axis::Rows, LineEdit::Delete, 3, 1, 0}});
-  EXPECT_TRUE(holdsCell(areas, CellIndex(RowIndex(2), ColumnIndex(0))));
-  EXPECT_EQ(stylesOfColumn(live, sheet, 0, 4), "--+-");
+  struct Case {
+    char const* name;
+    DOM::ConditionalFormatOperator condition;
+    std::vector<double> values;
+    char const* before;
+    char const* after;
+  };
+  Case cases[] = {
+      {"a mean", LiveSheet::isAboveAverage(), {1, 2, 3, 100}, "---+", "--+-"},
+      {"a rank",
+       DOM::TopBottomConditionalFormatOperator(DOM::TopBottomConditionalFormatType::Top, 1, false),
+       {1, 2, 3, 100},
+       "---+",
+       "--+-"},
+      {"repeated values",
+       DOM::UniquenessConditionalFormatOperator{DOM::UniquenessType::Duplicate},
+       {1, 2, 3, 3},
+       "--++",
+       "----"},
+  };
+  for (Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    LiveSheet sheet;
+    sheet.setColumn(0, each.values);
+    sheet.addRule("A1:A4", std::move(each.condition));
+    LiveResolver live = sheet.follow();
+    EXPECT_EQ(stylesOfColumn(live, sheet, 0, 4), each.before);
+    sheet.table.deleteRows(3, 1);
+    auto const areas =
+        live.apply({LinesChanged{&sheet.table, Axis::Rows, LineEdit::Delete, 3, 1, 0}});
+    EXPECT_TRUE(holdsCell(areas, CellIndex(RowIndex(2), ColumnIndex(0))));
+    EXPECT_EQ(stylesOfColumn(live, sheet, 0, 4), each.after);
+  }
 }
 
 TEST(LiveResolver, FollowsFormulasWhoseFirstCellWasMoved) {

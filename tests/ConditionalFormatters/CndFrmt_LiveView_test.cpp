@@ -1,6 +1,7 @@
 #include "ConditionalFormatters/CndFrmt_LiveView.h"
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -14,6 +15,8 @@
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/PinnedMoment.h"
 #include "Utils/WorkBudget.h"
+#include "support/ForwardingValueContextProvider.h"
+#include "support/PlainHost.h"
 #include "support/RunningClock.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -208,6 +211,42 @@ TEST_F(LiveViewTest, AMeanThatMovesIsAskedOfTheCellsBetweenAlone) {
       1, &budget);
   EXPECT_EQ(told, "2000- 2001- 2002- 2003- 2004- ");
   EXPECT_LT(budget.getSteps(), rows / 2) << "not all cells in sight";
+}
+
+/// Throws for the cell A5 while it is told to.
+class A5FailingProvider final : public TestSupport::ForwardingValueContextProvider {
+public:
+  A5FailingProvider(DOM::Table const& table, bool const& fails)
+      : ForwardingValueContextProvider(
+            std::make_unique<TestSupport::PlainValueContextProvider>(table)),
+        _fails(fails) {}
+
+  [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
+    if (_fails && cellInfo.getRowIndex() == 4) {
+      throw std::runtime_error("no value");
+    }
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
+  }
+
+private:
+  bool const& _fails;
+};
+
+TEST_F(LiveViewTest, ACellThatCannotBeReadFailsWhereAMeanMovesAndHidesNoOther) {
+  bool fails = false;
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<A5FailingProvider>(sheet.table, fails));
+  sheet.addRule("A1:A12", LiveSheet::isAboveAverage());
+  LiveResolver resolver = calculator.follow(sheet.styles, sheet.table);
+  LiveView view(resolver);
+  view.show(firstRows);
+  EXPECT_EQ(refresh(view), "1+ 3+ 7+");
+  while (resolver.prepareSome(std::chrono::milliseconds(1))) {
+  }
+  fails = true;
+  sheet.table.setValue(11, 0, number(129));  // The mean moves from 4.3 to 14.3.
+  resolver.apply({ValuesChanged{&sheet.table, {{11, 0, 12, 1}}}});
+  EXPECT_EQ(refresh(view), "1- 3- 4! 7-");
 }
 
 TEST_F(LiveViewTest, CellsAtTheOldAndTheNewMeanAreAsked) {

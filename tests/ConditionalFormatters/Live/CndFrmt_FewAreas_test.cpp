@@ -32,6 +32,9 @@ TEST(FewAreas, LeaveOutWhatWouldEncloseTheMost) {
   Areas const corners = {{0, 0, 1, 1}, {2, 0, 3, 1}, {1'000'000, 0, 1'000'001, 1}};
   EXPECT_EQ(joinIntoFew(corners, 2), (Areas{{0, 0, 3, 1}, {1'000'000, 0, 1'000'001, 1}}));
   EXPECT_EQ(joinIntoFew(corners, 1), (Areas{{0, 0, 1'000'001, 1}}));
+  // Positions that are in the areas are not enclosed, however large these are.
+  EXPECT_EQ(joinIntoFew({{0, 0, 10, 10}, {11, 0, 12, 1}, {60, 0, 61, 1}}, 2),
+            (Areas{{0, 0, 12, 10}, {60, 0, 61, 1}}));
 }
 
 TEST(FewAreas, HoldEveryPositionAndAreDisjoint) {

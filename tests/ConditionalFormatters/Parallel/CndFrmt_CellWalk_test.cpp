@@ -56,6 +56,13 @@ TEST_F(RangesWalkTest, CostsWhatTheCellsOfHugeRangesCost) {
             (std::vector<Position>{{1'000'000, 16'000}}));
 }
 
+TEST_F(RangesWalkTest, HasNoBlocksForRowsWithoutCells) {
+  _table.setValue(500'000, 0, number(1));
+  RangeIndex const column(std::vector<TableRange>{{0, 0, 1'048'576, 1}});
+  EXPECT_EQ(RangesWalk::findBlocks(_table, column, true).count(), 1U);
+  EXPECT_EQ(RangesWalk::findBlocks(_table, column, false).count(), 256U);
+}
+
 TEST_F(RangesWalkTest, GathersNarrowRowIntervalsIntoBlocks) {
   std::vector<TableRange> ranges;
   for (unsigned long row = 0; row < 10'000; ++row) {
