@@ -149,7 +149,8 @@ if(TARGET ZorvWorkbook)
                  workbook/Semantics.h
                  workbook/Sheet.h
                  workbook/SheetResolver.h
-                 workbook/SheetRules.h)
+                 workbook/SheetRules.h
+                 workbook/TableStyle.h)
   list(APPEND installed_libraries ZorvVisuals ZorvWorkbook)
 endif()
 

@@ -148,6 +148,32 @@ struct PrintArea {
   friend bool operator==(PrintArea const&, PrintArea const&) = default;
 };
 
+/// Piece of a line above or below the cells of a page.
+struct PageTextPiece {
+  enum class Kind : std::uint8_t {
+    Text,
+    PageNumber,  ///< of the page that it stands on, with `offset` added
+    PageCount,   ///< of the file
+    FileName,    ///< the picture's
+  };
+
+  Kind kind = Kind::Text;
+  std::string text = {};  ///< UTF-8, with LF between lines
+  long offset = 0;
+};
+
+/// Header or footer of a page: at its left, in its middle and at its right.
+struct PageText {
+  std::vector<PageTextPiece> left;
+  std::vector<PageTextPiece> centre;
+  std::vector<PageTextPiece> right;
+};
+
+struct PageTexts {
+  PageText header;
+  PageText footer;
+};
+
 /// How a sheet is laid out on paper (ISO/IEC 29500-1, 18.3.1.63 and 18.3.1.62).
 struct PageSetup {
   double width = 816;  ///< of the paper, as it is held; Letter upright
@@ -174,6 +200,13 @@ struct PageSetup {
   bool printsGridLines = false;
   bool printsHeadings = false;   ///< letters of columns and numbers of rows
   bool goesAcrossFirst = false;  ///< pages follow each other to the side before they go down
+  PageTexts texts;               ///< of every page, unless the next two count
+  std::optional<PageTexts> textsOfFirstPage;
+  std::optional<PageTexts> textsOfEvenPages;  ///< of pages with even numbers
+  double headerDistance = 28.8;               ///< of the header from the paper's edge
+  double footerDistance = 28.8;               ///< of the footer from the paper's edge
+  /// Number of the sheet's first page; nothing: it follows that of the sheet before.
+  std::optional<long> firstPageNumber;
 };
 
 /// A sheet as it looks.

@@ -48,6 +48,8 @@ struct Limits {
   std::size_t textRuns = 2'000'000;  ///< see `hyperlinks`
   /// Columns of all tables (ISO/IEC 29500-1, 18.5.1.2) together.
   std::size_t tableColumns = 1'000'000;
+  /// Tables of one sheet that a style formats. Styles of what goes beyond are left out.
+  std::size_t styledTables = 1'000;
   /// Cells of all sheets together.
   std::uint64_t cells = 50'000'000;
   /// Cells that formulas without results in the file refer to, together.

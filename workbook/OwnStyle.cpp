@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "DOM/Cell.h"
+#include "workbook/TableLooks.h"
 
 namespace Zorv::Workbook {
 
@@ -20,14 +21,24 @@ DOM::SharedCellStylePtr findLayoutStyle(SheetLayout const& layout, DOM::CellInfo
   return column != layout.columns.end() ? column->style : nullptr;
 }
 
+DOM::SharedCellStylePtr layOver(StyledTable const& table, Document const& document,
+                                DOM::SharedCellStylePtr const& own, DOM::CellInfo const& cell) {
+  auto const& usual = document.getDefaultCellStyle();
+  return document.getCellStyleFactory().create(layOverTable(
+      own ? own->get() : DOM::CellStyle(), usual ? usual->get() : DOM::CellStyle(), *table.style,
+      placeRow(table, cell.getRowIndex()), placeColumn(table, cell.getColIndex())));
+}
+
 }  // namespace
 
 DOM::SharedCellStylePtr findSharedOwnStyle(Document const& document, std::size_t sheet,
                                            DOM::CellInfo const& cell) {
-  auto style = cell.getCell() != nullptr
-                   ? cell.getCell()->style
-                   : findLayoutStyle(document.getSheets()[sheet].layout, cell);
-  return style ? style : document.getDefaultCellStyle();
+  Sheet const& place = document.getSheets()[sheet];
+  auto style =
+      cell.getCell() != nullptr ? cell.getCell()->style : findLayoutStyle(place.layout, cell);
+  style = style ? style : document.getDefaultCellStyle();
+  StyledTable const* const table = findStyledTable(place, cell.getRowIndex(), cell.getColIndex());
+  return table != nullptr ? layOver(*table, document, style, cell) : style;
 }
 
 DOM::CellStyle findOwnStyle(Document const& document, std::size_t sheet,

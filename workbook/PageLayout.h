@@ -2,9 +2,17 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace Zorv::Workbook {
+
+/// Lines above and below the cells of a page, as the file has them: with codes such as `&P`, the
+/// number of the page (ISO/IEC 29500-1, 18.3.1.46).
+struct PageTexts {
+  std::string header;
+  std::string footer;
+};
 
 /// How a sheet is laid out on paper: page setup, margins, print options and breaks
 /// (ISO/IEC 29500-1, 18.3.1.63, 18.3.1.62, 18.3.1.70 and 18.3.1.74).
@@ -26,6 +34,13 @@ struct PageLayout {
   bool printsGridLines = false;
   bool printsHeadings = false;
   bool goesAcrossFirst = false;  ///< pages follow each other to the side before they go down
+  PageTexts texts;               ///< of every page, unless the next two count
+  std::optional<PageTexts> textsOfFirstPage;  ///< of the sheet's first page
+  std::optional<PageTexts> textsOfEvenPages;  ///< of pages with even numbers
+  double headerDistance = 0.3;                ///< of the header from the paper's edge, in inches
+  double footerDistance = 0.3;                ///< of the footer from the paper's edge, in inches
+  /// Number of the sheet's first page; nothing: it follows that of the sheet before.
+  std::optional<long> firstPageNumber;
 };
 
 }  // namespace Zorv::Workbook

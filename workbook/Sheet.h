@@ -12,6 +12,7 @@
 #include "visuals/VisualFormat.h"
 #include "workbook/PageLayout.h"
 #include "workbook/RichText.h"
+#include "workbook/TableStyle.h"
 
 namespace Zorv::Workbook {
 
@@ -81,6 +82,8 @@ struct Sheet {
   PageLayout page;                    ///< appearance on paper
   std::vector<Hyperlink> hyperlinks;  ///< as written; other schemes are left out
   std::vector<RichCell> richCells;    ///< ascending by row, then by column
+  /// The tables that a style formats, as written. It lies below the cells' own styles.
+  std::vector<StyledTable> styledTables;
 };
 
 }  // namespace Zorv::Workbook

@@ -32,6 +32,7 @@ CellRows::CellRows(PictureParts const& parts, bool fillsRows)
     : _parts(parts),
       _fillsRows(fillsRows),
       _merged(placeMerged(parts), parts.columns.size()),
+      _tables(parts.sheet.styledTables, parts.rows, parts.columns, parts.usual),
       _cell(parts.sheet.table->getRangeIterators(parts.range).first),
       _cellsEnd(parts.sheet.table->getRangeIterators(parts.range).second),
       _decided(parts.resolution.positions.begin()) {}
@@ -40,6 +41,7 @@ std::vector<PlacedCell> const& CellRows::advance(std::uint32_t row) {
   _placed.clear();
   unsigned long const tableRow = _parts.rows[row].index;
   auto const merged = _merged.advance(row);
+  _tables.advance(row);
   auto const decidedEnd = _parts.resolution.positions.end();
   while (_cell != _cellsEnd && _cell.getCellInfo().getRowIndex() < tableRow) {
     ++_cell;
@@ -71,7 +73,7 @@ std::vector<PlacedCell> const& CellRows::advance(std::uint32_t row) {
     }
     std::ranges::sort(_placed, {}, &PlacedCell::column);
   }
-  if (_fillsRows) {
+  if (_fillsRows || _tables.isInTables()) {
     addMissing(row);
   }
   return _placed;
@@ -105,7 +107,7 @@ void CellRows::addMissing(std::uint32_t row) {
   for (std::uint32_t column = 0; column < _parts.columns.size(); ++column) {
     if (next != _placed.end() && next->column == column) {
       _withMissing.push_back(*next++);
-    } else if (_merged.find(column) == nullptr) {
+    } else if (_merged.find(column) == nullptr && (_fillsRows || _tables.covers(column))) {
       _withMissing.push_back({.column = column, .style = findStyle(nullptr, row, column)});
     }
   }
@@ -113,14 +115,12 @@ void CellRows::addMissing(std::uint32_t row) {
 }
 
 /// A cell without a style of its own has the document's; a position without a cell that of its row,
-/// else of its column.
+/// else of its column. The style of a table lies below it.
 Looks::Style const* CellRows::findStyle(DOM::Cell const* cell, std::uint32_t row,
-                                        std::uint32_t column) const noexcept {
-  if (cell != nullptr) {
-    return cell->style.get();
-  }
+                                        std::uint32_t column) {
   Looks::Style const* const ofRow = _parts.rows[row].style;
-  return ofRow != nullptr ? ofRow : _parts.columns[column].style;
+  Looks::Style const* const ofLine = ofRow != nullptr ? ofRow : _parts.columns[column].style;
+  return _tables.layOver(cell != nullptr ? cell->style.get() : ofLine, column);
 }
 
 }  // namespace Zorv::Render

@@ -10,6 +10,7 @@
 #include "render/Build/Looks.h"
 #include "render/Build/Resolution.h"
 #include "render/Build/ShownLines.h"
+#include "render/Build/TableStyles.h"
 
 namespace Zorv::Render {
 
@@ -30,9 +31,11 @@ struct PictureParts {
   ShownLines const& rows;
   ShownLines const& columns;
   TableRange range;
+  DOM::CellStyle const* usual = nullptr;  ///< of cells without a style; may be null
 };
 
-/// The positions of a picture, row by row from the top. A merged cell stands at its first position
+/// The positions of a picture, row by row from the top. Every position of a table with a style is
+/// among them, as it may show something without a cell. A merged cell stands at its first position
 /// that is seen, and hides the others. Borrows the parts.
 class CellRows {
 public:
@@ -55,11 +58,12 @@ private:
   void addMerged(PictureArea const& area);
   void addMissing(std::uint32_t row);
   [[nodiscard]] Looks::Style const* findStyle(DOM::Cell const* cell, std::uint32_t row,
-                                              std::uint32_t column) const noexcept;
+                                              std::uint32_t column);
 
   PictureParts const& _parts;
   bool _fillsRows;
   AreaSweep _merged;
+  TableStyles _tables;
   DOM::CellRangeIt<true> _cell;
   DOM::CellRangeIt<true> _cellsEnd;
   std::vector<DecidedPosition>::const_iterator _decided;

@@ -6,6 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "OfficeUtils/DateTime.h"
+#include "OfficeUtils/NumberFormat.h"
+#include "render/Build/PageTexts.h"
 #include "workbook/PrintNames.h"
 
 namespace Zorv::Render {
@@ -86,10 +89,34 @@ void placeAreas(std::vector<TableRange> const& ranges, ShownLines const& rows,
   }
 }
 
+PageFacts findPageFacts(BuildState const& state, std::size_t sheet) {
+  auto const now = OfficeUtils::DateTime::getNow(state.options.timeZone, state.locale);
+  auto const write = [&](std::string const& code) {
+    auto const format = OfficeUtils::NumberFormat::compile(code);
+    return format ? format->formatNumber(now.getSerial().get(), state.locale).value_or("") : "";
+  };
+  return {state.document.getSheets()[sheet].name,
+          write(OfficeUtils::NumberFormat::findDateCode(state.locale)), write("h:mm")};
+}
+
+void placeTexts(Workbook::PageLayout const& page, PageFacts const& facts, PageSetup& setup) {
+  auto const parse = [&](Workbook::PageTexts const& texts) {
+    return PageTexts{parsePageText(texts.header, facts), parsePageText(texts.footer, facts)};
+  };
+  setup.texts = parse(page.texts);
+  if (page.textsOfFirstPage) {
+    setup.textsOfFirstPage = parse(*page.textsOfFirstPage);
+  }
+  if (page.textsOfEvenPages) {
+    setup.textsOfEvenPages = parse(*page.textsOfEvenPages);
+  }
+}
+
 }  // namespace
 
-PageSetup makePageSetup(Workbook::Document const& document, std::size_t sheet,
-                        ShownLines const& rows, ShownLines const& columns) {
+PageSetup makePageSetup(BuildState const& state, std::size_t sheet, ShownLines const& rows,
+                        ShownLines const& columns) {
+  Workbook::Document const& document = state.document;
   Workbook::PageLayout const& page = document.getSheets()[sheet].page;
   Paper const& paper = findPaper(page.paperSize);
   constexpr double percent = 100;
@@ -116,6 +143,10 @@ PageSetup makePageSetup(Workbook::Document const& document, std::size_t sheet,
   setup.printsGridLines = page.printsGridLines;
   setup.printsHeadings = page.printsHeadings;
   setup.goesAcrossFirst = page.goesAcrossFirst;
+  setup.headerDistance = page.headerDistance * pixelsPerInch;
+  setup.footerDistance = page.footerDistance * pixelsPerInch;
+  setup.firstPageNumber = page.firstPageNumber;
+  placeTexts(page, findPageFacts(state, sheet), setup);
   return setup;
 }
 

@@ -2,14 +2,14 @@
 
 #include <cstddef>
 
+#include "render/Build/SheetBuilder.h"
 #include "render/Build/ShownLines.h"
 #include "render/Picture.h"
-#include "workbook/Document.h"
 
 namespace Zorv::Render {
 
 /// How a sheet is laid out on paper, in the lines of its picture.
-[[nodiscard]] PageSetup makePageSetup(Workbook::Document const& document, std::size_t sheet,
+[[nodiscard]] PageSetup makePageSetup(BuildState const& state, std::size_t sheet,
                                       ShownLines const& rows, ShownLines const& columns);
 
 }  // namespace Zorv::Render

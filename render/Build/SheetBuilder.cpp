@@ -110,7 +110,9 @@ SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
   ShownLines const columns =
       ShownLines::ofColumns(sheet.layout, findDigitWidth(looks.get(0).font),
                             picture.range.firstColumn, picture.range.endColumn);
-  PictureParts const parts{sheet, resolution, rows, columns, picture.range};
+  auto const& usual = state.document.getDefaultCellStyle();
+  PictureParts const parts{sheet,   resolution,    rows,
+                           columns, picture.range, usual ? &usual->get() : nullptr};
   if (state.options.budget != nullptr) {
     state.options.budget->takeMemory((std::uint64_t{rows.size()} + columns.size()) *
                                      (sizeof(ShownLines::Entry) + sizeof(Line)));
@@ -132,7 +134,7 @@ SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
   picture.frozenColumns = countFrozen(columns, sheet.layout.frozenColumns);
   picture.showsGridLines = sheet.layout.showGridLines;
   picture.rightToLeft = sheet.layout.rightToLeft;
-  picture.page = makePageSetup(state.document, selection.sheet, rows, columns);
+  picture.page = makePageSetup(state, selection.sheet, rows, columns);
   picture.looks = std::move(looks).take();
   picture.rules = std::move(decisions).takeRules();
   picture.decisions = std::move(decisions).takeLists();

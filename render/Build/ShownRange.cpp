@@ -32,7 +32,8 @@ bool isShown(DOM::Cell const& cell, Looks& looks) {
          (cell.style && looks.find(cell.style.get(), nullptr).isVisible());
 }
 
-/// A merged cell that goes to the end of the sheet counts with its first row or column there.
+/// A merged cell or a table that goes to the end of the sheet counts with its first row or column
+/// there.
 TableRange withoutEndless(TableRange range) noexcept {
   range.endRow = range.endRow == Table::rowCount ? range.firstRow + 1 : range.endRow;
   range.endColumn = range.endColumn == Table::columnCount ? range.firstColumn + 1 : range.endColumn;
@@ -127,6 +128,9 @@ TableRange findShownRange(Workbook::Sheet const& sheet, Resolution const& resolu
   }
   for (TableRange const& merged : sheet.layout.mergedRanges) {
     extend(range, withoutEndless(merged));
+  }
+  for (Workbook::StyledTable const& table : sheet.styledTables) {
+    extend(range, withoutEndless(table.range));
   }
   if (range.isEmpty()) {
     return {};

@@ -65,6 +65,8 @@ TEST(SecurityPage, NamesTheLimitsOfTheLoader) {
       {"texts that cells share", withCommas(limits.sharedTexts)},
       {"cell formats, and differential formats", withCommas(limits.formats) + " each"},
       {"defined names", withCommas(limits.definedNames)},
+      {"tables of a sheet with a style; further ones are shown without",
+       withCommas(limits.styledTables)},
       {"cells that formulas without results refer to", withCommas(limits.calculatedPositions)},
       {"rules", withCommas(limits.rules)},
       {"ranges of all rules", withCommas(limits.ruleAreas)}};

@@ -93,6 +93,10 @@ void Palette::setIndexed(std::vector<DOM::Colour> const& colours) {
   std::copy_n(colours.begin(), std::min(colours.size(), _indexed.size()), _indexed.begin());
 }
 
+DOM::Colour Palette::mixTheme(std::size_t index, double tint) const {
+  return applyTint(_theme.at(index), tint);
+}
+
 std::optional<DOM::Colour> Palette::read(pugi::xml_node element, AutomaticColour automatic) {
   auto const colour = readPlain(element, automatic);
   pugi::xml_attribute const tintAttribute = element.attribute("tint");

@@ -40,6 +40,9 @@ public:
     return {_indexed.begin() + firstNamed, _indexed.end()};
   }
 
+  /// A colour of the theme by its index, lightened or darkened by a tint.
+  [[nodiscard]] DOM::Colour mixTheme(std::size_t index, double tint) const;
+
   /// The colour of a colour element (ISO/IEC 29500-1, 18.8.3 and 18.8.19); nothing for a missing
   /// element, and for one without a colour. Counts elements whose attributes are no colour; a tint
   /// that is no number is left out.

@@ -228,6 +228,11 @@ void readBorder(pugi::xml_node border, Palette& palette, DOM::CellProps& props) 
   }
 }
 
+std::optional<DOM::BorderLine> readInnerLine(pugi::xml_node border, char const* name,
+                                             Palette& palette) {
+  return readLine(border.child(name), palette);
+}
+
 void readProtection(pugi::xml_node protection, DOM::CellProps& props) {
   setIfPresent(props.locked, parseBoolean(protection.attribute("locked").value()));
   setIfPresent(props.hidden, parseBoolean(protection.attribute("hidden").value()));

@@ -18,6 +18,11 @@ void readAlignment(pugi::xml_node alignment, DOM::ParaProps& para, DOM::CellProp
 
 void readBorder(pugi::xml_node border, Palette& palette, DOM::CellProps& props);
 
+/// Line of a border element that lies inside of what the border goes round: `vertical` or
+/// `horizontal`; nothing if the element has none.
+[[nodiscard]] std::optional<DOM::BorderLine> readInnerLine(pugi::xml_node border, char const* name,
+                                                           Palette& palette);
+
 void readProtection(pugi::xml_node protection, DOM::CellProps& props);
 
 /// Fill of a cell format, which has the colour of a solid fill in the foreground.

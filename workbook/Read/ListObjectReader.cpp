@@ -31,6 +31,46 @@ Formulas::ListObject readElement(pugi::xml_node table, char const* name, TableRa
   return listObject;
 }
 
+struct TablePlace {
+  std::string const& part;
+  std::size_t sheet;
+};
+
+bool getFlag(pugi::xml_node element, char const* name) {
+  return parseBoolean(element.attribute(name).value()).value_or(false);
+}
+
+/// A table without a style, or without its name, shows its cells as they are.
+void addStyle(LoadState& state, TableStyles& styles, TablePlace const& place, pugi::xml_node table,
+              Formulas::ListObject const& listObject) {
+  pugi::xml_node const info = table.child("tableStyleInfo");
+  std::string const name = unescapeXstring(info.attribute("name").value());
+  if (name.empty()) {
+    return;
+  }
+  Sheet& sheet = state.document.getSheets()[place.sheet];
+  auto style = styles.find(name);
+  if (style == nullptr || sheet.styledTables.size() >= state.limits.styledTables) {
+    state.document.addFinding(
+        {place.part, sheet.name, quote(listObject.name),
+         style == nullptr
+             ? fmt::format("the table's style \"{}\" is not known; it is left out", quote(name))
+             : fmt::format("the sheet has more than {} tables with a style, which is the limit; "
+                           "this one's is left out",
+                           state.limits.styledTables)});
+    return;
+  }
+  state.memory.take(sizeof(StyledTable));
+  sheet.styledTables.push_back({.range = listObject.range,
+                                .style = std::move(style),
+                                .hasHeaderRow = listObject.headerRowCount > 0,
+                                .hasTotalsRow = listObject.totalsRowCount > 0,
+                                .marksFirstColumn = getFlag(info, "showFirstColumn"),
+                                .marksLastColumn = getFlag(info, "showLastColumn"),
+                                .hasRowStripes = getFlag(info, "showRowStripes"),
+                                .hasColumnStripes = getFlag(info, "showColumnStripes")});
+}
+
 /// Throws PartError beyond the limit.
 void countColumns(LoadState& state, std::string const& part, TableRange const& range) {
   state.tableColumnCount += range.endColumn - range.firstColumn;
@@ -44,7 +84,8 @@ void countColumns(LoadState& state, std::string const& part, TableRange const& r
 
 }  // namespace
 
-void readListObject(LoadState& state, std::string const& part, std::size_t sheet) {
+void readListObject(LoadState& state, TableStyles& styles, std::string const& part,
+                    std::size_t sheet) {
   auto const reader = openXml(state.archive, part, PartUse::Whole, state.limits);
   pugi::xml_document document;
   pugi::xml_node const table = readRoot(*reader, document, "table");
@@ -60,6 +101,7 @@ void readListObject(LoadState& state, std::string const& part, std::size_t sheet
   countColumns(state, part, *range);
   state.formatUses.noteAll(table);
   Formulas::ListObject listObject = readElement(table, name, *range);
+  addStyle(state, styles, {part, sheet}, table, listObject);
   listObject.table = FormulaModel::DocTableIndex(sheet);
   state.document.getListObjects().push_back(std::move(listObject));
 }

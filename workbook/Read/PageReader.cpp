@@ -1,10 +1,24 @@
 #include "workbook/Read/PageReader.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "workbook/Read/Values.h"
+#include "workbook/Xml/XmlText.h"
 
 namespace Zorv::Workbook {
+
+namespace {
+
+/// Nothing for a number that no page has.
+std::optional<long> readPageNumber(std::string_view text) {
+  constexpr long most = 32'767;
+  auto const number = parseInteger(text);
+  return number && -most <= *number && *number <= most ? number : std::nullopt;
+}
+
+}  // namespace
 
 void PageReader::readElement() {
   if (_reader.is("pageSetUpPr")) {
@@ -34,6 +48,8 @@ void PageReader::readMargins() {
   readMargin("right", _page.right);
   readMargin("top", _page.top);
   readMargin("bottom", _page.bottom);
+  readMargin("header", _page.headerDistance);
+  readMargin("footer", _page.footerDistance);
 }
 
 void PageReader::readSetup() {
@@ -46,13 +62,18 @@ void PageReader::readSetup() {
   readCount("fitToWidth", 0, mostPages, _page.fitWidth);
   readCount("fitToHeight", 0, mostPages, _page.fitHeight);
   _page.isLandscape = _reader.getAttribute("orientation") == "landscape";
+  if (getFlag("useFirstPageNumber")) {
+    _page.firstPageNumber = readPageNumber(_reader.getAttribute("firstPageNumber").value_or(""));
+  }
   _page.goesAcrossFirst = _reader.getAttribute("pageOrder") == "overThenDown";
 }
 
 void PageReader::readOptions() {
   _page.isCentredAcross = getFlag("horizontalCentered");
   _page.isCentredDown = getFlag("verticalCentered");
-  _page.printsGridLines = getFlag("gridLines");
+  _page.printsGridLines =
+      getFlag("gridLines") &&
+      parseBoolean(_reader.getAttribute("gridLinesSet").value_or("")).value_or(true);
   _page.printsHeadings = getFlag("headings");
 }
 
@@ -64,6 +85,39 @@ void PageReader::readBreak() {
   if (_breaks != nullptr && line && *line > 0 && _breaks->size() < most) {
     _breaks->push_back(static_cast<unsigned long>(*line));
   }
+}
+
+void PageReader::readTexts() {
+  if (getFlag("differentFirst")) {
+    _page.textsOfFirstPage.emplace();
+  }
+  if (getFlag("differentOddEven")) {
+    _page.textsOfEvenPages.emplace();
+  }
+  for (auto event = _reader.next(); event != XmlReader::Event::End; event = _reader.next()) {
+    if (event == XmlReader::Event::Start) {
+      std::string const element(_reader.getName());
+      readText(element, _reader.readElementText());
+    }
+  }
+}
+
+/// Spreadsheet programs write up to 255 characters.
+void PageReader::readText(std::string_view element, std::string text) {
+  constexpr std::size_t longest = 4'096;
+  if (text.size() > longest) {
+    return;
+  }
+  text = unescapeXstring(text);
+  auto const take = [&](std::string_view header, std::string_view footer, PageTexts* texts) {
+    if (texts != nullptr && (element == header || element == footer)) {
+      (element == header ? texts->header : texts->footer) = text;
+    }
+  };
+  auto const addressOf = [](std::optional<PageTexts>& texts) { return texts ? &*texts : nullptr; };
+  take("oddHeader", "oddFooter", &_page.texts);
+  take("evenHeader", "evenFooter", addressOf(_page.textsOfEvenPages));
+  take("firstHeader", "firstFooter", addressOf(_page.textsOfFirstPage));
 }
 
 void PageReader::readMargin(std::string_view attribute, double& margin) const {

@@ -92,7 +92,9 @@ SheetReader::Handler SheetReader::findHandler(XmlReader const& reader) noexcept 
       Entry{XmlNamespace::Spreadsheet, "printOptions", &SheetReader::readPageElement},
       Entry{XmlNamespace::Spreadsheet, "rowBreaks", &SheetReader::readPageElement},
       Entry{XmlNamespace::Spreadsheet, "colBreaks", &SheetReader::readPageElement},
-      Entry{XmlNamespace::Spreadsheet, "brk", &SheetReader::readPageElement}};
+      Entry{XmlNamespace::Spreadsheet, "brk", &SheetReader::readPageElement},
+      Entry{XmlNamespace::Spreadsheet, "headerFooter", &SheetReader::readPageTexts},
+      Entry{XmlNamespace::Spreadsheet, "customSheetViews", &SheetReader::skipViews}};
   auto const* const found = std::find_if(entries.begin(), entries.end(), [&reader](Entry const& e) {
     return reader.is(e.ns, e.name);
   });
@@ -215,12 +217,17 @@ void SheetReader::readHyperlink() {
 
 void SheetReader::readPageElement() { _page.readElement(); }
 
+void SheetReader::readPageTexts() { _page.readTexts(); }
+
+/// Each of these views, which their users saved, has page elements of its own.
+void SheetReader::skipViews() { _reader.skipElement(); }
+
 void SheetReader::readConditionalFormatting() {
   pugi::xml_document document;
   _conditionalFormats.read(readTree(_reader, document.root()));
 }
 
-/// A table gives names only, so that a damaged one does not refuse the workbook.
+/// A table gives names and looks only, so that a damaged one does not refuse the workbook.
 void SheetReader::readTablePart() {
   std::string const id(_reader.getAttribute("id", XmlNamespace::Relationships).value_or(""));
   Relationship const* const relationship = _relationships.find(id);
@@ -235,7 +242,7 @@ void SheetReader::readTablePart() {
     return;
   }
   try {
-    readListObject(_state, relationship->target, _index);
+    readListObject(_state, _styles.getTableStyles(), relationship->target, _index);
   } catch (PartError const& error) {
     _state.document.addFinding(
         {relationship->target, _sheet.name, error.getPlace(),

@@ -43,6 +43,8 @@ private:
   void readMerge();
   void readHyperlink();
   void readPageElement();
+  void readPageTexts();
+  void skipViews();
   void readConditionalFormatting();
   void readTablePart();
   void readFormatUse();

@@ -67,6 +67,7 @@ void StylesReader::read(pugi::xml_node styleSheet, DOM::SharedObjectFactory cons
     std::string name = "differential format " + std::to_string(_differentialStyles.size());
     _differentialStyles.push_back(addDifferentialStyle(dxf, std::move(name)));
   }
+  _tableStyles.read(styleSheet);
 }
 
 StylesReader::Tables StylesReader::readTables(pugi::xml_node styleSheet) {

@@ -11,6 +11,7 @@
 #include "Utils/UUID.h"
 #include "workbook/Read/Colours.h"
 #include "workbook/Read/NumberFormats.h"
+#include "workbook/Read/TableStyles.h"
 
 namespace Zorv::Workbook {
 
@@ -19,8 +20,8 @@ namespace Zorv::Workbook {
 class StylesReader {
 public:
   /// Borrows both; `styles` receives the named styles.
-  StylesReader(Palette& palette, DOM::Styles& styles) noexcept
-      : _palette(palette), _styles(styles) {}
+  StylesReader(Palette& palette, DOM::Styles& styles)
+      : _palette(palette), _styles(styles), _tableStyles(palette) {}
 
   /// Reads the tree of the styles part (ISO/IEC 29500-1, 18.8.39). Reads nothing if it has more
   /// than `formatLimit` fonts, fills, borders, cell formats or differential formats.
@@ -40,6 +41,9 @@ public:
 
   /// The workbook's colours.
   [[nodiscard]] Palette& getPalette() noexcept { return _palette; }
+
+  /// The styles that tables may name.
+  [[nodiscard]] TableStyles& getTableStyles() noexcept { return _tableStyles; }
 
   [[nodiscard]] std::size_t getDifferentialStyleCount() const noexcept {
     return _differentialStyles.size();
@@ -70,6 +74,7 @@ private:
 
   Palette& _palette;
   DOM::Styles& _styles;
+  TableStyles _tableStyles;
   NumberFormats _numberFormats;
   std::vector<DOM::SharedCellStylePtr> _cellStyles;
   std::vector<UUID> _differentialStyles;

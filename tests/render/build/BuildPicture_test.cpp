@@ -1,10 +1,13 @@
 #include "render/BuildPicture.h"
 
+#include <chrono>
 #include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "OfficeUtils/Clock.h"
 #include "render/build/BuiltPicture.h"
 
 namespace Zorv::Render {
@@ -541,6 +544,75 @@ TEST(BuildPicture, PagesAreLaidOutInThePicturesLines) {
   EXPECT_TRUE(page.isCentredAcross);
   EXPECT_FALSE(page.isCentredDown);
   EXPECT_TRUE(page.printsGridLines);
+}
+
+std::string describe(std::vector<PageTextPiece> const& pieces) {
+  std::string text;
+  for (PageTextPiece const& piece : pieces) {
+    switch (piece.kind) {
+      case PageTextPiece::Kind::Text:
+        text += piece.text;
+        break;
+      case PageTextPiece::Kind::PageNumber:
+        text += "{page" + (piece.offset == 0 ? "" : std::to_string(piece.offset)) + "}";
+        break;
+      case PageTextPiece::Kind::PageCount:
+        text += "{pages}";
+        break;
+      case PageTextPiece::Kind::FileName:
+        text += "{file}";
+        break;
+    }
+  }
+  return text;
+}
+
+TEST(BuildPicture, HeadersHaveTheirCodesResolvedAndThoseOfFontsLeftOut) {
+  OfficeUtils::ScopedClock const clock(std::chrono::sys_days(std::chrono::year(2026) / 11 / 21) +
+                                       std::chrono::hours(15));
+  BuiltPicture const picture(WorkbookBuilder().addSheet(
+      "Sales &amp; Co",
+      sheetData("<row r='1'><c r='A1'><v>1</v></c></row>") +
+          "<headerFooter><oddHeader>in the middle&amp;L&amp;\"Arial,Bold\"&amp;14&amp;K01+000"
+          "&amp;A&amp;R&amp;P of &amp;N, &amp;P+3&amp;&amp;</oddHeader>"
+          "<oddFooter>&amp;L&amp;D &amp;T&amp;C&amp;B&amp;F&amp;R&amp;Z&amp;G</oddFooter>"
+          "</headerFooter>"));
+  PageTexts const& texts = picture.sheet().page.texts;
+  EXPECT_EQ(describe(texts.header.left), "Sales & Co");
+  EXPECT_EQ(describe(texts.header.centre), "in the middle");
+  EXPECT_EQ(describe(texts.header.right), "{page} of {pages}, {page3}&");
+  EXPECT_EQ(describe(texts.footer.left), "11/21/2026 15:00");
+  EXPECT_EQ(describe(texts.footer.centre), "{file}");
+  EXPECT_EQ(describe(texts.footer.right), "");
+}
+
+TEST(BuildPicture, TablesOfAStyleAreSeenAlsoWhereTheyHaveNoCells) {
+  BuiltPicture const picture(
+      WorkbookBuilder()
+          .setSheet("<row r='1'><c r='A1' t='inlineStr'><is><t>a</t></is></c></row>"
+                    "<row r='2'><c r='A2'><v>20</v></c></row>",
+                    rule("A1:B9", above(10, 0)) +
+                        "<tableParts><tablePart xmlns:r='http://schemas.openxmlformats.org/"
+                        "officeDocument/2006/relationships' r:id='t'/></tableParts>")
+          .setStyles(styles("", "", "", greenDxf))
+          .setPart("xl/worksheets/_rels/sheet1.xml.rels",
+                   "<Relationships xmlns='http://schemas.openxmlformats.org/package/2006/"
+                   "relationships'><Relationship Id='t' Type='http://schemas.openxmlformats.org/"
+                   "officeDocument/2006/relationships/table' Target='../tables/table1.xml'/>"
+                   "</Relationships>")
+          .setPart("xl/tables/table1.xml",
+                   "<table xmlns='http://schemas.openxmlformats.org/spreadsheetml/2006/main' "
+                   "id='1' displayName='T' ref='A1:B3'><tableStyleInfo "
+                   "name='TableStyleMedium9' showRowStripes='1'/></table>"));
+  Colour const accent{0x4F, 0x81, 0xBD};
+  EXPECT_EQ(picture.sheet().range, (TableRange{0, 0, 3, 2}));
+  EXPECT_EQ(picture.lookAt("A1").fill.colour, accent);
+  EXPECT_TRUE(picture.lookAt("A1").font.bold);
+  EXPECT_EQ(picture.lookAt("B1").fill.colour, accent);
+  EXPECT_EQ(picture.lookAt("A2").fill.colour, green);
+  EXPECT_EQ(picture.lookAt("B2").fill.colour, (Colour{0xB9, 0xCD, 0xE5}));
+  EXPECT_EQ(picture.lookAt("B3").fill.colour, (Colour{0xDC, 0xE6, 0xF2}));
+  EXPECT_EQ(picture.edgesAt("B1").bottom.style, LineStyle::Thick);
 }
 
 TEST(BuildPicture, HasNoMorePositionsThanItsLimitAndTellsWhatIsLeftOut) {

@@ -275,6 +275,29 @@ TEST(PageLayouts, ValuesOfNoPaperAreLeftAsTheyAre) {
   EXPECT_EQ(page.fitHeight, 1U);
 }
 
+TEST(PageLayouts, HeadersAndFootersAreReadForEachKindOfPage) {
+  PageLayout const page =
+      sheetOf(WorkbookBuilder().setSheet(
+                  "",
+                  "<customSheetViews><customSheetView><headerFooter><oddHeader>other</oddHeader>"
+                  "<oddFooter>other</oddFooter></headerFooter></customSheetView>"
+                  "</customSheetViews>"
+                  "<pageMargins left='1' header='0.5' footer='0.25'/>"
+                  "<pageSetup firstPageNumber='7' useFirstPageNumber='1'/>"
+                  "<headerFooter differentFirst='1'><oddHeader>&amp;L&amp;A_x000A_x</oddHeader>"
+                  "<evenHeader>even</evenHeader><firstFooter>first</firstFooter></headerFooter>"))
+          .page;
+  EXPECT_EQ(page.texts.header, "&L&A\nx");
+  EXPECT_EQ(page.texts.footer, "");
+  ASSERT_TRUE(page.textsOfFirstPage);
+  EXPECT_EQ(page.textsOfFirstPage->header, "");
+  EXPECT_EQ(page.textsOfFirstPage->footer, "first");
+  EXPECT_FALSE(page.textsOfEvenPages);
+  EXPECT_EQ(page.headerDistance, 0.5);
+  EXPECT_EQ(page.footerDistance, 0.25);
+  EXPECT_EQ(page.firstPageNumber, 7);
+}
+
 TEST(PageLayouts, HaveNoMoreBreaksThanProgramsAllow) {
   std::string breaks;
   for (int i = 1; i <= 2'000; ++i) {
