@@ -5,14 +5,14 @@
 #include <glib.h>
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "render/Draw/OutputStream.h"
-#include "render/Draw/Pages.h"
-#include "render/Draw/Paper.h"
-#include "render/Draw/SheetPainter.h"
+#include "render/Draw/PageLines.h"
+#include "render/Draw/PagePainter.h"
 
 namespace Zorv::Render::Draw {
 
@@ -27,21 +27,20 @@ std::string toValidText(std::string const& text) {
   return valid.get();
 }
 
-/// An area with the lines at its edges. Those at the outer edges of a sheet lie half outside;
-/// inside it, a page shows the thinnest line of its neighbours.
-Box withOuterLines(Box const& area, SheetGeometry const& geometry) noexcept {
-  double const left = area.left <= 0 ? drawingMargin : gridLineWidth;
-  double const top = area.top <= 0 ? drawingMargin : gridLineWidth;
-  double const right = area.right >= geometry.getWidth() ? drawingMargin : 0;
-  double const bottom = area.bottom >= geometry.getHeight() ? drawingMargin : 0;
-  return {area.left - left, area.top - top, area.right + right, area.bottom + bottom};
-}
+/// A sheet divided into pages, all of which are counted before the first one is drawn.
+struct PlannedSheet {
+  PlannedSheet(SheetPicture const& sheet, std::uint64_t pageLimit)
+      : geometry(sheet, PixelGrid()), list(findPages(geometry, pageLimit)) {}
+
+  SheetGeometry geometry;
+  PageList list;
+};
 
 /// A file with its pages.
 class PdfFile {
 public:
   PdfFile(Picture const& picture, DrawOptions const& options, ByteSink const& sink)
-      : _options(options), _stream(sink) {
+      : _picture(picture), _options(options), _stream(sink) {
     _surface.reset(cairo_pdf_surface_create_for_stream(&OutputStream::write, &_stream, 1, 1));
     checkStatus(cairo_surface_status(_surface.get()));
     cairo_pdf_surface_set_metadata(_surface.get(), CAIRO_PDF_METADATA_TITLE,
@@ -59,17 +58,23 @@ public:
   /// An unfinished file gets no more bytes.
   ~PdfFile() { _stream.close(); }
 
-  void addSheet(SheetPicture const& sheet) {
-    SheetGeometry const geometry(sheet, PixelGrid());
-    PageList const list = findPages(geometry, _options.pageLimit - _pageCount);
-    SheetPainter painter(
-        geometry, _resources,
+  void addSheet(PlannedSheet const& planned, std::uint64_t pageCount) {
+    SheetPicture const& sheet = planned.geometry.getSheet();
+    PagePainter painter(
+        planned.geometry, _resources,
         {.hasGridLines = sheet.page.printsGridLines, .hasLinks = true, .budget = _options.budget});
-    if (!list.pages.empty()) {
+    if (!planned.list.pages.empty()) {
       addBookmark(sheet.name);
     }
-    for (Page const& page : list.pages) {
-      addPage(sheet, list.scale, page, geometry, painter);
+    _number = sheet.page.firstPageNumber.value_or(_number);
+    std::uint64_t place = 0;
+    for (Page const& page : planned.list.pages) {
+      SavedState const saved(_cairo.get());
+      beginPage(sheet.page);
+      paintPageLines(_cairo.get(), _resources.typesetter, sheet,
+                     {_picture.name, place++, _number++, pageCount});
+      painter.paint(_cairo.get(), page, planned.list.scale);
+      endPage();
     }
   }
 
@@ -89,52 +94,20 @@ private:
                                   CAIRO_PDF_OUTLINE_FLAG_OPEN);
   }
 
-  void addPage(SheetPicture const& sheet, double scale, Page const& page,
-               SheetGeometry const& geometry, SheetPainter& painter) {
-    Box const paper = findPaper(sheet.page);
+  void beginPage(PageSetup const& setup) {
+    Box const paper = findPaper(setup);
     cairo_pdf_surface_set_size(_surface.get(), paper.width() * pointsPerPixel,
                                paper.height() * pointsPerPixel);
-    Box const printed = findPrintedPaper(sheet.page);
-    double const width = page.titleColumns.length() + page.columns.length();
-    double const height = page.titleRows.length() + page.rows.length();
-    SavedState const saved(_cairo.get());
     cairo_scale(_cairo.get(), pointsPerPixel, pointsPerPixel);
-    cairo_translate(
-        _cairo.get(),
-        printed.left + (sheet.page.isCentredAcross ? (printed.width() - width * scale) / 2 : 0),
-        printed.top + (sheet.page.isCentredDown ? (printed.height() - height * scale) / 2 : 0));
-    cairo_scale(_cairo.get(), scale, scale);
-    for (Extent const& rows : {page.titleRows, page.rows}) {
-      for (Extent const& columns : {page.titleColumns, page.columns}) {
-        if (rows.length() > 0 && columns.length() > 0) {
-          paintPart(page, rows, columns, geometry, painter);
-        }
-      }
-    }
+  }
+
+  void endPage() {
     cairo_show_page(_cairo.get());
     ++_pageCount;
     _stream.check(cairo_status(_cairo.get()));
   }
 
-  /// Places a part of the sheet beside the titles, or the titles themselves.
-  void paintPart(Page const& page, Extent const& rows, Extent const& columns,
-                 SheetGeometry const& geometry, SheetPainter& painter) {
-    bool const isMirrored = geometry.getSheet().rightToLeft;
-    double const before = columns == page.columns ? page.titleColumns.length() : 0;
-    double const behind = columns == page.columns ? 0 : page.columns.length();
-    double const top = rows == page.rows ? page.titleRows.length() : 0;
-    double const left = isMirrored ? behind : before;
-    Box const area = isMirrored ? Box{geometry.getWidth() - columns.to, rows.from,
-                                      geometry.getWidth() - columns.from, rows.to}
-                                : Box{columns.from, rows.from, columns.to, rows.to};
-    SavedState const saved(_cairo.get());
-    cairo_translate(_cairo.get(), left - area.left, top - area.top);
-    Box const seen = withOuterLines(area, geometry);
-    cairo_rectangle(_cairo.get(), seen.left, seen.top, seen.width(), seen.height());
-    cairo_clip(_cairo.get());
-    painter.paint(_cairo.get(), area);
-  }
-
+  Picture const& _picture;
   DrawOptions const& _options;
   OutputStream _stream;
   SurfacePtr _surface;
@@ -142,14 +115,21 @@ private:
   std::optional<SurfaceFinisher> _finisher;
   CairoPtr _cairo;
   std::uint64_t _pageCount = 0;
+  long _number = 1;  ///< of the next page
 };
 
 }  // namespace
 
 void drawPdf(Picture const& picture, DrawOptions const& options, ByteSink const& sink) {
-  PdfFile file(picture, options, sink);
+  std::deque<PlannedSheet> sheets;
+  std::uint64_t pageCount = 0;
   for (SheetPicture const& sheet : picture.sheets) {
-    file.addSheet(sheet);
+    sheets.emplace_back(sheet, options.pageLimit - pageCount);
+    pageCount += sheets.back().list.pages.size();
+  }
+  PdfFile file(picture, options, sink);
+  for (PlannedSheet const& sheet : sheets) {
+    file.addSheet(sheet, pageCount);
   }
   file.finish();
 }

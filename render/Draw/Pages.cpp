@@ -7,6 +7,7 @@
 #include <span>
 
 #include "Utils/Exceptions.h"
+#include "render/Draw/Headings.h"
 
 namespace Zorv::Render::Draw {
 
@@ -71,9 +72,12 @@ class Division {
 public:
   Division(SheetGeometry const& geometry, double scale) : _setup(geometry.getSheet().page) {
     Box const paper = findPrintedPaper(_setup);
-    _rows = makeAxis(geometry.getRowEdges(), _setup.rowBreaks, paper.height() / scale,
-                     {_setup.titleRowsBegin, _setup.titleRowsEnd});
-    _columns = makeAxis(geometry.getColumnEdges(), _setup.columnBreaks, paper.width() / scale,
+    HeadingSize const headings = findHeadingSize(geometry.getSheet());
+    _rows =
+        makeAxis(geometry.getRowEdges(), _setup.rowBreaks, paper.height() / scale - headings.height,
+                 {_setup.titleRowsBegin, _setup.titleRowsEnd});
+    _columns = makeAxis(geometry.getColumnEdges(), _setup.columnBreaks,
+                        paper.width() / scale - headings.width,
                         {_setup.titleColumnsBegin, _setup.titleColumnsEnd});
   }
 

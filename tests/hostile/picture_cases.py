@@ -1,7 +1,8 @@
 """Workbook files that ask for absurd pictures."""
 
 from package import (
-    cell_rule, conditional, numbers, pack, parts_of, relationships, workbook, workbook_with)
+    cell_rule, conditional, element, numbers, pack, parts_of, relationships, workbook,
+    workbook_with)
 from registry import add, case
 
 EVERYWHERE = "A1:XFD1048576"
@@ -85,10 +86,53 @@ def very_many_merged_cells():
 
 
 @case
+def a_million_merged_cells():
+    merged = "".join(f"<mergeCell ref='A{row}:B{row}'/>" for row in range(1, 1_000_001))
+    return sheet(numbers(3), after=f"<mergeCells>{merged}</mergeCells>")
+
+
+@case
 def merged_cells_over_each_other():
     merged = "".join(f"<mergeCell ref='A{row}:XFD1048576'/>" for row in range(1, 2_001))
     return sheet(numbers(3), after=f"<mergeCells><mergeCell ref='{EVERYWHERE}'/>{merged}"
                  "</mergeCells>")
+
+# Tables.
+
+
+@case
+def tables_of_absurd_styles():
+    names = ["TableStyleMedium2", "Own", "TableStyleMedium99999999999999999999", "x" * 30_000]
+    ranges = [EVERYWHERE, "A1:A1", "XFD1048576", "A2:B1048576"]
+    parts = parts_of(
+        numbers(30), "<tableParts>" + "".join(
+            f"<tablePart r:id='t{number}'/>" for number in range(1_200)) + "</tableParts>",
+        styles="<tableStyles><tableStyle name='Own'>" + "".join(
+            f"<tableStyleElement type='firstRowStripe' size='{size}' dxfId='0'/>"
+            for size in (-1, 0, 99999999999)) + "</tableStyle></tableStyles>")
+    parts["xl/worksheets/_rels/sheet1.xml.rels"] = relationships(
+        [(f"t{number}", "table", f"../tables/t{number}.xml") for number in range(1_200)])
+    for number in range(1_200):
+        parts[f"xl/tables/t{number}.xml"] = element(
+            "table",
+            f"<tableStyleInfo name='{names[number % 4]}' showRowStripes='1' "
+            "showColumnStripes='1' showFirstColumn='1' showLastColumn='1'/>",
+            f"displayName='T{number}' ref='{ranges[number // 4 % 4]}' totalsRowCount='1'")
+    return pack(parts)
+
+# Paper.
+
+
+@case
+def headers_and_footers_of_nothing_but_codes():
+    codes = ["&amp;", "&amp;&amp;&amp;", "&amp;\"", "&amp;K", "&amp;P+99999999999999999999",
+             "&amp;P-", "&amp;L" * 500, "&amp;1" * 500, "_x000A_" * 200, "&#x202E;&amp;A"]
+    texts = "".join(f"<oddHeader>{code}</oddHeader><firstFooter>{code}</firstFooter>"
+                    for code in codes)
+    return sheet(numbers(3), after="<printOptions headings='1' gridLines='1'/>"
+                 "<pageMargins left='0' right='0' top='0' bottom='0' header='1e308' footer='-1'/>"
+                 "<pageSetup useFirstPageNumber='1' firstPageNumber='99999999999999999999'/>"
+                 f"<headerFooter differentFirst='1' differentOddEven='1'>{texts}</headerFooter>")
 
 # Fonts and styles.
 

@@ -1,68 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
 #include "render/draw/DrawnPng.h"
 #include "render/draw/Gallery.h"
+#include "render/draw/Rasterised.h"
 #include "render/draw/SheetBuilder.h"
 
 // PNG, SVG and PDF of one picture, the latter two rasterised by programs that this project has no
 // part in.
 namespace Zorv::Render::Tests {
 namespace {
-
-/// A folder for files, removed at its end.
-class ScratchFolder {
-public:
-  ScratchFolder() : _path(testing::TempDir() + "cndfrmt-drawings-XXXXXX") {
-    if (mkdtemp(_path.data()) == nullptr) {
-      throw std::runtime_error("no temporary folder");
-    }
-  }
-  ScratchFolder(ScratchFolder const&) = delete;
-  ScratchFolder& operator=(ScratchFolder const&) = delete;
-  ~ScratchFolder() { std::filesystem::remove_all(_path); }
-
-  [[nodiscard]] std::string write(std::string const& name, std::string const& bytes) const {
-    std::ofstream(_path + "/" + name, std::ios::binary) << bytes;
-    return _path + "/" + name;
-  }
-  [[nodiscard]] std::string read(std::string const& name) const {
-    std::ifstream file(_path + "/" + name, std::ios::binary);
-    return std::move(std::ostringstream() << file.rdbuf()).str();
-  }
-
-private:
-  std::string _path;
-};
-
-std::string rasteriseSvg(std::string const& svg) {
-  ScratchFolder const folder;
-  std::string const file = folder.write("in.svg", svg);
-  EXPECT_EQ(std::system(("rsvg-convert '" + file + "' -o '" + file + ".png'").c_str()), 0);
-  return folder.read("in.svg.png");
-}
-
-std::string rasterisePdf(std::string const& pdf) {
-  ScratchFolder const folder;
-  std::string const file = folder.write("in.pdf", pdf);
-  EXPECT_EQ(std::system(("pdftoppm -r 96 -png -singlefile '" + file + "' '" + file + "'").c_str()),
-            0);
-  return folder.read("in.pdf.png");
-}
-
-std::string readPdfText(std::string const& pdf, int page) {
-  ScratchFolder const folder;
-  std::string const file = folder.write("in.pdf", pdf);
-  std::string const number = std::to_string(page);
-  EXPECT_EQ(std::system(("pdftotext -f " + number + " -l " + number + " '" + file + "'").c_str()),
-            0);
-  return folder.read("in.txt");
-}
 
 /// The gallery on one page that is as large as the picture.
 Picture makeOnePage() {
@@ -75,33 +22,7 @@ Picture makeOnePage() {
   return picture;
 }
 
-/// Mean of a colour's parts over a block of pixels.
-double meanOf(Pixels const& pixels, int left, int top, int side) {
-  double sum = 0;
-  for (int y = top; y < top + side; ++y) {
-    for (int x = left; x < left + side; ++x) {
-      DOM::Colour const colour = pixels.at(x, y);
-      sum += colour.red + colour.green + colour.blue;
-    }
-  }
-  return sum / (3.0 * side * side);
-}
-
-/// The share of blocks of 8 x 8 pixels whose mean colours are further apart than characters that
-/// are rasterised differently make them.
-double compare(Pixels const& a, Pixels const& b) {
-  constexpr int side = 8;
-  constexpr double tolerance = 12;
-  int differing = 0;
-  int all = 0;
-  for (int y = 0; y + side <= std::min(a.height(), b.height()); y += side) {
-    for (int x = 0; x + side <= std::min(a.width(), b.width()); x += side, ++all) {
-      differing += std::abs(meanOf(a, x, y, side) - meanOf(b, x, y, side)) > tolerance ? 1 : 0;
-    }
-  }
-  return static_cast<double>(differing) / all;
-}
-
+constexpr double agreementTolerance = 12;
 constexpr double mostDiffering = 0.02;
 
 TEST(Agreement, PngAndSvgShowTheSame) {
@@ -111,7 +32,7 @@ TEST(Agreement, PngAndSvgShowTheSame) {
   ASSERT_TRUE(png.isValid() && svg.isValid());
   EXPECT_EQ(png.width(), svg.width());
   EXPECT_EQ(png.height(), svg.height());
-  EXPECT_LT(compare(png, svg), mostDiffering);
+  EXPECT_LT(compare(png, svg, agreementTolerance), mostDiffering);
 }
 
 TEST(Agreement, PngAndPdfShowTheSame) {
@@ -121,7 +42,7 @@ TEST(Agreement, PngAndPdfShowTheSame) {
   ASSERT_TRUE(png.isValid() && pdf.isValid());
   EXPECT_NEAR(png.width(), pdf.width(), 1);
   EXPECT_NEAR(png.height(), pdf.height(), 1);
-  EXPECT_LT(compare(png, pdf), mostDiffering);
+  EXPECT_LT(compare(png, pdf, agreementTolerance), mostDiffering);
 }
 
 TEST(Agreement, ADifferenceIsSeen) {
@@ -131,7 +52,8 @@ TEST(Agreement, ADifferenceIsSeen) {
     cell.icon.reset();
   }
   Pixels const png(drawFile(picture, DrawingFormat::Png));
-  EXPECT_GT(compare(png, Pixels(drawFile(other, DrawingFormat::Png))), mostDiffering);
+  EXPECT_GT(compare(png, Pixels(drawFile(other, DrawingFormat::Png)), agreementTolerance),
+            mostDiffering);
 }
 
 TEST(Agreement, APdfRepeatsTitlesAndItsTextCanBeRead) {
@@ -146,6 +68,31 @@ TEST(Agreement, APdfRepeatsTitlesAndItsTextCanBeRead) {
   EXPECT_THAT(readPdfText(pdf, 1), testing::HasSubstr("row1\n"));
   EXPECT_THAT(readPdfText(pdf, 2), testing::HasSubstr("Heading"));
   EXPECT_THAT(readPdfText(pdf, 3), testing::HasSubstr("row99"));
+}
+
+using Piece = PageTextPiece;
+
+TEST(Agreement, APdfHasHeadersFootersAndHeadings) {
+  SheetBuilder builder(100, 2);
+  builder.text(0, 0, "first");
+  PageSetup& page = builder.sheet().page;
+  page.printsHeadings = true;
+  page.texts.header.left = {{.text = "Sheet of "}, {.kind = Piece::Kind::FileName}};
+  page.texts.footer.right = {{.kind = Piece::Kind::PageNumber, .offset = 10},
+                             {.text = " of "},
+                             {.kind = Piece::Kind::PageCount}};
+  page.textsOfFirstPage.emplace().header.centre = {{.text = "Title"}};
+  Picture picture = builder.build();
+  picture.sheets.push_back(picture.sheets.front());
+  picture.sheets.back().page.firstPageNumber = 40;
+  std::string const pdf = drawFile(picture, DrawingFormat::Pdf);
+  EXPECT_THAT(readPdfText(pdf, 1), testing::HasSubstr("Title"));
+  EXPECT_THAT(readPdfText(pdf, 1), testing::Not(testing::HasSubstr("of")));
+  EXPECT_THAT(readPdfText(pdf, 1), testing::HasSubstr("A\n"));
+  EXPECT_THAT(readPdfText(pdf, 2), testing::HasSubstr("Sheet of picture"));
+  EXPECT_THAT(readPdfText(pdf, 2), testing::HasSubstr("12 of 6"));
+  EXPECT_THAT(readPdfText(pdf, 2), testing::HasSubstr("60"));
+  EXPECT_THAT(readPdfText(pdf, 5), testing::HasSubstr("51 of 6"));
 }
 
 }  // namespace

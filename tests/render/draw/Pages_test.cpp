@@ -73,6 +73,15 @@ TEST(Pages, PagesGoAcrossFirstWhereTheSetupSaysSo) {
               ElementsAre(Extent{0, 200}, Extent{200, 400}, Extent{0, 200}, Extent{200, 400}));
 }
 
+TEST(Pages, HeadingsTakeTheirRoom) {
+  SheetBuilder builder = makePaged(20, 4);
+  builder.sheet().page.printsHeadings = true;  // 24 x 20 pixels
+  PageList const list = findPages(builder);
+  EXPECT_THAT(rowsOf(list), ElementsAre(Extent{0, 80}, Extent{80, 160}, Extent{160, 200},
+                                        Extent{0, 80}, Extent{80, 160}, Extent{160, 200}));
+  EXPECT_EQ(columnsOf(list).front(), (Extent{0, 150}));
+}
+
 TEST(Pages, PagesBeginAtBreaks) {
   SheetBuilder builder = makePaged(12, 4);
   builder.sheet().page.rowBreaks = {9, 4};
