@@ -174,10 +174,10 @@ TableLine placeRow(StyledTable const& table, unsigned long row) noexcept {
   place.isLast = row + 1 == range.endRow;
   place.isHead = table.hasHeaderRow && place.isFirst;
   place.isFoot = table.hasTotalsRow && place.isLast && !place.isHead;
-  placeInBody(place, row,
-              {range.firstRow + (table.hasHeaderRow ? 1 : 0),
-               range.endRow - (table.hasTotalsRow ? 1 : 0)},
-              table.hasRowStripes ? &table.style->rowStripes : nullptr);
+  placeInBody(
+      place, row,
+      {range.firstRow + (table.hasHeaderRow ? 1 : 0), range.endRow - (table.hasTotalsRow ? 1 : 0)},
+      table.hasRowStripes ? &table.style->rowStripes : nullptr);
   return place;
 }
 

@@ -1,6 +1,7 @@
 #include "render/Build/ShownRange.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "DOM/Table.h"
 #include "FormulaModel/FormulaValueAccess.h"
@@ -32,7 +33,15 @@ bool isShown(DOM::Cell const& cell, Looks& looks) {
          (cell.style && looks.find(cell.style.get(), nullptr).isVisible());
 }
 
-/// A merged cell or a table that goes to the end of the sheet counts with its first row or column
+/// The empty cells of a table show its style. A table for more than anybody fills in is seen as far
+/// as something else is.
+bool isModest(TableRange const& table) noexcept {
+  constexpr std::uint64_t mostPositions = 250'000;
+  return std::uint64_t{table.endRow - table.firstRow} * (table.endColumn - table.firstColumn) <=
+         mostPositions;
+}
+
+/// A merged cell that goes to the end of the sheet counts with its first row or column
 /// there.
 TableRange withoutEndless(TableRange range) noexcept {
   range.endRow = range.endRow == Table::rowCount ? range.firstRow + 1 : range.endRow;
@@ -130,7 +139,9 @@ TableRange findShownRange(Workbook::Sheet const& sheet, Resolution const& resolu
     extend(range, withoutEndless(merged));
   }
   for (Workbook::StyledTable const& table : sheet.styledTables) {
-    extend(range, withoutEndless(table.range));
+    if (isModest(table.range)) {
+      extend(range, table.range);
+    }
   }
   if (range.isEmpty()) {
     return {};

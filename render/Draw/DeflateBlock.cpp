@@ -57,7 +57,8 @@ std::vector<LengthRun> findLengthRuns(std::vector<std::uint8_t> const& lengths) 
   std::vector<LengthRun> runs;
   for (std::size_t i = 0; i < lengths.size();) {
     auto const from = lengths.begin() + static_cast<std::ptrdiff_t>(i);
-    auto const end = std::find_if(from, lengths.end(), [](std::uint8_t value) { return value != 0; });
+    auto const end =
+        std::find_if(from, lengths.end(), [](std::uint8_t value) { return value != 0; });
     std::size_t const zeros = std::min(static_cast<std::size_t>(end - from), longestRun);
     if (zeros >= shortestLongRun) {
       runs.push_back({18, static_cast<std::uint8_t>(zeros - shortestLongRun), 7});

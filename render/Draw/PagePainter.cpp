@@ -66,9 +66,10 @@ void PagePainter::moveToPage(cairo_t* cairo, Page const& page, double scale) con
 void PagePainter::paintPart(cairo_t* cairo, Part const& rows, Part const& columns) {
   Extent const& across = columns.extent;
   double const width = _geometry.getWidth();
-  Box const area = _geometry.getSheet().rightToLeft
-                       ? Box{width - across.to, rows.extent.from, width - across.from, rows.extent.to}
-                       : Box{across.from, rows.extent.from, across.to, rows.extent.to};
+  Box const area =
+      _geometry.getSheet().rightToLeft
+          ? Box{width - across.to, rows.extent.from, width - across.from, rows.extent.to}
+          : Box{across.from, rows.extent.from, across.to, rows.extent.to};
   SavedState const saved(cairo);
   cairo_translate(cairo, columns.start - area.left, rows.start - area.top);
   Box const seen = withOuterLines(area, _geometry);

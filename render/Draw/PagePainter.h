@@ -11,8 +11,7 @@ namespace Zorv::Render::Draw {
 /// Ownership: borrows the geometry and the resources, and the budget of the setting.
 class PagePainter {
 public:
-  PagePainter(SheetGeometry const& geometry, PaintResources& resources,
-              PaintSetting const& setting)
+  PagePainter(SheetGeometry const& geometry, PaintResources& resources, PaintSetting const& setting)
       : _geometry(geometry),
         _cells(geometry, resources, setting),
         _headings(geometry, resources.typesetter) {}

@@ -158,8 +158,8 @@ void RowCompressor::addChanges(std::span<std::uint32_t const> pixels, std::size_
     target += pixelSize;
   }
   _end += (to - from) * pixelSize;
-  _checksum = static_cast<std::uint32_t>(
-      adler32_z(_checksum, _window.data() + begin, _end - begin));
+  _checksum =
+      static_cast<std::uint32_t>(adler32_z(_checksum, _window.data() + begin, _end - begin));
   compress(begin, _end);
 }
 

@@ -11,16 +11,16 @@ namespace Zorv::Render::Draw {
 
 /// Compressor of the rows of a PNG into a zlib stream (RFC 1950).
 ///
-/// Rows of sheets are hardly ever new: most pixels are those of the row above, and the others repeat
-/// characters that were drawn before. It steps over the former several at a time and looks for the
-/// latter pixel by pixel, which takes about a fifth of the time of a compressor for any bytes, at
-/// the same size.
+/// Rows of sheets are hardly ever new: most pixels are those of the row above, and the others
+/// repeat characters that were drawn before. It steps over the former several at a time and looks
+/// for the latter pixel by pixel, which takes about a fifth of the time of a compressor for any
+/// bytes, at the same size.
 class RowCompressor {
 public:
   explicit RowCompressor(std::size_t width);
 
-  /// Adds a row as its differences to the one above: pixels of 32 bits, blue in the lowest byte; the
-  /// highest byte does not count.
+  /// Adds a row as its differences to the one above: pixels of 32 bits, blue in the lowest byte;
+  /// the highest byte does not count.
   void addRow(std::span<std::uint32_t const> pixels);
   /// Ends the stream. Call it once.
   void finish();

@@ -115,8 +115,7 @@ public:
     add(TablePart::WholeTable, withFrame(thin, withGrid(thin, withText(ink(), false))));
     addStripes(withFill(pale()));
     addBoldEdges(ink());
-    add(TablePart::HeaderRow,
-        withBottom(line(LineStyle::Medium, main()), withText(ink(), true)));
+    add(TablePart::HeaderRow, withBottom(line(LineStyle::Medium, main()), withText(ink(), true)));
     addDoubleTotal(main());
     return std::move(_style);
   }
@@ -134,8 +133,8 @@ public:
   TableStyle makeMedium8() {
     TablePartFormat const strong = withFill(main(), withText(paper(), true));
     BorderLine const thick = line(LineStyle::Thick, paper());
-    add(TablePart::WholeTable, withFill(pale(), withGrid(line(LineStyle::Thin, paper()),
-                                                         withText(ink(), false))));
+    add(TablePart::WholeTable,
+        withFill(pale(), withGrid(line(LineStyle::Thin, paper()), withText(ink(), false))));
     addStripes(withFill(middle()));
     add(TablePart::LastColumn, strong);
     add(TablePart::FirstColumn, strong);
@@ -186,9 +185,8 @@ public:
     add(TablePart::LastColumn, last);
     add(TablePart::FirstColumn, first);
     add(TablePart::HeaderRow, withBottom(medium, withFill(ink(), withText(paper(), true))));
-    add(TablePart::TotalRow,
-        withTop(medium, withFill(theme(_main, _isGrey ? lighter15 : darker50),
-                                 withText(paper(), true))));
+    add(TablePart::TotalRow, withTop(medium, withFill(theme(_main, _isGrey ? lighter15 : darker50),
+                                                      withText(paper(), true))));
     return std::move(_style);
   }
 

@@ -19,11 +19,11 @@ namespace Zorv::Workbook {
 namespace {
 
 /// In the order of TablePart.
-constexpr std::array partNames{
-    "wholeTable",      "firstColumnStripe", "secondColumnStripe", "firstRowStripe",
-    "secondRowStripe", "lastColumn",        "firstColumn",        "headerRow",
-    "totalRow",        "firstHeaderCell",   "lastHeaderCell",     "firstTotalCell",
-    "lastTotalCell"};
+constexpr std::array partNames{"wholeTable",      "firstColumnStripe", "secondColumnStripe",
+                               "firstRowStripe",  "secondRowStripe",   "lastColumn",
+                               "firstColumn",     "headerRow",         "totalRow",
+                               "firstHeaderCell", "lastHeaderCell",    "firstTotalCell",
+                               "lastTotalCell"};
 
 /// Nothing for the parts of pivot tables.
 std::optional<TablePart> findPart(std::string_view name) {

@@ -106,7 +106,8 @@ TEST(RowCompressor, RepeatedCharactersAreNotWrittenAgain) {
   PixelRow const blank(1'000, 0xFFFFFF);
   std::vector<PixelRow> rows;
   for (int line = 0; line < 50; ++line) {
-    std::ranges::generate(glyph, [&] { return static_cast<std::uint32_t>(random() % colourCount); });
+    std::ranges::generate(glyph,
+                          [&] { return static_cast<std::uint32_t>(random() % colourCount); });
     PixelRow row = blank;
     for (std::size_t at = 0; at + 20 <= row.size(); at += 20) {
       std::ranges::copy(glyph, row.begin() + static_cast<std::ptrdiff_t>(at));

@@ -44,9 +44,9 @@ WorkbookBuilder makeTable(std::string const& table, std::string const& info,
 
 DOM::CellStyle styleAt(Document const& document, char const* address) {
   auto const place = DOM::A1Notation::parseCell(address).value();
-  return findOwnStyle(document, 0,
-                      document.getSheets()[0].table->getCellInfo(place.getRow().get(),
-                                                                 place.getColumn().get()));
+  return findOwnStyle(
+      document, 0,
+      document.getSheets()[0].table->getCellInfo(place.getRow().get(), place.getColumn().get()));
 }
 
 DOM::CellProps cellAt(Document const& document, char const* address) {
@@ -92,11 +92,10 @@ TEST(TableStyles, LinesLieAroundAPartAndBetweenItsRows) {
 }
 
 TEST(TableStyles, ColumnsAndTotalsAreMarkedWhereTheTableSaysSo) {
-  auto const document =
-      makeTable("ref='A1:C4' totalsRowCount='1'",
-                "name='tablestylelight9' showFirstColumn='1' showLastColumn='1' "
-                "showColumnStripes='1'")
-          .load();
+  auto const document = makeTable("ref='A1:C4' totalsRowCount='1'",
+                                  "name='tablestylelight9' showFirstColumn='1' showLastColumn='1' "
+                                  "showColumnStripes='1'")
+                            .load();
   EXPECT_EQ(runAt(document, "A2").bold, true);
   EXPECT_EQ(runAt(document, "B2").bold, std::nullopt);
   EXPECT_EQ(runAt(document, "C2").bold, true);
@@ -172,9 +171,8 @@ constexpr char const* ownStyles =
     "<tableStyleElement type='pageFieldLabels' dxfId='0'/></tableStyle></tableStyles>";
 
 TEST(TableStyles, AStyleOfTheWorkbookHasItsPartsAndSizesOfStripes) {
-  auto const document = makeTable("ref='A1:B6'", "name='mine' showRowStripes='1'")
-                            .setStyles(ownStyles)
-                            .load();
+  auto const document =
+      makeTable("ref='A1:B6'", "name='mine' showRowStripes='1'").setStyles(ownStyles).load();
   Colour const green{0, 0xFF, 0};
   EXPECT_EQ(runAt(document, "A1").bold, true);
   EXPECT_EQ(cellAt(document, "A1").borderBottom, (DOM::BorderLine{LineStyle::Thick, {}}));
