@@ -34,9 +34,9 @@ struct PictureParts {
   DOM::CellStyle const* usual = nullptr;  ///< of cells without a style; may be null
 };
 
-/// The positions of a picture, row by row from the top. Every position of a table with a style is
-/// among them, as it may show something without a cell. A merged cell stands at its first position
-/// that is seen, and hides the others. Borrows the parts.
+/// The positions of a picture, row by row from the top. The positions of tables with a style
+/// are among them, as they may show something without a cell. A merged cell stands at its first
+/// position that is seen, and hides the others. Borrows the parts.
 class CellRows {
 public:
   /// `fillsRows`: every position is listed, since rows or columns have lines of their own.

@@ -1,11 +1,11 @@
 #include "render/Build/ShownRange.h"
 
 #include <algorithm>
-#include <cstdint>
 
 #include "DOM/Table.h"
 #include "FormulaModel/FormulaValueAccess.h"
 #include "render/Build/ShownLines.h"
+#include "render/Build/TableStyles.h"
 
 namespace Zorv::Render {
 
@@ -31,14 +31,6 @@ void extend(TableRange& range, unsigned long row, unsigned long column) noexcept
 bool isShown(DOM::Cell const& cell, Looks& looks) {
   return !FormulaModel::isFormulaEmpty(cell.value) ||
          (cell.style && looks.find(cell.style.get(), nullptr).isVisible());
-}
-
-/// The empty cells of a table show its style. A table for more than anybody fills in is seen as far
-/// as something else is.
-bool isModest(TableRange const& table) noexcept {
-  constexpr std::uint64_t mostPositions = 250'000;
-  return std::uint64_t{table.endRow - table.firstRow} * (table.endColumn - table.firstColumn) <=
-         mostPositions;
 }
 
 /// A merged cell that goes to the end of the sheet counts with its first row or column
@@ -139,7 +131,7 @@ TableRange findShownRange(Workbook::Sheet const& sheet, Resolution const& resolu
     extend(range, withoutEndless(merged));
   }
   for (Workbook::StyledTable const& table : sheet.styledTables) {
-    if (isModest(table.range)) {
+    if (TableStyles::coversEmptyCells(table)) {
       extend(range, table.range);
     }
   }

@@ -42,6 +42,13 @@ TableStyles::TableStyles(std::span<Workbook::StyledTable const> tables, ShownLin
       _usual(usual != nullptr ? *usual : DOM::CellStyle()),
       _areas(placeTables(tables, rows, columns), columns.size()) {}
 
+bool TableStyles::coversEmptyCells(Workbook::StyledTable const& table) noexcept {
+  constexpr std::uint64_t mostPositions = 250'000;
+  TableRange const& range = table.range;
+  return std::uint64_t{range.endRow - range.firstRow} * (range.endColumn - range.firstColumn) <=
+         mostPositions;
+}
+
 void TableStyles::advance(std::uint32_t row) {
   _row = row;
   for (PictureArea const& area : _areas.advance(row)) {

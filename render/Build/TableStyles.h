@@ -26,14 +26,18 @@ public:
   TableStyles(std::span<Workbook::StyledTable const> tables, ShownLines const& rows,
               ShownLines const& columns, DOM::CellStyle const* usual);
 
+  /// Are positions without a cell seen, too? Not in a table for more than anybody fills in.
+  [[nodiscard]] static bool coversEmptyCells(Workbook::StyledTable const& table) noexcept;
+
   /// Goes on to a row, which must be the next one.
   void advance(std::uint32_t row);
 
   /// Does a table have a position of the current row, perhaps?
   [[nodiscard]] bool isInTables() const noexcept { return _row < _end; }
-  /// Does a table have this position of the current row?
+  /// Is this position of the current row seen in a table, even without a cell?
   [[nodiscard]] bool covers(std::uint32_t column) const noexcept {
-    return _areas.find(column) != nullptr;
+    PictureArea const* const area = _areas.find(column);
+    return area != nullptr && coversEmptyCells(_tables[area->index]);
   }
   /// The style of a position of the current row: the table's, and `own` over it, which may be null.
   /// Lasts as long as this object, or as `own` where there is no table.
