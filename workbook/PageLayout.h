@@ -10,8 +10,8 @@ namespace Zorv::Workbook {
 /// Lines above and below the cells of a page, as the file has them: with codes such as `&P`, the
 /// number of the page (ISO/IEC 29500-1, 18.3.1.46).
 struct PageTexts {
-  std::string header;
-  std::string footer;
+  std::string header;  ///< above the cells
+  std::string footer;  ///< below the cells
 };
 
 /// How a sheet is laid out on paper: page setup, margins, print options and breaks

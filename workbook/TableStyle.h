@@ -31,7 +31,7 @@ enum class TablePart : std::uint8_t {
 
 /// Format of a part of a table.
 struct TablePartFormat {
-  DOM::RunProps run;
+  DOM::RunProps run;    ///< of the characters
   DOM::CellProps cell;  ///< its border lines lie around the part, not around each cell
   /// The lines between the columns of the part.
   std::optional<DOM::BorderLine> vertical = std::nullopt;
@@ -56,12 +56,12 @@ struct TableStyle {
 struct StyledTable {
   TableRange range;                         ///< header row and totals row included; not empty
   std::shared_ptr<TableStyle const> style;  ///< never null
-  bool hasHeaderRow = true;
-  bool hasTotalsRow = false;
-  bool marksFirstColumn = false;
-  bool marksLastColumn = false;
-  bool hasRowStripes = false;
-  bool hasColumnStripes = false;
+  bool hasHeaderRow = true;                 ///< the first row is the header
+  bool hasTotalsRow = false;                ///< the last row has totals
+  bool marksFirstColumn = false;            ///< the first column has a look of its own
+  bool marksLastColumn = false;             ///< the last column has a look of its own
+  bool hasRowStripes = false;               ///< rows look different by turns
+  bool hasColumnStripes = false;            ///< columns look different by turns
 };
 
 }  // namespace Zorv::Workbook

@@ -54,7 +54,9 @@ struct LinePainter {
     if (text.empty() || !(findPixelSize(font) > 0)) {
       return;
     }
-    Paragraph const paragraph(typesetter, text, font, {}, {.alignment = alignment});
+    ParagraphSetting setting;
+    setting.alignment = alignment;
+    Paragraph const paragraph(typesetter, text, font, {}, setting);
     double const rest = band.width() - paragraph.getWidth();
     double left = band.left;
     if (alignment != PANGO_ALIGN_LEFT) {

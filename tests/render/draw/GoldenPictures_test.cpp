@@ -96,14 +96,14 @@ TEST_P(GoldenPictures, LookAsTheyDid) {
 }
 
 TEST_P(GoldenPictures, AreTheSameOnPaper) {
-  constexpr double agreementTolerance = 16;
-  constexpr double mostDiffering = 0.02;
+  constexpr double paperTolerance = 16;
+  constexpr double mostUnlike = 0.02;
   Picture const page = onOnePage();
   Pixels const png(drawFile(page, DrawingFormat::Png));
   Pixels const pdf(rasterisePdf(drawFile(page, DrawingFormat::Pdf)));
   ASSERT_TRUE(png.isValid() && pdf.isValid());
   EXPECT_NEAR(png.width(), pdf.width(), 1);
-  EXPECT_LT(compare(png, pdf, agreementTolerance), mostDiffering);
+  EXPECT_LT(compare(png, pdf, paperTolerance), mostUnlike);
 }
 
 constexpr char const* demo = "examples/demo.xlsx";
