@@ -45,8 +45,8 @@ inline constexpr ValueBits noValueBits = ~ValueBits{0};
   constexpr ValueBits infinityBits = 0x7FF0'0000'0000'0000;
   constexpr ValueBits withoutSign = ~(ValueBits{1} << 63U);
   // Without a branch: see where numbers are summed.
-  return static_cast<unsigned>((bits & withoutSign) <= infinityBits) |
-         static_cast<unsigned>(bits == nanBits);
+  return (static_cast<unsigned>((bits & withoutSign) <= infinityBits) |
+          static_cast<unsigned>(bits == nanBits)) != 0;
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <iterator>
 #include <limits>
+#include <memory>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -17,6 +19,7 @@
 #include "ConditionalFormatters/Operands/CndFrmt_Threshold.h"
 #include "ConditionalFormatters/TextsOfOneHash.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CollectOperands.h"
+#include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
 #include "support/Values.h"
 
@@ -202,6 +205,43 @@ TEST_F(FollowedOperandsTest, TextsThatCrowdAreNotFollowed) {
   followed.prepareUntil(inFuture());
   EXPECT_TRUE(followed.isHopeless());
   EXPECT_FALSE(followed.isComplete());
+}
+
+/// Throws for the cells from row 10 on while it is told to.
+class EarlyEndProvider final : public ForwardingValueContextProvider {
+public:
+  EarlyEndProvider(DOM::Table const& table, bool const& fails)
+      : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)),
+        _fails(fails) {}
+
+  [[nodiscard]] FormulaValue getCellValue(DOM::CellInfo const& cellInfo) const override {
+    if (_fails && cellInfo.getRowIndex() >= 10) {
+      throw std::runtime_error("no value");
+    }
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
+  }
+
+private:
+  bool const& _fails;
+};
+
+TEST(FollowedOperandsSteps, AnEditRemovesANumberThatIsReadAndNotYetRanked) {
+  DOM::Table table;
+  for (unsigned long const row : {0UL, 1UL, 2UL, 10UL}) {
+    table.setValue(row, 0, number(static_cast<double>(row)));
+  }
+  bool fails = true;
+  EarlyEndProvider const provider(table, fails);
+  std::vector<TableRange> const ranges{{0, 0, 3, 1}, {10, 0, 11, 1}};
+  FollowedOperands followed(provider, table, ranges, everyNeed);
+  EXPECT_THROW(followed.prepareUntil(inFuture()), std::runtime_error);
+  table.setValue(2, 0, number(-7));
+  std::vector<TableRange> const areas{{2, 0, 3, 1}};
+  static_cast<void>(followed.valuesChanged(areas));
+  fails = false;
+  followed.prepareUntil(inFuture());
+  EXPECT_EQ(followed.getThreshold({Rank::Top, 100, false}).rank, 4U);
+  EXPECT_EQ(followed.getThreshold({Rank::Top, 2, false}).threshold->get(), 1);
 }
 
 /// So many cells that they are read in several steps, with edits in between.
