@@ -159,6 +159,16 @@ void addTwelve(BenchTable& table) {
       AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::EqualOrBelow));
 }
 
+void addSevenFormulas(BenchTable& table) {
+  addFormulaOfColumn(table);
+  addCountIf(table);
+  for (char const* const formula :
+       {"A1=MAX($A:$A)", "A1>=LARGE($A:$A,10)", "A1<=PERCENTILE($A:$A,0.1)", "A1<SMALL($A:$A,5)",
+        "A1>MEDIAN($A:$A)"}) {
+    table.addFormat(unary(UnaryConditionalFormatType::FormulaIsTrue, formula));
+  }
+}
+
 std::vector<Scenario> const& getScenarios() {
   static std::vector<Scenario> const scenarios = {
       {"greater", addGreater},

@@ -65,6 +65,10 @@ struct Scenario {
 /// Twelve formats of all kinds over the whole column, of which seven take operands from it.
 void addTwelve(BenchTable& table);
 
+/// Seven formats whose formulas ask something of the whole column: a mean, counts of equal values,
+/// the largest number, ranks.
+void addSevenFormulas(BenchTable& table);
+
 /// One row for each kind of condition that is measured, then the ones of several formats.
 [[nodiscard]] std::vector<Scenario> const& getScenarios();
 

@@ -2,6 +2,7 @@
 // changes and by a new one for each edit. Twelve rules of all kinds over one column, 2,000 cells in
 // sight.
 
+#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <random>
@@ -32,8 +33,9 @@ constexpr unsigned long viewedCells = 2'000;
 /// How edits come.
 struct EditKind {
   char const* name;
-  std::size_t cellCount;  ///< of one edit, one below the other
-  double unit;            ///< numbers are multiples of it
+  std::size_t cellCount;      ///< of one edit, one below the other
+  double unit;                ///< numbers are multiples of it
+  bool withFormulas = false;  ///< beside the twelve rules, seven with formulas of the column
 };
 
 /// A column under twelve rules, and random edits of it.
@@ -46,6 +48,9 @@ public:
       }
     }
     addTwelve(_table);
+    if (kind.withFormulas) {
+      addSevenFormulas(_table);
+    }
     _table.makeCalculator();
   }
 
@@ -79,6 +84,19 @@ private:
   std::mt19937 _random{1};
 };
 
+/// Prepares what follows edits in slices of ten milliseconds. Gives the longest in milliseconds.
+double prepareInSlices(LiveResolver& resolver) {
+  using Clock = std::chrono::steady_clock;
+  double longest = 0;
+  for (bool hasMore = true; hasMore;) {
+    auto const start = Clock::now();
+    hasMore = resolver.prepareSome(std::chrono::milliseconds(10));
+    std::chrono::duration<double, std::milli> const slice = Clock::now() - start;
+    longest = std::max(longest, slice.count());
+  }
+  return longest;
+}
+
 /// An edit, and the cells in sight that look different, by a resolver that follows changes.
 void measureFollowedEdit(benchmark::State& state, EditKind const& kind) {
   EditedColumn column(static_cast<std::size_t>(state.range(0)), kind);
@@ -89,8 +107,7 @@ void measureFollowedEdit(benchmark::State& state, EditKind const& kind) {
   std::size_t visited = 0;
   auto const paint = [&](ResolvedCell const& /*cell*/) { ++visited; };
   view.refresh(paint);
-  while (resolver.prepareSome(std::chrono::milliseconds(10))) {
-  }
+  state.counters["longestSlice"] = prepareInSlices(resolver);
   for (auto _ : state) {
     TableRange const area = column.edit();
     benchmark::DoNotOptimize(
@@ -125,8 +142,7 @@ void measureScroll(benchmark::State& state, unsigned long rows) {
   TableRange inSight{0, 0, viewedCells, 1};
   view.show(inSight);
   view.refresh(paint);
-  while (resolver.prepareSome(std::chrono::milliseconds(10))) {
-  }
+  static_cast<void>(prepareInSlices(resolver));
   for (auto _ : state) {
     unsigned long const step = inSight.endRow + rows <= table.getCellCount() ? rows : 0;
     inSight.firstRow = step == 0 ? 0 : inSight.firstRow + step;
@@ -135,6 +151,23 @@ void measureScroll(benchmark::State& state, unsigned long rows) {
     view.refresh(paint);
   }
   benchmark::DoNotOptimize(visited);
+}
+
+/// The same by a new resolver each time, which visits all cells in sight.
+void measureScrollAnew(benchmark::State& state, unsigned long rows) {
+  EditedColumn column(static_cast<std::size_t>(state.range(0)), {"", 1, 1});
+  BenchTable const& table = column.getTable();
+  std::size_t holding = 0;
+  TableRange inSight{0, 0, viewedCells, 1};
+  for (auto _ : state) {
+    unsigned long const step = inSight.endRow + rows <= table.getCellCount() ? rows : 0;
+    inSight.firstRow = step == 0 ? 0 : inSight.firstRow + step;
+    inSight.endRow = inSight.firstRow + viewedCells;
+    auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
+    resolver.visit({.range = inSight},
+                   [&](ResolvedCell const& cell) { holding += cell.formats.size(); });
+  }
+  benchmark::DoNotOptimize(holding);
 }
 
 /// The resolver is told that a row was inserted, without the table's own work and without a
@@ -167,7 +200,11 @@ void measureTableRows(benchmark::State& state, void (*edit)(DOM::Table&, unsigne
 }  // namespace
 
 void registerLive() {
-  static EditKind const kinds[] = {{"edit", 1, 1}, {"editCents", 1, 0.01}, {"paste", 1'000, 1}};
+  static EditKind const kinds[] = {{"edit", 1, 1},
+                                   {"editCents", 1, 0.01},
+                                   {"editFormulas", 1, 1, true},
+                                   {"editFormulasCents", 1, 0.01, true},
+                                   {"paste", 1'000, 1}};
   auto const withSizes = [](benchmark::internal::Benchmark* measured) {
     measured->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
   };
@@ -186,6 +223,10 @@ void registerLive() {
        {std::pair("live/scroll3", 3UL), {"live/scrollPage", viewedCells}}) {
     benchmark::RegisterBenchmark(name, [rows = rows](benchmark::State& state) {
       measureScroll(state, rows);
+    })->Apply(withSizes);
+    std::string const anew = std::string(name) + "Anew";
+    benchmark::RegisterBenchmark(anew.c_str(), [rows = rows](benchmark::State& state) {
+      measureScrollAnew(state, rows);
     })->Apply(withSizes);
   }
   benchmark::RegisterBenchmark("live/toldRow", measureToldRow)->Apply(withSizes);

@@ -37,12 +37,14 @@ target_sources(
                host/Formulas/CalcShiftedExpr.h
                host/Formulas/Context.h
                host/Formulas/ContextProvider.h
+               host/Formulas/CriterionText.h
                host/Formulas/EvaluationLimitError.h
                host/Formulas/EvaluationSession.h
                host/Formulas/FindDependencies.h
                host/Formulas/FindReferences.h
                host/Formulas/FindUnresolved.h
                host/Formulas/FoldExpr.h
+               host/Formulas/FollowedAreas.h
                host/Formulas/FormulaParseError.h
                host/Formulas/FunctionNames.h
                host/Formulas/ListObject.h

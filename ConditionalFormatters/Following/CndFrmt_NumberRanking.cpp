@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 #include <boost/sort/pdqsort/pdqsort.hpp>
@@ -57,6 +58,7 @@ void NumberRanking::insert(FloatNumber number) {
     index = blockOf(key);
   }
   Block& block = _blocks[index];
+  ++block.total;
   auto const place = std::ranges::lower_bound(block.keys, key);
   auto const offset = place - block.keys.begin();
   if (place != block.keys.end() && *place == key) {
@@ -77,6 +79,7 @@ void NumberRanking::erase(FloatNumber number) {
   OrderedKey const key = orderedKeyOf(number.get());
   std::size_t const index = blockOf(key);
   Block& block = _blocks[index];
+  --block.total;
   auto const place = std::ranges::lower_bound(block.keys, key);
   auto const count = block.counts.begin() + (place - block.keys.begin());
   if (--*count > 0) {
@@ -105,9 +108,45 @@ FloatNumber NumberRanking::at(std::size_t rank, RankingOrder order) const noexce
   return FloatNumber(numberOfKey(_blocks[block].keys[left]));
 }
 
+void NumberRanking::indexCounts() {
+  _ends.clear();
+  std::size_t end = 0;
+  for (Block const& block : _blocks) {
+    end += block.total;
+    _ends.push_back(end);
+  }
+}
+
+FloatNumber NumberRanking::atIndex(std::size_t index) const noexcept {
+  auto const end = std::ranges::upper_bound(_ends, index);
+  Block const& block = _blocks[static_cast<std::size_t>(end - _ends.begin())];
+  std::size_t left = index - (*end - block.total);
+  std::size_t key = 0;
+  for (; left >= block.counts[key]; ++key) {
+    left -= block.counts[key];
+  }
+  return FloatNumber(numberOfKey(block.keys[key]));
+}
+
+NumberRanking::Counts NumberRanking::countAround(FloatNumber number) const noexcept {
+  if (_blocks.empty()) {
+    return {};
+  }
+  OrderedKey const key = orderedKeyOf(number.get());
+  std::size_t const index = blockOf(key);
+  Block const& block = _blocks[index];
+  auto const place = std::ranges::lower_bound(block.keys, key);
+  auto const count = block.counts.begin() + (place - block.keys.begin());
+  std::size_t const below =
+      std::accumulate(block.counts.begin(), count, _ends[index] - block.total);
+  std::size_t const equal = place != block.keys.end() && *place == key ? *count : 0;
+  return {below, equal, countAll() - below - equal};
+}
+
 std::size_t NumberRanking::countBytes() const noexcept {
-  std::size_t bytes =
-      _blocks.capacity() * sizeof(Block) + _firstKeys.capacity() * sizeof(OrderedKey);
+  std::size_t bytes = _blocks.capacity() * sizeof(Block) +
+                      _firstKeys.capacity() * sizeof(OrderedKey) +
+                      _ends.capacity() * sizeof(std::size_t);
   for (Block const& block : _blocks) {
     bytes += block.keys.capacity() * sizeof(OrderedKey) +
              block.counts.capacity() * sizeof(std::uint32_t);
@@ -118,6 +157,7 @@ std::size_t NumberRanking::countBytes() const noexcept {
 void NumberRanking::append(std::vector<Block>& blocks, OrderedKey key, std::uint32_t count) {
   if (!blocks.empty() && blocks.back().keys.back() == key) {
     blocks.back().counts.back() += count;
+    blocks.back().total += count;
     return;
   }
   if (blocks.empty() || blocks.back().keys.size() == mostInBlock) {
@@ -127,6 +167,7 @@ void NumberRanking::append(std::vector<Block>& blocks, OrderedKey key, std::uint
   }
   blocks.back().keys.push_back(key);
   blocks.back().counts.push_back(count);
+  blocks.back().total += count;
 }
 
 std::size_t NumberRanking::blockOf(OrderedKey key) const noexcept {
@@ -142,6 +183,8 @@ void NumberRanking::splitBlock(std::size_t block) {
   upper.counts.assign(lower.counts.begin() + half, lower.counts.end());
   lower.keys.erase(lower.keys.begin() + half, lower.keys.end());
   lower.counts.erase(lower.counts.begin() + half, lower.counts.end());
+  upper.total = std::accumulate(upper.counts.begin(), upper.counts.end(), std::size_t{0});
+  lower.total -= upper.total;
   auto const next = static_cast<std::ptrdiff_t>(block + 1);
   _firstKeys.insert(_firstKeys.begin() + next, upper.keys.front());
   _blocks.insert(_blocks.begin() + next, std::move(upper));

@@ -30,6 +30,22 @@ public:
   /// The number at a rank, counted from 1. Requires `0 < rank <= count()`.
   [[nodiscard]] FloatNumber at(std::size_t rank, RankingOrder order) const noexcept;
 
+  /// How many numbers of a collection lie below a number, are equal to it, and lie above it.
+  struct Counts {
+    std::size_t below;
+    std::size_t equal;
+    std::size_t above;
+  };
+
+  /// Makes what follows good until the next edit. Linear in the blocks.
+  void indexCounts();
+  /// How many numbers there are, with equal ones and without NaN.
+  [[nodiscard]] std::size_t countAll() const noexcept { return _ends.empty() ? 0 : _ends.back(); }
+  /// The number at an index of all numbers in ascending order. Requires `index < countAll()`.
+  [[nodiscard]] FloatNumber atIndex(std::size_t index) const noexcept;
+  /// Requires a number that is not NaN.
+  [[nodiscard]] Counts countAround(FloatNumber number) const noexcept;
+
   /// About how many bytes it takes.
   [[nodiscard]] std::size_t countBytes() const noexcept;
 
@@ -39,6 +55,7 @@ private:
   struct Block {
     std::vector<OrderedKey> keys;  ///< ascending
     std::vector<std::uint32_t> counts;
+    std::size_t total = 0;  ///< of the counts
   };
 
   /// Appends a number that is above all others of a list of blocks.
@@ -51,6 +68,7 @@ private:
 
   std::vector<Block> _blocks;  ///< none is empty
   std::vector<OrderedKey> _firstKeys;
+  std::vector<std::size_t> _ends;  ///< how many numbers there are up to the end of each block
   std::size_t _distinct = 0;
   std::size_t _nanCount = 0;
 };

@@ -42,6 +42,21 @@ void TextPool::release(Index index) noexcept {
   _free.push_back(index);
 }
 
+std::uint32_t TextPool::countUses(std::string_view text) const noexcept {
+  if (_slots.empty()) {
+    return 0;
+  }
+  std::size_t const hash = std::hash<std::string_view>()(text);
+  std::size_t const mask = _slots.size() - 1;
+  for (std::size_t slot = hash & mask; _slots[slot] != 0; slot = (slot + 1) & mask) {
+    Text const& found = _texts[_slots[slot] - 1];
+    if (found.hash == hash && found.text == text) {
+      return found.useCount;
+    }
+  }
+  return 0;
+}
+
 std::size_t TextPool::countBytes() const noexcept {
   return _texts.capacity() * sizeof(Text) + (_free.capacity() + _slots.capacity()) * sizeof(Index);
 }

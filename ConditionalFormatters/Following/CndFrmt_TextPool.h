@@ -20,6 +20,9 @@ public:
   /// Uses a text once less.
   void release(Index index) noexcept;
 
+  /// How often a text is used.
+  [[nodiscard]] std::uint32_t countUses(std::string_view text) const noexcept;
+
   [[nodiscard]] std::string const& at(Index index) const noexcept { return _texts[index].text; }
   /// How many texts are used.
   [[nodiscard]] std::size_t size() const noexcept { return _texts.size() - _free.size(); }

@@ -6,7 +6,10 @@
 namespace Zorv::ConditionalFormatters {
 
 ValueClasses::Others ValueClasses::add(ValueBits value, PositionKey cell) {
-  Piece& piece = pieceOf(value);
+  if (_pieces.empty()) {
+    _pieces.resize(std::size_t{1} << pieceBits);
+  }
+  Piece& piece = _pieces[pieceIndexOf(value)];
   // At most three quarters are used: longer searches cost more than the memory is worth.
   if (4 * (piece.used + 1) > 3 * piece.slots.size()) {
     grow(piece);
@@ -22,7 +25,7 @@ ValueClasses::Others ValueClasses::add(ValueBits value, PositionKey cell) {
 }
 
 ValueClasses::Others ValueClasses::remove(ValueBits value, PositionKey cell) {
-  Piece& piece = pieceOf(value);
+  Piece& piece = _pieces[pieceIndexOf(value)];
   std::size_t const index = findSlot(piece, value);
   Slot& slot = piece.slots[index];
   slot.cells = (slot.cells - oneCell) ^ cell;
@@ -33,8 +36,16 @@ ValueClasses::Others ValueClasses::remove(ValueBits value, PositionKey cell) {
   return others;
 }
 
+std::uint64_t ValueClasses::count(ValueBits value) const noexcept {
+  if (_pieces.empty()) {
+    return 0;
+  }
+  Piece const& piece = _pieces[pieceIndexOf(value)];
+  return piece.slots.empty() ? 0 : piece.slots[findSlot(piece, value)].cells / oneCell;
+}
+
 std::size_t ValueClasses::countBytes() const noexcept {
-  std::size_t bytes = sizeof(*this);
+  std::size_t bytes = _pieces.capacity() * sizeof(Piece);
   for (Piece const& piece : _pieces) {
     bytes += piece.slots.capacity() * sizeof(Slot);
   }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -30,6 +29,9 @@ public:
   /// Removes a cell, which must be there.
   Others remove(ValueBits value, PositionKey cell);
 
+  /// How many cells have a value.
+  [[nodiscard]] std::uint64_t count(ValueBits value) const noexcept;
+
   /// About how many bytes it takes.
   [[nodiscard]] std::size_t countBytes() const noexcept;
 
@@ -55,11 +57,11 @@ private:
   void grow(Piece& piece);
   void removeSlot(Piece& piece, std::size_t gap) noexcept;
 
-  [[nodiscard]] Piece& pieceOf(ValueBits value) noexcept {
-    return _pieces[hashOf(value) >> (64U - pieceBits)];
+  [[nodiscard]] std::size_t pieceIndexOf(ValueBits value) const noexcept {
+    return hashOf(value) >> (64U - pieceBits);
   }
 
-  std::array<Piece, std::size_t{1} << pieceBits> _pieces;
+  std::vector<Piece> _pieces;        ///< none as long as there is no value
   std::uint64_t _salt = drawSalt();  ///< so that no document can choose values of one hash
 };
 

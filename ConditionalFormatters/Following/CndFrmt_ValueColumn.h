@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
@@ -46,6 +47,25 @@ public:
 
   /// The values from one place up to, but without, another one.
   [[nodiscard]] std::vector<Entry> list(PlaceKey first, PlaceKey end) const;
+
+  /// The first value from a place on for which `test(bits)` is true; none if there is no such
+  /// value.
+  template <class Test>
+  [[nodiscard]] std::optional<Entry> findFirst(PlaceKey from, Test const& test) const {
+    if (_blocks.empty()) {
+      return std::nullopt;
+    }
+    for (Spot spot = find(from); spot.block < _blocks.size(); spot = {spot.block + 1, 0, false}) {
+      Block const& block = _blocks[spot.block];
+      auto const first = block.values.begin() + static_cast<std::ptrdiff_t>(spot.offset);
+      auto const found = std::find_if(first, block.values.end(), test);
+      if (found != block.values.end()) {
+        auto const offset = static_cast<std::size_t>(found - block.values.begin());
+        return Entry{block.places[offset], *found};
+      }
+    }
+    return std::nullopt;
+  }
 
   [[nodiscard]] std::size_t size() const noexcept { return _size; }
   [[nodiscard]] std::size_t countNumbers() const noexcept { return _numberCount; }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "Formulas/CriterionText.h"
 #include "Utils/TableRange.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -16,14 +17,31 @@ struct NumberArea {
   TableRange area;
   double least;
   double most;
+  bool isOfCells = false;  ///< the numbers are those that cells hold, not those of the provider
 
   friend bool operator==(NumberArea const&, NumberArea const&) noexcept = default;
+};
+
+/// An area in which only cells may look different that hold one of some values, as criteria compare
+/// them, or a text that is empty or may be more than a value as a criterion.
+struct ClassArea {
+  TableRange area;
+  std::vector<Formulas::CriterionText> values;
+
+  friend bool operator==(ClassArea const&, ClassArea const&) = default;
 };
 
 /// Outside of these areas no cell looks different.
 struct ReachedAreas {
   std::vector<TableRange> areas;
   std::vector<NumberArea> numbers;
+  std::vector<ClassArea> classes;
+
+  void append(ReachedAreas const& others) {
+    areas.insert(areas.end(), others.areas.begin(), others.areas.end());
+    numbers.insert(numbers.end(), others.numbers.begin(), others.numbers.end());
+    classes.insert(classes.end(), others.classes.begin(), others.classes.end());
+  }
 };
 
 /// The areas that the last changes of a table reached, for readers that come by now and then.
@@ -59,9 +77,7 @@ public:
       return false;
     }
     for (std::size_t change = _changes.size() - missed; change < _changes.size(); ++change) {
-      auto const& [areas, numbers] = _changes[change];
-      reached.areas.insert(reached.areas.end(), areas.begin(), areas.end());
-      reached.numbers.insert(reached.numbers.end(), numbers.begin(), numbers.end());
+      reached.append(_changes[change]);
     }
     return true;
   }

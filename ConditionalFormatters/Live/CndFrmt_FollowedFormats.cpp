@@ -5,6 +5,7 @@
 
 #include "ConditionalFormatters/Formats/CndFrmt_FormatRefs.h"
 #include "ConditionalFormatters/Formats/CndFrmt_FormulaBaseCell.h"
+#include "ConditionalFormatters/Live/CndFrmt_FormulaFollower.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -51,35 +52,53 @@ FollowedFormats::AllDependencies const& FollowedFormats::getOrFindDependencies()
 }
 
 void FollowedFormats::followValues(std::span<ChangedCells const> changes, ReachedAreas& reached) {
+  if (changes.empty()) {
+    return;
+  }
   AllDependencies const& dependencies = getOrFindDependencies();
   for (ChangedCells const& changed : changes) {
-    if (changed.table == &_sources.table) {
-      followOperands(_prepared.valuesChanged(changed.areas), reached);
+    if (changed.table != nullptr) {
+      followOperands(_prepared.valuesChanged(*changed.table, changed.areas), reached);
     }
   }
-  bool lookupsChange = false;
   for (FormatIndex format = 0; format < dependencies.size(); ++format) {
-    if (!dependencies[format]) {
-      continue;
+    if (dependencies[format]) {
+      followFormat(format, *dependencies[format], changes, reached);
     }
-    Reach reach;
-    for (ChangedCells const& changed : changes) {
-      dependencies[format]->reach(changed, getRanges(format), reach);
-    }
-    appendAll(reach.areas, reached.areas);
-    // The cells for which a formula has given up may be those that changed.
-    bool const mayRecover = !reach.areas.empty() && _prepared.hasGivenUp(format);
-    if (mayRecover) {
-      appendAll(getRanges(format), reached.areas);
-    }
-    if (reach.operandsChange || mayRecover) {
-      _prepared.forgetCondition(format);
-    }
-    lookupsChange = lookupsChange || reach.lookupsChange;
   }
-  if (lookupsChange) {
-    _prepared.forgetLookups();
+}
+
+void FollowedFormats::followFormat(FormatIndex format, FormatDependencies const& dependencies,
+                                   std::span<ChangedCells const> changes, ReachedAreas& reached) {
+  Reach reach;
+  dependencies.reach(changes, getRanges(format), reach);
+  appendAll(reach.areas, reached.areas);
+  if (!reach.fixed.empty() &&
+      FormulaFollower(_sources, _prepared, changes).follow(format, dependencies, reach, reached)) {
+    return;
   }
+  // The cells for which a formula has given up may be those that changed.
+  bool const mayRecover = !reach.areas.empty() && _prepared.hasGivenUp(format);
+  if (!reach.fixed.empty() || mayRecover) {
+    appendAll(getRanges(format), reached.areas);
+  }
+  if (reach.operandsChange || mayRecover) {
+    _prepared.forgetCondition(format);
+  }
+}
+
+bool FollowedFormats::prepareSome(std::chrono::microseconds budget) {
+  if (!_knowsAreas) {
+    std::vector<FormulaArea> areas;
+    for (auto const& dependencies : getOrFindDependencies()) {
+      if (dependencies) {
+        dependencies->appendAreas(areas);
+      }
+    }
+    _prepared.addAreas(areas);
+    _knowsAreas = true;
+  }
+  return _prepared.prepareSome(budget);
 }
 
 void FollowedFormats::followOperands(OperandChanges const& changes, ReachedAreas& reached) const {
@@ -88,7 +107,7 @@ void FollowedFormats::followOperands(OperandChanges const& changes, ReachedAreas
   }
   for (auto const& shifted : changes.shifted) {
     for (TableRange const& range : getRanges(shifted.format)) {
-      NumberArea const area{range, shifted.least, shifted.most};
+      NumberArea const area{range, shifted.least, shifted.most, false};
       // Formats with one reference and the same ranges follow one another.
       if (reached.numbers.empty() || reached.numbers.back() != area) {
         reached.numbers.push_back(area);

@@ -48,19 +48,22 @@ public:
                    std::vector<TableRange>& areas) const;
 
   /// Works in advance on operands that follow values; see SharedOperands.
-  bool prepareSome(std::chrono::microseconds budget) { return _prepared.prepareSome(budget); }
+  bool prepareSome(std::chrono::microseconds budget);
 
   /// Appends the ranges of all formats.
   void appendRanges(std::vector<TableRange>& areas) const;
 
 private:
   void followOperands(OperandChanges const& changes, ReachedAreas& reached) const;
+  void followFormat(FormatIndex format, FormatDependencies const& dependencies,
+                    std::span<ChangedCells const> changes, ReachedAreas& reached);
 
   LiveSources _sources;
   ConditionalFormatRefs _refs;
   PreparedTable _prepared;  // borrows the list
   mutable std::recursive_mutex _finding;
   Lazy<AllDependencies> _dependencies;
+  bool _knowsAreas = false;  ///< the areas of formulas are among what follows values
 };
 
 }  // namespace Zorv::ConditionalFormatters

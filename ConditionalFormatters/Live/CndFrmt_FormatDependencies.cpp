@@ -1,5 +1,6 @@
 #include "ConditionalFormatters/Live/CndFrmt_FormatDependencies.h"
 
+#include <algorithm>
 #include <memory>
 
 #include <boost/variant/apply_visitor.hpp>
@@ -80,6 +81,19 @@ ReferenceLines columnsOf(CellReference const& corners) noexcept {
           corners.lastColumnIsRelative};
 }
 
+TableRange rangeOf(CellReference const& corners) noexcept {
+  return {std::min(corners.firstRow, corners.lastRow),
+          std::min(corners.firstColumn, corners.lastColumn),
+          std::max(corners.firstRow, corners.lastRow) + 1UL,
+          std::max(corners.firstColumn, corners.lastColumn) + 1UL};
+}
+
+/// The table of a reference of a formula of a table.
+DOM::Table const* tableOf(Formulas::Dependencies::Reference const& reference,
+                          DOM::Table const& table) noexcept {
+  return reference.table == nullptr ? &table : reference.table;
+}
+
 void addIntersections(TableRange const& area, std::vector<TableRange> const& ranges,
                       std::vector<TableRange>& areas) {
   for (TableRange const& range : ranges) {
@@ -92,6 +106,17 @@ void addIntersections(TableRange const& area, std::vector<TableRange> const& ran
 
 }  // namespace
 
+bool isFixedReached(Formulas::Dependencies::Reference const& reference, DOM::Table const& table,
+                    std::span<ChangedCells const> changes) {
+  TableRange const range = rangeOf(reference.corners);
+  return std::ranges::any_of(changes, [&](ChangedCells const& changed) {
+    return tableOf(reference, table) == changed.table &&
+           std::ranges::any_of(changed.fewAreas, [&](TableRange const& area) {
+             return !intersect(range, area).isEmpty();
+           });
+  });
+}
+
 FormatDependencies::FormatDependencies(ConditionalFormatRef const& formatRef,
                                        DOM::Table const& table,
                                        ValueContextProvider const& provider)
@@ -101,22 +126,50 @@ FormatDependencies::FormatDependencies(ConditionalFormatRef const& formatRef,
   boost::apply_visitor(visitor, formatRef.second.get().getOperator());
 }
 
-void FormatDependencies::reach(ChangedCells const& changed, std::vector<TableRange> const& ranges,
-                               Reach& reach) const {
-  if (_formulas.onAnyCell) {
+FormulaArea FormatDependencies::areaOf(Formulas::Dependencies::Reference const& reference) const {
+  return {tableOf(reference, *_table), rangeOf(reference.corners), reference.aspects};
+}
+
+void FormatDependencies::appendAreas(std::vector<FormulaArea>& areas) const {
+  for (auto const& reference : _formulas.references) {
+    if (!reference.aspects.isEmpty()) {
+      areas.push_back(areaOf(reference));
+    }
+  }
+}
+
+void FormatDependencies::reach(std::span<ChangedCells const> changes,
+                               std::vector<TableRange> const& ranges, Reach& reach) const {
+  if (_formulas.onAnyCell && !changes.empty()) {
     reach.areas.insert(reach.areas.end(), ranges.begin(), ranges.end());
     reach.operandsChange = true;
-    reach.lookupsChange = true;
     return;
   }
-  for (TableRange const& area : changed.fewAreas) {
+  for (ChangedCells const& changed : changes) {
     if (changed.table == _table) {
-      addIntersections(area, ranges, reach.areas);
+      for (TableRange const& area : changed.fewAreas) {
+        addIntersections(area, ranges, reach.areas);
+      }
     }
-    for (auto const& reference : _formulas.references) {
-      if ((reference.table == nullptr ? _table : reference.table) == changed.table) {
-        addDependents(reference, area, ranges, reach);
-        reach.lookupsChange = reach.lookupsChange || !reference.corners.isSingleCell();
+  }
+  for (auto const& reference : _formulas.references) {
+    if (reference.corners.isRelative()) {
+      addDependents(reference, changes, ranges, reach);
+    } else if (isFixedReached(reference, *_table, changes)) {
+      reach.fixed.push_back(&reference);
+      // A part of a formula that no cell moves is evaluated once for all cells.
+      reach.operandsChange = true;
+    }
+  }
+}
+
+void FormatDependencies::addDependents(Formulas::Dependencies::Reference const& reference,
+                                       std::span<ChangedCells const> changes,
+                                       std::vector<TableRange> const& ranges, Reach& reach) const {
+  for (ChangedCells const& changed : changes) {
+    if (tableOf(reference, *_table) == changed.table) {
+      for (TableRange const& area : changed.fewAreas) {
+        addDependents(reference, area, ranges, reach.areas);
       }
     }
   }
@@ -124,7 +177,8 @@ void FormatDependencies::reach(ChangedCells const& changed, std::vector<TableRan
 
 void FormatDependencies::addDependents(Formulas::Dependencies::Reference const& reference,
                                        TableRange const& area,
-                                       std::vector<TableRange> const& ranges, Reach& reach) const {
+                                       std::vector<TableRange> const& ranges,
+                                       std::vector<TableRange>& areas) const {
   CellIndex const base =
       reference.isFromFirstCell ? CellIndex(RowIndex(0), ColumnIndex(0)) : _baseCell;
   auto const rows =
@@ -138,12 +192,9 @@ void FormatDependencies::addDependents(Formulas::Dependencies::Reference const& 
                                           {area.firstColumn, area.endColumn});
   for (LineInterval const& row : rows) {
     for (LineInterval const& column : columns) {
-      addIntersections({row.first, column.first, row.end, column.end}, ranges, reach.areas);
+      addIntersections({row.first, column.first, row.end, column.end}, ranges, areas);
     }
   }
-  // A part of a formula that no cell moves is evaluated once for all cells.
-  reach.operandsChange =
-      reach.operandsChange || (!columns.empty() && !reference.corners.isRelative());
 }
 
 }  // namespace Zorv::ConditionalFormatters

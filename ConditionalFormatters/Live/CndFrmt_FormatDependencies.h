@@ -1,9 +1,11 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_FollowedAreas.h"
 #include "DOM/Table.h"
 #include "Formulas/FindDependencies.h"
 #include "Utils/CellIndex.h"
@@ -20,10 +22,16 @@ struct ChangedCells {
 
 /// What a change of values means for a format.
 struct Reach {
-  std::vector<TableRange> areas;  ///< outside of them no verdict changes; they may overlap
-  bool operandsChange = false;    ///< a part of a formula that is the same for all cells is new
-  bool lookupsChange = false;     ///< indexes of ranges of formulas may be out of date
+  /// Outside of them no verdict changes, as long as what `fixed` refers to stays; they may overlap.
+  std::vector<TableRange> areas;
+  /// References to changed cells that move with no cell.
+  std::vector<Formulas::Dependencies::Reference const*> fixed;
+  bool operandsChange = false;  ///< a part of a formula that is the same for all cells may be new
 };
+
+/// True if a reference of a formula of a table, one that moves with no cell, is to changed cells.
+[[nodiscard]] bool isFixedReached(Formulas::Dependencies::Reference const& reference,
+                                  DOM::Table const& table, std::span<ChangedCells const> changes);
 
 /// What the verdicts of one format depend on, besides its own condition. A value, which refers to
 /// nothing but tables, by their address.
@@ -40,15 +48,25 @@ public:
   /// The verdicts depend on the current moment, or on chance.
   [[nodiscard]] bool areOnMoment() const noexcept { return _formulas.onMoment; }
 
+  [[nodiscard]] CellIndex getBaseCell() const noexcept { return _baseCell; }
+
+  /// What a fixed reference stands for.
+  [[nodiscard]] FormulaArea areaOf(Formulas::Dependencies::Reference const& reference) const;
+
+  /// Appends the areas of which formulas ask something as a whole.
+  void appendAreas(std::vector<FormulaArea>& areas) const;
+
   /// Adds what a change means for the format. `ranges`: those with which this was made.
-  void reach(ChangedCells const& changed, std::vector<TableRange> const& ranges,
+  void reach(std::span<ChangedCells const> changes, std::vector<TableRange> const& ranges,
              Reach& reach) const;
 
 private:
-  void add(Formulas::Dependencies const& dependencies);
-  /// Adds the cells whose moved reference meets an area.
+  /// Adds the cells whose moved reference meets changed cells, or an area of them.
+  void addDependents(Formulas::Dependencies::Reference const& reference,
+                     std::span<ChangedCells const> changes, std::vector<TableRange> const& ranges,
+                     Reach& reach) const;
   void addDependents(Formulas::Dependencies::Reference const& reference, TableRange const& area,
-                     std::vector<TableRange> const& ranges, Reach& reach) const;
+                     std::vector<TableRange> const& ranges, std::vector<TableRange>& areas) const;
 
   DOM::Table const* _table;
   CellIndex _baseCell;

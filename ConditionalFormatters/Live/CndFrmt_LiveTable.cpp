@@ -146,11 +146,14 @@ std::vector<TableRange> LiveTable::followAll(std::span<Change const> changes) {
     for (NumberArea const& numbers : reached.numbers) {
       areas.push_back(numbers.area);
     }
+    for (ClassArea const& classes : reached.classes) {
+      areas.push_back(classes.area);
+    }
     areas = joinIntoFew(areas, mostToldAreas);
   }
   if (_isLost || (_checker && !_checker->check(getFormats(), areas))) {
     areas = startAnew();
-    reached = {areas, {}};
+    reached = {areas, {}, {}};
   }
   _log.add(std::move(reached));
   _moment = moment;

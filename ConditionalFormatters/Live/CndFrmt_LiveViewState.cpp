@@ -1,7 +1,10 @@
 #include "ConditionalFormatters/Live/CndFrmt_LiveViewState.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <string>
+#include <string_view>
 
 #include <boost/variant/get.hpp>
 
@@ -10,6 +13,8 @@
 #include "ConditionalFormatters/Parallel/CndFrmt_CellWalk.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_ResolvePass.h"
 #include "FormulaModel/FormulaValue.h"
+#include "Formulas/ContextProvider.h"
+#include "Formulas/CriterionText.h"
 #include "OfficeUtils/PinnedMoment.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -36,6 +41,12 @@ void appendDifference(TableRange const& range, TableRange const& other,
       parts.push_back(part);
     }
   }
+}
+
+/// True for a text that as a criterion may ask for more than the values that are equal to it.
+bool mayBeMoreThanValue(std::string const& text) noexcept {
+  return text.empty() || std::string_view("<>=").find(text.front()) != std::string_view::npos ||
+         text.find_first_of("*?~") != std::string::npos;
 }
 
 }  // namespace
@@ -82,32 +93,32 @@ void LiveViewState::refresh(CellVisitor const& visitor, PassResources const& res
 }
 
 std::vector<TableRange> LiveViewState::findStale(OfficeUtils::Clock::TimePoint moment) const {
-  ReachedAreas reached{_new, {}};
+  ReachedAreas reached{_new, {}, {}};
   if (_isAllNew || !_table.getLog().appendSince(_seen, reached)) {
     reached.areas = {_range};
   }
   _table.appendChangesOfTime(_moment, moment, reached.areas);
   for (NumberArea const& numbers : reached.numbers) {
-    appendCells({intersect(numbers.area, _range), numbers.least, numbers.most}, reached.areas);
+    appendCells(intersect(numbers.area, _range), makeTest(numbers), reached.areas);
+  }
+  for (ClassArea const& classes : reached.classes) {
+    appendCells(intersect(classes.area, _range), makeTest(classes), reached.areas);
   }
   return clip(reached.areas, _range);
 }
 
-void LiveViewState::appendCells(NumberArea const& numbers, std::vector<TableRange>& areas) const {
+void LiveViewState::appendCells(TableRange const& area, CellTest const& test,
+                                std::vector<TableRange>& areas) const {
   constexpr std::size_t fewCells = 64;
   std::vector<TableRange> cells;
-  auto const prepared = _table.getPrepared();
   auto const addCell = [&](DOM::CellInfo const& cellInfo) {
-    FormulaValue const value = prepared->getProvider().getCellValue(cellInfo);
-    auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
-    if (number != nullptr && numbers.least <= number->value.get() &&
-        number->value.get() <= numbers.most && cells.size() <= fewCells) {
+    if (cells.size() <= fewCells && test(cellInfo)) {
       cells.push_back({cellInfo.getRowIndex(), cellInfo.getColIndex(), cellInfo.getRowIndex() + 1,
                        cellInfo.getColIndex() + 1});
     }
   };
   try {
-    forEachCell(_table.getTable(), numbers.area, false, addCell);
+    forEachCell(_table.getTable(), area, false, addCell);
   } catch (...) {
     // The pass over the area meets the failure for the cell that has it.
     cells.assign(fewCells + 1, {});
@@ -115,8 +126,36 @@ void LiveViewState::appendCells(NumberArea const& numbers, std::vector<TableRang
   if (cells.size() <= fewCells) {
     areas.insert(areas.end(), cells.begin(), cells.end());
   } else {
-    areas.push_back(numbers.area);
+    areas.push_back(area);
   }
+}
+
+LiveViewState::CellTest LiveViewState::makeTest(NumberArea const& numbers) const {
+  return [numbers, prepared = _table.getPrepared()](DOM::CellInfo const& cellInfo) {
+    FormulaValue const value = numbers.isOfCells ? cellInfo.getCell()->value
+                                                 : prepared->getProvider().getCellValue(cellInfo);
+    auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
+    return number != nullptr && numbers.least <= number->value.get() &&
+           number->value.get() <= numbers.most;
+  };
+}
+
+LiveViewState::CellTest LiveViewState::makeTest(ClassArea const& classes) const {
+  return [&classes, prepared = _table.getPrepared()](DOM::CellInfo const& cellInfo) {
+    FormulaValue const& value = cellInfo.getCell()->value;
+    auto const isAmong = [&](Formulas::CriterionText const& wanted) {
+      return std::ranges::find(classes.values, wanted) != classes.values.end();
+    };
+    if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
+      return isAmong(number->value.get());
+    }
+    auto const* const text = boost::get<FormulaModel::FormulaString>(&value);
+    if (text == nullptr || mayBeMoreThanValue(text->value)) {
+      return text != nullptr;
+    }
+    auto const& formulas = prepared->getProvider().getFormulasContextProvider();
+    return isAmong(Formulas::readCriterionText(text->value, formulas.getLocaleContext()));
+  };
 }
 
 void LiveViewState::visitIfDifferent(ResolvedCell const& cell, CellVisitor const& visitor) {

@@ -11,6 +11,7 @@
 #include "DOM/RowBlocks.h"
 #include "FormulaModel/FormulaValue.h"
 #include "FormulaModel/ValueKey.h"
+#include "Formulas/ContextProvider.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -37,8 +38,13 @@ std::uint64_t countAllPositions(TableRange const& range) noexcept {
 }  // namespace
 
 FollowedOperands::FollowedOperands(ValueContextProvider const& provider, DOM::Table const& table,
-                                   std::vector<TableRange> const& ranges, OperandNeeds const& needs)
-    : _provider(provider), _table(table), _ranges(ranges), _needs(needs) {
+                                   std::vector<TableRange> const& ranges, OperandNeeds const& needs,
+                                   Formulas::AreaAspects const& aspects)
+    : _provider(provider), _table(table), _ranges(ranges), _needs(needs), _aspects(aspects) {
+  if (!aspects.isEmpty()) {
+    _answers.emplace(FollowedAnswers::Structures{_column, _ranking, _classes}, aspects,
+                     provider.getFormulasContextProvider().getLocaleContext());
+  }
   for (std::size_t range = 0; range < ranges.size(); ++range) {
     auto const blocks = DOM::RowBlocks::ofCells(table, ranges[range]);
     for (std::size_t block = 0; block < blocks.count(); ++block) {
@@ -54,7 +60,7 @@ void FollowedOperands::prepareUntil(Clock::time_point end) {
     if (_unranked.size() >= manyNumbers || (_toRead.empty() && !_unranked.empty())) {
       flushNumbers();
     } else if (_toRead.empty()) {
-      updateMean();
+      settle();
       _isComplete = true;
     } else {
       readBlock(_toRead.back());
@@ -83,6 +89,9 @@ bool FollowedOperands::isWorthFollowing(std::span<TableRange const> areas) const
 std::vector<CellIndex> FollowedOperands::valuesChanged(std::span<TableRange const> areas) {
   flushNumbers();
   _isEditing = true;
+  if (_answers) {
+    _answers->startEdit();
+  }
   for (std::size_t range = 0; range < _ranges.size(); ++range) {
     for (TableRange const& area : areas) {
       TableRange const common = intersect(_ranges[range], area);
@@ -93,9 +102,9 @@ std::vector<CellIndex> FollowedOperands::valuesChanged(std::span<TableRange cons
   }
   _isEditing = false;
   if (_isComplete) {
-    updateMean();
+    settle();
   }
-  return listFlipped();
+  return _repeated.takeFlipped();
 }
 
 ThresholdOperand FollowedOperands::getThreshold(
@@ -107,7 +116,8 @@ ThresholdOperand FollowedOperands::getThreshold(
 
 std::size_t FollowedOperands::countBytes() const noexcept {
   return _column.countBytes() + _ranking.countBytes() + _classes.countBytes() +
-         _texts.countBytes() + _unranked.capacity() * sizeof(FloatNumber);
+         _texts.countBytes() + (_answers ? _answers->countBytes() : 0) +
+         _unranked.capacity() * sizeof(FloatNumber);
 }
 
 void FollowedOperands::readBlock(BlockOfRange const& block) {
@@ -115,7 +125,7 @@ void FollowedOperands::readBlock(BlockOfRange const& block) {
   for (; cell != end; ++cell) {
     DOM::CellInfo const cellInfo = cell.getCellInfo();
     PositionKey const position = positionKeyOf(cellInfo.getRowIndex(), cellInfo.getColIndex());
-    setValue(placeKeyOf(block.range, position), takeBits(_provider.getCellValue(cellInfo)));
+    setValue(placeKeyOf(block.range, position), readBits(cellInfo));
   }
 }
 
@@ -139,7 +149,7 @@ void FollowedOperands::readArea(std::size_t range, TableRange const& area) {
     if (old != known.end() && old->place == place) {
       ++old;
     }
-    setValue(place, takeBits(_provider.getCellValue(cellInfo)));
+    setValue(place, readBits(cellInfo));
   }
   for (; old != known.end(); ++old) {
     setValue(old->place, noValueBits);
@@ -162,19 +172,51 @@ void FollowedOperands::flushNumbers() {
   }
 }
 
+ValueBits FollowedOperands::readBits(DOM::CellInfo const& cellInfo) {
+  FormulaValue const& ofCell = cellInfo.getCell()->value;
+  if (_needs.isEmpty()) {
+    return takeBits(ofCell);
+  }
+  FormulaValue const value = _provider.getCellValue(cellInfo);
+  if (_answers) {
+    _answers->noteRead(value, ofCell);
+  }
+  return takeBits(value);
+}
+
 ValueBits FollowedOperands::takeBits(FormulaValue const& value) {
   if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
+    if (_answers) {
+      _answers->noteNumber(number->value.get());
+    }
     return bitsOfNumber(number->value.get());
   }
-  if (!_needs.occurrences || value.which() == FormulaModel::FormulaValueKind::Empty) {
+  bool const keepsAll = _needs.occurrences || _answers;
+  if (!keepsAll || value.which() == FormulaModel::FormulaValueKind::Empty) {
     return noValueBits;
   }
   if (auto const* const text = boost::get<FormulaModel::FormulaString>(&value)) {
-    auto const index = _texts.acquire(text->value);
-    _isHopeless = _isHopeless || !index;
-    return index ? ValueKey::ofTextIndex(*index).bits() : noValueBits;
+    return takeText(text->value);
   }
   return FormulaModel::makeValueKey(value, std::hash<std::string>()).bits();
+}
+
+/// Texts that need not be told from each other have one index.
+ValueBits FollowedOperands::takeText(std::string const& text) {
+  if (!countsEqual()) {
+    return ValueKey::ofTextIndex(0).bits();
+  }
+  auto const index = _texts.acquire(text);
+  bool const isCounted = index && (!_answers || _answers->addText(text));
+  _isHopeless = _isHopeless || !isCounted;
+  return isCounted ? ValueKey::ofTextIndex(*index).bits() : noValueBits;
+}
+
+void FollowedOperands::releaseText(ValueBits bits) {
+  if (_answers) {
+    _answers->removeText(_texts.at(textOfBits(bits)));
+  }
+  _texts.release(textOfBits(bits));
 }
 
 void FollowedOperands::setValue(PlaceKey place, ValueBits bits) {
@@ -187,13 +229,25 @@ void FollowedOperands::setValue(PlaceKey place, ValueBits bits) {
     if (isNumberBits(bits) && ranks()) {
       rankNumber(numberOfBits(bits));
     }
-    if (_needs.occurrences) {
+    if (countsEqual()) {
       removeFromClass(old, cell);
       addToClass(bits, cell);
     }
+    if (_answers) {
+      _answers->noteChange(place, old, bits);
+      noteClass(old);
+      noteClass(bits);
+    }
   }
-  if (isTextBits(old)) {
-    _texts.release(textOfBits(old));
+  if (isTextBits(old) && countsEqual()) {
+    releaseText(old);
+  }
+}
+
+/// Texts are noted when they are taken and released.
+void FollowedOperands::noteClass(ValueBits bits) {
+  if (!isTextBits(bits)) {
+    _answers->noteClass(bits);
   }
 }
 
@@ -222,40 +276,22 @@ void FollowedOperands::removeFromClass(ValueBits bits, PositionKey cell) {
 }
 
 void FollowedOperands::mark(PositionKey cell, bool isRepeated) {
-  auto const row = static_cast<std::uint32_t>(rowOfKey(cell));
-  auto const column = static_cast<std::uint32_t>(columnOfKey(cell));
-  if (_isEditing) {
-    _marked.push_back({cell, _repeated.contains(row, column)});
-  }
-  if (isRepeated) {
-    _repeated.insert(row, column);
-  } else {
-    _repeated.erase(row, column);
+  if (_needs.occurrences) {
+    _repeated.set(cell, isRepeated, _isEditing);
   }
 }
 
-std::vector<CellIndex> FollowedOperands::listFlipped() {
-  // Of several notes about a cell the first is from before the change.
-  std::ranges::stable_sort(_marked, {}, &Before::cell);
-  auto const end = std::unique(_marked.begin(), _marked.end(),
-                               [](Before const& a, Before const& b) { return a.cell == b.cell; });
-  std::vector<CellIndex> flipped;
-  for (auto before = _marked.begin(); before != end; ++before) {
-    CellIndex const cell = cellIndexOfKey(before->cell);
-    if (isRepeated(cell) != before->wasRepeated) {
-      flipped.push_back(cell);
-    }
-  }
-  _marked.clear();
-  return flipped;
-}
-
-void FollowedOperands::updateMean() {
-  if (!_needs.mean) {
-    return;
-  }
+void FollowedOperands::settle() {
+  bool const needsSum = _needs.mean || _aspects.summary;
+  FloatNumber const sum = needsSum ? _column.sum() : FloatNumber(0);
   FloatNumber const count(static_cast<double>(_column.countNumbers()));
-  _mean = {_column.sum() / count, _column.countNumbers()};
+  _mean = {sum / count, _column.countNumbers()};
+  if (_aspects.order) {
+    _ranking.indexCounts();
+  }
+  if (_answers) {
+    _answers->settle(sum);
+  }
 }
 
 }  // namespace Zorv::ConditionalFormatters

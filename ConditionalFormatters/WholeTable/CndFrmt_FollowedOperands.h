@@ -2,7 +2,9 @@
 
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
@@ -13,10 +15,12 @@
 #include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
 #include "ConditionalFormatters/Following/CndFrmt_ValueColumn.h"
 #include "ConditionalFormatters/Parallel/CndFrmt_BlockList.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_FollowedAnswers.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_OperandNeeds.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_RepeatMarks.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "DOM/Table.h"
+#include "Formulas/FollowedAreas.h"
 #include "Utils/CellIndex.h"
 #include "Utils/FloatNumber.h"
 #include "Utils/TableRange.h"
@@ -24,20 +28,26 @@
 namespace Zorv::ConditionalFormatters {
 
 /// The operands of some ranges, kept up to date while values change: a column of all values, and
-/// what the formats need beside it, a ranking of the numbers and classes of equal values.
+/// what the formats need beside it, a ranking of the numbers and classes of equal values. Formulas
+/// that ask something of the same range are answered from them.
+///
+/// Values are read through the provider, but those that formulas alone need from the cells, as
+/// formulas do.
 ///
 /// Made piece by piece, in the time that a caller can spare. An edit then costs some microseconds
 /// for each cell, and up to a millisecond for a million numbers if their sum is rounded. Takes up
 /// to 70 bytes for each cell.
 ///
-/// An operation that throws leaves an object that may only be destroyed. Ownership: borrows what it
-/// is made from. Threads: const operations may be called from several threads.
+/// An operation that throws leaves an object that may only be destroyed. Ownership: borrows the
+/// provider and the table. Threads: const operations may be called from several threads.
 class FollowedOperands {
 public:
   using Clock = std::chrono::steady_clock;
 
+  /// `aspects`: what formulas ask; none of several ranges.
   FollowedOperands(ValueContextProvider const& provider, DOM::Table const& table,
-                   std::vector<TableRange> const& ranges, OperandNeeds const& needs);
+                   std::vector<TableRange> const& ranges, OperandNeeds const& needs,
+                   Formulas::AreaAspects const& aspects = {});
 
   /// Reads further cells until a moment has come, a few milliseconds more at most. Throws what the
   /// provider throws.
@@ -59,8 +69,11 @@ public:
   /// The threshold of a condition whose needs were told.
   [[nodiscard]] ThresholdOperand getThreshold(
       DOM::TopBottomConditionalFormatOperator const& record) const;
-  [[nodiscard]] bool isRepeated(CellIndex cell) const noexcept {
-    return _repeated.contains(cell.getRow().get(), cell.getColumn().get());
+  [[nodiscard]] bool isRepeated(CellIndex cell) const noexcept { return _repeated.contains(cell); }
+
+  /// What formulas may ask; null where they ask nothing.
+  [[nodiscard]] FollowedAnswers const* getAnswers() const noexcept {
+    return _answers ? &*_answers : nullptr;
   }
 
   /// How many values it holds, and about how many bytes it takes.
@@ -73,33 +86,35 @@ private:
     std::size_t range;
     TableRange block;
   };
-  /// A cell of which it was asked whether it repeats a value, and the first answer.
-  struct Before {
-    PositionKey cell;
-    bool wasRepeated;
-  };
 
   [[nodiscard]] bool ranks() const noexcept {
-    return _needs.ranking || _needs.largest > 0 || _needs.smallest > 0;
+    return _needs.ranking || _needs.largest > 0 || _needs.smallest > 0 || _aspects.order;
   }
+  /// Whether equal values are counted, so that texts are told from each other.
+  [[nodiscard]] bool countsEqual() const noexcept { return _needs.occurrences || _aspects.classes; }
   void readBlock(BlockOfRange const& block);
   void readArea(std::size_t range, TableRange const& area);
   void rankNumber(FloatNumber number);
   void flushNumbers();
 
-  /// The bits under which a value is kept.
+  /// The bits under which the value of a cell is kept.
+  [[nodiscard]] ValueBits readBits(DOM::CellInfo const& cellInfo);
   [[nodiscard]] ValueBits takeBits(FormulaValue const& value);
+  [[nodiscard]] ValueBits takeText(std::string const& text);
+  void releaseText(ValueBits bits);
   void setValue(PlaceKey place, ValueBits bits);
+  void noteClass(ValueBits bits);
   void addToClass(ValueBits bits, PositionKey cell);
   void removeFromClass(ValueBits bits, PositionKey cell);
   void mark(PositionKey cell, bool isRepeated);
-  [[nodiscard]] std::vector<CellIndex> listFlipped();
-  void updateMean();
+  /// Takes over all changes of an edit.
+  void settle();
 
   ValueContextProvider const& _provider;
   DOM::Table const& _table;
-  std::vector<TableRange> const& _ranges;
+  std::vector<TableRange> _ranges;
   OperandNeeds _needs;
+  Formulas::AreaAspects _aspects;
 
   std::vector<BlockOfRange> _toRead;  ///< the last one first
   bool _isComplete = false;
@@ -110,10 +125,10 @@ private:
   std::vector<FloatNumber> _unranked;  ///< numbers of the column that the ranking does not have yet
   ValueClasses _classes;
   TextPool _texts;
-  CellSet _repeated;
+  RepeatMarks _repeated;
   bool _isEditing = false;
-  std::vector<Before> _marked;  ///< by an edit, in their order
   MeanOperand _mean{};
+  std::optional<FollowedAnswers> _answers;  ///< to formulas, if they ask
 };
 
 }  // namespace Zorv::ConditionalFormatters

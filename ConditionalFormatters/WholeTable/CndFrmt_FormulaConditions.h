@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "ConditionalFormatters/Predicates/CndFrmt_Between.h"
 #include "ConditionalFormatters/Predicates/CndFrmt_Comparison.h"
@@ -23,6 +24,10 @@ public:
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
   [[nodiscard]] ConditionOperands findOperands(TestedCell const& cell,
                                                PassContext& pass) const override;
+  [[nodiscard]] std::vector<PreparedFormula const*> listFormulas() const override {
+    return {&_argument};
+  }
+  [[nodiscard]] bool comparesWithFormulas() const noexcept override { return true; }
   [[nodiscard]] bool hasGivenUp() const noexcept override { return _argument.hasGivenUp(); }
 
 private:
@@ -38,6 +43,9 @@ public:
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
   [[nodiscard]] ConditionOperands findOperands(TestedCell const& cell,
                                                PassContext& pass) const override;
+  [[nodiscard]] std::vector<PreparedFormula const*> listFormulas() const override {
+    return {&_argument};
+  }
   [[nodiscard]] bool hasGivenUp() const noexcept override { return _argument.hasGivenUp(); }
 
 private:
@@ -56,6 +64,10 @@ public:
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
   [[nodiscard]] ConditionOperands findOperands(TestedCell const& cell,
                                                PassContext& pass) const override;
+  [[nodiscard]] std::vector<PreparedFormula const*> listFormulas() const override {
+    return {&_lower, &_upper};
+  }
+  [[nodiscard]] bool comparesWithFormulas() const noexcept override { return true; }
   [[nodiscard]] bool hasGivenUp() const noexcept override {
     return _lower.hasGivenUp() || _upper.hasGivenUp();
   }
@@ -93,6 +105,9 @@ public:
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
   [[nodiscard]] ConditionOperands findOperands(TestedCell const& cell,
                                                PassContext& pass) const override;
+  [[nodiscard]] std::vector<PreparedFormula const*> listFormulas() const override {
+    return {&_pattern};
+  }
   [[nodiscard]] bool hasGivenUp() const noexcept override { return _pattern.hasGivenUp(); }
 
 private:

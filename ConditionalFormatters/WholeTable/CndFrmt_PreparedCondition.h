@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
@@ -19,6 +20,7 @@ class Table;
 
 namespace Zorv::ConditionalFormatters {
 
+class PreparedFormula;
 class RangeOperands;
 
 /// A cell that conditions are asked about.
@@ -82,6 +84,14 @@ public:
   /// occurrences of a value are counted in all ranges.
   [[nodiscard]] virtual ConditionOperands findOperands(TestedCell const& cell,
                                                        PassContext& pass) const = 0;
+
+  /// Its formulas, in an order that depends on its kind alone. None of a condition without
+  /// formulas.
+  [[nodiscard]] virtual std::vector<PreparedFormula const*> listFormulas() const { return {}; }
+
+  /// True if a cell's value is judged by its order against the value of each formula, and by
+  /// nothing else; values of another kind than the formula's are judged alike.
+  [[nodiscard]] virtual bool comparesWithFormulas() const noexcept { return false; }
 
   /// True if it throws for every other cell, since formulas of it have met limits of the engine.
   [[nodiscard]] virtual bool hasGivenUp() const noexcept { return false; }

@@ -27,6 +27,19 @@ bool isSameForEveryCell(Expr const& expr) noexcept {
 PreparedFormula::PreparedFormula(FormulaOrigin const& origin, Expr const& expr) noexcept
     : _origin(origin), _expr(expr), _isSameForEveryCell(isSameForEveryCell(expr)) {}
 
+std::optional<PreparedFormula::Common> PreparedFormula::findCommon() const noexcept {
+  Shared const* const shared = _shared.find();
+  if (shared == nullptr) {
+    return std::nullopt;
+  }
+  return Common{_isSameForEveryCell ? &shared->value : nullptr,
+                shared->folded ? shared->folded.get() : &_expr};
+}
+
+void PreparedFormula::prepareFor(CellIndex cell, Formulas::EvaluationSession& session) const {
+  _shared.getOrCreate([&] { return prepare(cell, session); });
+}
+
 boost::optional<FormulaValue> const& PreparedFormula::evaluateOwn(
     CellIndex cell, Formulas::EvaluationSession& session,
     boost::optional<FormulaValue>& ownValue) const {

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <exception>
 #include <memory>
+#include <optional>
 
 #include <boost/optional.hpp>
 
@@ -49,6 +50,18 @@ public:
                ? shared->value
                : evaluateOwn(cell, session, ownValue);
   }
+
+  /// What is the same for every cell, as a formula that is followed compares it.
+  struct Common {
+    /// The value of a formula that has one for all cells; null for others.
+    boost::optional<FormulaValue> const* value;
+    /// What is evaluated for each cell.
+    DOM::FormulaSyntaxTree::Expr const* rest;
+  };
+  /// Nothing before it was evaluated once, or prepareFor() called.
+  [[nodiscard]] std::optional<Common> findCommon() const noexcept;
+  /// Evaluates what is the same for every cell, as if for a cell. Throws what that throws.
+  void prepareFor(CellIndex cell, Formulas::EvaluationSession& session) const;
 
   /// True once it has met limits of the engine too often: it then throws for every other cell.
   [[nodiscard]] bool hasGivenUp() const noexcept {

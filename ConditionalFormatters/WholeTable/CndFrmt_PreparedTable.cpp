@@ -42,8 +42,9 @@ PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table co
       _operands(provider, table, formatRefs),
       _scopes(findVerdictScopes(formatRefs)),
       _conditions(formatRefs.size()),
-      _pointIndexes(formatRefs.size()),
-      _lookups(std::make_unique<Formulas::LookupCache>()) {}
+      _pointIndexes(formatRefs.size()) {
+  _lookups.follow(_operands.getAreas());
+}
 
 FormatIndex PreparedTable::checkFormat(std::size_t format) const {
   if (format >= _conditions.size()) {
@@ -58,9 +59,11 @@ bool PreparedTable::liesInRanges(FormatIndex format, CellIndex cell) const {
   return index.contains(cell.getRow().get(), cell.getColumn().get());
 }
 
-OperandChanges PreparedTable::valuesChanged(std::span<TableRange const> areas) {
+OperandChanges PreparedTable::valuesChanged(DOM::Table const& table,
+                                            std::span<TableRange const> areas) {
   try {
-    OperandChanges changes = _operands.valuesChanged(areas);
+    _lookups.valuesChanged(table, areas);
+    OperandChanges changes = _operands.valuesChanged(table, areas);
     for (FormatIndex const format : changes.touched) {
       _conditions[format].reset();
     }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
@@ -38,7 +39,7 @@ public:
   [[nodiscard]] RangeIndex const& getRangeIndex() const noexcept { return _rangeIndex; }
   [[nodiscard]] StyleSequences const& getStyleSequences() const noexcept { return _sequences; }
   /// Guards itself.
-  [[nodiscard]] Formulas::LookupCache& getLookups() const noexcept { return *_lookups; }
+  [[nodiscard]] Formulas::LookupCache& getLookups() const noexcept { return _lookups; }
 
   /// The index of a format. Throws std::out_of_range if there is no such format.
   [[nodiscard]] FormatIndex checkFormat(std::size_t format) const;
@@ -63,11 +64,14 @@ public:
     return _scopes[format];
   }
 
-  /// Takes over that the cells of some areas of the table have new values: the operands that
-  /// formats take from their ranges follow, or are forgotten. What formulas refer to is not
-  /// followed. Needs exclusive access. Throws what the provider throws, and has then forgotten
-  /// everything that was prepared.
-  OperandChanges valuesChanged(std::span<TableRange const> areas);
+  /// Takes over that the cells of some areas of this table or another one have new values: the
+  /// operands that formats take from their ranges, and what formulas ask of areas, follow or are
+  /// forgotten, but for the conditions of these formulas. Needs exclusive access. Throws what the
+  /// provider throws, and has then forgotten everything that was prepared.
+  OperandChanges valuesChanged(DOM::Table const& table, std::span<TableRange const> areas);
+
+  /// Adds areas of formulas to what follows edits; see SharedOperands. Needs exclusive access.
+  void addAreas(std::span<FormulaArea const> areas) { _operands.addAreas(areas); }
 
   /// Works on operands that follow edits; see SharedOperands. Needs exclusive access.
   bool prepareSome(std::chrono::microseconds budget) { return _operands.prepareSome(budget); }
@@ -81,11 +85,30 @@ public:
     return condition != nullptr && condition->hasGivenUp();
   }
 
+  /// What is kept of an area of formulas, if an aspect of it follows edits; else null.
+  [[nodiscard]] FollowedAnswers const* findAnswers(FormulaArea const& area,
+                                                   Formulas::AreaAspect aspect) const noexcept {
+    return _operands.getAreas().find(*area.table, area.range, aspect);
+  }
+
+  /// The condition of a format if it is prepared; else null.
+  [[nodiscard]] PreparedCondition const* findCondition(FormatIndex format) const noexcept {
+    return _conditions[format].find();
+  }
+  /// Another one in its place. Throws what its preparation throws.
+  [[nodiscard]] std::unique_ptr<PreparedCondition const> prepareAnother(FormatIndex format) const {
+    return prepareCondition({_provider, _table, _operands.find(format), {}}, _formatRefs[format]);
+  }
+  /// Puts it in its place. Needs exclusive access.
+  void replaceCondition(FormatIndex format,
+                        std::unique_ptr<PreparedCondition const> condition) noexcept {
+    _conditions[format].reset();
+    _conditions[format].keepFirst(std::move(condition));
+  }
+
   /// Forgets what was prepared for the condition of a format; the next that needs it prepares it
   /// again. Needs exclusive access, as the other one does.
   void forgetCondition(FormatIndex format) noexcept { _conditions[format].reset(); }
-  /// Forgets the indexes of ranges that formulas use.
-  void forgetLookups() { _lookups = std::make_unique<Formulas::LookupCache>(); }
 
 private:
   ValueContextProvider const& _provider;
@@ -98,7 +121,7 @@ private:
   std::vector<Lazy<PreparedCondition>> _conditions;  ///< by format
   std::vector<Lazy<PointIndex>> _pointIndexes;       ///< by format
   mutable std::recursive_mutex _preparation;
-  std::unique_ptr<Formulas::LookupCache> _lookups;
+  mutable Formulas::LookupCache _lookups;
 };
 
 }  // namespace Zorv::ConditionalFormatters

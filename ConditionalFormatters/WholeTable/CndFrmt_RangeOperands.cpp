@@ -83,7 +83,7 @@ bool RangeOperands::prepareUntil(FollowedOperands::Clock::time_point end) {
     return false;
   }
   if (!_followed) {
-    _followed = std::make_unique<FollowedOperands>(_provider, _table, _ranges, _needs);
+    _followed = std::make_unique<FollowedOperands>(_provider, _table, _ranges, _needs, _aspects);
   }
   try {
     _followed->prepareUntil(end);
@@ -119,8 +119,7 @@ void RangeOperands::forget() noexcept {
 
 void RangeOperands::dropHopeless() noexcept {
   if (_followed->isHopeless()) {
-    _followed.reset();
-    _cannotFollow = true;
+    stopFollowing();
   }
 }
 

@@ -17,6 +17,7 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_PassRequest.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_WatchedCells.h"
 #include "DOM/ConditionalFormatOperator.h"
+#include "Formulas/FollowedAreas.h"
 #include "Utils/CellIndex.h"
 #include "Utils/TableRange.h"
 
@@ -47,6 +48,8 @@ public:
 
   /// Adds the needs of a format with these ranges. To be called before anything is asked.
   void addNeeds(OperandNeeds const& needs) noexcept { _needs |= needs; }
+  /// Adds what formulas ask of the ranges, which are then one range; likewise.
+  void addAspects(Formulas::AreaAspects const& aspects) noexcept { _aspects |= aspects; }
 
   /// Requires that a mean is needed.
   [[nodiscard]] MeanOperand getMean(PassRequest const& request) const;
@@ -74,6 +77,12 @@ public:
   /// Works until a moment on operands that follow edits; see FollowedOperands. True if there is
   /// more to do.
   bool prepareUntil(FollowedOperands::Clock::time_point end);
+
+  /// Follows edits no longer, nor ever again.
+  void stopFollowing() noexcept {
+    _followed.reset();
+    _cannotFollow = true;
+  }
 
   /// Forgets everything.
   void forget() noexcept;
@@ -105,7 +114,8 @@ private:
   ValueContextProvider const& _provider;
   DOM::Table const& _table;
   std::vector<TableRange> const& _ranges;
-  OperandNeeds _needs;  ///< of all formats
+  OperandNeeds _needs;             ///< of all formats
+  Formulas::AreaAspects _aspects;  ///< of all formulas
 
   mutable std::recursive_mutex _collecting;
   Lazy<MeanOperand> _mean;

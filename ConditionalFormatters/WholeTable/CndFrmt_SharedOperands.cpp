@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 
 #include <boost/container_hash/hash.hpp>
@@ -17,15 +18,17 @@ namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-/// About 500 megabytes.
-constexpr std::size_t mostFollowedValues = std::size_t{1} << 23U;
+/// The ranges of a table by which operands are shared. Borrows the list.
+struct SharedKey {
+  DOM::Table const* table;
+  std::vector<TableRange> const* ranges;
 
-using RangeList = std::reference_wrapper<std::vector<TableRange> const>;
-
-struct RangeListHash {
-  std::size_t operator()(RangeList const& ranges) const noexcept {
-    std::size_t hash = 0;
-    for (TableRange const& range : ranges.get()) {
+  friend bool operator==(SharedKey const& a, SharedKey const& b) noexcept {
+    return a.table == b.table && *a.ranges == *b.ranges;
+  }
+  friend std::size_t hash_value(SharedKey const& key) noexcept {
+    std::size_t hash = std::hash<DOM::Table const*>()(key.table);
+    for (TableRange const& range : *key.ranges) {
       boost::hash_combine(hash, range.firstRow);
       boost::hash_combine(hash, range.firstColumn);
       boost::hash_combine(hash, range.endRow);
@@ -35,11 +38,16 @@ struct RangeListHash {
   }
 };
 
-struct RangeListEqual {
-  bool operator()(RangeList const& a, RangeList const& b) const noexcept {
-    return a.get() == b.get();
-  }
-};
+SharedKey sharedKeyOf(RangeOperands const& operands) noexcept {
+  return {&operands.getTable(), &operands.getRanges()};
+}
+
+/// True for an area that the formula engine does not just walk over.
+bool isLarge(TableRange const& area) noexcept {
+  constexpr std::uint64_t fewPositions = 64;
+  return std::uint64_t{area.endRow - area.firstRow} * (area.endColumn - area.firstColumn) >
+         fewPositions;
+}
 
 bool doMeet(std::vector<TableRange> const& ranges, std::span<TableRange const> areas) noexcept {
   return std::ranges::any_of(ranges, [&](TableRange const& range) {
@@ -55,16 +63,16 @@ bool isNumber(boost::optional<FloatNumber> const& reference) noexcept {
 }  // namespace
 
 SharedOperands::SharedOperands(ValueContextProvider const& provider, DOM::Table const& table,
-                               ConditionalFormatRefs const& formatRefs)
-    : _formatRefs(formatRefs) {
-  boost::unordered_map<RangeList, Shared*, RangeListHash, RangeListEqual> byRanges;
+                               ConditionalFormatRefs const& formatRefs, std::size_t mostFollowed)
+    : _provider(provider), _formatRefs(formatRefs), _mostFollowed(mostFollowed) {
+  boost::unordered_map<SharedKey, Shared*> byRanges;
   for (FormatIndex format = 0; format < formatRefs.size(); ++format) {
     auto const& [ranges, record] = formatRefs[format];
     OperandNeeds const needs = findOperandNeeds(record.get().getOperator());
     if (needs.isEmpty()) {
       continue;
     }
-    Shared*& shared = byRanges[std::cref(ranges)];
+    Shared*& shared = byRanges[{&table, &ranges}];
     if (shared == nullptr) {
       shared = &_shared.emplace_back(provider, table, ranges);
     }
@@ -75,11 +83,31 @@ SharedOperands::SharedOperands(ValueContextProvider const& provider, DOM::Table 
   }
 }
 
-OperandChanges SharedOperands::valuesChanged(std::span<TableRange const> areas) {
+void SharedOperands::addAreas(std::span<FormulaArea const> areas) {
+  boost::unordered_map<SharedKey, Shared*> byRanges;
+  for (Shared& shared : _shared) {
+    byRanges.emplace(sharedKeyOf(shared.operands), &shared);
+  }
+  for (FormulaArea const& area : areas) {
+    if (!isLarge(area.range)) {
+      continue;
+    }
+    std::vector<TableRange> const ranges{area.range};
+    auto const known = byRanges.find({area.table, &ranges});
+    Shared* const shared =
+        known == byRanges.end() ? &_shared.emplace_back(_provider, area) : known->second;
+    byRanges.emplace(sharedKeyOf(shared->operands), shared);
+    shared->operands.addAspects(area.aspects);
+    _areas.add(area, shared->operands);
+  }
+}
+
+OperandChanges SharedOperands::valuesChanged(DOM::Table const& table,
+                                             std::span<TableRange const> areas) {
   try {
     OperandChanges changes;
     for (Shared& shared : _shared) {
-      if (doMeet(shared.operands.getRanges(), areas)) {
+      if (&shared.operands.getTable() == &table && doMeet(shared.operands.getRanges(), areas)) {
         changes.touched.insert(changes.touched.end(), shared.formats.begin(), shared.formats.end());
         follow(shared, areas, changes);
       }
@@ -125,13 +153,16 @@ bool SharedOperands::prepareSome(std::chrono::microseconds budget) {
   auto const end = FollowedOperands::Clock::now() + budget;
   std::size_t followed = 0;
   for (Shared& shared : _shared) {
-    followed += shared.operands.countFollowed();
-    if (followed > mostFollowedValues) {
-      return false;
+    bool const hasMore = shared.operands.prepareUntil(end);
+    std::size_t const count = shared.operands.countFollowed();
+    if (count > _mostFollowed - followed) {
+      shared.operands.stopFollowing();
+      continue;
     }
-    if (shared.operands.prepareUntil(end)) {
+    if (hasMore) {
       return true;
     }
+    followed += count;
   }
   return false;
 }

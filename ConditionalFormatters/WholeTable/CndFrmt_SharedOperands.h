@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <deque>
 #include <span>
 #include <vector>
@@ -9,8 +10,10 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_FollowedAreas.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_RangeOperands.h"
 #include "DOM/Table.h"
+#include "Formulas/FollowedAreas.h"
 #include "Utils/CellIndex.h"
 #include "Utils/FloatNumber.h"
 #include "Utils/TableRange.h"
@@ -38,26 +41,41 @@ struct OperandChanges {
   std::vector<CellIndex> cells;
 };
 
-/// The range operands of a table's formats. Formats with the same list of ranges share one object.
+/// The range operands of a table's formats. Formats with the same list of ranges share one object,
+/// and so do formulas that ask something of such a range.
 ///
 /// Ownership: borrows what it is made from. Threads: see RangeOperands; the operations that are not
 /// const need exclusive access.
 class SharedOperands {
 public:
+  /// Most values that follow edits: about 500 megabytes.
+  static constexpr std::size_t defaultMostFollowed = std::size_t{1} << 23U;
+
   SharedOperands(ValueContextProvider const& provider, DOM::Table const& table,
-                 ConditionalFormatRefs const& formatRefs);
+                 ConditionalFormatRefs const& formatRefs,
+                 std::size_t mostFollowed = defaultMostFollowed);
 
   /// The operands of a format; null if its condition takes none from its ranges.
   [[nodiscard]] RangeOperands const* find(FormatIndex format) const noexcept {
     return _byFormat.empty() ? nullptr : _byFormat[format];
   }
 
-  /// Takes over that the cells of some areas have new values, which may be none. What does not
-  /// follow edits is forgotten. If this throws, everything is.
-  [[nodiscard]] OperandChanges valuesChanged(std::span<TableRange const> areas);
+  /// Adds areas to which formulas of the formats refer, of this table and others, to what follows
+  /// edits. Small ones are left out. To be called once, before prepareSome(); needs exclusive
+  /// access.
+  void addAreas(std::span<FormulaArea const> areas);
 
-  /// Works on operands that follow edits, for about the time that is given, a few milliseconds more
-  /// at most. True if there is more to do. Throws what the provider throws.
+  /// The areas of formulas, as far as they follow edits.
+  [[nodiscard]] FollowedFormulaAreas const& getAreas() const noexcept { return _areas; }
+
+  /// Takes over that the cells of some areas of a table have new values, which may be none. What
+  /// does not follow edits is forgotten. If this throws, everything is.
+  [[nodiscard]] OperandChanges valuesChanged(DOM::Table const& table,
+                                             std::span<TableRange const> areas);
+
+  /// Works on operands that follow edits, as far as these have few enough values, for about the
+  /// time that is given, a few milliseconds more at most. True if there is more to do. Throws what
+  /// the provider throws.
   bool prepareSome(std::chrono::microseconds budget);
 
 private:
@@ -66,7 +84,11 @@ private:
     Shared(ValueContextProvider const& provider, DOM::Table const& table,
            std::vector<TableRange> const& ranges) noexcept
         : operands(provider, table, ranges) {}
+    /// For formulas alone.
+    Shared(ValueContextProvider const& provider, FormulaArea const& area)
+        : ownRanges{area.range}, operands(provider, *area.table, ownRanges) {}
 
+    std::vector<TableRange> ownRanges;  ///< unless they are those of formats
     RangeOperands operands;
     FormatIndices formats;
   };
@@ -80,9 +102,12 @@ private:
                       OperandChanges& changes);
   void follow(Shared& shared, std::span<TableRange const> areas, OperandChanges& changes);
 
+  ValueContextProvider const& _provider;
   ConditionalFormatRefs const& _formatRefs;
+  std::size_t _mostFollowed;
   std::deque<Shared> _shared;
   std::vector<RangeOperands const*> _byFormat;  ///< null for most; none if all are null
+  FollowedFormulaAreas _areas;
 };
 
 }  // namespace Zorv::ConditionalFormatters

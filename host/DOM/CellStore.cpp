@@ -16,44 +16,22 @@ using Block = std::vector<Entry>;
 
 bool isBefore(Entry const& a, Entry const& b) noexcept { return a.key < b.key; }
 
-/// Neighbouring lines that a remap moves by one distance, or removes.
-struct LineRun {
-  unsigned long end;                   ///< the line after the last one
-  std::optional<unsigned long> shift;  ///< modulo 2^64; none: the lines are removed
-};
-
-/// The first line, from one on, that a remap does not move by a distance; at most `end`.
-unsigned long skipMoved(CellStore::Remap const& remap, unsigned long line, unsigned long end,
-                        unsigned long shift) {
-  for (; line < end; ++line) {
-    auto const moved = remap(line);
-    if (!moved || *moved - line != shift) {
-      break;
-    }
-  }
-  return line;
-}
-
-unsigned long skipRemoved(CellStore::Remap const& remap, unsigned long line, unsigned long end) {
-  while (line < end && !remap(line)) {
-    ++line;
-  }
-  return line;
-}
-
 /// The new columns of all columns. Columns that are removed have none.
 class ColumnRemap {
 public:
-  ColumnRemap(CellStore::Remap const& remap, unsigned long count) : _isRemoved(count) {
-    _shifts.reserve(count);
+  ColumnRemap(CellStore::Remap const& remap, unsigned long count)
+      : _isRemoved(count), _shifts(count) {
+    unsigned long column = 0;
     unsigned long least = 0;  // the new column of the next one, if the order stays
-    for (unsigned long column = 0; column < count; ++column) {
-      auto const moved = remap(column);
-      _isRemoved[column] = !moved;
-      _shifts.push_back(moved.value_or(column) - column);
-      _removes = _removes || !moved;
-      _keepsOrder = _keepsOrder && (!moved || *moved >= least);
-      least = moved ? *moved + 1 : least;
+    for (CellStore::LineRun const& run : remap) {
+      _removes = _removes || !run.shift;
+      for (; column < std::min(run.end, count); ++column) {
+        _isRemoved[column] = !run.shift;
+        _shifts[column] = run.shift.value_or(0);
+        unsigned long const moved = column + _shifts[column];
+        _keepsOrder = _keepsOrder && (!run.shift || moved >= least);
+        least = run.shift ? moved + 1 : least;
+      }
     }
   }
 
@@ -74,26 +52,6 @@ private:
   bool _removes = false;
   bool _keepsOrder = true;
 };
-
-/// The runs of lines from `first` up to `end`, which lies outside; none if there are more than an
-/// edit of a table makes.
-std::vector<LineRun> findLineRuns(CellStore::Remap const& remap, unsigned long first,
-                                  unsigned long end) {
-  constexpr std::size_t mostRuns = 8;
-  std::vector<LineRun> runs;
-  for (unsigned long line = first; line < end && runs.size() <= mostRuns;) {
-    auto const moved = remap(line);
-    auto const shift = moved ? std::optional(*moved - line) : std::nullopt;
-    ++line;
-    if (shift) {
-      line = skipMoved(remap, line, end, *shift);
-    } else {
-      line = skipRemoved(remap, line, end);
-    }
-    runs.push_back({line, shift});
-  }
-  return runs.size() <= mostRuns ? runs : std::vector<LineRun>();
-}
 
 /// Puts cells in order of which one group stands in the wrong place, as after a move of lines;
 /// other ones are sorted.
@@ -243,6 +201,7 @@ std::size_t indexBlocks(std::vector<Block>& blocks,
 Cell& CellStore::getOrCreate(unsigned long row, unsigned long column) {
   Key const key = makeKey(row, column);
   if (_blocks.empty() || key > _blocks.back().back().key) {
+    ++_layoutVersion;
     append({key, {}});
     return _blocks.back().back().cell;
   }
@@ -251,6 +210,7 @@ Cell& CellStore::getOrCreate(unsigned long row, unsigned long column) {
   if (offset < _blocks[blockIndex].size() && _blocks[blockIndex][offset].key == key) {
     return _blocks[blockIndex][offset].cell;
   }
+  ++_layoutVersion;
   blockIndex = makeRoom(blockIndex, key);
   Block& block = _blocks[blockIndex];
   offset = offsetIn(block, key);
@@ -266,6 +226,7 @@ void CellStore::remove(unsigned long row, unsigned long column) {
   if (position == end() || entryAt(position).key != key) {
     return;
   }
+  ++_layoutVersion;
   auto const blockOffset = static_cast<std::ptrdiff_t>(position.block);
   Block& block = _blocks[position.block];
   block.erase(block.begin() + static_cast<std::ptrdiff_t>(position.offset));
@@ -344,24 +305,17 @@ TableRange CellStore::getUsedRange() const noexcept {
 }
 
 void CellStore::remapRows(Remap const& remap) {
-  auto const [first, end] = getUsedRows();
-  std::vector<LineRun> const runs = findLineRuns(remap, first, end);
-  if (runs.empty()) {
-    rebuild([&remap](Key key) -> std::optional<Key> {
-      auto const row = remap(key >> columnBits);
-      return row ? std::optional<Key>(makeKey(*row, key & columnMask)) : std::nullopt;
-    });
-    return;
-  }
+  ++_layoutVersion;
   // Cut so that each block lies in one run. Should memory be short meanwhile, all is as it was.
-  for (LineRun const& run : runs) {
+  for (LineRun const& run : remap) {
     cutAt(_blocks, _firstKeys, makeKey(run.end, 0));
   }
-  auto run = runs.begin();
-  for (Block& block : _blocks) {
-    while (block.front().getRow() >= run->end) {
+  auto run = remap.begin();
+  for (std::size_t index = 0; index < _blocks.size(); ++index) {
+    while (_firstKeys[index] >= makeKey(run->end, 0)) {
       ++run;
     }
+    Block& block = _blocks[index];
     if (!run->shift) {
       block.clear();
     } else if (*run->shift != 0) {
@@ -371,11 +325,15 @@ void CellStore::remapRows(Remap const& remap) {
     }
   }
   std::erase_if(_blocks, [](Block const& block) { return block.empty(); });
-  std::ranges::sort(_blocks, {}, [](Block const& block) { return block.front().key; });
+  auto const firstKey = [](Block const& block) { return block.front().key; };
+  if (!std::ranges::is_sorted(_blocks, {}, firstKey)) {
+    std::ranges::sort(_blocks, {}, firstKey);
+  }
   _size = indexBlocks(_blocks, _firstKeys);
 }
 
 void CellStore::remapColumns(Remap const& remap) {
+  ++_layoutVersion;
   ColumnRemap const columns(remap, columnMask + 1);
   RowSorter sorter(columns.keepsOrder() ? 0 : _size);
   for (Block& block : _blocks) {
@@ -427,25 +385,6 @@ std::size_t CellStore::makeRoom(std::size_t blockIndex, Key key) {
   _blocks.insert(_blocks.begin() + at, std::move(upper));
   _firstKeys.insert(_firstKeys.begin() + at, upperKey);
   return key < upperKey ? blockIndex : blockIndex + 1;
-}
-
-template <class NewKey>
-void CellStore::rebuild(NewKey const& newKey) {
-  std::vector<Entry> entries;
-  entries.reserve(_size);
-  for (Block& block : _blocks) {
-    for (Entry& entry : block) {
-      if (auto const key = newKey(entry.key)) {
-        entries.push_back({*key, std::move(entry.cell)});
-      }
-    }
-  }
-  std::sort(entries.begin(), entries.end(),
-            [](Entry const& a, Entry const& b) { return a.key < b.key; });
-  *this = CellStore();
-  for (Entry& entry : entries) {
-    append(std::move(entry));
-  }
 }
 
 }  // namespace Zorv::DOM

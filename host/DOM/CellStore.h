@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <span>
 #include <utility>
@@ -43,8 +42,14 @@ public:
     friend bool operator==(Position const&, Position const&) noexcept = default;
   };
 
-  /// Maps a row or column index to its new one; std::nullopt removes its cells.
-  using Remap = std::function<std::optional<unsigned long>(unsigned long)>;
+  /// Neighbouring rows or columns that an edit moves by one distance, or removes.
+  struct LineRun {
+    unsigned long end;                   ///< the line after the last one
+    std::optional<unsigned long> shift;  ///< modulo 2^64; none: the lines are removed
+  };
+  /// Where an edit puts all lines of an axis: runs of neighbours, each of which begins where the
+  /// one before ends. Lines after the last run must have no cells. No two lines go to one place.
+  using Remap = std::vector<LineRun>;
 
   /// The number of cells.
   [[nodiscard]] std::size_t size() const noexcept { return _size; }
@@ -97,10 +102,14 @@ public:
   /// The smallest range that contains every cell; empty without cells. Linear.
   [[nodiscard]] TableRange getUsedRange() const noexcept;
 
-  /// Changes the row of every cell. Linear, plus a sort.
+  /// Changes the row of every cell. Linear in the cells of rows that move.
   void remapRows(Remap const& remap);
-  /// The same for columns.
+  /// The same for columns. Linear, plus a sort where the order of columns changes.
   void remapColumns(Remap const& remap);
+
+  /// A number that is another one after each change that may move cells in memory, or destroys
+  /// them: what was borrowed from the cells before is lost then.
+  [[nodiscard]] std::uint64_t getLayoutVersion() const noexcept { return _layoutVersion; }
 
 private:
   static constexpr unsigned columnBits = 14;  // 16,384 columns
@@ -124,12 +133,11 @@ private:
   [[nodiscard]] Position searchNear(Position hint, Key key) const noexcept;
   void append(Entry entry);
   std::size_t makeRoom(std::size_t blockIndex, Key key);
-  template <class NewKey>
-  void rebuild(NewKey const& newKey);
 
   std::vector<Block> _blocks;   ///< none is empty
   std::vector<Key> _firstKeys;  ///< first key of each block
   std::size_t _size = 0;
+  std::uint64_t _layoutVersion = 0;
 };
 
 }  // namespace Zorv::DOM

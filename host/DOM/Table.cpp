@@ -1,5 +1,6 @@
 #include "DOM/Table.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -16,35 +17,23 @@ void checkLines(char const* what, unsigned long first, unsigned long count, unsi
   }
 }
 
+/// An end of runs behind all lines.
+constexpr unsigned long endOfLines = std::max(Table::rowCount, Table::columnCount);
+
 CellStore::Remap afterInsertion(unsigned long before, unsigned long count) {
-  return [=](unsigned long line) -> std::optional<unsigned long> {
-    return line < before ? line : line + count;
-  };
+  return {{before, 0}, {endOfLines, count}};
 }
 
 CellStore::Remap afterDeletion(unsigned long first, unsigned long count) {
-  return [=](unsigned long line) -> std::optional<unsigned long> {
-    if (line < first) {
-      return line;
-    }
-    return line < first + count ? std::nullopt : std::optional<unsigned long>(line - count);
-  };
+  return {{first, 0}, {first + count, std::nullopt}, {endOfLines, 0 - count}};
 }
 
 CellStore::Remap afterMove(unsigned long first, unsigned long count, unsigned long before) {
-  return [=](unsigned long line) -> std::optional<unsigned long> {
-    bool const moved = first <= line && line < first + count;
-    if (before <= first) {
-      if (moved) {
-        return line - (first - before);
-      }
-      return before <= line && line < first ? line + count : line;
-    }
-    if (moved) {
-      return line + (before - first - count);
-    }
-    return first + count <= line && line < before ? line - count : line;
-  };
+  if (before <= first) {
+    return {{before, 0}, {first, count}, {first + count, before - first}, {endOfLines, 0}};
+  }
+  return {
+      {first, 0}, {first + count, before - first - count}, {before, 0 - count}, {endOfLines, 0}};
 }
 
 bool isInside(unsigned long before, unsigned long first, unsigned long count) noexcept {

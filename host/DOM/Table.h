@@ -73,6 +73,13 @@ public:
   [[nodiscard]] std::pair<CellRangeIt<true>, CellRangeIt<true>> getRangeIterators(
       TableRange const& range) const;
 
+  /// A number that is another one after each edit that may move cells in memory or removes them,
+  /// and so invalidates what was borrowed from cells, such as their texts. A new value of an
+  /// existing cell invalidates what was borrowed from that cell alone.
+  [[nodiscard]] std::uint64_t getLayoutVersion() const noexcept {
+    return _cells.getLayoutVersion();
+  }
+
   // Identities and edits. An edit moves cells and identities together.
 
   /// The identity of the row at a position.

@@ -1,9 +1,13 @@
 #include "Formulas/FindDependencies.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "Formulas/Evaluation/SheetRange.h"
 #include "Formulas/Functions/BuiltinFunctions.h"
@@ -51,6 +55,91 @@ bool holdsResized(Extent const& values, Extent const& range) noexcept {
          values.last - values.first == range.last - range.first;
 }
 
+/// A function that asks something of an area as a whole.
+struct AreaUse {
+  std::string_view function;
+  AreaAspect aspect;
+  std::uint32_t argument = 0;       ///< the index of the area among the arguments
+  std::uint32_t mostArguments = 1;  ///< of a call that has only one list of numbers
+};
+
+constexpr std::array areaUses = {
+    AreaUse{"AVERAGE", AreaAspect::Summary},
+    AreaUse{"COUNT", AreaAspect::Summary},
+    AreaUse{"COUNTA", AreaAspect::Summary},
+    AreaUse{"COUNTIF", AreaAspect::Classes, 0, 2},
+    AreaUse{"LARGE", AreaAspect::Order, 0, 2},
+    AreaUse{"MAX", AreaAspect::Order},
+    AreaUse{"MEDIAN", AreaAspect::Order},
+    AreaUse{"MIN", AreaAspect::Order},
+    AreaUse{"PERCENTILE", AreaAspect::Order, 0, 2},
+    AreaUse{"PERCENTILE.EXC", AreaAspect::Order, 0, 2},
+    AreaUse{"PERCENTILE.INC", AreaAspect::Order, 0, 2},
+    AreaUse{"QUARTILE", AreaAspect::Order, 0, 2},
+    AreaUse{"QUARTILE.EXC", AreaAspect::Order, 0, 2},
+    AreaUse{"QUARTILE.INC", AreaAspect::Order, 0, 2},
+    AreaUse{"RANK", AreaAspect::Order, 1, 3},
+    AreaUse{"RANK.AVG", AreaAspect::Order, 1, 3},
+    AreaUse{"RANK.EQ", AreaAspect::Order, 1, 3},
+    AreaUse{"SMALL", AreaAspect::Order, 0, 2},
+    AreaUse{"SUM", AreaAspect::Summary},
+};
+
+/// The use of an area by a function that is called with some arguments; null if there is none.
+AreaUse const* findAreaUse(std::string_view function, std::uint32_t argumentCount) noexcept {
+  auto const use = std::ranges::lower_bound(areaUses, function, {}, &AreaUse::function);
+  bool const isUse = use != areaUses.end() && use->function == function &&
+                     use->argument < argumentCount && argumentCount <= use->mostArguments;
+  return isUse ? &*use : nullptr;
+}
+
+std::uint32_t argumentAt(ExprParts const& parts, Node const& call, std::uint32_t index) noexcept {
+  std::uint32_t argument = call.firstArgument;
+  for (; index > 0; --index) {
+    argument = parts.nodes[argument].next;
+  }
+  return argument;
+}
+
+/// True for a criterion that is written with an operator of order, such as `">5"` or `"<"&A1`.
+bool asksForOrder(ExprParts const& parts, Node const& criterion) {
+  Node const& first =
+      criterion.kind == NodeKind::Binary ? parts.nodes[criterion.firstArgument] : criterion;
+  if (first.kind != NodeKind::Text) {
+    return false;
+  }
+  std::string_view const text = parts.texts[first.index];
+  return text.starts_with('>') || (text.starts_with('<') && !text.starts_with("<>"));
+}
+
+AreaAspects aspectsOf(ExprParts const& parts, Node const& call, AreaUse const& use) {
+  switch (use.aspect) {
+    case AreaAspect::Summary:
+      return {.summary = true};
+    case AreaAspect::Order:
+      return {.order = true};
+    default: {
+      bool const byOrder = asksForOrder(parts, parts.nodes[argumentAt(parts, call, 1)]);
+      return {.order = byOrder, .classes = !byOrder};
+    }
+  }
+}
+
+/// The cell whose value a COUNTIF counts, if its criterion is a reference to one of the formula's
+/// own table.
+std::optional<CellReference> findCountedCell(ExprParts const& parts, Node const& call,
+                                             AreaAspects const& aspects) {
+  if (!aspects.classes) {
+    return std::nullopt;
+  }
+  Node const& criterion = parts.nodes[argumentAt(parts, call, 1)];
+  if (criterion.kind != NodeKind::Reference) {
+    return std::nullopt;
+  }
+  CellReference const& cell = parts.references[criterion.index];
+  return cell.isSingleCell() && cell.sheet == noIndex ? std::optional(cell) : std::nullopt;
+}
+
 /// Gathers the dependencies of an expression and of the names that it uses.
 class DependencyFinder {
 public:
@@ -69,24 +158,36 @@ public:
   }
 
 private:
+  /// What functions take a node for.
+  struct Use {
+    bool isPlaceOnly = false;
+    AreaAspects aspects;
+    std::optional<CellReference> countedCell;
+  };
+
   void visit(ExprParts const& parts) {
-    std::vector<bool> isPlaceOnly(parts.nodes.size(), false);
+    std::vector<Use> uses(parts.nodes.size());
     for (Node const& node : parts.nodes) {
       if (node.kind == NodeKind::Function) {
-        visitFunction(parts, node, isPlaceOnly);
+        visitFunction(parts, node, uses);
       }
     }
     for (std::uint32_t node = 0; node < parts.nodes.size(); ++node) {
-      if (!isPlaceOnly[node]) {
-        visitNode(parts, parts.nodes[node]);
+      if (!uses[node].isPlaceOnly) {
+        visitNode(parts, parts.nodes[node], uses[node]);
       }
     }
   }
 
-  void visitFunction(ExprParts const& parts, Node const& node, std::vector<bool>& isPlaceOnly) {
+  void visitFunction(ExprParts const& parts, Node const& node, std::vector<Use>& uses) {
     FunctionEntry const& function = builtinFunctions().at(node.function);
     if (function.traits.asksPlaceOfFirst && node.argumentCount > 0) {
-      isPlaceOnly[node.firstArgument] = true;
+      uses[node.firstArgument].isPlaceOnly = true;
+    }
+    if (AreaUse const* const use = findAreaUse(function.name, node.argumentCount)) {
+      Use& ofArea = uses[argumentAt(parts, node, use->argument)];
+      ofArea.aspects = aspectsOf(parts, node, *use);
+      ofArea.countedCell = findCountedCell(parts, node, ofArea.aspects);
     }
     if (function.traits.isVolatile) {
       addVolatile(function.name);
@@ -120,11 +221,11 @@ private:
     _found.onAnyCell = _found.onAnyCell || !isInside;
   }
 
-  void visitNode(ExprParts const& parts, Node const& node) {
+  void visitNode(ExprParts const& parts, Node const& node, Use const& use) {
     if (node.kind == NodeKind::Reference) {
-      addReference(parts, parts.references[node.index]);
+      addReference(parts, parts.references[node.index], use);
     } else if (node.kind == NodeKind::StructuredReference) {
-      addStructured(parts, parts.structuredReferences[node.index]);
+      addStructured(parts, parts.structuredReferences[node.index], use.aspects);
     } else if (node.kind == NodeKind::Name) {
       NameReference const& name = parts.names[node.index];
       followName(parts.texts[name.name], findSheet(parts, name.sheet));
@@ -135,19 +236,23 @@ private:
     }
   }
 
-  void addReference(ExprParts const& parts, CellReference const& reference) {
+  void addReference(ExprParts const& parts, CellReference const& reference, Use const& use) {
     if (TableContext const* const table = findSheet(parts, reference.sheet)) {
-      _found.references.push_back({addressOf(*table), reference, _isInName});
+      bool const isFixedArea = !reference.isRelative() && !reference.isSingleCell();
+      _found.references.push_back({addressOf(*table), reference, _isInName,
+                                   isFixedArea ? use.aspects : AreaAspects(),
+                                   isFixedArea ? use.countedCell : std::nullopt});
       return;
     }
     for (auto const* const table : findSheetRange(_provider, parts.texts[reference.sheet])) {
-      _found.references.push_back({addressOf(*table), reference, _isInName});
+      _found.references.push_back({addressOf(*table), reference, _isInName, {}});
     }
   }
 
   /// The whole list, which for the cell's own list is somewhere in the table; or of either the part
   /// in the cell's row.
-  void addStructured(ExprParts const& parts, StructuredReference const& reference) {
+  void addStructured(ExprParts const& parts, StructuredReference const& reference,
+                     AreaAspects const& aspects) {
     DOM::Table const* table = nullptr;
     TableRange range{0, 0, DOM::Table::rowCount, DOM::Table::columnCount};
     if (reference.list != noIndex) {
@@ -167,7 +272,9 @@ private:
       corners.firstRow = corners.lastRow = 0;
       corners.firstRowIsRelative = corners.lastRowIsRelative = true;
     }
-    _found.references.push_back({table, corners, true});
+    bool const isFixedArea =
+        reference.list != noIndex && !reference.thisRow && !corners.isSingleCell();
+    _found.references.push_back({table, corners, true, isFixedArea ? aspects : AreaAspects()});
   }
 
   void followName(std::string_view name, TableContext const* table) {

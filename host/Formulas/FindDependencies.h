@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
 #include "DOM/Table.h"
 #include "Formulas/ContextProvider.h"
+#include "Formulas/FollowedAreas.h"
 #include "Formulas/TableContext.h"
 #include "Utils/Export.h"
 
@@ -22,6 +24,12 @@ struct Dependencies {
     /// The corners are written as seen from row 0, column 0, as those of defined names are, and not
     /// from the cell for which the formula was written.
     bool isFromFirstCell = false;
+    /// What functions ask of all its cells together, as far as these can be kept up to date; see
+    /// LookupCache::follow(). None for a reference that moves with the evaluated cell.
+    AreaAspects aspects;
+    /// The reference to one cell whose value is counted among those of the area, for the range of a
+    /// COUNTIF. Nothing where the criterion is something else.
+    std::optional<DOM::FormulaSyntaxTree::CellReference> countedCell = std::nullopt;
   };
   std::vector<Reference> references;  ///< of the formula, and of the names that it uses
 

@@ -3,6 +3,7 @@ target_sources(
   zorv_formulas_objects
   PRIVATE ${CMAKE_CURRENT_LIST_DIR}/CalcExpr.cpp
           ${CMAKE_CURRENT_LIST_DIR}/CalcShiftedExpr.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/CriterionText.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/ByElement.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/Call.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Evaluation/EvaluateExpr.cpp
@@ -68,6 +69,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/KeyedValue.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/LookupMap.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/LookupSession.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Lookups/LookupStore.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/OrderedValues.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/SharedWork.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValueDictionary.cpp

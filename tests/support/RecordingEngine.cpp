@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/CriterionText.h"
 #include "Formulas/EvaluationSession.h"
 #include "Formulas/FindDependencies.h"
 #include "Formulas/FoldExpr.h"
@@ -105,6 +106,14 @@ class LookupStore {};
 
 LookupCache::LookupCache() = default;
 LookupCache::~LookupCache() = default;
+void LookupCache::follow(FollowedAreas const& /*areas*/) noexcept {}
+void LookupCache::valuesChanged(DOM::Table const& /*table*/,
+                                std::span<TableRange const> /*areas*/) {}
+
+CriterionText readCriterionText(std::string_view text,
+                                OfficeUtils::LocaleContext const& /*locale*/) {
+  return std::string(text);
+}
 
 EvaluationSession::EvaluationSession() noexcept = default;
 EvaluationSession::EvaluationSession(LookupCache& lookups) noexcept : _lookups(&lookups) {}

@@ -84,11 +84,8 @@ Value ceilingToMultiple(Call& call) {
 }
 
 Value sum(Call& call) {
-  double total = 0.0;
-  auto const error = visitNumbers(call, [&](double number, std::uint64_t times) {
-    total += number * static_cast<double>(times);
-  });
-  return error ? *error : Value::number(total);
+  Totals const totals = addUp(call);
+  return totals.error ? *totals.error : Value::number(totals.sum);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "Formulas/Evaluation/Call.h"
@@ -79,6 +80,40 @@ template <class Take>
   return visitNumbers(call, 0, call.count(), take);
 }
 
+/// The area that is the only argument among some, if somebody keeps an aspect of it up to date;
+/// else null.
+[[nodiscard]] inline FollowedArea const* findFollowed(Call const& call, std::size_t first,
+                                                      std::size_t end, AreaAspect aspect) {
+  LookupSession const* const lookups = call.evaluator().lookups();
+  bool const isArea = end == first + 1 && call[first].isReference();
+  return lookups != nullptr && isArea ? lookups->findFollowed(call[first].asArea(), aspect)
+                                      : nullptr;
+}
+
+/// The numbers of all arguments in sum, or the first error among them.
+struct Totals {
+  double sum = 0.0;
+  std::uint64_t count = 0;
+  std::optional<Value> error;
+};
+
+[[nodiscard]] inline std::optional<Value> errorOf(AreaSummary const& summary) {
+  return summary.firstError ? std::optional(Value::error(*summary.firstError)) : std::nullopt;
+}
+
+[[nodiscard]] inline Totals addUp(Call const& call) {
+  if (auto const* const followed = findFollowed(call, 0, call.count(), AreaAspect::Summary)) {
+    AreaSummary const& summary = followed->getSummary();
+    return {summary.sum, summary.numberCount, errorOf(summary)};
+  }
+  Totals totals;
+  totals.error = visitNumbers(call, [&](double number, std::uint64_t times) {
+    totals.sum += number * static_cast<double>(times);
+    totals.count += times;
+  });
+  return totals;
+}
+
 /// How many numbers one list may have, which takes up to 128 MiB.
 inline constexpr std::uint64_t mostNumbers = std::uint64_t{1} << 24U;
 
@@ -113,19 +148,57 @@ private:
   std::optional<Value> _error;
 };
 
+/// The number at an index of the sorted list. Reorders the numbers.
+[[nodiscard]] inline double selectAt(std::vector<double>& numbers, std::size_t index) {
+  auto const at = numbers.begin() + static_cast<std::ptrdiff_t>(index);
+  std::ranges::nth_element(numbers, at);
+  return *at;
+}
+
+/// The numbers of some arguments in their order, by index. Those of a list are selected from it,
+/// those of an area that is kept up to date are known.
+class NumbersInOrder {
+public:
+  NumbersInOrder(Call const& call, std::size_t first, std::size_t end)
+      : _followed(findFollowed(call, first, end, AreaAspect::Order)) {
+    if (_followed == nullptr) {
+      _list.emplace(call, first, end);
+    }
+  }
+
+  /// Set where an argument holds an error.
+  [[nodiscard]] std::optional<Value> error() const {
+    return _followed != nullptr ? errorOf(_followed->getSummary()) : _list->error();
+  }
+  [[nodiscard]] std::size_t size() {
+    return _followed != nullptr ? static_cast<std::size_t>(_followed->getSummary().numberCount)
+                                : _list->numbers().size();
+  }
+  /// Requires an index below size(), as the next one does.
+  [[nodiscard]] double at(std::size_t index) {
+    return _followed != nullptr ? _followed->numberAt(index) : selectAt(_list->numbers(), index);
+  }
+  /// The number at an index and the next one; requires that there is a next one.
+  [[nodiscard]] std::pair<double, double> pairAt(std::size_t index) {
+    double const lower = at(index);
+    if (_followed != nullptr) {
+      return {lower, at(index + 1)};
+    }
+    auto const rest = _list->numbers().begin() + static_cast<std::ptrdiff_t>(index) + 1;
+    return {lower, *std::min_element(rest, _list->numbers().end())};
+  }
+
+private:
+  FollowedArea const* _followed;
+  std::optional<NumberList> _list;  ///< of other arguments
+};
+
 /// A function of the numbers of all arguments.
 template <Value (*finish)(std::vector<double>& numbers),
           ElementRule rule = ElementRule::NumbersOnly>
 Value reduceNumbers(Call& call) {
   NumberList list(call, 0, call.count(), rule);
   return list.error() ? *list.error() : finish(list.numbers());
-}
-
-/// The number at an index of the sorted list. Reorders the numbers.
-[[nodiscard]] inline double selectAt(std::vector<double>& numbers, std::size_t index) {
-  auto const at = numbers.begin() + static_cast<std::ptrdiff_t>(index);
-  std::ranges::nth_element(numbers, at);
-  return *at;
 }
 
 }  // namespace Zorv::Formulas

@@ -62,17 +62,15 @@ Value rank(Call& call) {
 }
 
 /// The number at an index of the sorted numbers; for a fraction of an index, a number between two
-/// numbers. Reorders the numbers.
-double interpolateAt(Numbers& numbers, double index) {
+/// numbers.
+double interpolateAt(NumbersInOrder& numbers, double index) {
   double const whole = roundDown(index);
   auto const lowerIndex = static_cast<std::size_t>(whole);
-  double const lower = selectAt(numbers, lowerIndex);
   double const fraction = std::max(index - whole, 0.0);
   if (fraction == 0.0 || lowerIndex + 1 >= numbers.size()) {
-    return lower;
+    return numbers.at(lowerIndex);
   }
-  auto const rest = numbers.begin() + static_cast<std::ptrdiff_t>(lowerIndex) + 1;
-  double const upper = *std::min_element(rest, numbers.end());
+  auto const [lower, upper] = numbers.pairAt(lowerIndex);
   return lower + (upper - lower) * fraction;
 }
 
@@ -82,9 +80,9 @@ enum class Ends : std::uint8_t {
 };
 
 template <Ends ends>
-Value quantile(Numbers& numbers, double share) {
-  double const count = countOf(numbers);
-  if (numbers.empty() || !(share >= 0.0 && share <= 1.0)) {
+Value quantile(NumbersInOrder& numbers, double share) {
+  auto const count = static_cast<double>(numbers.size());
+  if (numbers.size() == 0 || !(share >= 0.0 && share <= 1.0)) {
     return notANumber();
   }
   if (ends == Ends::Included) {
@@ -100,17 +98,17 @@ Value quantile(Numbers& numbers, double share) {
 /// PERCENTILE(numbers, share)
 template <Ends ends>
 Value percentile(Call& call) {
-  NumberList list(call, 0, 1);
-  return list.error() ? *list.error() : quantile<ends>(list.numbers(), call.number(1));
+  NumbersInOrder numbers(call, 0, 1);
+  return numbers.error() ? *numbers.error() : quantile<ends>(numbers, call.number(1));
 }
 
 /// QUARTILE(numbers, quarter)
 template <Ends ends>
 Value quartile(Call& call) {
   constexpr double quarters = 4.0;
-  NumberList list(call, 0, 1);
-  return list.error() ? *list.error()
-                      : quantile<ends>(list.numbers(), std::trunc(call.number(1)) / quarters);
+  NumbersInOrder numbers(call, 0, 1);
+  return numbers.error() ? *numbers.error()
+                         : quantile<ends>(numbers, std::trunc(call.number(1)) / quarters);
 }
 
 /// The share of the numbers below one of them, or below a number between two of them; nothing for a

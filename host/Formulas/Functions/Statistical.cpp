@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
 
 #include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
@@ -20,6 +21,9 @@ Value fromCount(std::uint64_t count) { return Value::number(static_cast<double>(
 
 /// COUNT: numbers; of single values also what reads as one. Errors do not count.
 Value countNumbers(Call& call) {
+  if (auto const* const followed = findFollowed(call, 0, call.count(), AreaAspect::Summary)) {
+    return fromCount(followed->getSummary().numberCount);
+  }
   std::uint64_t count = 0;
   for (Value const& argument : call.arguments()) {
     if (argument.isSingle()) {
@@ -36,6 +40,9 @@ Value countNumbers(Call& call) {
 
 /// COUNTA: all that is not empty.
 Value countValues(Call& call) {
+  if (auto const* const followed = findFollowed(call, 0, call.count(), AreaAspect::Summary)) {
+    return fromCount(followed->getSummary().valueCount);
+  }
   std::uint64_t count = 0;
   for (Value const& argument : call.arguments()) {
     forEachElement(call.steps(), argument, [&](Value const& element, std::uint64_t times) {
@@ -62,63 +69,72 @@ Value countBlanks(Call& call) {
 }
 
 Value average(Call& call) {
-  double total = 0.0;
-  std::uint64_t count = 0;
-  auto const error = visitNumbers(call, [&](double number, std::uint64_t times) {
-    total += number * static_cast<double>(times);
-    count += times;
-  });
-  if (error) {
-    return *error;
+  Totals const totals = addUp(call);
+  if (totals.error) {
+    return *totals.error;
   }
-  return count == 0 ? Value::error(FormulaErrorCode::DivisionByZero)
-                    : Value::number(total / static_cast<double>(count));
+  return totals.count == 0 ? Value::error(FormulaErrorCode::DivisionByZero)
+                           : Value::number(totals.sum / static_cast<double>(totals.count));
 }
 
-/// MIN and MAX; 0 where there is no number.
+/// The first or the last number in the order of all; nothing unless the order is known.
+std::optional<double> findKnownExtreme(Call const& call, bool isLast) {
+  FollowedArea const* const followed = findFollowed(call, 0, call.count(), AreaAspect::Order);
+  if (followed == nullptr || followed->getSummary().firstError ||
+      followed->getSummary().numberCount == 0) {
+    return std::nullopt;
+  }
+  return followed->numberAt(isLast ? followed->getSummary().numberCount - 1 : 0);
+}
+
+/// What MIN and MAX give; 0 where there is no number.
+Value fromExtreme(double extreme) { return Value::number(std::isinf(extreme) ? 0.0 : extreme); }
+
 Value minimum(Call& call) {
+  if (auto const known = findKnownExtreme(call, false)) {
+    return fromExtreme(*known);
+  }
   double least = std::numeric_limits<double>::infinity();
   auto const error = visitNumbers(
       call, [&](double number, std::uint64_t /*times*/) { least = std::min(least, number); });
-  return error ? *error : Value::number(std::isinf(least) ? 0.0 : least);
+  return error ? *error : fromExtreme(least);
 }
 
 Value maximum(Call& call) {
+  if (auto const known = findKnownExtreme(call, true)) {
+    return fromExtreme(*known);
+  }
   double most = -std::numeric_limits<double>::infinity();
   auto const error = visitNumbers(
       call, [&](double number, std::uint64_t /*times*/) { most = std::max(most, number); });
-  return error ? *error : Value::number(std::isinf(most) ? 0.0 : most);
+  return error ? *error : fromExtreme(most);
 }
 
 Value median(Call& call) {
-  NumberList list(call, 0, call.count());
-  std::vector<double>& numbers = list.numbers();
-  if (list.error() || numbers.empty()) {
-    return list.error() ? *list.error() : Value::error(FormulaErrorCode::Number);
+  NumbersInOrder numbers(call, 0, call.count());
+  if (numbers.error() || numbers.size() == 0) {
+    return numbers.error() ? *numbers.error() : Value::error(FormulaErrorCode::Number);
   }
   std::size_t const middle = numbers.size() / 2;
-  double const upper = selectAt(numbers, middle);
   if (numbers.size() % 2 != 0) {
-    return Value::number(upper);
+    return Value::number(numbers.at(middle));
   }
-  auto const lowerEnd = numbers.begin() + static_cast<std::ptrdiff_t>(middle);
-  double const lower = *std::max_element(numbers.begin(), lowerEnd);
+  auto const [lower, upper] = numbers.pairAt(middle - 1);
   return Value::number(lower + (upper - lower) / 2.0);
 }
 
 /// The number of a rank, which counts from 1 and whose fraction rounds up.
 Value selectByRank(Call const& call, bool fromLargest) {
-  NumberList list(call, 0, 1);
-  std::vector<double>& numbers = list.numbers();
-  if (list.error()) {
-    return *list.error();
+  NumbersInOrder numbers(call, 0, 1);
+  if (numbers.error()) {
+    return *numbers.error();
   }
   double const rank = std::ceil(call.number(1));
-  if (numbers.empty() || rank < 1.0 || rank > static_cast<double>(numbers.size())) {
+  if (numbers.size() == 0 || rank < 1.0 || rank > static_cast<double>(numbers.size())) {
     return Value::error(FormulaErrorCode::Number);
   }
   std::size_t const fromStart = static_cast<std::size_t>(rank) - 1;
-  return Value::number(selectAt(numbers, fromLargest ? numbers.size() - 1 - fromStart : fromStart));
+  return Value::number(numbers.at(fromLargest ? numbers.size() - 1 - fromStart : fromStart));
 }
 
 Value large(Call& call) { return selectByRank(call, true); }

@@ -21,10 +21,17 @@ bool LookupBudget::reserve(LookupCost cost) noexcept {
   return isThere;
 }
 
-void LookupBudget::settle(LookupCost cost, std::size_t bytes) noexcept {
+std::size_t LookupBudget::settle(LookupCost cost, std::size_t bytes) noexcept {
   std::lock_guard const lock(_mutex);
   _free += bytesToBuild(cost);
-  _free -= std::min(_free, std::max(bytes, bytesPerIndex));
+  std::size_t const taken = std::min(_free, std::max(bytes, bytesPerIndex));
+  _free -= taken;
+  return taken;
+}
+
+void LookupBudget::release(std::size_t bytes) noexcept {
+  std::lock_guard const lock(_mutex);
+  _free += bytes;
 }
 
 BuildScope::BuildScope() noexcept : _wasActive(std::exchange(isBuilding, true)) {}

@@ -39,8 +39,10 @@ public:
 
   /// Reserves the memory that building an index may take; false if there is not enough.
   [[nodiscard]] bool reserve(LookupCost cost) noexcept;
-  /// Releases the reserved memory, except the bytes that the index takes.
-  void settle(LookupCost cost, std::size_t bytes) noexcept;
+  /// Releases the reserved memory, except the bytes that the index takes. Gives what stays taken.
+  std::size_t settle(LookupCost cost, std::size_t bytes) noexcept;
+  /// Releases what stayed taken.
+  void release(std::size_t bytes) noexcept;
 
 private:
   std::mutex _mutex;  ///< guards `_free`
@@ -100,6 +102,22 @@ public:
     return findReady(key);
   }
 
+  /// Forgets the indexes with a key for which `isStale(key)` is true, and that one could not be
+  /// built. They are built again when they are asked for, since they did pay. Requires that no
+  /// thread uses the map or an index of it.
+  template <class IsStale>
+  void forgetIf(IsStale const& isStale) {
+    for (auto& [key, entry] : _entries) {
+      if (entry.state != State::Counting && isStale(key)) {
+        _budget->release(entry.bytes);
+        entry.bytes = 0;
+        entry.index = nullptr;
+        entry.state = State::Counting;
+        ++_countingEntries;
+      }
+    }
+  }
+
 private:
   enum class State : std::uint8_t { Counting, Building, Ready, Refused };
 
@@ -109,6 +127,7 @@ private:
     std::uint64_t saved = 0;
     std::shared_ptr<SharedWork> work;  ///< while an index is built in parts
     std::unique_ptr<Index const> index;
+    std::size_t bytes = 0;  ///< of the budget, for the index
   };
 
   /// Task of a thread that asks for an index: build it, with memory that is reserved; help to build
@@ -128,7 +147,7 @@ private:
     std::lock_guard const lock(_mutex);
     auto found = _entries.find(key);
     if (found == _entries.end()) {
-      if (_countingEntries == maxCountingEntries) {
+      if (_countingEntries >= maxCountingEntries) {
         forgetCounts();
       }
       found = _entries.emplace(key, Entry()).first;
@@ -174,7 +193,7 @@ private:
   void put(Key const& key, LookupCost cost, std::unique_ptr<Index const> index) {
     std::lock_guard const lock(_mutex);
     Entry& entry = _entries.find(key)->second;
-    _budget->settle(cost, index ? index->memory() : 0);
+    entry.bytes = _budget->settle(cost, index ? index->memory() : 0);
     entry.state = index ? State::Ready : State::Refused;
     entry.index = std::move(index);
     entry.work = nullptr;

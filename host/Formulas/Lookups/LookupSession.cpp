@@ -1,6 +1,7 @@
 #include "Formulas/Lookups/LookupSession.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -59,6 +60,32 @@ std::uint64_t stepsOfBuilding(Area const& area) {
 }
 
 bool isOrder(Operator op) noexcept { return op != Operator::Equal && op != Operator::NotEqual; }
+
+/// How many numbers compare to a number as an operator of order says.
+std::uint64_t countOrdered(RankCounts const& counts, Operator op) noexcept {
+  switch (op) {
+    case Operator::Less:
+      return counts.below;
+    case Operator::LessOrEqual:
+      return counts.below + counts.equal;
+    case Operator::Greater:
+      return counts.above;
+    default:
+      return counts.above + counts.equal;
+  }
+}
+
+/// How many positions of an area fulfil a criterion that is none of order, from how many values it
+/// holds and how many of them are equal to the operand.
+std::uint64_t countByEquality(RangeCriterion const& rangeCriterion, std::uint64_t values,
+                              std::uint64_t equal) noexcept {
+  auto const& [area, criterion] = rangeCriterion;
+  std::uint64_t const empties = criterion.matchesEmpty() ? area.size() - values : 0;
+  equal = criterion.asksForEmptyCells() ? 0 : equal;
+  return empties + (criterion.op() == Operator::Equal ? equal : values - equal);
+}
+
+bool isNaN(Value const& value) noexcept { return value.isNumber() && std::isnan(value.asNumber()); }
 
 }  // namespace
 
@@ -119,11 +146,21 @@ OrderedValues const* LookupSession::findOrder(Area const& area) {
   return entry == nullptr ? nullptr : entry->index;
 }
 
+FollowedArea const* LookupSession::findFollowed(Area const& area, AreaAspect aspect) const {
+  FollowedAreas const* const followed = _store->getFollowed();
+  return followed != nullptr && isIndexed(area)
+             ? followed->find(area.table->getTable(), area.toTableRange(), aspect)
+             : nullptr;
+}
+
 std::optional<std::uint64_t> LookupSession::count(RangeCriterion const& rangeCriterion,
                                                   OfficeUtils::LocaleContext const& locale) {
   auto const& [area, criterion] = rangeCriterion;
   if (criterion.isPattern() || !isIndexed(area)) {
     return std::nullopt;
+  }
+  if (auto const followed = countFollowed(rangeCriterion)) {
+    return followed;
   }
   if (isOrder(criterion.op())) {
     OrderedValues const* const values = findOrder(area);
@@ -136,10 +173,24 @@ std::optional<std::uint64_t> LookupSession::count(RangeCriterion const& rangeCri
   }
   ClassesOfArea const& classes = entry->use.lastClasses;
   std::uint64_t const values = classes.endCell - classes.firstCell;
-  std::uint64_t const empties = criterion.matchesEmpty() ? area.size() - values : 0;
   auto const found = entry->index->find(criterion.operand(), entry->use.lastCell);
-  std::uint64_t const equal = found && !criterion.asksForEmptyCells() ? classes.countOf(*found) : 0;
-  return empties + (criterion.op() == Operator::Equal ? equal : values - equal);
+  return countByEquality(rangeCriterion, values, found ? classes.countOf(*found) : 0);
+}
+
+std::optional<std::uint64_t> LookupSession::countFollowed(
+    RangeCriterion const& rangeCriterion) const {
+  auto const& [area, criterion] = rangeCriterion;
+  bool const byOrder = isOrder(criterion.op());
+  FollowedArea const* const followed =
+      findFollowed(area, byOrder ? AreaAspect::Order : AreaAspect::Classes);
+  if (followed == nullptr || isNaN(criterion.operand()) ||
+      (byOrder && !criterion.operand().isNumber())) {
+    return std::nullopt;
+  }
+  return byOrder
+             ? countOrdered(followed->countAround(criterion.operand().asNumber()), criterion.op())
+             : countByEquality(rangeCriterion, followed->getSummary().valueCount,
+                               followed->countEqual(toFormulaValue(criterion.operand())));
 }
 
 std::optional<MatchingCells> LookupSession::findMatching(
@@ -230,6 +281,10 @@ std::optional<std::optional<std::uint32_t>> LookupSession::findEqual(
 }
 
 std::optional<RankCounts> LookupSession::countAround(Area const& area, double number) {
+  FollowedArea const* const followed = findFollowed(area, AreaAspect::Order);
+  if (followed != nullptr && !followed->getSummary().firstError && !std::isnan(number)) {
+    return followed->countAround(number);
+  }
   OrderedValues const* const values = findOrder(area);
   return values == nullptr ? std::nullopt : values->countAround(number);
 }

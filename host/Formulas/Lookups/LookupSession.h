@@ -60,6 +60,9 @@ class LookupSession {
 public:
   LookupSession(LookupStore& store, StepMeter& steps) noexcept : _store(&store), _steps(&steps) {}
 
+  /// An area of which somebody keeps an aspect up to date; null for others, and for small ones.
+  [[nodiscard]] FollowedArea const* findFollowed(Area const& area, AreaAspect aspect) const;
+
   /// How many positions of an area fulfil a criterion, those without a cell included.
   [[nodiscard]] std::optional<std::uint64_t> count(RangeCriterion const& criterion,
                                                    OfficeUtils::LocaleContext const& locale);
@@ -125,6 +128,9 @@ private:
   };
 
   using RecentValues = Recent<EqualValues, ClassesUse>;
+
+  /// count() by an area that somebody keeps up to date.
+  [[nodiscard]] std::optional<std::uint64_t> countFollowed(RangeCriterion const& criterion) const;
 
   /// The classes of the values in an area, as last used; null where a walk has to be done.
   [[nodiscard]] RecentValues::Entry* findClasses(Area const& area, Equality equality,

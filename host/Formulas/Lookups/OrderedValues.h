@@ -7,19 +7,13 @@
 #include <vector>
 
 #include "DOM/FormulaSyntaxTree/Node.h"
+#include "Formulas/FollowedAreas.h"
 #include "Formulas/Lookups/Memory.h"
 #include "Formulas/Lookups/TableArea.h"
 #include "Formulas/Values/Area.h"
 #include "Formulas/Values/Value.h"
 
 namespace Zorv::Formulas {
-
-/// How many numbers are below a number, equal to it, and above it.
-struct RankCounts {
-  std::uint64_t below = 0;
-  std::uint64_t equal = 0;
-  std::uint64_t above = 0;
-};
 
 /// Order-statistic index of an area: its values sorted by kind. Borrows the texts. Immutable.
 class OrderedValues {

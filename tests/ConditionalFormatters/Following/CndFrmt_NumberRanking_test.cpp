@@ -1,5 +1,6 @@
 #include "ConditionalFormatters/Following/CndFrmt_NumberRanking.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -28,6 +29,28 @@ void expectRankingOf(std::vector<double> const& numbers, NumberRanking const& ra
       double const found = ranking.at(rank, order).get();
       ASSERT_TRUE(found == wanted || (std::isnan(found) && std::isnan(wanted))) << "rank " << rank;
     }
+  }
+}
+
+/// Expects all numbers in their order, equal ones as often as they occur.
+void expectOrderOf(std::vector<double> numbers, NumberRanking& ranking) {
+  std::erase_if(numbers, [](double number) { return std::isnan(number); });
+  std::ranges::sort(numbers);
+  ranking.indexCounts();
+  ASSERT_EQ(ranking.countAll(), numbers.size());
+  for (std::size_t index = 0; index < numbers.size(); ++index) {
+    ASSERT_EQ(ranking.atIndex(index).get(), numbers[index]) << "index " << index;
+  }
+  numbers.push_back(0.125);
+  for (std::size_t index = 0; index < numbers.size(); index += 7) {
+    double const asked = numbers[numbers.size() - 1 - index];
+    auto const below = std::count_if(numbers.begin(), numbers.end() - 1,
+                                     [&](double number) { return number < asked; });
+    auto const equal = std::count(numbers.begin(), numbers.end() - 1, asked);
+    auto const counts = ranking.countAround(FloatNumber(asked));
+    ASSERT_EQ(counts.below, static_cast<std::size_t>(below)) << asked;
+    ASSERT_EQ(counts.equal, static_cast<std::size_t>(equal)) << asked;
+    ASSERT_EQ(counts.above, numbers.size() - 1 - counts.below - counts.equal) << asked;
   }
 }
 
@@ -60,6 +83,7 @@ TEST(NumberRanking, FollowsRandomEdits) {
     }
     if (edit % 1'000 == 0 || edit == 11'999) {
       ASSERT_NO_FATAL_FAILURE(expectRankingOf(numbers, ranking)) << "edit " << edit;
+      ASSERT_NO_FATAL_FAILURE(expectOrderOf(numbers, ranking)) << "edit " << edit;
     }
   }
 }
@@ -76,6 +100,7 @@ TEST(NumberRanking, TakesManyNumbersAtOnce) {
     }
     ranking.insertMany(added);
     ASSERT_NO_FATAL_FAILURE(expectRankingOf(numbers, ranking)) << count;
+    ASSERT_NO_FATAL_FAILURE(expectOrderOf(numbers, ranking)) << count;
   }
   for (double const number : numbers) {
     ranking.erase(FloatNumber(number));

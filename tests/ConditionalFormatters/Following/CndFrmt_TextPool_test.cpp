@@ -20,6 +20,9 @@ TEST(TextPool, KeepsEachTextOnceForAsLongAsItIsUsed) {
   auto const b = pool.acquire("B").value();
   EXPECT_NE(a, b);
   EXPECT_EQ(pool.acquire("a"), a);
+  EXPECT_EQ(pool.countUses("a"), 2U);
+  EXPECT_EQ(pool.countUses("c"), 0U);
+  EXPECT_EQ(TextPool().countUses("a"), 0U);
   EXPECT_EQ(pool.at(a), "a");
   EXPECT_EQ(pool.size(), 2U);
   pool.release(a);

@@ -15,9 +15,9 @@ constexpr TableRange second{5, 5, 6, 6};
 TEST(AreaLog, GivesWhatIsNewSinceAVersion) {
   AreaLog log;
   auto const start = log.getVersion();
-  log.add({{first}, {}});
+  log.add({{first}, {}, {}});
   auto const afterFirst = log.getVersion();
-  log.add({{second}, {{second, 1, 2}}});
+  log.add({{second}, {{second, 1, 2}}, {{first, {5.0}}}});
 
   ReachedAreas reached;
   EXPECT_TRUE(log.appendSince(start, reached));
@@ -27,15 +27,16 @@ TEST(AreaLog, GivesWhatIsNewSinceAVersion) {
   EXPECT_TRUE(log.appendSince(log.getVersion(), reached));
   EXPECT_EQ(reached.areas.size(), 3U);
   EXPECT_EQ(reached.numbers, (std::vector<NumberArea>(2, {second, 1, 2})));
+  EXPECT_EQ(reached.classes, (std::vector<ClassArea>(2, {first, {5.0}})));
 }
 
 TEST(AreaLog, ForgetsWhatWasKeptWhenAnythingMayBeNew) {
   AreaLog log;
   auto const start = log.getVersion();
-  log.add({{first}, {}});
+  log.add({{first}, {}, {}});
   log.addEverything();
   auto const afterwards = log.getVersion();
-  log.add({{second}, {{second, 1, 2}}});
+  log.add({{second}, {{second, 1, 2}}, {{first, {5.0}}}});
 
   ReachedAreas reached;
   EXPECT_FALSE(log.appendSince(start, reached));
@@ -50,7 +51,7 @@ TEST(AreaLog, KeepsTheLastChangesOnly) {
   auto beforeLast = start;
   for (int change = 0; change < 1000; ++change) {
     beforeLast = log.getVersion();
-    log.add({{first}, {}});
+    log.add({{first}, {}, {}});
   }
   ReachedAreas reached;
   EXPECT_FALSE(log.appendSince(start, reached));

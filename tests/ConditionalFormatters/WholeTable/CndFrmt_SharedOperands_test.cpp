@@ -4,6 +4,7 @@
 #include <limits>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -96,12 +97,60 @@ TEST(SharedOperands, OfRangesWithNewValuesAreForgotten) {
   table.setValue(0, 0, number(3));
   table.setValue(0, 5, number(3));
   std::vector<TableRange> const areas{{7, 7, 8, 8}, {0, 0, 1, 5}};
-  OperandChanges const changes = shared.valuesChanged(areas);
+  OperandChanges const changes = shared.valuesChanged(table, areas);
   EXPECT_EQ(changes.touched, (FormatIndices{0, 2}));
   EXPECT_EQ(changes.moved, changes.touched);
   EXPECT_TRUE(changes.cells.empty());
   EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 3);
   EXPECT_EQ(shared.find(1)->getMean({}).mean.get(), 1) << "its cells were not told";
+}
+
+TEST(SharedOperands, AnswerFormulasFromTheOperandsOfFormatsWithTheSameRange) {
+  Table table;
+  Table other;
+  for (unsigned long row = 0; row < 100; ++row) {
+    table.setValue(row, 0, number(static_cast<double>(row)));
+    other.setValue(row, 0, number(1));
+  }
+  PlainValueContextProvider const provider(table);
+  ConditionalFormat const average(
+      {}, AboveAverageConditionalFormatOperator(AboveAverageConditionalFormatType::Above), UUID());
+  TableRange const column{0, 0, 100, 1};
+  ConditionalFormatRefs const formatRefs{{{column}, average}};
+  SharedOperands shared(provider, table, formatRefs);
+  Formulas::AreaAspects const summary{.summary = true};
+  std::vector<FormulaArea> const areas{
+      {&table, column, summary},
+      {&table, column, {.order = true}},
+      {&other, column, summary},
+      {&table, {0, 0, 8, 8}, summary},
+  };
+  shared.addAreas(areas);
+  auto const find = [&](Table const& of, TableRange const& range,
+                        Formulas::AreaAspect aspect = Formulas::AreaAspect::Summary) {
+    return shared.getAreas().find(of, range, aspect);
+  };
+  EXPECT_EQ(find(table, column), nullptr) << "not prepared yet";
+  while (shared.prepareSome(std::chrono::milliseconds(1))) {
+  }
+  ASSERT_NE(find(table, column), nullptr);
+  EXPECT_EQ(find(table, column)->getSummary().sum, 4950);
+  EXPECT_EQ(find(table, column, Formulas::AreaAspect::Order), find(table, column));
+  EXPECT_EQ(find(table, column, Formulas::AreaAspect::Classes), nullptr);
+  EXPECT_EQ(find(table, {0, 0, 99, 1}), nullptr);
+  EXPECT_EQ(find(table, {0, 0, 8, 8}), nullptr) << "too small to be worth it";
+  ASSERT_NE(find(other, column), nullptr);
+  EXPECT_EQ(shared.find(0)->findFollowed()->getAnswers(), find(table, column)) << "one for both";
+
+  std::vector<TableRange> const changed{{3, 0, 4, 1}};
+  other.setValue(3, 0, number(5));
+  EXPECT_TRUE(shared.valuesChanged(other, changed).touched.empty());
+  EXPECT_EQ(find(other, column)->getSummary().sum, 104);
+  EXPECT_EQ(find(table, column)->getSummary().sum, 4950);
+  table.setValue(3, 0, number(103));
+  EXPECT_EQ(shared.valuesChanged(table, changed).touched, (FormatIndices{0}));
+  EXPECT_EQ(find(table, column)->getSummary().sum, 5050);
+  EXPECT_EQ(find(other, column)->getSummary().sum, 104);
 }
 
 /// Throws for as long as it is told to.
@@ -135,7 +184,7 @@ protected:
   OperandChanges change(unsigned long row, unsigned long inColumn, double value) {
     table.setValue(row, inColumn, number(value));
     std::vector<TableRange> const areas{{row, inColumn, row + 1, inColumn + 1}};
-    return shared.valuesChanged(areas);
+    return shared.valuesChanged(table, areas);
   }
 
   Table table;
@@ -208,12 +257,26 @@ TEST_F(SharedOperandsThatFollow, AreForgottenWhenTheHostFails) {
   EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 51.5);
 }
 
+TEST_F(SharedOperandsThatFollow, FollowFewEnoughValues) {
+  for (auto const& [most, expected] : {std::pair(99UL, 0), {100UL, 1}, {199UL, 1}, {200UL, 2}}) {
+    SharedOperands limited(provider, table, formatRefs, most);
+    while (limited.prepareSome(std::chrono::milliseconds(1))) {
+    }
+    int followed = 0;
+    for (FormatIndex const format : {0U, 3U}) {
+      followed += limited.find(format)->findFollowed() != nullptr ? 1 : 0;
+      EXPECT_EQ(limited.find(format)->getMean({}).mean.get(), 49.5);
+    }
+    EXPECT_EQ(followed, expected) << most;
+  }
+}
+
 TEST_F(SharedOperandsThatFollow, AreMadeAgainAfterAnEditOfMostCells) {
   table.setValue(0, 0, number(100));
   std::vector<TableRange> const everything{{0, 0, 1'048'576, 16'384}};
   // So many positions that reading the cells again is not worth it.
   std::vector<TableRange> const areas(100, everything.front());
-  auto const changes = shared.valuesChanged(areas);
+  auto const changes = shared.valuesChanged(table, areas);
   EXPECT_EQ(changes.moved, (FormatIndices{0, 1, 2, 3}));
   EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 50.5);
   EXPECT_FALSE(shared.prepareSome(std::chrono::hours(1)));

@@ -1,5 +1,6 @@
 #include "DOM/CellStore.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <random>
@@ -30,6 +31,23 @@ std::vector<std::pair<Place, double>> contentOf(CellStore const& store) {
     content.emplace_back(Place(entry.getRow(), entry.getColumn()), readNumber(entry.cell));
   }
   return content;
+}
+
+/// Where each line goes; none for one that is removed.
+using MoveLine = std::function<std::optional<unsigned long>(unsigned long)>;
+
+CellStore::Remap toRuns(MoveLine const& move) {
+  constexpr unsigned long movedLines = 20'000;
+  CellStore::Remap runs;
+  for (unsigned long line = 0; line < movedLines; ++line) {
+    auto const moved = move(line);
+    auto const shift = moved ? std::optional(*moved - line) : std::nullopt;
+    if (runs.empty() || runs.back().shift != shift) {
+      runs.push_back({0, shift});
+    }
+    runs.back().end = line + 1;
+  }
+  return runs;
 }
 
 TEST(CellStore, IsEmptyAtFirst) {
@@ -160,22 +178,22 @@ TEST(CellStore, RemapMovesEveryCell) {
   for (unsigned long row = 0; row < 1000; ++row) {
     setNumber(store, {row, row % 3}, static_cast<double>(row));
   }
-  store.remapRows([](unsigned long row) {
+  store.remapRows(toRuns([](unsigned long row) {
     return row < 500 ? std::optional<unsigned long>(999 - row) : std::nullopt;
-  });
+  }));
   EXPECT_EQ(store.size(), 500U);
   EXPECT_EQ(readNumber(*store.find(999, 0)), 0.0);
   EXPECT_EQ(store.entryAt(store.lowerBound(0, 0)).getRow(), 500UL);
-  store.remapColumns([](unsigned long column) {
+  store.remapColumns(toRuns([](unsigned long column) {
     return column != 1 ? std::optional<unsigned long>(10 - column) : std::nullopt;
-  });
+  }));
   EXPECT_EQ(store.size(), 333U);
   EXPECT_EQ(readNumber(*store.find(999, 10)), 0.0);
   EXPECT_EQ(readNumber(*store.find(997, 8)), 2.0);
 }
 
 /// Remaps of lines by name: those that edits of a table make, and others.
-std::vector<std::pair<char const*, CellStore::Remap>> listRemaps() {
+std::vector<std::pair<char const*, MoveLine>> listRemaps() {
   using Line = std::optional<unsigned long>;
   return {
       {"insert", [](unsigned long line) -> Line { return line < 20 ? line : line + 3; }},
@@ -230,7 +248,7 @@ TEST(CellStore, ARemapOfRowsMovesEachCell) {
           moved[{*row, place.second}] = value;
         }
       }
-      store.remapRows(remap);
+      store.remapRows(toRuns(remap));
       model = moved;
       EXPECT_EQ(contentOf(store),
                 (std::vector<std::pair<Place, double>>(model.begin(), model.end())))
@@ -261,11 +279,27 @@ TEST(CellStore, ARemapOfColumnsMovesEachCell) {
         moved[{place.first, *column}] = value;
       }
     }
-    store.remapColumns(remap);
+    store.remapColumns(toRuns(remap));
     EXPECT_EQ(contentOf(store), (std::vector<std::pair<Place, double>>(moved.begin(), moved.end())))
         << name;
     EXPECT_EQ(store.size(), moved.size()) << name;
   }
+}
+
+TEST(CellStore, TellsWhenCellsMoveInMemory) {
+  CellStore store;
+  auto const changes = [&](auto const& edit) {
+    auto const before = store.getLayoutVersion();
+    edit();
+    return store.getLayoutVersion() != before;
+  };
+  EXPECT_TRUE(changes([&] { setNumber(store, {5, 5}, 1); }));
+  EXPECT_TRUE(changes([&] { setNumber(store, {3, 5}, 1); }));
+  EXPECT_FALSE(changes([&] { setNumber(store, {5, 5}, 2); }));
+  EXPECT_FALSE(changes([&] { store.remove(4, 4); }));
+  EXPECT_TRUE(changes([&] { store.remove(3, 5); }));
+  EXPECT_TRUE(changes([&] { store.remapRows({{9, 1}}); }));
+  EXPECT_TRUE(changes([&] { store.remapColumns({{9, 1}}); }));
 }
 
 TEST(CellStore, StaysInFewBlocksThroughManyMoves) {
@@ -275,9 +309,7 @@ TEST(CellStore, StaysInFewBlocksThroughManyMoves) {
   }
   for (unsigned long move = 0; move < 500; ++move) {
     unsigned long const from = 37 * move % 19'000;
-    store.remapRows([from](unsigned long row) -> std::optional<unsigned long> {
-      return row == from ? from + 1 : row == from + 1 ? from : row;
-    });
+    store.remapRows({{from, 0}, {from + 1, 1}, {from + 2, 0UL - 1}, {20'000, 0}});
   }
   EXPECT_EQ(store.size(), 20'000U);
   std::size_t blocks = 0;

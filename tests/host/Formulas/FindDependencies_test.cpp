@@ -48,6 +48,53 @@ std::string describeAll(Dependencies const& dependencies) {
   return all;
 }
 
+/// What functions ask of the only reference of a formula that is followed.
+std::string describeAspects(FormulaDocument& document, std::string_view formula) {
+  std::string found;
+  for (auto const& reference :
+       findDependencies(parseExpr(formula), document.sheet(), document).references) {
+    found += reference.aspects.summary ? "summary" : "";
+    found += reference.aspects.order ? "order" : "";
+    found += reference.aspects.classes ? "classes" : "";
+  }
+  return found;
+}
+
+TEST(FindDependencies, TellsWhatFunctionsAskOfAreasAsAWhole) {
+  FormulaDocument document;
+  document.addSheet("Other");
+  document.addList({.name = "List",
+                    .table = FormulaModel::DocTableIndex(1),
+                    .range = {2, 1, 5, 3},
+                    .columnNames = {"One", "Two"}});
+  struct Case {
+    char const* formula;
+    char const* expected;
+  };
+  for (Case const& each : {Case{"SUM($A$1:$A$9)", "summary"},
+                           {"A1>AVERAGE(Other!$A:$A)", "summary"},
+                           {"COUNT($A$1:$A$9)+1", "summary"},
+                           {"COUNTA(List[Two])", "summary"},
+                           {"A1=MAX($A:$A)", "order"},
+                           {"PERCENTILE.INC($A$1:$A$9,0.5)", "order"},
+                           {"RANK(A1,$A$1:$A$9)", "order"},
+                           {"RANK.EQ($A$1,$A$1:$A$9,1)", "order"},
+                           {"COUNTIF($A$1:$A$9,A1)", "classes"},
+                           {"COUNTIF($A$1:$A$9,\"<>5\")", "classes"},
+                           {"COUNTIF($A$1:$A$9,\">5\")", "order"},
+                           {"COUNTIF($A$1:$A$9,\"<\"&A1)", "order"},
+                           {"SUM($A$1:$A$9,$B$1:$B$9)", ""},
+                           {"SUM($A$1:$A9)", ""},
+                           {"SUM(A1:A9)", ""},
+                           {"SUM($A$1)", ""},
+                           {"SUM($A$1:$A$9*2)", ""},
+                           {"SUM(List[@Two])", ""},
+                           {"MATCH(A1,$A$1:$A$9,0)", ""},
+                           {"RANK($A$1:$A$9,A1)", ""}}) {
+    EXPECT_EQ(describeAspects(document, each.formula), each.expected) << each.formula;
+  }
+}
+
 TEST(FindDependencies, GivesReferencesAsTheyMoveAndWhatIsFoundOnlyByEvaluation) {
   struct Case {
     char const* formula;

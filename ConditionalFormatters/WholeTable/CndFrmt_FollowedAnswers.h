@@ -1,0 +1,105 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
+#include "ConditionalFormatters/Following/CndFrmt_CriterionTexts.h"
+#include "ConditionalFormatters/Following/CndFrmt_NumberRanking.h"
+#include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
+#include "ConditionalFormatters/Following/CndFrmt_ValueColumn.h"
+#include "Formulas/FollowedAreas.h"
+#include "OfficeUtils/LocaleContext.h"
+#include "Utils/FloatNumber.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// What formulas may ask of one range whose values FollowedOperands keeps: answers from its
+/// structures, and what these do not tell.
+///
+/// Formulas read cells, conditions ask the provider: where the two differ, nothing is answered. Nor
+/// is it where a walk over the cells would depend on more than the values' order: NaN is part of no
+/// order, and of two zeros the sign of the first one counts.
+///
+/// Borrows the structures. Threads: const operations may be called from several threads.
+class FollowedAnswers final : public Formulas::FollowedArea {
+public:
+  struct Structures {
+    ValueColumn const& column;
+    NumberRanking const& ranking;
+    ValueClasses const& classes;
+  };
+
+  FollowedAnswers(Structures const& structures, Formulas::AreaAspects const& aspects,
+                  OfficeUtils::LocaleContext locale)
+      : _structures(structures), _aspects(aspects), _locale(std::move(locale)) {}
+
+  /// The aspects that the structures serve.
+  [[nodiscard]] Formulas::AreaAspects const& getAspects() const noexcept { return _aspects; }
+
+  // To be told of each value that is read, and of each that is kept or no longer kept.
+
+  void noteRead(FormulaValue const& ofProvider, FormulaValue const& ofCell) noexcept;
+  void noteNumber(double number) noexcept;
+  void noteChange(PlaceKey place, ValueBits before, ValueBits now) noexcept;
+  /// The number of values that equal one changes. `bits`: of a value that is no text.
+  void noteClass(ValueBits bits);
+  /// False, and the range cannot be followed, if too many texts crowd in a hash table.
+  [[nodiscard]] bool addText(std::string const& text);
+  void removeText(std::string const& text);
+
+  /// Forgets which classes the edit before changed.
+  void startEdit() noexcept {
+    _changedClasses.clear();
+    _changesOtherClasses = false;
+  }
+  /// Takes over that all changes of an edit were told. `sum`: of the numbers.
+  void settle(FloatNumber sum);
+
+  /// The values whose number the last edit may have changed, as criteria see them; nothing if they
+  /// are many, or others than numbers and texts. Empty values and texts do not count.
+  [[nodiscard]] std::vector<Formulas::CriterionText> const* findChangedClasses() const noexcept {
+    return _changesOtherClasses ? nullptr : &_changedClasses;
+  }
+
+  /// True for an aspect that can be answered.
+  [[nodiscard]] bool knows(Formulas::AreaAspect aspect) const noexcept;
+
+  [[nodiscard]] Formulas::AreaSummary const& getSummary() const noexcept override {
+    return _summary;
+  }
+  [[nodiscard]] double numberAt(std::uint64_t index) const noexcept override {
+    return _structures.ranking.atIndex(index).get();
+  }
+  [[nodiscard]] Formulas::RankCounts countAround(double number) const noexcept override;
+  [[nodiscard]] std::uint64_t countEqual(FormulaValue const& value) const override;
+
+  /// About how many bytes it takes.
+  [[nodiscard]] std::size_t countBytes() const noexcept { return _texts.countBytes(); }
+
+private:
+  void addChangedClass(Formulas::CriterionText value);
+
+  /// After all places.
+  static constexpr PlaceKey noPlace = ~PlaceKey{0};
+
+  Structures _structures;
+  Formulas::AreaAspects _aspects;
+  OfficeUtils::LocaleContext _locale;
+
+  // Once set, they stay: what they mean is rare.
+  bool _differsFromCells = false;
+  bool _hasNaN = false;
+  bool _hasNegativeZero = false;
+
+  PlaceKey _firstError = noPlace;
+  PlaceKey _searchFrom = noPlace;  ///< errors from here on are to be looked for
+  CriterionTexts _texts;
+  std::vector<Formulas::CriterionText> _changedClasses;  ///< by the last edit
+  bool _changesOtherClasses = false;
+  Formulas::AreaSummary _summary;
+};
+
+}  // namespace Zorv::ConditionalFormatters

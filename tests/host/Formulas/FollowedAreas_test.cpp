@@ -1,0 +1,249 @@
+#include "Formulas/FollowedAreas.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "Formulas/CriterionText.h"
+#include "Formulas/EvaluationSession.h"
+#include "Formulas/LookupCache.h"
+#include "Formulas/ParseExpr.h"
+#include "host/Formulas/LookupFormulas.h"
+
+namespace Zorv::Formulas {
+
+namespace {
+
+/// Four numbers, 1, 2, 2 and 5, and a sum and a count that no walk over a document's cells gives.
+class ToldArea final : public FollowedArea {
+public:
+  AreaSummary summary{.sum = 10.5, .numberCount = 4, .valueCount = 9, .firstError = std::nullopt};
+
+  [[nodiscard]] AreaSummary const& getSummary() const noexcept override { return summary; }
+  [[nodiscard]] double numberAt(std::uint64_t index) const noexcept override {
+    return std::vector<double>{1, 2, 2, 5}[index];
+  }
+  [[nodiscard]] RankCounts countAround(double number) const noexcept override {
+    return number == 2 ? RankCounts{1, 2, 1} : RankCounts{};
+  }
+  [[nodiscard]] std::uint64_t countEqual(FormulaValue const& value) const override {
+    return value.which() == FormulaModel::FormulaValueKind::Number ? 3 : 2;
+  }
+};
+
+/// Knows A1:A100 of one table, and of it one aspect at least.
+class ToldAreas final : public FollowedAreas {
+public:
+  explicit ToldAreas(DOM::Table const& table) : _table(table) {}
+
+  ToldArea area;
+  std::optional<AreaAspect> only;
+
+  [[nodiscard]] FollowedArea const* find(DOM::Table const& table, TableRange const& range,
+                                         AreaAspect aspect) const noexcept override {
+    bool const isKnown = &table == &_table && range == TableRange{0, 0, 100, 1};
+    return isKnown && (!only || *only == aspect) ? &area : nullptr;
+  }
+
+private:
+  DOM::Table const& _table;
+};
+
+class FollowedAreasTest : public testing::Test {
+protected:
+  FollowedAreasTest() {
+    for (int row = 1; row <= 100; ++row) {
+      document.set("A" + std::to_string(row), "7");
+      document.set("B" + std::to_string(row), "7");
+    }
+    document.addSheet("Other");
+    lookups.follow(areas);
+  }
+
+  std::string calc(std::string_view formula) {
+    EvaluationSession session(lookups);
+    return LookupFormulas::calcInSession(document, document.sheet(), parseExpr(formula), 0,
+                                         session);
+  }
+
+  FormulaDocument document;
+  ToldAreas areas{document.sheet().table};
+  LookupCache lookups;
+};
+
+TEST_F(FollowedAreasTest, AnswerInThePlaceOfAWalk) {
+  struct Case {
+    char const* formula;
+    char const* expected;
+    AreaAspect aspect;
+  };
+  Case const cases[] = {
+      {"SUM($A$1:$A$100)", "10.5", AreaAspect::Summary},
+      {"AVERAGE($A$1:$A$100)", "2.625", AreaAspect::Summary},
+      {"COUNT($A$1:$A$100)", "4", AreaAspect::Summary},
+      {"COUNTA($A$1:$A$100)", "9", AreaAspect::Summary},
+      {"MIN($A$1:$A$100)", "1", AreaAspect::Order},
+      {"MAX($A$1:$A$100)", "5", AreaAspect::Order},
+      {"MEDIAN($A$1:$A$100)", "2", AreaAspect::Order},
+      {"LARGE($A$1:$A$100,1)", "5", AreaAspect::Order},
+      {"SMALL($A$1:$A$100,1)", "1", AreaAspect::Order},
+      {"LARGE($A$1:$A$100,5)", "#NUM!", AreaAspect::Order},
+      {"PERCENTILE($A$1:$A$100,0.25)", "1.75", AreaAspect::Order},
+      {"PERCENTILE.EXC($A$1:$A$100,0.2)", "1", AreaAspect::Order},
+      {"QUARTILE($A$1:$A$100,4)", "5", AreaAspect::Order},
+      {"RANK(2,$A$1:$A$100)", "2", AreaAspect::Order},
+      {"RANK.AVG(2,$A$1:$A$100,1)", "2.5", AreaAspect::Order},
+      {"RANK(3,$A$1:$A$100)", "#N/A", AreaAspect::Order},
+      {"COUNTIF($A$1:$A$100,\"<2\")", "1", AreaAspect::Order},
+      {"COUNTIF($A$1:$A$100,\"<=2\")", "3", AreaAspect::Order},
+      {"COUNTIF($A$1:$A$100,\">2\")", "1", AreaAspect::Order},
+      {"COUNTIF($A$1:$A$100,\">=2\")", "3", AreaAspect::Order},
+      {"COUNTIF($A$1:$A$100,2)", "3", AreaAspect::Classes},
+      {"COUNTIF($A$1:$A$100,\"x\")", "2", AreaAspect::Classes},
+      {"COUNTIF($A$1:$A$100,\"<>2\")", "97", AreaAspect::Classes},
+      {"COUNTIF($A$1:$A$100,\"\")", "93", AreaAspect::Classes},
+      {"COUNTIF($A$1:$A$100,\"=\")", "91", AreaAspect::Classes},
+  };
+  for (Case const& each : cases) {
+    areas.only = each.aspect;
+    EXPECT_EQ(calc(each.formula), each.expected) << each.formula;
+  }
+}
+
+TEST_F(FollowedAreasTest, AreAskedForNothingElse) {
+  areas.only = AreaAspect::Summary;
+  for (char const* const formula :
+       {"SUM($A$1:$A$100,1)", "SUM($B$1:$B$100)", "SUM($A$1:$A$99)", "SUM(Other!$A$1:$A$100)",
+        "SUM($A$1:$A$100*1)", "MAX($A$1:$A$100)", "COUNTIF($A$1:$A$100,7)",
+        "COUNTIF($A$1:$A$100,\">x\")", "COUNTIF($A$1:$A$100,\"7*\")", "SUMIF($A$1:$A$100,7)"}) {
+    EXPECT_EQ(calc(formula), document.calc(formula)) << formula;
+  }
+  areas.only = std::nullopt;
+  EXPECT_EQ(calc("COUNTIF($A$1:$A$100,\">x\")"), "0") << "no number is compared with a text";
+}
+
+TEST_F(FollowedAreasTest, GiveTheFirstErrorWhereAWalkDoes) {
+  document.set("A50", "#N/A");
+  areas.area.summary.firstError = FormulaModel::FormulaErrorCode::NotAvailable;
+  for (char const* const formula :
+       {"SUM($A$1:$A$100)", "AVERAGE($A$1:$A$100)", "MIN($A$1:$A$100)", "MAX($A$1:$A$100)",
+        "MEDIAN($A$1:$A$100)", "LARGE($A$1:$A$100,1)", "QUARTILE($A$1:$A$100,1)",
+        "RANK(2,$A$1:$A$100)"}) {
+    EXPECT_EQ(calc(formula), "#N/A") << formula;
+  }
+  EXPECT_EQ(calc("COUNT($A$1:$A$100)"), "4");
+  EXPECT_EQ(calc("COUNTIF($A$1:$A$100,2)"), "3");
+}
+
+TEST_F(FollowedAreasTest, WithoutNumbersAreAsCellsWithoutNumbers) {
+  for (int row = 1; row <= 100; ++row) {
+    document.set("A" + std::to_string(row), "\"x\"");
+  }
+  areas.area.summary = {.sum = 0, .numberCount = 0, .valueCount = 100, .firstError = std::nullopt};
+  for (char const* const formula :
+       {"AVERAGE($A$1:$A$100)", "MIN($A$1:$A$100)", "MAX($A$1:$A$100)", "MEDIAN($A$1:$A$100)",
+        "SMALL($A$1:$A$100,1)", "PERCENTILE($A$1:$A$100,0)"}) {
+    EXPECT_EQ(calc(formula), document.calc(formula)) << formula;
+  }
+}
+
+TEST(CriterionText, IsTheNumberThatATextReadsAsOrTheTextInFoldedCase) {
+  OfficeUtils::LocaleContext const locale("en-US");
+  auto const read = [&](std::string_view text) { return readCriterionText(text, locale); };
+  EXPECT_EQ(read("5"), CriterionText(5.0));
+  EXPECT_EQ(read(" 5.0 "), CriterionText(5.0));
+  EXPECT_EQ(read("$1,000"), CriterionText(1000.0));
+  EXPECT_EQ(read("Total"), CriterionText(std::string("total")));
+  EXPECT_EQ(read(""), CriterionText(std::string()));
+  EXPECT_EQ(read("\xC3\x84pfel"), read("\xC3\xA4PFEL"));
+  EXPECT_NE(read("\xC3\x84pfel"), read("apfel"));
+  EXPECT_NE(read("\xE4"), read("\xC3\xA4")) << "a stray byte is no letter";
+  EXPECT_NE(read("5a"), read("5"));
+}
+
+/// A column of texts too short to lie outside of their cells, and a number for each row.
+void fillWithTexts(FormulaDocument& document) {
+  for (int row = 1; row <= 100; ++row) {
+    document.set("B" + std::to_string(row),
+                 row % 10 == 0 ? "\"ten\"" : "\"t" + std::to_string(row) + "\"");
+    document.set("C" + std::to_string(row), std::to_string(row));
+  }
+}
+
+TEST(LookupCacheOfAnEditedDocument, SeesNewValuesThatItIsTold) {
+  FormulaDocument document;
+  fillWithTexts(document);
+  LookupCache lookups;
+  char const* const formulas[] = {
+      "COUNTIF($B$1:$B$100,\"ten\")", "COUNTIF($C$1:$C$100,\">90\")", "SUM($C$1:$C$100)",
+      "MATCH(95,$C$1:$C$100,0)",      "RANK(95,$C$1:$C$100)",         "SUMIF($B:$B,\"ten\",$C:$C)"};
+  for (int edit = 0; edit < 3; ++edit) {
+    for (char const* const formula : formulas) {
+      EvaluationSession session(lookups);
+      for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(LookupFormulas::calcInSession(document, document.sheet(), parseExpr(formula), 0,
+                                                session),
+                  document.calc(formula))
+            << formula;
+      }
+    }
+    document.set("C40", std::to_string(95 + edit));
+    document.set("B" + std::to_string(edit + 1), "\"ten\"");
+    DOM::Table const& table = document.sheet().table;
+    lookups.valuesChanged(table, std::vector<TableRange>{{0, 1, 3, 2}});
+    lookups.valuesChanged(table, std::vector<TableRange>{{39, 2, 40, 3}});
+  }
+}
+
+TEST(LookupCacheOfAnEditedDocument, FindsTextsThatMovedInMemory) {
+  FormulaDocument document;
+  fillWithTexts(document);
+  LookupCache lookups;
+  auto const count = [&] {
+    EvaluationSession session(lookups);
+    std::string counted;
+    for (int i = 0; i < 4; ++i) {
+      counted = LookupFormulas::calcInSession(
+          document, document.sheet(), parseExpr("COUNTIF($B$1:$B$100,\"ten\")"), 0, session);
+    }
+    return counted;
+  };
+  EXPECT_EQ(count(), "10");
+  // New cells beside the texts, outside of the range that was looked up.
+  for (unsigned long row = 0; row < 100; ++row) {
+    document.set("A" + std::to_string(row + 1), "\"ten\"");
+    lookups.valuesChanged(document.sheet().table, std::vector<TableRange>{{row, 0, row + 1, 1}});
+    ASSERT_EQ(count(), "10") << row;
+  }
+}
+
+/// What is not told is not seen: the index is kept.
+TEST(LookupCacheOfAnEditedDocument, KeepsIndexesThatNewValuesDoNotReach) {
+  FormulaDocument document;
+  fillWithTexts(document);
+  LookupCache lookups;
+  auto const count = [&](char const* formula) {
+    EvaluationSession session(lookups);
+    std::string counted;
+    for (int i = 0; i < 4; ++i) {
+      counted =
+          LookupFormulas::calcInSession(document, document.sheet(), parseExpr(formula), 0, session);
+    }
+    return counted;
+  };
+  DOM::Table const& table = document.sheet().table;
+  lookups.valuesChanged(table, {});  // cells have moved since there was no cache
+  EXPECT_EQ(count("COUNTIF($C$1:$C$100,5)"), "1");
+  document.set("C6", "5");
+  lookups.valuesChanged(table, std::vector<TableRange>{{0, 1, 100, 2}});
+  EXPECT_EQ(count("COUNTIF($C$1:$C$100,5)"), "1");
+  lookups.valuesChanged(table, std::vector<TableRange>{{5, 2, 6, 3}});
+  EXPECT_EQ(count("COUNTIF($C$1:$C$100,5)"), "2");
+}
+
+}  // namespace
+
+}  // namespace Zorv::Formulas
