@@ -7,7 +7,8 @@
 Run from the root of the sources. The headers lie in DIRECTORY as they are installed; members that
 the language itself defines get their comment here, since it says the same for every class. In the
 pages, names of classes and members in backticks become links to the reference; TAGFILE is Doxygen's
-index of it. A page that names a member which its class does not have is an error.
+index of it. A page that names a member which its class does not have is an error, and so is a page
+that the README.md above it does not list.
 """
 
 import collections
@@ -122,6 +123,13 @@ def read_title(page):
     return page.read_text(encoding="utf-8").split("\n", 1)[0].lstrip("# ").replace("`", "")
 
 
+def find_index(page, pages):
+    """The nearest README.md above a page, which lists it; None for the first of all."""
+    folder = page.parent.parent if page.name == "README.md" else page.parent
+    indexes = (above / "README.md" for above in (folder, *folder.parents))
+    return next((index for index in indexes if index in pages and index != page), None)
+
+
 class Page:
     """A page of the repository, as Doxygen is to read it."""
 
@@ -180,9 +188,8 @@ class Page:
         return f'{self.choose_command(page, anchor)} {make_id(page, anchor)} "{text}"'
 
     def choose_command(self, page, anchor):
-        """The index of a folder has the folder's other pages below it in the tree of pages."""
-        is_child = self.path.name == "README.md" and page.parent == self.path.parent
-        if anchor or not is_child or self.path == MAIN_PAGE or page in self.children:
+        """An index has its pages below it in the tree of pages, in the order of its links."""
+        if anchor or find_index(page, self.pages) != self.path or page in self.children:
             return "@ref"
         self.children.add(page)
         return "@subpage"
@@ -192,12 +199,16 @@ def stage_pages(directory, tagfile):
     pages = sorted({page for pattern in PAGES for page in pathlib.Path().glob(pattern)})
     reference = Reference(tagfile)
     errors = []
+    listed = {MAIN_PAGE}
     for path in pages:
         page = Page(path, pages, reference)
         target = directory / path
         target.parent.mkdir(parents=True, exist_ok=True)
         target.write_text(page.convert(), encoding="utf-8")
         errors += page.errors
+        listed |= page.children
+    errors += [f"{path}: {find_index(path, pages)} does not list it" for path in pages
+               if path not in listed]
     if errors:
         sys.exit("\n".join(errors))
 
