@@ -11,7 +11,6 @@ RUN scripts/install_packages.sh packages.txt packages_package.txt
 COPY . .
 ARG SOURCE_DATE_EPOCH=0
 RUN cmake --preset package -D CNDFRMT_BUILD_PYTHON=OFF && \
-    cmake --build --preset package && \
     cmake --build --preset package --target package
 
 FROM ${BASE}

@@ -93,7 +93,6 @@ package: export SOURCE_DATE_EPOCH ?= $(shell git log -1 --format=%ct)
 package: ## Make Debian packages in build/package/packages, and try them
 	@scripts/install_packages.sh packages.txt packages_python.txt packages_package.txt
 	@cmake --preset package
-	@cmake --build --preset package
 	@cmake --build --preset package --target package
 	@packaging/check_packages.sh build/package .
 

@@ -1,8 +1,25 @@
 # make package: Debian packages of what cmake --install installs. Each library has a package with
 # its soname, as their versions may be installed side by side; headers, the tool, the Python module
 # and the documentation have one each.
+find_program(doxygen doxygen REQUIRED)
+set(web_pages ${PROJECT_BINARY_DIR}/web-pages)
+add_custom_target(
+  cndfrmt_web_pages ALL
+  COMMAND ${PROJECT_SOURCE_DIR}/scripts/make_docs.sh ${web_pages}
+  WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
+  VERBATIM)
+
 set(documentation ${CMAKE_INSTALL_DATADIR}/doc/conditionalformatters-doc)
-install(DIRECTORY docs/ DESTINATION ${documentation}/docs COMPONENT documentation)
+install(DIRECTORY ${web_pages}/html DESTINATION ${documentation} COMPONENT documentation)
+install(
+  DIRECTORY docs/
+  DESTINATION ${documentation}/docs
+  COMPONENT documentation
+  FILES_MATCHING
+  PATTERN *.md
+  PATTERN *.svg
+  PATTERN *.png
+  PATTERN *.json)
 install(FILES README.md SECURITY.md DESTINATION ${documentation} COMPONENT documentation)
 install(DIRECTORY examples DESTINATION ${documentation} COMPONENT documentation)
 
@@ -104,7 +121,8 @@ set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
 cndfrmt_package(
   documentation conditionalformatters-doc doc
   "documentation of cndfrmt and libConditionalFormatters
-Pages about the tool and the libraries, and examples that use them.")
+Pages about the tool and the libraries, as text and as web pages with the
+reference of the headers, and examples that use them.")
 
 if(CNDFRMT_HAS_PYTHON)
   math(EXPR next_minor "${Python_VERSION_MINOR} + 1")

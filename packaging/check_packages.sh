@@ -4,7 +4,9 @@
 #     Debian, where the first upload closes a bug; and CPack writes scripts that call ldconfig;
 #   - they name no folder of the machine that built them;
 #   - unpacked into an empty root, the tool lists the rules of a real workbook and draws it;
-#   - programs build there by find_package() and by pkg-config, and run;
+#   - the programs of examples/ build there by find_package() and by pkg-config, run, and print what
+#     they should;
+#   - the web pages have those of the concepts, of the Python module and of the classes;
 #   - the Python module, where it is packaged, gives the style of a cell;
 #   - packed once more, they have the same bytes.
 #
@@ -37,21 +39,36 @@ grep -q 'date in this month' "$work/rules.txt"
 in_root "$root/usr/bin/cndfrmt" render "$workbook" -o "$work/page.png"
 file "$work/page.png" | grep -q 'PNG image'
 
-# build_consumer FOLDER NAME: into $work/NAME.
-build_consumer() {
-  cmake -G Ninja -S "$sources/$1" -B "$work/$2" -DCMAKE_PREFIX_PATH="$root/usr" >/dev/null
-  cmake --build "$work/$2" >/dev/null
-}
-build_consumer examples/consumer consumer
-diff "$sources/examples/consumer/first_program.txt" <(in_root "$work/consumer/first_program")
-in_root "$work/consumer/whole_table"
+pages=$root/usr/share/doc/conditionalformatters-doc/html
+for page in index page_docs_concepts_priority page_docs_python \
+  classZorv_1_1ConditionalFormatters_1_1ConditionalFormattingPropsCalculator; do
+  [ -s "$pages/$page.html" ]
+done
 
+# By find_package().
+cmake -G Ninja -S "$sources/examples" -B "$work/found" -DCMAKE_PREFIX_PATH="$root/usr" >/dev/null
+cmake --build "$work/found" >/dev/null
+in_root "$sources/tests/install/run_examples.sh" "$work/found" "$sources"
+
+# By pkg-config.
 PKG_CONFIG_PATH=$libraries/pkgconfig
 export PKG_CONFIG_PATH
-read -ra flags < <(pkg-config --cflags --libs ConditionalFormatters-Workbook)
-c++ "$sources/tests/install/consumer/read_workbook.cpp" "${flags[@]}" -o "$work/read-workbook"
-in_root "$work/read-workbook" "$workbook" >"$work/formatted.txt"
-[ -s "$work/formatted.txt" ]
+# build EXAMPLE/PROGRAM "PACKAGE..." SOURCE...
+build() {
+  local program=$work/configured/$1 flags
+  read -ra flags < <(pkg-config --cflags --libs $2)  # shellcheck disable=SC2086
+  mkdir -p "$(dirname "$program")"
+  (cd "$sources/examples/$(dirname "$1")" && c++ -pthread "${@:3}" "${flags[@]}" -o "$program")
+}
+library=ConditionalFormatters
+build consumer/first_program $library first_program.cpp
+build consumer/whole_table $library whole_table.cpp
+build grid_view/grid_view $library grid_view.cpp
+build export_html/export_html $library export_html.cpp
+build live/live_sheet $library document.cpp live_sheet.cpp terminal.cpp
+build sqlite_rows/sqlite_rows "$library sqlite3" sqlite_rows.cpp
+build explain_cell/explain_cell $library-Workbook explain_cell.cpp
+in_root "$sources/tests/install/run_examples.sh" "$work/configured" "$sources"
 
 module=$root/usr/lib/python3/dist-packages
 if [ -d "$module" ]; then

@@ -23,5 +23,7 @@ run_doxygen "INPUT = docs/namespaces.dox $out/include" "GENERATE_HTML = NO" \
 scripts/stage_docs.py pages "$out/pages" "$out/tags.xml"
 run_doxygen "INPUT = docs/namespaces.dox $out/include $out/pages" \
   "USE_MDFILE_AS_MAINPAGE = $out/pages/README.md"
+# Nothing leads to the pages of folders, whose names depend on where the sources lie.
+rm "$out"/html/dir_*.html
 rm -r "$out/include" "$out/pages" "$out/tags.xml"
 echo "$out/html/index.html"
