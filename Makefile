@@ -1,7 +1,7 @@
 # The commands of this project; each one installs and builds what it needs and what has changed.
 
 .DEFAULT_GOAL := help
-.PHONY: help packages all-packages python-packages tool python release run test checks corpus docs bench tidy fuzz hostile package format clean
+.PHONY: help packages all-packages python-packages tool python install release run test checks corpus docs bench tidy fuzz hostile package format clean
 
 # Done, all, and the seconds since the start.
 export NINJA_STATUS = [%f of %t, %es] 
@@ -37,6 +37,13 @@ python: python-packages build/release/build.ninja ## Build the Python module, an
 	@cmake build/release -D CNDFRMT_BUILD_PYTHON=ON >build/python.log || (cat build/python.log; exit 1)
 	@cmake --build --preset release --target cndfrmt_python_package
 	@echo "PYTHONPATH=$(CURDIR)/build/release/lib/python3/dist-packages /usr/bin/python3 -c 'import conditional_formatters'"
+
+PREFIX ?= /usr/local
+install: packages build/release/build.ninja ## Build and install the tool and the libraries: make install PREFIX=DIRECTORY
+	@cmake --build --preset release --target cndfrmt_installed
+	@cmake --install build/release --prefix "$(PREFIX)" >build/install.log || (cat build/install.log; exit 1)
+	@echo "CMake finds the libraries by -DCMAKE_PREFIX_PATH=$(abspath $(PREFIX)), pkg-config by" \
+	  "PKG_CONFIG_PATH=$$(dirname $$(find "$(abspath $(PREFIX))" -name ConditionalFormatters.pc -print -quit))"
 
 release: all-packages build/release/tests/CTestTestfile.cmake
 	@cmake --build --preset release

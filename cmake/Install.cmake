@@ -14,6 +14,7 @@ set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 function(cndfrmt_install_library target export)
   string(TOLOWER ${target} component)
   set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+  target_compile_features(${target} INTERFACE cxx_std_20)
   # Headers name each other below include; include/zorv is for consumers who leave out the zorv/.
   install(
     TARGETS ${target}
@@ -74,4 +75,13 @@ if(CNDFRMT_BUILD_TOOL)
           COMPONENT tool)
   install(FILES ${help}/cndfrmt.fish
           DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tool)
+endif()
+
+# Builds what cmake --install installs, and no tests.
+add_custom_target(cndfrmt_installed DEPENDS ${installed_libraries})
+if(CNDFRMT_BUILD_TOOL)
+  add_dependencies(cndfrmt_installed cndfrmt cndfrmt_draw cndfrmt_help)
+endif()
+if(CNDFRMT_HAS_PYTHON AND CNDFRMT_BUILD_TOOL)
+  add_dependencies(cndfrmt_installed cndfrmt_python_package)
 endif()
