@@ -118,6 +118,9 @@ pictures, and finds rules that are wrong, dead, repeated or slow."
   OURS ${host} ${library}
   OTHERS "fonts-dejavu-core | fonts-liberation")
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
+# They load no libraries: CPack would start a program for each of their files to see that.
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_SHLIBDEPS OFF)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)
 cndfrmt_package(
   documentation conditionalformatters-doc doc
   "documentation of cndfrmt and libConditionalFormatters

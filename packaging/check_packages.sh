@@ -42,12 +42,12 @@ file "$work/page.png" | grep -q 'PNG image'
 pages=$root/usr/share/doc/conditionalformatters-doc/html
 for page in index page_docs_concepts_priority page_docs_python \
   classZorv_1_1ConditionalFormatters_1_1ConditionalFormattingPropsCalculator; do
-  [ -s "$pages/$page.html" ]
+  grep -q '</html>' "$pages/$page.html"
 done
 
 # By find_package().
 cmake -G Ninja -S "$sources/examples" -B "$work/found" -DCMAKE_PREFIX_PATH="$root/usr" >/dev/null
-cmake --build "$work/found" >/dev/null
+cmake --build "$work/found" >"$work/found.log" || (cat "$work/found.log"; exit 1)
 in_root "$sources/tests/install/run_examples.sh" "$work/found" "$sources"
 
 # By pkg-config.

@@ -110,8 +110,11 @@ def run(client, files, journal, options, inspect=inspect_workbook.inspect_workbo
 
 def start_workers(count, memory=2 << 30):
     """Workers on this machine, each a process with room for a file that takes so much memory."""
-    # A file that ended its worker is not given to the next one: run() decides about it.
-    dask.config.set({"distributed.scheduler.allowed-failures": 0})
+    # A file that ended its worker is not given to the next one: run() decides about it. The worker is
+    # started again, however long that takes on a busy machine: by default it is given up after 15
+    # seconds, and a run whose workers are all given up would wait for ever.
+    dask.config.set({"distributed.scheduler.allowed-failures": 0,
+                     "distributed.deploy.lost-worker-timeout": "1 day"})
     return distributed.LocalCluster(n_workers=count, threads_per_worker=1, dashboard_address="127.0.0.1:0",
                                     memory_limit=2 * memory)
 

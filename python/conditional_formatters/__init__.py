@@ -9,8 +9,16 @@ Rows and columns count from 0 where they are numbers; texts such as "E5" and "A1
 wherever a cell or a range is asked for.
 """
 
+try:
+    from ._core import VERSION as __version__
+except ModuleNotFoundError as problem:
+    import pathlib
+    import sys
+    found = sorted(path.name for path in pathlib.Path(__file__).parent.glob("_core.*.so"))
+    raise ImportError(f"conditional_formatters is built for another Python than {sys.executable}: "
+                      f"it has {', '.join(found) or 'no extension'}") from problem
+
 from ._codec import CellError, Value, to_json
-from ._core import VERSION as __version__
 from ._css import style_to_css
 from ._errors import (BudgetExceeded, Error, LoadError, OptionError, RenderError, RenderWarning,
                       SelectionError)

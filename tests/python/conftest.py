@@ -1,5 +1,6 @@
 """What the tests of the module share."""
 
+import functools
 import io
 import json
 import os
@@ -37,6 +38,12 @@ def save(workbook):
     return file.getvalue()
 
 
+@functools.lru_cache(maxsize=None)
+def open_workbook(path):
+    """A workbook that tests share, since nothing changes it."""
+    return cf.open(path, now=NOW)
+
+
 def make_book(rows, rules=(), **options):
     """A workbook of one sheet, with its rules by their ranges."""
     workbook = openpyxl.Workbook()
@@ -49,4 +56,4 @@ def make_book(rows, rules=(), **options):
 
 @pytest.fixture(scope="session")
 def demo():
-    return cf.open(DEMO, now=NOW)
+    return open_workbook(DEMO)

@@ -16,6 +16,8 @@ sys.path.insert(0, str(FLEET))
 
 distributed = pytest.importorskip("distributed")
 
+import dask  # noqa: E402
+
 import fleet  # noqa: E402
 import inspect_workbook  # noqa: E402
 import tables  # noqa: E402
@@ -90,6 +92,13 @@ def test_a_file_that_hangs_or_kills_its_worker_costs_only_itself(client, archive
     assert "ValueError" in results[3]["error"]
 
 
+def test_a_worker_that_is_long_in_starting_again_is_not_given_up():
+    with dask.config.set({"distributed.deploy.lost-worker-timeout": "1 ms"}), \
+            fleet.start_workers(1) as cluster, distributed.Client(cluster) as client:
+        assert isinstance(client.submit(os._exit, 1).exception(), distributed.KilledWorker)
+        client.wait_for_workers(1, timeout=60)
+
+
 def test_a_slow_file_is_bounded_by_its_budget(archive):
     options = inspect_workbook.Options(seconds=0.001)
     result = inspect_workbook.work(str(archive / "demo.xlsx"), options)
@@ -132,7 +141,7 @@ def test_a_text_of_a_file_stays_one_field_and_no_formula(tmp_path):
 
 def test_the_program_writes_its_tables(archive, tmp_path):
     command = [sys.executable, str(FLEET / "fleet.py"), str(archive), str(tmp_path), "--now", NOW]
-    first = subprocess.run(command, capture_output=True, text=True, timeout=120)
+    first = subprocess.run(command, capture_output=True, text=True, timeout=600)
     assert first.returncode == 1, first.stderr
     assert "13 of 13 files, 3 not read" in first.stderr
     assert first.stdout.split() == [str(tmp_path / "files.csv"), str(tmp_path / "findings.csv")]

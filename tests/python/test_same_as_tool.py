@@ -1,7 +1,7 @@
 """The module gives the answers of the tool, for real workbooks."""
 
 import pytest
-from conftest import DEMO, NOW, WORKBOOKS, run_tool
+from conftest import DEMO, NOW, WORKBOOKS, open_workbook, run_tool
 
 import conditional_formatters as cf
 
@@ -18,7 +18,7 @@ def describe(cell):
 
 @each_workbook
 def test_resolved_cells(path):
-    book = cf.open(path, now=NOW)
+    book = open_workbook(path)
     for record in run_tool("resolve", path)["sheets"]:
         sheet = book[record["name"]]
         expected = [{**cell, "rules": [rule["rule"] for rule in cell["rules"]]}
@@ -34,14 +34,14 @@ def test_resolved_cells(path):
 
 @each_workbook
 def test_rules(path):
-    book = cf.open(path, now=NOW)
+    book = open_workbook(path)
     for record in run_tool("rules", path)["sheets"]:
         assert [cf.to_json(rule) for rule in book[record["name"]].rules] == record["rules"]
 
 
 @each_workbook
 def test_explanations(path):
-    book = cf.open(path, now=NOW)
+    book = open_workbook(path)
     sheet = next(sheet for sheet in book if sheet.is_worksheet)
     expected = run_tool("explain", path, "A1:G12", "--sheet", sheet.name)["cells"]
     assert [cf.to_json(account) for account in sheet.explain_range("A1:G12")] == expected
@@ -50,13 +50,13 @@ def test_explanations(path):
 
 @each_workbook
 def test_findings_of_check(path):
-    book = cf.open(path, now=NOW)
+    book = open_workbook(path)
     assert [cf.to_json(finding) for finding in book.check()] == run_tool("check", path)["findings"]
 
 
 def test_differences():
     expected = run_tool("diff", DEMO, "--now", NOW, "--now", "2026-12-21")
-    first, second = cf.open(DEMO, now=NOW), cf.open(DEMO, now="2026-12-21")
+    first, second = open_workbook(DEMO), cf.open(DEMO, now="2026-12-21")
     found = cf.to_json(first.diff(second))
     assert found == {name: expected[name] for name in ("sheets", "rules", "cells")}
     assert found["cells"]
@@ -66,6 +66,6 @@ def test_differences():
 def test_differences_of_rules_and_sheets():
     other = WORKBOOKS[1]
     expected = run_tool("diff", DEMO, other)
-    found = cf.to_json(cf.open(DEMO, now=NOW).diff(cf.open(other, now=NOW)))
+    found = cf.to_json(open_workbook(DEMO).diff(open_workbook(other)))
     assert found == {name: expected[name] for name in ("sheets", "rules", "cells")}
     assert found["sheets"]

@@ -2,7 +2,7 @@
 
 import numpy
 import pytest
-from conftest import NOW, WORKBOOKS, make_book
+from conftest import WORKBOOKS, make_book, open_workbook
 from openpyxl.formatting.rule import FormulaRule
 from openpyxl.styles import Font, PatternFill
 
@@ -25,7 +25,7 @@ def first_conditions(sheet, area):
 
 @each_workbook
 def test_an_array_is_as_its_cells(path):
-    for sheet in cf.open(path, now=NOW):
+    for sheet in open_workbook(path):
         if sheet.used_range is None:
             continue
         used = sheet.used_range
@@ -40,7 +40,7 @@ def test_an_array_is_as_its_cells(path):
 
 @each_workbook
 def test_runs_are_as_the_cells(path):
-    for sheet in cf.open(path, now=NOW):
+    for sheet in open_workbook(path):
         in_runs = {}
         for run in sheet.runs():
             for row in range(run.range.first_row, run.range.end_row):

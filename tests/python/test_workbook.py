@@ -3,8 +3,11 @@
 import datetime
 import gc
 import os
+import pathlib
 import pickle
 import shutil
+import subprocess
+import sys
 
 import openpyxl
 import pytest
@@ -227,6 +230,15 @@ def test_explain_one_rule(demo):
     assert [rule.rule for rule in account.rules] == [13]
     assert account.rules[0].outcome == "holds" and account.rules[0].sets == ("bold",)
     assert account.set_by["bold"] == 13 and account.set_by["font_name"] is None
+
+
+def test_another_python_is_told_which_one_the_module_is_for(tmp_path):
+    package = shutil.copytree(pathlib.Path(cf.__file__).parent, tmp_path / "conditional_formatters",
+                              ignore=shutil.ignore_patterns("_core*.so", "__pycache__"))
+    (package / "_core.cpython-30-x86_64-linux-gnu.so").touch()
+    run = subprocess.run([sys.executable, "-c", "import conditional_formatters"],
+                         env={"PYTHONPATH": str(tmp_path)}, capture_output=True, text=True)
+    assert f"built for another Python than {sys.executable}: it has _core.cpython-30-" in run.stderr
 
 
 def test_findings_of_loading(demo):
