@@ -58,9 +58,8 @@ checks: all-packages
 	@scripts/check_format.sh
 
 test: checks release build/asan/build.ninja build/tsan/build.ninja ## Run every check and test
-	@cmake --build --preset release --target all_verify_interface_header_sets
 	@ctest --preset release
-	@cmake --build --preset asan && ctest --preset asan
+	@cmake --build --preset asan --target all all_verify_interface_header_sets && ctest --preset asan
 	@cmake --build --preset tsan && ctest --preset tsan
 
 corpus: tool ## Compare verdicts on real workbooks with those of other programs
@@ -76,7 +75,8 @@ docs: all-packages build/release/tests/CTestTestfile.cmake ## Write build/docs/h
 format: all-packages ## Lay out the sources
 	@scripts/check_format.sh --fix
 
-bench: all-packages build/release/tests/CTestTestfile.cmake ## Measure, and write the tables of docs/performance.md
+bench: all-packages ## Measure, and write the tables of docs/performance.md
+	@cmake --preset release -D CNDFRMT_BUILD_BENCHMARKS=ON
 	@cmake --build --preset release --target cndfrmt_bench
 	@build/release/bin/cndfrmt_bench --benchmark_min_time=0.05 --benchmark_repetitions=12 \
 	  --benchmark_enable_random_interleaving=true \

@@ -173,7 +173,6 @@ TableRange EditedDocument::drawRange() {
 }
 
 FormulaValue EditedDocument::drawValue() {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
   std::vector<FormulaValue> values = {FormulaValue(),
                                       number(-2),
                                       number(-0.0),

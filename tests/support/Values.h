@@ -1,11 +1,15 @@
 #pragma once
 
+#include <limits>
 #include <string>
 #include <utility>
 
 #include "FormulaModel/FormulaValue.h"
 
 namespace Zorv::TestSupport {
+
+inline constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+inline constexpr double infinity = std::numeric_limits<double>::infinity();
 
 [[nodiscard]] inline FormulaValue empty() { return FormulaModel::FormulaEmpty{}; }
 [[nodiscard]] inline FormulaValue number(double value) {

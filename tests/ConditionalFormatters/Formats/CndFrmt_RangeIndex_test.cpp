@@ -16,7 +16,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Interval = std::pair<unsigned long, unsigned long>;
 
-constexpr unsigned long last = std::numeric_limits<unsigned long>::max();
+constexpr unsigned long lastIndex = std::numeric_limits<unsigned long>::max();
 
 std::vector<FormatIndex> listFormats(RangeIndex const& index) {
   std::vector<FormatIndex> formats;
@@ -52,7 +52,7 @@ TEST(RangeIndex, BordersCutTheSheetIntoIntervals) {
   EXPECT_EQ(index.rowsAround(2), (Interval{2, 4}));
   EXPECT_EQ(index.rowsAround(5), (Interval{4, 6}));
   EXPECT_EQ(index.rowsAround(7), (Interval{6, 8}));
-  EXPECT_EQ(index.rowsAround(8), (Interval{8, last}));
+  EXPECT_EQ(index.rowsAround(8), (Interval{8, lastIndex}));
   EXPECT_THAT(index.getColumnBorders(), ElementsAre(10U, 15U, 20U));
   EXPECT_EQ(index.columnIntervalOf(9), 0U);
   EXPECT_EQ(index.columnIntervalOf(10), 1U);
@@ -60,7 +60,7 @@ TEST(RangeIndex, BordersCutTheSheetIntoIntervals) {
   EXPECT_EQ(index.columnIntervalOf(20), 3U);
   EXPECT_EQ(index.columnsOf(0), (Interval{0, 10}));
   EXPECT_EQ(index.columnsOf(1), (Interval{10, 15}));
-  EXPECT_EQ(index.columnsOf(3), (Interval{20, last}));
+  EXPECT_EQ(index.columnsOf(3), (Interval{20, lastIndex}));
 }
 
 TEST(RangeIndex, HoldsTheRangesOfEachFormat) {
@@ -73,8 +73,8 @@ TEST(RangeIndex, HoldsTheRangesOfEachFormat) {
 TEST(RangeIndex, OfNothingIsOneInterval) {
   RangeIndex const index(std::vector<TableRange>{});
   EXPECT_THAT(index.getRanges(), IsEmpty());
-  EXPECT_EQ(index.rowsAround(5), (Interval{0, last}));
-  EXPECT_EQ(index.columnsOf(index.columnIntervalOf(5)), (Interval{0, last}));
+  EXPECT_EQ(index.rowsAround(5), (Interval{0, lastIndex}));
+  EXPECT_EQ(index.columnsOf(index.columnIntervalOf(5)), (Interval{0, lastIndex}));
 }
 
 }  // namespace

@@ -9,34 +9,34 @@ namespace {
 
 using Areas = std::vector<TableRange>;
 
-constexpr TableRange first{0, 0, 1, 1};
+constexpr TableRange firstArea{0, 0, 1, 1};
 constexpr TableRange second{5, 5, 6, 6};
 
 TEST(AreaLog, GivesWhatIsNewSinceAVersion) {
   AreaLog log;
   auto const start = log.getVersion();
-  log.add({{first}, {}, {}});
+  log.add({{firstArea}, {}, {}});
   auto const afterFirst = log.getVersion();
-  log.add({{second}, {{second, 1, 2}}, {{first, {5.0}}}});
+  log.add({{second}, {{second, 1, 2}}, {{firstArea, {5.0}}}});
 
   ReachedAreas reached;
   EXPECT_TRUE(log.appendSince(start, reached));
-  EXPECT_EQ(reached.areas, (Areas{first, second}));
+  EXPECT_EQ(reached.areas, (Areas{firstArea, second}));
   EXPECT_TRUE(log.appendSince(afterFirst, reached));
-  EXPECT_EQ(reached.areas, (Areas{first, second, second}));
+  EXPECT_EQ(reached.areas, (Areas{firstArea, second, second}));
   EXPECT_TRUE(log.appendSince(log.getVersion(), reached));
   EXPECT_EQ(reached.areas.size(), 3U);
   EXPECT_EQ(reached.numbers, (std::vector<NumberArea>(2, {second, 1, 2})));
-  EXPECT_EQ(reached.classes, (std::vector<ClassArea>(2, {first, {5.0}})));
+  EXPECT_EQ(reached.classes, (std::vector<ClassArea>(2, {firstArea, {5.0}})));
 }
 
 TEST(AreaLog, ForgetsWhatWasKeptWhenAnythingMayBeNew) {
   AreaLog log;
   auto const start = log.getVersion();
-  log.add({{first}, {}, {}});
+  log.add({{firstArea}, {}, {}});
   log.addEverything();
   auto const afterwards = log.getVersion();
-  log.add({{second}, {{second, 1, 2}}, {{first, {5.0}}}});
+  log.add({{second}, {{second, 1, 2}}, {{firstArea, {5.0}}}});
 
   ReachedAreas reached;
   EXPECT_FALSE(log.appendSince(start, reached));
@@ -51,12 +51,12 @@ TEST(AreaLog, KeepsTheLastChangesOnly) {
   auto beforeLast = start;
   for (int change = 0; change < 1000; ++change) {
     beforeLast = log.getVersion();
-    log.add({{first}, {}, {}});
+    log.add({{firstArea}, {}, {}});
   }
   ReachedAreas reached;
   EXPECT_FALSE(log.appendSince(start, reached));
   EXPECT_TRUE(log.appendSince(beforeLast, reached));
-  EXPECT_EQ(reached.areas, (Areas{first}));
+  EXPECT_EQ(reached.areas, (Areas{firstArea}));
 }
 
 }  // namespace

@@ -2,18 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <random>
 #include <span>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "support/Values.h"
+
 namespace Zorv::ConditionalFormatters {
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using TestSupport::infinity;
+using TestSupport::nan;
 
 std::vector<FloatNumber> toNumbers(std::vector<double> const& values) {
   return {values.begin(), values.end()};

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cmath>
-#include <limits>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -18,9 +17,6 @@ namespace {
 using namespace TestSupport;
 using Record = DOM::AboveAverageConditionalFormatOperator;
 using Type = DOM::AboveAverageConditionalFormatType;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 bool holds(int type, std::vector<double> const& values, FormulaValue cellValue,
            boost::optional<std::uint32_t> stdDev = boost::none) {

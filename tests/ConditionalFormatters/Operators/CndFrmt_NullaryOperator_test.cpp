@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -301,7 +300,6 @@ TEST(NullaryOperator, TheDayOfANegativeNumberIsTheOneBelow) {
 }
 
 TEST(NullaryOperator, NumbersThatAreNoDatesLieInNoWeekAndNoMonth) {
-  double const infinity = std::numeric_limits<double>::infinity();
   for (sys_days const now : {sys_days(2024y / 1 / 3), wednesday, sys_days(2024y / 12 / 31)}) {
     ScopedClock const scope(now + 9h);
     for (int type = static_cast<int>(Type::LastWeek); type < kindCount; ++type) {

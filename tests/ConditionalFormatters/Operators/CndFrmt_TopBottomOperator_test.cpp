@@ -27,8 +27,6 @@ using testing::IsEmpty;
 using Record = DOM::TopBottomConditionalFormatOperator;
 using Type = DOM::TopBottomConditionalFormatType;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr bool percent = true;
 constexpr bool count = false;
 constexpr std::uint32_t largestValue = std::numeric_limits<std::uint32_t>::max();

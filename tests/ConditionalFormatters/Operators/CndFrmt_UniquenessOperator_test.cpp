@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -123,7 +122,6 @@ TEST(UniquenessOperatorDeathTest, AValueThatWasNotCollectedIsFatal) {
   constexpr char const* message =
       "^/code/ConditionalFormatters/Operators/CndFrmt_UniquenessOperator:62: assertion failed: "
       "\"valueCount != 0\"\n$";
-  double const nan = std::numeric_limits<double>::quiet_NaN();
   EXPECT_DEATH((void)judge(UniquenessType::Unique, {number(1)}, number(2)), message);
   EXPECT_DEATH((void)judge(UniquenessType::Duplicate, {}, text("a")), message);
   EXPECT_DEATH((void)judge(UniquenessType::Duplicate, {number(nan), number(nan)}, number(nan)),

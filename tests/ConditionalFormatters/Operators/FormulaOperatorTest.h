@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cmath>
-#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -48,7 +47,6 @@ struct PlacedValue {
 /// Values of all kinds.
 inline std::vector<PlacedValue> makePlacedValues() {
   using FormulaModel::FormulaErrorCode;
-  double const infinity = std::numeric_limits<double>::infinity();
   return {
       {"empty", empty(), 0},
       {"-inf", number(-infinity), 0},

@@ -4,19 +4,19 @@
 
 #include <cmath>
 #include <cstddef>
-#include <limits>
 #include <random>
 #include <vector>
 
 #include "ConditionalFormatters/Operands/CndFrmt_DistinctRanking.h"
 #include "Utils/HashPartitions.h"
+#include "support/Values.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using TestSupport::infinity;
+using TestSupport::nan;
 constexpr RankingOrder bothOrders[] = {RankingOrder::LargestFirst, RankingOrder::SmallestFirst};
 
 /// The distinct numbers of some values, which come in several blocks.

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <limits>
 #include <memory>
 #include <random>
 #include <stdexcept>
@@ -35,7 +34,6 @@ constexpr OperandNeeds everyNeed{
 
 /// A value of any kind, often one that others have, too.
 FormulaValue drawFollowed(std::mt19937& random) {
-  double const infinity = std::numeric_limits<double>::infinity();
   switch (random() % 24) {
     case 0:
       return empty();
@@ -49,7 +47,7 @@ FormulaValue drawFollowed(std::mt19937& random) {
     case 4:
       return number(random() % 8 != 0 ? 1e16 : random() % 2 == 0 ? infinity : -infinity);
     case 5:
-      return number(random() % 8 == 0 ? std::numeric_limits<double>::quiet_NaN() : -1e16);
+      return number(random() % 8 == 0 ? nan : -1e16);
     case 6:
     case 7:
     case 8:

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <memory>
 #include <random>
 #include <stdexcept>
@@ -48,7 +47,6 @@ std::vector<unsigned long> findRepeatedRows(std::vector<FormulaValue> const& col
 
 TEST(RepeatedCells, AreThoseWithAnEqualValueOfTheSameKind) {
   using Rows = std::vector<unsigned long>;
-  double const nan = std::numeric_limits<double>::quiet_NaN();
   struct Case {
     char const* name;
     std::vector<FormulaValue> column;
@@ -59,11 +57,7 @@ TEST(RepeatedCells, AreThoseWithAnEqualValueOfTheSameKind) {
       {"numbers", {number(1), number(2), number(1), number(1.5), number(2)}, {0, 1, 2, 4}},
       {"the two zeros", {number(0.0), number(1), number(-0.0)}, {0, 2}},
       {"NaN equals nothing", {number(nan), number(nan), number(1)}, {}},
-      {"infinities",
-       {number(std::numeric_limits<double>::infinity()),
-        number(-std::numeric_limits<double>::infinity()),
-        number(std::numeric_limits<double>::infinity())},
-       {0, 2}},
+      {"infinities", {number(infinity), number(-infinity), number(infinity)}, {0, 2}},
       {"texts",
        {text("a"), text("A"), text("a"), text(""), text(longText), text(longText)},
        {0, 2, 4, 5}},

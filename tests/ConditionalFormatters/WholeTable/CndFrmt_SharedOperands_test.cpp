@@ -1,7 +1,6 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_SharedOperands.h"
 
 #include <chrono>
-#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -20,8 +19,9 @@ namespace {
 using namespace TestSupport;
 using namespace DOM;
 
+using Rank = TopBottomConditionalFormatType;
+
 TEST(OperandNeeds, AreThoseOfTheKindOfCondition) {
-  using Rank = TopBottomConditionalFormatType;
   struct Case {
     char const* name;
     ConditionalFormatOperator record;
@@ -231,7 +231,6 @@ TEST_F(SharedOperandsThatFollow, TellWhichFormatsAndCellsAnEditReaches) {
 }
 
 TEST_F(SharedOperandsThatFollow, MayMeanAnythingWhereAReferenceAppearsOrIsNoNumber) {
-  double const nan = std::numeric_limits<double>::quiet_NaN();
   EXPECT_EQ(change(7, 0, nan).moved, (FormatIndices{0})) << "the mean is no number any more";
   EXPECT_TRUE(change(8, 0, nan).moved.empty()) << "as before";
   EXPECT_TRUE(change(7, 0, 7).moved.empty());

@@ -11,7 +11,7 @@
 namespace Zorv::FormulaModel {
 namespace {
 
-FormulaValue number(double value) { return FormulaNumber{FloatNumber(value)}; }
+FormulaValue numberValue(double value) { return FormulaNumber{FloatNumber(value)}; }
 FormulaValue text(char const* value) { return FormulaString{value}; }
 FormulaValue boolean(bool value) { return FormulaBoolean{value}; }
 FormulaValue error(FormulaErrorCode code) { return FormulaError{code}; }
@@ -20,7 +20,7 @@ using Equal = FormulaValuesComarator<std::equal_to>;
 
 TEST(FormulaValueAccess, OnlyTheEmptyAlternativeIsEmpty) {
   EXPECT_TRUE(isFormulaEmpty(FormulaEmpty()));
-  for (FormulaValue const& value : {number(0), text(""), boolean(false), error({})}) {
+  for (FormulaValue const& value : {numberValue(0), text(""), boolean(false), error({})}) {
     EXPECT_FALSE(isFormulaEmpty(value)) << value.which();
   }
 }
@@ -28,13 +28,13 @@ TEST(FormulaValueAccess, OnlyTheEmptyAlternativeIsEmpty) {
 TEST(FormulaValueAccess, OnlyTheErrorAlternativeIsAnError) {
   EXPECT_TRUE(isFormulaError(error(FormulaErrorCode::NotAvailable)));
   for (FormulaValue const& value :
-       {FormulaValue(FormulaEmpty()), number(0), text("#N/A"), boolean(false)}) {
+       {FormulaValue(FormulaEmpty()), numberValue(0), text("#N/A"), boolean(false)}) {
     EXPECT_FALSE(isFormulaError(value)) << value.which();
   }
 }
 
 TEST(FormulaValueAccess, OnlyNumbersAreNumbers) {
-  auto const found = asFormulaNumberOpt(number(2.5));
+  auto const found = asFormulaNumberOpt(numberValue(2.5));
   ASSERT_TRUE(found);
   EXPECT_EQ(found->value.get(), 2.5);
   for (FormulaValue const& value :
@@ -45,8 +45,8 @@ TEST(FormulaValueAccess, OnlyNumbersAreNumbers) {
 
 TEST(FormulaValuesComarator, ValuesOfOneKindCompareByTheirPayload) {
   EXPECT_TRUE(Equal()(FormulaEmpty(), FormulaEmpty()));
-  EXPECT_TRUE(Equal()(number(1), number(1)));
-  EXPECT_FALSE(Equal()(number(1), number(2)));
+  EXPECT_TRUE(Equal()(numberValue(1), numberValue(1)));
+  EXPECT_FALSE(Equal()(numberValue(1), numberValue(2)));
   EXPECT_TRUE(Equal()(text("abc"), text("abc")));
   EXPECT_TRUE(Equal()(boolean(true), boolean(true)));
   EXPECT_FALSE(Equal()(boolean(true), boolean(false)));
@@ -56,8 +56,8 @@ TEST(FormulaValuesComarator, ValuesOfOneKindCompareByTheirPayload) {
 
 TEST(FormulaValuesComarator, ZerosAreEqualAndNaNEqualsNothing) {
   constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-  EXPECT_TRUE(Equal()(number(0.0), number(-0.0)));
-  EXPECT_FALSE(Equal()(number(nan), number(nan)));
+  EXPECT_TRUE(Equal()(numberValue(0.0), numberValue(-0.0)));
+  EXPECT_FALSE(Equal()(numberValue(nan), numberValue(nan)));
 }
 
 TEST(FormulaValuesComarator, TextsCompareByteByByte) {
@@ -70,7 +70,7 @@ TEST(FormulaValuesComarator, TextsCompareByteByByte) {
 }
 
 TEST(FormulaValuesComarator, ValuesOfDifferentKindsNeverCompare) {
-  std::vector<FormulaValue> const values{FormulaEmpty(), number(1), text("1"), boolean(true),
+  std::vector<FormulaValue> const values{FormulaEmpty(), numberValue(1), text("1"), boolean(true),
                                          error(FormulaErrorCode::Null)};
   for (std::size_t a = 0; a < values.size(); ++a) {
     for (std::size_t b = 0; b < values.size(); ++b) {
@@ -83,7 +83,7 @@ TEST(FormulaValuesComarator, ValuesOfDifferentKindsNeverCompare) {
 
 TEST(FormulaValuesComarator, OrdersValuesOfOneKind) {
   using Less = FormulaValuesComarator<std::less>;
-  EXPECT_TRUE(Less()(number(-1), number(1)));
+  EXPECT_TRUE(Less()(numberValue(-1), numberValue(1)));
   EXPECT_TRUE(Less()(text("a"), text("\xC3\xA9")));
   EXPECT_TRUE(Less()(boolean(false), boolean(true)));
   EXPECT_TRUE(Less()(error(FormulaErrorCode::Null), error(FormulaErrorCode::Calculation)));

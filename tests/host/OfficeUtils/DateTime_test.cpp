@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 using std::chrono::sys_days;
 
 LocaleContext const american("en-US");
-LocaleContext const german("de-DE");
+LocaleContext const germanDates("de-DE");
 LocaleContext const american1904("en-US", DateSystem::Since1904);
 
 DateTime read(double serial, LocaleContext const& locale = american) {
@@ -34,7 +34,7 @@ TEST(DateTime, HasTheMonthAndTheWeekOfItsDateSystemAndLocale) {
            {45351.0, american, 2, 9},               // Thursday, 29 February 2024
            {45351.75, american, 2, 9},              // its evening
            {45298.0, american, 1, 2},               // Sunday, 7 January 2024
-           {45298.0, german, 1, 1},                 // the last day of a German week
+           {45298.0, germanDates, 1, 1},            // the last day of a German week
            {60.0, american, 2, 9},                  // 29 February 1900
            {61.0, american, 3, 9},                  // 1 March 1900
            {0.0, american, 1, 1},                   // 0 January 1900

@@ -20,7 +20,7 @@ using FormulaModel::FormulaNumber;
 using FormulaModel::FormulaString;
 
 LocaleContext const american("en-US");
-LocaleContext const german("de-DE");
+LocaleContext const germanCasts("de-DE");
 
 FormulaValue number(double value) { return FormulaNumber{FloatNumber(value)}; }
 
@@ -80,7 +80,7 @@ TEST(ToBool, OtherTextsAreRefused) {
   for (char const* other : {"", " TRUE", "TRUE ", "TRU", "1", "0", "yes", "WAHR", "\xFF"}) {
     EXPECT_THROW(truth(FormulaString{other}), FormulaException) << other;
   }
-  EXPECT_THROW(truth(FormulaString{"VRAI"}, german), FormulaException);
+  EXPECT_THROW(truth(FormulaString{"VRAI"}, germanCasts), FormulaException);
 }
 
 TEST(ToBool, ErrorsAreRefused) {
@@ -136,10 +136,10 @@ TEST(ToString, NumbersHaveTheirGeneralForm) {
 }
 
 TEST(ToString, NumbersHaveTheLocalesDecimalSeparator) {
-  EXPECT_EQ(text(number(12.5), german), "12,5");
-  EXPECT_EQ(text(number(-0.25), german), "-0,25");
-  EXPECT_EQ(text(number(1.5e21), german), "1,5E+21");
-  EXPECT_EQ(text(number(1234567), german), "1234567");
+  EXPECT_EQ(text(number(12.5), germanCasts), "12,5");
+  EXPECT_EQ(text(number(-0.25), germanCasts), "-0,25");
+  EXPECT_EQ(text(number(1.5e21), germanCasts), "1,5E+21");
+  EXPECT_EQ(text(number(1234567), germanCasts), "1234567");
 }
 
 TEST(ToString, ANumberThatIsNotFiniteReadsAsANumberError) {
@@ -164,8 +164,8 @@ TEST(ToString, AFormatterWritesNumbersAndNothingElse) {
     }
   };
   Brackets const formatter;
-  EXPECT_EQ(toString(number(7), german, &formatter), "[7 de-DE]");
-  EXPECT_EQ(toString(FormulaString{"7"}, german, &formatter), "7");
+  EXPECT_EQ(toString(number(7), germanCasts, &formatter), "[7 de-DE]");
+  EXPECT_EQ(toString(FormulaString{"7"}, germanCasts, &formatter), "7");
 }
 
 }  // namespace
