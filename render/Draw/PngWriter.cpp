@@ -1,10 +1,9 @@
 #include "render/Draw/PngWriter.h"
 
-#include <zlib.h>
-
+#include <algorithm>
 #include <array>
 #include <cmath>
-#include <vector>
+#include <new>
 
 namespace Zorv::Render::Draw {
 
@@ -27,10 +26,28 @@ void append(std::vector<unsigned char>& bytes, std::uint32_t value) {
   bytes.insert(bytes.end(), parts.begin(), parts.end());
 }
 
+/// The differences of all four bytes at once, each modulo 256.
+std::uint32_t subtractBytes(std::uint32_t a, std::uint32_t b) noexcept {
+  constexpr std::uint32_t highBits = 0x80808080;
+  return ((a | highBits) - (b & ~highBits)) ^ ((a ^ ~b) & highBits);
+}
+
 }  // namespace
 
+PngWriter::Deflater::Deflater() {
+  // Rows of sheets repeat each other, so that the quickest level already finds nearly everything.
+  if (deflateInit(&stream, Z_BEST_SPEED) != Z_OK) {
+    throw std::bad_alloc();
+  }
+}
+
+PngWriter::Deflater::~Deflater() { deflateEnd(&stream); }
+
 PngWriter::PngWriter(ByteSink const& sink, std::uint32_t width, std::uint32_t height, double scale)
-    : _sink(sink), _compressor(width) {
+    : _sink(sink),
+      _previous(width),
+      _filtered(std::size_t{width} * 3 + 1),
+      _output(std::size_t{1} << 16U) {
   constexpr std::string_view signature = "\x89PNG\r\n\x1A\n";
   _sink(signature);
   std::vector<unsigned char> header;
@@ -46,23 +63,51 @@ PngWriter::PngWriter(ByteSink const& sink, std::uint32_t width, std::uint32_t he
   append(resolution, density);
   resolution.push_back(1);
   writeChunk("pHYs", resolution);
+  _deflater.stream.next_out = _output.data();
+  _deflater.stream.avail_out = static_cast<uInt>(_output.size());
 }
 
 void PngWriter::addRow(std::span<std::uint32_t const> pixels) {
-  constexpr std::size_t chunkSize = 65'536;
-  _compressor.addRow(pixels);
-  if (_compressor.getOutput().size() >= chunkSize) {
-    writeData();
+  // Each row is written as its difference to the one above: mostly zeros.
+  constexpr unsigned char filterUp = 2;
+  _filtered[0] = filterUp;
+  if (std::ranges::equal(pixels, _previous)) {
+    std::fill(_filtered.begin() + 1, _filtered.end(), static_cast<unsigned char>(0));
+  } else {
+    std::size_t place = 1;
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+      std::uint32_t const difference = subtractBytes(pixels[i], _previous[i]);
+      _filtered[place++] = static_cast<unsigned char>(difference >> 16U);
+      _filtered[place++] = static_cast<unsigned char>(difference >> 8U);
+      _filtered[place++] = static_cast<unsigned char>(difference);
+    }
+    std::ranges::copy(pixels, _previous.begin());
   }
+  deflateRow(Z_NO_FLUSH);
+}
+
+void PngWriter::deflateRow(int flush) {
+  z_stream& stream = _deflater.stream;
+  stream.next_in = flush == Z_FINISH ? nullptr : _filtered.data();
+  stream.avail_in = flush == Z_FINISH ? 0 : static_cast<uInt>(_filtered.size());
+  int result = Z_OK;
+  do {
+    result = deflate(&stream, flush);
+    if (stream.avail_out == 0) {
+      writeData();
+    }
+  } while (stream.avail_in != 0 || (flush == Z_FINISH && result != Z_STREAM_END));
 }
 
 void PngWriter::writeData() {
-  writeChunk("IDAT", _compressor.getOutput());
-  _compressor.getOutput().clear();
+  z_stream& stream = _deflater.stream;
+  writeChunk("IDAT", std::span(_output).first(_output.size() - stream.avail_out));
+  stream.next_out = _output.data();
+  stream.avail_out = static_cast<uInt>(_output.size());
 }
 
 void PngWriter::finish() {
-  _compressor.finish();
+  deflateRow(Z_FINISH);
   writeData();
   writeChunk("IEND", {});
 }

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <zlib.h>
+
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
+#include <vector>
 
-#include "render/Draw/RowCompressor.h"
 #include "render/Drawing.h"
 
 namespace Zorv::Render::Draw {
@@ -25,11 +28,23 @@ public:
   void finish();
 
 private:
+  void deflateRow(int flush);
   void writeData();
   void writeChunk(std::string_view type, std::span<unsigned char const> data) const;
 
+  struct Deflater {
+    z_stream stream{};
+    Deflater();
+    Deflater(Deflater const&) = delete;
+    Deflater& operator=(Deflater const&) = delete;
+    ~Deflater();
+  };
+
   ByteSink const& _sink;
-  RowCompressor _compressor;
+  Deflater _deflater;
+  std::vector<std::uint32_t> _previous;  ///< the row above; black above the first one
+  std::vector<unsigned char> _filtered;  ///< the filter, then red, green, blue of each pixel
+  std::vector<unsigned char> _output;
 };
 
 }  // namespace Zorv::Render::Draw
