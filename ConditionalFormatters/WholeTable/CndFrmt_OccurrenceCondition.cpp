@@ -14,7 +14,7 @@ namespace Zorv::ConditionalFormatters {
 namespace {
 
 /// As many walks over the ranges take about as long as to make the index.
-constexpr unsigned mostWalks = 8;
+constexpr unsigned mostWalks = 24;
 
 }  // namespace
 

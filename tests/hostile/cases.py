@@ -610,7 +610,7 @@ BOMBS = {
     "mdeterm": "MDETERM(SEQUENCE(700,700))",
     "offset_all": "SUM(OFFSET($A$1,0,0,1048576,16384))",
     "indirect_all": "SUM(INDIRECT(\"A1:XFD1048576\"))",
-    "indirect_many": "SUM(N(INDIRECT(\"A\"&amp;SEQUENCE(50000))))",
+    "indirect_many": "SUM(N(INDIRECT(\"A\"&amp;SEQUENCE(20000))))",
     "let_doubles": "LET(" + ",".join(f"x{i},{f'x{i - 1}+x{i - 1}' if i else 'SEQUENCE(1000)'}"
                                      for i in range(100)) + ",SUM(x99))",
     "union": "COUNT((" + ",".join(["$A:$XFD"] * 500) + "))",
