@@ -85,6 +85,9 @@ bench: all-packages ## Measure, and write the tables of docs/performance.md
 	  --benchmark_enable_random_interleaving=true \
 	  --benchmark_out=build/bench.json --benchmark_out_format=json
 	@scripts/report_benchmarks.py build/bench.json docs/performance.md
+	@scripts/install_packages.sh packages_bench.txt
+	@cmake --build --preset release --target cndfrmt
+	@benchmarks/compare_render.py build/release/bin/cndfrmt 1 1000
 
 tidy: all-packages build/tidy/build.ninja ## Run clang-tidy over the sources
 	@scripts/check_tidy.sh
