@@ -177,7 +177,7 @@ TEST_P(WidespreadAnswer, DiffersFromTheOwnOneForAReason) {
 }
 
 constexpr char const* texts = "<c r='A1' t='str'><v>Yes</v></c><c r='B1' t='str'><v>YES</v></c>";
-constexpr char const* numbers =
+constexpr char const* differingNumbers =
     "<c r='A1'><v>8</v></c><c r='B1'><v>9</v></c><c r='C1'><v>9</v></c>";
 
 INSTANTIATE_TEST_SUITE_P(
@@ -195,7 +195,7 @@ INSTANTIATE_TEST_SUITE_P(
         DifferenceCase{"Errors", "<c r='A1' t='e'><v>#N/A</v></c>", "A1",
                        "<cfRule type='cellIs' operator='equal'><formula>#N/A</formula></cfRule>",
                        true, "no comparison with an error holds"},
-        DifferenceCase{"ReversedBounds", numbers, "A1",
+        DifferenceCase{"ReversedBounds", differingNumbers, "A1",
                        "<cfRule type='cellIs' operator='between'><formula>9</formula>"
                        "<formula>1</formula></cfRule>",
                        false, "the smaller bound is the lower one"},
@@ -212,8 +212,8 @@ INSTANTIATE_TEST_SUITE_P(
                        "<cfRule type='containsText' text='YE'/>", false, "letter case"},
         DifferenceCase{"ContainsAPattern", texts, "A1", "<cfRule type='containsText' text='Y?s'/>",
                        false, "* and ? stand for other characters"},
-        DifferenceCase{"RanksOfCells", numbers, "A1:C1", "<cfRule type='top10' rank='2'/>", true,
-                       "each number has a rank of its own"},
+        DifferenceCase{"RanksOfCells", differingNumbers, "A1:C1", "<cfRule type='top10' rank='2'/>",
+                       true, "each number has a rank of its own"},
         DifferenceCase{"PercentOfCells", "<c r='A1'><v>9</v></c><c r='B1'><v>8</v></c>", "A1:B1",
                        "<cfRule type='top10' rank='10' percent='1'/>", false, "at least one"},
         DifferenceCase{"Deviations", "<c r='A1'><v>9</v></c><c r='B1'><v>1</v></c>", "A1:B1",

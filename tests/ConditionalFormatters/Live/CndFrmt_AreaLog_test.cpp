@@ -10,23 +10,23 @@ namespace {
 using Areas = std::vector<TableRange>;
 
 constexpr TableRange firstArea{0, 0, 1, 1};
-constexpr TableRange second{5, 5, 6, 6};
+constexpr TableRange secondArea{5, 5, 6, 6};
 
 TEST(AreaLog, GivesWhatIsNewSinceAVersion) {
   AreaLog log;
   auto const start = log.getVersion();
   log.add({{firstArea}, {}, {}});
   auto const afterFirst = log.getVersion();
-  log.add({{second}, {{second, 1, 2}}, {{firstArea, {5.0}}}});
+  log.add({{secondArea}, {{secondArea, 1, 2}}, {{firstArea, {5.0}}}});
 
   ReachedAreas reached;
   EXPECT_TRUE(log.appendSince(start, reached));
-  EXPECT_EQ(reached.areas, (Areas{firstArea, second}));
+  EXPECT_EQ(reached.areas, (Areas{firstArea, secondArea}));
   EXPECT_TRUE(log.appendSince(afterFirst, reached));
-  EXPECT_EQ(reached.areas, (Areas{firstArea, second, second}));
+  EXPECT_EQ(reached.areas, (Areas{firstArea, secondArea, secondArea}));
   EXPECT_TRUE(log.appendSince(log.getVersion(), reached));
   EXPECT_EQ(reached.areas.size(), 3U);
-  EXPECT_EQ(reached.numbers, (std::vector<NumberArea>(2, {second, 1, 2})));
+  EXPECT_EQ(reached.numbers, (std::vector<NumberArea>(2, {secondArea, 1, 2})));
   EXPECT_EQ(reached.classes, (std::vector<ClassArea>(2, {firstArea, {5.0}})));
 }
 
@@ -36,13 +36,13 @@ TEST(AreaLog, ForgetsWhatWasKeptWhenAnythingMayBeNew) {
   log.add({{firstArea}, {}, {}});
   log.addEverything();
   auto const afterwards = log.getVersion();
-  log.add({{second}, {{second, 1, 2}}, {{firstArea, {5.0}}}});
+  log.add({{secondArea}, {{secondArea, 1, 2}}, {{firstArea, {5.0}}}});
 
   ReachedAreas reached;
   EXPECT_FALSE(log.appendSince(start, reached));
   EXPECT_TRUE(reached.areas.empty());
   EXPECT_TRUE(log.appendSince(afterwards, reached));
-  EXPECT_EQ(reached.areas, (Areas{second}));
+  EXPECT_EQ(reached.areas, (Areas{secondArea}));
 }
 
 TEST(AreaLog, KeepsTheLastChangesOnly) {

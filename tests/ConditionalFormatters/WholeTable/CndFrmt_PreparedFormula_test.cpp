@@ -17,7 +17,7 @@ namespace {
 using namespace TestSupport;
 using DOM::FormulaSyntaxTree::ExprParts;
 
-CellIndex at(unsigned long row, unsigned long column) {
+CellIndex cellAt(unsigned long row, unsigned long column) {
   return {RowIndex(row), ColumnIndex(column)};
 }
 
@@ -45,7 +45,7 @@ protected:
   RecordingEngine _engine{_journal};
   Formulas::LookupCache _lookups;
   Formulas::EvaluationSession _session{_lookups};
-  FormulaOrigin _origin{_table, _provider, at(2, 3)};
+  FormulaOrigin _origin{_table, _provider, cellAt(2, 3)};
 };
 
 TEST_F(PreparedFormulaTest, IsEvaluatedOnceIfItIsTheSameForEveryCell) {
@@ -53,7 +53,7 @@ TEST_F(PreparedFormulaTest, IsEvaluatedOnceIfItIsTheSameForEveryCell) {
   PreparedFormula const formula(_origin, expr);
   _engine.answer(number(7));
   for (unsigned long row = 2; row < 9; ++row) {
-    EXPECT_TRUE(isNumber(evaluate(formula, at(row, 3)), 7));
+    EXPECT_TRUE(isNumber(evaluate(formula, cellAt(row, 3)), 7));
   }
   EXPECT_EQ(_engine.getCalcCalls().size(), 1U);
 }
@@ -64,8 +64,8 @@ TEST_F(PreparedFormulaTest, IsEvaluatedForEachCellThatItDependsOn) {
   _engine.answerBy([](CalcCall const& call) {
     return number(static_cast<double>(call.row * 10 + call.column));
   });
-  EXPECT_TRUE(isNumber(evaluate(formula, at(2, 3)), 23));
-  EXPECT_TRUE(isNumber(evaluate(formula, at(4, 5)), 45));
+  EXPECT_TRUE(isNumber(evaluate(formula, cellAt(2, 3)), 23));
+  EXPECT_TRUE(isNumber(evaluate(formula, cellAt(4, 5)), 45));
   ASSERT_EQ(_engine.getShiftCalls().size(), 2U);
   EXPECT_EQ(_engine.getShiftCalls()[1].rowOffset, 2);
   EXPECT_EQ(_engine.getShiftCalls()[1].columnOffset, 2);
@@ -75,21 +75,21 @@ TEST_F(PreparedFormulaTest, RefusesPositionsThatTheCalculatorRefusesAlsoIfItsVal
   Expr const expr = makeExpr(false);
   PreparedFormula const formula(_origin, expr);
   _engine.answer(number(7));
-  EXPECT_TRUE(isNumber(evaluate(formula, at(2, 3)), 7));
-  FormulaExprCalculator const calculator(_table, _provider, at(2, 3));
-  for (auto const& cell : {at(1UL << 31U, 3), at(2, 1UL << 31U)}) {
+  EXPECT_TRUE(isNumber(evaluate(formula, cellAt(2, 3)), 7));
+  FormulaExprCalculator const calculator(_table, _provider, cellAt(2, 3));
+  for (auto const& cell : {cellAt(1UL << 31U, 3), cellAt(2, 1UL << 31U)}) {
     EXPECT_THROW(static_cast<void>(calculator.calculate(expr, cell)), BadNumCastError);
     EXPECT_THROW(static_cast<void>(evaluate(formula, cell)), BadNumCastError);
   }
-  EXPECT_TRUE(isNumber(evaluate(formula, at((1UL << 31U) - 1, 3)), 7));
+  EXPECT_TRUE(isNumber(evaluate(formula, cellAt((1UL << 31U) - 1, 3)), 7));
 }
 
 TEST_F(PreparedFormulaTest, ARefusedFirstCellLeavesTheOthersAlone) {
   Expr const expr = makeExpr(false);
   PreparedFormula const formula(_origin, expr);
   _engine.answer(number(7));
-  EXPECT_THROW(static_cast<void>(evaluate(formula, at(1UL << 31U, 3))), BadNumCastError);
-  EXPECT_TRUE(isNumber(evaluate(formula, at(2, 3)), 7));
+  EXPECT_THROW(static_cast<void>(evaluate(formula, cellAt(1UL << 31U, 3))), BadNumCastError);
+  EXPECT_TRUE(isNumber(evaluate(formula, cellAt(2, 3)), 7));
 }
 
 TEST_F(PreparedFormulaTest, IsGivenUpAfterItMetALimitOfTheEngineForTwoCells) {
@@ -101,11 +101,11 @@ TEST_F(PreparedFormulaTest, IsGivenUpAfterItMetALimitOfTheEngineForTwoCells) {
     }
     return FormulaValue(number(7));
   });
-  EXPECT_THROW(static_cast<void>(evaluate(formula, at(4, 3))), Formulas::EvaluationLimitError);
-  EXPECT_TRUE(isNumber(evaluate(formula, at(2, 3)), 7));
-  EXPECT_THROW(static_cast<void>(evaluate(formula, at(5, 3))), Formulas::EvaluationLimitError);
+  EXPECT_THROW(static_cast<void>(evaluate(formula, cellAt(4, 3))), Formulas::EvaluationLimitError);
+  EXPECT_TRUE(isNumber(evaluate(formula, cellAt(2, 3)), 7));
+  EXPECT_THROW(static_cast<void>(evaluate(formula, cellAt(5, 3))), Formulas::EvaluationLimitError);
   EXPECT_EQ(_engine.getCalcCalls().size(), 3U);
-  EXPECT_THROW(static_cast<void>(evaluate(formula, at(2, 3))), Formulas::EvaluationLimitError);
+  EXPECT_THROW(static_cast<void>(evaluate(formula, cellAt(2, 3))), Formulas::EvaluationLimitError);
   EXPECT_EQ(_engine.getCalcCalls().size(), 3U);
 }
 
@@ -115,7 +115,7 @@ TEST_F(PreparedFormulaTest, OtherExceptionsDoNotMakeItGiveUp) {
   _engine.answerBy(
       [](CalcCall const& /*call*/) -> Formulas::CalcResult { throw std::runtime_error("no"); });
   for (unsigned long row = 2; row < 20; ++row) {
-    EXPECT_THROW(static_cast<void>(evaluate(formula, at(row, 3))), std::runtime_error);
+    EXPECT_THROW(static_cast<void>(evaluate(formula, cellAt(row, 3))), std::runtime_error);
   }
   EXPECT_EQ(_engine.getCalcCalls().size(), 18U);
 }
@@ -124,7 +124,7 @@ TEST_F(PreparedFormulaTest, AReferenceIsNoValue) {
   Expr const expr = makeExpr(false);
   PreparedFormula const formula(_origin, expr);
   _engine.answer(makeReferenceResult());
-  EXPECT_FALSE(evaluate(formula, at(2, 3)));
+  EXPECT_FALSE(evaluate(formula, cellAt(2, 3)));
 }
 
 }  // namespace

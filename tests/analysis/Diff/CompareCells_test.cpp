@@ -38,7 +38,7 @@ Workbook::Document makeBook(
       .load();
 }
 
-std::string greater(std::string const& bound, int dxf = 0) {
+std::string moreThan(std::string const& bound, int dxf = 0) {
   return "<cfRule type=\"cellIs\" operator=\"greaterThan\" priority=\"1\" dxfId=\"" +
          std::to_string(dxf) + "\"><formula>" + bound + "</formula></cfRule>";
 }
@@ -55,22 +55,23 @@ std::vector<std::string> findDifferences(Workbook::Document const& first,
 }
 
 TEST(CompareCells, FindsNothingBetweenEqualDocuments) {
-  EXPECT_THAT(findDifferences(makeBook("A1:A9", greater("5")), makeBook("A1:A9", greater("5"))),
+  EXPECT_THAT(findDifferences(makeBook("A1:A9", moreThan("5")), makeBook("A1:A9", moreThan("5"))),
               IsEmpty());
 }
 
 TEST(CompareCells, FindsOtherConditionsStylesAndRanges) {
-  auto const book = makeBook("A1:A9", greater("5"));
-  EXPECT_THAT(findDifferences(book, makeBook("A1:A9", greater("9"))), ElementsAre("A1"));
-  EXPECT_THAT(findDifferences(book, makeBook("A1:A9", greater("5"), "FF00FF00")),
+  auto const book = makeBook("A1:A9", moreThan("5"));
+  EXPECT_THAT(findDifferences(book, makeBook("A1:A9", moreThan("9"))), ElementsAre("A1"));
+  EXPECT_THAT(findDifferences(book, makeBook("A1:A9", moreThan("5"), "FF00FF00")),
               ElementsAre("A1"));
-  EXPECT_THAT(findDifferences(book, makeBook("A2:A9", greater("5"))), ElementsAre("A1"));
-  EXPECT_THAT(findDifferences(makeBook("A2:A9", greater("5")), book), ElementsAre("A1"));
+  EXPECT_THAT(findDifferences(book, makeBook("A2:A9", moreThan("5"))), ElementsAre("A1"));
+  EXPECT_THAT(findDifferences(makeBook("A2:A9", moreThan("5")), book), ElementsAre("A1"));
 }
 
 TEST(CompareCells, TakesAStyleThatSetsNothingForNone) {
-  EXPECT_THAT(findDifferences(makeBook("A1:A9", greater("5", 1)), makeBook("A1:A9", greater("9"))),
-              IsEmpty());
+  EXPECT_THAT(
+      findDifferences(makeBook("A1:A9", moreThan("5", 1)), makeBook("A1:A9", moreThan("9"))),
+      IsEmpty());
 }
 
 TEST(CompareCells, SeesWhatIsDrawn) {
@@ -97,7 +98,7 @@ TEST(CompareCells, SeesWhatIsDrawn) {
   EXPECT_THAT(compare(icons("5"), icons("6")), IsEmpty());
   EXPECT_THAT(compare(icons("5"), icons("8")), ElementsAre("A1"));
   EXPECT_THAT(compare(icons("5"), bar("90")), ElementsAre("A1"));
-  EXPECT_THAT(compare(scale("FFFF0000"), greater("9")), ElementsAre("A1"));
+  EXPECT_THAT(compare(scale("FFFF0000"), moreThan("9")), ElementsAre("A1"));
 }
 
 TEST(CompareCells, SeesTwoMoments) {
@@ -136,8 +137,8 @@ TEST(CompareCells, LooksAtTheEdgesOfRangesFarBeyondTheData) {
 TEST(CompareCells, LooksAtExistingCellsAloneOfAVeryLargeUsedRange) {
   std::string const corners = R"(<row r="1"><c r="A1"><v>7</v></c><c r="B1"><v>8</v></c></row>)"
                               R"(<row r="70000"><c r="ZZ70000"><v>9</v></c></row>)";
-  auto const first = makeBook("A1:XFD1048576", greater("5"), "FFFF0000", corners);
-  auto const second = makeBook("A1:XFD1048576", greater("8"), "FFFF0000", corners);
+  auto const first = makeBook("A1:XFD1048576", moreThan("5"), "FFFF0000", corners);
+  auto const second = makeBook("A1:XFD1048576", moreThan("8"), "FFFF0000", corners);
   EXPECT_THAT(findDifferences(first, second), ElementsAre("A1", "B1"));
   auto const areas = findComparedAreas({&first, 0}, {&second, 0});
   EXPECT_THAT(areas, testing::Contains(TableRange{0, 0, 1, 2}));
@@ -150,7 +151,7 @@ TEST(CompareCells, LooksAtExistingCellsAloneOfAVeryLargeUsedRange) {
 }
 
 TEST(CompareCells, EndsWithItsBudget) {
-  auto const book = makeBook("A1:J9000", greater("5"));
+  auto const book = makeBook("A1:J9000", moreThan("5"));
   WorkBudget budget({.steps = 1'000});
   EXPECT_THROW(compareSheets({&book, noon(21)}, 0, {&book, noon(21)}, 0, {.budget = &budget},
                              [](CellDifference const& /*difference*/) {}),

@@ -42,7 +42,7 @@ std::string expression(std::string const& formula, int priority, int dxf = 0) {
          std::to_string(dxf) + "\"><formula>" + formula + "</formula></cfRule>";
 }
 
-std::string makeBook(std::string const& formats) {
+std::string makeFile(std::string const& formats) {
   constexpr char const* rows = R"(<row r="1"><c r="A1"><v>3</v></c><c r="B1"><v>7</v></c></row>)"
                                R"(<row r="5"><c r="A5"><v>9</v></c><c r="B5"><v>1</v></c></row>)"
                                R"(<row r="9"><c r="A9"><v>5</v></c><c r="C9"><v>8</v></c></row>)";
@@ -58,7 +58,7 @@ std::string formatsAfter(TestSupport::TidiedFile const& file) {
 }
 
 TEST(Tidy, JoinsFragmentsAndLeavesEveryOtherByte) {
-  auto const file = tidyBytes(makeBook("<!-- a -->" + format("A1:A4", greater("5", 2)) + "\n " +
+  auto const file = tidyBytes(makeFile("<!-- a -->" + format("A1:A4", greater("5", 2)) + "\n " +
                                        format("B1:B9", expression("$A1=3", 3, 1)) +
                                        format("A5:A9", greater("5", 1, 2)) + "<!-- z -->"));
   EXPECT_EQ(describe(file.plan), "2+0 A1:A9");
@@ -73,7 +73,7 @@ TEST(Tidy, JoinsFragmentsAndLeavesEveryOtherByte) {
 }
 
 TEST(Tidy, WritesRelativeFormulasForTheNewBase) {
-  auto const file = tidyBytes(makeBook(format("C5:C9", expression("AND(A5&gt;1,$B5&lt;B$1)", 1)) +
+  auto const file = tidyBytes(makeFile(format("C5:C9", expression("AND(A5&gt;1,$B5&lt;B$1)", 1)) +
                                        format("C1:C4", expression("AND(A1&gt;1,$B1&lt;B$1)", 2))));
   EXPECT_EQ(describe(file.plan), "0+1 C1:C9");
   EXPECT_EQ(formatsAfter(file), format("C1:C9", expression("AND(A1&gt;1,$B1&lt;B$1)", 1)));
@@ -82,7 +82,7 @@ TEST(Tidy, WritesRelativeFormulasForTheNewBase) {
 TEST(Tidy, LetsTheRuleLeadWhoseFormulaCanBeWritten) {
   // Two columns to the left of column B is column XFD, which the text of column C's formula cannot
   // be moved to.
-  auto const file = tidyBytes(makeBook(format("C1:C9", expression("A1&gt;1", 1)) +
+  auto const file = tidyBytes(makeFile(format("C1:C9", expression("A1&gt;1", 1)) +
                                        format("B1:B9", expression("XFD1&gt;1", 2))));
   EXPECT_EQ(describe(file.plan), "1+0 B1:C9");
   EXPECT_EQ(formatsAfter(file), format("B1:C9", expression("XFD1&gt;1", 2)));
@@ -90,22 +90,22 @@ TEST(Tidy, LetsTheRuleLeadWhoseFormulaCanBeWritten) {
 
 TEST(Tidy, MovesNoFormulaWithEscapedCharacters) {
   // The file means the letter A; its text with moved references would not write it so again.
-  auto const file = tidyBytes(makeBook(format("A5:A9", expression("A5=\"_x0041_\"", 1)) +
+  auto const file = tidyBytes(makeFile(format("A5:A9", expression("A5=\"_x0041_\"", 1)) +
                                        format("A1:A4", expression("A1=\"_x0041_\"", 2))));
   EXPECT_EQ(describe(file.plan), "1+0 A1:A9");
   EXPECT_EQ(formatsAfter(file), format("A1:A9", expression("A1=\"_x0041_\"", 2)));
 }
 
 TEST(Tidy, ComparesFormulasByWhatTheySayOnEachCell) {
-  EXPECT_EQ(describe(tidyBytes(makeBook(format("A1:A4", greater("B1", 1)) +
+  EXPECT_EQ(describe(tidyBytes(makeFile(format("A1:A4", greater("B1", 1)) +
                                         format("A5:A9", greater("B5", 2))))
                          .plan),
             "0+1 A1:A9");
-  EXPECT_EQ(describe(tidyBytes(makeBook(format("A1:A4", greater("B1", 1)) +
+  EXPECT_EQ(describe(tidyBytes(makeFile(format("A1:A4", greater("B1", 1)) +
                                         format("A5:A9", greater("B1", 2))))
                          .plan),
             "");
-  EXPECT_EQ(describe(tidyBytes(makeBook(format("A1:A4", greater("$B$1", 1)) +
+  EXPECT_EQ(describe(tidyBytes(makeFile(format("A1:A4", greater("$B$1", 1)) +
                                         format("A5:A9", greater(" $b$1", 2))))
                          .plan),
             "0+1 A1:A9");
@@ -125,7 +125,7 @@ TEST(Tidy, ComparesEverythingElseThatARuleSays) {
   for (std::string const& other : others) {
     EXPECT_EQ(
         describe(
-            tidyBytes(makeBook(format("A1:A4", greater("5", 1)) + format("A5:A9", other))).plan),
+            tidyBytes(makeFile(format("A1:A4", greater("5", 1)) + format("A5:A9", other))).plan),
         "")
         << other;
   }
@@ -157,7 +157,7 @@ TEST(Tidy, ComparesStylesByWhatTheySay) {
 
 TEST(Tidy, DividesAnElementWhoseRulesGetDifferentRanges) {
   auto const file =
-      tidyBytes(makeBook(format("A1:A4", greater("5", 1) + expression("$B1=7", 2, 1)) +
+      tidyBytes(makeFile(format("A1:A4", greater("5", 1) + expression("$B1=7", 2, 1)) +
                          format("A5:A9", greater("5", 3))));
   EXPECT_EQ(describe(file.plan), "0+2 A1:A9");
   EXPECT_EQ(formatsAfter(file),
@@ -166,7 +166,7 @@ TEST(Tidy, DividesAnElementWhoseRulesGetDifferentRanges) {
 
 TEST(Tidy, KeepsAnElementTogetherWhoseRulesGetTheSameRanges) {
   auto const file =
-      tidyBytes(makeBook(format("A1:A4", greater("5", 1) + " " + expression("$B1=7", 2, 1)) +
+      tidyBytes(makeFile(format("A1:A4", greater("5", 1) + " " + expression("$B1=7", 2, 1)) +
                          format("A5:A9", greater("5", 3) + expression("$B5=7", 4, 1))));
   EXPECT_EQ(formatsAfter(file), format("A1:A9", greater("5", 1) + " " + expression("$B1=7", 2, 1)));
 }
@@ -177,7 +177,7 @@ TEST(Tidy, DropsExactDuplicatesOfRulesThatLookAtTheirRanges) {
       R"(<cfRule type="colorScale" priority="7"><colorScale><cfvo type="min"/><cfvo type="max"/>)"
       R"(<color rgb="FFFF0000"/><color rgb="FF00FF00"/></colorScale></cfRule>)";
   auto const file =
-      tidyBytes(makeBook(format("A1:A9", top + "\"1\"/>") + format("A1:A9", top + "\"2\"/>") +
+      tidyBytes(makeFile(format("A1:A9", top + "\"1\"/>") + format("A1:A9", top + "\"2\"/>") +
                          format("A1:A5", top + "\"3\"/>") + format("B1:B9", scale) +
                          format("B1:B9", scale) + format("C1:C9", scale)));
   EXPECT_EQ(describe(file.plan), "dead 1 by 0, dead 4 by 3");
@@ -210,7 +210,7 @@ std::string extensions(std::string const& formats) {
 }
 
 TEST(Tidy, DropsADuplicateBarWithBothItsHalves) {
-  auto const file = tidyBytes(makeBook(
+  auto const file = tidyBytes(makeFile(
       format("A1:A9", bar("{1}")) + format("A1:A9", bar("{2}")) + format("A1:A9", bar("{3}")) +
       extensions(secondHalf("{1}", "A1:A9", 80) + secondHalf("{2}", "A1:A9", 80) +
                  secondHalf("{3}", "A1:A9", 90))));
@@ -232,7 +232,7 @@ std::string later(std::string const& id, int priority, std::string const& formul
 
 TEST(Tidy, JoinsRulesOfTheExtensionList) {
   auto const file = tidyBytes(
-      makeBook(extensions(later("{1}", 1, "A5=9", "A5:A9") + later("{2}", 2, "A1=9", "A1:A4") +
+      makeFile(extensions(later("{1}", 1, "A5=9", "A5:A9") + later("{2}", 2, "A1=9", "A1:A4") +
                           later("{3}", 3, "A1=9", "A1:A4", "FF00FF00"))));
   EXPECT_EQ(describe(file.plan), "0+1 A1:A9");
   EXPECT_EQ(formatsAfter(file), extensions(later("{1}", 1, "A1=9", "A1:A9") +
@@ -240,19 +240,19 @@ TEST(Tidy, JoinsRulesOfTheExtensionList) {
 }
 
 TEST(Tidy, DropsRulesWhoseFormulaIsAlwaysAnError) {
-  auto const file = tidyBytes(makeBook(format("A1:A9", expression("$A1&gt;#REF!", 1)) +
+  auto const file = tidyBytes(makeFile(format("A1:A9", expression("$A1&gt;#REF!", 1)) +
                                        format("A1:A9", greater("#REF!", 2))));
   EXPECT_EQ(describe(file.plan), "dead 0");
   EXPECT_EQ(formatsAfter(file), format("A1:A9", greater("#REF!", 2)));
-  EXPECT_EQ(describe(tidyBytes(makeBook(format("A1:A9", expression("#REF!", 1)))).plan), "dead 0");
-  EXPECT_EQ(describe(tidyBytes(makeBook(extensions(later("{1}", 1, "#REF!", "A1:A9")))).plan), "");
+  EXPECT_EQ(describe(tidyBytes(makeFile(format("A1:A9", expression("#REF!", 1)))).plan), "dead 0");
+  EXPECT_EQ(describe(tidyBytes(makeFile(extensions(later("{1}", 1, "#REF!", "A1:A9")))).plan), "");
 }
 
 TEST(Tidy, LeavesRulesOfPivotTablesAndDamagedRulesAlone) {
   std::string const pivot = "<conditionalFormatting pivot=\"1\" sqref=\"A1:A4\">" +
                             greater("5", 1) + "</conditionalFormatting>";
-  EXPECT_EQ(describe(tidyBytes(makeBook(pivot + format("A5:A9", greater("5", 2)))).plan), "");
-  EXPECT_EQ(describe(tidyBytes(makeBook(format("A1:A4", greater("(", 1)) +
+  EXPECT_EQ(describe(tidyBytes(makeFile(pivot + format("A5:A9", greater("5", 2)))).plan), "");
+  EXPECT_EQ(describe(tidyBytes(makeFile(format("A1:A4", greater("(", 1)) +
                                         format("A1:A4", greater("(", 2))))
                          .plan),
             "");
@@ -260,11 +260,11 @@ TEST(Tidy, LeavesRulesOfPivotTablesAndDamagedRulesAlone) {
 
 TEST(Tidy, MovesNothingPastADamagedRule) {
   EXPECT_EQ(
-      describe(tidyBytes(makeBook(format("A1:A5", greater("5", 1)) + format("A5", greater("(", 2)) +
+      describe(tidyBytes(makeFile(format("A1:A5", greater("5", 1)) + format("A5", greater("(", 2)) +
                                   format("A5:A9", greater("5", 3))))
                    .plan),
       "0+2 A1:A9");
-  EXPECT_EQ(describe(tidyBytes(makeBook(format("A1:A5", greater("5", 1)) +
+  EXPECT_EQ(describe(tidyBytes(makeFile(format("A1:A5", greater("5", 1)) +
                                         format("A5:A6", greater("(", 2)) +
                                         format("A6:A9", greater("5", 3))))
                          .plan),
@@ -296,7 +296,7 @@ TEST(Tidy, KeepsAPartWithAByteOrderMarkAndLeavesOneInUtf16) {
 
 TEST(Tidy, CountsRulesBeforeAndAfter) {
   auto const file =
-      tidyBytes(makeBook(format("A1:A4", greater("5", 1)) + format("A5:A9", greater("5", 2)) +
+      tidyBytes(makeFile(format("A1:A4", greater("5", 1)) + format("A5:A9", greater("5", 2)) +
                          format("A2", greater("5", 3))));
   ASSERT_EQ(file.plan.sheets.size(), 1U);
   EXPECT_EQ(file.plan.sheets[0].ruleCount, 3U);
@@ -320,13 +320,13 @@ TEST(Tidy, SaysThatASignatureWillNotHold) {
   EXPECT_TRUE(tidied.partsAfter.contains("_xmlsignatures/origin.sigs"));
   EXPECT_FALSE(
       TestSupport::tidyBytes(makeSigned(format("A1", greater("5", 1)))).plan.breaksSignature);
-  EXPECT_FALSE(TestSupport::tidyBytes(makeBook(fragments)).plan.breaksSignature);
+  EXPECT_FALSE(TestSupport::tidyBytes(makeFile(fragments)).plan.breaksSignature);
 }
 
 /// A file that would be tidied, and the place of the result.
 class TidyRefusal : public testing::Test {
 protected:
-  std::string bytes = makeBook(format("A1:A4", greater("5", 1)) + format("A5:A9", greater("5", 2)));
+  std::string bytes = makeFile(format("A1:A4", greater("5", 1)) + format("A5:A9", greater("5", 2)));
   TestSupport::TemporaryFile file{bytes};
   Workbook::Document document = Workbook::loadWorkbook(file.getPath());
   TidyPlan plan = planTidy(file.getPath(), document, {});
