@@ -1,7 +1,7 @@
 # The commands of this project; each one installs and builds what it needs and what has changed.
 
 .DEFAULT_GOAL := help
-.PHONY: help packages all-packages python-packages tool python install release run test checks headers corpus docs bench tidy fuzz hostile package format clean
+.PHONY: help packages all-packages python-packages tool python install release run test checks untested corpus docs bench tidy fuzz hostile package format clean
 
 # Done, all, and the seconds since the start.
 export NINJA_STATUS = [%f of %t, %es] 
@@ -62,8 +62,9 @@ test: checks release build/asan/build.ninja build/tsan/build.ninja ## Run every 
 	@cmake --build --preset asan && ctest --preset asan
 	@cmake --build --preset tsan && ctest --preset tsan
 
-headers: build/asan/build.ninja ## Compile each public header by itself
-	@cmake --build --preset asan --target all_verify_interface_header_sets
+untested: build/asan/build.ninja ## Compile what no test runs: each public header by itself, and the benchmarks
+	@cmake build/asan -D CNDFRMT_BUILD_BENCHMARKS=ON >/dev/null
+	@cmake --build --preset asan --target all_verify_interface_header_sets cndfrmt_bench
 
 corpus: tool ## Compare verdicts on real workbooks with those of other programs
 	@tests/corpus/check_corpus.sh build/release/bin/cndfrmt tests/workbooks
