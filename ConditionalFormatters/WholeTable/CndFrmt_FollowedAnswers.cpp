@@ -50,7 +50,7 @@ void FollowedAnswers::noteRead(FormulaValue const& ofProvider,
 }
 
 void FollowedAnswers::noteNumber(double number) noexcept {
-  _hasNaN = _hasNaN || std::isnan(number);
+  _hasNonFinite = _hasNonFinite || !std::isfinite(number);
   _hasNegativeZero = _hasNegativeZero || (number == 0.0 && std::signbit(number));
 }
 
@@ -113,7 +113,7 @@ void FollowedAnswers::settle(FloatNumber sum) {
 }
 
 bool FollowedAnswers::knows(Formulas::AreaAspect aspect) const noexcept {
-  if (_differsFromCells || _hasNaN) {
+  if (_differsFromCells || _hasNonFinite) {
     return false;
   }
   switch (aspect) {

@@ -20,8 +20,8 @@ namespace Zorv::ConditionalFormatters {
 /// structures, and what these do not tell.
 ///
 /// Formulas read cells, conditions ask the provider: where the two differ, nothing is answered. Nor
-/// is it where a walk over the cells would depend on more than the values' order: NaN is part of no
-/// order, and of two zeros the sign of the first one counts.
+/// is it where a walk over the cells would depend on more than the values' order: of two zeros the
+/// sign of the first one counts, and for formulas a cell with NaN or an infinity holds an error.
 ///
 /// Borrows the structures. Threads: const operations may be called from several threads.
 class FollowedAnswers final : public Formulas::FollowedArea {
@@ -91,7 +91,7 @@ private:
 
   // Once set, they stay: what they mean is rare.
   bool _differsFromCells = false;
-  bool _hasNaN = false;
+  bool _hasNonFinite = false;
   bool _hasNegativeZero = false;
 
   PlaceKey _firstError = noPlace;
