@@ -33,6 +33,7 @@ public:
   void makeCalculator(std::unique_ptr<ConditionalFormatters::ValueContextProvider> provider);
 
   [[nodiscard]] DOM::Table const& getTable() const noexcept { return _table; }
+  [[nodiscard]] DOM::Table& getTable() noexcept { return _table; }
   [[nodiscard]] DOM::Styles const& getStyles() const noexcept { return _styles; }
   [[nodiscard]] TableRange getColumn() const noexcept { return {0, 0, _cellCount, 1}; }
   [[nodiscard]] std::size_t getCellCount() const noexcept { return _cellCount; }

@@ -15,6 +15,7 @@
 
 #include "BenchTable.h"
 #include "Benchmarks.h"
+#include "ConditionalFormatters/CndFrmt_Change.h"
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "ConditionalFormatters/CndFrmt_LiveResolver.h"
 #include "ConditionalFormatters/CndFrmt_LiveView.h"
@@ -170,16 +171,79 @@ void measureScrollAnew(benchmark::State& state, unsigned long rows) {
   benchmark::DoNotOptimize(holding);
 }
 
-/// The resolver is told that a row was inserted, without the table's own work and without a
-/// question after that.
-void measureToldRow(benchmark::State& state) {
-  EditedColumn column(static_cast<std::size_t>(state.range(0)), {"", 1, 1});
-  BenchTable const& table = column.getTable();
+/// An edit of the document's rows or formats, which is told.
+using DocumentEdit = ConditionalFormatters::Change (*)(BenchTable& table, std::size_t number);
+
+ConditionalFormatters::LinesChanged toldRows(BenchTable const& table,
+                                             ConditionalFormatters::LineEdit edit,
+                                             unsigned long first, unsigned long before = 0) {
+  return {.table = &table.getTable(), .edit = edit, .first = first, .count = 1, .before = before};
+}
+
+/// Inserts a row in one place after another, and then deletes it.
+ConditionalFormatters::Change insertOrDeleteRow(BenchTable& table, std::size_t number) {
+  unsigned long const row = (number / 2 + 1) * 7'919 % table.getCellCount();
+  bool const isInsertion = number % 2 == 0;
+  isInsertion ? table.getTable().insertRows(row, 1) : table.getTable().deleteRows(row, 1);
+  return toldRows(table,
+                  isInsertion ? ConditionalFormatters::LineEdit::Insert
+                              : ConditionalFormatters::LineEdit::Delete,
+                  row);
+}
+
+ConditionalFormatters::Change moveRow(BenchTable& table, std::size_t number) {
+  unsigned long const before = (number + 1) * 7'919 % table.getCellCount();
+  table.getTable().moveRows(1, 1, before);
+  return toldRows(table, ConditionalFormatters::LineEdit::Move, 1, before);
+}
+
+/// Tells that formats changed, and leaves them as they are.
+ConditionalFormatters::Change touchFormats(BenchTable& table, std::size_t /*number*/) {
+  return ConditionalFormatters::FormatsChanged{&table.getTable()};
+}
+
+/// An edit, without the table's own work, and the cells in sight that look different.
+void measureDocumentEdit(benchmark::State& state, DocumentEdit edit) {
+  BenchTable table(static_cast<std::size_t>(state.range(0)));
+  addTwelve(table);
+  table.makeCalculator();
   LiveResolver resolver = table.getCalculator().follow(table.getStyles(), table.getTable());
+  LiveView view(resolver);
+  unsigned long const firstRow = table.getCellCount() / 2;
+  view.show({firstRow, 0, firstRow + viewedCells, 1});
+  std::size_t visited = 0;
+  auto const paint = [&](ResolvedCell const& /*cell*/) { ++visited; };
+  view.refresh(paint);
+  static_cast<void>(prepareInSlices(resolver));
+  std::size_t number = 0;
   for (auto _ : state) {
-    benchmark::DoNotOptimize(resolver.apply(
-        {ConditionalFormatters::LinesChanged{.table = &table.getTable(), .first = 1, .count = 1}}));
+    state.PauseTiming();
+    auto const change = edit(table, number++);
+    state.ResumeTiming();
+    benchmark::DoNotOptimize(resolver.apply({change}));
+    view.refresh(paint);
   }
+  benchmark::DoNotOptimize(visited);
+}
+
+/// The same by a new resolver for each edit, which visits all cells in sight.
+void measureDocumentEditAnew(benchmark::State& state, DocumentEdit edit) {
+  BenchTable table(static_cast<std::size_t>(state.range(0)));
+  addTwelve(table);
+  table.makeCalculator();
+  unsigned long const firstRow = table.getCellCount() / 2;
+  std::size_t holding = 0;
+  std::size_t number = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    static_cast<void>(edit(table, number++));
+    state.ResumeTiming();
+    table.getCalculator().clearTablesRangesCache();
+    auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
+    resolver.visit({.range = {firstRow, 0, firstRow + viewedCells, 1}},
+                   [&](ResolvedCell const& cell) { holding += cell.formats.size(); });
+  }
+  benchmark::DoNotOptimize(holding);
 }
 
 /// Rows of the reference table itself: fifty columns, one edit for each iteration.
@@ -229,7 +293,18 @@ void registerLive() {
       measureScrollAnew(state, rows);
     })->Apply(withSizes);
   }
-  benchmark::RegisterBenchmark("live/toldRow", measureToldRow)->Apply(withSizes);
+  for (auto const& [name, edit] :
+       {std::pair<char const*, DocumentEdit>("live/row", insertOrDeleteRow),
+        {"live/moveRow", moveRow},
+        {"live/formats", touchFormats}}) {
+    benchmark::RegisterBenchmark(name, [edit = edit](benchmark::State& state) {
+      measureDocumentEdit(state, edit);
+    })->Apply(withSizes);
+    std::string const anew = std::string(name) + "Anew";
+    benchmark::RegisterBenchmark(anew.c_str(), [edit = edit](benchmark::State& state) {
+      measureDocumentEditAnew(state, edit);
+    })->Apply(withSizes);
+  }
   using TableEdit = std::pair<char const*, void (*)(DOM::Table&, unsigned long)>;
   for (auto const& [name, edit] : {TableEdit("rows/insertAndDelete",
                                              [](DOM::Table&table, unsigned long row) {

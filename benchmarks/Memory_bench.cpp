@@ -1,15 +1,19 @@
 // Memory: what the cache keeps for each remembered cell, and what a pass over a whole table takes.
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <tuple>
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
 #include "BenchTable.h"
 #include "Benchmarks.h"
+#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
+#include "ConditionalFormatters/CndFrmt_LiveResolver.h"
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 #include "support/ForwardingValueContextProvider.h"
 #include "support/PlainHost.h"
@@ -89,9 +93,47 @@ void measurePass(benchmark::State& state, Scenario const& scenario) {
   state.counters["peakPerCell"] = (peak.getBytes() - before) / static_cast<double>(cellCount);
 }
 
+/// What a live resolver keeps of a column under twelve rules so that they follow edits.
+void measureFollowed(benchmark::State& state, bool isOfDifferentTexts, bool withFormulas) {
+  auto const cellCount = static_cast<std::size_t>(state.range(0));
+  BenchTable table(cellCount);
+  for (std::size_t row = 0; isOfDifferentTexts && row < cellCount; ++row) {
+    table.setValue(row, FormulaModel::FormulaString{"Item " + std::to_string(row)});
+  }
+  addTwelve(table);
+  if (withFormulas) {
+    addSevenFormulas(table);
+  }
+  table.makeCalculator();
+  for (auto _ : state) {
+    auto resolver = table.getCalculator().follow(table.getStyles(), table.getTable());
+    double const before = readAllocatedBytes();
+    while (resolver.prepareSome(std::chrono::milliseconds(10))) {
+    }
+    state.counters["keptPerCell"] =
+        (readAllocatedBytes() - before) / static_cast<double>(cellCount);
+  }
+}
+
+void registerFollowed() {
+  for (auto const& [name, isOfDifferentTexts, withFormulas] :
+       {std::tuple("memory/followed/mixed", false, false),
+        {"memory/followed/texts", true, false},
+        {"memory/followed/mixedFormulas", false, true},
+        {"memory/followed/textsFormulas", true, true}}) {
+    benchmark::RegisterBenchmark(
+        name,
+        [isOfDifferentTexts = isOfDifferentTexts, withFormulas = withFormulas](
+            benchmark::State& state) { measureFollowed(state, isOfDifferentTexts, withFormulas); })
+        ->Arg(1'000'000)
+        ->Iterations(1);
+  }
+}
+
 }  // namespace
 
 void registerMemory() {
+  registerFollowed();
   benchmark::RegisterBenchmark("memory/cached", measureCachedCells)->Arg(100'000)->Iterations(1);
   for (Scenario const& scenario : getScenarios()) {
     std::string name = "memory/";

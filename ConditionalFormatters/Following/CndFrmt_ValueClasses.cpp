@@ -5,7 +5,7 @@
 
 namespace Zorv::ConditionalFormatters {
 
-ValueClasses::Others ValueClasses::add(ValueBits value, PositionKey cell) {
+ValueClasses::Others ValueClasses::add(ValueBits value, CellIdentity cell) {
   if (_pieces.empty()) {
     _pieces.resize(std::size_t{1} << pieceBits);
   }
@@ -24,7 +24,7 @@ ValueClasses::Others ValueClasses::add(ValueBits value, PositionKey cell) {
   return others;
 }
 
-ValueClasses::Others ValueClasses::remove(ValueBits value, PositionKey cell) {
+ValueClasses::Others ValueClasses::remove(ValueBits value, CellIdentity cell) {
   Piece& piece = _pieces[pieceIndexOf(value)];
   std::size_t const index = findSlot(piece, value);
   Slot& slot = piece.slots[index];

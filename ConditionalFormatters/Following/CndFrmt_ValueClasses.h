@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "ConditionalFormatters/Following/CndFrmt_CellIdentities.h"
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -11,23 +12,23 @@ namespace Zorv::ConditionalFormatters {
 /// Counts the cells that have each value, and names the cell whose value is no longer, or now,
 /// that of others, too.
 ///
-/// A class keeps the exclusive or of its cells' positions: where one cell is left, it is that
+/// A class keeps the exclusive or of its cells' identities: where one cell is left, it is that
 /// cell's. So there is no list of cells: sixteen bytes for a class, in hash tables with open
 /// addressing. There are 256 of them, so that none grows for long.
 ///
-/// A cell may be added to a class several times. A class has fewer than 2^30 cells.
+/// A cell may be added to a class several times. A class has fewer than 2^26 cells.
 class ValueClasses {
 public:
   /// The other cells of a class.
   struct Others {
     std::uint64_t count;
-    PositionKey only;  ///< the cell itself, if there is one
+    CellIdentity only;  ///< the cell itself, if there is one
   };
 
   /// Adds a cell to the class of its value.
-  Others add(ValueBits value, PositionKey cell);
+  Others add(ValueBits value, CellIdentity cell);
   /// Removes a cell, which must be there.
-  Others remove(ValueBits value, PositionKey cell);
+  Others remove(ValueBits value, CellIdentity cell);
 
   /// How many cells have a value.
   [[nodiscard]] std::uint64_t count(ValueBits value) const noexcept;
@@ -38,7 +39,7 @@ public:
 private:
   struct Slot {
     ValueBits value;
-    std::uint64_t cells = 0;  ///< their count, above the exclusive or of their positions; 0: empty
+    std::uint64_t cells = 0;  ///< their count, above the exclusive or of their identities; 0: empty
   };
 
   /// One of the hash tables.
@@ -48,7 +49,7 @@ private:
   };
 
   static constexpr unsigned pieceBits = 8;
-  static constexpr std::uint64_t oneCell = std::uint64_t{1} << positionKeyBits;
+  static constexpr std::uint64_t oneCell = std::uint64_t{1} << cellIdentityBits;
 
   [[nodiscard]] static std::uint64_t drawSalt();
   [[nodiscard]] std::uint64_t hashOf(ValueBits value) const noexcept;

@@ -40,21 +40,21 @@ double addNumbers(double sum, std::vector<ValueBits> const& values) noexcept {
 }  // namespace
 
 void ValueColumn::append(PlaceKey place, ValueBits value) {
-  if (_blocks.empty() || _blocks.back().places.size() == mostInBlock) {
-    Block& added = _blocks.emplace_back();
-    added.places.reserve(mostInBlock);
+  if (_blocks.empty() || _blocks.back().size() == mostInBlock || !_blocks.back().reaches(place)) {
+    Block added{.first = place, .offsets = {}, .values = {}};
+    added.offsets.reserve(mostInBlock);
     added.values.reserve(mostInBlock);
-    _firstPlaces.push_back(place);
+    insertBlock(_blocks.size(), std::move(added));
   }
   Block& block = _blocks.back();
-  block.places.push_back(place);
+  block.offsets.push_back(static_cast<std::uint32_t>(place - block.first));
   block.values.push_back(value);
   ++_size;
   countValue(value, 1);
 }
 
 ValueBits ValueColumn::set(PlaceKey place, ValueBits value) {
-  if (_blocks.empty() || place > _blocks.back().places.back()) {
+  if (_blocks.empty() || place > _blocks.back().last()) {
     if (value != noValueBits) {
       append(place, value);
     }
@@ -89,11 +89,11 @@ std::vector<ValueColumn::Entry> ValueColumn::list(PlaceKey first, PlaceKey end) 
   }
   for (Spot spot = find(first); spot.block < _blocks.size(); spot = {spot.block + 1, 0, false}) {
     Block const& block = _blocks[spot.block];
-    for (std::size_t offset = spot.offset; offset < block.places.size(); ++offset) {
-      if (block.places[offset] >= end) {
+    for (std::size_t offset = spot.offset; offset < block.size(); ++offset) {
+      if (block.placeAt(offset) >= end) {
         return entries;
       }
-      entries.push_back({block.places[offset], block.values[offset]});
+      entries.push_back({block.placeAt(offset), block.values[offset]});
     }
   }
   return entries;
@@ -109,8 +109,8 @@ std::size_t ValueColumn::countBytes() const noexcept {
   std::size_t bytes =
       _blocks.capacity() * sizeof(Block) + _firstPlaces.capacity() * sizeof(PlaceKey);
   for (Block const& block : _blocks) {
-    bytes +=
-        block.places.capacity() * sizeof(PlaceKey) + block.values.capacity() * sizeof(ValueBits);
+    bytes += block.offsets.capacity() * sizeof(std::uint32_t) +
+             block.values.capacity() * sizeof(ValueBits);
   }
   return bytes;
 }
@@ -132,58 +132,86 @@ double ValueColumn::continueSum() {
 
 ValueColumn::Spot ValueColumn::find(PlaceKey place) const noexcept {
   auto const next = std::ranges::upper_bound(_firstPlaces, place);
-  auto const block =
-      static_cast<std::size_t>(std::max<std::ptrdiff_t>(next - _firstPlaces.begin(), 1) - 1);
-  auto const& places = _blocks[block].places;
-  auto const found = std::ranges::lower_bound(places, place);
-  bool const isThere = found != places.end() && *found == place;
-  return {block, static_cast<std::size_t>(found - places.begin()), isThere};
+  if (next == _firstPlaces.begin()) {
+    return {0, 0, false};
+  }
+  auto const index = static_cast<std::size_t>(next - _firstPlaces.begin()) - 1;
+  Block const& block = _blocks[index];
+  auto const found = std::ranges::lower_bound(block.offsets, place - block.first);
+  bool const isThere = found != block.offsets.end() && *found == place - block.first;
+  return {index, static_cast<std::size_t>(found - block.offsets.begin()), isThere};
 }
 
 ValueBits ValueColumn::valueAt(Spot const& spot) const noexcept {
   return spot.isThere ? _blocks[spot.block].values[spot.offset] : noValueBits;
 }
 
+void ValueColumn::insertBlock(std::size_t index, Block block) {
+  auto const offset = static_cast<std::ptrdiff_t>(index);
+  _firstPlaces.insert(_firstPlaces.begin() + offset, block.first);
+  _blocks.insert(_blocks.begin() + offset, std::move(block));
+}
+
 void ValueColumn::insertAt(Spot spot, PlaceKey place, ValueBits value) {
-  if (_blocks[spot.block].places.size() == mostInBlock) {
+  ++_size;
+  bool const isBefore = place < _blocks[spot.block].first;
+  if (isBefore || !_blocks[spot.block].reaches(place)) {
+    // No block has room for it: it lies before the first one, or far behind its neighbour.
+    insertBlock(spot.block + (isBefore ? 0 : 1),
+                {.first = place, .offsets = {0}, .values = {value}});
+    return;
+  }
+  if (_blocks[spot.block].size() == mostInBlock) {
     splitBlock(spot.block);
     spot = find(place);
   }
   Block& block = _blocks[spot.block];
   auto const offset = static_cast<std::ptrdiff_t>(spot.offset);
-  block.places.insert(block.places.begin() + offset, place);
+  block.offsets.insert(block.offsets.begin() + offset,
+                       static_cast<std::uint32_t>(place - block.first));
   block.values.insert(block.values.begin() + offset, value);
-  _firstPlaces[spot.block] = block.places.front();
-  ++_size;
 }
 
 void ValueColumn::eraseAt(Spot const& spot) {
   Block& block = _blocks[spot.block];
-  auto const offset = static_cast<std::ptrdiff_t>(spot.offset);
-  block.places.erase(block.places.begin() + offset);
-  block.values.erase(block.values.begin() + offset);
   --_size;
-  if (block.places.empty()) {
+  if (block.size() == 1) {
     auto const index = static_cast<std::ptrdiff_t>(spot.block);
     _blocks.erase(_blocks.begin() + index);
     _firstPlaces.erase(_firstPlaces.begin() + index);
     _knownSums = std::min(_knownSums, spot.block);
-  } else {
-    _firstPlaces[spot.block] = block.places.front();
+    return;
+  }
+  auto const offset = static_cast<std::ptrdiff_t>(spot.offset);
+  block.offsets.erase(block.offsets.begin() + offset);
+  block.values.erase(block.values.begin() + offset);
+  if (std::uint32_t const gap = block.offsets.front(); gap != 0) {
+    block.first += gap;
+    _firstPlaces[spot.block] = block.first;
+    std::ranges::for_each(block.offsets, [gap](std::uint32_t& each) { each -= gap; });
   }
 }
 
+ValueColumn::Block ValueColumn::slice(Block const& block, std::size_t begin, std::size_t end,
+                                      PlaceKey first) {
+  Block part{.first = first, .offsets = {}, .values = {}};
+  std::uint32_t const gap = block.offsets[begin];
+  part.offsets.reserve(end - begin);
+  for (std::size_t index = begin; index < end; ++index) {
+    part.offsets.push_back(block.offsets[index] - gap);
+  }
+  part.values.assign(block.values.begin() + static_cast<std::ptrdiff_t>(begin),
+                     block.values.begin() + static_cast<std::ptrdiff_t>(end));
+  return part;
+}
+
 void ValueColumn::splitBlock(std::size_t block) {
-  Block upper;
   Block& lower = _blocks[block];
-  auto const half = static_cast<std::ptrdiff_t>(lower.places.size() / 2);
-  upper.places.assign(lower.places.begin() + half, lower.places.end());
-  upper.values.assign(lower.values.begin() + half, lower.values.end());
-  lower.places.erase(lower.places.begin() + half, lower.places.end());
-  lower.values.erase(lower.values.begin() + half, lower.values.end());
-  auto const next = static_cast<std::ptrdiff_t>(block + 1);
-  _firstPlaces.insert(_firstPlaces.begin() + next, upper.places.front());
-  _blocks.insert(_blocks.begin() + next, std::move(upper));
+  std::size_t const half = lower.size() / 2;
+  Block upper = slice(lower, half, lower.size(), lower.placeAt(half));
+  lower.offsets.resize(half);
+  lower.values.resize(half);
+  insertBlock(block + 1, std::move(upper));
 }
 
 void ValueColumn::countValue(ValueBits value, int sign) noexcept {

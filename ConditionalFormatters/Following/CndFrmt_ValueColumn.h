@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <vector>
 
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
+#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
 #include "Utils/FloatNumber.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -22,16 +24,20 @@ using PlaceKey = std::uint64_t;
 [[nodiscard]] constexpr PositionKey positionOfPlace(PlaceKey place) noexcept {
   return place & ((PlaceKey{1} << positionKeyBits) - 1);
 }
+[[nodiscard]] constexpr std::size_t rangeOfPlace(PlaceKey place) noexcept {
+  return place >> positionKeyBits;
+}
 
-/// The values of the cells in some ranges, and the sum of their numbers, both of which follow
-/// edits.
+/// The values of the cells in some ranges, and the sum of their numbers, both of which follow edits
+/// of values and of rows.
 ///
 /// The sum is that of the numbers added one after the other in the order of their places, to the
 /// bit. While all numbers are whole and small enough, no partial sum is rounded, so that a running
 /// total is that sum. Otherwise the sum is continued from the first block that an edit touched.
 ///
-/// Sixteen bytes for each value. Costs: an edit, a binary search and a move within one block of
-/// 1,024 values; the sum, constant time, or up to a millisecond for a million values.
+/// Twelve bytes for each value. Costs: an edit of a value, a binary search and a move within one
+/// block of 1,024 values; an edit of rows, a step for each block; the sum, constant time, or up to
+/// a millisecond for a million values.
 class ValueColumn {
 public:
   struct Entry {
@@ -61,11 +67,15 @@ public:
       auto const found = std::find_if(first, block.values.end(), test);
       if (found != block.values.end()) {
         auto const offset = static_cast<std::size_t>(found - block.values.begin());
-        return Entry{block.places[offset], *found};
+        return Entry{block.placeAt(offset), *found};
       }
     }
     return std::nullopt;
   }
+
+  /// Moves the values to where edits of rows put their cells, in all ranges. Requires that the rows
+  /// that are gone have no values.
+  void moveRows(RowMoves const& moves);
 
   [[nodiscard]] std::size_t size() const noexcept { return _size; }
   [[nodiscard]] std::size_t countNumbers() const noexcept { return _numberCount; }
@@ -79,9 +89,20 @@ private:
   static constexpr std::size_t mostInBlock = 1024;
 
   struct Block {
-    std::vector<PlaceKey> places;  ///< ascending
+    PlaceKey first;                      ///< the first place
+    std::vector<std::uint32_t> offsets;  ///< of the places from the first one, ascending
     std::vector<ValueBits> values;
     double sumBefore = 0;  ///< of all numbers in the blocks before, if that is known
+
+    [[nodiscard]] std::size_t size() const noexcept { return offsets.size(); }
+    [[nodiscard]] PlaceKey placeAt(std::size_t index) const noexcept {
+      return first + offsets[index];
+    }
+    [[nodiscard]] PlaceKey last() const noexcept { return placeAt(size() - 1); }
+    /// True if a place from the first one on can be among those of the block.
+    [[nodiscard]] bool reaches(PlaceKey place) const noexcept {
+      return place - first <= std::numeric_limits<std::uint32_t>::max();
+    }
   };
 
   /// Where a place is, or would be.
@@ -94,9 +115,16 @@ private:
   /// Requires that there are blocks.
   [[nodiscard]] Spot find(PlaceKey place) const noexcept;
   [[nodiscard]] ValueBits valueAt(Spot const& spot) const noexcept;
+  void insertBlock(std::size_t index, Block block);
   void insertAt(Spot spot, PlaceKey place, ValueBits value);
   void eraseAt(Spot const& spot);
   void splitBlock(std::size_t block);
+  /// The values of a block from one index up to, but without, another one, at places from one on.
+  [[nodiscard]] static Block slice(Block const& block, std::size_t begin, std::size_t end,
+                                   PlaceKey first);
+  /// Moves the values of a block, cut where rows beside each other are moved apart.
+  static void appendMoved(Block& block, RowMoves const& moves, std::vector<Block>& moved);
+  void joinSmallBlocks();
   /// Counts a value, or with -1 counts it no longer.
   void countValue(ValueBits value, int sign) noexcept;
   /// Makes the sums before the blocks after this one unknown.

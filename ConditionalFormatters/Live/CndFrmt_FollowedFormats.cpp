@@ -57,9 +57,13 @@ void FollowedFormats::followValues(std::span<ChangedCells const> changes, Reache
   }
   AllDependencies const& dependencies = getOrFindDependencies();
   for (ChangedCells const& changed : changes) {
-    if (changed.table != nullptr) {
-      followOperands(_prepared.valuesChanged(*changed.table, changed.areas), reached);
+    if (changed.table == nullptr) {
+      continue;
     }
+    if (changed.table != &_sources.table && !changed.rows.isEmpty()) {
+      _prepared.rowsChanged(*changed.table, changed.rows);
+    }
+    followOperands(_prepared.valuesChanged(*changed.table, changed.areas, changed.moved), reached);
   }
   for (FormatIndex format = 0; format < dependencies.size(); ++format) {
     if (dependencies[format]) {
@@ -87,16 +91,27 @@ void FollowedFormats::followFormat(FormatIndex format, FormatDependencies const&
   }
 }
 
+void FollowedFormats::takeOver(FollowedFormats& before, RowMoves const* moves) {
+  if (before._knowsAreas) {
+    learnAreas();
+  }
+  _prepared.takeOver(before._prepared, moves);
+}
+
+void FollowedFormats::learnAreas() {
+  std::vector<FormulaArea> areas;
+  for (auto const& dependencies : getOrFindDependencies()) {
+    if (dependencies) {
+      dependencies->appendAreas(areas);
+    }
+  }
+  _prepared.addAreas(areas);
+  _knowsAreas = true;
+}
+
 bool FollowedFormats::prepareSome(std::chrono::microseconds budget) {
   if (!_knowsAreas) {
-    std::vector<FormulaArea> areas;
-    for (auto const& dependencies : getOrFindDependencies()) {
-      if (dependencies) {
-        dependencies->appendAreas(areas);
-      }
-    }
-    _prepared.addAreas(areas);
-    _knowsAreas = true;
+    learnAreas();
   }
   return _prepared.prepareSome(budget);
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
+#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
 #include "ConditionalFormatters/Live/CndFrmt_AreaLog.h"
 #include "ConditionalFormatters/Live/CndFrmt_FormatDependencies.h"
 #include "ConditionalFormatters/Live/CndFrmt_LiveSources.h"
@@ -47,6 +48,11 @@ public:
   void followLines(FollowedFormats const& before, std::span<TableRange const> zones,
                    std::vector<TableRange>& areas) const;
 
+  /// Takes over what follows edits from another state of the formats. `moves`: edits of rows of the
+  /// table that lie between the two; null if there are none. Other changes are to be told to
+  /// followValues(). Throws what the provider throws.
+  void takeOver(FollowedFormats& before, RowMoves const* moves);
+
   /// Works in advance on operands that follow values; see SharedOperands.
   bool prepareSome(std::chrono::microseconds budget);
 
@@ -54,6 +60,7 @@ public:
   void appendRanges(std::vector<TableRange>& areas) const;
 
 private:
+  void learnAreas();
   void followOperands(OperandChanges const& changes, ReachedAreas& reached) const;
   void followFormat(FormatIndex format, FormatDependencies const& dependencies,
                     std::span<ChangedCells const> changes, ReachedAreas& reached);

@@ -18,7 +18,7 @@ using DOM::FormulaSyntaxTree::Expr;
 using DOM::FormulaSyntaxTree::ExprParts;
 using DOM::FormulaSyntaxTree::Node;
 using DOM::FormulaSyntaxTree::NodeKind;
-using DOM::FormulaSyntaxTree::Operator;
+using FormulaOperator = DOM::FormulaSyntaxTree::Operator;
 using CommonValue = boost::optional<FormulaValue>;
 
 std::optional<double> findNumber(CommonValue const& value) noexcept {
@@ -47,8 +47,8 @@ std::optional<double> findComparedNumber(Expr const& expr, FormulaPlace const& p
     return std::nullopt;
   }
   Node const& root = parts.nodes.back();
-  bool const compares = root.kind == NodeKind::Binary && Operator::Equal <= root.op &&
-                        root.op <= Operator::GreaterOrEqual;
+  bool const compares = root.kind == NodeKind::Binary && FormulaOperator::Equal <= root.op &&
+                        root.op <= FormulaOperator::GreaterOrEqual;
   auto const [reference, number] = parts.nodes[0].kind == NodeKind::Number
                                        ? std::pair(parts.nodes[1], parts.nodes[0])
                                        : std::pair(parts.nodes[0], parts.nodes[1]);

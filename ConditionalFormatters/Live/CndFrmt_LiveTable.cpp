@@ -40,6 +40,17 @@ TableRange findZone(LinesChanged const& lines) noexcept {
   return zone;
 }
 
+RowEdit toRowEdit(LinesChanged const& lines) noexcept {
+  RowEdit::Kind const kind = lines.edit == LineEdit::Insert   ? RowEdit::Kind::Insert
+                             : lines.edit == LineEdit::Delete ? RowEdit::Kind::Delete
+                                                              : RowEdit::Kind::Move;
+  return {kind, lines.first, lines.count, lines.before};
+}
+
+void appendAll(std::vector<TableRange> const& ranges, std::vector<TableRange>& areas) {
+  areas.insert(areas.end(), ranges.begin(), ranges.end());
+}
+
 /// What changes amount to, for a table that is followed.
 class ChangeSummary {
 public:
@@ -47,48 +58,88 @@ public:
     for (Change const& change : changes) {
       std::visit([this](auto const& each) { add(each); }, change);
     }
-    for (ChangedCells& cells : _cells) {
+    for (std::size_t index = 0; index < _cells.size(); ++index) {
+      ChangedCells& cells = _cells[index];
+      if (!cells.rows.isEmpty()) {
+        appendAll(_carried[index], cells.areas);
+      }
+      std::vector<TableRange> all = cells.areas;
+      appendAll(cells.moved, all);
       cells.areas = joinIntoFew(cells.areas, mostReadAreas);
-      cells.fewAreas = joinIntoFew(cells.areas, mostTriedAreas);
+      cells.moved = joinIntoFew(cells.moved, mostTriedAreas);
+      cells.fewAreas = joinIntoFew(all, mostTriedAreas);
     }
   }
 
   /// Anything may have changed, or the table's list of formats.
   [[nodiscard]] bool changesFormats() const noexcept { return _changesFormats; }
+  /// Anything may have changed.
+  [[nodiscard]] bool changesAnything() const noexcept { return _changesAnything; }
   /// By table. Cells that stand elsewhere are among them.
   [[nodiscard]] std::vector<ChangedCells> const& getCells() const noexcept { return _cells; }
   /// Where rows and columns of the table itself changed.
   [[nodiscard]] std::vector<TableRange> const& getZones() const noexcept { return _zones; }
+  /// Edits of rows of the table itself; null if there are none.
+  [[nodiscard]] RowMoves const* findOwnRows() const noexcept {
+    auto const own = std::ranges::find(_cells, &_own, &ChangedCells::table);
+    return own == _cells.end() || own->rows.isEmpty() ? nullptr : &own->rows;
+  }
 
 private:
   void add(ValuesChanged const& values) {
-    auto& areas = areasOf(values.table);
-    areas.insert(areas.end(), values.areas.begin(), values.areas.end());
+    std::size_t const index = indexOf(values.table);
+    appendAll(values.areas, _cells[index].areas);
+    appendAll(values.areas, _carried[index]);
   }
   void add(LinesChanged const& lines) {
     TableRange const zone = findZone(lines);
-    areasOf(lines.table).push_back(zone);
+    std::size_t const index = indexOf(lines.table);
+    if (lines.axis == Axis::Rows) {
+      addRowEdit(toRowEdit(lines), index);
+      _cells[index].moved.push_back(zone);
+    } else {
+      _cells[index].areas.push_back(zone);
+    }
     if (lines.table == &_own) {
       _zones.push_back(zone);
     }
   }
+  void addRowEdit(RowEdit const& edit, std::size_t index) {
+    RowMoves moves;
+    moves.add(edit);
+    std::vector<TableRange> carried;
+    for (TableRange const& area : _carried[index]) {
+      moves.appendMoved(area, carried);
+    }
+    _carried[index] = joinIntoFew(carried, mostReadAreas);
+    _cells[index].rows.add(edit);
+  }
   void add(FormatsChanged const& formats) noexcept {
     _changesFormats = _changesFormats || formats.table == &_own;
   }
-  void add(AnythingChanged const& /*anything*/) noexcept { _changesFormats = true; }
+  void add(AnythingChanged const& /*anything*/) noexcept {
+    _changesFormats = true;
+    _changesAnything = true;
+  }
 
-  std::vector<TableRange>& areasOf(DOM::Table const* table) {
+  std::size_t indexOf(DOM::Table const* table) {
     auto const found = std::ranges::find(_cells, table, &ChangedCells::table);
-    if (found != _cells.end()) {
-      return found->areas;
+    if (found == _cells.end()) {
+      _cells.emplace_back();
+      _cells.back().table = table;
+      _carried.emplace_back();
+      return _cells.size() - 1;
     }
-    _cells.push_back({table, {}, {}});
-    return _cells.back().areas;
+    return static_cast<std::size_t>(found - _cells.begin());
   }
 
   DOM::Table const& _own;
   bool _changesFormats = false;
+  bool _changesAnything = false;
   std::vector<ChangedCells> _cells;
+  /// By table, areas of values where later edits of rows put them: hosts that gather changes may
+  /// tell the positions that a cell had before.
+  std::vector<std::vector<TableRange>> _carried;
   std::vector<TableRange> _zones;
 };
 
@@ -174,11 +225,16 @@ ReachedAreas LiveTable::follow(std::span<Change const> changes) {
     _checker->forgetCells();
   }
   FollowedFormats& after = getFormats();
+  if (!summary.changesAnything()) {
+    after.takeOver(*before, summary.findOwnRows());
+  }
   if (summary.changesFormats() || before->getRefs().size() != after.getRefs().size()) {
     before->appendRanges(reached.areas);
     after.appendRanges(reached.areas);
   } else {
     after.followLines(*before, summary.getZones(), reached.areas);
+  }
+  if (!summary.changesAnything()) {
     after.followValues(summary.getCells(), reached);
   }
   return reached;

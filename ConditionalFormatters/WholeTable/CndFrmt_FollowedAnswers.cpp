@@ -61,6 +61,15 @@ void FollowedAnswers::noteChange(PlaceKey place, ValueBits before, ValueBits now
   }
 }
 
+/// Another error may be the first one now.
+void FollowedAnswers::rowsMoved() noexcept {
+  _continuesEdit = true;
+  if (_firstError != noPlace) {
+    _firstError = noPlace;
+    _searchFrom = 0;
+  }
+}
+
 void FollowedAnswers::noteClass(ValueBits bits) {
   if (!_aspects.classes || bits == noValueBits) {
     return;

@@ -50,10 +50,15 @@ public:
   [[nodiscard]] bool addText(std::string const& text);
   void removeText(std::string const& text);
 
+  /// Takes over that values were moved to other rows. The next edit is part of this one.
+  void rowsMoved() noexcept;
+
   /// Forgets which classes the edit before changed.
   void startEdit() noexcept {
-    _changedClasses.clear();
-    _changesOtherClasses = false;
+    if (!std::exchange(_continuesEdit, false)) {
+      _changedClasses.clear();
+      _changesOtherClasses = false;
+    }
   }
   /// Takes over that all changes of an edit were told. `sum`: of the numbers.
   void settle(FloatNumber sum);
@@ -99,6 +104,7 @@ private:
   CriterionTexts _texts;
   std::vector<Formulas::CriterionText> _changedClasses;  ///< by the last edit
   bool _changesOtherClasses = false;
+  bool _continuesEdit = false;
   Formulas::AreaSummary _summary;
 };
 

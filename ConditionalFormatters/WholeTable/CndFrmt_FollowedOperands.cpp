@@ -40,9 +40,14 @@ std::uint64_t countAllPositions(TableRange const& range) noexcept {
 FollowedOperands::FollowedOperands(ValueContextProvider const& provider, DOM::Table const& table,
                                    std::vector<TableRange> const& ranges, OperandNeeds const& needs,
                                    Formulas::AreaAspects const& aspects)
-    : _provider(provider), _table(table), _ranges(ranges), _needs(needs), _aspects(aspects) {
+    : _provider(provider),
+      _table(table),
+      _ranges(ranges),
+      _needs(needs),
+      _aspects(aspects),
+      _equal(needs.occurrences) {
   if (!aspects.isEmpty()) {
-    _answers.emplace(FollowedAnswers::Structures{_column, _ranking, _classes}, aspects,
+    _answers.emplace(FollowedAnswers::Structures{_column, _ranking, _equal.getClasses()}, aspects,
                      provider.getFormulasContextProvider().getLocaleContext());
   }
   for (std::size_t range = 0; range < ranges.size(); ++range) {
@@ -69,21 +74,35 @@ void FollowedOperands::prepareUntil(Clock::time_point end) {
   }
 }
 
+bool FollowedOperands::serves(OperandNeeds const& needs,
+                              Formulas::AreaAspects const& aspects) const noexcept {
+  bool const needsRanks = needs.ranking || needs.largest > 0 || needs.smallest > 0;
+  // Without formats, values are those of the cells and not those of the provider.
+  bool const servesFormats = (_needs.mean || !needs.mean) && (ranks() || !needsRanks) &&
+                             (_needs.occurrences || !needs.occurrences) &&
+                             (!_needs.isEmpty() || needs.isEmpty());
+  return servesFormats && (_aspects.summary || !aspects.summary) &&
+         (_aspects.order || !aspects.order) && (_aspects.classes || !aspects.classes);
+}
+
 bool FollowedOperands::isWorthFollowing(std::span<TableRange const> areas) const {
-  constexpr std::uint64_t few = 4096;
-  constexpr std::uint64_t smallPart = 16;
   constexpr std::size_t manyPairs = 1'000'000;
   if (areas.size() > manyPairs / std::max<std::size_t>(1, _ranges.size())) {
     return false;
   }
-  std::uint64_t const most = std::max<std::uint64_t>(few, _column.size() / smallPart);
   std::uint64_t count = 0;
   for (TableRange const& range : _ranges) {
     for (TableRange const& area : areas) {
       count += countAllPositions(intersect(range, area));
     }
   }
-  return count <= most;
+  return count <= mostToRead();
+}
+
+std::uint64_t FollowedOperands::mostToRead() const noexcept {
+  constexpr std::uint64_t few = 4096;
+  constexpr std::uint64_t smallPart = 16;
+  return std::max<std::uint64_t>(few, _column.size() / smallPart);
 }
 
 std::vector<CellIndex> FollowedOperands::valuesChanged(std::span<TableRange const> areas) {
@@ -104,7 +123,7 @@ std::vector<CellIndex> FollowedOperands::valuesChanged(std::span<TableRange cons
   if (_isComplete) {
     settle();
   }
-  return _repeated.takeFlipped();
+  return _equal.takeFlipped();
 }
 
 ThresholdOperand FollowedOperands::getThreshold(
@@ -115,9 +134,8 @@ ThresholdOperand FollowedOperands::getThreshold(
 }
 
 std::size_t FollowedOperands::countBytes() const noexcept {
-  return _column.countBytes() + _ranking.countBytes() + _classes.countBytes() +
-         _texts.countBytes() + (_answers ? _answers->countBytes() : 0) +
-         _unranked.capacity() * sizeof(FloatNumber);
+  return _column.countBytes() + _ranking.countBytes() + _equal.countBytes() + _texts.countBytes() +
+         (_answers ? _answers->countBytes() : 0) + _unranked.capacity() * sizeof(FloatNumber);
 }
 
 void FollowedOperands::readBlock(BlockOfRange const& block) {
@@ -222,7 +240,6 @@ void FollowedOperands::releaseText(ValueBits bits) {
 void FollowedOperands::setValue(PlaceKey place, ValueBits bits) {
   ValueBits const old = _column.set(place, bits);
   if (old != bits) {
-    PositionKey const cell = positionOfPlace(place);
     if (isNumberBits(old) && ranks()) {
       _ranking.erase(numberOfBits(old));
     }
@@ -230,8 +247,7 @@ void FollowedOperands::setValue(PlaceKey place, ValueBits bits) {
       rankNumber(numberOfBits(bits));
     }
     if (countsEqual()) {
-      removeFromClass(old, cell);
-      addToClass(bits, cell);
+      _equal.change(positionOfPlace(place), old, bits, _isEditing);
     }
     if (_answers) {
       _answers->noteChange(place, old, bits);
@@ -248,36 +264,6 @@ void FollowedOperands::setValue(PlaceKey place, ValueBits bits) {
 void FollowedOperands::noteClass(ValueBits bits) {
   if (!isTextBits(bits)) {
     _answers->noteClass(bits);
-  }
-}
-
-void FollowedOperands::addToClass(ValueBits bits, PositionKey cell) {
-  if (bits == noValueBits || bits == nanBits) {
-    return;
-  }
-  auto const others = _classes.add(bits, cell);
-  if (others.count == 1) {
-    mark(others.only, true);
-  }
-  if (others.count > 0) {
-    mark(cell, true);
-  }
-}
-
-void FollowedOperands::removeFromClass(ValueBits bits, PositionKey cell) {
-  if (bits == noValueBits || bits == nanBits) {
-    return;
-  }
-  auto const others = _classes.remove(bits, cell);
-  if (others.count == 1) {
-    mark(others.only, false);
-  }
-  mark(cell, false);
-}
-
-void FollowedOperands::mark(PositionKey cell, bool isRepeated) {
-  if (_needs.occurrences) {
-    _repeated.set(cell, isRepeated, _isEditing);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -11,15 +12,16 @@
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
 #include "ConditionalFormatters/Following/CndFrmt_NumberRanking.h"
+#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
 #include "ConditionalFormatters/Following/CndFrmt_TextPool.h"
-#include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
 #include "ConditionalFormatters/Following/CndFrmt_ValueColumn.h"
 #include "ConditionalFormatters/Parallel/CndFrmt_BlockList.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_EqualCells.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_FollowedAnswers.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_OperandNeeds.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_RepeatMarks.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "DOM/Table.h"
+#include "FormulaModel/FormulaValue.h"
 #include "Formulas/FollowedAreas.h"
 #include "Utils/CellIndex.h"
 #include "Utils/FloatNumber.h"
@@ -27,16 +29,16 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// The operands of some ranges, kept up to date while values change: a column of all values, and
-/// what the formats need beside it, a ranking of the numbers and classes of equal values. Formulas
-/// that ask something of the same range are answered from them.
+/// The operands of some ranges, kept up to date while values and rows change: a column of all
+/// values, and what the formats need beside it, a ranking of the numbers and classes of equal
+/// values. Formulas that ask something of the same range are answered from them.
 ///
 /// Values are read through the provider, but those that formulas alone need from the cells, as
 /// formulas do.
 ///
 /// Made piece by piece, in the time that a caller can spare. An edit then costs some microseconds
-/// for each cell, and up to a millisecond for a million numbers if their sum is rounded. Takes up
-/// to 70 bytes for each cell.
+/// for each cell, and up to a millisecond for a million numbers if their sum is rounded; an edit of
+/// rows, as much for each cell that it adds or removes. Takes up to 70 bytes for each cell.
 ///
 /// An operation that throws leaves an object that may only be destroyed. Ownership: borrows the
 /// provider and the table. Threads: const operations may be called from several threads.
@@ -58,6 +60,10 @@ public:
   /// Whether the ranges cannot be followed: their texts crowd in a hash table.
   [[nodiscard]] bool isHopeless() const noexcept { return _isHopeless; }
 
+  /// True if it has all that formats and formulas over the same ranges need.
+  [[nodiscard]] bool serves(OperandNeeds const& needs,
+                            Formulas::AreaAspects const& aspects) const noexcept;
+
   /// Whether it is worth to follow new values in some areas, instead of reading all cells again.
   [[nodiscard]] bool isWorthFollowing(std::span<TableRange const> areas) const;
 
@@ -65,11 +71,16 @@ public:
   /// before, or did before and do no longer.
   [[nodiscard]] std::vector<CellIndex> valuesChanged(std::span<TableRange const> areas);
 
+  /// Follows edits of rows of the table, after which any cell may repeat a value. `ranges`: those
+  /// after the edits, as many as before. False, and nothing is done, if that is not worth it.
+  /// Requires that everything has been read.
+  [[nodiscard]] bool rowsChanged(RowMoves const& moves, std::vector<TableRange> const& ranges);
+
   [[nodiscard]] MeanOperand const& getMean() const noexcept { return _mean; }
   /// The threshold of a condition whose needs were told.
   [[nodiscard]] ThresholdOperand getThreshold(
       DOM::TopBottomConditionalFormatOperator const& record) const;
-  [[nodiscard]] bool isRepeated(CellIndex cell) const noexcept { return _repeated.contains(cell); }
+  [[nodiscard]] bool isRepeated(CellIndex cell) const noexcept { return _equal.isRepeated(cell); }
 
   /// What formulas may ask; null where they ask nothing.
   [[nodiscard]] FollowedAnswers const* getAnswers() const noexcept {
@@ -104,9 +115,9 @@ private:
   void releaseText(ValueBits bits);
   void setValue(PlaceKey place, ValueBits bits);
   void noteClass(ValueBits bits);
-  void addToClass(ValueBits bits, PositionKey cell);
-  void removeFromClass(ValueBits bits, PositionKey cell);
-  void mark(PositionKey cell, bool isRepeated);
+  /// The most positions that are worth reading again.
+  [[nodiscard]] std::uint64_t mostToRead() const noexcept;
+  void removeRows(std::size_t range, unsigned long first, unsigned long end);
   /// Takes over all changes of an edit.
   void settle();
 
@@ -123,9 +134,8 @@ private:
   ValueColumn _column;
   NumberRanking _ranking;
   std::vector<FloatNumber> _unranked;  ///< numbers of the column that the ranking does not have yet
-  ValueClasses _classes;
+  EqualCells _equal;
   TextPool _texts;
-  RepeatMarks _repeated;
   bool _isEditing = false;
   MeanOperand _mean{};
   std::optional<FollowedAnswers> _answers;  ///< to formulas, if they ask

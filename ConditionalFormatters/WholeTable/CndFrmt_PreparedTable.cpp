@@ -3,6 +3,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace Zorv::ConditionalFormatters {
 
@@ -42,8 +43,9 @@ PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table co
       _operands(provider, table, formatRefs),
       _scopes(findVerdictScopes(formatRefs)),
       _conditions(formatRefs.size()),
-      _pointIndexes(formatRefs.size()) {
-  _lookups.follow(_operands.getAreas());
+      _pointIndexes(formatRefs.size()),
+      _lookups(std::make_unique<Formulas::LookupCache>()) {
+  _lookups->follow(_operands.getAreas());
 }
 
 FormatIndex PreparedTable::checkFormat(std::size_t format) const {
@@ -59,10 +61,18 @@ bool PreparedTable::liesInRanges(FormatIndex format, CellIndex cell) const {
   return index.contains(cell.getRow().get(), cell.getColumn().get());
 }
 
+void PreparedTable::takeOver(PreparedTable& before, RowMoves const* moves) {
+  _lookups = std::move(before._lookups);
+  _lookups->follow(_operands.getAreas());
+  _operands.takeOver(before._operands, moves);
+}
+
 OperandChanges PreparedTable::valuesChanged(DOM::Table const& table,
-                                            std::span<TableRange const> areas) {
+                                            std::span<TableRange const> areas,
+                                            std::span<TableRange const> moved) {
   try {
-    _lookups.valuesChanged(table, areas);
+    _lookups->valuesChanged(table, areas);
+    _lookups->valuesChanged(table, moved);
     OperandChanges changes = _operands.valuesChanged(table, areas);
     for (FormatIndex const format : changes.touched) {
       _conditions[format].reset();

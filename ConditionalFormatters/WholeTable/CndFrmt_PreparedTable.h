@@ -39,7 +39,7 @@ public:
   [[nodiscard]] RangeIndex const& getRangeIndex() const noexcept { return _rangeIndex; }
   [[nodiscard]] StyleSequences const& getStyleSequences() const noexcept { return _sequences; }
   /// Guards itself.
-  [[nodiscard]] Formulas::LookupCache& getLookups() const noexcept { return _lookups; }
+  [[nodiscard]] Formulas::LookupCache& getLookups() const noexcept { return *_lookups; }
 
   /// The index of a format. Throws std::out_of_range if there is no such format.
   [[nodiscard]] FormatIndex checkFormat(std::size_t format) const;
@@ -66,9 +66,21 @@ public:
 
   /// Takes over that the cells of some areas of this table or another one have new values: the
   /// operands that formats take from their ranges, and what formulas ask of areas, follow or are
-  /// forgotten, but for the conditions of these formulas. Needs exclusive access. Throws what the
-  /// provider throws, and has then forgotten everything that was prepared.
-  OperandChanges valuesChanged(DOM::Table const& table, std::span<TableRange const> areas);
+  /// forgotten, but for the conditions of these formulas. `moved`: cells that only stand elsewhere
+  /// after edits of rows, which the operands follow already. Needs exclusive access. Throws what
+  /// the provider throws, and has then forgotten everything that was prepared.
+  OperandChanges valuesChanged(DOM::Table const& table, std::span<TableRange const> areas,
+                               std::span<TableRange const> moved = {});
+
+  /// Takes over what follows edits, and the indexes of formulas, from another state of the table's
+  /// formats, which may only be destroyed then; see SharedOperands. Needs exclusive access to both.
+  /// What has changed beside rows and formats is to be told to valuesChanged().
+  void takeOver(PreparedTable& before, RowMoves const* moves);
+
+  /// Takes over that rows of another table were edited; see SharedOperands. Needs exclusive access.
+  void rowsChanged(DOM::Table const& table, RowMoves const& moves) {
+    _operands.rowsChanged(table, moves);
+  }
 
   /// Adds areas of formulas to what follows edits; see SharedOperands. Needs exclusive access.
   void addAreas(std::span<FormulaArea const> areas) { _operands.addAreas(areas); }
@@ -121,7 +133,7 @@ private:
   std::vector<Lazy<PreparedCondition>> _conditions;  ///< by format
   std::vector<Lazy<PointIndex>> _pointIndexes;       ///< by format
   mutable std::recursive_mutex _preparation;
-  mutable Formulas::LookupCache _lookups;
+  std::unique_ptr<Formulas::LookupCache> _lookups;  ///< never null, but where it was taken over
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -112,13 +112,32 @@ RangeOperands::Change RangeOperands::valuesChanged(std::span<TableRange const> a
   return {.isFollowed = findFollowed() != nullptr, .flipped = std::move(flipped)};
 }
 
+void RangeOperands::takeOver(RangeOperands& others, RowMoves const* moves) {
+  if (!others._followed || !others._followed->serves(_needs, _aspects)) {
+    return;
+  }
+  auto followed = std::move(others._followed);
+  if (moves == nullptr || (followed->isComplete() && followed->rowsChanged(*moves, _ranges))) {
+    _followed = std::move(followed);
+    dropHopeless();
+  }
+}
+
+void RangeOperands::rowsChanged(RowMoves const& moves) {
+  forgetCollected();
+  if (_followed && (!_followed->isComplete() || !_followed->rowsChanged(moves, _ranges))) {
+    _followed.reset();
+  }
+  dropHopeless();
+}
+
 void RangeOperands::forget() noexcept {
   forgetCollected();
   _followed.reset();
 }
 
 void RangeOperands::dropHopeless() noexcept {
-  if (_followed->isHopeless()) {
+  if (_followed && _followed->isHopeless()) {
     stopFollowing();
   }
 }

@@ -8,6 +8,7 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CollectOperands.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_DistinctNumbers.h"
@@ -78,6 +79,11 @@ public:
   /// more to do.
   bool prepareUntil(FollowedOperands::Clock::time_point end);
 
+  /// Takes what follows edits from operands of the same provider and table, if it serves here, too.
+  /// `moves`: edits of rows that led from the ranges there to these; null if they are the same.
+  /// Throws what the provider throws.
+  void takeOver(RangeOperands& others, RowMoves const* moves);
+
   /// Follows edits no longer, nor ever again.
   void stopFollowing() noexcept {
     _followed.reset();
@@ -91,10 +97,16 @@ public:
   /// forgotten. If this throws, nothing may be asked before everything is forgotten.
   [[nodiscard]] Change valuesChanged(std::span<TableRange const> areas);
 
+  /// The same for edits of rows, where the ranges are as before.
+  void rowsChanged(RowMoves const& moves);
+
   /// The operands that follow edits, once they are complete; null before.
   [[nodiscard]] FollowedOperands const* findFollowed() const noexcept {
     return _followed && _followed->isComplete() ? _followed.get() : nullptr;
   }
+
+  /// True if operands that follow edits are prepared, or complete.
+  [[nodiscard]] bool isFollowing() const noexcept { return _followed != nullptr; }
 
   /// How many values are kept to follow edits.
   [[nodiscard]] std::size_t countFollowed() const noexcept {

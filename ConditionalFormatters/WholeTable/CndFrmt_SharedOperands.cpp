@@ -64,7 +64,7 @@ bool isNumber(boost::optional<FloatNumber> const& reference) noexcept {
 
 SharedOperands::SharedOperands(ValueContextProvider const& provider, DOM::Table const& table,
                                ConditionalFormatRefs const& formatRefs, std::size_t mostFollowed)
-    : _provider(provider), _formatRefs(formatRefs), _mostFollowed(mostFollowed) {
+    : _provider(provider), _table(table), _formatRefs(formatRefs), _mostFollowed(mostFollowed) {
   boost::unordered_map<SharedKey, Shared*> byRanges;
   for (FormatIndex format = 0; format < formatRefs.size(); ++format) {
     auto const& [ranges, record] = formatRefs[format];
@@ -102,6 +102,31 @@ void SharedOperands::addAreas(std::span<FormulaArea const> areas) {
   }
 }
 
+/// The ranges of formats move with the rows, those of formulas where the host moves them.
+void SharedOperands::takeOver(SharedOperands& others, RowMoves const* moves) {
+  std::deque<std::vector<TableRange>> lists;
+  boost::unordered_map<SharedKey, Shared*> byMovedRanges;
+  boost::unordered_map<SharedKey, Shared*> byRanges;
+  for (Shared& shared : others._shared) {
+    byRanges.emplace(sharedKeyOf(shared.operands), &shared);
+    if (moves != nullptr && &shared.operands.getTable() == &_table) {
+      auto& moved = lists.emplace_back(shared.operands.getRanges());
+      std::ranges::transform(moved, moved.begin(),
+                             [&](TableRange const& range) { return moves->move(range); });
+      byMovedRanges.emplace(SharedKey{&_table, &moved}, &shared);
+    }
+  }
+  for (auto const* const known : {&byMovedRanges, &byRanges}) {
+    for (Shared& shared : _shared) {
+      auto const found = known->find(sharedKeyOf(shared.operands));
+      if (found != known->end() && !shared.operands.isFollowing()) {
+        bool const isEdited = &shared.operands.getTable() == &_table;
+        shared.operands.takeOver(found->second->operands, isEdited ? moves : nullptr);
+      }
+    }
+  }
+}
+
 OperandChanges SharedOperands::valuesChanged(DOM::Table const& table,
                                              std::span<TableRange const> areas) {
   try {
@@ -114,10 +139,27 @@ OperandChanges SharedOperands::valuesChanged(DOM::Table const& table,
     }
     return changes;
   } catch (...) {
-    for (Shared& shared : _shared) {
-      shared.operands.forget();
-    }
+    forget();
     throw;
+  }
+}
+
+void SharedOperands::rowsChanged(DOM::Table const& table, RowMoves const& moves) {
+  try {
+    for (Shared& shared : _shared) {
+      if (&shared.operands.getTable() == &table) {
+        shared.operands.rowsChanged(moves);
+      }
+    }
+  } catch (...) {
+    forget();
+    throw;
+  }
+}
+
+void SharedOperands::forget() noexcept {
+  for (Shared& shared : _shared) {
+    shared.operands.forget();
   }
 }
 

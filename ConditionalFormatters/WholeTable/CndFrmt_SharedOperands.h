@@ -10,6 +10,7 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
+#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_FollowedAreas.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_RangeOperands.h"
 #include "DOM/Table.h"
@@ -65,6 +66,11 @@ public:
   /// access.
   void addAreas(std::span<FormulaArea const> areas);
 
+  /// Takes over what follows edits from the operands of other formats of the same table, where
+  /// these have the same ranges. `moves`: edits of rows of the table that lie between the two; null
+  /// if there are none. Needs exclusive access to both. Throws what the provider throws.
+  void takeOver(SharedOperands& others, RowMoves const* moves);
+
   /// The areas of formulas, as far as they follow edits.
   [[nodiscard]] FollowedFormulaAreas const& getAreas() const noexcept { return _areas; }
 
@@ -72,6 +78,10 @@ public:
   /// does not follow edits is forgotten. If this throws, everything is.
   [[nodiscard]] OperandChanges valuesChanged(DOM::Table const& table,
                                              std::span<TableRange const> areas);
+
+  /// Takes over that rows of another table than that of the formats were edited. If this throws,
+  /// everything is forgotten.
+  void rowsChanged(DOM::Table const& table, RowMoves const& moves);
 
   /// Works on operands that follow edits, as far as these have few enough values, for about the
   /// time that is given, a few milliseconds more at most. True if there is more to do. Throws what
@@ -98,11 +108,13 @@ private:
 
   /// The references of formats whose operands follow edits; none if they do not.
   [[nodiscard]] std::vector<Reference> listFollowed(Shared const& shared) const;
+  void forget() noexcept;
   static void addMove(FormatIndex format, Reference const& before, Reference const& after,
                       OperandChanges& changes);
   void follow(Shared& shared, std::span<TableRange const> areas, OperandChanges& changes);
 
   ValueContextProvider const& _provider;
+  DOM::Table const& _table;
   ConditionalFormatRefs const& _formatRefs;
   std::size_t _mostFollowed;
   std::deque<Shared> _shared;

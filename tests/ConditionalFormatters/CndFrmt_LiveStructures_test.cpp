@@ -1,17 +1,129 @@
-// What a live resolver keeps of ranges.
+// What a live resolver keeps of ranges while rows, formats and values change.
 
+#include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "ConditionalFormatters/CndFrmt_LiveResolver.h"
+#include "ConditionalFormatters/CndFrmt_TableResolver.h"
 #include "ConditionalFormatters/LiveSheet.h"
+#include "support/CountingValueContextProvider.h"
+#include "support/Values.h"
 
 namespace Zorv::ConditionalFormatters {
 namespace {
 
 using TestSupport::LiveSheet;
+using TestSupport::number;
+
+/// Column A with the numbers 1 to 1,500 and 1 to 500, under rules of all kinds, and a resolver that
+/// has prepared everything.
+class LiveStructures : public testing::Test {
+protected:
+  static constexpr unsigned long rows = 2'000;
+  static constexpr TableRange view{990, 0, 1'010, 1};
+
+  LiveStructures() {
+    for (unsigned long row = 0; row < rows; ++row) {
+      sheet.table.setValue(row, 0, number(static_cast<double>(row % 1'500 + 1)));
+    }
+    sheet.addRule("A1:A2000", LiveSheet::isAboveAverage());
+    sheet.addRule("A1:A2000",
+                  DOM::UniquenessConditionalFormatOperator{DOM::UniquenessType::Duplicate}, 2);
+    sheet.addRule("A1:A2000", LiveSheet::isTrue("A1>MEDIAN($A:$A)"));
+    sheet.addRule("A1:A2000", LiveSheet::isTrue("COUNTIF($A:$A,A1)=2"), 2);
+    live.emplace(calculator.follow(sheet.styles, sheet.table));
+    while (live->prepareSome(std::chrono::milliseconds(1))) {
+    }
+  }
+
+  template <class Resolver>
+  static std::string listHolding(Resolver const& resolver) {
+    std::string list;
+    resolver.visit({.range = view}, [&](ResolvedCell const& cell) {
+      list += std::to_string(cell.cellInfo.getRowIndex()) + ":";
+      for (FormatIndex const format : cell.formats) {
+        list += std::to_string(format);
+      }
+      list += ' ';
+    });
+    return list;
+  }
+
+  /// Expects right answers after changes, for which no range is read as a whole.
+  void expectKept(std::vector<Change> const& changes) {
+    reads = 0;
+    live->apply(changes);
+    std::string const held = listHolding(*live);
+    EXPECT_LT(reads, 200U) << "not all values";
+    calculator.clearTablesRangesCache();
+    EXPECT_EQ(held, listHolding(calculator.prepare(sheet.styles, sheet.table)));
+  }
+
+  [[nodiscard]] LinesChanged lines(Axis axis, LineEdit edit, unsigned long first,
+                                   unsigned long count, unsigned long before = 0) const {
+    return {&sheet.table, axis, edit, first, count, before};
+  }
+  [[nodiscard]] ValuesChanged cell(unsigned long row) const {
+    return {&sheet.table, {{row, 0, row + 1, 1}}};
+  }
+
+  std::atomic<std::size_t> reads = 0;
+  LiveSheet sheet;
+  ConditionalFormattingPropsCalculator calculator{
+      std::make_unique<TestSupport::CountingValueContextProvider>(sheet.table, reads)};
+  std::optional<LiveResolver> live;
+};
+
+TEST_F(LiveStructures, StayWhileRowsAreInsertedDeletedAndMoved) {
+  sheet.table.insertRows(1'000, 3);
+  expectKept({lines(Axis::Rows, LineEdit::Insert, 1'000, 3)});
+  sheet.table.deleteRows(500, 2);
+  expectKept({lines(Axis::Rows, LineEdit::Delete, 500, 2)});
+  sheet.table.moveRows(5, 40, 1'000);
+  expectKept({lines(Axis::Rows, LineEdit::Move, 5, 40, 1'000)});
+  sheet.table.insertRows(0, 1);
+  sheet.table.deleteRows(1'990, 5);
+  expectKept({lines(Axis::Rows, LineEdit::Insert, 0, 1),
+              lines(Axis::Rows, LineEdit::Delete, 1'990, 5)});
+  sheet.table.setValue(999, 0, number(-7'000));
+  expectKept({cell(999)});
+}
+
+TEST_F(LiveStructures, StayWhileFormatsAndOtherColumnsChange) {
+  sheet.addRule("C1:C9", LiveSheet::isTrue("TRUE"));
+  expectKept({FormatsChanged{&sheet.table}});
+  sheet.table.insertColumns(5, 1);
+  expectKept({lines(Axis::Columns, LineEdit::Insert, 5, 1)});
+  sheet.table.setValue(999, 0, number(7));
+  sheet.addRule("A1:A2000", LiveSheet::isTrue("A1=7"));
+  expectKept({cell(999), FormatsChanged{&sheet.table}});
+}
+
+TEST_F(LiveStructures, AreMadeAnewAfterAnyChange) {
+  live->apply({AnythingChanged()});
+  reads = 0;
+  listHolding(*live);
+  EXPECT_GT(reads, rows);
+}
+
+TEST_F(LiveStructures, ReadCellsThatWereToldBeforeTheirRowsMoved) {
+  sheet.table.setValue(990, 0, number(-1e6));
+  sheet.table.setValue(995, 0, number(1e6));
+  sheet.table.insertRows(0, 10);
+  sheet.table.deleteRows(3, 1);
+  expectKept({cell(990), cell(995), lines(Axis::Rows, LineEdit::Insert, 0, 10),
+              lines(Axis::Rows, LineEdit::Delete, 3, 1)});
+}
 
 /// For formulas a cell with an infinite number holds an error.
 TEST(LiveAreas, AnswerLikeAWalkWhereANumberIsInfinite) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -117,7 +118,7 @@ protected:
   DOM::Table table;
   PlainValueContextProvider const provider{table};
   /// The second range overlaps the first one, the last holds single cells only.
-  std::vector<TableRange> const ranges{{0, 0, rows, 2}, {20, 1, 40, 4}, {50, 3, 51, 4}};
+  std::vector<TableRange> ranges{{0, 0, rows, 2}, {20, 1, 40, 4}, {50, 3, 51, 4}};
 };
 
 TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterRandomEdits) {
@@ -158,6 +159,87 @@ TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterRandomEdits) {
       expected = std::move(now);
     }
   }
+}
+
+/// Makes a random edit of rows near the ranges.
+void editRows(std::mt19937& random, DOM::Table& table, RowMoves& moves) {
+  unsigned long const first = random() % 50;
+  unsigned long const count = 1 + random() % 3;
+  unsigned long const before = random() % 2 == 0 ? random() % (first + 1) : first + count + 4;
+  switch (random() % 3) {
+    case 0:
+      table.insertRows(first, count);
+      moves.add({RowEdit::Kind::Insert, first, count});
+      break;
+    case 1:
+      table.deleteRows(first, count);
+      moves.add({RowEdit::Kind::Delete, first, count});
+      break;
+    default:
+      table.moveRows(first, count, before);
+      moves.add({RowEdit::Kind::Move, first, count, before});
+  }
+}
+
+TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterEditsOfRows) {
+  for (unsigned const seed : {1U, 2U, 3U, 4U}) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    ranges = {{0, 0, rows, 2}, {20, 1, 40, 4}, {50, 3, 51, 4}};
+    for (unsigned long row = 0; row < rows; ++row) {
+      table.setValue(row, random() % columns, drawFollowed(random));
+    }
+    std::optional<FollowedOperands> followed;
+    int followedCount = 0;
+    for (int edit = 0; edit < 200; ++edit) {
+      if (!followed) {
+        followed.emplace(provider, table, ranges, everyNeed);
+        followed->prepareUntil(inFuture());
+      }
+      RowMoves moves;
+      for (std::uint32_t part = random() % 2 + 1; part > 0; --part) {
+        editRows(random, table, moves);
+      }
+      // Ranges stay where they are, or follow their corners as far as the test looks.
+      for (TableRange& range : ranges) {
+        TableRange const moved = moves.move(range);
+        bool const isInSight = !moved.isEmpty() && moved.endRow <= rows;
+        range = random() % 2 == 0 && isInSight ? moved : range;
+      }
+      if (!followed->rowsChanged(moves, ranges)) {
+        followed.reset();
+        continue;
+      }
+      ++followedCount;
+      ASSERT_NO_FATAL_FAILURE(expectUpToDate(*followed, collectAnew())) << "edit " << edit;
+      // The structures are sound: values can be set and removed.
+      unsigned long const row = random() % rows;
+      table.setValue(row, 1, drawFollowed(random));
+      std::vector<TableRange> const areas{{row, 1, row + 1, 2}};
+      static_cast<void>(followed->valuesChanged(areas));
+      ASSERT_NO_FATAL_FAILURE(expectUpToDate(*followed, collectAnew())) << "edit " << edit;
+    }
+    EXPECT_GT(followedCount, 60);
+  }
+}
+
+TEST_F(FollowedOperandsTest, FollowEditsOfRowsThatAreWorthIt) {
+  table.setValue(5, 0, number(1));
+  std::vector<TableRange> const column{{0, 0, DOM::Table::rowCount, 1}};
+  FollowedOperands followed(provider, table, column, everyNeed);
+  followed.prepareUntil(inFuture());
+  RowMoves many;
+  many.add({RowEdit::Kind::Delete, 100, 100'000});
+  EXPECT_FALSE(followed.rowsChanged(many, column));
+  RowMoves few;
+  few.add({RowEdit::Kind::Delete, 0, 4'000});
+  EXPECT_FALSE(followed.rowsChanged(few, {{0, 1, 9, 2}})) << "another column";
+  EXPECT_EQ(followed.getMean().count, 1U);
+  table.deleteRows(0, 2'000);
+  RowMoves fewer;
+  fewer.add({RowEdit::Kind::Delete, 0, 2'000});
+  EXPECT_TRUE(followed.rowsChanged(fewer, column));
+  EXPECT_EQ(followed.getMean().count, 0U);
 }
 
 TEST_F(FollowedOperandsTest, HoldNothingOnceAllCellsAreGone) {

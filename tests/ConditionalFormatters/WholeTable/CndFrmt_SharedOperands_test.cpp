@@ -282,5 +282,72 @@ TEST_F(SharedOperandsThatFollow, AreMadeAgainAfterAnEditOfMostCells) {
   EXPECT_EQ(shared.find(0)->getMean({}).mean.get(), 50.5);
 }
 
+TEST_F(SharedOperandsThatFollow, AreTakenOverByFormatsWithTheSameRanges) {
+  ConditionalFormat const bottom{
+      {},
+      TopBottomConditionalFormatOperator(TopBottomConditionalFormatType::Bottom, 2, false),
+      UUID()};
+  std::vector<TableRange> const shorter{{0, 5, 99, 6}};
+  ConditionalFormatRefs const laterRefs{
+      {other, bottom}, {column, bottom}, {column, unique}, {shorter, average}};
+  SharedOperands later(provider, table, laterRefs);
+  later.takeOver(shared, nullptr);
+  ASSERT_NE(later.find(1)->findFollowed(), nullptr) << "it ranks numbers from both ends";
+  EXPECT_EQ(later.find(0)->findFollowed(), nullptr) << "no ranking was kept for an average";
+  EXPECT_EQ(later.find(3)->findFollowed(), nullptr) << "other ranges";
+  provider.isFailing = true;
+  EXPECT_EQ(later.find(1)
+                ->getThreshold({TopBottomConditionalFormatType::Bottom, 2, false}, {})
+                .threshold->get(),
+            1);
+  EXPECT_FALSE(later.find(1)->isRepeated({RowIndex(7), ColumnIndex(0)}, {}));
+}
+
+TEST_F(SharedOperandsThatFollow, AreTakenOverWhereTheRangesMovedWithTheRows) {
+  struct Case {
+    char const* name;
+    RowEdit edit;
+    TableRange range;  ///< after it
+    double mean;
+  };
+  Case const cases[] = {
+      {"inserted inside", {RowEdit::Kind::Insert, 3, 2}, {0, 0, 102, 1}, 49.5},
+      {"inserted before", {RowEdit::Kind::Insert, 0, 2}, {2, 0, 102, 1}, 49.5},
+      {"deleted at the end", {RowEdit::Kind::Delete, 99, 1}, {0, 0, 99, 1}, 49},
+      {"moved inside", {RowEdit::Kind::Move, 3, 2, 9}, {0, 0, 100, 1}, 49.5},
+      {"moved out", {RowEdit::Kind::Move, 50, 1, 120}, {0, 0, 99, 1}, (4950 - 50) / 99.0},
+      {"inserted, in a range as it was", {RowEdit::Kind::Insert, 3, 1}, {0, 0, 100, 1}, 49},
+  };
+  for (Case const& each : cases) {
+    SCOPED_TRACE(each.name);
+    Table edited;
+    for (unsigned long row = 0; row < 100; ++row) {
+      edited.setValue(row, 0, number(static_cast<double>(row)));
+    }
+    SwitchedProvider ofEdited(edited);
+    ConditionalFormatRefs const before{{column, average}};
+    SharedOperands followed(ofEdited, edited, before);
+    EXPECT_FALSE(followed.prepareSome(std::chrono::hours(1)));
+    switch (each.edit.kind) {
+      case RowEdit::Kind::Insert:
+        edited.insertRows(each.edit.first, each.edit.count);
+        break;
+      case RowEdit::Kind::Delete:
+        edited.deleteRows(each.edit.first, each.edit.count);
+        break;
+      default:
+        edited.moveRows(each.edit.first, each.edit.count, each.edit.before);
+    }
+    RowMoves moves;
+    moves.add(each.edit);
+    std::vector<TableRange> const moved{each.range};
+    ConditionalFormatRefs const after{{moved, average}};
+    SharedOperands later(ofEdited, edited, after);
+    later.takeOver(followed, &moves);
+    ASSERT_NE(later.find(0)->findFollowed(), nullptr);
+    EXPECT_EQ(later.find(0)->findFollowed()->getMean().mean.get(), each.mean);
+  }
+}
+
 }  // namespace
 }  // namespace Zorv::ConditionalFormatters

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "ConditionalFormatters/Following/CndFrmt_CellIdentities.h"
+#include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
+#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
+#include "Utils/CellIndex.h"
+
+namespace Zorv::ConditionalFormatters {
+
+/// Cells in classes of equal values. If that is asked, also which cells repeat a value, and which
+/// of them began to, or ended, in an edit. NaN and values that are left out are in no class.
+class EqualCells {
+public:
+  /// `marksRepeated`: true if it is asked which cells repeat a value.
+  explicit EqualCells(bool marksRepeated) : _marksRepeated(marksRepeated) {}
+
+  [[nodiscard]] ValueClasses const& getClasses() const noexcept { return _classes; }
+  [[nodiscard]] bool isRepeated(CellIndex cell) const noexcept {
+    return isMarked(
+        _identities.identityOf(positionKeyOf(cell.getRow().get(), cell.getColumn().get())));
+  }
+
+  /// Puts a cell from the class of one value into that of another one. While `isEditing`, it is
+  /// noted which cells repeated a value before.
+  void change(PositionKey position, ValueBits before, ValueBits now, bool isEditing);
+
+  /// The cells that repeat a value now and did not when they were noted first, or the other way
+  /// round, by their position. Forgets all notes.
+  [[nodiscard]] std::vector<CellIndex> takeFlipped();
+  /// Forgets all notes.
+  void forgetNotes() noexcept { _notes.clear(); }
+
+  /// False if some edits of rows cannot be followed, after very many others.
+  [[nodiscard]] bool canFollow(RowMoves const& moves) const noexcept {
+    return _identities.canFollow(moves);
+  }
+  /// Follows edits of rows. Requires that it can, and that the rows that are gone have no values.
+  void moveRows(RowMoves const& moves) { _identities.follow(moves); }
+
+  /// About how many bytes it takes.
+  [[nodiscard]] std::size_t countBytes() const noexcept { return _classes.countBytes(); }
+
+private:
+  struct Before {
+    CellIdentity cell;
+    bool wasRepeated;
+  };
+
+  [[nodiscard]] bool isMarked(CellIdentity cell) const noexcept {
+    return _repeated.contains(rowOfKey(cell), columnOfKey(cell));
+  }
+  void add(ValueBits value, CellIdentity cell, bool isEditing);
+  void remove(ValueBits value, CellIdentity cell, bool isEditing);
+  void mark(CellIdentity cell, bool isRepeated, bool isEditing);
+
+  bool _marksRepeated;
+  CellIdentities _identities;
+  ValueClasses _classes;
+  CellSet _repeated;           ///< by identity of the row
+  std::vector<Before> _notes;  ///< in the order of the edit
+};
+
+}  // namespace Zorv::ConditionalFormatters
