@@ -395,6 +395,8 @@ TEST_P(FailingHost, LeavesAResolverThatAnswersRightly) {
   LiveView view(live);
   view.show(EditedDocument::window);
   view.refresh([](ResolvedCell const& /*cell*/) {});
+  constexpr int mostAddedFormats = 4;
+  int addedFormats = 0;
   bool hasFailed = true;
   for (long call = 1; hasFailed; ++call) {
     SCOPED_TRACE("call " + std::to_string(call));
@@ -402,7 +404,11 @@ TEST_P(FailingHost, LeavesAResolverThatAnswersRightly) {
     document.setRandomValue(document.table, document.draw(9), document.draw(4));
     changes.emplace_back(ValuesChanged{&document.table, {{0, 0, 9, 4}}});
     if (document.draw(2) == 0) {
-      document.addRandomFormat();
+      // Each further format asks the host more, so that there would be more and more calls to fail.
+      if (addedFormats < mostAddedFormats) {
+        document.addRandomFormat();
+        ++addedFormats;
+      }
       changes.emplace_back(FormatsChanged{&document.table});
     }
     if (call % 2 == 0) {
