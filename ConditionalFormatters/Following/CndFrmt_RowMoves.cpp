@@ -80,8 +80,8 @@ RowRun const& RowMoves::runOf(unsigned long row) const noexcept {
 }
 
 bool RowMoves::keepOrder() const noexcept {
-  return std::ranges::none_of(
-      _edits, [](RowEdit const& edit) { return edit.kind == RowEdit::Kind::Move; });
+  return std::ranges::none_of(_edits,
+                              [](RowEdit const& edit) { return edit.kind == RowEdit::Kind::Move; });
 }
 
 TableRange RowMoves::move(TableRange const& range) const noexcept {
@@ -90,8 +90,8 @@ TableRange RowMoves::move(TableRange const& range) const noexcept {
     return moved;
   }
   auto const isThere = [](RowRun const& run) { return run.shift.has_value(); };
-  auto const first = std::find_if(_runs.begin() + (&runOf(range.firstRow) - _runs.data()),
-                                  _runs.end(), isThere);
+  auto const first =
+      std::find_if(_runs.begin() + (&runOf(range.firstRow) - _runs.data()), _runs.end(), isThere);
   auto const last = std::find_if(
       std::make_reverse_iterator(_runs.begin() + (&runOf(range.endRow - 1) - _runs.data()) + 1),
       _runs.rend(), isThere);

@@ -34,9 +34,8 @@ void ValueColumn::appendMoved(Block& block, RowMoves const& moves, std::vector<B
     PlaceKey const place = block.placeAt(begin);
     RowRun const& run = moves.runOf(rowOfKey(positionOfPlace(place)));
     PlaceKey const endOfRun = placeKeyOf(rangeOfPlace(place), positionKeyOf(run.end, 0));
-    auto const next =
-        std::lower_bound(block.offsets.begin() + static_cast<std::ptrdiff_t>(begin),
-                         block.offsets.end(), endOfRun - block.first);
+    auto const next = std::lower_bound(block.offsets.begin() + static_cast<std::ptrdiff_t>(begin),
+                                       block.offsets.end(), endOfRun - block.first);
     auto const end = static_cast<std::size_t>(next - block.offsets.begin());
     PlaceKey const first = place + (PlaceKey{*run.shift} << columnKeyBits);
     if (end - begin == block.size()) {

@@ -93,8 +93,8 @@ TEST_F(LiveStructures, StayWhileRowsAreInsertedDeletedAndMoved) {
   expectKept({lines(Axis::Rows, LineEdit::Move, 5, 40, 1'000)});
   sheet.table.insertRows(0, 1);
   sheet.table.deleteRows(1'990, 5);
-  expectKept({lines(Axis::Rows, LineEdit::Insert, 0, 1),
-              lines(Axis::Rows, LineEdit::Delete, 1'990, 5)});
+  expectKept(
+      {lines(Axis::Rows, LineEdit::Insert, 0, 1), lines(Axis::Rows, LineEdit::Delete, 1'990, 5)});
   sheet.table.setValue(999, 0, number(-7'000));
   expectKept({cell(999)});
 }

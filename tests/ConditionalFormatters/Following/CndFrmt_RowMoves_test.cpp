@@ -70,8 +70,7 @@ TEST(RowMoves, PutEachRowWhereATablePutsIt) {
     }
     for (unsigned long row = 0; row < 50; row += 7) {
       TableRange const range{row, 2, row + 20, 5};
-      auto const expected =
-          DOM::convertToTableRanges(table, {DOM::Table().toRangeByID(range)});
+      auto const expected = DOM::convertToTableRanges(table, {DOM::Table().toRangeByID(range)});
       TableRange const moved = moves.move(range);
       // Where rows move, corners without a row may come to lie elsewhere.
       if (moves.keepOrder() && !expected.empty()) {
@@ -96,8 +95,7 @@ TEST(RowMoves, AreCutAtTheEndOfTheSheet) {
 }
 
 TEST(RowMoves, KeepTheOrderUnlessRowsWereMoved) {
-  EXPECT_TRUE(
-      movesOf({{RowEdit::Kind::Insert, 5, 2}, {RowEdit::Kind::Delete, 1, 1}}).keepOrder());
+  EXPECT_TRUE(movesOf({{RowEdit::Kind::Insert, 5, 2}, {RowEdit::Kind::Delete, 1, 1}}).keepOrder());
   EXPECT_FALSE(movesOf({{RowEdit::Kind::Move, 5, 2, 9}}).keepOrder());
 }
 
