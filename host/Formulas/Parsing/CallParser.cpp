@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "DOM/A1Notation.h"
 #include "Formulas/FormulaParseError.h"
 #include "Formulas/Parsing/Parser.h"
 
@@ -120,8 +121,12 @@ std::vector<Subtree> Parser::parseLetArguments() {
   return arguments;
 }
 
+/// Cells are no names, with or without dollar signs.
 bool Parser::isLocalNameNext() const {
-  return _lexer.peekKind() == TokenKind::Identifier && _lexer.peekSecond().kind == TokenKind::Comma;
+  Token const& token = _lexer.peek();
+  return token.kind == TokenKind::Identifier && _lexer.peekSecond().kind == TokenKind::Comma &&
+         token.text.find('$') == std::string_view::npos &&
+         DOM::A1Notation::readCell(token.text).shape != DOM::A1Notation::Shape::Inside;
 }
 
 }  // namespace Zorv::Formulas

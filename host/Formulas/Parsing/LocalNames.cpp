@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "DOM/A1Notation.h"
 #include "Formulas/Text/NamePrefixes.h"
 
 namespace Zorv::Formulas {
@@ -20,7 +21,9 @@ std::optional<std::uint32_t> LocalNames::find(std::string_view name) const {
 
 std::string LocalNames::toPlainName(std::string_view name) {
   constexpr std::array<std::string_view, 1> prefixes = {"_XLPM."};
-  return std::string(withoutPrefixes(name, prefixes));
+  std::string_view const plain = withoutPrefixes(name, prefixes);
+  bool const isCell = DOM::A1Notation::readCell(plain).shape == DOM::A1Notation::Shape::Inside;
+  return std::string(isCell ? name : plain);
 }
 
 }  // namespace Zorv::Formulas

@@ -271,10 +271,11 @@ Subtree Parser::parseIdentifier() {
 }
 
 Subtree Parser::parseName(Token const& name) {
-  if (auto const slot = _localNames.find(name.text)) {
-    return _builder.addLocalName(*slot);
-  }
   Subtree cells;
+  if (auto const slot = _localNames.find(name.text)) {
+    // `a:b` is two columns whatever names there are, as for spreadsheet programs.
+    return parseWholeColumns(name, noIndex, cells) ? cells : _builder.addLocalName(*slot);
+  }
   if (parseCells(name, noIndex, cells)) {
     return cells;
   }

@@ -7,17 +7,21 @@
 
 #include <fmt/format.h>
 
+#include "DOM/A1Notation.h"
 #include "FormulaModel/FormulaValueAccess.h"
 #include "Formulas/Text/Characters.h"
 #include "Formulas/Text/ReferenceText.h"
+#include "Utils/CaseFolding.h"
 
 namespace Zorv::Formulas {
 
 namespace {
 
+using DOM::A1Notation::Shape;
 using DOM::FormulaSyntaxTree::ExprParts;
 using DOM::FormulaSyntaxTree::Node;
 using DOM::FormulaSyntaxTree::NodeKind;
+using DOM::FormulaSyntaxTree::noIndex;
 using DOM::FormulaSyntaxTree::Operator;
 
 /// How tightly the outermost operator of a text binds.
@@ -109,6 +113,21 @@ std::string writeNumber(double number) {
   return text;
 }
 
+/// Whether a text is a name that would be read as a cell off the sheet before a colon.
+bool readsOffSheet(std::string_view text) noexcept {
+  text.remove_prefix(std::min(text.find_first_not_of('@'), text.size()));
+  return DOM::A1Notation::readCell(text).shape == Shape::PastColumns;
+}
+
+/// Whether a text begins with what a colon would join to the word before it: a cell, a column, or a
+/// row.
+bool beginsAsCorner(std::string_view text) noexcept {
+  std::string_view const word = text.substr(
+      0, static_cast<std::size_t>(std::ranges::find_if_not(text, isIdentifierPart) - text.begin()));
+  return !word.empty() && (isAsciiDigit(word.front()) || DOM::A1Notation::readColumn(word) ||
+                           DOM::A1Notation::readCell(word).shape != Shape::Other);
+}
+
 /// Writes the nodes of a tree from the leaves to the root.
 class TreeWriter {
 public:
@@ -154,7 +173,7 @@ private:
         return writeBinary(node);
       case NodeKind::Function:
       case NodeKind::UnknownFunction:
-        return {writeCall(textAt(node.index), node.firstArgument, node.argumentCount)};
+        return {writeCall(nameFunction(node), node.firstArgument, node.argumentCount)};
       case NodeKind::Call:
         return {writeCall(take(node.firstArgument, Rank::Primary),
                           _parts.nodes[node.firstArgument].next, node.argumentCount - 1)};
@@ -183,6 +202,9 @@ private:
   Piece writeBinary(Node const& node) {
     auto const [sign, rank] = textOf(node.op);
     auto text = take(node.firstArgument, rank);
+    if (node.op == Operator::Range && readsOffSheet(text)) {
+      text = '(' + text + ')';
+    }
     text += sign;
     std::uint32_t const rightNode = _parts.nodes[node.firstArgument].next;
     auto const right = take(rightNode, static_cast<Rank>(static_cast<int>(rank) + 1));
@@ -191,12 +213,14 @@ private:
     return node.op == Operator::Union ? Piece{'(' + text + ')'} : Piece{std::move(text), rank};
   }
 
-  /// Whether a right operand would be read as a part of something else. Cells behind a colon are
-  /// corners of the range that they end; a space is an operator before a reference alone, of which
-  /// whole rows begin with a digit.
+  /// Whether a right operand would be read as a part of something else. Cells and columns behind a
+  /// colon are corners of the range that they end, and sheets the ends of a range of sheets; a
+  /// space is an operator before a reference alone, of which whole rows begin with a digit.
   [[nodiscard]] bool mustStandAlone(Operator op, std::uint32_t right, std::string_view text) const {
     if (op == Operator::Range) {
-      return _parts.nodes[right].kind == NodeKind::Reference;
+      Node const& node = _parts.nodes[right];
+      return node.kind == NodeKind::Reference || beginsAsCorner(text) ||
+             (node.kind == NodeKind::Name && _parts.names[node.index].sheet != noIndex);
     }
     if (op != Operator::Intersection || text.empty()) {
       return false;
@@ -204,6 +228,17 @@ private:
     return isAsciiDigit(text.front())
                ? text.find(':') == std::string_view::npos
                : std::string_view("\"#{").find(text.front()) != std::string_view::npos;
+  }
+
+  /// A function's name, with the prefix of files in front where a local name would hide it.
+  [[nodiscard]] std::string nameFunction(Node const& node) const {
+    std::string name = textAt(node.index);
+    while (std::ranges::any_of(_parts.localNames, [upper = toAsciiUpper(name)](auto const& local) {
+      return toAsciiUpper(local) == upper;
+    })) {
+      name.insert(0, "_xlfn.");
+    }
+    return name;
   }
 
   std::string writeCall(std::string name, std::uint32_t argument, std::uint32_t count) {

@@ -29,6 +29,10 @@ TEST(WriteExpr, WritesWhatIsReadAsTheSameFormula) {
       "Rate (#REF!)", "A:A 1:1", "A1:(A1:A9)", "INDEX(A1:A9,2):(A1):B2", "(A1,B2)",
       "SUM((A1,B2),C3)", "(A1,B2) A1:C3", "A1:INDEX(B1:B9,2)", "@A1:A9", "A1#", "@A1#", "-@A1:A3",
       "@Sales[Amount]", "(A1:A3 A2:A4):B7",
+      // Names that would be cells, columns, rows or sheets beside a colon without parentheses.
+      "NU:(c)", "Rate:NU:(c)", "NU:(T(1))", "NU:(c#)", "NU:(c[x])", "NU:(1):(2)", "A1:(ABCD1)",
+      "(ABCD1):A1", "(@ABCD1):A1", "Jan:(Mar!Rate)", "A1:(B1!Rate)", "LET(c,A1,NU:(c))",
+      "NU:(1.5):Rate",
       // Calls.
       "TODAY()", "IF(A1,,2)", "IF(A1>1,\"yes\",SUM(B1:B3))", "NOSUCHFUNCTION(1,A1)", "LET(x,5,x+1)",
       "LET(x,5,y,x*2,x+y)", "LAMBDA(x,x+1)(2)", "LET(f,LAMBDA(a,b,a*b),f(2,3))",
@@ -65,6 +69,20 @@ TEST(WriteExpr, KeepsPrefixesBeforeWhatIsNoName) {
     auto const written = writeExpr(parseExpr(c.formula));
     EXPECT_EQ(written, c.text) << c.formula;
     EXPECT_EQ(writeExpr(parseExpr(written)), written) << c.formula;
+  }
+}
+
+TEST(WriteExpr, CallsFunctionsThatLocalNamesHide) {
+  struct Case {
+    char const* formula;
+    char const* text;
+  };
+  for (Case const& c : {Case{"LET(sum,1,_xlfn.SUM(sum,2))", "LET(sum,1,_xlfn.SUM(sum,2))"},
+                        Case{"LET(x,,Sheet1!X())", "LET(x,,_xlfn.X())"},
+                        Case{"LET(x,1,_xlfn.x,2,Sheet1!X())", "LET(x,1,_xlfn.x,2,_xlfn._xlfn.X())"},
+                        Case{"LET(f,LAMBDA(x,x),f(2))", "LET(f,LAMBDA(x,x),f(2))"}}) {
+    EXPECT_EQ(writeExpr(parseExpr(c.formula)), c.text);
+    EXPECT_EQ(writeExpr(parseExpr(c.text)), c.text);
   }
 }
 

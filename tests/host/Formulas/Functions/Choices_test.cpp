@@ -101,6 +101,11 @@ TEST_F(ChoicesTest, LetNamesValues) {
                               {"LET(x,1/0,1)", "1"},
                               {"LET(x,1/0,x)", "#DIV/0!"},
                               {"LET(1,2,3)", "#NAME?"},
+                              // Cells and columns are no names, with a prefix they are.
+                              {"LET(A2,5,A2)", "#NAME?"},
+                              {"LET(_xlpm.A2,5,_xlpm.a2+A2)", "7"},
+                              {"LET(a,5,a*2)", "10"},
+                              {"LET(a,5,b,6,COLUMNS(a:b))", "2"},
                           });
 }
 
