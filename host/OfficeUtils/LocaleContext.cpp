@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <mutex>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -15,9 +17,8 @@
 
 namespace Zorv::OfficeUtils {
 
-struct LocaleContext::Data {
-  std::string name;
-  DateSystem dateSystem;
+/// Customs of a locale.
+struct LocaleCustoms {
   std::chrono::weekday firstDayOfWeek;
   std::string decimalSeparator;
   std::string groupingSeparator;
@@ -91,41 +92,60 @@ std::chrono::weekday findFirstDayOfWeek(icu::Locale const& locale, std::string c
   return std::chrono::weekday(static_cast<unsigned>(day - UCAL_SUNDAY));
 }
 
+LocaleCustoms readCustoms(std::string const& name) {
+  icu::Locale const locale = findLocale(name);
+  UErrorCode status = U_ZERO_ERROR;
+  icu::DecimalFormatSymbols const symbols(locale, status);
+  throwOnFailure(status, name);
+  TruthWords const words = findTruthWords(locale.getLanguage());
+  return {
+      .firstDayOfWeek = findFirstDayOfWeek(locale, name),
+      .decimalSeparator = getSymbol(symbols, icu::DecimalFormatSymbols::kDecimalSeparatorSymbol),
+      .groupingSeparator = getSymbol(symbols, icu::DecimalFormatSymbols::kGroupingSeparatorSymbol),
+      .trueText = std::string(words.trueText),
+      .falseText = std::string(words.falseText)};
+}
+
+/// The customs of a locale, by name; valid for the life of the process. ICU takes longer to make
+/// them than a small workbook takes to be read.
+LocaleCustoms const& getOrReadCustoms(std::string const& name) {
+  static std::mutex mutex;
+  static std::map<std::string, LocaleCustoms> known;
+  std::lock_guard const lock(mutex);
+  auto const found = known.find(name);
+  return found != known.end() ? found->second
+                              : known.emplace(name, readCustoms(name)).first->second;
+}
+
 }  // namespace
+
+struct LocaleContext::Data {
+  std::string name;
+  DateSystem dateSystem;
+  LocaleCustoms const& customs;
+};
 
 LocaleContext::LocaleContext() {
   static LocaleContext const american("en-US");
   _data = american._data;
 }
 
-LocaleContext::LocaleContext(std::string const& name, DateSystem dateSystem) {
-  icu::Locale const locale = findLocale(name);
-  UErrorCode status = U_ZERO_ERROR;
-  icu::DecimalFormatSymbols const symbols(locale, status);
-  throwOnFailure(status, name);
-  TruthWords const words = findTruthWords(locale.getLanguage());
-  _data = std::make_shared<Data const>(Data{
-      .name = name,
-      .dateSystem = dateSystem,
-      .firstDayOfWeek = findFirstDayOfWeek(locale, name),
-      .decimalSeparator = getSymbol(symbols, icu::DecimalFormatSymbols::kDecimalSeparatorSymbol),
-      .groupingSeparator = getSymbol(symbols, icu::DecimalFormatSymbols::kGroupingSeparatorSymbol),
-      .trueText = std::string(words.trueText),
-      .falseText = std::string(words.falseText)});
-}
+LocaleContext::LocaleContext(std::string const& name, DateSystem dateSystem)
+    : _data(std::make_shared<Data const>(
+          Data{.name = name, .dateSystem = dateSystem, .customs = getOrReadCustoms(name)})) {}
 
 std::string const& LocaleContext::getName() const noexcept { return _data->name; }
 DateSystem LocaleContext::getDateSystem() const noexcept { return _data->dateSystem; }
 std::chrono::weekday LocaleContext::getFirstDayOfWeek() const noexcept {
-  return _data->firstDayOfWeek;
+  return _data->customs.firstDayOfWeek;
 }
 std::string const& LocaleContext::getDecimalSeparator() const noexcept {
-  return _data->decimalSeparator;
+  return _data->customs.decimalSeparator;
 }
 std::string const& LocaleContext::getGroupingSeparator() const noexcept {
-  return _data->groupingSeparator;
+  return _data->customs.groupingSeparator;
 }
-std::string const& LocaleContext::getTrueText() const noexcept { return _data->trueText; }
-std::string const& LocaleContext::getFalseText() const noexcept { return _data->falseText; }
+std::string const& LocaleContext::getTrueText() const noexcept { return _data->customs.trueText; }
+std::string const& LocaleContext::getFalseText() const noexcept { return _data->customs.falseText; }
 
 }  // namespace Zorv::OfficeUtils

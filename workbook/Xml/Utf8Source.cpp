@@ -16,7 +16,7 @@ namespace Zorv::Workbook {
 
 namespace {
 
-constexpr std::size_t pieceSize = 65'536;
+constexpr std::size_t largestPiece = 65'536;
 
 using namespace std::string_view_literals;
 
@@ -81,9 +81,10 @@ void Utf8Source::refill() {
   _text.clear();
   _textBegin = 0;
   std::size_t const kept = _raw.size();
-  _raw.resize(kept + pieceSize);
-  std::size_t const count = _bytes->read(_raw.data() + kept, pieceSize);
+  _raw.resize(kept + _pieceSize);
+  std::size_t const count = _bytes->read(_raw.data() + kept, _pieceSize);
   _raw.resize(kept + count);
+  _pieceSize = std::min(2 * _pieceSize, largestPiece);
   _ended = count == 0;
   constexpr std::size_t markSize = 4;
   if (_encoding == Encoding::Unknown && (_raw.size() >= markSize || _ended)) {

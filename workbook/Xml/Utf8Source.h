@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -31,9 +32,10 @@ private:
 
   std::unique_ptr<ByteSource> _bytes;
   Encoding _encoding = Encoding::Unknown;
-  std::vector<char> _raw;      ///< bytes to be converted
-  std::vector<char> _text;     ///< converted
-  std::size_t _textBegin = 0;  ///< first byte not handed out yet
+  std::vector<char> _raw;          ///< bytes to be converted
+  std::vector<char> _text;         ///< converted
+  std::size_t _textBegin = 0;      ///< first byte not handed out yet
+  std::size_t _pieceSize = 4'096;  ///< to be read next; grows, since most parts are small
   bool _ended = false;
 };
 

@@ -16,7 +16,9 @@ namespace Zorv::Workbook {
 
 namespace {
 
-constexpr std::size_t firstBufferSize = 65'536;
+// Most parts of a workbook are small, so the buffer begins small and grows with what is read.
+constexpr std::size_t firstBufferSize = 2'048;
+constexpr std::size_t usualBufferSize = 65'536;
 
 /// Size of a name's prefix with its colon; 0 for a name without a prefix.
 std::size_t prefixSizeOf(std::string_view qualifiedName) noexcept {
@@ -366,11 +368,11 @@ bool XmlReader::readMore() {
     _end -= _begin;
     _begin = 0;
   }
-  if (_end == _buffer.size()) {
-    if (_buffer.size() >= _limits.xmlTokenBytes) {
-      fail(fmt::format("a tag or a text longer than {} bytes; it is refused",
-                       _limits.xmlTokenBytes));
-    }
+  bool const isFull = _end == _buffer.size();
+  if (isFull && _buffer.size() >= _limits.xmlTokenBytes) {
+    fail(fmt::format("a tag or a text longer than {} bytes; it is refused", _limits.xmlTokenBytes));
+  }
+  if (isFull || _buffer.size() < usualBufferSize) {
     _buffer.resize(2 * _buffer.size());
   }
   std::size_t const count = _utf8->read(_buffer.data() + _end, _buffer.size() - _end);

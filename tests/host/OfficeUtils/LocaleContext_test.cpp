@@ -57,6 +57,7 @@ TEST(LocaleContext, KnowsLocalesByTagOrName) {
 }
 
 TEST(LocaleContext, KeepsTheDateSystem) {
+  EXPECT_EQ(LocaleContext("de-DE").getDateSystem(), DateSystem::Since1900);
   EXPECT_EQ(LocaleContext("de-DE", DateSystem::Since1904).getDateSystem(), DateSystem::Since1904);
 }
 

@@ -31,6 +31,9 @@ TEST(CaseFolding, AsciiLettersAndDigitsAreTold) {
 TEST(CaseFolding, TextsFoldInFull) {
   EXPECT_EQ(foldCase("Straße ÄΣ"), "strasse äσ");
   EXPECT_EQ(foldCase("MASSE"), foldCase("Maße"));
+  EXPECT_EQ(foldCase("@AZ[`az{"), "@az[`az{");
+  EXPECT_EQ(foldCase("A\x80"), "a\xEF\xBF\xBD");
+  EXPECT_EQ(foldCase(""), "");
 }
 
 TEST(CaseFolding, TurkicTextsKeepTheDotOfTheLetterI) {

@@ -86,6 +86,20 @@ TEST(XmlReader, ReadsTheSameWhereverTheBytesAreCut) {
   }
 }
 
+TEST(XmlReader, ReadsTagsAndTextsOfAnyLength) {
+  constexpr std::size_t everything = 1'000'000;
+  for (unsigned const length :
+       {1'000U, 2'000U, 4'000U, 8'000U, 33'000U, 65'000U, 66'000U, 140'000U}) {
+    std::string word = "x";
+    while (word.size() < length) {
+      word += "\xE2\x82\xAC";
+    }
+    std::string const text = "<a><b c='" + word + "'></b>" + word + "<d>1</d></a>";
+    EXPECT_EQ(describe(text, everything), text) << length;
+    EXPECT_EQ(describe(text, 1'000), text) << length;
+  }
+}
+
 TEST(XmlReader, ResolvesPrefixesToKnownNamespaces) {
   EXPECT_EQ(describe("<s:a xmlns:s='http://purl.oclc.org/ooxml/spreadsheetml/main' "
                      "xmlns:rel='http://schemas.openxmlformats.org/officeDocument/2006/"

@@ -62,6 +62,19 @@ TEST_F(TextFormat, WritesFixedDigits) {
                           });
 }
 
+TEST_F(TextFormat, WritesMoneyOfTheLocale) {
+  struct Case {
+    char const* locale;
+    char const* text;
+  };
+  for (Case const& c : {Case{"en-US", "$1,234.57"}, Case{"de-DE", "1.234,57\xC2\xA0\xE2\x82\xAC"},
+                        Case{"en-US", "$1,234.57"}}) {
+    document.setLocale(OfficeUtils::LocaleContext(c.locale));
+    expectResults(document, {{"DOLLAR(1234.567)", "\"" + std::string(c.text) + "\""},
+                             {"LEN(DOLLAR(1,5))-LEN(DOLLAR(1))", "3"}});
+  }
+}
+
 TEST_F(TextFormat, ReadsNumbers) {
   OfficeUtils::ScopedClock const clock(std::chrono::sys_days(std::chrono::year(2024) / 6 / 15));
   expectResults(document, {
