@@ -95,7 +95,8 @@ tidy: all-packages build/tidy/build.ninja ## Run clang-tidy over the sources
 
 
 fuzz: SECONDS = 60
-fuzz: all-packages build/fuzz/build.ninja ## Look for inputs that break something: make fuzz SECONDS=60 TARGET=formula_text
+fuzz: all-packages build/fuzz/build.ninja build/fuzz-quick/build.ninja ## Look for inputs that break something: make fuzz SECONDS=60 TARGET=formula_text
+	@cmake --build --preset fuzz-quick
 	@cmake --build --preset fuzz
 	@scripts/run_fuzzers.sh $(SECONDS) $(TARGET)
 

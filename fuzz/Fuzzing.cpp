@@ -20,7 +20,7 @@
 #include "Utils/CaseFolding.h"
 #include "Utils/Exceptions.h"
 #include "Utils/WorkBudget.h"
-#include "fuzz/StoredArchive.h"
+#include "fuzz/WorkbookFrame.h"
 #include "tests/workbook/WorkbookBuilder.h"
 #include "workbook/DocumentValueProvider.h"
 
@@ -185,8 +185,8 @@ OfficeUtils::Clock::TimePoint getFixedMoment() noexcept {
   return sys_days(2026y / November / 21) + hours(12);
 }
 
-std::string makeWorkbook(std::string const& sheet) {
-  return makeStoredArchive(
+std::string makeWorkbook(std::string_view sheet) {
+  static WorkbookFrame const frame(
       TestSupport::WorkbookBuilder()
           .setWorkbook("",
                        "<definedNames><definedName name='Rate'>Sheet1!$A$1</definedName>"
@@ -195,8 +195,10 @@ std::string makeWorkbook(std::string const& sheet) {
           .setSharedStrings("<si><t>one</t></si><si><r><t>t</t></r><r><t>wo</t></r></si>")
           .setStyles("<cellXfs><xf/><xf numFmtId='14'/></cellXfs><dxfs><dxf><fill><patternFill>"
                      "<bgColor rgb='FFFF0000'/></patternFill></fill></dxf><dxf/></dxfs>")
-          .addSheet("Sheet1", sheet)
-          .makeParts());
+          .addSheet("Sheet1", "")
+          .makeParts(),
+      {"xl/worksheets/sheet1.xml"});
+  return frame.fill({sheet});
 }
 
 void loadAndUse(std::string_view fileBytes, DocumentUser const& use) {

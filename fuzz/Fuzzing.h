@@ -60,7 +60,7 @@ void requireEqual(std::string const& actual, std::string const& expected, std::s
 [[nodiscard]] OfficeUtils::Clock::TimePoint getFixedMoment() noexcept;
 
 /// The bytes of a workbook whose sheet has this inner XML, with some names, texts and styles.
-[[nodiscard]] std::string makeWorkbook(std::string const& sheet);
+[[nodiscard]] std::string makeWorkbook(std::string_view sheet);
 
 using DocumentUser =
     std::function<void(Workbook::Document const& document, Workbook::LoadOptions const& options)>;

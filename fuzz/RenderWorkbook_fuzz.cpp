@@ -1,7 +1,7 @@
 // Draws a workbook whose sheet is any text, the inner XML of its `worksheet` element: as a picture
 // in memory, as a page, and on a terminal.
 #include <algorithm>
-#include <string>
+#include <string_view>
 
 #include "fuzz/Fuzzing.h"
 #include "render/BuildPicture.h"
@@ -61,7 +61,7 @@ void draw(Workbook::Document const& document, Workbook::LoadOptions const& optio
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-  std::string const sheet(reinterpret_cast<char const*>(data), size);
+  std::string_view const sheet(reinterpret_cast<char const*>(data), size);
   Fuzzing::loadAndUse(Fuzzing::makeWorkbook(sheet), draw);
   return 0;
 }
