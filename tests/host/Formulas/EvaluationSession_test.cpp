@@ -21,7 +21,7 @@ using OfficeUtils::Clock;
 using std::chrono::sys_days;
 
 constexpr Clock::TimePoint inForce = sys_days(2024y / 2 / 29) + 6h;
-constexpr Clock::TimePoint fixed = sys_days(2026y / 11 / 21) + 12h;
+constexpr Clock::TimePoint fixedMoment = sys_days(2026y / 11 / 21) + 12h;
 
 std::string calcIn(EvaluationSession& session, std::string_view formula) {
   FormulaDocument document;
@@ -34,7 +34,7 @@ std::string calcIn(EvaluationSession& session, std::string_view formula) {
 TEST(EvaluationSession, FormulasSeeTheMomentOfTheSession) {
   OfficeUtils::ScopedClock const clock(inForce);
   LookupCache cache;
-  OfficeUtils::Moment moment(fixed);
+  OfficeUtils::Moment moment(fixedMoment);
   EvaluationSession session(cache, moment);
   EXPECT_EQ(calcIn(session, "TODAY()"), "46347");
   EXPECT_EQ(calcIn(session, "NOW()"), "46347.5");
@@ -52,7 +52,7 @@ TEST(EvaluationSession, WithoutAMomentFormulasReadTheClock) {
 TEST(EvaluationSession, TheMomentOfTheSessionComesBeforeAPinnedOne) {
   OfficeUtils::PinnedMoment const pinned(inForce);
   LookupCache cache;
-  OfficeUtils::Moment moment(fixed);
+  OfficeUtils::Moment moment(fixedMoment);
   EvaluationSession session(cache, moment);
   EXPECT_EQ(calcIn(session, "NOW()"), "46347.5");
 }

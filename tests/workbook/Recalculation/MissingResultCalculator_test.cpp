@@ -176,14 +176,14 @@ INSTANTIATE_TEST_SUITE_P(
              {{"A1", "number 7"}, {"A2", "text "}, {"A3", "number 7"}}}),
     [](auto const& test) { return test.param.name; });
 
-struct DoubtCase {
+struct StuckCase {
   std::string name;
   std::string cells;
   std::pair<std::string, std::string> expected;
   std::string message;
 };
 
-class MissingResultsInDoubt : public testing::TestWithParam<DoubtCase> {};
+class MissingResultsInDoubt : public testing::TestWithParam<StuckCase> {};
 
 TEST_P(MissingResultsInDoubt, AreReported) {
   Document const document = WorkbookBuilder().setSheet(rowOf(GetParam().cells)).load();
@@ -194,61 +194,61 @@ TEST_P(MissingResultsInDoubt, AreReported) {
 INSTANTIATE_TEST_SUITE_P(
     MissingResultCalculator, MissingResultsInDoubt,
     testing::Values(
-        DoubtCase{"NeedingThemselves",
+        StuckCase{"NeedingThemselves",
                   formula("A1", "A1+1"),
                   {"A1", "number 1"},
                   "A1: the cell has no result and a formula that needs its own result, which "
                   "counted as empty"},
-        DoubtCase{"NeedingOneAnother",
+        StuckCase{"NeedingOneAnother",
                   formula("A1", "B1+1") + formula("B1", "C1+1") + formula("C1", "A1+1"),
                   {"A1", "number 3"},
                   "C1: the cell has no result and a formula that needs its own result, which "
                   "counted as empty"},
-        DoubtCase{"NeedingThemselvesInARange",
+        StuckCase{"NeedingThemselvesInARange",
                   formula("A3", "SUM(A1:A3)") + number("A1", "4"),
                   {"A3", "number 4"},
                   "A3: the cell has no result and a formula that needs its own result, which "
                   "counted as empty"},
-        DoubtCase{"FindingThemselves",
+        StuckCase{"FindingThemselves",
                   formula("A1", "INDIRECT(\"A1\")+1"),
                   {"A1", "number 1"},
                   "A1: the cell has no result and a formula that needs its own result, which "
                   "counted as empty"},
-        DoubtCase{"OfNoFormula",
+        StuckCase{"OfNoFormula",
                   formula("B2", "1+") + formula("A3", "((("),
                   {"B2", "empty"},
                   "B2: 2 cells, this one first, have no result and a formula that cannot be read; "
                   "read as empty: the formula ends where a value is wanted at position 3"},
-        DoubtCase{"WithoutAnything",
+        StuckCase{"WithoutAnything",
                   formula("A1", "") + formula("A2", "", "t='shared' si='3'"),
                   {"A1", "empty"},
                   "A1: 2 cells, this one first, have neither a formula nor a result; read as "
                   "empty"},
-        DoubtCase{"OfDataTables",
+        StuckCase{"OfDataTables",
                   formula("A1", "B1", "t='dataTable' ref='A1'"),
                   {"A1", "empty"},
                   "A1: the cell has neither a formula nor a result; read as empty"},
-        DoubtCase{"OfArraysNeedingThemselves",
+        StuckCase{"OfArraysNeedingThemselves",
                   formula("A1", "A1:A3+1", "t='array' ref='A1:A3'"),
                   {"A3", "number 1"},
                   "A1: 3 cells, this one first, have no result and a formula that needs its own "
                   "result, which counted as empty"},
-        DoubtCase{"OfArraysNeedingThemselvesByAnotherCell",
+        StuckCase{"OfArraysNeedingThemselvesByAnotherCell",
                   formula("A1", "B1:B3+1", "t='array' ref='A1:A3'") + formula("B2", "A3*2"),
                   {"A2", "number 1"},
                   "B2: the cell has no result and a formula that needs its own result, which "
                   "counted as empty"},
-        DoubtCase{"OfArraysOfNoFormula",
+        StuckCase{"OfArraysOfNoFormula",
                   formula("A1", "1+", "t='array' ref='A1:B2'"),
                   {"B2", "none"},
                   "A1: 4 cells, this one first, have no result and a formula that cannot be read; "
                   "read as empty: the formula ends where a value is wanted at position 3"},
-        DoubtCase{"OfArraysWithUnknownFunctions",
+        StuckCase{"OfArraysWithUnknownFunctions",
                   formula("A1", "IF({1;0},1,NOSUCH(1))", "t='array' ref='A1:A2'"),
                   {"A2", "error #NAME?"},
                   "A1: 2 cells, this one first, have no result and a formula with functions that "
                   "are not known: NOSUCH"},
-        DoubtCase{"OfUnknownFunctions",
+        StuckCase{"OfUnknownFunctions",
                   formula("A1", "NOSUCH(1)") + formula("A2", "OTHER()+NOSUCH()"),
                   {"A2", "error #NAME?"},
                   "A1: 2 cells, this one first, have no result and a formula with functions that "
