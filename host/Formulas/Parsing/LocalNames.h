@@ -13,8 +13,8 @@
 namespace Zorv::Formulas {
 
 /// The names that the LET and LAMBDA functions around a place of a formula give, innermost last.
-/// Letter case does not matter, nor the prefix `_xlpm.` that files put before such names; but a name
-/// that would be a cell without its prefix keeps it.
+/// Letter case does not matter, nor the prefix `_xlpm.` that files put before such names; but a
+/// name that would be a cell without its prefix keeps it.
 class LocalNames {
 public:
   /// A name without its prefix, if that is a name.
