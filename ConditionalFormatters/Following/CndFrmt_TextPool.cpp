@@ -6,103 +6,130 @@
 namespace Zorv::ConditionalFormatters {
 
 std::optional<TextPool::Index> TextPool::acquire(std::string_view text) {
-  if (2 * (size() + 1) > _slots.size()) {
-    grow();
+  if (_pieces.empty()) {
+    _pieces.resize(pieceCount);
   }
   std::size_t const hash = std::hash<std::string_view>()(text);
-  std::size_t const mask = _slots.size() - 1;
-  std::size_t slot = hash & mask;
-  for (unsigned steps = 0; _slots[slot] != 0; slot = (slot + 1) & mask) {
-    Text& found = _texts[_slots[slot] - 1];
-    if (found.hash == hash && found.text == text) {
+  auto const shortHash = static_cast<std::uint32_t>(hash);
+  Index const pieceIndex = pieceOf(hash);
+  Piece& piece = _pieces[pieceIndex];
+  // At most three quarters are used: longer searches cost more than the memory is worth.
+  if (4 * (piece.used + 1) > 3 * piece.slots.size()) {
+    grow(piece);
+  }
+  std::size_t const mask = piece.slots.size() - 1;
+  std::size_t slot = shortHash & mask;
+  for (unsigned steps = 0; piece.slots[slot] != 0; slot = (slot + 1) & mask) {
+    Index const place = piece.slots[slot] - 1;
+    Text& found = piece.texts[place];
+    if (found.hash == shortHash && found.text == text) {
       ++found.useCount;
-      return _slots[slot] - 1;
+      return place * pieceCount + pieceIndex;
     }
     if (++steps == mostSteps) {
       return std::nullopt;
     }
   }
-  Index const index = takeFree();
-  _texts[index] = {std::string(text), hash, 1};
-  _slots[slot] = index + 1;
-  return index;
+  std::string own(text);
+  Index const place = takeFree(piece);
+  piece.texts[place] = {std::move(own), shortHash, 1};
+  piece.slots[slot] = place + 1;
+  ++piece.used;
+  return place * pieceCount + pieceIndex;
 }
 
 void TextPool::release(Index index) noexcept {
-  if (--_texts[index].useCount > 0) {
+  Piece& piece = _pieces[index % pieceCount];
+  Index const place = index / pieceCount;
+  Text& released = piece.texts[place];
+  if (--released.useCount > 0) {
     return;
   }
-  std::size_t const mask = _slots.size() - 1;
-  std::size_t slot = _texts[index].hash & mask;
-  while (_slots[slot] != index + 1) {
+  std::size_t const mask = piece.slots.size() - 1;
+  std::size_t slot = released.hash & mask;
+  while (piece.slots[slot] != place + 1) {
     slot = (slot + 1) & mask;
   }
-  removeSlot(slot);
-  _texts[index].text = std::string();
-  _free.push_back(index);
+  removeSlot(piece, slot);
+  --piece.used;
+  released.text = std::string();
+  released.useCount = std::exchange(piece.firstFree, place);
 }
 
 std::uint32_t TextPool::countUses(std::string_view text) const noexcept {
-  if (_slots.empty()) {
+  std::size_t const hash = std::hash<std::string_view>()(text);
+  if (_pieces.empty() || _pieces[pieceOf(hash)].slots.empty()) {
     return 0;
   }
-  std::size_t const hash = std::hash<std::string_view>()(text);
-  std::size_t const mask = _slots.size() - 1;
-  for (std::size_t slot = hash & mask; _slots[slot] != 0; slot = (slot + 1) & mask) {
-    Text const& found = _texts[_slots[slot] - 1];
-    if (found.hash == hash && found.text == text) {
+  Piece const& piece = _pieces[pieceOf(hash)];
+  auto const shortHash = static_cast<std::uint32_t>(hash);
+  std::size_t const mask = piece.slots.size() - 1;
+  for (std::size_t slot = shortHash & mask; piece.slots[slot] != 0; slot = (slot + 1) & mask) {
+    Text const& found = piece.texts[piece.slots[slot] - 1];
+    if (found.hash == shortHash && found.text == text) {
       return found.useCount;
     }
   }
   return 0;
 }
 
-std::size_t TextPool::countBytes() const noexcept {
-  return _texts.capacity() * sizeof(Text) + (_free.capacity() + _slots.capacity()) * sizeof(Index);
+std::size_t TextPool::size() const noexcept {
+  std::size_t count = 0;
+  for (Piece const& piece : _pieces) {
+    count += piece.used;
+  }
+  return count;
 }
 
-void TextPool::grow() {
-  constexpr std::size_t leastSlots = 16;
-  std::vector<Index> const old = std::move(_slots);
-  _slots.assign(old.empty() ? leastSlots : 2 * old.size(), 0);
-  for (Index const slot : old) {
-    if (slot != 0) {
-      _slots[findGap(_texts[slot - 1].hash)] = slot;
+std::size_t TextPool::countBytes() const noexcept {
+  std::size_t bytes = _pieces.capacity() * sizeof(Piece);
+  for (Piece const& piece : _pieces) {
+    bytes += piece.texts.capacity() * sizeof(Text) + piece.slots.capacity() * sizeof(Index);
+  }
+  return bytes;
+}
+
+void TextPool::grow(Piece& piece) {
+  constexpr std::size_t leastSlots = 8;
+  std::vector<Index> slots(piece.slots.empty() ? leastSlots : 2 * piece.slots.size());
+  std::size_t const mask = slots.size() - 1;
+  for (Index const old : piece.slots) {
+    if (old != 0) {
+      std::size_t slot = piece.texts[old - 1].hash & mask;
+      while (slots[slot] != 0) {
+        slot = (slot + 1) & mask;
+      }
+      slots[slot] = old;
     }
   }
-}
-
-std::size_t TextPool::findGap(std::size_t hash) const noexcept {
-  std::size_t const mask = _slots.size() - 1;
-  std::size_t slot = hash & mask;
-  while (_slots[slot] != 0) {
-    slot = (slot + 1) & mask;
-  }
-  return slot;
+  piece.slots = std::move(slots);
 }
 
 /// Moves later slots into the gap, as if the text had never been there.
-void TextPool::removeSlot(std::size_t gap) noexcept {
-  std::size_t const mask = _slots.size() - 1;
-  for (std::size_t next = (gap + 1) & mask; _slots[next] != 0; next = (next + 1) & mask) {
-    std::size_t const home = _texts[_slots[next] - 1].hash & mask;
+void TextPool::removeSlot(Piece& piece, std::size_t gap) noexcept {
+  std::size_t const mask = piece.slots.size() - 1;
+  for (std::size_t next = (gap + 1) & mask; piece.slots[next] != 0; next = (next + 1) & mask) {
+    std::size_t const home = piece.texts[piece.slots[next] - 1].hash & mask;
     if (((next - home) & mask) >= ((next - gap) & mask)) {
-      _slots[gap] = _slots[next];
+      piece.slots[gap] = piece.slots[next];
       gap = next;
     }
   }
-  _slots[gap] = 0;
+  piece.slots[gap] = 0;
 }
 
-TextPool::Index TextPool::takeFree() {
-  if (_free.empty()) {
-    _texts.emplace_back();
-    _free.reserve(_texts.capacity());  // so that release() allocates nothing
-    return static_cast<Index>(_texts.size() - 1);
+TextPool::Index TextPool::takeFree(Piece& piece) {
+  if (piece.firstFree == none) {
+    // By an eighth, since a million texts take the more memory the more room is left.
+    if (piece.texts.size() == piece.texts.capacity()) {
+      piece.texts.reserve(piece.texts.size() + piece.texts.size() / 8 + 8);
+    }
+    piece.texts.emplace_back();
+    return static_cast<Index>(piece.texts.size() - 1);
   }
-  Index const index = _free.back();
-  _free.pop_back();
-  return index;
+  Index const place = piece.firstFree;
+  piece.firstFree = piece.texts[place].useCount;
+  return place;
 }
 
 }  // namespace Zorv::ConditionalFormatters

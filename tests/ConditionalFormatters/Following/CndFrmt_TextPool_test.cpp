@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -31,8 +32,26 @@ TEST(TextPool, KeepsEachTextOnceForAsLongAsItIsUsed) {
   pool.release(a);
   EXPECT_EQ(pool.size(), 1U);
   EXPECT_EQ(pool.at(b), "B");
-  EXPECT_EQ(pool.acquire("c"), a) << "the index is used again";
-  EXPECT_NE(pool.acquire("a"), b);
+  EXPECT_EQ(pool.acquire("a"), a) << "the index is used again";
+  EXPECT_NE(pool.acquire("c"), b);
+}
+
+TEST(TextPool, TakesAboutFiftyBytesForATextAndUsesThemAgain) {
+  constexpr std::size_t count = 100'000;
+  TextPool pool;
+  std::size_t bytes = 0;
+  for (int round = 0; round < 3; ++round) {
+    std::vector<TextPool::Index> indices;
+    for (std::size_t text = 0; text < count; ++text) {
+      indices.push_back(pool.acquire("Item " + std::to_string(text)).value());
+    }
+    EXPECT_LT(pool.countBytes(), 60 * count);
+    EXPECT_TRUE(round == 0 || pool.countBytes() == bytes);
+    bytes = pool.countBytes();
+    for (TextPool::Index const index : indices) {
+      pool.release(index);
+    }
+  }
 }
 
 TEST(TextPool, FollowsRandomUse) {
