@@ -119,9 +119,15 @@ def report_memory(counters):
              "at most during the pass |", "|---|---|---|"]
     for name in counters:
         parts = name.split("/")
-        if parts[0] == "memory" and parts[1] != "cached":
+        if parts[0] == "memory" and parts[1] not in ("cached", "followed"):
             lines.append(f"| {parts[1]} | {bytes_of(parts[1], 'keptPerCell'):.1f} | "
                          f"{bytes_of(parts[1], 'peakPerCell'):.1f} |")
+    lines += ["", "| kept to follow edits, twelve rules, 1,000,000 cells | bytes per cell |",
+              "|---|---|"]
+    for name, known in counters.items():
+        parts = name.split("/")
+        if parts[:2] == ["memory", "followed"]:
+            lines.append(f"| {parts[2]} | {known['keptPerCell']:.0f} |")
     return lines
 
 
