@@ -34,11 +34,12 @@ struct BlockOperands {
 
 class OperandSink {
 public:
-  explicit OperandSink(OperandPlan const& plan) : _plan(plan), _occurrences(plan.partitions) {}
+  explicit OperandSink(OperandPlan const& plan)
+      : _plan(plan), _needsNumbers(plan.needs.includeNumbers()), _occurrences(plan.partitions) {}
 
-  void add(DOM::CellInfo const& cellInfo, FormulaValue value) {
-    if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
-      _block.numbers.push_back(number->value);
+  void add(DOM::CellInfo const& cellInfo, FormulaValue&& value) {
+    if (_needsNumbers) {
+      addNumber(value);
     }
     if (_plan.watched != nullptr) {
       addWatched(value);
@@ -67,6 +68,12 @@ public:
   }
 
 private:
+  void addNumber(FormulaValue const& value) {
+    if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
+      _block.numbers.push_back(number->value);
+    }
+  }
+
   void addWatched(FormulaValue const& value) {
     auto const index = _plan.watched->find(value);
     if (index != WatchedValues::none) {
@@ -75,6 +82,7 @@ private:
   }
 
   OperandPlan const& _plan;
+  bool _needsNumbers;
   BlockOperands _block;
   OccurrenceBlockBuilder _occurrences;
 };

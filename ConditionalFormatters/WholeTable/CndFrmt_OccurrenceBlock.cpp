@@ -1,22 +1,11 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_OccurrenceBlock.h"
 
-#include <cmath>
 #include <functional>
 #include <utility>
 
-#include <boost/variant/get.hpp>
-
-#include "FormulaModel/FormulaValueAccess.h"
-
 namespace Zorv::ConditionalFormatters {
 
-bool isComparable(FormulaValue const& value) noexcept {
-  auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
-  return number == nullptr ? !FormulaModel::isFormulaEmpty(value)
-                           : !std::isnan(number->value.get());
-}
-
-void OccurrenceBlockBuilder::add(DOM::CellInfo const& cellInfo, FormulaValue value) {
+void OccurrenceBlockBuilder::add(DOM::CellInfo const& cellInfo, FormulaValue&& value) {
   if (!isComparable(value)) {
     return;
   }

@@ -1,19 +1,27 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
 
+#include <boost/variant/get.hpp>
+
 #include "DOM/CellInfo.h"
 #include "FormulaModel/FormulaValue.h"
+#include "FormulaModel/FormulaValueAccess.h"
 #include "FormulaModel/ValueKey.h"
 #include "Utils/HashPartitions.h"
 
 namespace Zorv::ConditionalFormatters {
 
 /// Whether a value may occur more than once: NaN equals nothing, and an empty value does not count.
-[[nodiscard]] bool isComparable(FormulaValue const& value) noexcept;
+[[nodiscard]] inline bool isComparable(FormulaValue const& value) noexcept {
+  auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
+  return number == nullptr ? !FormulaModel::isFormulaEmpty(value)
+                           : !std::isnan(number->value.get());
+}
 
 /// The values of one row block, by partition. Its cells have indices in the order of the walk.
 struct OccurrenceBlock {
@@ -45,7 +53,8 @@ class OccurrenceBlockBuilder {
 public:
   explicit OccurrenceBlockBuilder(HashPartitions partitions) noexcept : _partitions(partitions) {}
 
-  void add(DOM::CellInfo const& cellInfo, FormulaValue value);
+  /// Takes the text of the value, if it is one that can be compared.
+  void add(DOM::CellInfo const& cellInfo, FormulaValue&& value);
   [[nodiscard]] OccurrenceBlock finalize();
 
 private:

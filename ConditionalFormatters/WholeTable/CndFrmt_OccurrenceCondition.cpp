@@ -20,14 +20,11 @@ constexpr unsigned mostWalks = 24;
 
 bool OccurrenceCondition::holds(TestedCell const& cell, PassContext& pass) const {
   FormulaValue const& value = cell.data.value;
-  if (FormulaModel::isFormulaEmpty(value)) {
-    return false;
+  if (cell.isCollected && isComparable(value)) {
+    return satisfiesOccurrence(_record.type,
+                               _operands.isRepeated(cell.data.cellIndex, pass.getResources()));
   }
-  if (!cell.isCollected || !isComparable(value)) {
-    return askOperator(cell.data);
-  }
-  return satisfiesOccurrence(_record.type,
-                             _operands.isRepeated(cell.data.cellIndex, pass.getResources()));
+  return !FormulaModel::isFormulaEmpty(value) && askOperator(cell.data);
 }
 
 ConditionOperands OccurrenceCondition::findOperands(TestedCell const& cell,

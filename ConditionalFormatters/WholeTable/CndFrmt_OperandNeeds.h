@@ -18,6 +18,11 @@ struct OperandNeeds {
   /// Adds what others need.
   OperandNeeds& operator|=(OperandNeeds const& other) noexcept;
 
+  /// True if something of them is taken from the numbers among the values.
+  [[nodiscard]] bool includeNumbers() const noexcept {
+    return mean || largest > 0 || smallest > 0 || ranking;
+  }
+
   [[nodiscard]] bool isEmpty() const noexcept { return *this == OperandNeeds(); }
 
   friend bool operator==(OperandNeeds const&, OperandNeeds const&) noexcept = default;

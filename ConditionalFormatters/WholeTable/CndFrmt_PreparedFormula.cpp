@@ -48,7 +48,7 @@ boost::optional<FormulaValue> const& PreparedFormula::evaluateOwn(
   if (_isSameForEveryCell && isShiftable(cell)) {
     return shared.value;
   }
-  ownValue = evaluateAt(shared.folded ? *shared.folded : _expr, cell, session);
+  evaluateAt(shared.folded ? *shared.folded : _expr, cell, session, ownValue);
   return ownValue;
 }
 
@@ -56,7 +56,7 @@ std::unique_ptr<PreparedFormula::Shared const> PreparedFormula::prepare(
     CellIndex cell, Formulas::EvaluationSession& session) const {
   auto shared = std::make_unique<Shared>();
   if (_isSameForEveryCell) {
-    shared->value = evaluateAt(_expr, cell, session);
+    evaluateAt(_expr, cell, session, shared->value);
   } else {
     fold(*shared, cell, session);
   }
@@ -80,8 +80,9 @@ void PreparedFormula::fold(Shared& shared, CellIndex cell,
   }
 }
 
-boost::optional<FormulaValue> PreparedFormula::evaluateAt(
-    Expr const& expr, CellIndex cell, Formulas::EvaluationSession& session) const {
+void PreparedFormula::evaluateAt(Expr const& expr, CellIndex cell,
+                                 Formulas::EvaluationSession& session,
+                                 boost::optional<FormulaValue>& value) const {
   if (hasGivenUp()) {
     std::rethrow_exception(*_limit.find());
   }
@@ -89,8 +90,8 @@ boost::optional<FormulaValue> PreparedFormula::evaluateAt(
     Formulas::RuntimeDependenciesResolver resolver;
     auto const context = makeContext(_origin.contextProvider, _origin.table, cell);
     auto const [columnOffset, rowOffset] = calculateOffsets(cell, _origin.baseCell);
-    return reduceToValue(Formulas::calcShiftedExpr(expr, columnOffset, rowOffset, context,
-                                                   _origin.contextProvider, resolver, session));
+    reduceInto(value, Formulas::calcShiftedExpr(expr, columnOffset, rowOffset, context,
+                                                _origin.contextProvider, resolver, session));
   } catch (Formulas::EvaluationLimitError const&) {
     _limit.getOrCreate(
         [] { return std::make_unique<std::exception_ptr const>(std::current_exception()); });

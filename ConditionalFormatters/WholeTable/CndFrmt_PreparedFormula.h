@@ -41,7 +41,8 @@ public:
   PreparedFormula(FormulaOrigin const& origin, DOM::FormulaSyntaxTree::Expr const& expr) noexcept;
 
   /// The value that FormulaExprCalculator::calculate() gives for the cell. It is either the one
-  /// that all cells share, or is put into `ownValue`. Throws what calculate() throws.
+  /// that all cells share, or is put into `ownValue`, which is empty before. Throws what
+  /// calculate() throws.
   [[nodiscard]] boost::optional<FormulaValue> const& evaluate(
       CellIndex cell, Formulas::EvaluationSession& session,
       boost::optional<FormulaValue>& ownValue) const {
@@ -89,9 +90,9 @@ private:
   [[nodiscard]] std::unique_ptr<Shared const> prepare(CellIndex cell,
                                                       Formulas::EvaluationSession& session) const;
   void fold(Shared& shared, CellIndex cell, Formulas::EvaluationSession& session) const;
-  [[nodiscard]] boost::optional<FormulaValue> evaluateAt(
-      DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
-      Formulas::EvaluationSession& session) const;
+  /// Puts the value into `value`, which is empty before.
+  void evaluateAt(DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
+                  Formulas::EvaluationSession& session, boost::optional<FormulaValue>& value) const;
 
   FormulaOrigin _origin;
   DOM::FormulaSyntaxTree::Expr const& _expr;

@@ -44,9 +44,7 @@ PreparedTable::PreparedTable(ValueContextProvider const& provider, DOM::Table co
       _scopes(findVerdictScopes(formatRefs)),
       _conditions(formatRefs.size()),
       _pointIndexes(formatRefs.size()),
-      _lookups(std::make_unique<Formulas::LookupCache>()) {
-  _lookups->follow(_operands.getAreas());
-}
+      _lookups(std::make_unique<Formulas::LookupCache>()) {}
 
 FormatIndex PreparedTable::checkFormat(std::size_t format) const {
   if (format >= _conditions.size()) {

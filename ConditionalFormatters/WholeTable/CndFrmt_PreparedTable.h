@@ -83,7 +83,10 @@ public:
   }
 
   /// Adds areas of formulas to what follows edits; see SharedOperands. Needs exclusive access.
-  void addAreas(std::span<FormulaArea const> areas) { _operands.addAreas(areas); }
+  void addAreas(std::span<FormulaArea const> areas) {
+    _operands.addAreas(areas);
+    _lookups->follow(_operands.getAreas());
+  }
 
   /// Works on operands that follow edits; see SharedOperands. Needs exclusive access.
   bool prepareSome(std::chrono::microseconds budget) { return _operands.prepareSome(budget); }

@@ -58,12 +58,9 @@ void RangeOperands::prepareOccurrences(PassRequest const& request) const {
   }
 }
 
-bool RangeOperands::isRepeated(CellIndex cell, PassResources const& resources) const {
+bool RangeOperands::findIfRepeated(CellIndex cell, PassResources const& resources) const {
   if (auto const* const followed = findFollowed()) {
     return followed->isRepeated(cell);
-  }
-  if (auto const* const repeated = _repeated.find()) {
-    return containsCell(*repeated, cell);
   }
   auto const* const few = _repeatedAmongWatched.find();
   if (few != nullptr && containsCell(few->known, cell)) {
@@ -118,6 +115,7 @@ void RangeOperands::takeOver(RangeOperands& others, RowMoves const* moves) {
   }
   auto followed = std::move(others._followed);
   if (moves == nullptr || (followed->isComplete() && followed->rowsChanged(*moves, _ranges))) {
+    forgetCollected();
     _followed = std::move(followed);
     dropHopeless();
   }

@@ -65,7 +65,11 @@ public:
   /// True if the value of a cell occurs elsewhere in the ranges, too, by the equality of
   /// FormulaValueMultiset; a cell of two ranges counts twice. Requires an existing cell of the
   /// ranges with a value that can be compared.
-  [[nodiscard]] bool isRepeated(CellIndex cell, PassResources const& resources) const;
+  [[nodiscard]] bool isRepeated(CellIndex cell, PassResources const& resources) const {
+    CellSet const* const repeated = _repeated.find();
+    return repeated != nullptr ? repeated->contains(cell.getRow().get(), cell.getColumn().get())
+                               : findIfRepeated(cell, resources);
+  }
 
   // What follows is for a document that is edited, and needs exclusive access.
 
@@ -114,6 +118,8 @@ public:
   }
 
 private:
+  /// The same if nothing of all cells is collected.
+  [[nodiscard]] bool findIfRepeated(CellIndex cell, PassResources const& resources) const;
   void forgetCollected() noexcept;
   void dropHopeless() noexcept;
   [[nodiscard]] OperandNeeds findMissing(OperandNeeds needs) const noexcept;
@@ -130,6 +136,7 @@ private:
   Formulas::AreaAspects _aspects;  ///< of all formulas
 
   mutable std::recursive_mutex _collecting;
+  // Collected for an unchanged document: nothing of it is kept once operands follow edits.
   Lazy<MeanOperand> _mean;
   Lazy<std::vector<FloatNumber>> _largest;
   Lazy<std::vector<FloatNumber>> _smallest;

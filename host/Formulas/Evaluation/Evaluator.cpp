@@ -37,6 +37,24 @@ constexpr std::size_t maximalTextLength = 32767;
       "the formula nests deeper than {} levels, its defined names included", maximalDepth));
 }
 
+/// A level of nesting. It ends by itself, so that a value can be returned in its place: a copy of
+/// what was just stored in parts would wait for the stores.
+class Level {
+public:
+  explicit Level(std::uint32_t& depth) : _depth(depth) {
+    if (depth == maximalDepth) {
+      failDepth();
+    }
+    ++_depth;
+  }
+  Level(Level const&) = delete;
+  Level& operator=(Level const&) = delete;
+  ~Level() { --_depth; }
+
+private:
+  std::uint32_t& _depth;
+};
+
 }  // namespace
 
 OfficeUtils::DateTime Evaluator::now() const {
@@ -65,13 +83,8 @@ Value Evaluator::evaluateNode(Frame const& frame, std::uint32_t node, Mode mode)
   if (entry.argumentCount == 0 && entry.kind < NodeKind::Name) {
     return evaluateLeaf(frame, entry);
   }
-  if (_depth == maximalDepth) {
-    failDepth();
-  }
-  ++_depth;
-  Value const value = evaluateInner(frame, node, mode);
-  --_depth;
-  return value;
+  Level const level(_depth);
+  return evaluateInner(frame, node, mode);
 }
 
 Value Evaluator::evaluateInner(Frame const& frame, std::uint32_t node, Mode mode) {

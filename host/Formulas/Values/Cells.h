@@ -62,8 +62,10 @@ void forEachCell(Area const& area, Visit&& visit) {
 
 /// The same, and counts the steps: those of the cells, and one for each row in between whose cells
 /// lie outside the area.
+///
+/// Flattened, so that the counts stay in registers.
 template <class Visit>
-void forEachCell(StepMeter& steps, Area const& area, Visit&& visit) {
+[[gnu::flatten]] void forEachCell(StepMeter& steps, Area const& area, Visit&& visit) {
   constexpr std::uint64_t stepsOfSearch = 4;
   std::uint64_t const mostRows = area.table->getTable().getCellCount();
   StepRun run(steps);
