@@ -1,3 +1,5 @@
+#include "tool/RunProgram.h"
+
 #include <unistd.h>
 
 #include <exception>
@@ -20,9 +22,9 @@
 #include "words/Amounts.h"
 #include "words/Printable.h"
 
-namespace {
+namespace Zorv::Tool {
 
-using namespace Zorv::Tool;
+namespace {
 
 /// The file, or files, that the work as a whole is about.
 std::string describeFiles(Options const& options) {
@@ -33,7 +35,7 @@ std::string describeFiles(Options const& options) {
 std::string describeLackOfMemory(std::string const& file, Options const& options) {
   return fmt::format(
       "{}: needs more memory than {}; the result is not complete (--max-memory allows more)", file,
-      Zorv::Words::describeSize(options.mostMemory));
+      Words::describeSize(options.mostMemory));
 }
 
 std::string describeStop(std::string const& file, Options const& options, StopCause cause) {
@@ -41,7 +43,7 @@ std::string describeStop(std::string const& file, Options const& options, StopCa
              ? fmt::format(
                    "{}: takes more processor time than {}; the result is not complete "
                    "(--timeout allows more)",
-                   file, Zorv::Words::describeDuration(options.timeout))
+                   file, Words::describeDuration(options.timeout))
              : fmt::format("{}: {}; the result is not complete", file,
                            cause == StopCause::Interrupted ? "interrupted" : "terminated");
 }
@@ -74,11 +76,11 @@ ExitStatus runWithinLimits(Options const& options, OutputBuffer& out) {
   StopWatcher watcher(options.timeout, [&](StopCause cause) {
     endProcess(describeStop(describeFiles(options), options, cause), statusOf(options, cause), out);
   });
-  limitMemory(options.mostMemory,
-              Zorv::Words::toMessageLine("cndfrmt: " +
-                                         describeLackOfMemory(describeFiles(options), options)),
-              static_cast<int>(failureOf(options)), watcher.getSource());
-  Zorv::WorkBudget budget({}, watcher.getSource().get_token());
+  limitMemory(
+      options.mostMemory,
+      Words::toMessageLine("cndfrmt: " + describeLackOfMemory(describeFiles(options), options)),
+      static_cast<int>(failureOf(options)), watcher.getSource());
+  WorkBudget budget({}, watcher.getSource().get_token());
   auto const terminal = Terminal::find(STDOUT_FILENO, options.colour);
   FileRun run(options, terminal, out, budget);
   try {
@@ -126,7 +128,9 @@ ExitStatus runCommandLine(int argc, char const* const* argv) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int runProgram(int argc, char const* const* argv) {
   std::ios::sync_with_stdio(false);
   return static_cast<int>(runCommandLine(argc, argv));
 }
+
+}  // namespace Zorv::Tool

@@ -29,10 +29,10 @@ std::optional<std::string> describeDate(double serial, OfficeUtils::LocaleContex
     return std::nullopt;
   }
   auto text = fmt::format("{:04}-{:02}-{:02}", date->year, date->month, date->day);
-  auto const seconds = std::lround((rounded - std::floor(rounded)) * secondsOfDay);
-  if (seconds != 0) {
-    text += fmt::format(" {:02}:{:02}", seconds / hour, seconds % hour / minute);
-    text += seconds % minute == 0 ? "" : fmt::format(":{:02}", seconds % minute);
+  auto const rest = std::lround((rounded - std::floor(rounded)) * secondsOfDay);
+  if (rest != 0) {
+    text += fmt::format(" {:02}:{:02}", rest / hour, rest % hour / minute);
+    text += rest % minute == 0 ? "" : fmt::format(":{:02}", rest % minute);
   }
   return text;
 }
