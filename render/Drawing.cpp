@@ -25,6 +25,7 @@ DrawingModule const& loadModule(std::filesystem::path const& path) {
   // Never closed: the libraries behind it keep state that lives as long as the process.
   void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle == nullptr) {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): each thread has a message of its own.
     char const* const reason = dlerror();
     throw BaseRuntimeError(fmt::format("cannot draw: the module that draws is not installed ({})",
                                        reason != nullptr ? reason : path.string()));

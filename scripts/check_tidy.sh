@@ -25,6 +25,8 @@ if [[ $unread ]]; then
   exit 1
 fi
 
+# The analyzer passes over included sources unless it is told to analyze headers.
 awk -v wanted="$(IFS='|'; echo "${*:-.}")" '$1 ~ wanted { print $2 }' <<<"$sources" | sort -u |
   xargs --max-procs="$(nproc)" --max-args=1 clang-tidy -p build/tidy --quiet \
+    --extra-arg=-Xclang --extra-arg=-analyzer-opt-analyze-headers \
     2> >(grep -vE '^[0-9]+ warnings? generated\.$' >&2)

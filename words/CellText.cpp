@@ -83,7 +83,7 @@ std::string_view CellFormatter::toText(DOM::Cell const& cell, DOM::CellFormat co
   } else if (auto const whole = number != nullptr ? toWholeNumber(number->value.get())
                                                   : std::optional<std::int64_t>()) {
     std::array<char, 24> digits{};
-    auto const end = std::to_chars(digits.begin(), digits.end(), *whole).ptr;
+    auto* const end = std::to_chars(digits.begin(), digits.end(), *whole).ptr;
     _text.assign(digits.begin(), end);
   } else {
     _text = OfficeUtils::FormulaValueCast::toString(cell.value, _locale, nullptr);

@@ -34,7 +34,7 @@ public:
       }
       return;
     }
-    std::string const& folded = std::get<std::string>(text);
+    auto const& folded = std::get<std::string>(text);
     TextPool::Index const index = *_texts.acquire(folded);
     _texts.release(index);
     _texts.release(index);

@@ -57,7 +57,7 @@ public:
       : _formatRefs(formatRefs), _cellInfo(cellInfo) {}
 
   [[nodiscard]] Iterator begin() const { return Iterator(*this); }
-  [[nodiscard]] std::default_sentinel_t end() const noexcept { return {}; }
+  [[nodiscard]] static std::default_sentinel_t end() noexcept { return {}; }
 
 private:
   ConditionalFormatRefs const& _formatRefs;

@@ -28,6 +28,7 @@ public:
   void add(unsigned long firstRow, unsigned long endRow,
            std::vector<ColumnInterval> const& columns) {
     std::vector<std::size_t> current;
+    current.reserve(columns.size());
     for (ColumnInterval const& interval : columns) {
       current.push_back(extendOrAdd({firstRow, interval.first, endRow, interval.end}));
     }

@@ -6,7 +6,9 @@
 
 namespace Zorv::ConditionalFormatters {
 
+// The constructor takes the numbers over, as those of other operators do.
 AboveAverageOperator::AboveAverageOperator(DOM::AboveAverageConditionalFormatOperator const& record,
+                                           // NOLINTNEXTLINE(performance-unnecessary-value-param)
                                            std::vector<FloatNumber> values)
     : _average(0.0), _compare(findMeanTest(record)) {
   if (record.getStdDev()) {

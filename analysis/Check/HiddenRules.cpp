@@ -25,7 +25,7 @@ namespace {
 using Ranges = std::vector<TableRange>;
 
 /// Earlier rules that are compared with a rule, at most.
-constexpr std::size_t mostComparisons = 1'000;
+constexpr std::size_t mostComparedRules = 1'000;
 /// Ranges of earlier rules that are compared with those of one rule, at most.
 constexpr std::size_t mostRanges = 10'000;
 constexpr std::uint64_t mostRangeComparisons = 1'000'000;
@@ -82,15 +82,14 @@ public:
       : _sheet(sheet), _provider(provider), _steps(steps), _findings(findings) {}
 
   void run() {
-    auto const& rules = _sheet.getRules();
-    for (std::size_t i = 0; i < rules.size(); ++i) {
-      auto const fate = findFate(rules[i], _sheet, _provider, _steps);
-      ValueDomain domain = findDomain(rules[i], _sheet, _provider);
+    for (CheckedRule const& rule : _sheet.getRules()) {
+      auto const fate = findFate(rule, _sheet, _provider, _steps);
+      ValueDomain domain = findDomain(rule, _sheet, _provider);
       bool const isDead = fate && !fate->holds;
       if (!isDead) {
-        check(rules[i], domain);
+        check(rule, domain);
       }
-      add({&rules[i], std::move(domain)}, fate && fate->holds, isDead);
+      add({&rule, std::move(domain)}, fate && fate->holds, isDead);
     }
     addHiddenVisuals(_sheet, _always, _steps, _findings);
   }
@@ -160,7 +159,7 @@ private:
 
   template <class Rules>
   [[nodiscard]] std::span<typename Rules::value_type const> latestOf(Rules const& rules) {
-    std::size_t const count = std::min(rules.size(), mostComparisons);
+    std::size_t const count = std::min(rules.size(), mostComparedRules);
     _steps.count(1 + count);
     return std::span(rules).last(count);
   }

@@ -49,7 +49,11 @@ public:
   SheetComparison(VersionSheet const& first, VersionSheet const& second,
                   CompareOptions const& options, std::pair<std::size_t, std::size_t> sheets,
                   DifferenceVisitor const& visitor) noexcept
-      : _first(first), _second(second), _options(options), _sheets(sheets), _visitor(visitor) {}
+      : _first(first),
+        _second(second),
+        _options(options),
+        _sheets(std::move(sheets)),
+        _visitor(visitor) {}
 
   /// Returns the number of positions.
   std::uint64_t compare(unsigned long firstRow, unsigned long endRow, Areas areas) {

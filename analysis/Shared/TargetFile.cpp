@@ -91,8 +91,7 @@ fs::path createBeside(fs::path const& target) {
   fs::path const folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
   std::random_device random;
   for (;;) {
-    fs::path const file =
-        folder / fmt::format(".{}.{}", target.filename().string(), makeSuffix(random));
+    fs::path file = folder / fmt::format(".{}.{}", target.filename().string(), makeSuffix(random));
     constexpr mode_t usualMode = 0666;
     Descriptor const created(
         open(file.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, usualMode));

@@ -25,8 +25,8 @@ bool boundsOverlap(Group const& a, Group const& b) noexcept {
 }
 
 CellIndex firstCell(TableRange const& a, TableRange const& b) noexcept {
-  return CellIndex(RowIndex(std::min(a.firstRow, b.firstRow)),
-                   ColumnIndex(std::min(a.firstColumn, b.firstColumn)));
+  return {RowIndex(std::min(a.firstRow, b.firstRow)),
+          ColumnIndex(std::min(a.firstColumn, b.firstColumn))};
 }
 
 /// The plan while it is made: goes through the groups by priority, again and again until nothing

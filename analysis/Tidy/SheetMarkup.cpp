@@ -260,7 +260,7 @@ std::optional<std::vector<FormatMarkup>> readSheetMarkup(std::string_view bytes,
   return MarkupReader(bytes, part, limits).read();
 }
 
-std::vector<std::string> readDifferentialFormats(std::string bytes, std::string const& part,
+std::vector<std::string> readDifferentialFormats(std::string const& bytes, std::string const& part,
                                                  Workbook::Limits const& limits) {
   XmlReader reader(std::make_unique<MemorySource>(bytes, part), limits);
   std::vector<std::string> formats;

@@ -60,7 +60,7 @@ struct FormatMarkup {
     std::string_view bytes, std::string const& part, Workbook::Limits const& limits);
 
 /// Canonical texts of the differential formats of a part with styles, by index.
-[[nodiscard]] std::vector<std::string> readDifferentialFormats(std::string bytes,
+[[nodiscard]] std::vector<std::string> readDifferentialFormats(std::string const& bytes,
                                                                std::string const& part,
                                                                Workbook::Limits const& limits);
 

@@ -25,7 +25,8 @@ constexpr std::size_t longestText = 32'767;
 
 std::string makeHashes(StyleLook const& look, double width) {
   double const count = std::floor((width - leastPadding) / (look.measures.digit + 1));
-  return std::string(static_cast<std::size_t>(std::clamp(count, 1.0, 255.0)), '#');
+  std::string hashes(static_cast<std::size_t>(std::clamp(count, 1.0, 255.0)), '#');
+  return hashes;
 }
 
 bool fits(std::string_view text, StyleLook const& look, double width) noexcept {
@@ -205,7 +206,7 @@ CellText CellTexts::writeString(std::string const& value, StyleLook const& look,
 }
 
 CellText CellTexts::writeWord(std::string word, CellContent content, StyleLook const& look,
-                              double width) const {
+                              double width) {
   CellText result;
   result.content = content;
   result.horizontal = look.horizontal == HorizontalAlignment::General ? HorizontalAlignment::Center

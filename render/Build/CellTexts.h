@@ -42,8 +42,8 @@ private:
   [[nodiscard]] CellText writeNumber(double number, StyleLook const& look, double width) const;
   [[nodiscard]] CellText writeString(std::string const& value, StyleLook const& look,
                                      double width) const;
-  [[nodiscard]] CellText writeWord(std::string word, CellContent content, StyleLook const& look,
-                                   double width) const;
+  [[nodiscard]] static CellText writeWord(std::string word, CellContent content,
+                                          StyleLook const& look, double width);
   [[nodiscard]] DOM::HorizontalAlignment findSide(std::string_view text) const noexcept;
 
   OfficeUtils::LocaleContext const& _locale;

@@ -30,8 +30,8 @@ public:
   /// Counts a cell of the picture for each rule of a list.
   void countCell(std::uint32_t decision) noexcept;
 
-  [[nodiscard]] std::vector<PictureRule> takeRules() && noexcept { return std::move(_rules); }
-  [[nodiscard]] std::vector<std::vector<std::uint32_t>> takeLists() && noexcept {
+  [[nodiscard]] std::vector<PictureRule> takeRules() noexcept { return std::move(_rules); }
+  [[nodiscard]] std::vector<std::vector<std::uint32_t>> takeLists() noexcept {
     return std::move(_lists);
   }
 

@@ -44,15 +44,15 @@ public:
   /// The rules of a sheet and the formats made from them.
   [[nodiscard]] Workbook::SheetRules listRules(std::size_t sheet) const;
 
-  /// Resolves the positions of the sheet's rules inside of `bounds`. Ranges without an end are cut
+  /// Resolves the positions of a sheet's rules inside of `bounds`. Ranges without an end are cut
   /// at the used part of the sheet. If they have more positions than a picture may have, only
   /// existing cells are resolved. What is left out, and why cells fail, is added to `findings`.
-  [[nodiscard]] Resolution resolve(std::size_t sheet, TableRange const& bounds,
+  [[nodiscard]] Resolution resolve(std::size_t index, TableRange const& bounds,
                                    Workbook::SheetRules const& rules, Decisions& decisions,
                                    std::vector<std::string>& findings) const;
 
 private:
-  [[nodiscard]] ConditionalFormatters::TablePass makePass(std::size_t sheet,
+  [[nodiscard]] ConditionalFormatters::TablePass makePass(std::size_t index,
                                                           TableRange const& bounds,
                                                           std::vector<std::string>& findings) const;
 

@@ -136,8 +136,8 @@ SheetPicture buildSheet(BuildState& state, SheetSelection const& selection) {
   picture.rightToLeft = sheet.layout.rightToLeft;
   picture.page = makePageSetup(state, selection.sheet, rows, columns);
   picture.looks = std::move(looks).take();
-  picture.rules = std::move(decisions).takeRules();
-  picture.decisions = std::move(decisions).takeLists();
+  picture.rules = decisions.takeRules();
+  picture.decisions = decisions.takeLists();
   return picture;
 }
 

@@ -27,14 +27,15 @@ void takeMemoryOfSheet(SheetPicture const& sheet, WorkBudget* budget) {
 
 /// The first place of a group's or an image's number in a file.
 std::size_t findNumber(std::string_view file) noexcept {
-  for (std::size_t place = 0; place != file.npos; place = file.find_first_of("\"#", place + 1)) {
+  for (std::size_t place = 0; place != std::string_view::npos;
+       place = file.find_first_of("\"#", place + 1)) {
     for (std::string_view const name : {"\"surface", "#surface", "\"image", "#image"}) {
       if (file.substr(place).starts_with(name)) {
         return place + name.size();
       }
     }
   }
-  return file.npos;
+  return std::string_view::npos;
 }
 
 /// Cairo numbers groups and images by a counter of the process. Numbers them from 0 instead, in
@@ -42,7 +43,8 @@ std::size_t findNumber(std::string_view file) noexcept {
 /// text.
 void renumber(std::string_view file, ByteSink const& sink) {
   std::unordered_map<std::string_view, std::string> numbers;
-  for (std::size_t place = findNumber(file); place != file.npos; place = findNumber(file)) {
+  for (std::size_t place = findNumber(file); place != std::string_view::npos;
+       place = findNumber(file)) {
     sink(file.substr(0, place));
     file.remove_prefix(place);
     std::string_view const number = file.substr(0, file.find_first_not_of("0123456789"));

@@ -58,8 +58,9 @@ std::vector<Extent> divide(Axis const& axis, LineSpan const& lines, std::uint64_
     std::uint32_t const next = findPageEnd(axis, first, lines.end);
     double const room = roomBehindTitles(axis, axis.edges[first]);
     Extent rest = toExtent(axis.edges, {first, next});
-    for (; next == first + 1 && rest.length() > room && pieces.size() <= limit; rest.from += room) {
+    while (next == first + 1 && rest.length() > room && pieces.size() <= limit) {
       pieces.push_back({rest.from, rest.from + room});
+      rest.from += room;
     }
     pieces.push_back(rest);
     first = next;

@@ -147,7 +147,8 @@ void Paragraph::justifyLastLine(ParagraphSetting const& setting) const {
   }
   std::string_view const text = pango_layout_get_text(layout);
   auto const start = static_cast<std::size_t>(last->start_index);
-  if (text.substr(start, static_cast<std::size_t>(last->length)).find(' ') != text.npos) {
+  if (text.substr(start, static_cast<std::size_t>(last->length)).find(' ') !=
+      std::string_view::npos) {
     pango_layout_set_justify_last_line(layout, TRUE);
   }
 }

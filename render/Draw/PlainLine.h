@@ -22,7 +22,7 @@ public:
   [[nodiscard]] double getWidth() const noexcept { return _width; }
   [[nodiscard]] double getHeight() const noexcept { return _typeface->getLineHeight(); }
   [[nodiscard]] double getAscent() const noexcept { return _typeface->getAscent(); }
-  [[nodiscard]] int countLines() const noexcept { return 1; }
+  [[nodiscard]] static int countLines() noexcept { return 1; }
 
   /// Shows the line with its top left corner at a place, in the colour that is set. Glyphs that lie
   /// outside of `from` to `to` are left out.

@@ -44,7 +44,7 @@ private:
   void appendBar(std::string& out, Visuals::ShownBar const& bar);
   void appendIcon(std::string& out, Visuals::Icon const& icon, bool isAlone);
   void appendLinkedText(std::string& out, PictureCell const& cell);
-  void appendWords(std::string& out, PictureCell const& cell);
+  static void appendWords(std::string& out, PictureCell const& cell);
   void appendRuns(std::string& out, PictureCell const& cell);
 
   SheetPicture const& _sheet;

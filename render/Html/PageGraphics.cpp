@@ -1,6 +1,7 @@
 #include "render/Html/PageGraphics.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -66,14 +67,15 @@ std::string const& PageGraphics::addPathGradient(DOM::GradientFill const& gradie
   double const right = std::max(left, inside(gradient.right));
   double const top = inside(gradient.top);
   double const bottom = std::max(top, inside(gradient.bottom));
-  GradientPart const parts[] = {{fmt::format("x1=\"{}\" x2=\"0\" y1=\"0\" y2=\"0\"", left),
-                                 fmt::format("0,0 {0},{1} {0},{2} 0,1", left, top, bottom)},
-                                {fmt::format("x1=\"{}\" x2=\"1\" y1=\"0\" y2=\"0\"", right),
-                                 fmt::format("1,0 {0},{1} {0},{2} 1,1", right, top, bottom)},
-                                {fmt::format("x1=\"0\" x2=\"0\" y1=\"{}\" y2=\"0\"", top),
-                                 fmt::format("0,0 {0},{2} {1},{2} 1,0", left, right, top)},
-                                {fmt::format("x1=\"0\" x2=\"0\" y1=\"{}\" y2=\"1\"", bottom),
-                                 fmt::format("0,1 {0},{2} {1},{2} 1,1", left, right, bottom)}};
+  std::array<GradientPart, 4> const parts = {
+      {{fmt::format("x1=\"{}\" x2=\"0\" y1=\"0\" y2=\"0\"", left),
+        fmt::format("0,0 {0},{1} {0},{2} 0,1", left, top, bottom)},
+       {fmt::format("x1=\"{}\" x2=\"1\" y1=\"0\" y2=\"0\"", right),
+        fmt::format("1,0 {0},{1} {0},{2} 1,1", right, top, bottom)},
+       {fmt::format("x1=\"0\" x2=\"0\" y1=\"{}\" y2=\"0\"", top),
+        fmt::format("0,0 {0},{2} {1},{2} 1,0", left, right, top)},
+       {fmt::format("x1=\"0\" x2=\"0\" y1=\"{}\" y2=\"1\"", bottom),
+        fmt::format("0,1 {0},{2} {1},{2} 1,1", left, right, bottom)}}};
   std::string definition = "<symbol id=\"&\" viewBox=\"0 0 1 1\" preserveAspectRatio=\"none\">";
   auto const stops = describeStops(gradient);
   if (!gradient.stops.empty()) {

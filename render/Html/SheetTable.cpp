@@ -254,7 +254,8 @@ void SheetTable::appendEmpty(std::string& out, std::uint32_t column, std::uint32
   out += classes.empty() ? "></td>" : " class=\"" + classes.substr(1) + "\"></td>";
 }
 
-void SheetTable::appendPlace(std::string& out, std::uint32_t column, std::uint32_t columnCount) {
+void SheetTable::appendPlace(std::string& out, std::uint32_t column,
+                             std::uint32_t columnCount) const {
   if (!_isInSequence) {
     out += fmt::format(" aria-colindex=\"{}\"", column + 2);
   }

@@ -34,7 +34,7 @@ private:
   [[nodiscard]] std::uint32_t findBlockEnd(std::uint32_t begin);
   void beginBlock(std::string& out, std::uint32_t begin, std::uint32_t end);
   /// Appends the attributes that put a cell into its place.
-  void appendPlace(std::string& out, std::uint32_t column, std::uint32_t columnCount);
+  void appendPlace(std::string& out, std::uint32_t column, std::uint32_t columnCount) const;
   [[nodiscard]] std::string const& classOfPlace(std::uint32_t column, std::uint32_t columnCount);
   /// Of rows of the picture: half-open.
   [[nodiscard]] double sumHeights(std::size_t begin, std::size_t end) const noexcept;

@@ -25,7 +25,7 @@ constexpr std::u16string_view boxCharacters =
     u"═╤╤╦╧╪╪╬╧╪╪╬╩╬╬╬"
     u"═╤╤╦╧╪╪╬╧╪╪╬╩╬╬╬"
     u"═╤╤╦╧╪╪╬╧╪╪╬╩╬╬╬";
-static_assert(boxCharacters.size() == 4 * 4 * 4 * 4);
+static_assert(boxCharacters.size() == std::size_t{4} * 4 * 4 * 4);
 
 }  // namespace
 

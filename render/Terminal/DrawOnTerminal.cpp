@@ -136,8 +136,8 @@ private:
     putText(canvas, line, end - number.size(), number, style);
   }
 
-  void putText(Canvas& canvas, std::size_t line, std::size_t place, std::string_view plain,
-               CharacterStyle const& style) {
+  static void putText(Canvas& canvas, std::size_t line, std::size_t place, std::string_view plain,
+                      CharacterStyle const& style) {
     for (char const letter : plain) {
       canvas.putOnGround(line, place++, {std::string(1, letter), 1, 0}, style);
     }

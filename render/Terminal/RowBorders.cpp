@@ -1,6 +1,7 @@
 #include "render/Terminal/RowBorders.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "render/Terminal/BoxCharacters.h"
@@ -27,7 +28,7 @@ BorderLine const& chooseBoxLine(BorderLine const& below, BorderLine const& above
 
 /// Lines that meet: left, right, up, down.
 struct Crossing {
-  BorderLine const* arms[4];
+  std::array<BorderLine const*, 4> arms;
 
   [[nodiscard]] LineArms getWeights() const noexcept {
     return {toLineWeight(arms[0]->style), toLineWeight(arms[1]->style),
@@ -110,7 +111,7 @@ void BorderPainter::paintCrossing(std::size_t line, std::size_t column, RowBorde
   if (_grid.isRightToLeft()) {
     std::swap(before, after);
   }
-  Crossing const crossing{{before, after, &first.beside[column], &second.beside[column]}};
+  Crossing const crossing{{{before, after, &first.beside[column], &second.beside[column]}}};
   if (crossing.getWeights() != LineArms{}) {
     put(line, *place, findBoxCharacter(crossing.getWeights()), crossing.getHeaviest());
   }

@@ -1,6 +1,7 @@
 #include "tool/Input/Options.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <chrono>
 #include <cstdint>
@@ -156,13 +157,16 @@ OutputFormat readFormat(std::optional<std::string> const& text, Command command)
   if (!text) {
     return command == Command::Verdicts ? OutputFormat::Tsv : OutputFormat::Table;
   }
-  constexpr std::pair<std::string_view, OutputFormat> formats[] = {
-      {"table", OutputFormat::Table},     {"json", OutputFormat::Json},
-      {"jsonl", OutputFormat::JsonLines}, {"csv", OutputFormat::Csv},
-      {"sarif", OutputFormat::Sarif},     {"tsv", OutputFormat::Tsv},
-  };
-  return std::ranges::find(formats, *text, &std::pair<std::string_view, OutputFormat>::first)
-      ->second;
+  using Named = std::pair<std::string_view, OutputFormat>;
+  constexpr std::array<Named, 6> formats = {{
+      {"table", OutputFormat::Table},
+      {"json", OutputFormat::Json},
+      {"jsonl", OutputFormat::JsonLines},
+      {"csv", OutputFormat::Csv},
+      {"sarif", OutputFormat::Sarif},
+      {"tsv", OutputFormat::Tsv},
+  }};
+  return std::ranges::find(formats, *text, &Named::first)->second;
 }
 
 ColourChoice readColour(std::string const& text) noexcept {

@@ -1,6 +1,7 @@
 #include "tool/Input/RenderOptions.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <filesystem>
 #include <optional>
@@ -20,19 +21,19 @@ PictureFormat readPictureFormat(std::string const& target) {
   if (target == "-") {
     throw UsageError("-o: the ending of a file says what is written; name one in place of -");
   }
-  constexpr std::pair<std::string_view, PictureFormat> endings[] = {
+  using Ending = std::pair<std::string_view, PictureFormat>;
+  constexpr std::array<Ending, 4> endings = {{
       {".html", PictureFormat::Html},
       {".svg", PictureFormat::Svg},
       {".png", PictureFormat::Png},
       {".pdf", PictureFormat::Pdf},
-  };
+  }};
   auto ending = std::filesystem::path(target).extension().string();
   std::ranges::transform(ending, ending.begin(), [](char letter) {
     return 'A' <= letter && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
   });
-  auto const* const found =
-      std::ranges::find(endings, ending, &std::pair<std::string_view, PictureFormat>::first);
-  if (found == std::end(endings)) {
+  auto const* const found = std::ranges::find(endings, ending, &Ending::first);
+  if (found == endings.end()) {
     throw UsageError(
         fmt::format("-o: \"{}\" ends in none of .html, .svg, .png and .pdf, which say what is "
                     "written",

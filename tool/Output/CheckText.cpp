@@ -18,7 +18,7 @@ using Analysis::CheckFinding;
 using Analysis::CheckKind;
 using Analysis::Severity;
 
-constexpr std::size_t widestName = 60;
+constexpr std::size_t widestSheetName = 60;
 
 std::string describeFirstRanges(std::vector<TableRange> const& ranges) {
   constexpr std::size_t most = 3;
@@ -50,7 +50,7 @@ std::string describePlace(Selection const& selection, CheckFinding const& findin
     return {};
   }
   auto const& sheet = selection.getDocument().getSheets()[*finding.sheet];
-  std::string const name = Words::shorten(sheet.name, widestName);
+  std::string const name = Words::shorten(sheet.name, widestSheetName);
   return finding.ranges.empty() ? name
                                 : fmt::format("{}!{}", name, describeFirstRanges(finding.ranges));
 }

@@ -59,7 +59,7 @@ rlim_t readDataMemory() {
   auto const& state = lackOfMemory();
   if (state.happened) {
     // The heap may be in any state, so nothing is allocated here.
-    static_cast<void>(!write(STDERR_FILENO, state.message.data(), state.message.size()));
+    static_cast<void>(write(STDERR_FILENO, state.message.data(), state.message.size()) < 0);
     _exit(state.exitStatus);
   }
   state.previous();

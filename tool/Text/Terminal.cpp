@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t usualWidth = 80;
 
 std::string_view readVariable(char const* name) noexcept {
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing changes the environment.
   auto const* const text = std::getenv(name);
   return text == nullptr ? std::string_view() : text;
 }

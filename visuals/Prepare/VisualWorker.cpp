@@ -56,8 +56,6 @@ VisualWorker::VisualWorker(PreparedVisuals const& visuals, PassBounds& bounds,
                            VisualVisitor const& visitor)
     : _walk(visuals, bounds, pass, moment), _visitor(visitor) {}
 
-VisualWorker::~VisualWorker() = default;
-
 std::unique_ptr<CF::BlockFindings> VisualWorker::beginBlock() {
   auto block = std::make_unique<DrawnBlock>(_visitor);
   _block = block.get();

@@ -15,7 +15,6 @@ public:
   VisualWorker(PreparedVisuals const& visuals, PassBounds& bounds,
                ConditionalFormatters::TablePass const& pass, OfficeUtils::Clock::TimePoint moment,
                VisualVisitor const& visitor);
-  ~VisualWorker() override;
 
   [[nodiscard]] std::unique_ptr<ConditionalFormatters::BlockFindings> beginBlock() override;
   void work(ConditionalFormatters::ResolvedCell const& cell) override;

@@ -48,7 +48,8 @@ std::string describeFaultyFlag(pugi::xml_attribute flag, bool countsAs) {
 
 std::vector<std::string> findFaultyAttributes(pugi::xml_node rule) {
   std::vector<std::string> faults;
-  if (auto const priority = rule.attribute("priority"); priority && !readRulePriority(rule)) {
+  if (auto const priority = rule.attribute("priority");
+      !priority.empty() && !readRulePriority(rule)) {
     faults.push_back(fmt::format(
         "has the priority \"{}\", which is no whole number; it counts as a rule without "
         "a priority, and these come last",
@@ -56,12 +57,12 @@ std::vector<std::string> findFaultyAttributes(pugi::xml_node rule) {
   }
   for (char const* name : {"stopIfTrue", "aboveAverage", "percent", "bottom", "equalAverage"}) {
     pugi::xml_attribute const flag = rule.attribute(name);
-    if (flag && !parseBoolean(flag.value())) {
+    if (!flag.empty() && !parseBoolean(flag.value())) {
       faults.push_back(describeFaultyFlag(flag, std::string_view(name) == "aboveAverage"));
     }
   }
   if (auto const deviations = rule.attribute("stdDev");
-      deviations && !parseInteger(deviations.value())) {
+      !deviations.empty() && !parseInteger(deviations.value())) {
     faults.push_back(fmt::format("has stdDev=\"{}\", which is no whole number; it counts as 0",
                                  quote(deviations.value())));
   }

@@ -37,7 +37,7 @@ class PartFormats {
 public:
   PartFormats(pugi::xml_node formats, Palette& palette) : _palette(palette) {
     for (pugi::xml_node const format : formats.children("dxf")) {
-      _entries.push_back({format, nullptr});
+      _entries.emplace_back(format, nullptr);
     }
   }
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include <pugixml.hpp>
 
@@ -14,8 +15,8 @@ namespace Zorv::Workbook {
 /// The styles that tables name: those of the styles part, and the built-in ones of the format.
 class TableStyles {
 public:
-  /// Copies the palette, in whose counts these formats appear already.
-  explicit TableStyles(Palette const& palette) : _palette(palette) {}
+  /// Takes a copy of the palette, in whose counts these formats appear already.
+  explicit TableStyles(Palette palette) : _palette(std::move(palette)) {}
 
   /// Reads the tree of the styles part (ISO/IEC 29500-1, 18.8.42 and 18.8.83).
   void read(pugi::xml_node styleSheet);

@@ -39,7 +39,7 @@ std::string findMainPart(LoadState& state) {
 }
 
 /// Names that programs reserve, such as those of print areas.
-bool isReserved(std::string_view name) noexcept { return name.starts_with("_xlnm."); }
+bool isReservedName(std::string_view name) noexcept { return name.starts_with("_xlnm."); }
 
 }  // namespace
 
@@ -194,7 +194,7 @@ void WorkbookReader::parse(DefinedName& name) {
   try {
     name.expr = Formulas::parseDefinedName(name.formulaText);
   } catch (Formulas::FormulaParseError const& error) {
-    if (!isReserved(name.name)) {
+    if (!isReservedName(name.name)) {
       addFinding(fmt::format("the name \"{}\" stands for \"{}\", which cannot be read: {}",
                              quote(name.name), quote(name.formulaText), error.what()));
     }
@@ -214,7 +214,7 @@ void WorkbookReader::readExternalLinks(pugi::xml_node workbook) {
        workbook.child("externalReferences").children("externalReference")) {
     ++number;
     Relationship const* const link = _relationships.find(element.attribute("r:id").value());
-    if (!link || !parts.insert(foldCase(link->target)).second) {
+    if (link == nullptr || !parts.insert(foldCase(link->target)).second) {
       addFinding(
           fmt::format("the link [{}] to another workbook names no part of its own; it is left "
                       "out",

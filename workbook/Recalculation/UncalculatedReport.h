@@ -31,6 +31,7 @@ public:
     Uncalculated reason;
     bool keepsResult;  ///< the cell has a result in the file, which stays
 
+    // NOLINTNEXTLINE(readability-implicit-bool-conversion): `keepsResult` is compared as it is.
     friend auto operator<=>(Key const&, Key const&) noexcept = default;
   };
 

@@ -22,12 +22,12 @@ constexpr std::size_t usualBufferSize = 65'536;
 
 /// Size of a name's prefix with its colon; 0 for a name without a prefix.
 std::size_t prefixSizeOf(std::string_view qualifiedName) noexcept {
-  auto const colon = std::find(qualifiedName.begin(), qualifiedName.end(), ':');
+  auto const* const colon = std::find(qualifiedName.begin(), qualifiedName.end(), ':');
   return colon == qualifiedName.end() ? 0
                                       : static_cast<std::size_t>(colon - qualifiedName.begin()) + 1;
 }
 
-char* skipSpaces(char* at, char* end) noexcept {
+char* skipSpaces(char* at, char const* end) noexcept {
   while (at != end && isXmlSpace(*at)) {
     ++at;
   }
