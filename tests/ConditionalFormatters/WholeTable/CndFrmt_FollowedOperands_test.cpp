@@ -219,7 +219,7 @@ TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterEditsOfRows) {
       static_cast<void>(followed->valuesChanged(areas));
       ASSERT_NO_FATAL_FAILURE(expectUpToDate(*followed, collectAnew())) << "edit " << edit;
     }
-    EXPECT_GT(followedCount, 60);
+    EXPECT_GT(followedCount, 30) << "most edits were not followed";
   }
 }
 
