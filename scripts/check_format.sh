@@ -5,4 +5,4 @@ cd "$(dirname "$0")/.."
 
 mode=(--dry-run --Werror)
 [ "${1:-}" = "--fix" ] && mode=(-i)
-git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format "${mode[@]}"
+git ls-files -z '*.h' '*.cpp' | xargs -0 --max-procs="$(nproc)" --max-args=64 clang-format "${mode[@]}"
