@@ -124,10 +124,12 @@ def report_memory(counters):
                          f"{bytes_of(parts[1], 'peakPerCell'):.1f} |")
     lines += ["", "| kept to follow edits, twelve rules, 1,000,000 cells | bytes per cell |",
               "|---|---|"]
-    for name, known in counters.items():
-        parts = name.split("/")
-        if parts[:2] == ["memory", "followed"]:
-            lines.append(f"| {parts[2]} | {known['keptPerCell']:.0f} |")
+    columns = {"mixed": "numbers and texts", "texts": "texts that all differ",
+               "mixedFormulas": "numbers and texts, with seven formulas of the column besides",
+               "textsFormulas": "texts that all differ, with the formulas"}
+    for column, title in columns.items():
+        kept = counters[f"memory/followed/{column}/1000000"]["keptPerCell"]
+        lines.append(f"| {title} | {kept:.0f} |")
     return lines
 
 
