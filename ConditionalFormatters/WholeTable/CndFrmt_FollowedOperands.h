@@ -38,7 +38,8 @@ namespace Zorv::ConditionalFormatters {
 ///
 /// Made piece by piece, in the time that a caller can spare. An edit then costs some microseconds
 /// for each cell, and up to a millisecond for a million numbers if their sum is rounded; an edit of
-/// rows, as much for each cell that it adds or removes. Takes up to 70 bytes for each cell.
+/// rows, as much for each cell that it adds or removes. Takes up to 70 bytes for each cell, about
+/// 100 for a text that occurs once, and 60 more for such a text where COUNTIF asks for it.
 ///
 /// An operation that throws leaves an object that may only be destroyed. Ownership: borrows the
 /// provider and the table. Threads: const operations may be called from several threads.
