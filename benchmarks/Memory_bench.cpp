@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <memory>
 #include <string>
-#include <tuple>
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -93,15 +92,29 @@ void measurePass(benchmark::State& state, Scenario const& scenario) {
   state.counters["peakPerCell"] = (peak.getBytes() - before) / static_cast<double>(cellCount);
 }
 
+/// A column whose values are kept to follow edits.
+struct FollowedColumn {
+  char const* name;
+  FormulaValue (*valueOf)(std::size_t row);  ///< null for the values of the table
+  bool withFormulas;                         ///< beside twelve rules, seven with formulas
+};
+
+FormulaValue differentNumber(std::size_t row) {
+  return FormulaModel::FormulaNumber{FloatNumber(static_cast<double>(row) / 100)};
+}
+FormulaValue differentText(std::size_t row) {
+  return FormulaModel::FormulaString{"Item " + std::to_string(row)};
+}
+
 /// What a live resolver keeps of a column under twelve rules so that they follow edits.
-void measureFollowed(benchmark::State& state, bool isOfDifferentTexts, bool withFormulas) {
+void measureFollowed(benchmark::State& state, FollowedColumn const& column) {
   auto const cellCount = static_cast<std::size_t>(state.range(0));
   BenchTable table(cellCount);
-  for (std::size_t row = 0; isOfDifferentTexts && row < cellCount; ++row) {
-    table.setValue(row, FormulaModel::FormulaString{"Item " + std::to_string(row)});
+  for (std::size_t row = 0; column.valueOf != nullptr && row < cellCount; ++row) {
+    table.setValue(row, column.valueOf(row));
   }
   addTwelve(table);
-  if (withFormulas) {
+  if (column.withFormulas) {
     addSevenFormulas(table);
   }
   table.makeCalculator();
@@ -116,16 +129,15 @@ void measureFollowed(benchmark::State& state, bool isOfDifferentTexts, bool with
 }
 
 void registerFollowed() {
-  for (auto const& [name, isOfDifferentTexts, withFormulas] :
-       {std::tuple("memory/followed/mixed", false, false),
-        {"memory/followed/texts", true, false},
-        {"memory/followed/mixedFormulas", false, true},
-        {"memory/followed/textsFormulas", true, true}}) {
+  for (FollowedColumn const& column : {FollowedColumn{"memory/followed/mixed", nullptr, false},
+                                       {"memory/followed/numbers", differentNumber, false},
+                                       {"memory/followed/texts", differentText, false},
+                                       {"memory/followed/mixedFormulas", nullptr, true},
+                                       {"memory/followed/textsFormulas", differentText, true}}) {
     benchmark::RegisterBenchmark(
-        name,
-        [isOfDifferentTexts = isOfDifferentTexts, withFormulas = withFormulas](
-            benchmark::State& state) { measureFollowed(state, isOfDifferentTexts, withFormulas); })
+        column.name, [column](benchmark::State& state) { measureFollowed(state, column); })
         ->Arg(1'000'000)
+        ->Arg(800'000)  // hash tables that have just grown
         ->Iterations(1);
   }
 }

@@ -1,11 +1,10 @@
 #include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
 
-#include <random>
 #include <utility>
 
 namespace Zorv::ConditionalFormatters {
 
-ValueClasses::Others ValueClasses::add(ValueBits value, CellIdentity cell) {
+OtherCells ValueClasses::add(ValueBits value, CellIdentity cell) {
   if (_pieces.empty()) {
     _pieces.resize(std::size_t{1} << pieceBits);
   }
@@ -15,21 +14,18 @@ ValueClasses::Others ValueClasses::add(ValueBits value, CellIdentity cell) {
     grow(piece);
   }
   Slot& slot = piece.slots[findSlot(piece, value)];
-  Others const others{slot.cells / oneCell, slot.cells % oneCell};
+  OtherCells const others = slot.cells.add(cell);
   if (others.count == 0) {
     ++piece.used;
     slot.value = value;
   }
-  slot.cells = (slot.cells + oneCell) ^ cell;
   return others;
 }
 
-ValueClasses::Others ValueClasses::remove(ValueBits value, CellIdentity cell) {
+OtherCells ValueClasses::remove(ValueBits value, CellIdentity cell) {
   Piece& piece = _pieces[pieceIndexOf(value)];
   std::size_t const index = findSlot(piece, value);
-  Slot& slot = piece.slots[index];
-  slot.cells = (slot.cells - oneCell) ^ cell;
-  Others const others{slot.cells / oneCell, slot.cells % oneCell};
+  OtherCells const others = piece.slots[index].cells.remove(cell);
   if (others.count == 0) {
     removeSlot(piece, index);
   }
@@ -41,7 +37,7 @@ std::uint64_t ValueClasses::count(ValueBits value) const noexcept {
     return 0;
   }
   Piece const& piece = _pieces[pieceIndexOf(value)];
-  return piece.slots.empty() ? 0 : piece.slots[findSlot(piece, value)].cells / oneCell;
+  return piece.slots.empty() ? 0 : piece.slots[findSlot(piece, value)].cells.count();
 }
 
 std::size_t ValueClasses::countBytes() const noexcept {
@@ -50,11 +46,6 @@ std::size_t ValueClasses::countBytes() const noexcept {
     bytes += piece.slots.capacity() * sizeof(Slot);
   }
   return bytes;
-}
-
-std::uint64_t ValueClasses::drawSalt() {
-  std::random_device device;
-  return std::uint64_t{device()} << 32U | device();
 }
 
 std::uint64_t ValueClasses::hashOf(ValueBits value) const noexcept {
@@ -70,7 +61,7 @@ std::uint64_t ValueClasses::hashOf(ValueBits value) const noexcept {
 std::size_t ValueClasses::findSlot(Piece const& piece, ValueBits value) const noexcept {
   std::size_t const mask = piece.slots.size() - 1;
   std::size_t slot = hashOf(value) & mask;
-  while (piece.slots[slot].cells != 0 && piece.slots[slot].value != value) {
+  while (!piece.slots[slot].cells.isEmpty() && piece.slots[slot].value != value) {
     slot = (slot + 1) & mask;
   }
   return slot;
@@ -82,7 +73,7 @@ void ValueClasses::grow(Piece& piece) {
   larger.slots.resize(piece.slots.empty() ? leastSlots : 2 * piece.slots.size());
   larger.used = piece.used;
   for (Slot const& slot : piece.slots) {
-    if (slot.cells != 0) {
+    if (!slot.cells.isEmpty()) {
       larger.slots[findSlot(larger, slot.value)] = slot;
     }
   }
@@ -92,7 +83,7 @@ void ValueClasses::grow(Piece& piece) {
 /// Moves later slots into the gap, as if the class had never been there.
 void ValueClasses::removeSlot(Piece& piece, std::size_t gap) noexcept {
   std::size_t const mask = piece.slots.size() - 1;
-  for (std::size_t next = (gap + 1) & mask; piece.slots[next].cells != 0;
+  for (std::size_t next = (gap + 1) & mask; !piece.slots[next].cells.isEmpty();
        next = (next + 1) & mask) {
     std::size_t const home = hashOf(piece.slots[next].value) & mask;
     if (((next - home) & mask) >= ((next - gap) & mask)) {
@@ -100,7 +91,7 @@ void ValueClasses::removeSlot(Piece& piece, std::size_t gap) noexcept {
       gap = next;
     }
   }
-  piece.slots[gap].cells = 0;
+  piece.slots[gap].cells = CellTally();
   --piece.used;
 }
 

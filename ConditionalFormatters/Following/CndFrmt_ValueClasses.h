@@ -6,29 +6,22 @@
 
 #include "ConditionalFormatters/Following/CndFrmt_CellIdentities.h"
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
+#include "ConditionalFormatters/Following/CndFrmt_CellTally.h"
+#include "ConditionalFormatters/Following/CndFrmt_Salt.h"
 
 namespace Zorv::ConditionalFormatters {
 
 /// Counts the cells that have each value, and names the cell whose value is no longer, or now,
 /// that of others, too.
 ///
-/// A class keeps the exclusive or of its cells' identities: where one cell is left, it is that
-/// cell's. So there is no list of cells: sixteen bytes for a class, in hash tables with open
+/// There is no list of cells, see CellTally: sixteen bytes for a class, in hash tables with open
 /// addressing. There are 256 of them, so that none grows for long.
-///
-/// A cell may be added to a class several times. A class has fewer than 2^26 cells.
 class ValueClasses {
 public:
-  /// The other cells of a class.
-  struct Others {
-    std::uint64_t count;
-    CellIdentity only;  ///< the cell itself, if there is one
-  };
-
   /// Adds a cell to the class of its value.
-  Others add(ValueBits value, CellIdentity cell);
+  OtherCells add(ValueBits value, CellIdentity cell);
   /// Removes a cell, which must be there.
-  Others remove(ValueBits value, CellIdentity cell);
+  OtherCells remove(ValueBits value, CellIdentity cell);
 
   /// How many cells have a value.
   [[nodiscard]] std::uint64_t count(ValueBits value) const noexcept;
@@ -39,7 +32,7 @@ public:
 private:
   struct Slot {
     ValueBits value;
-    std::uint64_t cells = 0;  ///< their count, above the exclusive or of their identities; 0: empty
+    CellTally cells;  ///< none in an empty slot
   };
 
   /// One of the hash tables.
@@ -49,9 +42,7 @@ private:
   };
 
   static constexpr unsigned pieceBits = 8;
-  static constexpr std::uint64_t oneCell = std::uint64_t{1} << cellIdentityBits;
 
-  [[nodiscard]] static std::uint64_t drawSalt();
   [[nodiscard]] std::uint64_t hashOf(ValueBits value) const noexcept;
   /// The slot of a value, or the empty one where it belongs. Requires that there is an empty slot.
   [[nodiscard]] std::size_t findSlot(Piece const& piece, ValueBits value) const noexcept;
@@ -62,8 +53,8 @@ private:
     return hashOf(value) >> (64U - pieceBits);
   }
 
-  std::vector<Piece> _pieces;        ///< none as long as there is no value
-  std::uint64_t _salt = drawSalt();  ///< so that no document can choose values of one hash
+  std::vector<Piece> _pieces;  ///< none as long as there is no value
+  std::uint64_t _salt = drawSalt();
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -38,7 +38,8 @@ void EqualCells::add(ValueBits value, CellIdentity cell, bool isEditing) {
   if (!hasClass(value)) {
     return;
   }
-  auto const others = _classes.add(value, cell);
+  OtherCells const others =
+      isTextBits(value) ? _texts.add(textOfBits(value), cell) : _classes.add(value, cell);
   if (others.count == 1) {
     mark(others.only, true, isEditing);
   }
@@ -51,7 +52,8 @@ void EqualCells::remove(ValueBits value, CellIdentity cell, bool isEditing) {
   if (!hasClass(value)) {
     return;
   }
-  auto const others = _classes.remove(value, cell);
+  OtherCells const others =
+      isTextBits(value) ? _texts.remove(textOfBits(value), cell) : _classes.remove(value, cell);
   if (others.count == 1) {
     mark(others.only, false, isEditing);
   }

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "ConditionalFormatters/Following/CndFrmt_CellIdentities.h"
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
 #include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_TextClasses.h"
 #include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
 #include "Utils/CellIndex.h"
@@ -14,12 +18,21 @@ namespace Zorv::ConditionalFormatters {
 
 /// Cells in classes of equal values. If that is asked, also which cells repeat a value, and which
 /// of them began to, or ended, in an edit. NaN and values that are left out are in no class.
+///
+/// A text is known by its index among the texts here.
 class EqualCells {
 public:
   /// `marksRepeated`: true if it is asked which cells repeat a value.
   explicit EqualCells(bool marksRepeated) : _marksRepeated(marksRepeated) {}
 
+  /// Classes of values that are no texts.
   [[nodiscard]] ValueClasses const& getClasses() const noexcept { return _classes; }
+  [[nodiscard]] TextClasses const& getTexts() const noexcept { return _texts; }
+  /// The index of a text; see TextClasses::getOrCreate().
+  [[nodiscard]] std::optional<TextClasses::Index> getOrCreateText(std::string_view text,
+                                                                  std::uint32_t hash) {
+    return _texts.getOrCreate(text, hash);
+  }
   [[nodiscard]] bool isRepeated(CellIndex cell) const noexcept {
     return isMarked(
         _identities.identityOf(positionKeyOf(cell.getRow().get(), cell.getColumn().get())));
@@ -43,7 +56,9 @@ public:
   void moveRows(RowMoves const& moves) { _identities.follow(moves); }
 
   /// About how many bytes it takes.
-  [[nodiscard]] std::size_t countBytes() const noexcept { return _classes.countBytes(); }
+  [[nodiscard]] std::size_t countBytes() const noexcept {
+    return _classes.countBytes() + _texts.countBytes();
+  }
 
 private:
   struct Before {
@@ -61,6 +76,7 @@ private:
   bool _marksRepeated;
   CellIdentities _identities;
   ValueClasses _classes;
+  TextClasses _texts;
   CellSet _repeated;           ///< by identity of the row
   std::vector<Before> _notes;  ///< in the order of the edit
 };

@@ -27,6 +27,10 @@ FormulaErrorCode errorOfBits(ValueBits bits) noexcept {
   return static_cast<FormulaErrorCode>(bits & ((ValueBits{1} << errorCodeBits) - 1));
 }
 
+std::uint32_t hashOfCriterion(Formulas::CriterionText const& criterion) noexcept {
+  return static_cast<std::uint32_t>(std::hash<Formulas::CriterionText>()(criterion));
+}
+
 bool isSameValue(FormulaValue const& a, FormulaValue const& b) noexcept {
   if (a.which() != b.which()) {
     return false;
@@ -54,10 +58,21 @@ void FollowedAnswers::noteNumber(double number) noexcept {
   _hasNegativeZero = _hasNegativeZero || (number == 0.0 && std::signbit(number));
 }
 
-void FollowedAnswers::noteChange(PlaceKey place, ValueBits before, ValueBits now) noexcept {
+std::uint32_t FollowedAnswers::noteText(std::string_view text) {
+  auto read = Formulas::readCriterionText(text, _locale);
+  std::uint32_t const hash = hashOfCriterion(read);
+  addChangedClass(std::move(read));
+  return hash;
+}
+
+void FollowedAnswers::noteChange(PlaceKey place, ValueBits before, ValueBits now) {
   // No error comes before the first one.
   if ((isErrorBits(before) || isErrorBits(now)) && place <= _firstError) {
     _searchFrom = std::min(_searchFrom, place);
+  }
+  noteClass(before);
+  if (!isTextBits(now)) {  // else it was noted when it was read
+    noteClass(now);
   }
 }
 
@@ -71,31 +86,15 @@ void FollowedAnswers::rowsMoved() noexcept {
 }
 
 void FollowedAnswers::noteClass(ValueBits bits) {
-  if (!_aspects.classes || bits == noValueBits) {
+  if (!_aspects.classes || bits == noValueBits || _changesOtherClasses) {
     return;
   }
   if (isNumberBits(bits)) {
     addChangedClass(std::bit_cast<double>(bits));
+  } else if (isTextBits(bits)) {
+    addChangedClass(Formulas::readCriterionText(_structures.texts.at(textOfBits(bits)), _locale));
   } else {
     _changesOtherClasses = true;
-  }
-}
-
-bool FollowedAnswers::addText(std::string const& text) {
-  if (!_aspects.classes) {
-    return true;
-  }
-  auto read = Formulas::readCriterionText(text, _locale);
-  bool const isAdded = _texts.add(read);
-  addChangedClass(std::move(read));
-  return isAdded;
-}
-
-void FollowedAnswers::removeText(std::string const& text) {
-  if (_aspects.classes) {
-    auto read = Formulas::readCriterionText(text, _locale);
-    _texts.remove(read);
-    addChangedClass(std::move(read));
   }
 }
 
@@ -143,13 +142,25 @@ Formulas::RankCounts FollowedAnswers::countAround(double number) const noexcept 
 std::uint64_t FollowedAnswers::countEqual(FormulaValue const& value) const {
   if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
     double const wanted = number->value.get();
-    return _structures.classes.count(bitsOfNumber(wanted)) + _texts.count(wanted);
+    return _structures.classes.count(bitsOfNumber(wanted)) + countTexts(wanted);
   }
   if (auto const* const text = boost::get<FormulaModel::FormulaString>(&value)) {
-    return _texts.count(Formulas::readCriterionText(text->value, _locale));
+    return countTexts(Formulas::readCriterionText(text->value, _locale), text->value);
   }
   return _structures.classes.count(
       makeValueKey(value, [](std::string const&) { return std::uint64_t{0}; }).bits());
+}
+
+std::uint64_t FollowedAnswers::countTexts(Formulas::CriterionText const& wanted,
+                                          std::optional<std::string_view> known) const {
+  std::uint64_t count = 0;
+  _structures.texts.forEachOfHash(
+      hashOfCriterion(wanted), [&](std::string_view text, std::uint64_t cells) {
+        // Most texts occur as they are asked for, and to read one takes longer than to compare it.
+        bool const isEqual = text == known || Formulas::readCriterionText(text, _locale) == wanted;
+        count += isEqual ? cells : 0;
+      });
+  return count;
 }
 
 }  // namespace Zorv::ConditionalFormatters

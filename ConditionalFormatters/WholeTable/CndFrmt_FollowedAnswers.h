@@ -1,15 +1,17 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
-#include "ConditionalFormatters/Following/CndFrmt_CriterionTexts.h"
 #include "ConditionalFormatters/Following/CndFrmt_NumberRanking.h"
+#include "ConditionalFormatters/Following/CndFrmt_TextClasses.h"
 #include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
 #include "ConditionalFormatters/Following/CndFrmt_ValueColumn.h"
+#include "Formulas/CriterionText.h"
 #include "Formulas/FollowedAreas.h"
 #include "OfficeUtils/LocaleContext.h"
 #include "Utils/FloatNumber.h"
@@ -30,6 +32,7 @@ public:
     ValueColumn const& column;
     NumberRanking const& ranking;
     ValueClasses const& classes;
+    TextClasses const& texts;
   };
 
   FollowedAnswers(Structures const& structures, Formulas::AreaAspects const& aspects,
@@ -39,16 +42,15 @@ public:
   /// The aspects that the structures serve.
   [[nodiscard]] Formulas::AreaAspects const& getAspects() const noexcept { return _aspects; }
 
-  // To be told of each value that is read, and of each that is kept or no longer kept.
+  // To be told of each value that is read, and of each change of a kept one before the structures
+  // of equal values follow it.
 
   void noteRead(FormulaValue const& ofProvider, FormulaValue const& ofCell) noexcept;
   void noteNumber(double number) noexcept;
-  void noteChange(PlaceKey place, ValueBits before, ValueBits now) noexcept;
-  /// The number of values that equal one changes. `bits`: of a value that is no text.
-  void noteClass(ValueBits bits);
-  /// False, and the range cannot be followed, if too many texts crowd in a hash table.
-  [[nodiscard]] bool addText(std::string const& text);
-  void removeText(std::string const& text);
+  /// For AreaAspect::Classes. Gives the hash of the text for the structures: texts that are equal
+  /// for criteria have one hash, so that they are found together.
+  [[nodiscard]] std::uint32_t noteText(std::string_view text);
+  void noteChange(PlaceKey place, ValueBits before, ValueBits now);
 
   /// Takes over that values were moved to other rows. The next edit is part of this one.
   void rowsMoved() noexcept;
@@ -81,11 +83,12 @@ public:
   [[nodiscard]] Formulas::RankCounts countAround(double number) const noexcept override;
   [[nodiscard]] std::uint64_t countEqual(FormulaValue const& value) const override;
 
-  /// About how many bytes it takes.
-  [[nodiscard]] std::size_t countBytes() const noexcept { return _texts.countBytes(); }
-
 private:
+  void noteClass(ValueBits bits);
   void addChangedClass(Formulas::CriterionText value);
+  /// How many cells have a text that is equal to one for criteria. `known`: a text that is.
+  [[nodiscard]] std::uint64_t countTexts(Formulas::CriterionText const& wanted,
+                                         std::optional<std::string_view> known = {}) const;
 
   /// After all places.
   static constexpr PlaceKey noPlace = ~PlaceKey{0};
@@ -101,7 +104,6 @@ private:
 
   PlaceKey _firstError = noPlace;
   PlaceKey _searchFrom = noPlace;  ///< errors from here on are to be looked for
-  CriterionTexts _texts;
   std::vector<Formulas::CriterionText> _changedClasses;  ///< by the last edit
   bool _changesOtherClasses = false;
   bool _continuesEdit = false;

@@ -19,12 +19,6 @@ namespace {
 
 using FormulaModel::ValueKey;
 
-bool isTextBits(ValueBits bits) noexcept {
-  return bits != noValueBits && bits >= ValueKey::ofTextIndex(0).bits();
-}
-
-TextPool::Index textOfBits(ValueBits bits) noexcept { return static_cast<TextPool::Index>(bits); }
-
 FloatNumber numberOfBits(ValueBits bits) noexcept {
   return FloatNumber(std::bit_cast<double>(bits));
 }
@@ -47,8 +41,9 @@ FollowedOperands::FollowedOperands(ValueContextProvider const& provider, DOM::Ta
       _aspects(aspects),
       _equal(needs.occurrences) {
   if (!aspects.isEmpty()) {
-    _answers.emplace(FollowedAnswers::Structures{_column, _ranking, _equal.getClasses()}, aspects,
-                     provider.getFormulasContextProvider().getLocaleContext());
+    _answers.emplace(
+        FollowedAnswers::Structures{_column, _ranking, _equal.getClasses(), _equal.getTexts()},
+        aspects, provider.getFormulasContextProvider().getLocaleContext());
   }
   for (std::size_t range = 0; range < ranges.size(); ++range) {
     auto const blocks = DOM::RowBlocks::ofCells(table, ranges[range]);
@@ -134,8 +129,8 @@ ThresholdOperand FollowedOperands::getThreshold(
 }
 
 std::size_t FollowedOperands::countBytes() const noexcept {
-  return _column.countBytes() + _ranking.countBytes() + _equal.countBytes() + _texts.countBytes() +
-         (_answers ? _answers->countBytes() : 0) + _unranked.capacity() * sizeof(FloatNumber);
+  return _column.countBytes() + _ranking.countBytes() + _equal.countBytes() +
+         _unranked.capacity() * sizeof(FloatNumber);
 }
 
 void FollowedOperands::readBlock(BlockOfRange const& block) {
@@ -220,21 +215,14 @@ ValueBits FollowedOperands::takeBits(FormulaValue const& value) {
 }
 
 /// Texts that need not be told from each other have one index.
-ValueBits FollowedOperands::takeText(std::string const& text) {
+ValueBits FollowedOperands::takeText(std::string_view text) {
   if (!countsEqual()) {
     return ValueKey::ofTextIndex(0).bits();
   }
-  auto const index = _texts.acquire(text);
-  bool const isCounted = index && (!_answers || _answers->addText(text));
-  _isHopeless = _isHopeless || !isCounted;
-  return isCounted ? ValueKey::ofTextIndex(*index).bits() : noValueBits;
-}
-
-void FollowedOperands::releaseText(ValueBits bits) {
-  if (_answers) {
-    _answers->removeText(_texts.at(textOfBits(bits)));
-  }
-  _texts.release(textOfBits(bits));
+  auto const index = _equal.getOrCreateText(
+      text, _aspects.classes ? _answers->noteText(text) : TextClasses::hashOf(text));
+  _isHopeless = _isHopeless || !index;
+  return index ? ValueKey::ofTextIndex(*index).bits() : noValueBits;
 }
 
 void FollowedOperands::setValue(PlaceKey place, ValueBits bits) {
@@ -246,24 +234,12 @@ void FollowedOperands::setValue(PlaceKey place, ValueBits bits) {
     if (isNumberBits(bits) && ranks()) {
       rankNumber(numberOfBits(bits));
     }
+    if (_answers) {
+      _answers->noteChange(place, old, bits);
+    }
     if (countsEqual()) {
       _equal.change(positionOfPlace(place), old, bits, _isEditing);
     }
-    if (_answers) {
-      _answers->noteChange(place, old, bits);
-      noteClass(old);
-      noteClass(bits);
-    }
-  }
-  if (isTextBits(old) && countsEqual()) {
-    releaseText(old);
-  }
-}
-
-/// Texts are noted when they are taken and released.
-void FollowedOperands::noteClass(ValueBits bits) {
-  if (!isTextBits(bits)) {
-    _answers->noteClass(bits);
   }
 }
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
@@ -13,7 +13,6 @@
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
 #include "ConditionalFormatters/Following/CndFrmt_NumberRanking.h"
 #include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
-#include "ConditionalFormatters/Following/CndFrmt_TextPool.h"
 #include "ConditionalFormatters/Following/CndFrmt_ValueColumn.h"
 #include "ConditionalFormatters/Parallel/CndFrmt_BlockList.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_EqualCells.h"
@@ -38,8 +37,8 @@ namespace Zorv::ConditionalFormatters {
 ///
 /// Made piece by piece, in the time that a caller can spare. An edit then costs some microseconds
 /// for each cell, and up to a millisecond for a million numbers if their sum is rounded; an edit of
-/// rows, as much for each cell that it adds or removes. Takes up to 70 bytes for each cell, about
-/// 100 for a text that occurs once, and 60 more for such a text where COUNTIF asks for it.
+/// rows, as much for each cell that it adds or removes. Takes up to 70 bytes for each cell, more
+/// for texts of over 24 bytes.
 ///
 /// An operation that throws leaves an object that may only be destroyed. Ownership: borrows the
 /// provider and the table. Threads: const operations may be called from several threads.
@@ -112,10 +111,8 @@ private:
   /// The bits under which the value of a cell is kept.
   [[nodiscard]] ValueBits readBits(DOM::CellInfo const& cellInfo);
   [[nodiscard]] ValueBits takeBits(FormulaValue const& value);
-  [[nodiscard]] ValueBits takeText(std::string const& text);
-  void releaseText(ValueBits bits);
+  [[nodiscard]] ValueBits takeText(std::string_view text);
   void setValue(PlaceKey place, ValueBits bits);
-  void noteClass(ValueBits bits);
   /// The most positions that are worth reading again.
   [[nodiscard]] std::uint64_t mostToRead() const noexcept;
   void removeRows(std::size_t range, unsigned long first, unsigned long end);
@@ -136,7 +133,6 @@ private:
   NumberRanking _ranking;
   std::vector<FloatNumber> _unranked;  ///< numbers of the column that the ranking does not have yet
   EqualCells _equal;
-  TextPool _texts;
   bool _isEditing = false;
   MeanOperand _mean{};
   std::optional<FollowedAnswers> _answers;  ///< to formulas, if they ask

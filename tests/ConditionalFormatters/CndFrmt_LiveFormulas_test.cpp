@@ -1,5 +1,6 @@
 // Formulas that ask something of a whole column, in a document that is edited.
 
+#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <memory>
@@ -154,6 +155,35 @@ TEST_F(LiveFormulas, SeeTextsThatAreMoreThanValuesAsCriteria) {
   follow("A1:A4000", LiveSheet::isTrue("COUNTIF($A:$A,A1)>2"));
   EXPECT_EQ(change(5, number(4'000)), "");
   EXPECT_EQ(change(6, number(4'000)), "5+ 6+ 20+ 3999+");
+}
+
+TEST_F(LiveFormulas, CountTextsThatAreEqualForCriteria) {
+  sheet.table.setValue(30, 0, text("Total of the sums of all months and of all the years"));
+  follow("A1:A4000", LiveSheet::isTrue("COUNTIF($A:$A,A1)>1"));
+  EXPECT_EQ(change(31, text("total of the sums of all months and of all the YEARS")), "30+ 31+");
+  EXPECT_EQ(change(32, text("TOTAL of the sums of all months and of all the years")), "32+");
+  EXPECT_EQ(change(30, number(-1)), "30-");
+  EXPECT_EQ(change(31, number(-2)), "31- 32-");
+  expectFewSteps();
+  EXPECT_EQ(change(33, text("2001.0")), "33+ 2000+") << "it reads as the number of row 2000";
+  EXPECT_EQ(change(2'000, text("2001")), "");
+  EXPECT_EQ(change(33, number(-3)), "33- 2000-");
+  expectFewSteps();
+}
+
+TEST_F(LiveFormulas, CountTextsOfVeryManyLetterCases) {
+  constexpr unsigned long count = 1'024;
+  for (unsigned long row = 0; row < count; ++row) {
+    std::string letters = "abcdefghij";
+    for (std::size_t index = 0; index < letters.size(); ++index) {
+      letters[index] = static_cast<char>(letters[index] - (row >> index & 1U ? 'a' - 'A' : 0));
+    }
+    sheet.table.setValue(row, 0, text(letters));
+  }
+  follow("A1:A4000", LiveSheet::isTrue("COUNTIF($A:$A,A1)=1024"));
+  EXPECT_EQ(change(1'024, number(-1)), "");
+  std::string const told = change(1'000, number(-2));
+  EXPECT_EQ(std::ranges::count(told, '-'), std::ptrdiff_t{count});
 }
 
 TEST_F(LiveFormulas, OfOtherColumnsAreAskedWhereverTheyMayHoldOtherwise) {
