@@ -27,7 +27,7 @@ using DOM::FormulaSyntaxTree::Operator;
 using DOM::FormulaSyntaxTree::StructuredReference;
 
 /// One dimension of a reference.
-struct Extent {
+struct Dimension {
   std::uint32_t first;
   std::uint32_t last;
   bool firstIsRelative;
@@ -39,18 +39,18 @@ struct Extent {
   }
 };
 
-Extent rowsOf(CellReference const& reference) noexcept {
+Dimension rowsOf(CellReference const& reference) noexcept {
   return {reference.firstRow, reference.lastRow, reference.firstRowIsRelative,
           reference.lastRowIsRelative};
 }
 
-Extent columnsOf(CellReference const& reference) noexcept {
+Dimension columnsOf(CellReference const& reference) noexcept {
   return {reference.firstColumn, reference.lastColumn, reference.firstColumnIsRelative,
           reference.lastColumnIsRelative};
 }
 
 /// True if a dimension of some values, taken in the size of a range, never leaves their reference.
-bool holdsResized(Extent const& values, Extent const& range) noexcept {
+bool holdsResized(Dimension const& values, Dimension const& range) noexcept {
   return range.keepsSize() && values.firstIsRelative == values.lastIsRelative &&
          values.last - values.first == range.last - range.first;
 }

@@ -52,6 +52,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Functions/RomanNumerals.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Search.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Statistical.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Functions/Summaries.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/Text.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/TextEditing.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Functions/TextFormat.cpp

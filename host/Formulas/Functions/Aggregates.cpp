@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <numeric>
 #include <optional>
 #include <utility>
@@ -16,6 +15,7 @@
 #include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
+#include "Formulas/Functions/Summaries.h"
 #include "Formulas/Values/Coercion.h"
 #include "Formulas/Values/Elements.h"
 
@@ -45,7 +45,6 @@ void gather(StepMeter& steps, Contents& contents, Value const& range, bool ignor
   });
 }
 
-Value noNumbers() { return Value::error(FormulaErrorCode::DivisionByZero); }
 using Numbers = std::vector<double>;
 
 double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
@@ -57,7 +56,7 @@ double totalOf(Numbers const& numbers) {
 Value sum(Numbers& numbers) { return Value::number(totalOf(numbers)); }
 
 Value average(Numbers& numbers) {
-  return numbers.empty() ? noNumbers() : Value::number(totalOf(numbers) / countOf(numbers));
+  return numbers.empty() ? divisionByZero() : Value::number(totalOf(numbers) / countOf(numbers));
 }
 
 Value maximum(Numbers& numbers) {
@@ -74,94 +73,33 @@ Value product(Numbers& numbers) {
                       : std::accumulate(numbers.begin(), numbers.end(), 1.0, std::multiplies<>()));
 }
 
-/// The sum of the squares of the distances to the mean.
-double squaredDistances(Numbers const& numbers) {
-  double const mean = totalOf(numbers) / countOf(numbers);
-  return std::accumulate(numbers.begin(), numbers.end(), 0.0, [&](double sum, double number) {
-    return sum + (number - mean) * (number - mean);
-  });
+Value median(Numbers& numbers) {
+  NumbersInOrder inOrder(std::move(numbers));
+  return medianOf(inOrder);
 }
 
-Value variance(Numbers& numbers) {
-  return numbers.size() < 2 ? noNumbers()
-                            : Value::number(squaredDistances(numbers) / (countOf(numbers) - 1.0));
-}
-
-Value populationVariance(Numbers& numbers) {
-  return numbers.empty() ? noNumbers()
-                         : Value::number(squaredDistances(numbers) / countOf(numbers));
-}
-
-Value rootOf(Value const& variance) {
-  return variance.isNumber() ? Value::number(std::sqrt(variance.asNumber())) : variance;
-}
-
-Value deviation(Numbers& numbers) { return rootOf(variance(numbers)); }
-Value populationDeviation(Numbers& numbers) { return rootOf(populationVariance(numbers)); }
-
-/// The number at an index of the sorted numbers; for a fraction of an index, a number between
-/// two numbers.
-Value atIndex(Numbers& numbers, double index) {
-  if (!(0.0 <= index && index <= countOf(numbers) - 1.0)) {
-    return notANumber();
-  }
-  std::ranges::sort(numbers);
-  double const whole = std::floor(index);
-  auto const lower = static_cast<std::size_t>(whole);
-  std::size_t const upper = std::min(lower + 1, numbers.size() - 1);
-  return Value::number(numbers[lower] + (index - whole) * (numbers[upper] - numbers[lower]));
-}
-
-Value median(Numbers& numbers) { return atIndex(numbers, (countOf(numbers) - 1.0) / 2.0); }
-
-/// MODE.SNGL: the most frequent number, of several the one that comes first.
-Value mode(Numbers& numbers) {
-  std::map<double, std::size_t> counts;
-  std::size_t most = 1;
-  for (double const number : numbers) {
-    most = std::max(most, ++counts[number]);
-  }
-  if (most == 1) {
-    return Value::error(FormulaErrorCode::NotAvailable);
-  }
-  return Value::number(
-      *std::ranges::find_if(numbers, [&](double number) { return counts[number] == most; }));
-}
-
-Value large(Numbers& numbers, double rank) {
-  return atIndex(numbers, countOf(numbers) - std::ceil(rank));
-}
-Value small(Numbers& numbers, double rank) { return atIndex(numbers, std::ceil(rank) - 1.0); }
-
-Value percentile(Numbers& numbers, double share) {
-  return atIndex(numbers, share * (countOf(numbers) - 1.0));
-}
-Value innerPercentile(Numbers& numbers, double share) {
-  return atIndex(numbers, share * (countOf(numbers) + 1.0) - 1.0);
-}
-Value quartile(Numbers& numbers, double quarter) {
-  return percentile(numbers, std::trunc(quarter) / 4.0);
-}
-Value innerQuartile(Numbers& numbers, double quarter) {
-  return innerPercentile(numbers, std::trunc(quarter) / 4.0);
-}
-
-// The functions by number. Those of COUNT and COUNTA, 2 and 3, ask for more than the numbers.
+// The functions by number. Those of COUNT, COUNTA and MODE, 2, 3 and 13, ask for more than the
+// numbers.
 constexpr std::size_t countFunction = 2;
 constexpr std::size_t countAllFunction = 3;
-constexpr std::size_t firstSortingFunction = 12;
+constexpr std::size_t modeFunction = 13;
 using Function = Value (*)(Numbers&);
 constexpr std::array<Function, 14> functions = {
-    nullptr, average,   nullptr,
-    nullptr, maximum,   minimum,
-    product, deviation, populationDeviation,
-    sum,     variance,  populationVariance,
-    median,  mode,
+    nullptr, average,         nullptr,
+    nullptr, maximum,         minimum,
+    product, sampleDeviation, populationDeviation,
+    sum,     sampleVariance,  populationVariance,
+    median,  nullptr,
 };
 
 // Those that take a rank or a share besides, from the number 14 on.
-constexpr std::array<Value (*)(Numbers&, double), 6> functionsOfRanks = {
-    large, small, percentile, quartile, innerPercentile, innerQuartile,
+constexpr std::array<Value (*)(NumbersInOrder&, double), 6> functionsOfRanks = {
+    largestOf,
+    smallestOf,
+    percentileOf<Ends::Included>,
+    quartileOf<Ends::Included>,
+    percentileOf<Ends::Excluded>,
+    quartileOf<Ends::Excluded>,
 };
 
 /// Functions of references only: `#VALUE!` for an argument of another kind.
@@ -180,10 +118,11 @@ Value aggregateReferences(Call const& call, std::size_t function, std::size_t fi
   if (function == countAllFunction) {
     return Value::number(static_cast<double>(contents.valueCount));
   }
-  if (function >= firstSortingFunction) {
-    call.steps().spend(stepsOfSort(contents.numbers.size()));
+  if (contents.error) {
+    return *contents.error;
   }
-  return contents.error ? *contents.error : functions[function](contents.numbers);
+  return function == modeFunction ? modeOf(call.steps(), contents.numbers)
+                                  : functions[function](contents.numbers);
 }
 
 /// A whole number from 0 to below `end`, or `end` itself for one outside.
@@ -219,8 +158,10 @@ Value aggregateByRank(Call const& call, std::size_t function, bool ignoresErrors
   if (contents.error || rank.isError()) {
     return contents.error ? *contents.error : rank.error();
   }
+  // To select a number takes as long as to sort them, at worst.
   call.steps().spend(stepsOfSort(contents.numbers.size()));
-  return functionsOfRanks[function - functions.size()](contents.numbers, *rank);
+  NumbersInOrder numbers(std::move(contents.numbers));
+  return functionsOfRanks[function - functions.size()](numbers, *rank);
 }
 
 /// AGGREGATE(function, options, references). Of the options only leaving out errors has an effect

@@ -10,6 +10,7 @@
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Moments.h"
 #include "Formulas/Functions/Numbers.h"
+#include "Formulas/Functions/Summaries.h"
 
 namespace Zorv::Formulas {
 
@@ -18,26 +19,6 @@ namespace {
 using Numbers = std::vector<double>;
 
 double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
-
-Value sampleVariance(Numbers& numbers) {
-  return numbers.size() < 2 ? divisionByZero()
-                            : Value::number(squaredDeviations(numbers) / (countOf(numbers) - 1.0));
-}
-
-Value populationVariance(Numbers& numbers) {
-  return numbers.empty() ? divisionByZero()
-                         : Value::number(squaredDeviations(numbers) / countOf(numbers));
-}
-
-/// The deviation that belongs to a variance.
-template <Value (*variance)(Numbers&)>
-Value deviation(Numbers& numbers) {
-  Value const square = variance(numbers);
-  return square.isError() ? square : Value::number(std::sqrt(square.asNumber()));
-}
-
-constexpr auto sampleDeviation = deviation<sampleVariance>;
-constexpr auto populationDeviation = deviation<populationVariance>;
 
 /// AVEDEV: the mean of the distances from the mean.
 Value meanDistance(Numbers& numbers) {

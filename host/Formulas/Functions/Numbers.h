@@ -155,28 +155,32 @@ private:
   return *at;
 }
 
-/// The numbers of some arguments in their order, by index. Those of a list are selected from it,
-/// those of an area that is kept up to date are known.
+/// Numbers in their order, by index. Those of a list are selected from it, those of an area that is
+/// kept up to date are known.
 class NumbersInOrder {
 public:
+  /// Those of some arguments of a call.
   NumbersInOrder(Call const& call, std::size_t first, std::size_t end)
       : _followed(findFollowed(call, first, end, AreaAspect::Order)) {
     if (_followed == nullptr) {
-      _list.emplace(call, first, end);
+      NumberList list(call, first, end);
+      _numbers = std::move(list.numbers());
+      _error = list.error();
     }
   }
+  explicit NumbersInOrder(std::vector<double> numbers) noexcept : _numbers(std::move(numbers)) {}
 
   /// Set where an argument holds an error.
   [[nodiscard]] std::optional<Value> error() const {
-    return _followed != nullptr ? errorOf(_followed->getSummary()) : _list->error();
+    return _followed != nullptr ? errorOf(_followed->getSummary()) : _error;
   }
-  [[nodiscard]] std::size_t size() {
+  [[nodiscard]] std::size_t size() const noexcept {
     return _followed != nullptr ? static_cast<std::size_t>(_followed->getSummary().numberCount)
-                                : _list->numbers().size();
+                                : _numbers.size();
   }
   /// Requires an index below size(), as the next one does.
   [[nodiscard]] double at(std::size_t index) {
-    return _followed != nullptr ? _followed->numberAt(index) : selectAt(_list->numbers(), index);
+    return _followed != nullptr ? _followed->numberAt(index) : selectAt(_numbers, index);
   }
   /// The number at an index and the next one; requires that there is a next one.
   [[nodiscard]] std::pair<double, double> pairAt(std::size_t index) {
@@ -184,13 +188,14 @@ public:
     if (_followed != nullptr) {
       return {lower, at(index + 1)};
     }
-    auto const rest = _list->numbers().begin() + static_cast<std::ptrdiff_t>(index) + 1;
-    return {lower, *std::min_element(rest, _list->numbers().end())};
+    auto const rest = _numbers.begin() + static_cast<std::ptrdiff_t>(index) + 1;
+    return {lower, *std::min_element(rest, _numbers.end())};
   }
 
 private:
-  FollowedArea const* _followed;
-  std::optional<NumberList> _list;  ///< of other arguments
+  FollowedArea const* _followed = nullptr;
+  std::vector<double> _numbers;  ///< unless they are those of a followed area
+  std::optional<Value> _error;
 };
 
 /// A function of the numbers of all arguments.

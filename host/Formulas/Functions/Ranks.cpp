@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <numeric>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -14,6 +14,7 @@
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
 #include "Formulas/Functions/Rounding.h"
+#include "Formulas/Functions/Summaries.h"
 
 namespace Zorv::Formulas {
 
@@ -61,54 +62,18 @@ Value rank(Call& call) {
                        (isMeanOfEquals ? (equal - 1.0) / 2.0 : 0.0));
 }
 
-/// The number at an index of the sorted numbers; for a fraction of an index, a number between two
-/// numbers.
-double interpolateAt(NumbersInOrder& numbers, double index) {
-  double const whole = roundDown(index);
-  auto const lowerIndex = static_cast<std::size_t>(whole);
-  double const fraction = std::max(index - whole, 0.0);
-  if (fraction == 0.0 || lowerIndex + 1 >= numbers.size()) {
-    return numbers.at(lowerIndex);
-  }
-  auto const [lower, upper] = numbers.pairAt(lowerIndex);
-  return lower + (upper - lower) * fraction;
-}
-
-enum class Ends : std::uint8_t {
-  Included,  ///< the smallest number is the quantile of 0, the largest that of 1
-  Excluded,  ///< both lie inside, as far from 0 and 1 as numbers are from each other
-};
-
-template <Ends ends>
-Value quantile(NumbersInOrder& numbers, double share) {
-  auto const count = static_cast<double>(numbers.size());
-  if (numbers.size() == 0 || !(share >= 0.0 && share <= 1.0)) {
-    return notANumber();
-  }
-  if (ends == Ends::Included) {
-    return Value::number(interpolateAt(numbers, share * (count - 1.0)));
-  }
-  double const index = share * (count + 1.0) - 1.0;
-  if (snapToWhole(index) < 0.0 || snapToWhole(index) > count - 1.0) {
-    return notANumber();
-  }
-  return Value::number(interpolateAt(numbers, std::clamp(index, 0.0, count - 1.0)));
-}
-
 /// PERCENTILE(numbers, share)
 template <Ends ends>
 Value percentile(Call& call) {
   NumbersInOrder numbers(call, 0, 1);
-  return numbers.error() ? *numbers.error() : quantile<ends>(numbers, call.number(1));
+  return numbers.error() ? *numbers.error() : percentileOf<ends>(numbers, call.number(1));
 }
 
 /// QUARTILE(numbers, quarter)
 template <Ends ends>
 Value quartile(Call& call) {
-  constexpr double quarters = 4.0;
   NumbersInOrder numbers(call, 0, 1);
-  return numbers.error() ? *numbers.error()
-                         : quantile<ends>(numbers, std::trunc(call.number(1)) / quarters);
+  return numbers.error() ? *numbers.error() : quartileOf<ends>(numbers, call.number(1));
 }
 
 /// The share of the numbers below one of them, or below a number between two of them; nothing for a
@@ -149,46 +114,10 @@ Value percentRank(Call& call) {
   return share ? Value::number(roundToDigits(*share, digits, roundTowardsZero)) : notAvailable();
 }
 
-/// The indexes of numbers, sorted by number; equal numbers keep their order.
-std::vector<std::size_t> sortIndexes(StepMeter& steps, Numbers const& numbers) {
-  steps.spend(stepsOfSort(numbers.size()));
-  std::vector<std::size_t> indexes(numbers.size());
-  std::iota(indexes.begin(), indexes.end(), std::size_t{0});
-  std::ranges::stable_sort(indexes, {}, [&](std::size_t index) { return numbers[index]; });
-  return indexes;
-}
-
-/// The index of the first occurrence of each most frequent number, ascending; none where each
-/// number occurs once.
-std::vector<std::size_t> findModes(StepMeter& steps, Numbers const& numbers) {
-  std::vector<std::size_t> const indexes = sortIndexes(steps, numbers);
-  std::vector<std::size_t> modes;
-  std::ptrdiff_t most = 2;
-  for (auto first = indexes.begin(); first != indexes.end();) {
-    auto const next = std::find_if(
-        first, indexes.end(), [&](std::size_t index) { return numbers[index] != numbers[*first]; });
-    std::ptrdiff_t const count = next - first;
-    if (count > most) {
-      modes.clear();
-    }
-    if (count >= most) {
-      most = count;
-      modes.push_back(*first);
-    }
-    first = next;
-  }
-  std::ranges::sort(modes);
-  return modes;
-}
-
 /// MODE: the most frequent number; of several the one that occurs first.
 Value mode(Call& call) {
   NumberList list(call, 0, call.count());
-  if (list.error()) {
-    return *list.error();
-  }
-  std::vector<std::size_t> const modes = findModes(call.steps(), list.numbers());
-  return modes.empty() ? notAvailable() : Value::number(list.numbers()[modes.front()]);
+  return list.error() ? *list.error() : modeOf(call.steps(), list.numbers());
 }
 
 /// A column of numbers.
@@ -205,10 +134,7 @@ Value modes(Call& call) {
   if (list.error()) {
     return *list.error();
   }
-  Numbers found;
-  for (std::size_t const index : findModes(call.steps(), list.numbers())) {
-    found.push_back(list.numbers()[index]);
-  }
+  Numbers const found = findModes(call.steps(), list.numbers());
   return found.empty() ? notAvailable() : makeColumn(call.evaluator(), found);
 }
 

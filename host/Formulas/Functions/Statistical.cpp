@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -11,6 +10,7 @@
 #include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Families.h"
 #include "Formulas/Functions/Numbers.h"
+#include "Formulas/Functions/Summaries.h"
 #include "Formulas/Values/Coercion.h"
 
 namespace Zorv::Formulas {
@@ -112,33 +112,15 @@ Value maximum(Call& call) {
 
 Value median(Call& call) {
   NumbersInOrder numbers(call, 0, call.count());
-  if (numbers.error() || numbers.size() == 0) {
-    return numbers.error() ? *numbers.error() : Value::error(FormulaErrorCode::Number);
-  }
-  std::size_t const middle = numbers.size() / 2;
-  if (numbers.size() % 2 != 0) {
-    return Value::number(numbers.at(middle));
-  }
-  auto const [lower, upper] = numbers.pairAt(middle - 1);
-  return Value::number(lower + (upper - lower) / 2.0);
+  return numbers.error() ? *numbers.error() : medianOf(numbers);
 }
 
-/// The number of a rank, which counts from 1 and whose fraction rounds up.
-Value selectByRank(Call const& call, bool fromLargest) {
+/// LARGE and SMALL, of numbers and a rank.
+template <Value (*select)(NumbersInOrder&, double)>
+Value selectByRank(Call& call) {
   NumbersInOrder numbers(call, 0, 1);
-  if (numbers.error()) {
-    return *numbers.error();
-  }
-  double const rank = std::ceil(call.number(1));
-  if (numbers.size() == 0 || rank < 1.0 || rank > static_cast<double>(numbers.size())) {
-    return Value::error(FormulaErrorCode::Number);
-  }
-  std::size_t const fromStart = static_cast<std::size_t>(rank) - 1;
-  return Value::number(numbers.at(fromLargest ? numbers.size() - 1 - fromStart : fromStart));
+  return numbers.error() ? *numbers.error() : select(numbers, call.number(1));
 }
-
-Value large(Call& call) { return selectByRank(call, true); }
-Value small(Call& call) { return selectByRank(call, false); }
 
 }  // namespace
 
@@ -150,12 +132,14 @@ std::span<FunctionEntry const> statisticalFunctions() noexcept {
                     "How many values there are that are not empty."},
       FunctionEntry{"COUNTBLANK", "range:r", countBlanks,
                     "How many cells of a range are empty or hold an empty text."},
-      FunctionEntry{"LARGE", "numbers:a, rank:n", large, "Number at a rank from the largest."},
+      FunctionEntry{"LARGE", "numbers:a, rank:n", selectByRank<largestOf>,
+                    "Number at a rank from the largest."},
       FunctionEntry{"MAX", "number:a, (number:a)", maximum, "Largest number."},
       FunctionEntry{"MEDIAN", "number:a, (number:a)", median,
                     "Number in the middle of all, or the mean of two."},
       FunctionEntry{"MIN", "number:a, (number:a)", minimum, "Smallest number."},
-      FunctionEntry{"SMALL", "numbers:a, rank:n", small, "Number at a rank from the smallest."},
+      FunctionEntry{"SMALL", "numbers:a, rank:n", selectByRank<smallestOf>,
+                    "Number at a rank from the smallest."},
   };
   return entries;
 }

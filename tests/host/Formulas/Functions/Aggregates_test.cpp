@@ -79,6 +79,18 @@ TEST_F(Aggregates, AggregateLeavesOutErrorsWhenAsked) {
                           });
 }
 
+TEST_F(Aggregates, AreThoseOfTheFunctionsThatTheyName) {
+  document.setColumn("E1", {"0.1", "0.1", "0.1"});
+  expectResults(document, {
+                              {"SUBTOTAL(7,E1:E3)", "0"},
+                              {"SUBTOTAL(8,E1:E3)", "0"},
+                              {"SUBTOTAL(10,E1:E3)-VAR(E1:E3)", "0"},
+                              {"AGGREGATE(11,6,E1:E3)-VAR.P(E1:E3)", "0"},
+                              {"(AGGREGATE(18,6,ROW(A1:A99),0.07)-7)*1E15", "0"},
+                              {"AGGREGATE(16,6,E1:E3,0.3)-PERCENTILE(E1:E3,0.3)", "0"},
+                          });
+}
+
 TEST_F(Aggregates, AggregateTakesRanksOfArrays) {
   expectResults(document, {
                               {"AGGREGATE(14,6,B1:B5,1)", "4"},
