@@ -7,6 +7,10 @@
 
 namespace Zorv::ConditionalFormatters {
 
+inline void appendAll(std::vector<TableRange> const& ranges, std::vector<TableRange>& areas) {
+  areas.insert(areas.end(), ranges.begin(), ranges.end());
+}
+
 /// At most `most` disjoint areas, by rows and then by columns, that hold every position of some
 /// areas. Exact as long as so few areas can be; otherwise areas are joined that leave out little.
 ///

@@ -5,15 +5,12 @@
 
 #include "ConditionalFormatters/Formats/CndFrmt_FormatRefs.h"
 #include "ConditionalFormatters/Formats/CndFrmt_FormulaBaseCell.h"
+#include "ConditionalFormatters/Live/CndFrmt_FewAreas.h"
 #include "ConditionalFormatters/Live/CndFrmt_FormulaFollower.h"
 
 namespace Zorv::ConditionalFormatters {
 
 namespace {
-
-void appendAll(std::vector<TableRange> const& ranges, std::vector<TableRange>& areas) {
-  areas.insert(areas.end(), ranges.begin(), ranges.end());
-}
 
 /// Appends what ranges and zones share. True if there is something.
 bool appendShared(std::vector<TableRange> const& ranges, std::span<TableRange const> zones,

@@ -47,10 +47,6 @@ RowEdit toRowEdit(LinesChanged const& lines) noexcept {
   return {kind, lines.first, lines.count, lines.before};
 }
 
-void appendAll(std::vector<TableRange> const& ranges, std::vector<TableRange>& areas) {
-  areas.insert(areas.end(), ranges.begin(), ranges.end());
-}
-
 /// What changes amount to, for a table that is followed.
 class ChangeSummary {
 public:

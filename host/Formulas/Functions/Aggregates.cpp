@@ -47,8 +47,6 @@ void gather(StepMeter& steps, Contents& contents, Value const& range, bool ignor
 
 using Numbers = std::vector<double>;
 
-double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
-
 double totalOf(Numbers const& numbers) {
   return std::accumulate(numbers.begin(), numbers.end(), 0.0);
 }

@@ -18,8 +18,6 @@ namespace {
 
 using Numbers = std::vector<double>;
 
-double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
-
 /// AVEDEV: the mean of the distances from the mean.
 Value meanDistance(Numbers& numbers) {
   if (numbers.empty()) {

@@ -22,8 +22,6 @@ namespace {
 
 using Numbers = std::vector<double>;
 
-double countOf(Numbers const& numbers) noexcept { return static_cast<double>(numbers.size()); }
-
 RankCounts countAround(Numbers const& numbers, double number) noexcept {
   RankCounts counts;
   for (double const other : numbers) {

@@ -42,14 +42,12 @@ double interpolateAt(NumbersInOrder& numbers, double index) {
 
 Value sampleVariance(std::vector<double>& numbers) {
   return numbers.size() < 2 ? divisionByZero()
-                            : Value::number(squaredDeviations(numbers) /
-                                            (static_cast<double>(numbers.size()) - 1.0));
+                            : Value::number(squaredDeviations(numbers) / (countOf(numbers) - 1.0));
 }
 
 Value populationVariance(std::vector<double>& numbers) {
   return numbers.empty() ? divisionByZero()
-                         : Value::number(squaredDeviations(numbers) /
-                                         static_cast<double>(numbers.size()));
+                         : Value::number(squaredDeviations(numbers) / countOf(numbers));
 }
 
 Value sampleDeviation(std::vector<double>& numbers) { return rootOf(sampleVariance(numbers)); }

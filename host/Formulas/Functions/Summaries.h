@@ -12,6 +12,10 @@
 /// AGGREGATE, which choose one by its number.
 namespace Zorv::Formulas {
 
+[[nodiscard]] inline double countOf(std::span<double const> numbers) noexcept {
+  return static_cast<double>(numbers.size());
+}
+
 // Variances, and deviations as their roots: `#DIV/0!` for too few numbers.
 
 [[nodiscard]] Value sampleVariance(std::vector<double>& numbers);
