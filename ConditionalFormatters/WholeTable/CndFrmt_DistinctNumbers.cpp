@@ -44,7 +44,12 @@ DistinctNumbers::DistinctNumbers(std::vector<Block> const& blocks, HashPartition
 
 std::vector<OrderedKey> DistinctNumbers::sortPartition(std::vector<Block> const& blocks,
                                                        std::size_t partition) {
+  std::size_t count = 0;
+  for (Block const& block : blocks) {
+    count += block._keys.sizeOf(partition);
+  }
   std::vector<OrderedKey> keys;
+  keys.reserve(count);
   for (Block const& block : blocks) {
     auto const ofBlock = block._keys.at(partition);
     keys.insert(keys.end(), ofBlock.begin(), ofBlock.end());

@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 #include <utility>
 
+#include <boost/variant/get.hpp>
+
 #include "ConditionalFormatters/Operands/CndFrmt_Threshold.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_DistinctNumbers.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -29,6 +33,22 @@ bool containsCell(CellSet const& cells, CellIndex cell) noexcept {
 
 }  // namespace
 
+bool RangeOperands::ByRank::operator()(RankedRecord const& a,
+                                       RankedRecord const& b) const noexcept {
+  auto const keyOf = [](RankedRecord const& record) {
+    return std::make_tuple(record.getType(), record.getValue(), record.getUsePercent());
+  };
+  return keyOf(a) < keyOf(b);
+}
+
+void RangeOperands::addFormat(DOM::ConditionalFormatOperator const& record) {
+  OperandNeeds const needs = findOperandNeeds(record);
+  _needs |= needs;
+  if (needs.ranking) {
+    _ranked.insert(boost::get<RankedRecord>(record));
+  }
+}
+
 MeanOperand RangeOperands::getMean(PassRequest const& request) const {
   if (auto const* const followed = findFollowed()) {
     return followed->getMean();
@@ -45,7 +65,7 @@ ThresholdOperand RangeOperands::getThreshold(DOM::TopBottomConditionalFormatOper
   auto const rank = selectableRank(record);
   if (!rank) {
     collect({.ranking = true}, request);
-    return thresholdInRanking(*_ranking.find(), record);
+    return _thresholds.find()->at(record);
   }
   bool const isTop = rankingOrderOf(record.getType()) == RankingOrder::LargestFirst;
   collect(isTop ? OperandNeeds{.largest = *rank} : OperandNeeds{.smallest = *rank}, request);
@@ -144,7 +164,7 @@ void RangeOperands::forgetCollected() noexcept {
   _mean.reset();
   _largest.reset();
   _smallest.reset();
-  _ranking.reset();
+  _thresholds.reset();
   _repeatedAmongWatched.reset();
   _repeated.reset();
 }
@@ -154,7 +174,7 @@ OperandNeeds RangeOperands::findMissing(OperandNeeds needs) const noexcept {
   // The best numbers are collected once for the longest of the lists.
   needs.largest = needs.largest > 0 && _largest.find() == nullptr ? _needs.largest : 0;
   needs.smallest = needs.smallest > 0 && _smallest.find() == nullptr ? _needs.smallest : 0;
-  needs.ranking = needs.ranking && _ranking.find() == nullptr;
+  needs.ranking = needs.ranking && _thresholds.find() == nullptr;
   needs.occurrences = needs.occurrences && _repeated.find() == nullptr;
   return needs;
 }
@@ -206,7 +226,13 @@ void RangeOperands::keep(CollectedOperands collected, OperandNeeds const& needs)
         std::make_unique<std::vector<FloatNumber> const>(std::move(collected.smallest)));
   }
   if (needs.ranking) {
-    _ranking.keepFirst(std::move(collected.ranking));
+    // The numbers themselves, as many as the ranges may have, are not kept.
+    std::map<RankedRecord, ThresholdOperand, ByRank> thresholds;
+    for (RankedRecord const& record : _ranked) {
+      thresholds.emplace(record, thresholdInRanking(*collected.ranking, record));
+    }
+    _thresholds.keepFirst(std::make_unique<std::map<RankedRecord, ThresholdOperand, ByRank> const>(
+        std::move(thresholds)));
   }
   if (needs.occurrences) {
     _repeated.keepFirst(std::move(collected.repeated));

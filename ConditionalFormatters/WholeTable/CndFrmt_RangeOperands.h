@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <span>
 #include <vector>
 
@@ -11,7 +13,6 @@
 #include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CollectOperands.h"
-#include "ConditionalFormatters/WholeTable/CndFrmt_DistinctNumbers.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_FollowedOperands.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_OperandNeeds.h"
@@ -48,14 +49,14 @@ public:
   [[nodiscard]] std::vector<TableRange> const& getRanges() const noexcept { return _ranges; }
 
   /// Adds the needs of a format with these ranges. To be called before anything is asked.
-  void addNeeds(OperandNeeds const& needs) noexcept { _needs |= needs; }
+  void addFormat(DOM::ConditionalFormatOperator const& record);
   /// Adds what formulas ask of the ranges, which are then one range; likewise.
   void addAspects(Formulas::AreaAspects const& aspects) noexcept { _aspects |= aspects; }
 
   /// Requires that a mean is needed.
   [[nodiscard]] MeanOperand getMean(PassRequest const& request) const;
 
-  /// The threshold of a top or bottom condition, whose needs were told.
+  /// The threshold of a top or bottom condition. Requires that such a format was added.
   [[nodiscard]] ThresholdOperand getThreshold(DOM::TopBottomConditionalFormatOperator const& record,
                                               PassRequest const& request) const;
 
@@ -118,6 +119,11 @@ public:
   }
 
 private:
+  using RankedRecord = DOM::TopBottomConditionalFormatOperator;
+  struct ByRank {
+    [[nodiscard]] bool operator()(RankedRecord const& a, RankedRecord const& b) const noexcept;
+  };
+
   /// The same if nothing of all cells is collected.
   [[nodiscard]] bool findIfRepeated(CellIndex cell, PassResources const& resources) const;
   void forgetCollected() noexcept;
@@ -132,7 +138,9 @@ private:
   ValueContextProvider const& _provider;
   DOM::Table const& _table;
   std::vector<TableRange> const& _ranges;
-  OperandNeeds _needs;             ///< of all formats
+  OperandNeeds _needs;  ///< of all formats
+  /// Of the formats, those whose threshold is found among all numbers.
+  std::set<RankedRecord, ByRank> _ranked;
   Formulas::AreaAspects _aspects;  ///< of all formulas
 
   mutable std::recursive_mutex _collecting;
@@ -140,7 +148,7 @@ private:
   Lazy<MeanOperand> _mean;
   Lazy<std::vector<FloatNumber>> _largest;
   Lazy<std::vector<FloatNumber>> _smallest;
-  Lazy<DistinctNumbers> _ranking;
+  Lazy<std::map<RankedRecord, ThresholdOperand, ByRank>> _thresholds;
   Lazy<RepeatedAmongWatched> _repeatedAmongWatched;
   Lazy<CellSet> _repeated;
 

@@ -68,15 +68,14 @@ SharedOperands::SharedOperands(ValueContextProvider const& provider, DOM::Table 
   boost::unordered_map<SharedKey, Shared*> byRanges;
   for (FormatIndex format = 0; format < formatRefs.size(); ++format) {
     auto const& [ranges, record] = formatRefs[format];
-    OperandNeeds const needs = findOperandNeeds(record.get().getOperator());
-    if (needs.isEmpty()) {
+    if (findOperandNeeds(record.get().getOperator()).isEmpty()) {
       continue;
     }
     Shared*& shared = byRanges[{&table, &ranges}];
     if (shared == nullptr) {
       shared = &_shared.emplace_back(provider, table, ranges);
     }
-    shared->operands.addNeeds(needs);
+    shared->operands.addFormat(record.get().getOperator());
     shared->formats.push_back(format);
     _byFormat.resize(formatRefs.size());
     _byFormat[format] = &shared->operands;

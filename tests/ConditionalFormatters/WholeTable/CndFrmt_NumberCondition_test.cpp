@@ -61,7 +61,7 @@ protected:
     }
     for (unsigned const threadCount : {1U, 7U}) {
       RangeOperands operands(_provider, _table, ranges);
-      operands.addNeeds(findOperandNeeds(format.getOperator()));
+      operands.addFormat(format.getOperator());
       auto const condition =
           prepareCondition({_provider, _table, &operands, {.resources = {threadCount}}}, formatRef);
       for (std::size_t index = 0; index < _cells.size(); ++index) {
@@ -139,7 +139,7 @@ TEST_F(NumberConditionTest, TheMeanIsThatOfTheNumbersAddedOneAfterTheOther) {
   CellInfo const cell = table.getCellInfo(0, 0);
   for (unsigned const threadCount : {1U, 2U, 7U}) {
     RangeOperands operands(provider, table, ranges);
-    operands.addNeeds({.mean = true});
+    operands.addFormat(format.getOperator());
     auto const condition =
         prepareCondition({provider, table, &operands, {.resources = {threadCount}}}, formatRef);
     EXPECT_TRUE(condition->holds({{number(0), cell.getCellIndex()}, true}, _pass));

@@ -50,7 +50,7 @@ protected:
     for (auto const& value : values) {
       table.setValue(rows++, 0, value);
     }
-    operands.addNeeds({.occurrences = true});
+    operands.addFormat(DOM::UniquenessConditionalFormatOperator{});
     operands.prepareOccurrences({});
   }
 

@@ -19,6 +19,10 @@ namespace {
 
 using namespace TestSupport;
 using Rank = DOM::TopBottomConditionalFormatType;
+using RankRecord = DOM::TopBottomConditionalFormatOperator;
+DOM::AboveAverageConditionalFormatOperator const aboveAverage(
+    DOM::AboveAverageConditionalFormatType::Above);
+DOM::UniquenessConditionalFormatOperator const duplicates{};
 
 /// A column of the numbers 0 to 499, twice.
 class RangeOperandsTest : public testing::Test {
@@ -29,8 +33,12 @@ protected:
     for (unsigned long row = 0; row < rows; ++row) {
       table.setValue(row, 0, number(static_cast<double>(row % 500)));
     }
-    operands.addNeeds({.mean = true, .largest = 3, .smallest = 7, .ranking = true});
-    operands.addNeeds({.occurrences = true});
+    operands.addFormat(aboveAverage);
+    operands.addFormat(RankRecord(Rank::Top, 3, false));
+    operands.addFormat(RankRecord(Rank::Bottom, 7, false));
+    operands.addFormat(RankRecord(Rank::Top, 10, true));
+    operands.addFormat(RankRecord(Rank::Bottom, 100, false));
+    operands.addFormat(duplicates);
   }
 
   DOM::Table table;
@@ -49,6 +57,7 @@ TEST_F(RangeOperandsTest, AreAllCollectedByTheFirstRequestOfAllFormats) {
   EXPECT_EQ(operands.getThreshold({Rank::Bottom, 2, false}, {}).threshold->get(), 1);
   EXPECT_EQ(operands.getThreshold({Rank::Top, 10, true}, {}).threshold->get(), 450);
   EXPECT_EQ(operands.getThreshold({Rank::Top, 10, true}, {}).rank, 50U);
+  EXPECT_EQ(operands.getThreshold({Rank::Bottom, 100, false}, {}).threshold->get(), 99);
   operands.prepareOccurrences({});
   EXPECT_TRUE(operands.isRepeated({RowIndex(7), ColumnIndex(0)}, {}));
   EXPECT_EQ(reads, rows) << "one walk gave everything";
@@ -114,7 +123,8 @@ public:
 TEST_F(RangeOperandsTest, AFailureIsThatOfTheFirstCellAndTheNextRequestTriesAgain) {
   FailingOnceProvider failing(table);
   RangeOperands ofFailing(failing, table, ranges);
-  ofFailing.addNeeds({.mean = true, .occurrences = true});
+  ofFailing.addFormat(aboveAverage);
+  ofFailing.addFormat(duplicates);
   // The value of a cell that is asked about is read before those of the others, and fails, too.
   TableRange const area{20, 0, 30, 1};
   try {
