@@ -3,7 +3,9 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <boost/variant/get.hpp>
@@ -63,5 +65,21 @@ private:
   std::vector<OccurrenceBlock::TextEntry> _texts;
   std::vector<OccurrenceBlock::Entry> _others;
 };
+
+// Inline, for it is done for each cell.
+inline void OccurrenceBlockBuilder::add(DOM::CellInfo const& cellInfo, FormulaValue&& value) {
+  if (!isComparable(value)) {
+    return;
+  }
+  auto const key = FormulaModel::makeValueKey(value, std::hash<std::string>());
+  if (auto* const string = boost::get<FormulaModel::FormulaString>(&value)) {
+    _texts.push_back({key, _block.positions.size(), nullptr});
+    _block.strings.push_back(std::move(string->value));
+  } else {
+    _others.push_back({key, _block.positions.size()});
+  }
+  _block.positions.push_back({static_cast<std::uint32_t>(cellInfo.getRowIndex()),
+                              static_cast<std::uint32_t>(cellInfo.getColIndex())});
+}
 
 }  // namespace Zorv::ConditionalFormatters
