@@ -25,10 +25,10 @@ void checkSheet(Render::SheetPicture const& sheet) {
                 cell.decision < sheet.decisions.size() && cell.link <= sheet.links.size() &&
                 cell.runs <= sheet.richTexts.size(),
             "what a cell names is there");
-    require(
-        cell.freeLeft <= cell.column &&
-            std::size_t{cell.column} + cell.columnCount + cell.freeRight <= sheet.columns.size(),
-        "a text runs over columns of its sheet");
+    auto const free = Render::freeColumnsOf(sheet, cell);
+    require(free.before <= cell.column &&
+                std::size_t{cell.column} + cell.columnCount + free.after <= sheet.columns.size(),
+            "a text runs over columns of its sheet");
     require(previous == nullptr || previous->row < cell.row ||
                 (previous->row == cell.row && previous->column < cell.column),
             "cells come row by row");

@@ -236,6 +236,19 @@ struct SheetPicture {
   PageSetup page;
 };
 
+/// Columns of a picture before and after a cell into which its text may run. Those before it are at
+/// its right where the sheet is laid out from right to left.
+struct FreeColumns {
+  std::uint32_t before;
+  std::uint32_t after;
+};
+
+[[nodiscard]] inline FreeColumns freeColumnsOf(SheetPicture const& sheet,
+                                               PictureCell const& cell) noexcept {
+  return sheet.rightToLeft ? FreeColumns{cell.freeRight, cell.freeLeft}
+                           : FreeColumns{cell.freeLeft, cell.freeRight};
+}
+
 /// A workbook as it looks.
 struct Picture {
   std::string name;  ///< of the file

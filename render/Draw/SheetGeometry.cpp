@@ -103,11 +103,9 @@ LineBlock SheetGeometry::cover(PictureCell const& cell) const noexcept {
 
 LineSpan SheetGeometry::findReach(PictureCell const& cell) const noexcept {
   LineSpan const columns = cover(cell).columns;
-  bool const isMirrored = _sheet.rightToLeft;
-  std::uint32_t const before = isMirrored ? cell.freeRight : cell.freeLeft;
-  std::uint32_t const after = isMirrored ? cell.freeLeft : cell.freeRight;
-  return {columns.begin - std::min(columns.begin, before),
-          endOf(columns.end, after, _sheet.columns.size())};
+  FreeColumns const free = freeColumnsOf(_sheet, cell);
+  return {columns.begin - std::min(columns.begin, free.before),
+          endOf(columns.end, free.after, _sheet.columns.size())};
 }
 
 bool SheetGeometry::isIn(PictureCell const& cell, LineSpan const& columns) const noexcept {

@@ -253,11 +253,11 @@ void CellMarkup::appendOverflow(std::string& out, PictureCell const& cell) {
     out += look.shrinksToFit ? " x k" : " x";
     return;
   }
-  auto const left = sumColumnWidths(_sheet, cell.column - std::min(cell.column, cell.freeLeft),
-                                    std::min(cell.column, cell.freeLeft));
-  auto const right = sumColumnWidths(_sheet, cell.column + cell.columnCount, cell.freeRight);
+  auto const free = freeColumnsOf(_sheet, cell);
+  auto const before = sumColumnWidths(_sheet, cell.column - free.before, free.before);
+  auto const after = sumColumnWidths(_sheet, cell.column + cell.columnCount, free.after);
   auto const [toLeft, toRight] =
-      _sheet.rightToLeft ? std::pair(right, left) : std::pair(left, right);
+      _sheet.rightToLeft ? std::pair(after, before) : std::pair(before, after);
   appendClassName(out, _styles.classOf(fmt::format("clip-path:inset(0 {} 0 {})", toPixels(-toRight),
                                                    toPixels(-toLeft))));
   out += " o";

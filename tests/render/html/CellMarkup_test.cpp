@@ -91,6 +91,18 @@ TEST_F(CellMarkupTest, TextThatIsTooLongRunsIntoFreeNeighboursAndNoFurther) {
   EXPECT_EQ(classesOf(cell), "") << "it fits";
 }
 
+TEST_F(CellMarkupTest, TextThatRunsOverInASheetFromRightToLeftHasItsNextColumnsAtItsLeft) {
+  made.sheet().rightToLeft = true;
+  for (std::uint32_t column = 0; column < 4; ++column) {
+    made.sheet().columns[column].size = 10 * (column + 1);
+  }
+  auto& cell = made.add(0, 1, "a text that is far too long for its column");
+  cell.freeLeft = 2;
+  cell.freeRight = 1;
+  EXPECT_THAT(classesOf(cell), HasSubstr(" o"));
+  EXPECT_THAT(styles.getText(), HasSubstr("{clip-path:inset(0 -10px 0 -70px)}"));
+}
+
 TEST_F(CellMarkupTest, TextThatIsTooLongIsCutWhereNoNeighbourIsFree) {
   auto& cell = made.add(0, 1, "a text that is far too long for its column");
   EXPECT_EQ(classesOf(cell), " x");
