@@ -93,16 +93,17 @@ void addAll(BenchTable& table) {
 
 }  // namespace
 
-BenchTable::BenchTable(std::size_t cellCount) : _cellCount(cellCount) {
+BenchTable::BenchTable(std::size_t cellCount, unsigned long columnCount)
+    : _cellCount(cellCount), _columnCount(columnCount) {
   std::mt19937 random(seed);
   // Numbers around today, about as many different ones as there are cells.
   std::uniform_int_distribution<int> number(
       static_cast<int>(today) - static_cast<int>(cellCount / 2),
       static_cast<int>(today) + static_cast<int>(cellCount / 2));
   std::uniform_int_distribution<int> kind(0, 4);
-  for (std::size_t row = 0; row < cellCount; ++row) {
+  for (std::size_t cell = 0; cell < cellCount; ++cell) {
     int const drawn = number(random);
-    _table.setValue(row, 0,
+    _table.setValue(cell / columnCount, cell % columnCount,
                     kind(random) == 0
                         ? FormulaValue(FormulaString{"Item " + std::to_string(drawn)})
                         : FormulaValue(FormulaNumber{FloatNumber(static_cast<double>(drawn))}));

@@ -18,16 +18,16 @@
 
 namespace Zorv::Benchmarks {
 
-/// A table of one column, 80 percent whole numbers and 20 percent texts, the same for every run of
-/// the same size; with the formats of one scenario.
+/// A table of one column, or of several ones, 80 percent whole numbers and 20 percent texts, the
+/// same for every run of the same size; with the formats of one scenario.
 class BenchTable {
 public:
-  explicit BenchTable(std::size_t cellCount);
+  explicit BenchTable(std::size_t cellCount, unsigned long columnCount = 1);
 
-  /// Adds a format over a range, or over the whole column.
+  /// Adds a format over a range, or over all cells.
   void addFormat(DOM::ConditionalFormatOperator condition,
                  std::optional<TableRange> range = std::nullopt);
-  /// Sets a cell of the column.
+  /// Sets a cell of the first column.
   void setValue(std::size_t row, FormulaValue value) { _table.setValue(row, 0, std::move(value)); }
   void makeCalculator();
   void makeCalculator(std::unique_ptr<ConditionalFormatters::ValueContextProvider> provider);
@@ -35,7 +35,9 @@ public:
   [[nodiscard]] DOM::Table const& getTable() const noexcept { return _table; }
   [[nodiscard]] DOM::Table& getTable() noexcept { return _table; }
   [[nodiscard]] DOM::Styles const& getStyles() const noexcept { return _styles; }
-  [[nodiscard]] TableRange getColumn() const noexcept { return {0, 0, _cellCount, 1}; }
+  [[nodiscard]] TableRange getColumn() const noexcept {
+    return {0, 0, _cellCount / _columnCount, _columnCount};
+  }
   [[nodiscard]] std::size_t getCellCount() const noexcept { return _cellCount; }
   [[nodiscard]] ConditionalFormatters::ConditionalFormattingPropsCalculator const& getCalculator()
       const noexcept {
@@ -47,6 +49,7 @@ public:
 
 private:
   std::size_t _cellCount;
+  unsigned long _columnCount;
   DOM::Table _table;
   DOM::Styles _styles;
   std::vector<UUID> _styleUUIDs;

@@ -1,6 +1,6 @@
 // Documents that are edited: what an edit and the view after it cost, by a resolver that follows
-// changes and by a new one for each edit. Twelve rules of all kinds over one column, 2,000 cells in
-// sight.
+// changes and by a new one for each edit. Twelve rules of all kinds over one column, or over ten
+// columns that are edited, 2,000 cells in sight.
 
 #include <algorithm>
 #include <chrono>
@@ -172,13 +172,26 @@ void measureScrollAnew(benchmark::State& state, unsigned long rows) {
   benchmark::DoNotOptimize(holding);
 }
 
-/// An edit of the document's rows or formats, which is told.
+/// An edit of the document's rows, columns or formats, which is told.
 using DocumentEdit = ConditionalFormatters::Change (*)(BenchTable& table, std::size_t number);
 
-ConditionalFormatters::LinesChanged toldRows(BenchTable const& table,
-                                             ConditionalFormatters::LineEdit edit,
-                                             unsigned long first, unsigned long before = 0) {
-  return {.table = &table.getTable(), .edit = edit, .first = first, .count = 1, .before = before};
+/// A kind of such edits, of a table with some columns.
+struct DocumentEditKind {
+  char const* name;
+  DocumentEdit edit;
+  unsigned long columnCount = 1;
+};
+
+ConditionalFormatters::LinesChanged toldLines(BenchTable const& table,
+                                              ConditionalFormatters::Axis axis,
+                                              ConditionalFormatters::LineEdit edit,
+                                              unsigned long first, unsigned long before = 0) {
+  return {.table = &table.getTable(),
+          .axis = axis,
+          .edit = edit,
+          .first = first,
+          .count = 1,
+          .before = before};
 }
 
 /// Inserts a row in one place after another, and then deletes it.
@@ -186,16 +199,39 @@ ConditionalFormatters::Change insertOrDeleteRow(BenchTable& table, std::size_t n
   unsigned long const row = (number / 2 + 1) * 7'919 % table.getCellCount();
   bool const isInsertion = number % 2 == 0;
   isInsertion ? table.getTable().insertRows(row, 1) : table.getTable().deleteRows(row, 1);
-  return toldRows(table,
-                  isInsertion ? ConditionalFormatters::LineEdit::Insert
-                              : ConditionalFormatters::LineEdit::Delete,
-                  row);
+  return toldLines(table, ConditionalFormatters::Axis::Rows,
+                   isInsertion ? ConditionalFormatters::LineEdit::Insert
+                               : ConditionalFormatters::LineEdit::Delete,
+                   row);
 }
 
 ConditionalFormatters::Change moveRow(BenchTable& table, std::size_t number) {
   unsigned long const before = (number + 1) * 7'919 % table.getCellCount();
   table.getTable().moveRows(1, 1, before);
-  return toldRows(table, ConditionalFormatters::LineEdit::Move, 1, before);
+  return toldLines(table, ConditionalFormatters::Axis::Rows, ConditionalFormatters::LineEdit::Move,
+                   1, before);
+}
+
+/// Inserts an empty column before all others, or amid them, and then deletes it.
+ConditionalFormatters::Change insertOrDeleteColumn(BenchTable& table, std::size_t number) {
+  unsigned long const column = table.getColumn().endColumn / 2;
+  bool const isInsertion = number % 2 == 0;
+  isInsertion ? table.getTable().insertColumns(column, 1)
+              : table.getTable().deleteColumns(column, 1);
+  return toldLines(table, ConditionalFormatters::Axis::Columns,
+                   isInsertion ? ConditionalFormatters::LineEdit::Insert
+                               : ConditionalFormatters::LineEdit::Delete,
+                   column);
+}
+
+/// Moves a column behind the next one: the only one, or one amid the others.
+ConditionalFormatters::Change moveColumn(BenchTable& table, std::size_t number) {
+  unsigned long const columns = table.getColumn().endColumn;
+  unsigned long const column = columns == 1 ? number % 2 : columns / 2;
+  unsigned long const before = column == 1 ? 0 : column + 2;
+  table.getTable().moveColumns(column, 1, before);
+  return toldLines(table, ConditionalFormatters::Axis::Columns,
+                   ConditionalFormatters::LineEdit::Move, column, before);
 }
 
 /// Tells that formats changed, and leaves them as they are.
@@ -203,15 +239,21 @@ ConditionalFormatters::Change touchFormats(BenchTable& table, std::size_t /*numb
   return ConditionalFormatters::FormatsChanged{&table.getTable()};
 }
 
+/// 2,000 cells amid the table, and a column more: an edit may move the last one there.
+TableRange findEditedView(BenchTable const& table) noexcept {
+  TableRange const all = table.getColumn();
+  unsigned long const firstRow = all.endRow / 2;
+  return {firstRow, 0, firstRow + viewedCells / all.endColumn, all.endColumn + 1};
+}
+
 /// An edit, without the table's own work, and the cells in sight that look different.
-void measureDocumentEdit(benchmark::State& state, DocumentEdit edit) {
-  BenchTable table(static_cast<std::size_t>(state.range(0)));
+void measureDocumentEdit(benchmark::State& state, DocumentEditKind const& kind) {
+  BenchTable table(static_cast<std::size_t>(state.range(0)), kind.columnCount);
   addTwelve(table);
   table.makeCalculator();
   LiveResolver resolver = table.getCalculator().follow(table.getStyles(), table.getTable());
   LiveView view(resolver);
-  unsigned long const firstRow = table.getCellCount() / 2;
-  view.show({firstRow, 0, firstRow + viewedCells, 1});
+  view.show(findEditedView(table));
   std::size_t visited = 0;
   auto const paint = [&](ResolvedCell const& /*cell*/) { ++visited; };
   view.refresh(paint);
@@ -219,7 +261,7 @@ void measureDocumentEdit(benchmark::State& state, DocumentEdit edit) {
   std::size_t number = 0;
   for (auto _ : state) {
     state.PauseTiming();
-    auto const change = edit(table, number++);
+    auto const change = kind.edit(table, number++);
     state.ResumeTiming();
     benchmark::DoNotOptimize(resolver.apply({change}));
     view.refresh(paint);
@@ -228,20 +270,20 @@ void measureDocumentEdit(benchmark::State& state, DocumentEdit edit) {
 }
 
 /// The same by a new resolver for each edit, which visits all cells in sight.
-void measureDocumentEditAnew(benchmark::State& state, DocumentEdit edit) {
-  BenchTable table(static_cast<std::size_t>(state.range(0)));
+void measureDocumentEditAnew(benchmark::State& state, DocumentEditKind const& kind) {
+  BenchTable table(static_cast<std::size_t>(state.range(0)), kind.columnCount);
   addTwelve(table);
   table.makeCalculator();
-  unsigned long const firstRow = table.getCellCount() / 2;
+  TableRange const inSight = findEditedView(table);
   std::size_t holding = 0;
   std::size_t number = 0;
   for (auto _ : state) {
     state.PauseTiming();
-    static_cast<void>(edit(table, number++));
+    static_cast<void>(kind.edit(table, number++));
     state.ResumeTiming();
     table.getCalculator().clearTablesRangesCache();
     auto const resolver = table.getCalculator().prepare(table.getStyles(), table.getTable());
-    resolver.visit({.range = {firstRow, 0, firstRow + viewedCells, 1}},
+    resolver.visit({.range = inSight},
                    [&](ResolvedCell const& cell) { holding += cell.formats.size(); });
   }
   benchmark::DoNotOptimize(holding);
@@ -294,16 +336,18 @@ void registerLive() {
       measureScrollAnew(state, rows);
     })->Apply(withSizes);
   }
-  for (auto const& [name, edit] :
-       {std::pair<char const*, DocumentEdit>("live/row", insertOrDeleteRow),
-        {"live/moveRow", moveRow},
-        {"live/formats", touchFormats}}) {
-    benchmark::RegisterBenchmark(name, [edit = edit](benchmark::State& state) {
-      measureDocumentEdit(state, edit);
+  static DocumentEditKind const documentEdits[] = {
+      {"live/row", insertOrDeleteRow},       {"live/moveRow", moveRow},
+      {"live/column", insertOrDeleteColumn}, {"live/columnAmid", insertOrDeleteColumn, 10},
+      {"live/moveColumn", moveColumn},       {"live/moveColumnAmid", moveColumn, 10},
+      {"live/formats", touchFormats}};
+  for (DocumentEditKind const& kind : documentEdits) {
+    benchmark::RegisterBenchmark(kind.name, [&kind](benchmark::State& state) {
+      measureDocumentEdit(state, kind);
     })->Apply(withSizes);
-    std::string const anew = std::string(name) + "Anew";
-    benchmark::RegisterBenchmark(anew.c_str(), [edit = edit](benchmark::State& state) {
-      measureDocumentEditAnew(state, edit);
+    std::string const anew = std::string(kind.name) + "Anew";
+    benchmark::RegisterBenchmark(anew.c_str(), [&kind](benchmark::State& state) {
+      measureDocumentEditAnew(state, kind);
     })->Apply(withSizes);
   }
   using TableEdit = std::pair<char const*, void (*)(DOM::Table&, unsigned long)>;

@@ -79,7 +79,12 @@ def report_live(times):
              "editFormulas": "one cell, with seven formulas of the column besides",
              "editFormulasCents": "the same, where numbers are cents",
              "paste": "1,000 cells", "row": "a row is inserted or deleted",
-             "moveRow": "a row is moved", "formats": "formats change", "scroll3": "scroll by three rows",
+             "moveRow": "a row is moved",
+             "column": "a column is inserted or deleted before the range",
+             "moveColumn": "the range's column is moved",
+             "columnAmid": "a column is inserted or deleted amid ten",
+             "moveColumnAmid": "a column is moved amid ten",
+             "formats": "formats change", "scroll3": "scroll by three rows",
              "scrollPage": "scroll by a page"}
     for kind, words in kinds.items():
         followed, anew = (times[f"live/{kind}{which}/1000000"] / 1e6 for which in ("", "Anew"))

@@ -50,6 +50,10 @@ public:
   /// Removes a cell, which must be there. A text that no cell has is forgotten.
   OtherCells remove(Index text, CellIdentity cell) noexcept;
 
+  /// How many cells have a text.
+  [[nodiscard]] std::uint64_t count(Index text) const noexcept {
+    return _records.getCells(text).count();
+  }
   /// Good until no cell has the text.
   [[nodiscard]] std::string_view at(Index text) const noexcept { return _records.textOf(text); }
   /// How many texts there are.

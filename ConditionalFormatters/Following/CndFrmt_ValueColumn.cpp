@@ -40,17 +40,24 @@ double addNumbers(double sum, std::vector<ValueBits> const& values) noexcept {
 }  // namespace
 
 void ValueColumn::append(PlaceKey place, ValueBits value) {
-  if (_blocks.empty() || _blocks.back().size() == mostInBlock || !_blocks.back().reaches(place)) {
-    Block added{.first = place, .offsets = {}, .values = {}};
-    added.offsets.reserve(mostInBlock);
-    added.values.reserve(mostInBlock);
-    insertBlock(_blocks.size(), std::move(added));
+  Block& block = roomAtEnd(_blocks, place);
+  if (_firstPlaces.size() < _blocks.size()) {
+    _firstPlaces.push_back(place);
   }
-  Block& block = _blocks.back();
   block.offsets.push_back(static_cast<std::uint32_t>(place - block.first));
   block.values.push_back(value);
   ++_size;
   countValue(value, 1);
+}
+
+ValueColumn::Block& ValueColumn::roomAtEnd(std::vector<Block>& blocks, PlaceKey place) {
+  if (blocks.empty() || blocks.back().size() == mostInBlock || !blocks.back().reaches(place)) {
+    Block added{.first = place, .offsets = {}, .values = {}};
+    added.offsets.reserve(mostInBlock);
+    added.values.reserve(mostInBlock);
+    blocks.push_back(std::move(added));
+  }
+  return blocks.back();
 }
 
 ValueBits ValueColumn::set(PlaceKey place, ValueBits value) {
@@ -82,18 +89,25 @@ ValueBits ValueColumn::get(PlaceKey place) const noexcept {
   return _blocks.empty() ? noValueBits : valueAt(find(place));
 }
 
-std::vector<ValueColumn::Entry> ValueColumn::list(PlaceKey first, PlaceKey end) const {
+std::vector<ValueColumn::Entry> ValueColumn::list(std::size_t range, TableRange const& area,
+                                                  std::size_t most) const {
   std::vector<Entry> entries;
-  if (_blocks.empty()) {
+  if (_blocks.empty() || area.isEmpty()) {
     return entries;
   }
-  for (Spot spot = find(first); spot.block < _blocks.size(); spot = {spot.block + 1, 0, false}) {
+  PlaceKey const end = placeKeyOf(range, positionKeyOf(area.endRow - 1, area.endColumn));
+  Spot spot = find(placeKeyOf(range, positionKeyOf(area.firstRow, area.firstColumn)));
+  for (; spot.block < _blocks.size(); spot = {spot.block + 1, 0, false}) {
     Block const& block = _blocks[spot.block];
     for (std::size_t offset = spot.offset; offset < block.size(); ++offset) {
-      if (block.placeAt(offset) >= end) {
+      PlaceKey const place = block.placeAt(offset);
+      if (place >= end || entries.size() > most) {
         return entries;
       }
-      entries.push_back({block.placeAt(offset), block.values[offset]});
+      unsigned long const column = columnOfKey(positionOfPlace(place));
+      if (area.firstColumn <= column && column < area.endColumn) {
+        entries.push_back({place, block.values[offset]});
+      }
     }
   }
   return entries;

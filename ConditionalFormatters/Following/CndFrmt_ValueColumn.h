@@ -5,11 +5,13 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
-#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_LineMoves.h"
 #include "Utils/FloatNumber.h"
+#include "Utils/TableRange.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -29,15 +31,16 @@ using PlaceKey = std::uint64_t;
 }
 
 /// The values of the cells in some ranges, and the sum of their numbers, both of which follow edits
-/// of values and of rows.
+/// of values, rows and columns.
 ///
 /// The sum is that of the numbers added one after the other in the order of their places, to the
 /// bit. While all numbers are whole and small enough, no partial sum is rounded, so that a running
 /// total is that sum. Otherwise the sum is continued from the first block that an edit touched.
 ///
 /// Twelve bytes for each value. Costs: an edit of a value, a binary search and a move within one
-/// block of 1,024 values; an edit of rows, a step for each block; the sum, constant time, or up to
-/// a millisecond for a million values.
+/// block of 1,024 values; an edit of rows, a step for each block; one of columns likewise where
+/// ranges move as a whole, and else a step for each value of the range; the sum, constant time, or
+/// up to a millisecond for a million values.
 class ValueColumn {
 public:
   struct Entry {
@@ -45,14 +48,18 @@ public:
     ValueBits value;
   };
 
+  static constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
+
   /// Appends a value. Requires a place after all others.
   void append(PlaceKey place, ValueBits value);
   /// Sets the value of a place, or removes it: noValueBits. Gives the one that it had.
   ValueBits set(PlaceKey place, ValueBits value);
   [[nodiscard]] ValueBits get(PlaceKey place) const noexcept;
 
-  /// The values from one place up to, but without, another one.
-  [[nodiscard]] std::vector<Entry> list(PlaceKey first, PlaceKey end) const;
+  /// The values in an area of a range, in the order of their places: all of them, or more than
+  /// `most`. Takes a step for each value in the rows of the area.
+  [[nodiscard]] std::vector<Entry> list(std::size_t range, TableRange const& area,
+                                        std::size_t most = unlimited) const;
 
   /// The first value from a place on for which `test(bits)` is true; none if there is no such
   /// value.
@@ -75,7 +82,9 @@ public:
 
   /// Moves the values to where edits of rows put their cells, in all ranges. Requires that the rows
   /// that are gone have no values.
-  void moveRows(RowMoves const& moves);
+  void moveRows(LineMoves const& moves);
+  /// The same for columns. `ranges`: those of the places, before the edits; values lie in them.
+  void moveColumns(LineMoves const& moves, std::vector<TableRange> const& ranges);
 
   [[nodiscard]] std::size_t size() const noexcept { return _size; }
   [[nodiscard]] std::size_t countNumbers() const noexcept { return _numberCount; }
@@ -88,6 +97,7 @@ public:
 private:
   static constexpr std::size_t mostInBlock = 1024;
 
+  /// Neighbouring values of one range.
   struct Block {
     PlaceKey first;                      ///< the first place
     std::vector<std::uint32_t> offsets;  ///< of the places from the first one, ascending
@@ -101,7 +111,8 @@ private:
     [[nodiscard]] PlaceKey last() const noexcept { return placeAt(size() - 1); }
     /// True if a place from the first one on can be among those of the block.
     [[nodiscard]] bool reaches(PlaceKey place) const noexcept {
-      return place - first <= std::numeric_limits<std::uint32_t>::max();
+      return rangeOfPlace(place) == rangeOfPlace(first) &&
+             place - first <= std::numeric_limits<std::uint32_t>::max();
     }
   };
 
@@ -122,8 +133,16 @@ private:
   /// The values of a block from one index up to, but without, another one, at places from one on.
   [[nodiscard]] static Block slice(Block const& block, std::size_t begin, std::size_t end,
                                    PlaceKey first);
+  /// The block to which a place after all others of some blocks is appended.
+  [[nodiscard]] static Block& roomAtEnd(std::vector<Block>& blocks, PlaceKey place);
   /// Moves the values of a block, cut where rows beside each other are moved apart.
-  static void appendMoved(Block& block, RowMoves const& moves, std::vector<Block>& moved);
+  static void appendMoved(Block& block, LineMoves const& moves, std::vector<Block>& moved);
+  /// Where edits of columns put places.
+  class MovedPlaces;
+  /// Moves the values of a range whose columns change their order.
+  static void appendReordered(std::span<Block const> blocks, MovedPlaces const& places,
+                              std::vector<Block>& moved);
+  void listFirstPlaces();
   void joinSmallBlocks();
   /// Counts a value, or with -1 counts it no longer.
   void countValue(ValueBits value, int sign) noexcept;

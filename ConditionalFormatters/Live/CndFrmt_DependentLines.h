@@ -2,15 +2,9 @@
 
 #include <vector>
 
+#include "ConditionalFormatters/Following/CndFrmt_LineMoves.h"
+
 namespace Zorv::ConditionalFormatters {
-
-/// Rows or columns from `first` up to `end`, which lies outside.
-struct LineInterval {
-  unsigned long first;
-  unsigned long end;
-
-  friend bool operator==(LineInterval const&, LineInterval const&) noexcept = default;
-};
 
 /// The rows or the columns of a reference: two inclusive corners in any order, each of which may
 /// move with the cell that refers.

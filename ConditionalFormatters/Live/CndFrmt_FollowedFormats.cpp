@@ -54,13 +54,10 @@ void FollowedFormats::followValues(std::span<ChangedCells const> changes, Reache
   }
   AllDependencies const& dependencies = getOrFindDependencies();
   for (ChangedCells const& changed : changes) {
-    if (changed.table == nullptr) {
-      continue;
+    if (changed.table != nullptr) {
+      followOperands(_prepared.valuesChanged(*changed.table, changed.areas, changed.moved),
+                     reached);
     }
-    if (changed.table != &_sources.table && !changed.rows.isEmpty()) {
-      _prepared.rowsChanged(*changed.table, changed.rows);
-    }
-    followOperands(_prepared.valuesChanged(*changed.table, changed.areas, changed.moved), reached);
   }
   for (FormatIndex format = 0; format < dependencies.size(); ++format) {
     if (dependencies[format]) {
@@ -88,7 +85,7 @@ void FollowedFormats::followFormat(FormatIndex format, FormatDependencies const&
   }
 }
 
-void FollowedFormats::takeOver(FollowedFormats& before, RowMoves const* moves) {
+void FollowedFormats::takeOver(FollowedFormats& before, DocumentMoves const& moves) {
   if (before._knowsAreas) {
     learnAreas();
   }

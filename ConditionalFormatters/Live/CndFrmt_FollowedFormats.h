@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
-#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_SheetMoves.h"
 #include "ConditionalFormatters/Live/CndFrmt_AreaLog.h"
 #include "ConditionalFormatters/Live/CndFrmt_FormatDependencies.h"
 #include "ConditionalFormatters/Live/CndFrmt_LiveSources.h"
@@ -48,10 +48,13 @@ public:
   void followLines(FollowedFormats const& before, std::span<TableRange const> zones,
                    std::vector<TableRange>& areas) const;
 
-  /// Takes over what follows edits from another state of the formats. `moves`: edits of rows of the
-  /// table that lie between the two; null if there are none. Other changes are to be told to
-  /// followValues(). Throws what the provider throws.
-  void takeOver(FollowedFormats& before, RowMoves const* moves);
+  /// Takes over what follows edits from another state of the formats. `moves`: edits of lines that
+  /// lie between the two. Other changes are to be told to followValues(). Throws what the provider
+  /// throws.
+  void takeOver(FollowedFormats& before, DocumentMoves const& moves);
+
+  /// The same for the same formats, where lines of other tables were edited.
+  void linesChanged(DocumentMoves const& moves) { _prepared.linesChanged(moves); }
 
   /// Works in advance on operands that follow values; see SharedOperands.
   bool prepareSome(std::chrono::microseconds budget);

@@ -5,7 +5,6 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
-#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_FollowedAreas.h"
 #include "DOM/Table.h"
 #include "Formulas/FindDependencies.h"
@@ -17,9 +16,8 @@ namespace Zorv::ConditionalFormatters {
 /// Cells of one table, known by its address, of which the values are new.
 struct ChangedCells {
   DOM::Table const* table = nullptr;
-  RowMoves rows;                     ///< edits of rows
-  std::vector<TableRange> areas;     ///< disjoint; without cells that edits of rows moved
-  std::vector<TableRange> moved;     ///< where cells stand elsewhere after edits of rows; disjoint
+  std::vector<TableRange> areas;     ///< disjoint; without cells that edits of lines moved
+  std::vector<TableRange> moved;     ///< where cells stand elsewhere after such edits; disjoint
   std::vector<TableRange> fewAreas;  ///< hold all of them, and perhaps other cells
 };
 

@@ -40,11 +40,12 @@ TableRange findZone(LinesChanged const& lines) noexcept {
   return zone;
 }
 
-RowEdit toRowEdit(LinesChanged const& lines) noexcept {
-  RowEdit::Kind const kind = lines.edit == LineEdit::Insert   ? RowEdit::Kind::Insert
-                             : lines.edit == LineEdit::Delete ? RowEdit::Kind::Delete
-                                                              : RowEdit::Kind::Move;
-  return {kind, lines.first, lines.count, lines.before};
+void addEdit(LinesChanged const& lines, SheetMoves& moves) {
+  AxisEdit::Kind const kind = lines.edit == LineEdit::Insert   ? AxisEdit::Kind::Insert
+                              : lines.edit == LineEdit::Delete ? AxisEdit::Kind::Delete
+                                                               : AxisEdit::Kind::Move;
+  LineMoves& ofAxis = lines.axis == Axis::Rows ? moves.rows : moves.columns;
+  ofAxis.add({kind, lines.first, lines.count, lines.before});
 }
 
 /// What changes amount to, for a table that is followed.
@@ -56,7 +57,7 @@ public:
     }
     for (std::size_t index = 0; index < _cells.size(); ++index) {
       ChangedCells& cells = _cells[index];
-      if (!cells.rows.isEmpty()) {
+      if (!cells.moved.empty()) {
         appendAll(_carried[index], cells.areas);
       }
       std::vector<TableRange> all = cells.areas;
@@ -75,11 +76,8 @@ public:
   [[nodiscard]] std::vector<ChangedCells> const& getCells() const noexcept { return _cells; }
   /// Where rows and columns of the table itself changed.
   [[nodiscard]] std::vector<TableRange> const& getZones() const noexcept { return _zones; }
-  /// Edits of rows of the table itself; null if there are none.
-  [[nodiscard]] RowMoves const* findOwnRows() const noexcept {
-    auto const own = std::ranges::find(_cells, &_own, &ChangedCells::table);
-    return own == _cells.end() || own->rows.isEmpty() ? nullptr : &own->rows;
-  }
+  /// Edits of rows and columns.
+  [[nodiscard]] DocumentMoves const& getMoves() const noexcept { return _moves; }
 
 private:
   void add(ValuesChanged const& values) {
@@ -90,25 +88,24 @@ private:
   void add(LinesChanged const& lines) {
     TableRange const zone = findZone(lines);
     std::size_t const index = indexOf(lines.table);
-    if (lines.axis == Axis::Rows) {
-      addRowEdit(toRowEdit(lines), index);
-      _cells[index].moved.push_back(zone);
-    } else {
-      _cells[index].areas.push_back(zone);
+    if (lines.table != nullptr) {
+      addEdit(lines, _moves.getOrCreate(*lines.table));
     }
+    carry(lines, _carried[index]);
+    _cells[index].moved.push_back(zone);
     if (lines.table == &_own) {
       _zones.push_back(zone);
     }
   }
-  void addRowEdit(RowEdit const& edit, std::size_t index) {
-    RowMoves moves;
-    moves.add(edit);
+  /// Moves areas to where an edit puts their cells.
+  static void carry(LinesChanged const& lines, std::vector<TableRange>& areas) {
+    SheetMoves moves;
+    addEdit(lines, moves);
     std::vector<TableRange> carried;
-    for (TableRange const& area : _carried[index]) {
+    for (TableRange const& area : areas) {
       moves.appendMoved(area, carried);
     }
-    _carried[index] = joinIntoFew(carried, mostReadAreas);
-    _cells[index].rows.add(edit);
+    areas = joinIntoFew(carried, mostReadAreas);
   }
   void add(FormatsChanged const& formats) noexcept {
     _changesFormats = _changesFormats || formats.table == &_own;
@@ -133,7 +130,8 @@ private:
   bool _changesFormats = false;
   bool _changesAnything = false;
   std::vector<ChangedCells> _cells;
-  /// By table, areas of values where later edits of rows put them: hosts that gather changes may
+  DocumentMoves _moves;
+  /// By table, areas of values where later edits of lines put them: hosts that gather changes may
   /// tell the positions that a cell had before.
   std::vector<std::vector<TableRange>> _carried;
   std::vector<TableRange> _zones;
@@ -212,6 +210,7 @@ ReachedAreas LiveTable::follow(std::span<Change const> changes) {
   ReachedAreas reached;
   ChangeSummary const summary(changes, _sources.table);
   if (!summary.changesFormats() && summary.getZones().empty()) {
+    getFormats().linesChanged(summary.getMoves());
     getFormats().followValues(summary.getCells(), reached);
     return reached;
   }
@@ -222,7 +221,7 @@ ReachedAreas LiveTable::follow(std::span<Change const> changes) {
   }
   FollowedFormats& after = getFormats();
   if (!summary.changesAnything()) {
-    after.takeOver(*before, summary.findOwnRows());
+    after.takeOver(*before, summary.getMoves());
   }
   if (summary.changesFormats() || before->getRefs().size() != after.getRefs().size()) {
     before->appendRanges(reached.areas);

@@ -17,6 +17,14 @@ void EqualCells::change(PositionKey position, ValueBits before, ValueBits now, b
   add(now, cell, isEditing);
 }
 
+void EqualCells::markAgain(PositionKey position, ValueBits value) {
+  if (hasClass(value)) {
+    std::uint64_t const count =
+        isTextBits(value) ? _texts.count(textOfBits(value)) : _classes.count(value);
+    mark(_identities.identityOf(position), count > 1, false);
+  }
+}
+
 std::vector<CellIndex> EqualCells::takeFlipped() {
   // Of several notes about a cell the first is from before the change.
   std::ranges::stable_sort(_notes, {}, &Before::cell);
@@ -67,8 +75,8 @@ void EqualCells::mark(CellIdentity cell, bool isRepeated, bool isEditing) {
   if (isEditing) {
     _notes.push_back({cell, isMarked(cell)});
   }
-  auto const row = static_cast<std::uint32_t>(rowOfKey(cell));
-  auto const column = static_cast<std::uint32_t>(columnOfKey(cell));
+  auto const row = static_cast<std::uint32_t>(rowOfIdentity(cell));
+  auto const column = static_cast<std::uint32_t>(columnOfIdentity(cell));
   if (isRepeated) {
     _repeated.insert(row, column);
   } else {

@@ -8,7 +8,7 @@
 
 #include "ConditionalFormatters/Following/CndFrmt_CellIdentities.h"
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
-#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_SheetMoves.h"
 #include "ConditionalFormatters/Following/CndFrmt_TextClasses.h"
 #include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
@@ -42,18 +42,22 @@ public:
   /// noted which cells repeated a value before.
   void change(PositionKey position, ValueBits before, ValueBits now, bool isEditing);
 
+  /// Finds again whether a cell repeats a value, after it left one of several ranges. `value`: the
+  /// cell's in another one.
+  void markAgain(PositionKey position, ValueBits value);
+
   /// The cells that repeat a value now and did not when they were noted first, or the other way
   /// round, by their position. Forgets all notes.
   [[nodiscard]] std::vector<CellIndex> takeFlipped();
   /// Forgets all notes.
   void forgetNotes() noexcept { _notes.clear(); }
 
-  /// False if some edits of rows cannot be followed, after very many others.
-  [[nodiscard]] bool canFollow(RowMoves const& moves) const noexcept {
+  /// False if some edits of lines cannot be followed, after very many others.
+  [[nodiscard]] bool canFollow(SheetMoves const& moves) const noexcept {
     return _identities.canFollow(moves);
   }
-  /// Follows edits of rows. Requires that it can, and that the rows that are gone have no values.
-  void moveRows(RowMoves const& moves) { _identities.follow(moves); }
+  /// Follows edits of lines. Requires that it can, and that cells that are gone have no values.
+  void follow(SheetMoves const& moves) { _identities.follow(moves); }
 
   /// About how many bytes it takes.
   [[nodiscard]] std::size_t countBytes() const noexcept {
@@ -67,7 +71,7 @@ private:
   };
 
   [[nodiscard]] bool isMarked(CellIdentity cell) const noexcept {
-    return _repeated.contains(rowOfKey(cell), columnOfKey(cell));
+    return _repeated.contains(rowOfIdentity(cell), columnOfIdentity(cell));
   }
   void add(ValueBits value, CellIdentity cell, bool isEditing);
   void remove(ValueBits value, CellIdentity cell, bool isEditing);
@@ -77,7 +81,7 @@ private:
   CellIdentities _identities;
   ValueClasses _classes;
   TextClasses _texts;
-  CellSet _repeated;           ///< by identity of the row
+  CellSet _repeated;           ///< by the identities of row and column
   std::vector<Before> _notes;  ///< in the order of the edit
 };
 

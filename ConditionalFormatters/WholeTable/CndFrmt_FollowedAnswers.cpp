@@ -77,7 +77,7 @@ void FollowedAnswers::noteChange(PlaceKey place, ValueBits before, ValueBits now
 }
 
 /// Another error may be the first one now.
-void FollowedAnswers::rowsMoved() noexcept {
+void FollowedAnswers::cellsMoved() noexcept {
   _continuesEdit = true;
   if (_firstError != noPlace) {
     _firstError = noPlace;

@@ -52,8 +52,9 @@ public:
   [[nodiscard]] std::uint32_t noteText(std::string_view text);
   void noteChange(PlaceKey place, ValueBits before, ValueBits now);
 
-  /// Takes over that values were moved to other rows. The next edit is part of this one.
-  void rowsMoved() noexcept;
+  /// Takes over that values were moved with their rows and columns. The next edit is part of this
+  /// one.
+  void cellsMoved() noexcept;
 
   /// Forgets which classes the edit before changed.
   void startEdit() noexcept {

@@ -63,7 +63,7 @@ void FollowedOperands::prepareUntil(Clock::time_point end) {
       settle();
       _isComplete = true;
     } else {
-      readBlock(_toRead.back());
+      readAll(_toRead.back());
       _toRead.pop_back();
     }
   }
@@ -110,7 +110,7 @@ std::vector<CellIndex> FollowedOperands::valuesChanged(std::span<TableRange cons
     for (TableRange const& area : areas) {
       TableRange const common = intersect(_ranges[range], area);
       if (!common.isEmpty()) {
-        readArea(range, common);
+        readAgain({range, common});
       }
     }
   }
@@ -133,29 +133,24 @@ std::size_t FollowedOperands::countBytes() const noexcept {
          _unranked.capacity() * sizeof(FloatNumber);
 }
 
-void FollowedOperands::readBlock(BlockOfRange const& block) {
-  auto [cell, end] = _table.getRangeIterators(block.block);
+void FollowedOperands::readAll(AreaOfRange const& part) {
+  auto [cell, end] = _table.getRangeIterators(part.area);
   for (; cell != end; ++cell) {
     DOM::CellInfo const cellInfo = cell.getCellInfo();
     PositionKey const position = positionKeyOf(cellInfo.getRowIndex(), cellInfo.getColIndex());
-    setValue(placeKeyOf(block.range, position), readBits(cellInfo));
+    setValue(placeKeyOf(part.range, position), readBits(cellInfo));
   }
 }
 
-/// Reads an area of a range again: values of cells that are gone are removed.
-void FollowedOperands::readArea(std::size_t range, TableRange const& area) {
-  auto known = _column.list(placeKeyOf(range, positionKeyOf(area.firstRow, area.firstColumn)),
-                            placeKeyOf(range, positionKeyOf(area.endRow - 1, area.endColumn)));
-  std::erase_if(known, [&](ValueColumn::Entry const& entry) {
-    PositionKey const position = positionOfPlace(entry.place);
-    return !area.contains(rowOfKey(position), columnOfKey(position));
-  });
+/// Values of cells that are gone are removed.
+void FollowedOperands::readAgain(AreaOfRange const& part) {
+  auto const known = _column.list(part.range, part.area);
   auto old = known.begin();
-  auto [cell, end] = _table.getRangeIterators(area);
+  auto [cell, end] = _table.getRangeIterators(part.area);
   for (; cell != end; ++cell) {
     DOM::CellInfo const cellInfo = cell.getCellInfo();
     PlaceKey const place =
-        placeKeyOf(range, positionKeyOf(cellInfo.getRowIndex(), cellInfo.getColIndex()));
+        placeKeyOf(part.range, positionKeyOf(cellInfo.getRowIndex(), cellInfo.getColIndex()));
     for (; old != known.end() && old->place < place; ++old) {
       setValue(old->place, noValueBits);
     }

@@ -12,7 +12,7 @@
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
 #include "ConditionalFormatters/Following/CndFrmt_NumberRanking.h"
-#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_SheetMoves.h"
 #include "ConditionalFormatters/Following/CndFrmt_ValueColumn.h"
 #include "ConditionalFormatters/Parallel/CndFrmt_BlockList.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_EqualCells.h"
@@ -28,8 +28,8 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// The operands of some ranges, kept up to date while values and rows change: a column of all
-/// values, and what the formats need beside it, a ranking of the numbers and classes of equal
+/// The operands of some ranges, kept up to date while values, rows and columns change: a column of
+/// all values, and what the formats need beside it, a ranking of the numbers and classes of equal
 /// values. Formulas that ask something of the same range are answered from them.
 ///
 /// Values are read through the provider, but those that formulas alone need from the cells, as
@@ -37,8 +37,8 @@ namespace Zorv::ConditionalFormatters {
 ///
 /// Made piece by piece, in the time that a caller can spare. An edit then costs some microseconds
 /// for each cell, and up to a millisecond for a million numbers if their sum is rounded; an edit of
-/// rows, as much for each cell that it adds or removes. Takes up to 70 bytes for each cell, more
-/// for texts of over 24 bytes.
+/// rows or columns, as much for each cell that it adds or removes. Takes up to 70 bytes for each
+/// cell, more for texts of over 24 bytes.
 ///
 /// An operation that throws leaves an object that may only be destroyed. Ownership: borrows the
 /// provider and the table. Threads: const operations may be called from several threads.
@@ -71,10 +71,11 @@ public:
   /// before, or did before and do no longer.
   [[nodiscard]] std::vector<CellIndex> valuesChanged(std::span<TableRange const> areas);
 
-  /// Follows edits of rows of the table, after which any cell may repeat a value. `ranges`: those
-  /// after the edits, as many as before. False, and nothing is done, if that is not worth it.
-  /// Requires that everything has been read.
-  [[nodiscard]] bool rowsChanged(RowMoves const& moves, std::vector<TableRange> const& ranges);
+  /// Follows edits of the table's rows and columns, after which any cell may repeat a value.
+  /// `ranges`: those after the edits, in the order of those before. False, and nothing is done, if
+  /// that is not worth it. Before everything has been read, only edits are followed that leave all
+  /// cells of the ranges where they are.
+  [[nodiscard]] bool linesChanged(SheetMoves const& moves, std::vector<TableRange> const& ranges);
 
   [[nodiscard]] MeanOperand const& getMean() const noexcept { return _mean; }
   /// The threshold of a condition whose needs were told.
@@ -92,10 +93,17 @@ public:
   [[nodiscard]] std::size_t countBytes() const noexcept;
 
 private:
-  /// A row block of a range.
-  struct BlockOfRange {
+  /// A part of a range.
+  struct AreaOfRange {
     std::size_t range;
-    TableRange block;
+    TableRange area;
+  };
+
+  /// What edits of lines take away from the ranges, and what they bring.
+  struct Difference {
+    std::vector<ValueColumn::Entry> gone;  ///< at the places before
+    std::vector<AreaOfRange> added;        ///< where they are now; they may overlap
+    std::vector<PositionKey> leaving;      ///< the cells of `gone` that are elsewhere now
   };
 
   [[nodiscard]] bool ranks() const noexcept {
@@ -103,8 +111,9 @@ private:
   }
   /// Whether equal values are counted, so that texts are told from each other.
   [[nodiscard]] bool countsEqual() const noexcept { return _needs.occurrences || _aspects.classes; }
-  void readBlock(BlockOfRange const& block);
-  void readArea(std::size_t range, TableRange const& area);
+  /// Reads the cells of an area for the first time.
+  void readAll(AreaOfRange const& part);
+  void readAgain(AreaOfRange const& part);
   void rankNumber(FloatNumber number);
   void flushNumbers();
 
@@ -115,7 +124,13 @@ private:
   void setValue(PlaceKey place, ValueBits bits);
   /// The most positions that are worth reading again.
   [[nodiscard]] std::uint64_t mostToRead() const noexcept;
-  void removeRows(std::size_t range, unsigned long first, unsigned long end);
+  /// None if it is not worth following.
+  [[nodiscard]] std::optional<Difference> findDifference(
+      SheetMoves const& moves, std::vector<TableRange> const& ranges) const;
+  [[nodiscard]] bool addLeaving(SheetMoves const& moves, Difference& difference) const;
+  /// Counts existing cells, up to `most + 1`.
+  [[nodiscard]] std::size_t countCells(TableRange const& area, std::size_t most) const;
+  void markAgain(PositionKey cell);
   /// Takes over all changes of an edit.
   void settle();
 
@@ -125,7 +140,7 @@ private:
   OperandNeeds _needs;
   Formulas::AreaAspects _aspects;
 
-  std::vector<BlockOfRange> _toRead;  ///< the last one first
+  std::vector<AreaOfRange> _toRead;  ///< the last one first
   bool _isComplete = false;
   bool _isHopeless = false;
 

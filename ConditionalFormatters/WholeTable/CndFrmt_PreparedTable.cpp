@@ -59,7 +59,7 @@ bool PreparedTable::liesInRanges(FormatIndex format, CellIndex cell) const {
   return index.contains(cell.getRow().get(), cell.getColumn().get());
 }
 
-void PreparedTable::takeOver(PreparedTable& before, RowMoves const* moves) {
+void PreparedTable::takeOver(PreparedTable& before, DocumentMoves const& moves) {
   _lookups = std::move(before._lookups);
   _lookups->follow(_operands.getAreas());
   _operands.takeOver(before._operands, moves);

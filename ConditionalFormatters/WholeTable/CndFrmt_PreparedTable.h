@@ -67,20 +67,19 @@ public:
   /// Takes over that the cells of some areas of this table or another one have new values: the
   /// operands that formats take from their ranges, and what formulas ask of areas, follow or are
   /// forgotten, but for the conditions of these formulas. `moved`: cells that only stand elsewhere
-  /// after edits of rows, which the operands follow already. Needs exclusive access. Throws what
+  /// after edits of lines, which the operands follow already. Needs exclusive access. Throws what
   /// the provider throws, and has then forgotten everything that was prepared.
   OperandChanges valuesChanged(DOM::Table const& table, std::span<TableRange const> areas,
                                std::span<TableRange const> moved = {});
 
   /// Takes over what follows edits, and the indexes of formulas, from another state of the table's
   /// formats, which may only be destroyed then; see SharedOperands. Needs exclusive access to both.
-  /// What has changed beside rows and formats is to be told to valuesChanged().
-  void takeOver(PreparedTable& before, RowMoves const* moves);
+  /// What has changed beside lines and formats is to be told to valuesChanged().
+  void takeOver(PreparedTable& before, DocumentMoves const& moves);
 
-  /// Takes over that rows of another table were edited; see SharedOperands. Needs exclusive access.
-  void rowsChanged(DOM::Table const& table, RowMoves const& moves) {
-    _operands.rowsChanged(table, moves);
-  }
+  /// Takes over that rows and columns of other tables were edited; see SharedOperands. Needs
+  /// exclusive access.
+  void linesChanged(DocumentMoves const& moves) { _operands.linesChanged(moves); }
 
   /// Adds areas of formulas to what follows edits; see SharedOperands. Needs exclusive access.
   void addAreas(std::span<FormulaArea const> areas) {

@@ -129,21 +129,21 @@ RangeOperands::Change RangeOperands::valuesChanged(std::span<TableRange const> a
   return {.isFollowed = findFollowed() != nullptr, .flipped = std::move(flipped)};
 }
 
-void RangeOperands::takeOver(RangeOperands& others, RowMoves const* moves) {
+void RangeOperands::takeOver(RangeOperands& others, SheetMoves const* moves) {
   if (!others._followed || !others._followed->serves(_needs, _aspects)) {
     return;
   }
   auto followed = std::move(others._followed);
-  if (moves == nullptr || (followed->isComplete() && followed->rowsChanged(*moves, _ranges))) {
+  if (moves == nullptr || followed->linesChanged(*moves, _ranges)) {
     forgetCollected();
     _followed = std::move(followed);
     dropHopeless();
   }
 }
 
-void RangeOperands::rowsChanged(RowMoves const& moves) {
+void RangeOperands::linesChanged(SheetMoves const& moves) {
   forgetCollected();
-  if (_followed && (!_followed->isComplete() || !_followed->rowsChanged(moves, _ranges))) {
+  if (_followed && !_followed->linesChanged(moves, _ranges)) {
     _followed.reset();
   }
   dropHopeless();

@@ -10,7 +10,7 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionOperands.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
-#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_SheetMoves.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CellSet.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_CollectOperands.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_FollowedOperands.h"
@@ -85,9 +85,9 @@ public:
   bool prepareUntil(FollowedOperands::Clock::time_point end);
 
   /// Takes what follows edits from operands of the same provider and table, if it serves here, too.
-  /// `moves`: edits of rows that led from the ranges there to these; null if they are the same.
+  /// `moves`: edits of lines that led from the ranges there to these; null if they are the same.
   /// Throws what the provider throws.
-  void takeOver(RangeOperands& others, RowMoves const* moves);
+  void takeOver(RangeOperands& others, SheetMoves const* moves);
 
   /// Follows edits no longer, nor ever again.
   void stopFollowing() noexcept {
@@ -102,8 +102,8 @@ public:
   /// forgotten. If this throws, nothing may be asked before everything is forgotten.
   [[nodiscard]] Change valuesChanged(std::span<TableRange const> areas);
 
-  /// The same for edits of rows, where the ranges are as before.
-  void rowsChanged(RowMoves const& moves);
+  /// The same for edits of lines, where the ranges are as before.
+  void linesChanged(SheetMoves const& moves);
 
   /// The operands that follow edits, once they are complete; null before.
   [[nodiscard]] FollowedOperands const* findFollowed() const noexcept {

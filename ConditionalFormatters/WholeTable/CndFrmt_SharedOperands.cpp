@@ -101,26 +101,26 @@ void SharedOperands::addAreas(std::span<FormulaArea const> areas) {
   }
 }
 
-/// The ranges of formats move with the rows, those of formulas where the host moves them.
-void SharedOperands::takeOver(SharedOperands& others, RowMoves const* moves) {
+/// The ranges of formats move with the lines, those of formulas where the host moves them.
+void SharedOperands::takeOver(SharedOperands& others, DocumentMoves const& moves) {
   std::deque<std::vector<TableRange>> lists;
   boost::unordered_map<SharedKey, Shared*> byMovedRanges;
   boost::unordered_map<SharedKey, Shared*> byRanges;
   for (Shared& shared : others._shared) {
     byRanges.emplace(sharedKeyOf(shared.operands), &shared);
-    if (moves != nullptr && &shared.operands.getTable() == &_table) {
+    DOM::Table const& table = shared.operands.getTable();
+    if (SheetMoves const* const ofTable = moves.find(table)) {
       auto& moved = lists.emplace_back(shared.operands.getRanges());
       std::ranges::transform(moved, moved.begin(),
-                             [&](TableRange const& range) { return moves->move(range); });
-      byMovedRanges.emplace(SharedKey{&_table, &moved}, &shared);
+                             [&](TableRange const& range) { return ofTable->move(range); });
+      byMovedRanges.emplace(SharedKey{&table, &moved}, &shared);
     }
   }
   for (auto const* const known : {&byMovedRanges, &byRanges}) {
     for (Shared& shared : _shared) {
       auto const found = known->find(sharedKeyOf(shared.operands));
       if (found != known->end() && !shared.operands.isFollowing()) {
-        bool const isEdited = &shared.operands.getTable() == &_table;
-        shared.operands.takeOver(found->second->operands, isEdited ? moves : nullptr);
+        shared.operands.takeOver(found->second->operands, moves.find(shared.operands.getTable()));
       }
     }
   }
@@ -143,11 +143,11 @@ OperandChanges SharedOperands::valuesChanged(DOM::Table const& table,
   }
 }
 
-void SharedOperands::rowsChanged(DOM::Table const& table, RowMoves const& moves) {
+void SharedOperands::linesChanged(DocumentMoves const& moves) {
   try {
     for (Shared& shared : _shared) {
-      if (&shared.operands.getTable() == &table) {
-        shared.operands.rowsChanged(moves);
+      if (SheetMoves const* const ofTable = moves.find(shared.operands.getTable())) {
+        shared.operands.linesChanged(*ofTable);
       }
     }
   } catch (...) {

@@ -10,7 +10,7 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormatRefs.h"
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
-#include "ConditionalFormatters/Following/CndFrmt_RowMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_SheetMoves.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_FollowedAreas.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_RangeOperands.h"
 #include "DOM/Table.h"
@@ -67,9 +67,9 @@ public:
   void addAreas(std::span<FormulaArea const> areas);
 
   /// Takes over what follows edits from the operands of other formats of the same table, where
-  /// these have the same ranges. `moves`: edits of rows of the table that lie between the two; null
-  /// if there are none. Needs exclusive access to both. Throws what the provider throws.
-  void takeOver(SharedOperands& others, RowMoves const* moves);
+  /// these have the same ranges, or those ranges where `moves`, the edits that lie between the two,
+  /// put them. Needs exclusive access to both. Throws what the provider throws.
+  void takeOver(SharedOperands& others, DocumentMoves const& moves);
 
   /// The areas of formulas, as far as they follow edits.
   [[nodiscard]] FollowedFormulaAreas const& getAreas() const noexcept { return _areas; }
@@ -79,9 +79,9 @@ public:
   [[nodiscard]] OperandChanges valuesChanged(DOM::Table const& table,
                                              std::span<TableRange const> areas);
 
-  /// Takes over that rows of another table than that of the formats were edited. If this throws,
+  /// Takes over that rows and columns were edited, and all ranges are as before. If this throws,
   /// everything is forgotten.
-  void rowsChanged(DOM::Table const& table, RowMoves const& moves);
+  void linesChanged(DocumentMoves const& moves);
 
   /// Works on operands that follow edits, as far as these have few enough values, for about the
   /// time that is given, a few milliseconds more at most. True if there is more to do. Throws what

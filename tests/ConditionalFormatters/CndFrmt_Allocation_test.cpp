@@ -155,10 +155,10 @@ INSTANTIATE_TEST_SUITE_P(WithAndWithoutPreparing, LiveAllocationTest, testing::B
 TEST_P(LiveAllocationTest, AnswersAreRightWhicheverAllocationOfAChangeFails) {
   LiveResolver live = calculator.follow(styles, table);
   LiveView view(live);
-  view.show({0, 0, 4, 1});
-  std::vector<DOM::SharedCellStylePtr> painted(4);
+  view.show({0, 0, 4, 2});
+  DOM::SharedCellStylePtr painted[4][2];
   auto const paint = [&](ResolvedCell const& cell) {
-    painted[cell.cellInfo.getRowIndex()] = cell.style;
+    painted[cell.cellInfo.getRowIndex()][cell.cellInfo.getColIndex()] = cell.style;
   };
   view.refresh(paint);
   bool hasFailed = true;
@@ -166,10 +166,17 @@ TEST_P(LiveAllocationTest, AnswersAreRightWhicheverAllocationOfAChangeFails) {
     // What follows edits was forgotten where the change before failed.
     while (GetParam() && live.prepareSome(std::chrono::milliseconds(1))) {
     }
-    // Row 1 repeats row 0, or does not.
-    table.setValue(1, 0, failing % 2 == 0 ? table.findCell(0, 0)->value : number(2));
-    std::vector<Change> const changes = {ValuesChanged{&table, {{1, 0, 2, 1}}},
-                                         FormatsChanged{&table}};
+    // The column goes to and fro, and row 1 repeats row 0, or does not.
+    unsigned long const column = failing % 2 == 0 ? 0 : 1;
+    column == 0 ? table.deleteColumns(0, 1) : table.insertColumns(0, 1);
+    table.setValue(1, column, column == 0 ? table.findCell(0, column)->value : number(2));
+    std::vector<Change> const changes = {
+        LinesChanged{.table = &table,
+                     .axis = Axis::Columns,
+                     .edit = column == 0 ? LineEdit::Delete : LineEdit::Insert,
+                     .first = 0,
+                     .count = 1},
+        ValuesChanged{&table, {{1, column, 2, column + 1}}}, FormatsChanged{&table}};
     hasFailed = false;
     try {
       CountedScope const counted(failing);
@@ -182,9 +189,11 @@ TEST_P(LiveAllocationTest, AnswersAreRightWhicheverAllocationOfAChangeFails) {
     calculator.clearTablesRangesCache();
     TableResolver const anew = calculator.prepare(styles, table);
     for (unsigned long row = 0; row < 4; ++row) {
-      auto const cellInfo = table.getCellInfo(row, 0);
-      EXPECT_EQ(live.resolve(cellInfo), anew.resolve(cellInfo)) << failing << ", row " << row;
-      EXPECT_EQ(painted[row], anew.resolve(cellInfo)) << failing << ", row " << row;
+      for (unsigned long const each : {0UL, 1UL}) {
+        auto const cellInfo = table.getCellInfo(row, each);
+        EXPECT_EQ(live.resolve(cellInfo), anew.resolve(cellInfo)) << failing << ", row " << row;
+        EXPECT_EQ(painted[row][each], anew.resolve(cellInfo)) << failing << ", row " << row;
+      }
     }
   }
 }

@@ -404,6 +404,9 @@ TEST_P(FailingHost, LeavesAResolverThatAnswersRightly) {
     document.setRandomValue(document.table, document.draw(9), document.draw(4));
     changes.emplace_back(ValuesChanged{&document.table, {{0, 0, 9, 4}}});
     if (document.draw(2) == 0) {
+      document.editLines(changes);
+    }
+    if (document.draw(2) == 0) {
       // Each further format asks the host more, so that there would be more and more calls to fail.
       if (addedFormats < mostAddedFormats) {
         document.addRandomFormat();

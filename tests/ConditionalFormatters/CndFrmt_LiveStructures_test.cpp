@@ -30,24 +30,27 @@ using TestSupport::number;
 class LiveStructures : public testing::Test {
 protected:
   static constexpr unsigned long rows = 2'000;
-  static constexpr TableRange view{990, 0, 1'010, 1};
 
   LiveStructures() {
     for (unsigned long row = 0; row < rows; ++row) {
       sheet.table.setValue(row, 0, number(static_cast<double>(row % 1'500 + 1)));
     }
-    sheet.addRule("A1:A2000", LiveSheet::isAboveAverage());
-    sheet.addRule("A1:A2000",
-                  DOM::UniquenessConditionalFormatOperator{DOM::UniquenessType::Duplicate}, 2);
-    sheet.addRule("A1:A2000", LiveSheet::isTrue("A1>MEDIAN($A:$A)"));
-    sheet.addRule("A1:A2000", LiveSheet::isTrue("COUNTIF($A:$A,A1)=2"), 2);
+    addRules("A1:A2000", "A1>MEDIAN($A:$A)", "COUNTIF($A:$A,A1)=2");
     live.emplace(calculator.follow(sheet.styles, sheet.table));
     while (live->prepareSome(std::chrono::milliseconds(1))) {
     }
   }
 
+  void addRules(char const* range, char const* order, char const* count) {
+    sheet.addRule(range, LiveSheet::isAboveAverage());
+    sheet.addRule(range, DOM::UniquenessConditionalFormatOperator{DOM::UniquenessType::Duplicate},
+                  2);
+    sheet.addRule(range, LiveSheet::isTrue(order));
+    sheet.addRule(range, LiveSheet::isTrue(count), 2);
+  }
+
   template <class Resolver>
-  static std::string listHolding(Resolver const& resolver) {
+  std::string listHolding(Resolver const& resolver) const {
     std::string list;
     resolver.visit({.range = view}, [&](ResolvedCell const& cell) {
       list += std::to_string(cell.cellInfo.getRowIndex()) + ":";
@@ -77,6 +80,7 @@ protected:
     return {&sheet.table, {{row, 0, row + 1, 1}}};
   }
 
+  TableRange view{990, 0, 1'010, 1};
   std::atomic<std::size_t> reads = 0;
   LiveSheet sheet;
   ConditionalFormattingPropsCalculator calculator{
@@ -97,6 +101,30 @@ TEST_F(LiveStructures, StayWhileRowsAreInsertedDeletedAndMoved) {
       {lines(Axis::Rows, LineEdit::Insert, 0, 1), lines(Axis::Rows, LineEdit::Delete, 1'990, 5)});
   sheet.table.setValue(999, 0, number(-7'000));
   expectKept({cell(999)});
+}
+
+TEST_F(LiveStructures, StayWhileColumnsAreInsertedDeletedAndMoved) {
+  sheet.table.insertColumns(0, 2);
+  view = {990, 2, 1'010, 3};
+  expectKept({lines(Axis::Columns, LineEdit::Insert, 0, 2)});
+  sheet.table.deleteColumns(1, 1);
+  sheet.table.insertRows(1'000, 1);
+  view = {990, 1, 1'010, 2};
+  expectKept({lines(Axis::Columns, LineEdit::Delete, 1, 1),
+              lines(Axis::Rows, LineEdit::Insert, 1'000, 1)});
+  sheet.table.moveColumns(1, 1, 7);
+  view = {990, 6, 1'010, 7};
+  expectKept({lines(Axis::Columns, LineEdit::Move, 1, 1, 7)});
+  sheet.table.setValue(999, 6, number(-7'000));
+  expectKept({ValuesChanged{&sheet.table, {{999, 6, 1'000, 7}}}});
+}
+
+TEST_F(LiveStructures, OfFormulasStayWhereTheHostMovesTheirReferences) {
+  sheet.table.insertColumns(0, 1);
+  view = {990, 1, 1'010, 2};
+  sheet.table.setConditionalFormats({});
+  addRules("B1:B2000", "B1>MEDIAN($B:$B)", "COUNTIF($B:$B,B1)=2");
+  expectKept({lines(Axis::Columns, LineEdit::Insert, 0, 1), FormatsChanged{&sheet.table}});
 }
 
 TEST_F(LiveStructures, StayWhileFormatsAndOtherColumnsChange) {

@@ -235,6 +235,9 @@ std::string EditedDocument::drawFormula() {
                                                     "RANK(A1,$A:$A)<4",
                                                     "COUNTIF($A:$A,A1)>1",
                                                     "COUNTIF($A:$B,\"<>\"&A1)>9",
+                                                    "COUNTIF($1:$3,A1)>1",
+                                                    "A1>AVERAGE($2:$4)",
+                                                    "A1=MAX(Other!$1:$2)",
                                                     "COUNTIF($A:$A,\">\"&A1)>3",
                                                     "MATCH(A1,$A:$A,0)>2",
                                                     "SUMIF($A:$A,A1,$B:$B)>1",
@@ -373,6 +376,12 @@ void EditedDocument::editLines(std::vector<Change>& changes) {
   bool const isRows = told.axis == Axis::Rows;
   told.first = draw(isRows ? rows : columns);
   told.count = 1 + draw(2);
+  bool const isFar = draw(5) == 0;
+  if (isFar) {
+    // Many lines behind all cells, for formulas of whole rows and columns.
+    told.first = 40 + draw(9);
+    told.count = isRows ? 1'000'000 : 15'000;
+  }
   TableRange const used = changed.getUsedRange();
   bool const isFull = (isRows ? used.endRow : used.endColumn) + 4 > (isRows ? 24UL : 9UL);
   switch (isFull ? 1 : draw(3)) {
@@ -388,7 +397,8 @@ void EditedDocument::editLines(std::vector<Change>& changes) {
       break;
     default:
       told.edit = LineEdit::Move;
-      told.before = draw(2) == 0 ? draw(told.first + 1) : told.first + told.count + draw(4);
+      told.before =
+          !isFar && draw(2) == 0 ? draw(told.first + 1) : told.first + told.count + draw(4);
       isRows ? changed.moveRows(told.first, told.count, told.before)
              : changed.moveColumns(told.first, told.count, told.before);
   }

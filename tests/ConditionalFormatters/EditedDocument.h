@@ -58,6 +58,8 @@ public:
 
   void setRandomValue(DOM::Table& changed, unsigned long row, unsigned long column);
   void addRandomFormat();
+  /// Inserts, deletes or moves rows or columns.
+  void editLines(std::vector<ConditionalFormatters::Change>& changes);
 
 private:
   class Host;
@@ -75,7 +77,6 @@ private:
   void drawStyle(unsigned char index);
   void makeFormats();
   void editValues(std::vector<ConditionalFormatters::Change>& changes);
-  void editLines(std::vector<ConditionalFormatters::Change>& changes);
   void editFormats();
 
   std::mt19937 _random;

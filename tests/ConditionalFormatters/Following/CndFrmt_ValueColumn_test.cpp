@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <limits>
@@ -13,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include "ConditionalFormatters/Following/CndFrmt_SheetMoves.h"
+#include "DOM/Table.h"
 #include "FormulaModel/ValueKey.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -20,6 +23,7 @@ namespace {
 
 constexpr double columnNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double columnInfinity = std::numeric_limits<double>::infinity();
+constexpr TableRange wholeColumnSheet{0, 0, DOM::Table::rowCount, DOM::Table::columnCount};
 ValueBits const someText = FormulaModel::ValueKey::ofTextIndex(7).bits();
 
 /// The plainest column: a map, and a sum from the first place on.
@@ -36,13 +40,13 @@ public:
     return old;
   }
 
-  /// Moves values to other rows; those that are gone are removed here and from a column.
-  void moveRows(RowMoves const& moves, ValueColumn& column) {
+  /// Moves values to other rows and columns; those that are gone are removed here and from a
+  /// column.
+  void move(SheetMoves const& moves, ValueColumn& column) {
     std::map<PlaceKey, ValueBits> const before = std::exchange(_values, {});
     for (auto const& [place, value] : before) {
-      auto const shift = moves.runOf(rowOfKey(positionOfPlace(place))).shift;
-      if (shift) {
-        _values.emplace(place + (PlaceKey{*shift} << columnKeyBits), value);
+      if (auto const moved = moves.move(positionOfPlace(place))) {
+        _values.emplace(placeKeyOf(rangeOfPlace(place), *moved), value);
       } else {
         column.set(place, noValueBits);
       }
@@ -80,7 +84,7 @@ TEST(ValueColumn, IsEmptyAtFirst) {
   EXPECT_EQ(column.sum().get(), 0);
   EXPECT_EQ(column.get(3), noValueBits);
   EXPECT_EQ(column.set(3, noValueBits), noValueBits);
-  EXPECT_TRUE(column.list(0, 100).empty());
+  EXPECT_TRUE(column.list(0, {0, 0, 1, 100}).empty());
 }
 
 TEST(ValueColumn, FollowsRandomEditsToTheLastBitOfItsSum) {
@@ -128,7 +132,7 @@ TEST(ValueColumn, FollowsRandomEditsToTheLastBitOfItsSum) {
       }
     }
     std::vector<PlaceKey> places;
-    for (auto const& entry : column.list(1'000, 5'000)) {
+    for (auto const& entry : column.list(0, {0, 1'000, 1, 5'000})) {
       places.push_back(entry.place);
       ASSERT_EQ(plain.getValues().at(entry.place), entry.value);
     }
@@ -198,45 +202,155 @@ TEST(ValueColumn, HoldsPlacesThatLieFarApart) {
     ASSERT_EQ(column.set(place, value), plain.set(place, value));
   }
   ASSERT_NO_FATAL_FAILURE(plain.expectSame(column));
-  auto const listed = column.list(0, ~PlaceKey{0});
   auto known = plain.getValues().begin();
-  for (auto const& entry : listed) {
-    ASSERT_EQ(entry.place, (known++)->first);
+  for (std::size_t range = 0; range < 3; ++range) {
+    for (auto const& entry : column.list(range, wholeColumnSheet)) {
+      ASSERT_EQ(entry.place, (known++)->first);
+    }
   }
   EXPECT_EQ(known, plain.getValues().end());
 }
+
+TEST(ValueColumn, ListsTheValuesOfAnAreaUpToALimit) {
+  ValueColumn column;
+  for (unsigned long row = 0; row < 3'000; ++row) {
+    for (unsigned long inColumn = 4; inColumn < 7; ++inColumn) {
+      column.append(placeKeyOf(1, positionKeyOf(row, inColumn)), bitsOfNumber(1));
+    }
+  }
+  auto const listed = column.list(1, {7, 5, 2'000, 16'384});
+  ASSERT_EQ(listed.size(), 2U * 1'993);
+  EXPECT_EQ(listed.front().place, placeKeyOf(1, positionKeyOf(7, 5)));
+  EXPECT_EQ(listed.back().place, placeKeyOf(1, positionKeyOf(1'999, 6)));
+  EXPECT_TRUE(column.list(0, wholeColumnSheet).empty()) << "of another range";
+  EXPECT_EQ(column.list(1, wholeColumnSheet, 10).size(), 11U) << "enough to see that they are more";
+  EXPECT_EQ(column.list(1, {0, 4, 3'000, 5}, 3'000).size(), 3'000U);
+}
+
+/// Two ranges, of which the values lie in one or several columns from a first one on.
+class EditedPlaces {
+public:
+  EditedPlaces(std::uint32_t seed, unsigned long columnCount)
+      : _random(seed),
+        _ranges{{0, 3, rows, 3 + columnCount}, {0, 200, DOM::Table::rowCount, 200 + columnCount}} {
+    for (std::size_t range = 0; range < 2; ++range) {
+      for (unsigned long row = 0; row < rows; row += 1 + _random() % 2) {
+        for (unsigned long column = 0; column < columnCount; ++column) {
+          append(placeKeyOf(range, positionKeyOf(row, _ranges[range].firstColumn + column)));
+        }
+      }
+    }
+  }
+
+  /// Follows edits, and sets a value.
+  void edit(SheetMoves const& moves) {
+    _plain.move(moves, _column);
+    _column.moveRows(moves.rows);
+    _column.moveColumns(moves.columns, _ranges);
+    for (TableRange& range : _ranges) {
+      LineInterval const columns = moves.columns.move(columnIntervalOf(range));
+      range.firstColumn = columns.first;
+      range.endColumn = columns.end;
+    }
+    std::size_t const range = _random() % 2;
+    PlaceKey const place =
+        placeKeyOf(range, positionKeyOf(_random() % rows, _ranges[range].firstColumn));
+    ASSERT_EQ(_column.set(place, bitsOfNumber(0.7)), _plain.set(place, bitsOfNumber(0.7)));
+    ASSERT_NO_FATAL_FAILURE(_plain.expectSame(_column));
+  }
+
+  void expectSame() const {
+    for (auto const& [place, value] : _plain.getValues()) {
+      ASSERT_EQ(_column.get(place), value);
+    }
+    EXPECT_LT(_column.countBytes(), 32 * _column.size()) << "blocks do not fall to pieces";
+  }
+
+  [[nodiscard]] TableRange const& getRange(std::size_t index) const { return _ranges[index]; }
+  [[nodiscard]] ValueColumn const& getColumn() const { return _column; }
+
+  static constexpr unsigned long rows = 4'000;
+
+private:
+  void append(PlaceKey place) {
+    ValueBits const value = bitsOfNumber(static_cast<double>(_random() % 100) * 0.1);
+    _column.append(place, value);
+    _plain.set(place, value);
+  }
+
+  std::mt19937 _random;
+  std::vector<TableRange> _ranges;
+  ValueColumn _column;
+  PlainColumn _plain;
+};
 
 TEST(ValueColumn, FollowsEditsOfRows) {
   for (std::uint32_t seed = 1; seed <= 6; ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
-    ValueColumn column;
-    PlainColumn plain;
-    constexpr unsigned long rows = 6'000;
-    for (std::size_t range = 0; range < 2; ++range) {
-      for (unsigned long row = 0; row < rows; row += 1 + random() % 2) {
-        ValueBits const value = bitsOfNumber(static_cast<double>(random() % 100) * 0.1);
-        column.append(placeKeyOf(range, positionKeyOf(row, 3)), value);
-        plain.set(placeKeyOf(range, positionKeyOf(row, 3)), value);
-      }
+    EditedPlaces places(seed, 1);
+    for (int edit = 0; edit < 80; ++edit) {
+      unsigned long const first = random() % EditedPlaces::rows;
+      unsigned long const count = 1 + random() % (edit % 9 == 0 ? 1'000 : 3);
+      auto const kind = static_cast<AxisEdit::Kind>(seed < 3 ? random() % 2 : random() % 3);
+      SheetMoves moves;
+      moves.rows.add({kind, first, count, random() % (2 * EditedPlaces::rows)});
+      ASSERT_NO_FATAL_FAILURE(places.edit(moves)) << "edit " << edit;
     }
-    for (int edit = 0; edit < 120; ++edit) {
-      unsigned long const first = random() % rows;
-      unsigned long const count = 1 + random() % (edit % 9 == 0 ? 2'000 : 3);
-      auto const kind = static_cast<RowEdit::Kind>(seed < 3 ? random() % 2 : random() % 3);
-      RowMoves moves;
-      moves.add({kind, first, count, random() % (2 * rows)});
-      plain.moveRows(moves, column);
-      column.moveRows(moves);
-      PlaceKey const place = placeKeyOf(random() % 2, positionKeyOf(random() % rows, 3));
-      ASSERT_EQ(column.set(place, bitsOfNumber(0.7)), plain.set(place, bitsOfNumber(0.7)));
-      ASSERT_NO_FATAL_FAILURE(plain.expectSame(column)) << "edit " << edit;
-    }
-    for (auto const& [place, value] : plain.getValues()) {
-      ASSERT_EQ(column.get(place), value);
-    }
-    EXPECT_LT(column.countBytes(), 32 * column.size()) << "blocks do not fall to pieces";
+    ASSERT_NO_FATAL_FAILURE(places.expectSame());
   }
+}
+
+TEST(ValueColumn, FollowsEditsOfColumns) {
+  for (std::uint32_t seed = 1; seed <= 6; ++seed) {
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    EditedPlaces places(seed, 5);
+    for (int edit = 0; edit < 12; ++edit) {
+      // Columns are inserted before a range or inside, moved about inside, and deleted before it.
+      TableRange const& range = places.getRange(random() % 2);
+      unsigned long const inside =
+          range.firstColumn + 1 + random() % (range.endColumn - range.firstColumn - 2);
+      SheetMoves moves;
+      switch (random() % (seed < 3 ? 2 : 3)) {
+        case 0:
+          moves.columns.add({AxisEdit::Kind::Insert, inside, 1 + random() % 3});
+          break;
+        case 1:
+          moves.columns.add({AxisEdit::Kind::Delete, range.firstColumn - 1, 1});
+          moves.columns.add({AxisEdit::Kind::Insert, random() % 2, 2});
+          break;
+        default:
+          moves.columns.add({AxisEdit::Kind::Move, inside, 1, range.firstColumn + 1});
+      }
+      ASSERT_NO_FATAL_FAILURE(places.edit(moves)) << "edit " << edit;
+    }
+    ASSERT_NO_FATAL_FAILURE(places.expectSame());
+  }
+}
+
+TEST(ValueColumn, KeepsItsBlocksWhereARangeMovesAsAWhole) {
+  EditedPlaces places(1, 2);
+  std::size_t const bytes = places.getColumn().countBytes();
+  SheetMoves moves;
+  moves.columns.add({AxisEdit::Kind::Move, 3, 2, 9});
+  ASSERT_NO_FATAL_FAILURE(places.edit(moves));
+  EXPECT_LE(places.getColumn().countBytes(), bytes + 64);
+}
+
+TEST(ValueColumn, MovesColumnsOfRowsThatLieFarApart) {
+  ValueColumn column;
+  std::vector<TableRange> const ranges{wholeColumnSheet};
+  // Just near enough for one block, until the second one moves to the right.
+  constexpr unsigned long apart = 1UL << 18U;
+  column.append(placeKeyOf(0, positionKeyOf(0, 9)), bitsOfNumber(1));
+  column.append(placeKeyOf(0, positionKeyOf(apart, 4)), bitsOfNumber(2));
+  LineMoves moves(DOM::Table::columnCount);
+  moves.add({AxisEdit::Kind::Move, 4, 1, 16'384});
+  column.moveColumns(moves, ranges);
+  EXPECT_EQ(column.get(placeKeyOf(0, positionKeyOf(0, 8))), bitsOfNumber(1));
+  EXPECT_EQ(column.get(placeKeyOf(0, positionKeyOf(apart, 16'383))), bitsOfNumber(2));
+  EXPECT_EQ(column.list(0, wholeColumnSheet).size(), 2U);
 }
 
 TEST(CellKeys, AscendRowByRow) {

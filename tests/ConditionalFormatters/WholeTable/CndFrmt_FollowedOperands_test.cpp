@@ -161,52 +161,61 @@ TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterRandomEdits) {
   }
 }
 
-/// Makes a random edit of rows near the ranges.
-void editRows(std::mt19937& random, DOM::Table& table, RowMoves& moves) {
-  unsigned long const first = random() % 50;
+/// Makes a random edit of rows or columns near the ranges.
+void editLines(std::mt19937& random, DOM::Table& table, SheetMoves& moves) {
+  bool const isOfRows = random() % 2 == 0;
+  unsigned long const first = random() % (isOfRows ? 50 : 6);
   unsigned long const count = 1 + random() % 3;
   unsigned long const before = random() % 2 == 0 ? random() % (first + 1) : first + count + 4;
+  LineMoves& ofAxis = isOfRows ? moves.rows : moves.columns;
   switch (random() % 3) {
     case 0:
-      table.insertRows(first, count);
-      moves.add({RowEdit::Kind::Insert, first, count});
+      isOfRows ? table.insertRows(first, count) : table.insertColumns(first, count);
+      ofAxis.add({AxisEdit::Kind::Insert, first, count});
       break;
     case 1:
-      table.deleteRows(first, count);
-      moves.add({RowEdit::Kind::Delete, first, count});
+      isOfRows ? table.deleteRows(first, count) : table.deleteColumns(first, count);
+      ofAxis.add({AxisEdit::Kind::Delete, first, count});
       break;
     default:
-      table.moveRows(first, count, before);
-      moves.add({RowEdit::Kind::Move, first, count, before});
+      isOfRows ? table.moveRows(first, count, before) : table.moveColumns(first, count, before);
+      ofAxis.add({AxisEdit::Kind::Move, first, count, before});
   }
 }
 
-TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterEditsOfRows) {
-  for (unsigned const seed : {1U, 2U, 3U, 4U}) {
+TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterEditsOfRowsAndColumns) {
+  for (unsigned const seed : {1U, 2U, 3U, 4U, 5U, 6U}) {
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
     ranges = {{0, 0, rows, 2}, {20, 1, 40, 4}, {50, 3, 51, 4}};
-    for (unsigned long row = 0; row < rows; ++row) {
-      table.setValue(row, random() % columns, drawFollowed(random));
-    }
     std::optional<FollowedOperands> followed;
     int followedCount = 0;
     for (int edit = 0; edit < 200; ++edit) {
+      for (int cell = 0; cell < 4; ++cell) {
+        unsigned long const row = random() % rows;
+        unsigned long const column = random() % columns;
+        table.setValue(row, column, drawFollowed(random));
+        std::vector<TableRange> const areas{{row, column, row + 1, column + 1}};
+        if (followed) {
+          static_cast<void>(followed->valuesChanged(areas));
+        }
+      }
       if (!followed) {
         followed.emplace(provider, table, ranges, everyNeed);
         followed->prepareUntil(inFuture());
       }
-      RowMoves moves;
+      SheetMoves moves;
       for (std::uint32_t part = random() % 2 + 1; part > 0; --part) {
-        editRows(random, table, moves);
+        editLines(random, table, moves);
       }
       // Ranges stay where they are, or follow their corners as far as the test looks.
       for (TableRange& range : ranges) {
         TableRange const moved = moves.move(range);
-        bool const isInSight = !moved.isEmpty() && moved.endRow <= rows;
-        range = random() % 2 == 0 && isInSight ? moved : range;
+        bool const isInSight =
+            !moved.isEmpty() && moved.endRow <= rows && moved.endColumn <= columns;
+        range = random() % 4 != 0 && isInSight ? moved : range;
       }
-      if (!followed->rowsChanged(moves, ranges)) {
+      if (!followed->linesChanged(moves, ranges)) {
         followed.reset();
         continue;
       }
@@ -219,27 +228,84 @@ TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterEditsOfRows) {
       static_cast<void>(followed->valuesChanged(areas));
       ASSERT_NO_FATAL_FAILURE(expectUpToDate(*followed, collectAnew())) << "edit " << edit;
     }
-    EXPECT_GT(followedCount, 30) << "most edits were not followed";
+    EXPECT_GT(followedCount, 150) << "most edits were not followed";
   }
 }
 
-TEST_F(FollowedOperandsTest, FollowEditsOfRowsThatAreWorthIt) {
-  table.setValue(5, 0, number(1));
+TEST_F(FollowedOperandsTest, FollowEditsOfLinesThatTakeOrBringFewCells) {
+  constexpr unsigned long many = 10'000;
+  for (unsigned long row = 0; row < many; ++row) {
+    table.setValue(row, 0, number(1));
+  }
   std::vector<TableRange> const column{{0, 0, DOM::Table::rowCount, 1}};
+  std::vector<TableRange> const next{{0, 1, DOM::Table::rowCount, 2}};
   FollowedOperands followed(provider, table, column, everyNeed);
   followed.prepareUntil(inFuture());
-  RowMoves many;
-  many.add({RowEdit::Kind::Delete, 100, 100'000});
-  EXPECT_FALSE(followed.rowsChanged(many, column));
-  RowMoves few;
-  few.add({RowEdit::Kind::Delete, 0, 4'000});
-  EXPECT_FALSE(followed.rowsChanged(few, {{0, 1, 9, 2}})) << "another column";
-  EXPECT_EQ(followed.getMean().count, 1U);
-  table.deleteRows(0, 2'000);
-  RowMoves fewer;
-  fewer.add({RowEdit::Kind::Delete, 0, 2'000});
-  EXPECT_TRUE(followed.rowsChanged(fewer, column));
-  EXPECT_EQ(followed.getMean().count, 0U);
+  SheetMoves taken;
+  taken.rows.add({AxisEdit::Kind::Delete, 0, 5'000});
+  EXPECT_FALSE(followed.linesChanged(taken, column));
+  SheetMoves brought;
+  brought.columns.add({AxisEdit::Kind::Move, 0, 1, 5});
+  EXPECT_FALSE(followed.linesChanged(brought, next)) << "other cells";
+  EXPECT_FALSE(followed.linesChanged(SheetMoves(), {column.front(), column.front()}));
+  EXPECT_EQ(followed.getMean().count, many);
+
+  SheetMoves empty;
+  empty.rows.add({AxisEdit::Kind::Delete, many, 500'000});
+  table.deleteRows(many, 500'000);
+  EXPECT_TRUE(followed.linesChanged(empty, column)) << "many rows without cells";
+  table.deleteRows(0, 4'000);
+  SheetMoves few;
+  few.rows.add({AxisEdit::Kind::Delete, 0, 4'000});
+  EXPECT_TRUE(followed.linesChanged(few, column));
+  EXPECT_EQ(followed.getMean().count, 6'000U);
+  table.insertColumns(0, 1);
+  SheetMoves before;
+  before.columns.add({AxisEdit::Kind::Insert, 0, 1});
+  EXPECT_TRUE(followed.linesChanged(before, next));
+  EXPECT_EQ(followed.getMean().count, 6'000U);
+  EXPECT_TRUE(followed.isRepeated({RowIndex(5'999), ColumnIndex(1)}));
+}
+
+TEST_F(FollowedOperandsTest, ThatAreNotCompleteFollowEditsThatLeaveTheirCells) {
+  table.setValue(5, 0, number(1));
+  std::vector<TableRange> const column{{0, 0, rows, 1}};
+  FollowedOperands followed(provider, table, column, everyNeed);
+  SheetMoves beside;
+  beside.columns.add({AxisEdit::Kind::Insert, 1, 1});
+  beside.rows.add({AxisEdit::Kind::Delete, rows, 3});
+  EXPECT_TRUE(followed.linesChanged(beside, column));
+  SheetMoves inside;
+  inside.rows.add({AxisEdit::Kind::Insert, 5, 1});
+  EXPECT_FALSE(followed.linesChanged(inside, column));
+  EXPECT_FALSE(followed.linesChanged(beside, {{0, 0, rows, 2}})) << "other ranges";
+}
+
+TEST_F(FollowedOperandsTest, KnowThatACellRepeatsAValueAfterItLeftOneOfSeveralRanges) {
+  // The first cell is one of two ranges, and has the value of another cell or not.
+  for (double const other : {1.0, 2.0}) {
+    DOM::Table edited;
+    PlainValueContextProvider const ofEdited(edited);
+    edited.setValue(0, 1, number(1));
+    edited.setValue(9, 1, number(other));
+    std::vector<TableRange> const before{{0, 0, 1, 9}, {0, 1, 10, 2}};
+    std::vector<TableRange> const after{{0, 0, 1, 9}, {0, 0, 10, 1}};
+    FollowedOperands followed(ofEdited, edited, before, everyNeed);
+    followed.prepareUntil(inFuture());
+    EXPECT_TRUE(followed.isRepeated({RowIndex(0), ColumnIndex(1)}));
+    // Out of the first range, and still in the second one, with it.
+    edited.moveRows(0, 1, 5);
+    SheetMoves moves;
+    moves.rows.add({AxisEdit::Kind::Move, 0, 1, 5});
+    EXPECT_TRUE(followed.linesChanged(moves, before));
+    EXPECT_EQ(followed.isRepeated({RowIndex(4), ColumnIndex(1)}), other == 1);
+    // Out of both, and into the second one.
+    edited.moveColumns(1, 1, 0);
+    SheetMoves back;
+    back.columns.add({AxisEdit::Kind::Move, 1, 1, 0});
+    EXPECT_TRUE(followed.linesChanged(back, after));
+    EXPECT_EQ(followed.isRepeated({RowIndex(4), ColumnIndex(0)}), other == 1);
+  }
 }
 
 TEST_F(FollowedOperandsTest, HoldNothingOnceAllCellsAreGone) {

@@ -291,7 +291,7 @@ TEST_F(SharedOperandsThatFollow, AreTakenOverByFormatsWithTheSameRanges) {
   ConditionalFormatRefs const laterRefs{
       {other, bottom}, {column, bottom}, {column, unique}, {shorter, average}};
   SharedOperands later(provider, table, laterRefs);
-  later.takeOver(shared, nullptr);
+  later.takeOver(shared, DocumentMoves());
   ASSERT_NE(later.find(1)->findFollowed(), nullptr) << "it ranks numbers from both ends";
   EXPECT_EQ(later.find(0)->findFollowed(), nullptr) << "no ranking was kept for an average";
   EXPECT_EQ(later.find(3)->findFollowed(), nullptr) << "other ranges";
@@ -303,20 +303,26 @@ TEST_F(SharedOperandsThatFollow, AreTakenOverByFormatsWithTheSameRanges) {
   EXPECT_FALSE(later.find(1)->isRepeated({RowIndex(7), ColumnIndex(0)}, {}));
 }
 
-TEST_F(SharedOperandsThatFollow, AreTakenOverWhereTheRangesMovedWithTheRows) {
+TEST_F(SharedOperandsThatFollow, AreTakenOverWhereTheRangesMovedWithTheLines) {
+  using Kind = AxisEdit::Kind;
   struct Case {
     char const* name;
-    RowEdit edit;
+    bool isOfRows;
+    AxisEdit edit;
     TableRange range;  ///< after it
     double mean;
   };
   Case const cases[] = {
-      {"inserted inside", {RowEdit::Kind::Insert, 3, 2}, {0, 0, 102, 1}, 49.5},
-      {"inserted before", {RowEdit::Kind::Insert, 0, 2}, {2, 0, 102, 1}, 49.5},
-      {"deleted at the end", {RowEdit::Kind::Delete, 99, 1}, {0, 0, 99, 1}, 49},
-      {"moved inside", {RowEdit::Kind::Move, 3, 2, 9}, {0, 0, 100, 1}, 49.5},
-      {"moved out", {RowEdit::Kind::Move, 50, 1, 120}, {0, 0, 99, 1}, (4950 - 50) / 99.0},
-      {"inserted, in a range as it was", {RowEdit::Kind::Insert, 3, 1}, {0, 0, 100, 1}, 49},
+      {"rows inserted inside", true, {Kind::Insert, 3, 2}, {0, 0, 102, 1}, 49.5},
+      {"rows inserted before", true, {Kind::Insert, 0, 2}, {2, 0, 102, 1}, 49.5},
+      {"a row deleted at the end", true, {Kind::Delete, 99, 1}, {0, 0, 99, 1}, 49},
+      {"rows moved inside", true, {Kind::Move, 3, 2, 9}, {0, 0, 100, 1}, 49.5},
+      {"a row moved out", true, {Kind::Move, 50, 1, 120}, {0, 0, 99, 1}, (4950 - 50) / 99.0},
+      {"a row inserted, in a range as it was", true, {Kind::Insert, 3, 1}, {0, 0, 100, 1}, 49},
+      {"columns inserted before", false, {Kind::Insert, 0, 2}, {0, 2, 100, 3}, 49.5},
+      {"columns inserted behind", false, {Kind::Insert, 1, 2}, {0, 0, 100, 1}, 49.5},
+      {"the column moved", false, {Kind::Move, 0, 1, 7}, {0, 6, 100, 7}, 49.5},
+      {"another column moved before", false, {Kind::Move, 4, 2, 0}, {0, 2, 100, 3}, 49.5},
   };
   for (Case const& each : cases) {
     SCOPED_TRACE(each.name);
@@ -328,25 +334,58 @@ TEST_F(SharedOperandsThatFollow, AreTakenOverWhereTheRangesMovedWithTheRows) {
     ConditionalFormatRefs const before{{column, average}};
     SharedOperands followed(ofEdited, edited, before);
     EXPECT_FALSE(followed.prepareSome(std::chrono::hours(1)));
-    switch (each.edit.kind) {
-      case RowEdit::Kind::Insert:
-        edited.insertRows(each.edit.first, each.edit.count);
+    switch (auto const& [kind, first, count, target] = each.edit; kind) {
+      case Kind::Insert:
+        each.isOfRows ? edited.insertRows(first, count) : edited.insertColumns(first, count);
         break;
-      case RowEdit::Kind::Delete:
-        edited.deleteRows(each.edit.first, each.edit.count);
+      case Kind::Delete:
+        edited.deleteRows(first, count);
         break;
       default:
-        edited.moveRows(each.edit.first, each.edit.count, each.edit.before);
+        each.isOfRows ? edited.moveRows(first, count, target)
+                      : edited.moveColumns(first, count, target);
     }
-    RowMoves moves;
-    moves.add(each.edit);
+    DocumentMoves moves;
+    (each.isOfRows ? moves.getOrCreate(edited).rows : moves.getOrCreate(edited).columns)
+        .add(each.edit);
     std::vector<TableRange> const moved{each.range};
     ConditionalFormatRefs const after{{moved, average}};
     SharedOperands later(ofEdited, edited, after);
-    later.takeOver(followed, &moves);
+    later.takeOver(followed, moves);
     ASSERT_NE(later.find(0)->findFollowed(), nullptr);
     EXPECT_EQ(later.find(0)->findFollowed()->getMean().mean.get(), each.mean);
   }
+}
+
+/// A formula of another table's area, which a host writes anew when the area moves.
+TEST_F(SharedOperandsThatFollow, OfAreasInOtherTablesAreTakenOverWhereTheyMoved) {
+  Table elsewhere;
+  for (unsigned long row = 0; row < 100; ++row) {
+    elsewhere.setValue(row, 0, number(1));
+  }
+  std::vector<FormulaArea> const before{{&elsewhere, {0, 0, 100, 1}, {.summary = true}}};
+  std::vector<FormulaArea> const after{{&elsewhere, {0, 1, 100, 2}, {.summary = true}}};
+  ConditionalFormatRefs const noFormats;
+  SharedOperands followed(provider, table, noFormats);
+  followed.addAreas(before);
+  EXPECT_FALSE(followed.prepareSome(std::chrono::hours(1)));
+  elsewhere.insertColumns(0, 1);
+  DocumentMoves moves;
+  moves.getOrCreate(elsewhere).columns.add({AxisEdit::Kind::Insert, 0, 1});
+  SharedOperands later(provider, table, noFormats);
+  later.addAreas(after);
+  later.takeOver(followed, moves);
+  auto const* const answers =
+      later.getAreas().find(elsewhere, {0, 1, 100, 2}, Formulas::AreaAspect::Summary);
+  ASSERT_NE(answers, nullptr);
+  EXPECT_EQ(answers->getSummary().sum, 100);
+
+  // Where formulas stay as they are written, the area has other cells then, or the same.
+  elsewhere.insertRows(0, 1);
+  DocumentMoves rows;
+  rows.getOrCreate(elsewhere).rows.add({AxisEdit::Kind::Insert, 0, 1});
+  later.linesChanged(rows);
+  EXPECT_EQ(answers->getSummary().sum, 99);
 }
 
 }  // namespace

@@ -1,0 +1,163 @@
+// How a column of values follows edits of rows and columns.
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+#include "ConditionalFormatters/Following/CndFrmt_SheetMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_ValueColumn.h"
+
+namespace Zorv::ConditionalFormatters {
+
+void ValueColumn::moveRows(LineMoves const& moves) {
+  std::vector<Block> moved;
+  moved.reserve(_blocks.size() + moves.getRuns().size());
+  bool const keepsOrder = moves.keepOrder();
+  // Up to the first block that is cut, or may come to lie elsewhere, sums stay as they are.
+  std::size_t same = 0;
+  for (Block& block : _blocks) {
+    PlaceKey const first = block.first;
+    bool const isSame = same == moved.size();
+    appendMoved(block, moves, moved);
+    bool const isWhole = moved.size() == same + 1 && (keepsOrder || moved.back().first == first);
+    same += isSame && isWhole ? 1 : 0;
+  }
+  if (!keepsOrder) {
+    std::ranges::sort(moved, {}, &Block::first);
+  }
+  _blocks = std::move(moved);
+  _knownSums = std::min(_knownSums, same);
+  joinSmallBlocks();
+}
+
+void ValueColumn::appendMoved(Block& block, LineMoves const& moves, std::vector<Block>& moved) {
+  for (std::size_t begin = 0; begin < block.size();) {
+    PlaceKey const place = block.placeAt(begin);
+    LineRun const& run = moves.runOf(rowOfKey(positionOfPlace(place)));
+    PlaceKey const endOfRun = placeKeyOf(rangeOfPlace(place), positionKeyOf(run.end, 0));
+    auto const next = std::lower_bound(block.offsets.begin() + static_cast<std::ptrdiff_t>(begin),
+                                       block.offsets.end(), endOfRun - block.first);
+    auto const end = static_cast<std::size_t>(next - block.offsets.begin());
+    PlaceKey const first = place + (PlaceKey{*run.shift} << columnKeyBits);
+    if (end - begin == block.size()) {
+      block.first = first;
+      moved.push_back(std::move(block));
+      return;
+    }
+    moved.push_back(slice(block, begin, end, first));
+    begin = end;
+  }
+}
+
+class ValueColumn::MovedPlaces {
+public:
+  explicit MovedPlaces(LineMoves const& moves) : _columns(moves.getRuns().back().end) {
+    for (LineRun const& run : moves.getRuns()) {
+      for (unsigned long column = run.first; run.shift && column < run.end; ++column) {
+        _columns[column] = column + *run.shift;
+      }
+    }
+  }
+
+  [[nodiscard]] PlaceKey of(PlaceKey place) const noexcept {
+    unsigned long const column = columnOfKey(place);
+    return place - column + _columns[column];
+  }
+
+  /// Moves the values of a block whose columns keep their order, and so no places move apart by
+  /// more than a row.
+  void move(Block& block) const noexcept {
+    PlaceKey const first = of(block.first);
+    for (std::uint32_t& offset : block.offsets) {
+      offset = static_cast<std::uint32_t>(of(block.first + offset) - first);
+    }
+    block.first = first;
+  }
+
+private:
+  std::vector<unsigned long> _columns;  ///< by the column before
+};
+
+void ValueColumn::moveColumns(LineMoves const& moves, std::vector<TableRange> const& ranges) {
+  std::vector<Block> moved;
+  moved.reserve(_blocks.size());
+  std::optional<MovedPlaces> places;
+  for (auto block = _blocks.begin(); block != _blocks.end();) {
+    std::size_t const range = rangeOfPlace(block->first);
+    auto const end = std::find_if(block, _blocks.end(), [range](Block const& each) {
+      return rangeOfPlace(each.first) != range;
+    });
+    auto const shift = moves.findShift(columnIntervalOf(ranges[range]));
+    if (!shift && !places) {
+      places.emplace(moves);
+    }
+    if (!shift && !moves.keepOrder()) {
+      _knownSums = std::min(_knownSums, moved.size());
+      appendReordered({block, end}, *places, moved);
+    } else {
+      std::for_each(block, end, [&](Block& each) {
+        if (shift) {
+          each.first += *shift;
+        } else {
+          places->move(each);
+        }
+        moved.push_back(std::move(each));
+      });
+    }
+    block = end;
+  }
+  _blocks = std::move(moved);
+  listFirstPlaces();
+}
+
+void ValueColumn::appendReordered(std::span<Block const> blocks, MovedPlaces const& places,
+                                  std::vector<Block>& moved) {
+  std::vector<Entry> entries;
+  for (Block const& block : blocks) {
+    for (std::size_t index = 0; index < block.size(); ++index) {
+      entries.push_back({places.of(block.placeAt(index)), block.values[index]});
+    }
+  }
+  auto const rowOf = [](Entry const& entry) { return entry.place >> columnKeyBits; };
+  for (auto row = entries.begin(); row != entries.end();) {
+    auto const end = std::find_if(row, entries.end(), [&, first = rowOf(*row)](Entry const& each) {
+      return rowOf(each) != first;
+    });
+    std::ranges::sort(row, end, {}, &Entry::place);
+    row = end;
+  }
+  for (Entry const& entry : entries) {
+    Block& block = roomAtEnd(moved, entry.place);
+    block.offsets.push_back(static_cast<std::uint32_t>(entry.place - block.first));
+    block.values.push_back(entry.value);
+  }
+}
+
+/// Joins neighbours that are small together: edits of rows leave parts of blocks.
+void ValueColumn::joinSmallBlocks() {
+  constexpr std::size_t mostOfJoined = mostInBlock / 2;
+  std::size_t kept = 0;
+  for (std::size_t next = 1; next < _blocks.size(); ++next) {
+    Block& block = _blocks[kept];
+    Block& added = _blocks[next];
+    if (block.size() + added.size() <= mostOfJoined && block.reaches(added.last())) {
+      auto const gap = static_cast<std::uint32_t>(added.first - block.first);
+      std::ranges::transform(added.offsets, std::back_inserter(block.offsets),
+                             [gap](std::uint32_t offset) { return offset + gap; });
+      block.values.insert(block.values.end(), added.values.begin(), added.values.end());
+      _knownSums = std::min(_knownSums, kept + 1);
+    } else if (++kept != next) {
+      _blocks[kept] = std::move(added);
+    }
+  }
+  _blocks.resize(std::min(_blocks.size(), kept + 1));
+  listFirstPlaces();
+}
+
+void ValueColumn::listFirstPlaces() {
+  _firstPlaces.clear();
+  std::ranges::transform(_blocks, std::back_inserter(_firstPlaces), &Block::first);
+}
+
+}  // namespace Zorv::ConditionalFormatters
