@@ -29,7 +29,8 @@ struct SheetMoves {
 
   /// True if the range lies in the sheet, is not empty, and each of its cells stays where it is.
   [[nodiscard]] bool leave(TableRange const& range) const noexcept {
-    return rows.findShift(rowIntervalOf(range)) == 0UL && columns.findShift(columnIntervalOf(range)) == 0UL;
+    return rows.findShift(rowIntervalOf(range)) == 0UL &&
+           columns.findShift(columnIntervalOf(range)) == 0UL;
   }
 
   /// Where a cell is after the edits; none if it is gone.

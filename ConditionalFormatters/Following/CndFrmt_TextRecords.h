@@ -75,9 +75,9 @@ private:
   }
 
   std::vector<std::unique_ptr<Unit[]>> _chunks;
-  Index _end = 0;                             ///< of the records, in units
+  Index _end = 0;                              ///< of the records, in units
   std::array<Index, longKind + 1> _firstFree;  ///< by kind
-  std::deque<std::string> _longTexts;         ///< a free record keeps its place here
+  std::deque<std::string> _longTexts;          ///< a free record keeps its place here
 };
 
 }  // namespace Zorv::ConditionalFormatters

@@ -182,15 +182,42 @@ TEST(DocumentMoves, AreKeptByTable) {
   EXPECT_EQ(moves.find(second), nullptr) << "without edits";
 }
 
-TEST(CellIdentities, EndAfterVeryManyEdits) {
+TEST(CellIdentities, FollowVeryManyEditsInFewPlaces) {
+  using Kind = AxisEdit::Kind;
+  CellIdentities identities;
+  CellIdentity const cell = identities.identityOf(positionKeyOf(50, 2));
+  auto const follow = [&](std::vector<AxisEdit> const& rows, std::vector<AxisEdit> const& columns) {
+    SheetMoves edits;
+    edits.rows = movesOf(rows);
+    edits.columns = movesOf(columns, lastColumn + 1);
+    ASSERT_TRUE(identities.canFollow(edits));
+    identities.follow(edits);
+  };
+  for (unsigned long count = 0; count < 20'000; ++count) {
+    // Each row behind the one before it, as a list is written; a column to and fro.
+    ASSERT_NO_FATAL_FAILURE(
+        follow({{Kind::Insert, 5 + count, 1}}, {{Kind::Move, 3, 1, 0}, {Kind::Move, 0, 1, 4}}));
+  }
+  for (int count = 0; count < 20'000; ++count) {
+    ASSERT_NO_FATAL_FAILURE(follow({{Kind::Insert, 9, 1}, {Kind::Delete, 9, 1}}, {}));
+  }
+  EXPECT_EQ(identities.find(cell), positionKeyOf(20'050, 2));
+}
+
+TEST(CellIdentities, EndAfterVeryManyEditsInAsManyPlaces) {
   CellIdentities identities;
   SheetMoves edit;
-  edit.rows.add({AxisEdit::Kind::Insert, 5, 1});
-  for (int count = 0; count < 2'048; ++count) {
-    ASSERT_TRUE(identities.canFollow(edit));
+  unsigned long count = 0;
+  for (; count < 10'000; ++count) {
+    edit = SheetMoves();
+    edit.rows.add({AxisEdit::Kind::Insert, 3 * count, 1});
+    if (!identities.canFollow(edit)) {
+      break;
+    }
     identities.follow(edit);
   }
-  EXPECT_FALSE(identities.canFollow(edit));
+  EXPECT_GT(count, 8'000U);
+  EXPECT_LT(count, 10'000U) << "each further edit would take longer";
 }
 
 TEST(CellIdentities, EndWhereRowsOrColumnsHaveNoFurtherOnes) {
@@ -209,12 +236,14 @@ TEST(CellIdentities, EndWhereRowsOrColumnsHaveNoFurtherOnes) {
   // The last ones that there are.
   CellIdentities identities;
   SheetMoves last;
-  constexpr unsigned long mostColumns = (1UL << columnIdentityBits) - 1;
-  last.columns.add({AxisEdit::Kind::Insert, 0, mostColumns - (lastColumn + 1)});
+  last.columns.add({AxisEdit::Kind::Insert, 0, (1UL << columnIdentityBits) - lastColumn - 1});
   ASSERT_TRUE(identities.canFollow(last));
   identities.follow(last);
-  EXPECT_EQ(columnOfIdentity(identities.identityOf(positionKeyOf(3, lastColumn - 1))), mostColumns);
-  EXPECT_EQ(rowOfIdentity(identities.identityOf(positionKeyOf(3, lastColumn))), 4U);
+  CellIdentity const cell = identities.identityOf(positionKeyOf(3, lastColumn));
+  EXPECT_EQ(columnOfIdentity(cell), (1UL << columnIdentityBits) - 1);
+  EXPECT_EQ(rowOfIdentity(cell), 3U);
+  EXPECT_EQ(identities.find(cell), positionKeyOf(3, lastColumn));
+  EXPECT_EQ(identities.find(CellIdentities().identityOf(positionKeyOf(3, 5))), std::nullopt);
 }
 
 }  // namespace
