@@ -65,8 +65,8 @@ public:
     return place - column + _columns[column];
   }
 
-  /// Moves the values of a block whose columns keep their order, and so no places move apart by
-  /// more than a row.
+  /// Moves the values of a block whose columns keep their order. Offsets have room: where rows lie
+  /// so far apart that only a column further left is in reach, it stays further left.
   void move(Block& block) const noexcept {
     PlaceKey const first = of(block.first);
     for (std::uint32_t& offset : block.offsets) {

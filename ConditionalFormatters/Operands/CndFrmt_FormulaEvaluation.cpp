@@ -13,16 +13,16 @@ namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-constexpr char const* sourceFile =
+constexpr char const* exprCalculatorSource =
     "/code/ConditionalFormatters/Operators/CndFrmt_FormulaExprCalculator";
 
 FormulaValue takeOnlyValue(std::shared_ptr<FormulaModel::FormulaArray const> const& result) {
   CheckedPtr<FormulaModel::FormulaArray const> const array(result);
   if (array->getHeight() != 1) {
-    doFailAssert(sourceFile, 65, "array->getHeight() == 1");
+    doFailAssert(exprCalculatorSource, 65, "array->getHeight() == 1");
   }
   if (array->getWidth() != 1) {
-    doFailAssert(sourceFile, 66, "array->getWidth() == 1");
+    doFailAssert(exprCalculatorSource, 66, "array->getWidth() == 1");
   }
   return *array->begin();
 }

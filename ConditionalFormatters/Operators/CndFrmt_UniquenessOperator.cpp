@@ -15,12 +15,12 @@ namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-constexpr char const* sourceFile =
+constexpr char const* uniquenessSource =
     "/code/ConditionalFormatters/Operators/CndFrmt_UniquenessOperator";
 
 struct PayloadHasher : boost::static_visitor<std::size_t> {
   std::size_t operator()(FormulaModel::FormulaEmpty const& /*value*/) const {
-    doFailAssert(sourceFile, 42, "", "Empty shouldn't be hashed.");
+    doFailAssert(uniquenessSource, 42, "", "Empty shouldn't be hashed.");
   }
   std::size_t operator()(FormulaModel::FormulaNumber const& number) const {
     return std::hash<double>()(number.value.get());
@@ -63,7 +63,7 @@ bool UniquenessOperator::operator()(FormulaValueData const& data) const {
   }
   auto const found = _values.find(data.value);
   if (found == _values.end()) {
-    doFailAssert(sourceFile, 62, "valueCount != 0");
+    doFailAssert(uniquenessSource, 62, "valueCount != 0");
   }
   return satisfiesOccurrence(static_cast<DOM::UniquenessType>(_uniquenessType),
                              isRepeated(_values, found));

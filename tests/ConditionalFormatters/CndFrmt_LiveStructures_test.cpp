@@ -144,13 +144,16 @@ TEST_F(LiveStructures, AreMadeAnewAfterAnyChange) {
   EXPECT_GT(reads, rows);
 }
 
-TEST_F(LiveStructures, ReadCellsThatWereToldBeforeTheirRowsMoved) {
+TEST_F(LiveStructures, ReadCellsThatWereToldBeforeTheirLinesMoved) {
   sheet.table.setValue(990, 0, number(1e9));
   sheet.table.setValue(995, 0, number(1e9));
   sheet.table.insertRows(0, 10);
   sheet.table.deleteRows(3, 1);
+  sheet.table.insertColumns(0, 1);
+  view = {990, 1, 1'010, 2};
   expectKept({cell(990), cell(995), lines(Axis::Rows, LineEdit::Insert, 0, 10),
-              lines(Axis::Rows, LineEdit::Delete, 3, 1)});
+              lines(Axis::Rows, LineEdit::Delete, 3, 1),
+              lines(Axis::Columns, LineEdit::Insert, 0, 1)});
 }
 
 /// For formulas a cell with an infinite number holds an error.
