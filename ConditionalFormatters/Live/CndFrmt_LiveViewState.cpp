@@ -43,6 +43,12 @@ void appendDifference(TableRange const& range, TableRange const& other,
   }
 }
 
+/// The value that formulas read at a position, which is empty where there is no cell.
+FormulaValue const& heldAt(DOM::CellInfo const& cellInfo) noexcept {
+  static FormulaValue const none;
+  return cellInfo.getCell() == nullptr ? none : cellInfo.getCell()->value;
+}
+
 /// True for a text that as a criterion may ask for more than the values that are equal to it.
 bool mayBeMoreThanValue(std::string const& text) noexcept {
   return text.empty() || std::string_view("<>=").find(text.front()) != std::string_view::npos ||
@@ -132,8 +138,8 @@ void LiveViewState::appendCells(TableRange const& area, CellTest const& test,
 
 LiveViewState::CellTest LiveViewState::makeTest(NumberArea const& numbers) const {
   return [numbers, prepared = _table.getPrepared()](DOM::CellInfo const& cellInfo) {
-    FormulaValue const value = numbers.isOfCells ? cellInfo.getCell()->value
-                                                 : prepared->getProvider().getCellValue(cellInfo);
+    FormulaValue const value =
+        numbers.isOfCells ? heldAt(cellInfo) : prepared->getProvider().getCellValue(cellInfo);
     auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
     return number != nullptr && numbers.least <= number->value.get() &&
            number->value.get() <= numbers.most;
@@ -142,7 +148,7 @@ LiveViewState::CellTest LiveViewState::makeTest(NumberArea const& numbers) const
 
 LiveViewState::CellTest LiveViewState::makeTest(ClassArea const& classes) const {
   return [&classes, prepared = _table.getPrepared()](DOM::CellInfo const& cellInfo) {
-    FormulaValue const& value = cellInfo.getCell()->value;
+    FormulaValue const& value = heldAt(cellInfo);
     auto const isAmong = [&](Formulas::CriterionText const& wanted) {
       return std::ranges::find(classes.values, wanted) != classes.values.end();
     };

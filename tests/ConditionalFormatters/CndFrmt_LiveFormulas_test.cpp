@@ -120,6 +120,15 @@ TEST_F(LiveFormulas, AreAskedOfFewCellsAlone) {
   }
 }
 
+TEST_F(LiveFormulas, AreAskedOfPositionsWithoutACellWhereThatMatters) {
+  sheet.table.removeCell(2'001, 0);
+  follow("A1:A4100", LiveSheet::isTrue("A1>AVERAGE($A$1:$A$4000)"));
+  EXPECT_EQ(change(3'999, number(23'995)), "2000- 2002- 2003- 2004-");
+  sheet.table.setConditionalFormats({});
+  follow("A1:A4100", LiveSheet::isTrue("COUNTIF($A:$A,A1)>1"));
+  EXPECT_EQ(change(5, number(101)), "5+ 100+");
+}
+
 TEST_F(LiveFormulas, ThatCellsAreComparedWithAreAskedOfTheCellsBetween) {
   using Unary = DOM::UnaryConditionalFormatType;
   follow("A1:A4000", DOM::UnaryConditionalFormatOperator(
