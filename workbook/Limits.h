@@ -54,6 +54,12 @@ struct Limits {
   std::uint64_t cells = 50'000'000;
   /// Cells that formulas without results in the file refer to, together.
   std::uint64_t calculatedPositions = 300'000'000;
+  /// Steps that these formulas take, together; a step is about the reading of one cell.
+  std::uint64_t calculatedSteps = 5'000'000'000;
+  /// Bytes of the texts that they yield, together.
+  std::uint64_t calculatedTextBytes = 268'435'456;
+  /// Cells that array formulas fill, together; as many as the file has cells if that is more.
+  std::uint64_t arrayCells = 2'000'000;
   /// Conditional-formatting rules of all sheets together.
   std::size_t rules = 200'000;
   /// Ranges of all rules together; each rule counts with all its ranges.

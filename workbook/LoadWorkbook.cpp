@@ -1,5 +1,6 @@
 #include "workbook/LoadWorkbook.h"
 
+#include <algorithm>
 #include <new>
 #include <optional>
 #include <utility>
@@ -35,7 +36,10 @@ Document loadPackage(Open const& open, std::string const& name, LoadOptions cons
                 {.localeName = options.localeName,
                  .timeZone = options.timeZone,
                  .positionLimit = options.limits.calculatedPositions,
-                 .newCellLimit = options.limits.cells - state.cellCount,
+                 .stepLimit = options.limits.calculatedSteps,
+                 .textByteLimit = options.limits.calculatedTextBytes,
+                 .newCellLimit = std::min(options.limits.cells - state.cellCount,
+                                          std::max(options.limits.arrayCells, state.cellCount)),
                  .budget = options.budget});
     findDoubts(document, DocumentContextProvider(document, options.localeName, options.timeZone),
                options.budget);

@@ -11,6 +11,10 @@ EvaluationSession::EvaluationSession(LookupCache& lookups, OfficeUtils::Moment& 
     : _lookups(&lookups), _moment(&moment) {}
 EvaluationSession::~EvaluationSession() = default;
 
+std::uint64_t EvaluationSession::countSteps() const noexcept {
+  return _workspace ? _workspace->steps.countSteps() : 0;
+}
+
 Workspace& EvaluationSession::getOrCreateWorkspace() {
   if (!_workspace) {
     _workspace = std::make_unique<Workspace>(_budget);

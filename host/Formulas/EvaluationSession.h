@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "Utils/Export.h"
@@ -44,6 +45,10 @@ public:
   /// Has the evaluations spend from a budget; they throw what WorkBudget::spend() throws. To be
   /// called before the first one. Null for none.
   void setBudget(WorkBudget* budget) noexcept { _budget = budget; }
+
+  /// The steps that the evaluation before took, whether it ended or met a limit; 0 before the first
+  /// one.
+  [[nodiscard]] std::uint64_t countSteps() const noexcept;
 
   /// For the engine itself; made at the first call.
   [[nodiscard]] Workspace& getOrCreateWorkspace();

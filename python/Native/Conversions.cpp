@@ -44,8 +44,12 @@ constexpr std::array limitEntries{
     LimitEntry{"hyperlinks", &Workbook::Limits::hyperlinks},
     LimitEntry{"text_runs", &Workbook::Limits::textRuns},
     LimitEntry{"table_columns", &Workbook::Limits::tableColumns},
+    LimitEntry{"styled_tables", &Workbook::Limits::styledTables},
     LimitEntry{"cells", &Workbook::Limits::cells},
     LimitEntry{"calculated_positions", &Workbook::Limits::calculatedPositions},
+    LimitEntry{"calculated_steps", &Workbook::Limits::calculatedSteps},
+    LimitEntry{"calculated_text_bytes", &Workbook::Limits::calculatedTextBytes},
+    LimitEntry{"array_cells", &Workbook::Limits::arrayCells},
     LimitEntry{"rules", &Workbook::Limits::rules},
     LimitEntry{"rule_areas", &Workbook::Limits::ruleAreas},
     LimitEntry{"formula_bytes", &Workbook::Limits::formulaBytes}};

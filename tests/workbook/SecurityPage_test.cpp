@@ -68,6 +68,10 @@ TEST(SecurityPage, NamesTheLimitsOfTheLoader) {
       {"tables of a sheet with a style; further ones are shown without",
        withCommas(limits.styledTables)},
       {"cells that formulas without results refer to", withCommas(limits.calculatedPositions)},
+      {"steps of such formulas, about the reading of one cell each",
+       withCommas(limits.calculatedSteps)},
+      {"bytes of the texts that they yield", inBytes(limits.calculatedTextBytes)},
+      {"cells that array formulas fill, if the file has fewer", withCommas(limits.arrayCells)},
       {"rules", withCommas(limits.rules)},
       {"ranges of all rules", withCommas(limits.ruleAreas)}};
   for (auto const& [limit, most] : expected) {

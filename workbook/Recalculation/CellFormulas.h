@@ -17,7 +17,7 @@ struct FormulaSource {
   bool isShared = false;
   bool isArray = false;            ///< evaluated as an array formula
   std::optional<TableRange> area;  ///< the cells that its array fills, if there are several
-  bool isTooLarge = false;         ///< its area has more cells than a workbook may have
+  bool isTooLarge = false;         ///< its area has more cells than arrays may fill
 };
 
 /// A cell with a formula.

@@ -13,6 +13,7 @@
 
 #include "FormulaModel/FormulaValueAccess.h"
 #include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/EvaluationLimitError.h"
 #include "Formulas/FindReferences.h"
 #include "Formulas/FunctionNames.h"
 #include "Formulas/ParseExpr.h"
@@ -95,7 +96,7 @@ MissingResultCalculator::MissingResultCalculator(Document& document, CellFormula
       _missing(std::move(missing.cells)),
       _isUnderWay(_missing.size(), false),
       _hasResult(_missing.size(), false),
-      _positionLimit(options.positionLimit),
+      _limits(options),
       _budget(options.budget),
       _counter(options.budget) {
   findArrays();
@@ -151,6 +152,11 @@ void MissingResultCalculator::addWork(std::uint64_t amount) {
   _counter.count(amount);
 }
 
+bool MissingResultCalculator::isBeyondLimits() const noexcept {
+  return _work > _limits.positionLimit || _steps > _limits.stepLimit ||
+         _textBytes > _limits.textByteLimit;
+}
+
 /// Calculates the cell on top of the stack, or pushes a cell whose result it needs first.
 void MissingResultCalculator::takeStep(std::size_t index) {
   FormulaSource const& source = sourceOf(index);
@@ -158,7 +164,7 @@ void MissingResultCalculator::takeStep(std::size_t index) {
   try {
     if (source.text.empty()) {
       giveUp(index, Uncalculated::NoText);
-    } else if (source.isTooLarge || _work > _positionLimit) {
+    } else if (source.isTooLarge || isBeyondLimits()) {
       giveUp(index, Uncalculated::TooMuch);
     } else {
       calculate(index);
@@ -191,11 +197,7 @@ void MissingResultCalculator::calculate(std::size_t index) {
   forEachCellOf(index, [this](std::size_t) { addWork(1); });
   addWork(countPositions(references));
   Formulas::RuntimeDependenciesResolver dependencies;
-  // One session for each evaluation: values change between two of them.
-  Formulas::EvaluationSession session;
-  session.setBudget(_budget);
-  auto const result = Formulas::calcShiftedExpr(*formula.expr, columnOffset, rowOffset, context,
-                                                _provider, dependencies, session);
+  auto const result = evaluate(formula, dependencies);
   if (!found.foundUnderWay) {
     // References made by the evaluation (OFFSET, INDIRECT) may lead to cells without results. Then
     // the formula is calculated again after them.
@@ -211,6 +213,23 @@ void MissingResultCalculator::calculate(std::size_t index) {
     }
   }
   finish(index, formula, result, found.foundUnderWay);
+}
+
+Formulas::CalcResult MissingResultCalculator::evaluate(
+    Placed const& formula, Formulas::RuntimeDependenciesResolver& dependencies) {
+  auto const& [columnOffset, rowOffset, context] = formula.placement;
+  // One session for each evaluation: values change between two of them.
+  Formulas::EvaluationSession session;
+  session.setBudget(_budget);
+  try {
+    auto result = Formulas::calcShiftedExpr(*formula.expr, columnOffset, rowOffset, context,
+                                            _provider, dependencies, session);
+    _steps += session.countSteps();
+    return result;
+  } catch (Formulas::EvaluationLimitError const&) {
+    _steps += session.countSteps();
+    throw;
+  }
 }
 
 /// Stops at the first cell that is being calculated: the formula is circular, and a circle may have
@@ -278,6 +297,9 @@ void MissingResultCalculator::reportUnresolved(
 /// A formula whose value is that of an empty cell gives 0.
 void MissingResultCalculator::store(std::size_t index, FormulaValue value) {
   FormulaCell const& missing = _missing[index];
+  if (auto const* const text = boost::get<FormulaModel::FormulaString>(&value)) {
+    _textBytes += text->value.size();
+  }
   auto& cell = _document.getSheets()[missing.sheet].table->obtainCell(missing.row, missing.column);
   cell.value = FormulaModel::isFormulaEmpty(value) ? FormulaModel::FormulaNumber{FloatNumber(0.0)}
                                                    : std::move(value);

@@ -29,7 +29,7 @@ namespace Zorv::Workbook {
 /// formulas is a vector, so that a chain may be as long as memory allows.
 class MissingResultCalculator {
 public:
-  /// Borrows the document. Throws BaseRuntimeError for an unknown locale.
+  /// Borrows the document and the options. Throws BaseRuntimeError for an unknown locale.
   MissingResultCalculator(Document& document, CellFormulas missing,
                           RecalculationOptions const& options);
 
@@ -51,7 +51,10 @@ private:
   };
 
   void takeStep(std::size_t index);
+  [[nodiscard]] bool isBeyondLimits() const noexcept;
   void calculate(std::size_t index);
+  [[nodiscard]] Formulas::CalcResult evaluate(Placed const& formula,
+                                              Formulas::RuntimeDependenciesResolver& dependencies);
   [[nodiscard]] Search search(Ranges const& ranges);
   void waitFor(std::size_t index);
   void finish(std::size_t index, Placed const& formula, Formulas::CalcResult const& result,
@@ -88,8 +91,10 @@ private:
   /// may be as long as the file.
   std::vector<std::size_t> _underWay;
   std::vector<TableRange> _usedRanges;  ///< by DocTableIndex
-  std::uint64_t _positionLimit;
-  std::uint64_t _work = 0;  ///< positions that formulas referred to, and bytes of their texts
+  RecalculationOptions const& _limits;
+  std::uint64_t _work = 0;  ///< positions that formulas referred to, and bytes of their own texts
+  std::uint64_t _steps = 0;
+  std::uint64_t _textBytes = 0;  ///< of results
   WorkBudget* _budget;
   StepCounter _counter;
   std::uint64_t _renewedCount = 0;  ///< cells whose results were replaced

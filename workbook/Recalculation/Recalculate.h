@@ -16,6 +16,8 @@ struct RecalculationOptions {
   DOM::TimeZone timeZone;
   /// The most cells that the calculated formulas may refer to, together.
   std::uint64_t positionLimit = 0;
+  std::uint64_t stepLimit = 0;      ///< the most steps of all evaluations together
+  std::uint64_t textByteLimit = 0;  ///< the most bytes of the texts that the formulas yield
   /// The most cells that array formulas may add to the document, together.
   std::uint64_t newCellLimit = 0;
   WorkBudget* budget = nullptr;  ///< borrowed; may be null

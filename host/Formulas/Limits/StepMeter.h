@@ -25,7 +25,13 @@ public:
   explicit StepMeter(WorkBudget* budget = nullptr) noexcept : _budget(budget) {}
 
   /// Begins another evaluation.
-  void begin() noexcept { _drawn = 0; }
+  void begin() noexcept {
+    _drawn = 0;
+    _leftBefore = _left;
+  }
+
+  /// The steps that the evaluation has taken since it began.
+  [[nodiscard]] std::uint64_t countSteps() const noexcept { return _leftBefore + _drawn - _left; }
 
   /// Throws EvaluationLimitError when the evaluation takes more than `mostSteps`, and whatever
   /// WorkBudget::spend() throws.
@@ -41,8 +47,9 @@ private:
   [[gnu::noinline]] void draw(std::uint64_t steps);
 
   WorkBudget* _budget;
-  std::uint64_t _left = 0;   ///< of those that were drawn
-  std::uint64_t _drawn = 0;  ///< since the evaluation began
+  std::uint64_t _left = 0;        ///< of those that were drawn
+  std::uint64_t _drawn = 0;       ///< since the evaluation began
+  std::uint64_t _leftBefore = 0;  ///< when the evaluation began
 };
 
 /// The steps of a walk, which are spent in lumps: a count that can stay in a register.

@@ -291,6 +291,49 @@ TEST(MissingResultCalculator, StopsAtTheLimit) {
                           "long; read as empty"));
 }
 
+TEST(MissingResultCalculator, StopsAtTheLimitOfSteps) {
+  LoadOptions options;
+  options.limits.calculatedSteps = 1'000;
+  Document const document =
+      WorkbookBuilder()
+          .setSheet(rowOf(formula("A1", "SUM(SEQUENCE(4))") + formula("A2", "SUM(SEQUENCE(3000))") +
+                          formula("A3", "SUM(SEQUENCE(4))")))
+          .load(options);
+  EXPECT_EQ(describeCell(document, "A1"), "number 10");
+  EXPECT_EQ(describeCell(document, "A2"), "number 4501500");
+  EXPECT_EQ(describeCell(document, "A3"), "empty");
+  EXPECT_THAT(placedMessagesOf(document),
+              ElementsAre("Sheet1 A3: the cell has no result and formulas that would take too "
+                          "long; read as empty"));
+}
+
+TEST(MissingResultCalculator, StopsAtTheLimitOfTexts) {
+  LoadOptions options;
+  options.limits.calculatedTextBytes = 300;
+  Document const document =
+      WorkbookBuilder()
+          .setSheet(rowOf(formula("A1", "REPT(\"x\",200)") + formula("A2", "REPT(\"y\",200)") +
+                          formula("A3", "\"z\"")))
+          .load(options);
+  EXPECT_EQ(describeCell(document, "A2"), "text " + std::string(200, 'y'));
+  EXPECT_EQ(describeCell(document, "A3"), "empty");
+  EXPECT_THAT(placedMessagesOf(document),
+              ElementsAre("Sheet1 A3: the cell has no result and formulas that would take too "
+                          "long; read as empty"));
+}
+
+TEST(MissingResultCalculator, FillsAsManyCellsWithArraysAsTheFileHas) {
+  LoadOptions options;
+  options.limits.arrayCells = 3;
+  WorkbookBuilder fewCells;
+  fewCells.setSheet(rowOf(formula("A1", "1", "t='array' ref='A1:A4'")));
+  EXPECT_EQ(describeCell(fewCells.load(options), "A4"), "none");
+  WorkbookBuilder fourCells;
+  fourCells.setSheet(rowOf(formula("A1", "1", "t='array' ref='A1:A4'") + number("B1", "1") +
+                           number("C1", "1") + number("D1", "1")));
+  EXPECT_EQ(describeCell(fourCells.load(options), "A4"), "number 1");
+}
+
 TEST(MissingResultCalculator, LeavesArraysOutThatNeedMoreCellsThanAWorkbookMayHave) {
   LoadOptions options;
   options.limits.cells = 10;
