@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "DOM/A1Notation.h"
+#include "Formulas/WriteExpr.h"
 #include "analysis/Tidy/AlwaysError.h"
 
 namespace Zorv::Analysis {
@@ -52,7 +53,12 @@ private:
 class ConditionNumbers {
 public:
   [[nodiscard]] std::size_t numberOf(std::string const& text, RuleFormulas::Exprs formulas) {
-    auto& entries = _entries[text];
+    std::string key = text;
+    for (auto const& formula : formulas) {
+      key += '\n';
+      key += Formulas::writeExpr(formula);
+    }
+    auto& entries = _entries[key];
     auto const found = std::ranges::find(entries, formulas, &Entry::formulas);
     if (found != entries.end()) {
       return found->number;
@@ -67,6 +73,7 @@ private:
     std::size_t number;
   };
 
+  /// By the text and those of the formulas: equal formulas have equal texts.
   std::unordered_map<std::string, std::vector<Entry>> _entries;
   std::size_t _count = 0;
 };

@@ -5,7 +5,7 @@ import zipfile
 from package import (
     DECLARATION, MAIN, RED, cell_rule, conditional, element, numbers, overlapping_entries, pack,
     parts_of, relationships, workbook, workbook_with)
-from registry import add, case
+from registry import add, case, case_for
 
 
 def with_rule(formula, rows=200, columns="A", area="A1:A200", **pieces):
@@ -453,6 +453,22 @@ def many_rules():
     return workbook(rows=numbers(20), after=conditional("A1:A20", cell_rule("A1&gt;1") * 30_000))
 
 
+@case_for("tidy FILE -o OUT.xlsx")
+def a_rule_for_each_cell():
+    return workbook(rows=numbers(20), after="".join(
+        conditional(f"{'ABCDEFGHIJ'[i % 10]}{1 + i // 10}", cell_rule("A1&gt;1"))
+        for i in range(80_000)))
+
+
+@case
+def long_patterns_in_long_texts():
+    rules = "".join(f"<cfRule type='containsText' operator='containsText' dxfId='0' priority='1' "
+                    f"text='{'a' * 16_000}b{i}'/>" for i in range(60))
+    rows = "".join(f"<row r='{row}'><c t='s'><v>0</v></c></row>" for row in range(1, 501))
+    return workbook(rows=rows, shared=f"<si><t>{'a' * 32_000}</t></si>",
+                    after=conditional("A1:A500", rules))
+
+
 @case
 def many_unresolved_rules():
     return workbook(rows=numbers(5), after=conditional("A1:A5", cell_rule("1+(") * 20_000))
@@ -579,6 +595,20 @@ def shared_formula_of_a_bomb():
     rows = "<row r='1'><c r='A1'><f t='shared' ref='A1:A2000' si='0'>LEN(REPT(\"x\",32767))</f></c></row>"
     rows += "".join(f"<row r='{row}'><c r='A{row}'><f t='shared' si='0'/></c></row>"
                     for row in range(2, 2_001))
+    return workbook(rows=rows)
+
+
+@case
+def missing_results_of_long_texts():
+    rows = "".join(f"<row r='{row}'>" + f"<c><f>REPT(\"x\",32000)&amp;{row}</f></c>" * 10 + "</row>"
+                   for row in range(1, 3_001))
+    return workbook(rows=rows)
+
+
+@case
+def array_formulas_over_each_other():
+    rows = "".join(f"<row r='{row}'><c r='A{row}'><f t='array' ref='A{row}:Z{row + 1_000}'>1</f></c>"
+                   "</row>" for row in range(1, 1_501))
     return workbook(rows=rows)
 
 

@@ -25,7 +25,7 @@ sys.dont_write_bytecode = True  # the folder of the sources stays as it is
 
 import cases  # noqa: E402, F401
 import picture_cases  # noqa: E402
-from registry import CASES  # noqa: E402
+from registry import ALSO, CASES  # noqa: E402
 
 # Each file is resolved, and goes through one of the other commands in turn; those that are about
 # pictures are shown, written as a page, and drawn in one of the formats in turn.
@@ -85,7 +85,7 @@ def choose_commands(name):
     turn = list(CASES).index(name)
     if CASES[name].__module__ == picture_cases.__name__:
         return [RESOLVE, *SHOWING, DRAWING[turn % len(DRAWING)]]
-    return [RESOLVE, OTHERS[turn % len(OTHERS)]]
+    return [RESOLVE, OTHERS[turn % len(OTHERS)], *ALSO.get(name, ())]
 
 
 def check_shown(output):
