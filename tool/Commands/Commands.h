@@ -32,7 +32,8 @@ void runResolve(CommandContext const& context, ProgressBar& progress);
 /// counts it.
 void runExplain(CommandContext const& context);
 
-/// Prints the rules of each sheet by priority, with those that are not resolved.
+/// Prints the rules of each sheet by priority, with those that are not resolved. The report counts
+/// rules whose formulas cannot be evaluated at their first cell.
 void runRules(CommandContext const& context);
 
 /// Prints for each resolved condition and each position of its ranges whether it holds by itself,

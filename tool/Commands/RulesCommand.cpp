@@ -1,10 +1,12 @@
 #include "tool/Commands/Commands.h"
+#include "tool/Commands/FormulaProbe.h"
 #include "tool/Output/JsonDocument.h"
 #include "tool/Output/RulesOutput.h"
 
 namespace Zorv::Tool {
 
 void runRules(CommandContext const& context) {
+  probeFormulas(context);
   switch (context.selection.getOptions().format) {
     case OutputFormat::Table:
       return printRulesTable(context.selection, context.terminal, context.out);

@@ -185,7 +185,10 @@ Workbook::Document loadFile(std::string const& file, Options const& options, Wor
 }
 
 std::string nameOfFile(std::string const& argument) {
-  return argument == "-" ? "standard input" : argument;
+  if (argument == "-") {
+    return "standard input";
+  }
+  return argument.empty() ? "\"\"" : argument;
 }
 
 void say(std::string const& message) {

@@ -21,7 +21,7 @@ struct Arguments {
   std::string timeZone = "UTC";
   std::string locale = "en-US";
   std::string mostMemory = "4G";
-  std::string timeout = "10m";
+  std::optional<std::string> timeout;
   std::string colour = "auto";
   std::string semantics = "own";
   bool strict = false;

@@ -93,7 +93,7 @@ void addBounds(CLI::App& command, Arguments& arguments) {
       ->type_name("SIZE");
   command
       .add_option("--timeout", arguments.timeout,
-                  "Stop after this processor time, such as 30s or 5m (default: 10m)")
+                  "Stop after this processor time, such as 30s (default: 10m, 50s for small files)")
       ->type_name("DURATION");
 }
 

@@ -13,6 +13,7 @@
 #include "OfficeUtils/LocaleContext.h"
 #include "Utils/Exceptions.h"
 #include "tool/Input/Arguments.h"
+#include "tool/Input/DefaultTimeout.h"
 #include "tool/Input/Errors.h"
 #include "words/Amounts.h"
 #include "words/Moment.h"
@@ -244,7 +245,8 @@ Options toOptions(Arguments arguments) {
                                                           : Workbook::Semantics::Own;
   options.strict = arguments.strict;
   options.mostMemory = readMemory(arguments.mostMemory);
-  options.timeout = readTimeout(arguments.timeout);
+  options.timeout =
+      arguments.timeout ? readTimeout(*arguments.timeout) : defaultTimeout(options.files);
   options.colour = readColour(arguments.colour);
   options.width = readWidth(arguments.width);
   return options;

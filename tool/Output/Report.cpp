@@ -41,7 +41,7 @@ std::string listKinds(std::map<std::string, RuleCounts::OfKind> const& kinds) {
     text += fmt::format("{}{}", text.empty() ? " (" : ", ", Words::countOf(ofKind.count, kind));
     if (!ofKind.reason.empty()) {
       text += fmt::format(": {}{}", Words::shorten(ofKind.reason, widestReason),
-                          ofKind.count > 1 ? ", and others" : "");
+                          ofKind.hasOthers ? ", and others" : "");
     }
   }
   return text.empty() ? text : text + ")";
@@ -273,8 +273,9 @@ std::string const& Report::nameOf(std::size_t sheet) const {
 }
 
 std::string Report::placeOf(Workbook::Rule const& rule) const {
-  return fmt::format("{}!{}", Words::shorten(nameOf(rule.sheet), widestQuote),
-                     Words::describeRanges(rule));
+  auto const sheet = Words::shorten(nameOf(rule.sheet), widestQuote);
+  auto const ranges = Words::describeRanges(rule);
+  return ranges.empty() ? sheet : fmt::format("{}!{}", sheet, ranges);
 }
 
 }  // namespace Zorv::Tool

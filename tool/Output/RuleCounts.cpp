@@ -16,6 +16,7 @@ RuleCounts::RuleCounts(std::vector<Workbook::Rule const*> const& rules) : read(r
     if (++ofKind.count == 1) {
       ofKind.reason = rule->unresolvedReason;
     }
+    ofKind.hasOthers = ofKind.hasOthers || ofKind.reason != rule->unresolvedReason;
   }
 }
 

@@ -14,7 +14,8 @@ namespace Zorv::Tool {
 struct RuleCounts {
   struct OfKind {
     std::size_t count = 0;
-    std::string reason;  ///< that of the first
+    std::string reason;      ///< that of the first
+    bool hasOthers = false;  ///< another rule has another reason
   };
 
   explicit RuleCounts(std::vector<Workbook::Rule const*> const& rules);

@@ -113,6 +113,19 @@ TEST_F(ReportTest, TheSummarySaysWhyARuleIsNotResolved) {
             "wrong, and others, 1 icon set: it draws)\n");
 }
 
+TEST_F(ReportTest, TheSummarySpeaksOfOtherReasonsOnlyIfThereAreSome) {
+  _ruled.addUnresolvedRule("iconSet", "it draws");
+  _ruled.addUnresolvedRule("iconSet", "it draws");
+  EXPECT_EQ(summary(),
+            "book.xlsx: 2 rules read, 0 resolved, 2 not resolved (2 icon sets: it draws)\n");
+}
+
+TEST_F(ReportTest, ARuleWithoutARangeIsToldWithItsSheet) {
+  _ruled.addUnresolvedRule("iconSet", "the rule has no range").ranges.clear();
+  EXPECT_EQ(findings(),
+            "book.xlsx: Sheet1: rule 0: not resolved: icon set: the rule has no range\n");
+}
+
 TEST_F(ReportTest, HostileTextsAreMadeHarmless) {
   _ruled.file = "\x1B[31mbook.xlsx";
   _ruled.document.getSheets()[0].name = "\x1B]0;owned\x07";
