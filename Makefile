@@ -55,6 +55,7 @@ run: tool ## Resolve the demonstration workbook, and write its page to build/dem
 checks: all-packages
 	@scripts/check_layers.sh
 	@scripts/check_rooms.sh
+	@scripts/check_comments.sh
 	@scripts/check_format.sh
 
 test: checks release build/asan/build.ninja build/tsan/build.ninja ## Run every check and test

@@ -15,7 +15,7 @@
 // The account of how one cell of a table gets its style; see TableResolver::explain().
 namespace Zorv::ConditionalFormatters {
 
-/// What became of a format when a cell was resolved.
+/// Outcome of a format when a cell was resolved.
 enum class FormatOutcome : std::uint8_t {
   NotOnThisCell,  ///< none of the format's ranges holds the cell
   DoesNotHold,    ///< evaluated: the condition is false
@@ -34,8 +34,8 @@ struct PropertyShare {
 /// Account of one format.
 struct FormatExplanation {
   FormatOutcome outcome = FormatOutcome::NotOnThisCell;  ///< the format's outcome
-  /// What an evaluated condition tests the value against. std::monostate for a condition without
-  /// operands, and where the operands themselves could not be evaluated.
+  /// Operands that an evaluated condition tests the value against. std::monostate for a condition
+  /// without operands, and where the operands themselves could not be evaluated.
   ConditionOperands operands;
   /// Of a format that holds, in the order of forEachSetProperty(). Empty if the cell failed.
   std::vector<PropertyShare> properties;
@@ -52,7 +52,7 @@ struct CellExplanation {
   boost::optional<FormulaValue> value;
   /// One entry for each format of the table, by FormatIndex: in order of priority.
   std::vector<FormatExplanation> formats;
-  /// What TableResolver::resolve() returns; null for a cell that failed.
+  /// Result of TableResolver::resolve(); null for a cell that failed.
   DOM::SharedCellStylePtr style;
 };
 

@@ -9,7 +9,7 @@
 // What a pass does with its cells in its own threads, besides resolving them.
 namespace Zorv::ConditionalFormatters {
 
-/// What a CellWorker has found for the cells of one row block.
+/// Findings of a CellWorker for the cells of one row block.
 class CNDFRMT_EXPORT BlockFindings {
 public:
   BlockFindings() = default;

@@ -77,7 +77,7 @@ public:
   [[nodiscard]] DOM::SharedCellStylePtr resolve(DOM::Styles const& styles,
                                                 DOM::CellInfo const& cellInfo) const;
 
-  /// What resolve() returns, remembered for each cell that exists, also where it is null.
+  /// Result of resolve(), remembered for each cell that exists, also where it is null.
   ///
   /// Cells are known by their identities, not by their positions. A cell is resolved once even when
   /// several threads ask for it together. What fails is not remembered.

@@ -42,7 +42,7 @@ struct TablePass {
   OnFailure onFailure = OnFailure::Stop;  ///< for cells that cannot be resolved
   /// For Positions::Areas: in any order; what they share is visited once.
   std::vector<TableRange> areas = {};
-  /// What the pass may cost; borrowed. It spends a step for each position, each condition that is
+  /// Budget of the pass; borrowed. It spends a step for each position, each condition that is
   /// asked, each cell that operands are collected from and each step of a formula; and memory for
   /// the collected values. WorkBudgetExceeded and WorkStopped end the pass, whatever it skips,
   /// after the cells before were visited. Null: no limits.

@@ -60,7 +60,7 @@ public:
   /// The style of one cell of the table; null if no format holds.
   [[nodiscard]] DOM::SharedCellStylePtr resolve(DOM::CellInfo const& cellInfo) const;
 
-  /// Whether the condition of one format holds for a cell of the table by itself: wherever the
+  /// True if the condition of one format holds for a cell of the table by itself: wherever the
   /// format's ranges lie, whatever its priority and whatever stops before it.
   ///
   /// Answers, asserts and throws what the Operator does that OperatorsFactory creates for the

@@ -106,7 +106,7 @@ FormulaValue differentText(std::size_t row) {
   return FormulaModel::FormulaString{"Item " + std::to_string(row)};
 }
 
-/// What a live resolver keeps of a column under twelve rules so that they follow edits.
+/// State that a live resolver keeps of a column under twelve rules so that they follow edits.
 void measureFollowed(benchmark::State& state, FollowedColumn const& column) {
   auto const cellCount = static_cast<std::size_t>(state.range(0));
   BenchTable table(cellCount);

@@ -37,7 +37,7 @@ std::size_t resolveRows(BenchTable const& table, unsigned long firstRow, unsigne
   return styled;
 }
 
-/// What the cores give at best: two threads that share nothing, each with one half of the column.
+/// Best speed of the cores: two threads that share nothing, each with one half of the column.
 std::size_t resolveColumnApart(BenchTable const& table, unsigned threadCount) {
   unsigned long const end = table.getCellCount();
   unsigned long const middle = threadCount == 1 ? end : end / 2;

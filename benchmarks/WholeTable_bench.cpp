@@ -51,8 +51,8 @@ void measureHandWrittenLoop(benchmark::State& state) {
       benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-/// What an editor shows: 50 rows of 40 columns, under rules that colour whole rows by the text of
-/// one column.
+/// View of an editor: 50 rows of 40 columns, under rules that colour whole rows by the text of one
+/// column.
 void measureRowRules(benchmark::State& state) {
   constexpr unsigned long rows = 50;
   constexpr unsigned long columns = 40;

@@ -40,7 +40,7 @@ private:
   std::string_view _rest;
 };
 
-/// What one input of formulas may cost: some milliseconds. Longer ones find nothing more, and the
+/// Limits of one input of formulas: some milliseconds. Longer ones find nothing more, and the
 /// fuzzer would collect them.
 inline constexpr WorkBudget::Limits formulaLimits = {.steps = 200'000, .bytes = 67'108'864};
 

@@ -15,7 +15,7 @@ void append(std::string& bytes, std::uint32_t number, unsigned size) {
   }
 }
 
-/// What the header of a part and its entry in the list of parts share.
+/// Fields that the header of a part shares with its entry in the list of parts.
 std::string describePart(std::string_view name, std::string_view content) {
   constexpr std::uint32_t version = 20;
   constexpr std::uint32_t firstOfJanuary1980 = 0x21;

@@ -133,7 +133,8 @@ std::vector<Answer> resolveInPass(TableResolver const& resolver, WorkBudget& bud
   return answers;
 }
 
-/// What the whole table looks up at once takes fewer steps for a cell.
+/// Equality of both answers. A value that the whole table looks up at once takes fewer steps for a
+/// cell.
 void requireSame(Answer const& alone, Answer const& amongAll) {
   Fuzzing::require(alone == amongAll || alone.metALimit() || amongAll.metALimit(),
                    "a cell resolves alone as it does in its table");

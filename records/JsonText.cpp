@@ -102,7 +102,7 @@ Json toJson(Visuals::Threshold const& threshold) {
   return json;
 }
 
-/// What a visual rule draws.
+/// Writer of what a visual rule draws.
 struct VisualToJson {
   Json operator()(Visuals::ColourScale const& scale) const {
     auto points = Json::array();

@@ -7,8 +7,8 @@
 
 namespace Zorv::Records {
 
-/// What the visual formats give a cell, with the rules that gave it, as an object; docs/tool.md
-/// describes the shape. One line.
+/// Visuals of a cell, with the rules that gave them, as an object; docs/tool.md describes the
+/// shape. One line.
 [[nodiscard]] std::string toJsonText(Visuals::CellVisuals const& visuals,
                                      Workbook::VisualRules const& rules);
 

@@ -6,7 +6,7 @@
 // so the program itself does not load the libraries for drawing.
 namespace Zorv::Render {
 
-/// What the module offers.
+/// Functions that the module offers.
 struct DrawingModule {
   char const* version;  ///< of the project; another one may have another Picture
   void (*draw)(Picture const&, DrawingFormat, DrawOptions const&, ByteSink const&);

@@ -56,7 +56,7 @@ struct ShownIcon {
   Icon icon;
 };
 
-/// What the visual formats of a table give one cell: of each kind that of the first format, by
+/// Visuals that the formats of a table give one cell: of each kind that of the first format, by
 /// priority.
 struct CellVisuals {
   std::optional<ShownScale> scale{};  ///< nothing if no scale colours the cell

@@ -15,7 +15,7 @@
 
 namespace Zorv::Visuals {
 
-/// What a visual format draws.
+/// Drawing of a visual format.
 using VisualKind = std::variant<ColourScale, DataBar, IconSet>;
 
 /// The thresholds of what is drawn, in order. Borrows it.

@@ -9,7 +9,7 @@
 
 namespace Zorv::Visuals {
 
-/// What a VisualResolver works with. Borrows everything.
+/// Sources of a VisualResolver. Borrows everything.
 struct VisualSources {
   DOM::Table const& table;                                      ///< the table of the cells
   VisualFormats const& formats;                                 ///< its visual formats

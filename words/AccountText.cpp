@@ -24,7 +24,7 @@ Workbook::Rule const* findSetter(Analysis::CellAccount const& account, std::stri
   return found == account.properties.end() ? nullptr : found->setBy;
 }
 
-/// Whether the four sides of the border have one setter.
+/// True if the four sides of the border have one setter.
 bool hasOneBorder(Analysis::CellAccount const& account) {
   auto const* const left = findSetter(account, "borderLeft");
   return std::ranges::all_of(
@@ -48,7 +48,7 @@ std::string describeNearest(Analysis::NearbyRule const& near, bool isKnown) {
                                describeDistance(near), range, describeCondition(*near.rule));
 }
 
-/// What the cell shows, by rules and of its own.
+/// Adds the style that the cell shows, by rules and of its own.
 void addEffectiveStyle(Analysis::CellAccount const& account, AccountText& text) {
   for (auto& phrase : listPhrases(account.effectiveStyle, hasOneBorder(account))) {
     if (auto const* const setter = findSetter(account, phrase.property)) {
@@ -106,7 +106,7 @@ std::string AccountWriter::describeContent(Analysis::CellAccount const& account)
   return isSame ? value : fmt::format("{}, the value {}", shown, value);
 }
 
-/// What the number of the cell means, by its number format.
+/// Meaning of the cell's number, by its number format.
 NumberMeaning AccountWriter::findMeaning(Analysis::CellAccount const& account) {
   auto const& format = account.effectiveStyle.getCellFormat();
   auto const number = account.content != nullptr

@@ -47,7 +47,7 @@ struct TakenText {
   std::size_t takenBy = 0;  ///< that rule's number
 };
 
-/// What became of one rule.
+/// Account of one rule.
 struct RuleText {
   std::size_t number = 0;
   std::string outcome;  ///< `holds`, `draws bar 37% #638EC6`
@@ -114,7 +114,7 @@ private:
 [[nodiscard]] RuleWords makeRuleWords(Workbook::Document const& document,
                                       Workbook::Rule const& rule);
 
-/// What became of one rule, in words. `meaning` is that of the cell's number.
+/// Account of one rule, in words. `meaning` is that of the cell's number.
 [[nodiscard]] RuleText describeRule(Analysis::RuleAccount const& rule, RuleWords const& words,
                                     Analysis::CellAccount const& cell, NumberMeaning meaning,
                                     OfficeUtils::LocaleContext const& locale);

@@ -12,7 +12,7 @@ namespace {
 using std::chrono::seconds;
 using TimePoint = OfficeUtils::Clock::TimePoint;
 
-/// Whether a text matches a pattern, in which `#` is any digit, and `?` a `T` or a space.
+/// True if a text matches a pattern, in which `#` is any digit, and `?` a `T` or a space.
 bool matches(std::string_view text, std::string_view pattern) noexcept {
   if (text.size() != pattern.size()) {
     return false;

@@ -6,8 +6,8 @@
 
 namespace Zorv::Words {
 
-/// What a rule gives the cells on which it holds: its style, or what a visual rule draws. Empty for
-/// a rule that is not resolved.
+/// Effect of a rule on the cells on which it holds: its style, or the drawing of a visual rule.
+/// Empty for a rule that is not resolved.
 [[nodiscard]] std::string describeEffect(Workbook::Document const& document,
                                          Workbook::Rule const& rule);
 

@@ -121,8 +121,8 @@ public:
   /// The rules of one sheet, by ascending number. Costs a binary search.
   [[nodiscard]] std::span<Rule const> getRulesOfSheet(std::size_t sheet) const noexcept;
 
-  /// What was read in another way than the file means it, in the order of reading. Rules that are
-  /// not resolved are not repeated here.
+  /// Findings about what was read in another way than the file means it, in the order of reading.
+  /// Rules that are not resolved are not repeated here.
   [[nodiscard]] std::vector<Finding> const& getFindings() const noexcept { return _findings; }
   /// Adds a finding, its long texts cut. After the first thousand, one says that the others are
   /// left out.

@@ -25,7 +25,7 @@ public:
   [[nodiscard]] std::string const& getPart() const noexcept { return _part; }
   /// A cell, an element or a position in the part; may be empty.
   [[nodiscard]] std::string const& getPlace() const noexcept { return _place; }
-  /// What is wrong and, if something can be done about it, what.
+  /// The problem and, if there is one, the remedy.
   [[nodiscard]] std::string const& getProblem() const noexcept { return _problem; }
 
 private:

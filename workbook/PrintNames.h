@@ -7,7 +7,7 @@
 #include "Utils/TableRange.h"
 #include "workbook/Document.h"
 
-/// What the reserved names of a sheet say about paper (ISO/IEC 29500-1, 18.2.5).
+/// Print areas and titles from the reserved names of a sheet (ISO/IEC 29500-1, 18.2.5).
 namespace Zorv::Workbook {
 
 /// Rows and columns that are repeated on each page: whole rows, and whole columns.

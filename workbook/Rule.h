@@ -43,8 +43,8 @@ struct Rule {
   Visuals::VisualFormat const* visual = nullptr;
   /// Why the rule is not resolved; empty if it is.
   std::string unresolvedReason;
-  /// What the rule's formulas refer to that the document lacks, in words such as `refers to the
-  /// missing sheet "Old"`. The rule is resolved all the same, but hardly as it is meant.
+  /// Things that the rule's formulas refer to and the document lacks, in words such as `refers to
+  /// the missing sheet "Old"`. The rule is resolved all the same, but hardly as it is meant.
   std::vector<std::string> doubts;
   /// Names of the functions that the formulas call and neither the engine nor the document has.
   std::set<std::string> unknownFunctions;

@@ -47,7 +47,7 @@ std::string_view explainComparison(FormulaValue const& value,
   return asText(value) != nullptr ? letterCase : std::string_view();
 }
 
-/// Whether a text means other texts, too, where it is searched.
+/// True if a text means other texts, too, where it is searched.
 bool hasWildcards(std::string const& pattern) noexcept {
   return pattern.find_first_of("*?~") != std::string::npos;
 }

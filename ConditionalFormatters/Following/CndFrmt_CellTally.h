@@ -19,7 +19,7 @@ struct OtherCells {
 class CellTally {
 public:
   CellTally() = default;
-  /// What bits() gave.
+  /// Result of bits().
   explicit constexpr CellTally(std::uint64_t bits) noexcept : _bits(bits) {}
 
   /// Adds a cell, and gives those before it.

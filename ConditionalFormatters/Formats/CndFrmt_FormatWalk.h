@@ -14,7 +14,7 @@
 // stop.
 namespace Zorv::ConditionalFormatters {
 
-/// Whether one of the ranges contains the cell's current position.
+/// True if one of the ranges contains the cell's current position.
 [[nodiscard]] inline bool holdsCell(std::vector<TableRange> const& ranges,
                                     DOM::CellInfo const& cellInfo) {
   return std::any_of(ranges.begin(), ranges.end(), [&](TableRange const& range) {

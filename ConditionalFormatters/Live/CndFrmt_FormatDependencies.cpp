@@ -22,7 +22,7 @@ namespace {
 using DOM::FormulaSyntaxTree::CellReference;
 using DOM::FormulaSyntaxTree::Expr;
 
-/// What the conditions of each kind depend on.
+/// Dependencies of the conditions of each kind.
 class DependencyVisitor : public boost::static_visitor<> {
 public:
   DependencyVisitor(DOM::Table const& table, Formulas::ContextProvider const& provider,

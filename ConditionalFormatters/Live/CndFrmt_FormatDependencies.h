@@ -21,7 +21,7 @@ struct ChangedCells {
   std::vector<TableRange> fewAreas;  ///< hold all of them, and perhaps other cells
 };
 
-/// What a change of values means for a format.
+/// Effect of a change of values on a format.
 struct Reach {
   /// Outside of them no verdict changes, as long as what `fixed` refers to stays; they may overlap.
   std::vector<TableRange> areas;
@@ -34,7 +34,7 @@ struct Reach {
 [[nodiscard]] bool isFixedReached(Formulas::Dependencies::Reference const& reference,
                                   DOM::Table const& table, std::span<ChangedCells const> changes);
 
-/// What the verdicts of one format depend on, besides its own condition. A value, which refers to
+/// Dependencies of one format's verdicts, besides its own condition. A value, which refers to
 /// nothing but tables, by their address.
 class FormatDependencies {
 public:
@@ -51,7 +51,7 @@ public:
 
   [[nodiscard]] CellIndex getBaseCell() const noexcept { return _baseCell; }
 
-  /// What a fixed reference stands for.
+  /// Area that a fixed reference stands for.
   [[nodiscard]] FormulaArea areaOf(Formulas::Dependencies::Reference const& reference) const;
 
   /// Appends the areas of which formulas ask something as a whole.

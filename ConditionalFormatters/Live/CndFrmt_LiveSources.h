@@ -10,7 +10,7 @@ class Table;
 
 namespace Zorv::ConditionalFormatters {
 
-/// What a table is followed with. Borrows everything.
+/// Sources with which a table is followed. Borrows everything.
 struct LiveSources {
   ValueContextProvider const& provider;
   DOM::Table const& table;

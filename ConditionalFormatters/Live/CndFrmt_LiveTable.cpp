@@ -48,7 +48,7 @@ void addEdit(LinesChanged const& lines, SheetMoves& moves) {
   ofAxis.add({kind, lines.first, lines.count, lines.before});
 }
 
-/// What changes amount to, for a table that is followed.
+/// Summary of changes, for a table that is followed.
 class ChangeSummary {
 public:
   ChangeSummary(std::span<Change const> changes, DOM::Table const& own) : _own(own) {

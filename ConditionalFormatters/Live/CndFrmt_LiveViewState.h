@@ -16,7 +16,7 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// What a LiveView has told, and where it may be out of date.
+/// Looks that a LiveView has told, and where they may be out of date.
 class LiveViewState {
 public:
   /// Borrows the table.
@@ -28,7 +28,7 @@ public:
   void refresh(CellVisitor const& visitor, PassResources const& resources);
 
 private:
-  /// What was told of a cell. A new one is what an untold cell counts as.
+  /// Look that was told of a cell. A new one is that of an untold cell.
   struct Appearance {
     DOM::SharedCellStylePtr style;
     bool hasFailed = false;

@@ -6,7 +6,7 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// What a condition may know about the cell that it judges.
+/// Facts about the cell that a condition judges.
 struct FormulaValueData {
   FormulaValue value;   ///< as the ValueContextProvider gave it
   CellIndex cellIndex;  ///< the cell's current position; only formulas look at it
@@ -23,7 +23,7 @@ public:
   Operator(Operator const&) = delete;
   Operator& operator=(Operator const&) = delete;
 
-  /// Whether the condition holds. A value of a kind that the condition cannot judge does not hold;
+  /// True if the condition holds. A value of a kind that the condition cannot judge does not hold;
   /// exceptions come from the host, or from a record of an unknown kind.
   [[nodiscard]] virtual bool operator()(FormulaValueData const& data) const = 0;
 

@@ -36,7 +36,7 @@ struct PayloadHasher : boost::static_visitor<std::size_t> {
   }
 };
 
-/// Whether another element is equal to the one that was found. Equal elements are neighbours, so
+/// True if another element is equal to the one that was found. Equal elements are neighbours, so
 /// that the next one usually tells; listing them all would cost their number.
 bool isRepeated(FormulaValueMultiset const& values, FormulaValueMultiset::const_iterator found) {
   auto const next = std::next(found);

@@ -80,7 +80,7 @@ void collectFromRanges(CollectedRanges const& from, MakeSink const& makeSink,
   OrderedTasks(blocks.count(), from.resources.threadCount, makeWorker, combine).run();
 }
 
-/// Whether walking range by range would meet cells many times.
+/// True if walking range by range would meet cells many times.
 [[nodiscard]] bool overlapMuch(std::vector<TableRange> const& ranges);
 
 /// The same for sinks to which it makes no difference whether a cell in several ranges is added

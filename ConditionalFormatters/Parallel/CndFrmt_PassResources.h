@@ -6,7 +6,7 @@ class WorkBudget;
 
 namespace Zorv::ConditionalFormatters {
 
-/// What a pass may use.
+/// Resources that a pass may use.
 struct PassResources {
   unsigned threadCount = 1;      ///< threads that share the work, the caller's among them
   WorkBudget* budget = nullptr;  ///< what the work may cost; null: anything

@@ -26,7 +26,7 @@ struct DatePeriod {
 [[nodiscard]] boost::optional<DatePeriod> findDatePeriod(
     DOM::NullaryConditionalFormatType type) noexcept;
 
-/// Whether a value is a date in the period. Dates are numbers, read under the locale's date system;
+/// True if a value is a date in the period. Dates are numbers, read under the locale's date system;
 /// any other value is in no period, and the clock is then not read.
 ///
 /// The current date and time are those of `moment`, or are read from the clock if that is null.

@@ -4,7 +4,7 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// Whether a value that occurs in the ranges of a format satisfies its kind: more than once for
+/// True if a value that occurs in the ranges of a format satisfies its kind: more than once for
 /// duplicates, once for unique values. A record of another kind is satisfied by none.
 [[nodiscard]] constexpr bool satisfiesOccurrence(DOM::UniquenessType type,
                                                  bool occursRepeatedly) noexcept {

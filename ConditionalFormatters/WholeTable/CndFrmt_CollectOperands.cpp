@@ -22,7 +22,7 @@ struct OperandPlan {
   HashPartitions partitions;
 };
 
-/// What a row block gives.
+/// Operands that a row block gives.
 struct BlockOperands {
   std::vector<FloatNumber> numbers;  ///< in their order, for the mean
   std::vector<FloatNumber> largest;

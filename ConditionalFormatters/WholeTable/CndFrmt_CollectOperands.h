@@ -14,7 +14,7 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// What is found in ranges for the conditions that need it; the rest is empty.
+/// Operands found in ranges, for the conditions that need them; the rest is empty.
 struct CollectedOperands {
   MeanOperand mean;
   std::vector<FloatNumber> largest;

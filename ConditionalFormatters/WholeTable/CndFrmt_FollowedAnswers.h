@@ -18,8 +18,8 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// What formulas may ask of one range whose values FollowedOperands keeps: answers from its
-/// structures, and what these do not tell.
+/// Answers to formulas about one range whose values FollowedOperands keeps, from its structures and
+/// from what these lack.
 ///
 /// Formulas read cells, conditions ask the provider: where the two differ, nothing is answered. Nor
 /// is it where a walk over the cells would depend on more than the values' order: of two zeros the

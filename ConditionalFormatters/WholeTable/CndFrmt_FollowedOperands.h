@@ -55,16 +55,16 @@ public:
   /// provider throws.
   void prepareUntil(Clock::time_point end);
 
-  /// Whether everything has been read, so that the operands can be asked for.
+  /// True once everything has been read, so that the operands can be asked for.
   [[nodiscard]] bool isComplete() const noexcept { return _isComplete; }
-  /// Whether the ranges cannot be followed: their texts crowd in a hash table.
+  /// True if the ranges cannot be followed: their texts crowd in a hash table.
   [[nodiscard]] bool isHopeless() const noexcept { return _isHopeless; }
 
   /// True if it has all that formats and formulas over the same ranges need.
   [[nodiscard]] bool serves(OperandNeeds const& needs,
                             Formulas::AreaAspects const& aspects) const noexcept;
 
-  /// Whether it is worth to follow new values in some areas, instead of reading all cells again.
+  /// True if it is worth following new values in some areas, instead of reading all cells again.
   [[nodiscard]] bool isWorthFollowing(std::span<TableRange const> areas) const;
 
   /// Reads the cells of some areas again. Gives the cells that repeat a value now and did not
@@ -83,7 +83,7 @@ public:
       DOM::TopBottomConditionalFormatOperator const& record) const;
   [[nodiscard]] bool isRepeated(CellIndex cell) const noexcept { return _equal.isRepeated(cell); }
 
-  /// What formulas may ask; null where they ask nothing.
+  /// Answers to formulas; null where they ask nothing.
   [[nodiscard]] FollowedAnswers const* getAnswers() const noexcept {
     return _answers ? &*_answers : nullptr;
   }
@@ -99,7 +99,7 @@ private:
     TableRange area;
   };
 
-  /// What edits of lines take away from the ranges, and what they bring.
+  /// Cells that edits of lines take away from the ranges, and those that they bring.
   struct Difference {
     std::vector<ValueColumn::Entry> gone;  ///< at the places before
     std::vector<AreaOfRange> added;        ///< where they are now; they may overlap
@@ -109,7 +109,7 @@ private:
   [[nodiscard]] bool ranks() const noexcept {
     return _needs.ranking || _needs.largest > 0 || _needs.smallest > 0 || _aspects.order;
   }
-  /// Whether equal values are counted, so that texts are told from each other.
+  /// True if equal values are counted, so that texts are told from each other.
   [[nodiscard]] bool countsEqual() const noexcept { return _needs.occurrences || _aspects.classes; }
   /// Reads the cells of an area for the first time.
   void readAll(AreaOfRange const& part);

@@ -18,7 +18,8 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// Whether a value may occur more than once: NaN equals nothing, and an empty value does not count.
+/// True for a value that may occur more than once: NaN equals nothing, and an empty value does not
+/// count.
 [[nodiscard]] inline bool isComparable(FormulaValue const& value) noexcept {
   auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
   return number == nullptr ? !FormulaModel::isFormulaEmpty(value)

@@ -27,7 +27,7 @@ public:
   /// Reads each cell of the ranges once. Throws what the provider and the budget throw.
   OccurrenceIndex(RangeOperands const& operands, PassResources const& resources);
 
-  /// What countOccurrences() gives for a value; null for one that occurs once or not at all.
+  /// Result of countOccurrences() for a value; null for one that occurs once or not at all.
   /// Requires a value that can be compared; see isComparable(). Logarithmic.
   [[nodiscard]] OccurrenceOperand const* find(FormulaValue const& value) const;
 

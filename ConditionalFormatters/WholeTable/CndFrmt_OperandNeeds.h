@@ -6,7 +6,7 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// What conditions have to know of the values in their ranges.
+/// Facts that conditions need about the values in their ranges.
 struct OperandNeeds {
   bool mean = false;
   /// How many of the largest and of the smallest distinct numbers; see selectBest().

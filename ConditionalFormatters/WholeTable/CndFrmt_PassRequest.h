@@ -7,13 +7,13 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// What a pass asks, and what it may use.
+/// Question of a pass, and its resources.
 struct PassRequest {
   PassResources resources = {};
   /// The cells that are asked about lie in these areas, which are borrowed. None if they may lie
   /// anywhere.
   std::span<TableRange const> areas = {};
-  /// Whether the condition of one format is asked, and not those of all formats on a cell.
+  /// True if one format's condition is asked, and not those of all formats on a cell.
   bool asksOneFormat = false;
 };
 

@@ -27,7 +27,7 @@ public:
 
   [[nodiscard]] BlockList const& getBlocks() const noexcept { return _blocks; }
 
-  /// What the pass asks about these cells, which the request borrows.
+  /// Request of the pass for these cells, which the request borrows.
   [[nodiscard]] PassRequest makeRequest(TablePass const& pass) const noexcept {
     return {{pass.threadCount, pass.budget}, _areas, _asksOneFormat};
   }

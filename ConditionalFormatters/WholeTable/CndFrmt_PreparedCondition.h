@@ -26,12 +26,12 @@ class RangeOperands;
 /// A cell that conditions are asked about.
 struct TestedCell {
   FormulaValueData data;
-  /// Whether the cell exists and lies in the ranges of the format: its value is then among those
+  /// True if the cell exists and lies in the ranges of the format: its value is then among those
   /// that are collected from the ranges.
   bool isCollected;
 };
 
-/// What one thread needs for a pass: one moment for all of its cells, and a session of the formula
+/// State of one thread in a pass: one moment for all of its cells, and a session of the formula
 /// engine, which spends from the budget of the pass. Threads: for one thread at a time.
 class PassContext {
 public:
@@ -97,7 +97,8 @@ public:
   [[nodiscard]] virtual bool hasGivenUp() const noexcept { return false; }
 };
 
-/// What a format's condition is prepared from, and for which request. Borrows everything.
+/// Sources from which a format's condition is prepared, and the request that needs it. Borrows
+/// everything.
 struct ConditionSources {
   ValueContextProvider const& provider;
   DOM::Table const& table;

@@ -52,11 +52,11 @@ public:
                : evaluateOwn(cell, session, ownValue);
   }
 
-  /// What is the same for every cell, as a formula that is followed compares it.
+  /// Part that is the same for every cell, as a formula that is followed compares it.
   struct Common {
     /// The value of a formula that has one for all cells; null for others.
     boost::optional<FormulaValue> const* value;
-    /// What is evaluated for each cell.
+    /// Part that is evaluated for each cell.
     DOM::FormulaSyntaxTree::Expr const* rest;
   };
   /// Nothing before it was evaluated once, or prepareFor() called.
@@ -73,13 +73,13 @@ private:
   /// Far more work than an ordinary formula, each time: it is done for some cells and not for all.
   static constexpr unsigned mostLimits = 2;
 
-  /// What is the same for every cell.
+  /// State that is the same for every cell.
   struct Shared {
     boost::optional<FormulaValue> value;                         ///< of a formula that is
     std::unique_ptr<DOM::FormulaSyntaxTree::Expr const> folded;  ///< if parts of the formula are
   };
 
-  /// Whether references can be moved to a cell; evaluateAt() refuses others.
+  /// True if references can be moved to a cell; evaluateAt() refuses others.
   [[nodiscard]] static bool isShiftable(CellIndex cell) noexcept {
     return (cell.getRow().get() | cell.getColumn().get()) >> 31U == 0;
   }

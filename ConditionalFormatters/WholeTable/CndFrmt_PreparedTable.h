@@ -99,7 +99,7 @@ public:
     return condition != nullptr && condition->hasGivenUp();
   }
 
-  /// What is kept of an area of formulas, if an aspect of it follows edits; else null.
+  /// Answers kept for an area of formulas, if an aspect of it follows edits; else null.
   [[nodiscard]] FollowedAnswers const* findAnswers(FormulaArea const& area,
                                                    Formulas::AreaAspect aspect) const noexcept {
     return _operands.getAreas().find(*area.table, area.range, aspect);

@@ -74,7 +74,7 @@ public:
 
   // What follows is for a document that is edited, and needs exclusive access.
 
-  /// What new values have changed.
+  /// Operands that new values have changed.
   struct Change {
     bool isFollowed;                 ///< false: anything may be new
     std::vector<CellIndex> flipped;  ///< cells that began to repeat a value, or ended
@@ -129,7 +129,7 @@ private:
   void forgetCollected() noexcept;
   void dropHopeless() noexcept;
   [[nodiscard]] OperandNeeds findMissing(OperandNeeds needs) const noexcept;
-  /// What is worth to be collected if something of some needs is missing.
+  /// Needs worth collecting if some of these are missing.
   [[nodiscard]] OperandNeeds findWorth(OperandNeeds const& needs,
                                        bool asksOneFormat) const noexcept;
   void collect(OperandNeeds const& needs, PassRequest const& request) const;

@@ -21,7 +21,7 @@
 
 namespace Zorv::ConditionalFormatters {
 
-/// What new values in cells mean for formats that take operands from their ranges.
+/// Effect of new values in cells on formats that take operands from their ranges.
 struct OperandChanges {
   /// The formats of which the condition is to be prepared again.
   FormatIndices touched;

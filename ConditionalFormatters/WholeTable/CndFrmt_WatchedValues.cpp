@@ -18,7 +18,7 @@ ValueKey watchedKeyOf(FormulaValue const& value) {
   return FormulaModel::makeValueKey(value, std::hash<std::string>());
 }
 
-/// Whether values with one key are equal: the key of a text is a hash.
+/// True if values with one key are equal: the key of a text is a hash.
 bool isSameWatched(FormulaValue const& a, FormulaValue const& b) {
   auto const* const text = boost::get<FormulaModel::FormulaString>(&a);
   return text == nullptr || text->value == boost::get<FormulaModel::FormulaString>(b).value;

@@ -19,7 +19,7 @@ enum class Severity : std::uint8_t {
   Error,    ///< cannot be meant so
 };
 
-/// What a finding is about. docs/check.md explains each.
+/// Subject of a finding. docs/check.md explains each.
 enum class CheckCode : std::uint8_t {
   UnreadableRule,
   MissingReference,
@@ -38,7 +38,7 @@ enum class CheckCode : std::uint8_t {
   UnusedStyles,
 };
 
-/// What is the same for all findings of a code.
+/// Properties that all findings of a code share.
 struct CheckKind {
   CheckCode code;
   std::string_view id;  ///< stable, for people and programs: `never-holds`

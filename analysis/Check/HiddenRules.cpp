@@ -30,7 +30,7 @@ constexpr std::size_t mostComparedRules = 1'000;
 constexpr std::size_t mostRanges = 10'000;
 constexpr std::uint64_t mostRangeComparisons = 1'000'000;
 
-/// What earlier rules take from a rule, and which rules they are.
+/// Properties that earlier rules take from a rule, and which rules they are.
 class Shadow {
 public:
   /// The rule holds wherever the later one does.

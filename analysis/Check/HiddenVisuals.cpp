@@ -13,7 +13,7 @@ namespace Zorv::Analysis {
 
 namespace {
 
-/// What is compared with one rule, at most.
+/// Most earlier rules that are compared with one rule.
 constexpr std::size_t mostEarlierRules = 1'000;
 constexpr std::size_t mostEarlierRanges = 10'000;
 constexpr std::uint64_t mostVisualComparisons = 1'000'000;

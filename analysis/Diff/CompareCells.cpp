@@ -129,7 +129,7 @@ bool isSameVisuals(Visuals::CellVisuals const& a, Visuals::CellVisuals const& b)
          });
 }
 
-/// What lies inside some bounds; everything if there are none.
+/// Parts of areas inside some bounds; all areas if there are none.
 Areas clip(Areas areas, std::vector<TableRange> const& bounds) {
   if (bounds.empty()) {
     return areas;

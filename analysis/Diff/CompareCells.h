@@ -32,7 +32,7 @@ struct CompareOptions {
   std::vector<TableRange> ranges = {};  ///< nothing outside is compared; none: everything is
 };
 
-/// What the conditional formats give a cell.
+/// Style and visuals that the conditional formats give a cell.
 struct CellLook {
   DOM::SharedCellStylePtr style;  ///< null if no format holds
   Visuals::CellVisuals visuals;   ///< borrows records of the document

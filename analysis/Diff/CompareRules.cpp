@@ -39,7 +39,7 @@ struct RuleEntry {
 };
 using RuleEntries = std::vector<RuleEntry>;
 
-/// What a rule's named style sets; nothing for a rule that is not resolved.
+/// Properties that a rule's named style sets; nothing for a rule that is not resolved.
 DOM::CellStyle styleOfRule(Document const& document, Rule const& rule) {
   DOM::CellStyle style;
   if (rule.format != nullptr) {

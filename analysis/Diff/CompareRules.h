@@ -15,7 +15,7 @@ enum class RuleChange : std::uint8_t {
   Moved,    ///< the same in all but its place among the other rules
 };
 
-/// What differs about a changed rule.
+/// Aspects of a changed rule that differ.
 struct RuleAspects {
   bool ranges = false;
   bool style = false;

@@ -7,8 +7,8 @@
 
 namespace Zorv::Analysis {
 
-/// What a colour scale, a data bar or an icon set decides by and draws, in texts that can be
-/// compared. Not for people.
+/// Comparable texts of what a colour scale, a data bar or an icon set decides by and draws. Not for
+/// people.
 struct VisualForm {
   std::string thresholds;
   std::string colours;

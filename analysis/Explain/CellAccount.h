@@ -44,7 +44,7 @@ struct OtherAnswer {
   std::string formula;      ///< what they evaluate, at the cell
 };
 
-/// What became of a colour scale, a data bar or an icon set for a cell.
+/// Outcome of a colour scale, a data bar or an icon set for a cell.
 enum class VisualOutcome : std::uint8_t {
   Draws,
   NoNumber,     ///< draws nothing: the value is no number
@@ -54,7 +54,7 @@ enum class VisualOutcome : std::uint8_t {
   NotOnThisCell,
 };
 
-/// What became of a rule for a cell.
+/// Account of a rule for a cell.
 struct RuleAccount {
   Workbook::Rule const* rule = nullptr;  ///< never null
   /// Nothing for a visual rule, and for a rule that is not resolved; Rule::unresolvedReason says
@@ -101,13 +101,13 @@ struct CellAccount {
   DOM::Cell const* content = nullptr;
   /// By the cell itself, else by its row or column, else the document's default.
   DOM::CellStyle ownStyle = {};
-  /// What resolving the cell gives; null if no rule contributes a style, or one failed.
+  /// Style from resolving the cell; null if no rule contributes a style, or one failed.
   DOM::SharedCellStylePtr conditionalStyle = nullptr;
   /// The conditional style over the cell's own one.
   DOM::CellStyle effectiveStyle = {};
   /// Those that the effective style sets, in the order of forEachSetProperty().
   std::vector<EffectiveProperty> properties = {};
-  /// What colour scales, data bars and icon sets give the cell.
+  /// Colour, bar and icon of the cell.
   Visuals::CellVisuals visuals = {};
   Workbook::VisualRules visualRules = {};
   /// The rules on the cell, by priority; those not resolved, too. If one rule is asked for, that

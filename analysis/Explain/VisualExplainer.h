@@ -14,7 +14,7 @@ namespace Zorv::Analysis {
 /// True for a cell in the rule's ranges.
 [[nodiscard]] bool isOn(Workbook::Rule const& rule, CellIndex cell);
 
-/// What the visual formats of a sheet give a cell, and the first failure.
+/// Visuals that the formats of a sheet give a cell, and the first failure.
 struct VisualsOfCell {
   Visuals::CellVisuals drawn;
   std::optional<Visuals::VisualFailure> failure;

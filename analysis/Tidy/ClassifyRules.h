@@ -9,8 +9,8 @@
 
 namespace Zorv::Analysis {
 
-/// What the plan needs to know of the rules of one sheet, in their order. `differentialFormats` are
-/// canonical texts by index.
+/// Facts that the plan needs about the rules of one sheet, in their order. `differentialFormats`
+/// are canonical texts by index.
 ///
 /// Rules that look at one cell at a time may be joined. Those whose ranges are part of their
 /// meaning (ranks, averages, duplicates, colour scales, data bars, icon sets) may only be dropped,

@@ -12,7 +12,7 @@
 
 namespace Zorv::Analysis {
 
-/// What happens to one rule element.
+/// Edit of one rule element.
 struct RuleEdit {
   bool isDropped = false;
   std::optional<RangeSet> ranges = std::nullopt;  ///< nothing: as they are

@@ -7,7 +7,7 @@
 
 namespace Zorv::Analysis {
 
-/// What a rule does to a cell for which it holds, as far as it decides whether two rules may change
+/// Effect of a rule on a cell for which it holds, as far as it decides whether two rules may change
 /// places.
 struct Effect {
   /// One bit for each property, or group of properties that programs may take as one: all of a

@@ -14,7 +14,7 @@
 // whatever the cells hold.
 namespace Zorv::Analysis {
 
-/// What the plan needs to know of one rule.
+/// Facts that the plan needs about one rule.
 struct PlanRule {
   /// Equal for rules whose conditions give the same verdict for each cell that is in the ranges of
   /// both.

@@ -24,5 +24,5 @@ private:
 /// The text of a cell: a number in its shortest form, or a text.
 [[nodiscard]] std::string toText(Zorv::DOM::CellInfo const& cell);
 
-/// What a typed text stands for: a number where it is one.
+/// Value that a typed text stands for: a number where it is one.
 [[nodiscard]] Zorv::FormulaValue toValue(std::string const& text);

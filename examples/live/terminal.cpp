@@ -11,7 +11,7 @@
 
 namespace {
 
-/// What keys send; see ECMA-48.
+/// Bytes that keys send; see ECMA-48.
 std::map<std::string, std::string> const keyNames = {
     {"\x1b[A", "up"},       {"\x1b[B", "down"},       {"\x1b[C", "right"}, {"\x1b[D", "left"},
     {"\x1b[5~", "page up"}, {"\x1b[6~", "page down"}, {"\x1b[H", "home"},  {"\x1b[F", "last"},

@@ -29,7 +29,7 @@ struct Cell {
   Coordinate column;  ///< the column, as written
 };
 
-/// What a text is as a cell.
+/// Kind of text, as a cell.
 enum class Shape : std::uint8_t {
   Other,        ///< no cell
   Inside,       ///< a cell of the sheet

@@ -158,7 +158,7 @@ public:
   }
 
 private:
-  /// What functions take a node for.
+  /// Use that functions make of a node.
   struct Use {
     bool isPlaceOnly = false;
     AreaAspects aspects;

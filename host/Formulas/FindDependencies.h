@@ -24,8 +24,8 @@ struct Dependencies {
     /// The corners are written as seen from row 0, column 0, as those of defined names are, and not
     /// from the cell for which the formula was written.
     bool isFromFirstCell = false;
-    /// What functions ask of all its cells together, as far as these can be kept up to date; see
-    /// LookupCache::follow(). None for a reference that moves with the evaluated cell.
+    /// Aspects of all its cells together that functions ask for, as far as these can be kept up to
+    /// date; see LookupCache::follow(). None for a reference that moves with the evaluated cell.
     AreaAspects aspects;
     /// The reference to one cell whose value is counted among those of the area, for the range of a
     /// COUNTIF. Nothing where the criterion is something else.

@@ -11,7 +11,7 @@
 
 namespace Zorv::Formulas {
 
-/// What a formula refers to and the document does not have.
+/// Kind of thing that a formula refers to and the document does not have.
 enum class UnresolvedKind : std::uint8_t {
   Name,              ///< a defined name
   Sheet,             ///< a sheet; `First:Last` for a range of sheets; `#REF!` for a deleted one
@@ -28,8 +28,9 @@ struct Unresolved {
   friend bool operator==(Unresolved const&, Unresolved const&) noexcept = default;
 };
 
-/// What an expression, at a table of a document, refers to and the document does not have: in the
-/// expression itself and in the defined names that it uses. Each once, in the order of first use.
+/// Things that an expression, at a table of a document, refers to and the document does not have:
+/// in the expression itself and in the defined names that it uses. Each once, in the order of first
+/// use.
 ///
 /// A formula that evaluates to `#NAME?` or `#REF!` for one of these looks like one that has an
 /// error in its cells. Evaluates nothing; references that are made at run time, as INDIRECT makes

@@ -13,7 +13,7 @@ class Table;
 
 namespace Zorv::Formulas {
 
-/// What functions ask of an area as a whole.
+/// Property of an area as a whole that functions ask for.
 enum class AreaAspect : std::uint8_t {
   Summary,  ///< sum and counts: AVERAGE, COUNT, COUNTA, SUM
   Order,    ///< the numbers in their order: LARGE, MAX, MEDIAN, PERCENTILE, RANK and their kin

@@ -34,7 +34,7 @@ private:
 
 }  // namespace
 
-/// What the traces of a formula share.
+/// State that the traces of a formula share.
 struct TracedFormula {
   TracedFormula(Expr const& formula, ContextProvider const& provider, TraceLimits const& most)
       : expr(formula), contextProvider(provider), limits(most) {

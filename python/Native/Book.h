@@ -55,7 +55,7 @@ public:
     return _document.getSheets().at(sheet);
   }
 
-  /// What resolves the cells of a sheet. Valid as long as the book.
+  /// Resolver of the cells of a sheet. Valid as long as the book.
   [[nodiscard]] Workbook::SheetResolver const& getResolver(std::size_t sheet) const;
 
 private:

@@ -16,7 +16,7 @@ namespace Zorv::Python {
 /// The rules of a sheet, by priority: a list of rules.
 [[nodiscard]] std::string listRules(Book const& book, std::size_t sheet);
 
-/// What loading found: a list of objects with `part`, `sheet`, `range`, `message` and `note`.
+/// Findings of loading: a list of objects with `part`, `sheet`, `range`, `message` and `note`.
 [[nodiscard]] std::string listFindings(Book const& book);
 
 /// Why the cells of a range look as they do: a list of accounts. `onlyRule` is the number of a rule
@@ -24,12 +24,12 @@ namespace Zorv::Python {
 [[nodiscard]] std::string explainCells(Book const& book, std::size_t sheet, TableRange const& range,
                                        std::optional<std::size_t> onlyRule, WorkBudget& budget);
 
-/// What an auditor of the rules should look at: a list of findings; those of one sheet, or of the
-/// workbook. Throws what the budget throws.
+/// Findings for an auditor of the rules, as a list; those of one sheet, or of the workbook. Throws
+/// what the budget throws.
 [[nodiscard]] std::string checkRules(Book const& book, std::optional<std::size_t> sheet,
                                      WorkBudget& budget);
 
-/// What differs between two books: an object with the lists `sheets`, `rules` and `cells`.
+/// Differences between two books: an object with the lists `sheets`, `rules` and `cells`.
 /// Conditions are evaluated by the options of the first, each for the moment of its own book.
 /// Throws what the budget throws.
 [[nodiscard]] std::string compareBooks(Book const& first, Book const& second, unsigned threadCount,

@@ -23,7 +23,7 @@ struct PassArea {
   WorkBudget* budget = nullptr;
 };
 
-/// What became of a cell, by indices into the lists of its PassCells.
+/// Result for a cell, by indices into the lists of its PassCells.
 struct PassCell {
   static constexpr std::int32_t none = -1;
 

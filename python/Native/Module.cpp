@@ -166,7 +166,7 @@ void bindCellList(py::module_& module) {
       .def("failures", &listFailures);
 }
 
-/// What a book answers at once.
+/// Members of a book that answer at once.
 void bindContents(BookClass& book) {
   book.def("sheets", &listSheetTuples)
       .def("now", &describeNow)
@@ -187,7 +187,7 @@ void bindContents(BookClass& book) {
       .def("findings", &listFindings);
 }
 
-/// What may take long.
+/// Members of a book that may take long.
 void bindWork(BookClass& book) {
   book.def("cells", &resolveCellList)
       .def("runs", &resolveRunList)

@@ -10,7 +10,7 @@
 
 namespace Zorv::Python {
 
-/// What one call may cost; nothing: as much as it takes.
+/// Limits of one call; nothing: none.
 struct Allowance {
   std::optional<std::uint64_t> steps;
   std::optional<std::uint64_t> bytes;

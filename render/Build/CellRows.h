@@ -24,7 +24,7 @@ struct PlacedCell {
   PictureArea const* merged = nullptr;       ///< null where it is not merged
 };
 
-/// What a sheet's picture is made from.
+/// Parts from which a sheet's picture is made.
 struct PictureParts {
   Workbook::Sheet const& sheet;
   Resolution const& resolution;

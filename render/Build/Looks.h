@@ -18,7 +18,7 @@
 
 namespace Zorv::Render {
 
-/// What a style comes to in a picture.
+/// Look of a style in a picture.
 struct StyleLook {
   std::uint32_t look = 0;  ///< index in the picture's looks
   CellEdges edges;         ///< before they meet those of neighbours

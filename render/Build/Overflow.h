@@ -9,7 +9,7 @@
 
 namespace Zorv::Render {
 
-/// What stands at a position of a row, for texts that need more room than their cell has.
+/// Content at a position of a row, for texts that need more room than their cell has.
 enum class Room : std::uint8_t {
   Free,      ///< empty
   Centred,   ///< empty, and part of a selection that texts are centred across

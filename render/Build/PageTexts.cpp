@@ -88,7 +88,7 @@ private:
     }
   }
 
-  /// What is added to a page's number: `+1` or `-1`.
+  /// Takes the offset that is added to a page's number: `+1` or `-1`.
   long takeOffset() noexcept {
     bool const hasSign = _rest.size() > 1 && (_rest.front() == '+' || _rest.front() == '-');
     if (!hasSign || !isAsciiDigit(_rest[1])) {

@@ -7,7 +7,7 @@
 
 namespace Zorv::Render {
 
-/// What headers and footers may name that is the same on all pages.
+/// Facts for headers and footers that are the same on all pages.
 struct PageFacts {
   std::string sheetName;
   std::string date;

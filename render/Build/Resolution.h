@@ -26,7 +26,7 @@ struct DecidedPosition {
   DOM::SharedCellStylePtr style;  ///< null if the position gets visuals alone
 };
 
-/// What the conditional formats of a sheet give its positions.
+/// Styles and visuals that the conditional formats of a sheet give its positions.
 struct Resolution {
   std::vector<DecidedPosition> positions;  ///< by row, then by column
   std::vector<Visuals::CellVisuals> visuals;

@@ -18,7 +18,7 @@
 
 namespace Zorv::Render {
 
-/// What the rows of a sheet's picture are made with. Borrows everything.
+/// Tools that make the rows of a sheet's picture. Borrows everything.
 struct RowTools {
   Looks& looks;
   CellTexts const& texts;

@@ -12,7 +12,7 @@
 
 namespace Zorv::Render {
 
-/// What the pictures of a document's sheets share. Borrows everything.
+/// State that the pictures of a document's sheets share. Borrows everything.
 struct BuildState {
   Workbook::Document const& document;
   PictureOptions const& options;

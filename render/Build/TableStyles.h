@@ -44,7 +44,7 @@ public:
   [[nodiscard]] Style const* layOver(Style const* own, std::uint32_t column);
 
 private:
-  /// What the style of a position follows from.
+  /// Key from which the style of a position follows.
   struct Key {
     Style const* own;
     Workbook::TableStyle const* style;

@@ -8,7 +8,7 @@
 /// on every machine, whatever fonts it has.
 namespace Zorv::Render {
 
-/// What the estimate needs to know of a font.
+/// Measures of a font that the estimate needs.
 struct FontMeasures {
   double emPixels = 0;  ///< pixels of a thousandth of the font's size, for its own width of letters
   double digit = 0;     ///< width of a digit, in pixels

@@ -43,7 +43,7 @@ private:
   void paintSegment(cairo_t* cairo, BorderSegment const& segment) const;
   /// The middle of a double line.
   [[nodiscard]] Box findGap(BorderSegment const& segment) const noexcept;
-  /// What a line of a style covers beside its edge.
+  /// Reach of a line of a style beside its edge.
   [[nodiscard]] Reach findReach(double width) const noexcept;
   [[nodiscard]] Meeting meetAt(BorderSegment const& segment, std::uint32_t end) const;
   /// The box between places along an edge and across it, the right way round.

@@ -6,8 +6,8 @@
 
 namespace Zorv::Render::Draw {
 
-/// What the headings of a page take from it: the numbers of rows and the letters of columns.
-/// Nothing if the sheet is printed without them.
+/// Room that the headings of a page take: the numbers of rows and the letters of columns. Nothing
+/// if the sheet is printed without them.
 struct HeadingSize {
   double width = 0;   ///< of the numbers
   double height = 0;  ///< of the letters

@@ -9,7 +9,7 @@
 
 namespace Zorv::Render::Draw {
 
-/// What the headers and footers of one page may name.
+/// Facts about one page for its headers and footers.
 struct PageFacts {
   std::string const& fileName;
   std::uint64_t place = 0;  ///< among the pages of the sheet, from 0

@@ -16,7 +16,7 @@ struct Extent {
   friend bool operator==(Extent const&, Extent const&) = default;
 };
 
-/// What a page shows. Columns are counted from the edge of the first one, also in sheets from right
+/// Content of a page. Columns are counted from the edge of the first one, also in sheets from right
 /// to left.
 struct Page {
   Extent rows;

@@ -16,8 +16,8 @@ struct PaintSetting {
   WorkBudget* budget = nullptr;  ///< borrowed; null for no bound
 };
 
-/// What the sheets of a drawing share. It must outlive the finishing of the surface that they are
-/// drawn on; see SurfaceFinisher.
+/// Resources that the sheets of a drawing share. It must outlive the finishing of the surface that
+/// they are drawn on; see SurfaceFinisher.
 struct PaintResources {
   Typesetter typesetter;
   PatternTiles tiles;

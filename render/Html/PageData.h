@@ -8,7 +8,7 @@
 
 namespace Zorv::Render {
 
-/// What the script of a page knows beside its table, as JSON: rules, their ranges, and the accounts
+/// Data for the script of a page beside its table, as JSON: rules, their ranges, and the accounts
 /// of cells in the ranges of rules.
 struct PageData {
   std::string json;

@@ -19,7 +19,7 @@ class CalculatorTest : public testing::Test {
 protected:
   CalculatorTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
-  /// What the journal holds for the making and the judging of one nullary condition.
+  /// Entries of the journal for the making and the judging of one nullary condition.
   static std::vector<std::string> judgementsOf(std::string const& cell, int count) {
     std::vector<std::string> entries;
     for (int i = 0; i < count; ++i) {

@@ -23,7 +23,7 @@ namespace {
 
 constexpr unsigned long workedRows = 30'000;
 
-/// What a visit of one cell told: its row, how many formats hold, and its number in the worker.
+/// Report of a visit of one cell: its row, how many formats hold, and its number in the worker.
 struct Visit {
   unsigned long row;
   std::size_t formatCount;

@@ -74,7 +74,7 @@ Looks lookAt(Resolver const& resolver, TablePass const& pass) {
   return looks;
 }
 
-/// What a resolver that is made now says of all cells.
+/// Looks of all cells by a resolver that is made now.
 Looks lookAnew(ConditionalFormattingPropsCalculator const& calculator,
                EditedDocument const& document) {
   calculator.clearTablesRangesCache();
@@ -118,7 +118,7 @@ void expectDisjoint(std::vector<TableRange> const& areas) {
   }
 }
 
-/// What a view has told so far, as a window would paint it.
+/// Looks that a view has told so far, as a window would paint them.
 class Painted {
 public:
   explicit Painted(LiveResolver const& live) : _view(live) {}

@@ -42,7 +42,7 @@ enum class Held {
   InListingOfFormats,
 };
 
-/// What a second thread calls meanwhile.
+/// Call that a second thread makes meanwhile.
 enum class Call {
   ClearCellStyles,
   ClearFormats,

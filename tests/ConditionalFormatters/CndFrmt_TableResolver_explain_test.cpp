@@ -25,7 +25,7 @@ namespace {
 
 using namespace TestSupport;
 
-/// What a pass tells of a cell.
+/// Report of a pass about a cell.
 struct VisitedCell {
   DOM::SharedCellStylePtr style;
   FormatIndices holding;

@@ -39,7 +39,7 @@ using namespace DOM;
 using OfficeUtils::PinnedMoment;
 using OfficeUtils::ScopedClock;
 
-/// Whether a condition holds, or what it throws.
+/// Answer of a condition, or the exception that it throws.
 struct Verdict {
   bool holds = false;
   std::type_index thrown = typeid(void);
@@ -56,7 +56,7 @@ Verdict judge(std::function<bool()> const& ask) {
   }
 }
 
-/// What the format's own operator says, made for this cell alone.
+/// Answer of the format's own operator, made for this cell alone.
 Verdict judgeByOperator(ValueContextProvider const& provider, ConditionalFormatRef const& formatRef,
                         CellInfo const& cell) {
   return judge([&] {
@@ -71,7 +71,7 @@ bool isInRanges(std::vector<TableRange> const& ranges, CellInfo const& cell) {
   });
 }
 
-/// Whether a uniqueness condition is asked about a value that its ranges do not have, which stops
+/// True if a uniqueness condition is asked about a value that its ranges do not have, which stops
 /// the process.
 bool isFatal(ConditionalFormatRef const& formatRef, CellInfo const& cell) {
   auto const& record = formatRef.second.get().getOperator();
@@ -268,7 +268,7 @@ TEST_F(TableResolverHoldsTest, CollectsARangeOnceAndReadsEachCellOnce) {
   }
 }
 
-/// What is remembered shows when the document changes, which a resolver's users promise not to do.
+/// A remembered answer shows when the document changes, which a resolver's users promise not to do.
 TEST_F(TableResolverHoldsTest, WalksTheRangeOfACountIfAFewTimesOnly) {
   addFormula("COUNTIF($A$1:$A$300,A1)=1");
   auto const calculator = makeCalculator();

@@ -39,7 +39,8 @@ public:
   DOM::Table otherTable;
   DOM::Styles styles;
 
-  /// What the calculator asks. Reads the document through a journal of failures: see failAt().
+  /// Provider that the calculator asks. Reads the document through a journal of failures: see
+  /// failAt().
   [[nodiscard]] std::unique_ptr<ConditionalFormatters::ValueContextProvider> makeProvider();
 
   /// Has the host throw at its n-th call from now on, from 1; 0 for never.

@@ -9,7 +9,7 @@ namespace Zorv::TestSupport {
 
 /// How random tables come out.
 struct RandomTableOptions {
-  /// Whether conditions may be of kinds that no record has, some of which throw when asked.
+  /// True if conditions may be of kinds that no record has, some of which throw when asked.
   bool withUnknownKinds = false;
 };
 

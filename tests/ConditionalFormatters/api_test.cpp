@@ -66,7 +66,7 @@ protected:
                                        std::chrono::hours(12)};
 };
 
-/// What a style sets, in words.
+/// Properties that a style sets, in words.
 std::string describe(DOM::CellStyle const& style) {
   std::string words;
   DOM::RunProps const& props = *style.getRunProps();

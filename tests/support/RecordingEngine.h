@@ -14,7 +14,7 @@ namespace Zorv::TestSupport {
 
 using DOM::FormulaSyntaxTree::Expr;
 
-/// What calcExpr() was called with.
+/// Arguments of a call of calcExpr().
 struct CalcCall {
   Expr const* expr;
   Expr const* origin;  ///< the expression that was shifted to give `expr`; `expr` itself otherwise
@@ -29,7 +29,7 @@ struct CalcCall {
   bool resolverIsEmpty;
 };
 
-/// What shiftExpr() was called with.
+/// Arguments of a call of shiftExpr().
 struct ShiftCall {
   Expr const* expr;
   Formulas::TableContext const* tableContext;

@@ -7,7 +7,7 @@
 
 namespace Zorv::TestSupport {
 
-/// Whether the condition of a rule holds for a cell by itself; false for a rule that is not
+/// True if the condition of a rule holds for a cell by itself; false for a rule that is not
 /// resolved.
 [[nodiscard]] bool holds(Workbook::Document const& document, std::size_t rule,
                          std::string const& cell);

@@ -12,7 +12,7 @@
 /// incomplete, and the exception goes on.
 namespace Zorv::Tool {
 
-/// What a command works with. Borrows everything.
+/// Tools of a command. Borrows everything.
 struct CommandContext {
   Selection const& selection;
   Terminal const& terminal;

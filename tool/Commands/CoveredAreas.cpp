@@ -34,7 +34,7 @@ bool isUnbounded(TableRange const& range) noexcept {
   return positions > CoveredAreas::mostPositions || (reachesEnd && positions > few);
 }
 
-/// What a range shares with others, where it shares something.
+/// Intersections of a range with others that are not empty.
 std::vector<TableRange> intersectAll(TableRange const& range,
                                      std::vector<TableRange> const& others) {
   std::vector<TableRange> parts;

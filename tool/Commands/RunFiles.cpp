@@ -53,13 +53,13 @@ void runCommand(CommandContext const& context) {
   }
 }
 
-/// Whether the messages of a command are about the file as a whole. An explanation says itself what
+/// True if the messages of a command are about the file as a whole. An explanation says itself what
 /// there is to say about its cells.
 bool isAboutFile(Options const& options) noexcept { return options.command != Command::Explain; }
 
 bool isOneOfSeveral(Options const& options) noexcept { return options.files.size() > 1; }
 
-/// What stands around the outputs of all files.
+/// Texts around the outputs of all files.
 struct Frame {
   std::string_view begin;
   std::string_view end;

@@ -37,7 +37,7 @@ enum class OutputFormat : std::uint8_t {
   Tsv,        ///< tab-separated values, with a line of headings
 };
 
-/// What `tidy` writes.
+/// Options of `tidy`: where and how it writes.
 struct TidyOptions {
   std::string target;  ///< empty if nothing is to be written
   bool dryRun = false;

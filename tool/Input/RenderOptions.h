@@ -11,7 +11,7 @@ struct Arguments;
 
 enum class PictureFormat : std::uint8_t { Html, Svg, Png, Pdf };
 
-/// What `render` writes.
+/// Options of `render`.
 struct RenderOptions {
   std::string target;
   PictureFormat format = PictureFormat::Html;  ///< by the target's ending

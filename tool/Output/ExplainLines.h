@@ -24,7 +24,7 @@ public:
   /// The cell that is explained, and its value.
   void addHeading(std::string_view cell, std::string_view value);
 
-  /// What became of a rule or another title, and what follows it.
+  /// Adds a title, such as the outcome of a rule, and the text behind it.
   void addTitle(std::string_view title, std::string_view rest,
                 Words::Tone tone = Words::Tone::Plain);
 

@@ -5,7 +5,7 @@
 #include "tool/Input/Selection.h"
 #include "tool/Output/Report.h"
 
-/// What stands around the records in the tool's JSON; docs/tool.md describes its shape.
+/// Frame around the records in the tool's JSON; docs/tool.md describes its shape.
 namespace Zorv::Tool {
 
 /// The first members of every document: the file and the options. One line, without the closing

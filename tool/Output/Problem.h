@@ -18,7 +18,7 @@ enum class ProblemKind : std::uint8_t {
 /// The word for a kind in messages and JSON.
 [[nodiscard]] std::string_view toText(ProblemKind kind) noexcept;
 
-/// What is not as it should be about one rule.
+/// Problem of one rule.
 struct Problem {
   Workbook::Rule const* rule;
   ProblemKind kind;

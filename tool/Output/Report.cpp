@@ -19,7 +19,7 @@ namespace Zorv::Tool {
 
 namespace {
 
-/// What is quoted from a file in a message.
+/// Longest quotation from a file in a message.
 constexpr std::size_t widestQuote = 300;
 /// A reason in the line that counts the rules.
 constexpr std::size_t widestReason = 80;
@@ -85,7 +85,8 @@ std::string keyOf(Problem const& problem) {
                      problem.reason);
 }
 
-/// What is wrong about some rules, apart from the place. Requires problems of one key.
+/// Sentence that tells the problem of some rules, apart from the place. Requires problems of one
+/// key.
 std::string toSentence(std::vector<Problem const*> const& problems) {
   auto const& first = *problems.front();
   switch (first.kind) {

@@ -14,7 +14,7 @@ namespace Zorv::Tool {
 
 namespace {
 
-/// What a resolved rule gives, and what is doubtful about the rule; else why it is not resolved.
+/// Effect of a resolved rule, with its doubts; else the reason why it is not resolved.
 std::string describeResult(Workbook::Document const& document, Workbook::Rule const& rule) {
   if (!rule.isResolved()) {
     return fmt::format("not resolved: {}", rule.unresolvedReason);

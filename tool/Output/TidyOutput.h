@@ -9,7 +9,7 @@
 
 namespace Zorv::Tool {
 
-/// What became of a plan.
+/// Result of carrying out a plan.
 struct TidyResult {
   bool isWritten = false;
   std::uint64_t comparedCells = 0;

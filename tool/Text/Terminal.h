@@ -10,7 +10,7 @@ namespace Zorv::Tool {
 
 enum class ColourChoice : std::uint8_t { Auto, Always, Never };
 
-/// What the stream that takes the result can show.
+/// Abilities of the stream that takes the result.
 struct Terminal {
   std::optional<std::size_t> width;  ///< columns; nothing where the stream is no terminal
   Render::ColourDepth colours = Render::ColourDepth::None;

@@ -34,7 +34,7 @@ public:
   }
 
 private:
-  /// What is known of a format's thresholds, and of its own condition.
+  /// State of a format's thresholds, and of its own condition.
   struct State {
     Bounds const* bounds = nullptr;  ///< null before the first cell needs them
     std::exception_ptr limit;        ///< the last limit of the engine that the condition met

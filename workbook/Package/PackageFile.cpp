@@ -23,7 +23,7 @@ constexpr std::string_view archiveMark = "PK"sv;
 constexpr std::string_view encryptedStreamName =
     "E\0n\0c\0r\0y\0p\0t\0e\0d\0P\0a\0c\0k\0a\0g\0e\0"sv;
 
-/// Whether the rest of a stream holds a text; reads it in pieces.
+/// True if the rest of a stream holds a text; reads it in pieces.
 bool contains(std::istream& stream, std::string_view wanted) {
   std::string window;
   std::array<char, 65'536> piece{};

@@ -8,7 +8,7 @@
 
 namespace Zorv::Workbook {
 
-/// What is equal for names of the same part: letter case does not matter, backslashes count as
+/// Key that is equal for names of the same part: letter case does not matter, backslashes count as
 /// slashes, and slashes at the beginning as none.
 [[nodiscard]] inline std::string toPartKey(std::string_view part) {
   std::string key = foldCase(part);

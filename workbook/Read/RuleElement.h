@@ -19,12 +19,11 @@ namespace Zorv::Workbook {
 /// The identities of a rule's parts in the extension list: `x14:id` in its own extensions.
 [[nodiscard]] std::vector<std::string> findExtensionIds(pugi::xml_node rule);
 
-/// What is wrong with a flag that is neither true nor false, as the end of a sentence about the
-/// rule.
+/// Fault of a flag that is neither true nor false, as the end of a sentence about the rule.
 [[nodiscard]] std::string describeFaultyFlag(pugi::xml_attribute flag, bool countsAs);
 
-/// What is wrong with attributes whose values are none of those that are allowed, as the ends of
-/// sentences about the rule.
+/// Faults of attributes whose values are none of those that are allowed, as the ends of sentences
+/// about the rule.
 [[nodiscard]] std::vector<std::string> findFaultyAttributes(pugi::xml_node rule);
 
 }  // namespace Zorv::Workbook

@@ -70,7 +70,7 @@ std::optional<double> takeTime(std::string_view& text) noexcept {
   return (*hour * 3'600.0 + *minute * 60.0 + seconds) / secondsPerDay;
 }
 
-/// Whether a text is empty or an offset from universal time.
+/// True if a text is empty or an offset from universal time.
 bool isZone(std::string_view text) noexcept {
   return text.empty() || text == "Z" || text.starts_with('+') || text.starts_with('-');
 }

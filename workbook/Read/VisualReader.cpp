@@ -170,7 +170,7 @@ void readLengths(pugi::xml_node element, DataBar& bar, Faults& faults) {
   }
 }
 
-/// What only the later form has.
+/// Reads the properties that only the later form has.
 void readBarAppearance(pugi::xml_node element, Palette& palette, DataBar& bar, Faults& faults) {
   bar.axis =
       readWord(element, "axisPosition", Visuals::BarAxis::Middle, Visuals::BarAxis::Automatic);

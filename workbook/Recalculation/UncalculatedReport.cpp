@@ -52,7 +52,7 @@ std::string_view keepingPhraseOf(Uncalculated reason) noexcept {
   return "";
 }
 
-/// Whether the details are names to be listed, and not the message of one failure.
+/// True if the details are names to be listed, and not the message of one failure.
 constexpr bool listsDetails(Uncalculated reason) noexcept {
   return reason == Uncalculated::UnknownFunctions || reason == Uncalculated::Lost;
 }

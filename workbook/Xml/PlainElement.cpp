@@ -55,7 +55,7 @@ public:
     return take('"');
   }
 
-  /// What comes before the next tag.
+  /// Takes the text before the next tag.
   bool takeText(std::string_view& text) noexcept {
     char const* const begin = _at;
     while (_at != _end && *_at != '<') {
@@ -78,7 +78,7 @@ private:
   char const* _end;
 };
 
-/// What declares a namespace, or how spaces count, begins with these letters.
+/// True for attributes that declare a namespace or how spaces count.
 bool isReserved(std::string_view name) noexcept { return name.starts_with("xml"); }
 
 }  // namespace

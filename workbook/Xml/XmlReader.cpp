@@ -211,7 +211,7 @@ XmlReader::Event XmlReader::readEndTag() {
   return closeElement();
 }
 
-/// Whether an end tag of that name comes next, written without spaces as nearly all are.
+/// True if an end tag of that name comes next, written without spaces as nearly all are.
 bool XmlReader::endsInnermost(std::size_t tagSize, std::string_view name) {
   return ensure(tagSize) && buffered()[tagSize - 1] == '>' &&
          buffered().substr(2, name.size()) == name;

@@ -46,7 +46,7 @@ public:
   [[nodiscard]] bool is(XmlNamespace ns, std::string_view name) const noexcept {
     return _namespace == ns && _name == name;
   }
-  /// Whether the current element is in the main namespace and has that name.
+  /// True if the current element is in the main namespace and has that name.
   [[nodiscard]] bool is(std::string_view name) const noexcept {
     return is(XmlNamespace::Spreadsheet, name);
   }
@@ -68,7 +68,7 @@ public:
   /// Text of a text event, with entities replaced; valid until the next event. One text may come in
   /// several events.
   [[nodiscard]] std::string_view getText() const noexcept { return _text; }
-  /// Whether `xml:space` preserves the spaces in the innermost open element.
+  /// True if `xml:space` preserves the spaces in the innermost open element.
   [[nodiscard]] bool keepsSpaces() const noexcept;
 
   /// Number of open elements; a starting element counts, an ending one does not.

@@ -56,7 +56,7 @@ char* replaceEntity(std::string_view entity, char* out) noexcept {
   return out + 1;
 }
 
-/// Whether a text contains nothing to be replaced.
+/// True if a text contains nothing to be replaced.
 bool isPlain(char const* begin, char const* end, bool isAttribute) noexcept {
   return std::none_of(begin, end, [isAttribute](char c) {
     return c == '&' || c == '\r' || (isAttribute && (c == '\n' || c == '\t'));

@@ -87,7 +87,7 @@ std::optional<double> findKnownExtreme(Call const& call, bool isLast) {
   return followed->numberAt(isLast ? followed->getSummary().numberCount - 1 : 0);
 }
 
-/// What MIN and MAX give; 0 where there is no number.
+/// Result of MIN and MAX; 0 where there is no number.
 Value fromExtreme(double extreme) { return Value::number(std::isinf(extreme) ? 0.0 : extreme); }
 
 Value minimum(Call& call) {

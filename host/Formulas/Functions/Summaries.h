@@ -8,7 +8,7 @@
 #include "Formulas/Evaluation/Call.h"
 #include "Formulas/Functions/Numbers.h"
 
-/// What functions say of a list of numbers, for those that are named after it and for SUBTOTAL and
+/// Summaries of a list of numbers, for the functions that are named after them and for SUBTOTAL and
 /// AGGREGATE, which choose one by its number.
 namespace Zorv::Formulas {
 

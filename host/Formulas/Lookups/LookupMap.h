@@ -32,7 +32,7 @@ public:
   static constexpr std::size_t defaultLimit = std::size_t{256} << 20U;
   /// The most that an index takes for a cell while it is built: a column of different texts.
   static constexpr std::size_t bytesPerCell = 128;
-  /// What an empty index is counted as, which bounds the number of indexes.
+  /// Bytes that an empty index counts as, which bounds the number of indexes.
   static constexpr std::size_t bytesPerIndex = 4096;
 
   explicit LookupBudget(std::size_t limit = defaultLimit) noexcept : _free(limit) {}
@@ -57,7 +57,7 @@ public:
   BuildScope& operator=(BuildScope const&) = delete;
   ~BuildScope();
 
-  /// Whether this thread is in such a scope.
+  /// True if this thread is in such a scope.
   [[nodiscard]] static bool isActive() noexcept;
 
 private:

@@ -54,7 +54,7 @@ public:
 
   /// The index of a value; nothing where the dictionary lacks it.
   [[nodiscard]] std::optional<std::uint32_t> find(Value const& value) const noexcept;
-  /// Whether the value at an index equals a value.
+  /// True if the value at an index equals a value.
   [[nodiscard]] bool isEqualAt(std::uint32_t index, Value const& value) const noexcept;
   /// Makes the next isEqualAt() for an index fast.
   void prefetchKey(std::uint32_t index) const noexcept { prefetch(_keys, index); }

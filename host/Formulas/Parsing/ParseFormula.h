@@ -8,7 +8,7 @@
 
 namespace Zorv::Formulas {
 
-/// What the text of a whole formula may be.
+/// Form that the text of a whole formula may have.
 enum class Whole : std::uint8_t {
   Expression,
   /// Or a union without parentheses around it, as the formulas of defined names may be.

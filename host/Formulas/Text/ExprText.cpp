@@ -113,13 +113,13 @@ std::string writeNumber(double number) {
   return text;
 }
 
-/// Whether a text is a name that would be read as a cell off the sheet before a colon.
+/// True if a text is a name that would be read as a cell off the sheet before a colon.
 bool readsOffSheet(std::string_view text) noexcept {
   text.remove_prefix(std::min(text.find_first_not_of('@'), text.size()));
   return DOM::A1Notation::readCell(text).shape == Shape::PastColumns;
 }
 
-/// Whether a text begins with what a colon would join to the word before it: a cell, a column, or a
+/// True if a text begins with what a colon would join to the word before it: a cell, a column, or a
 /// row.
 bool beginsAsCorner(std::string_view text) noexcept {
   std::string_view const word = text.substr(
@@ -213,7 +213,7 @@ private:
     return node.op == Operator::Union ? Piece{'(' + text + ')'} : Piece{std::move(text), rank};
   }
 
-  /// Whether a right operand would be read as a part of something else. Cells and columns behind a
+  /// True if a right operand would be read as a part of something else. Cells and columns behind a
   /// colon are corners of the range that they end, and sheets the ends of a range of sheets; a
   /// space is an operator before a reference alone, of which whole rows begin with a digit.
   [[nodiscard]] bool mustStandAlone(Operator op, std::uint32_t right, std::string_view text) const {

@@ -64,7 +64,7 @@ public:
 
   /// True for a sub-expression that is worth to be kept; see findInvariantCalls().
   [[nodiscard]] bool isWanted(std::uint32_t node) const noexcept { return _isWanted[node]; }
-  /// What was kept of a sub-expression; null if nothing was. Valid as long as this object.
+  /// Part kept for a sub-expression; null if nothing was. Valid as long as this object.
   [[nodiscard]] Part const* find(std::uint32_t node) const;
   /// Keeps a sub-expression that is wanted; an array or a function is not kept.
   void keep(std::uint32_t node, Value const& value, std::vector<ToldNode> told);

@@ -58,7 +58,7 @@ private:
     }
   }
 
-  /// Whether a cell shows its number as a date.
+  /// True if a cell shows its number as a date.
   static bool showsDate(Area const& area) {
     auto const* const cell = area.table->getTable().findCell(area.firstRow, area.firstColumn);
     auto const number = cell != nullptr ? FormulaModel::asFormulaNumberOpt(cell->value)

@@ -27,7 +27,7 @@ using TextType = DOM::TextConditionalFormatType;
 
 class TruthCastTest : public FormulaOperatorTest {
 protected:
-  /// Whether the formula is true, when this is its result.
+  /// True if the formula is true, when this is its result.
   bool isTrue(Formulas::CalcResult result) {
     engine.answer(std::move(result));
     journal.clear();

@@ -191,7 +191,7 @@ TEST(TopBottomOperator, NaNsInTheRangesTakeNoRank) {
   EXPECT_FALSE(holds(*half, number(2)));
 }
 
-/// Whether a number that stands in the ranges is among the best, by counting the better ones.
+/// True if a number that stands in the ranges is among the best, by counting the better ones.
 bool isAmongBest(std::set<double> const& distinct, Record const& record, double value) {
   std::uint64_t const wanted = record.getUsePercent()
                                    ? std::uint64_t{record.getValue()} * distinct.size() / 100

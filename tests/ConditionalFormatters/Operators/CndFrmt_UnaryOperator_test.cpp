@@ -24,7 +24,7 @@ class UnaryOperatorTest : public FormulaOperatorTest {
 protected:
   static Record makeRecord(int type) { return {static_cast<Type>(type), Expr()}; }
 
-  /// Whether a comparison holds between a cell and the result of its formula.
+  /// True if a comparison holds between a cell and the result of its formula.
   bool holds(Type type, FormulaValue const& cellValue, Formulas::CalcResult argument) {
     engine.answer(std::move(argument));
     Record const record(type, Expr());

@@ -14,8 +14,8 @@
 
 namespace Zorv::TestSupport {
 
-/// What the tests of conditions with formulas stand on: a table, and an engine and a context
-/// provider that note their calls in one journal.
+/// Base of the tests of conditions with formulas: a table, and an engine and a context provider
+/// that note their calls in one journal.
 class FormulaOperatorTest : public testing::Test {
 protected:
   static CellIndex at(unsigned long row, unsigned long column) {

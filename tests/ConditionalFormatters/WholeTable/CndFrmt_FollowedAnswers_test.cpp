@@ -30,7 +30,7 @@ using Formulas::AreaAspect;
 
 constexpr Formulas::AreaAspects everyAspect{.summary = true, .order = true, .classes = true};
 
-/// What a walk over the cells of a column says.
+/// Answers of a walk over the cells of a column.
 struct Walked {
   std::vector<double> numbers;  ///< in the order of the cells
   std::vector<FormulaValue> values;

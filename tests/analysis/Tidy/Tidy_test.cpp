@@ -49,7 +49,7 @@ std::string makeFile(std::string const& formats) {
   return WorkbookBuilder().setStyles(styles).setSheet(rows, formats).makeBytes();
 }
 
-/// What is left between the cells and the end of the sheet's part.
+/// Text left between the cells and the end of the sheet's part.
 std::string formatsAfter(TestSupport::TidiedFile const& file) {
   std::string const& part = file.partsAfter.at("xl/worksheets/sheet1.xml");
   constexpr std::string_view mark = "</sheetData>";

@@ -48,7 +48,7 @@ std::string describeAll(Dependencies const& dependencies) {
   return all;
 }
 
-/// What functions ask of the only reference of a formula that is followed.
+/// Aspects that functions ask for of the only reference of a formula that is followed.
 std::string describeAspects(FormulaDocument& document, std::string_view formula) {
   std::string found;
   for (auto const& reference :

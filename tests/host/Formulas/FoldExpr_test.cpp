@@ -38,7 +38,7 @@ protected:
     return foldExpr(parseExpr(formula), contextAt(2), document, session);
   }
 
-  /// What a formula that is written for the first row comes to in another.
+  /// Result in another row of a formula that is written for the first one.
   std::string calcIn(unsigned long row, Expr const& expr) {
     RuntimeDependenciesResolver resolver;
     return describe(calcShiftedExpr(expr, 0, static_cast<int>(row), contextAt(row), document,

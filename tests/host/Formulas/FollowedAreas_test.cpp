@@ -220,7 +220,7 @@ TEST(LookupCacheOfAnEditedDocument, FindsTextsThatMovedInMemory) {
   }
 }
 
-/// What is not told is not seen: the index is kept.
+/// A change that is not told is not seen: the index is kept.
 TEST(LookupCacheOfAnEditedDocument, KeepsIndexesThatNewValuesDoNotReach) {
   FormulaDocument document;
   fillWithTexts(document);

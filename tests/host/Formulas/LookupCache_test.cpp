@@ -141,7 +141,8 @@ TEST(LookupCache, ARangeIsWalkedAFewTimesOnly) {
   }
 }
 
-/// What is cheap, or told by more than its ranges, is calculated anew: it sees the change.
+/// A call that is cheap, or depends on more than its ranges, is calculated anew: it sees the
+/// change.
 TEST(LookupCache, OtherCallsAreNotRemembered) {
   FormulaDocument document;
   for (int row = 1; row <= 100; ++row) {

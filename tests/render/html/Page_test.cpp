@@ -34,7 +34,7 @@ protected:
     writePage(made.picture, options, accounts, [&](std::string_view piece) { page += piece; });
     return page;
   }
-  /// What stands between two texts of a page.
+  /// Text between two texts of a page.
   static std::string between(std::string const& page, std::string_view begin,
                              std::string_view end) {
     auto const from = page.find(begin) + begin.size();

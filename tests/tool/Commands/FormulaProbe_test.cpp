@@ -21,7 +21,7 @@ protected:
                                                        Formulas::parseExpr(formula)));
   }
 
-  /// What is said about rules that failed.
+  /// Messages about rules that failed.
   std::string failuresOfProbe(std::uint64_t mostSteps = 500'000'000) {
     auto const selection = _ruled.select();
     std::ostringstream result;

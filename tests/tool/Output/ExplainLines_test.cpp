@@ -11,7 +11,7 @@ namespace {
 
 class ExplainLinesTest : public testing::Test {
 protected:
-  /// What `write(lines)` prints.
+  /// Text that `write(lines)` prints.
   template <class Write>
   std::string print(Terminal const& terminal, Write const& write) {
     std::ostringstream stream;

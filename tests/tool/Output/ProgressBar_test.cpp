@@ -16,7 +16,7 @@ protected:
     return {_terminal, isTerminal, [this] { return _now; }};
   }
 
-  /// What was written since the last call.
+  /// Text written since the last call.
   std::string takeWritten() {
     std::string written = _terminal.str();
     _terminal.str({});

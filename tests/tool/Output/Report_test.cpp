@@ -17,7 +17,7 @@ CellIndex cell(unsigned long row) { return {RowIndex(row), ColumnIndex(0UL)}; }
 
 class ReportTest : public testing::Test {
 protected:
-  /// What is said before the work.
+  /// Messages before the work.
   std::string findings() {
     auto const selection = _ruled.select();
     std::ostringstream err;
@@ -25,7 +25,7 @@ protected:
     return err.str();
   }
 
-  /// What is said after the work, during which `work` is called.
+  /// Messages after the work, during which `work` is called.
   template <class Work>
   std::string summaryAfter(Work const& work) {
     auto const selection = _ruled.select();

@@ -10,7 +10,7 @@ namespace {
 
 class TextTableTest : public testing::Test {
 protected:
-  /// What was printed so far.
+  /// Text printed so far.
   std::string printed() {
     _buffer.flush();
     return _out.str();

@@ -36,7 +36,7 @@ FakeIndex const* ask(FakeMap& map, FakeMap::Build const& build) {
   return map.getOrCreate(0, sharedCost, build);
 }
 
-/// What two threads were given; see buildTogether().
+/// Results that two threads were given; see buildTogether().
 struct Given {
   FakeIndex const* maker = nullptr;
   FakeIndex const* helper = nullptr;
