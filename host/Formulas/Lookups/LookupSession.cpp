@@ -5,7 +5,6 @@
 #include <limits>
 #include <memory>
 
-#include "DOM/Table.h"
 #include "Formulas/Values/Cells.h"
 
 namespace Zorv::Formulas {
@@ -22,16 +21,6 @@ constexpr std::uint64_t cellsToShare = 16'384;
 
 bool isIndexed(Area const& area) noexcept {
   return area.size() > fewPositions && area.size() <= std::numeric_limits<std::uint32_t>::max();
-}
-
-/// The area whose index serves an area. For a part of a column that is the whole column, so that
-/// ranges which grow or move along it need one index only.
-Area indexedArea(Area area) noexcept {
-  if (area.width() == 1) {
-    area.firstRow = 0;
-    area.endRow = DOM::Table::rowCount;
-  }
-  return area;
 }
 
 /// The cost of an index over `indexed` that saves a walk over `area`.

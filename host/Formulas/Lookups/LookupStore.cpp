@@ -14,8 +14,14 @@ std::span<TableArea const> areasOfKey(TableArea const& key) noexcept { return {&
 std::span<TableArea const> areasOfKey(EqualValues::Key const& key) noexcept {
   return {&key.area, 1};
 }
-std::span<TableArea const> areasOfKey(TableAreas const& key) noexcept {
-  return {key.data(), key.size()};
+/// Tuples of classes, and what is known for each class, go with the classes' numbers, which new
+/// values anywhere in the areas of the classes change.
+TableAreas areasOfKey(TableAreas const& key) noexcept {
+  TableAreas areas;
+  for (TableArea const& area : key) {
+    areas.push_back(indexedArea(area));
+  }
+  return areas;
 }
 TableAreas areasOfKey(CallKey const& key) noexcept {
   TableAreas areas;

@@ -40,4 +40,15 @@ struct TableArea {
 
 using TableAreas = InlineList<TableArea>;
 
+/// The area whose classes of equal values serve an area: of a part of a column the whole column, so
+/// that ranges which grow or move along it need one index only. `AnyArea`: an Area or a TableArea.
+template <class AnyArea>
+[[nodiscard]] AnyArea indexedArea(AnyArea area) noexcept {
+  if (area.endColumn - area.firstColumn == 1) {
+    area.firstRow = 0;
+    area.endRow = static_cast<std::uint32_t>(DOM::Table::rowCount);
+  }
+  return area;
+}
+
 }  // namespace Zorv::Formulas

@@ -220,6 +220,37 @@ TEST(LookupCacheOfAnEditedDocument, FindsTextsThatMovedInMemory) {
   }
 }
 
+/// The index of a part of a column is that of the whole column, where a new value beside the part
+/// may give all others another place.
+TEST(LookupCacheOfAnEditedDocument, SeesNewValuesBesideTheRangesThatItIsAskedFor) {
+  FormulaDocument document;
+  for (int row = 1; row <= 200; ++row) {
+    document.set("A" + std::to_string(row), std::to_string(row % 5));
+    document.set("B" + std::to_string(row), std::to_string(row % 2));
+    document.set("C" + std::to_string(row), std::to_string(row));
+  }
+  LookupCache lookups;
+  DOM::Table const& table = document.sheet().table;
+  lookups.valuesChanged(table, {});  // cells have moved since there was no cache
+  for (int edit = 0; edit < 3; ++edit) {
+    for (char const* const formula :
+         {"SUMIF($A$101:$A$200,A4,$C$101:$C$200)", "COUNTIF($A$101:$A$200,A4)",
+          "SUMIFS($C$101:$C$200,$A$101:$A$200,A4,$B$101:$B$200,B4)",
+          "COUNTIFS($A$101:$A$200,A4,$B$101:$B$200,B4)"}) {
+      auto const expr = parseExpr(formula);
+      for (unsigned long row = 0; row < 20; ++row) {
+        EvaluationSession session(lookups);
+        EXPECT_EQ(LookupFormulas::calcInSession(document, document.sheet(), expr, row, session),
+                  LookupFormulas::calcPlainly(document, formula, row))
+            << formula << " in row " << row + 1 << " after edit " << edit;
+      }
+    }
+    auto const column = static_cast<unsigned long>(edit);
+    document.set(edit == 0 ? "A1" : "B1", "77");
+    lookups.valuesChanged(table, std::vector<TableRange>{{0, column, 1, column + 1}});
+  }
+}
+
 /// A change that is not told is not seen: the index is kept.
 TEST(LookupCacheOfAnEditedDocument, KeepsIndexesThatNewValuesDoNotReach) {
   FormulaDocument document;
