@@ -21,6 +21,8 @@
 #include "ConditionalFormatters/CndFrmt_LiveResolver.h"
 #include "ConditionalFormatters/CndFrmt_LiveView.h"
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
+#include "DOM/ConditionalFormatOperator.h"
+#include "Formulas/ParseExpr.h"
 
 namespace Zorv::Benchmarks {
 
@@ -38,7 +40,19 @@ struct EditKind {
   std::size_t cellCount;      ///< of one edit, one below the other
   double unit;                ///< numbers are multiples of it
   bool withFormulas = false;  ///< beside the twelve rules, seven with formulas of the column
+  bool withSums = false;      ///< besides, sums of the column by a thousand numbers in the next one
 };
+
+void addSumsByNextColumn(BenchTable& table) {
+  constexpr std::size_t differentNumbers = 1'000;
+  for (std::size_t row = 0; row < table.getCellCount(); ++row) {
+    auto const number = static_cast<double>(row % differentNumbers);
+    table.getTable().setValue(row, 1, FormulaModel::FormulaNumber{FloatNumber(number)});
+  }
+  table.addFormat(DOM::UnaryConditionalFormatOperator(
+      DOM::UnaryConditionalFormatType::FormulaIsTrue,
+      Formulas::parseExpr("SUMIF($B:$B,$B1,$A:$A)>SUM($A:$A)/1000")));
+}
 
 /// A column under twelve rules, and random edits of it.
 class EditedColumn {
@@ -52,6 +66,9 @@ public:
     addTwelve(_table);
     if (kind.withFormulas) {
       addSevenFormulas(_table);
+    }
+    if (kind.withSums) {
+      addSumsByNextColumn(_table);
     }
     _table.makeCalculator();
   }
@@ -311,6 +328,7 @@ void registerLive() {
                                    {"editCents", 1, 0.01},
                                    {"editFormulas", 1, 1, true},
                                    {"editFormulasCents", 1, 0.01, true},
+                                   {"editSumsCents", 1, 0.01, false, true},
                                    {"paste", 1'000, 1}};
   auto const withSizes = [](benchmark::internal::Benchmark* measured) {
     measured->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);

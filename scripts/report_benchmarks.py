@@ -78,6 +78,7 @@ def report_live(times):
     kinds = {"edit": "one cell", "editCents": "one cell, where numbers are cents",
              "editFormulas": "one cell, with seven formulas of the column besides",
              "editFormulasCents": "the same, where numbers are cents",
+             "editSumsCents": "one of the cells that SUMIF adds up, in cents",
              "paste": "1,000 cells", "row": "a row is inserted or deleted",
              "moveRow": "a row is moved",
              "column": "a column is inserted or deleted before the range",

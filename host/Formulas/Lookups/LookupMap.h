@@ -109,11 +109,22 @@ public:
   void forgetIf(IsStale const& isStale) {
     for (auto& [key, entry] : _entries) {
       if (entry.state != State::Counting && isStale(key)) {
-        _budget->release(entry.bytes);
-        entry.bytes = 0;
-        entry.index = nullptr;
-        entry.state = State::Counting;
-        ++_countingEntries;
+        forget(entry);
+      }
+    }
+  }
+
+  /// Puts `renew(index)` in the place of each index with a key for which `isStale(key)` is true;
+  /// null forgets it. The new one takes as many bytes. Requires that no thread uses the map or an
+  /// index of it.
+  template <class IsStale, class Renew>
+  void renewIf(IsStale const& isStale, Renew const& renew) {
+    for (auto& [key, entry] : _entries) {
+      if (entry.state != State::Counting && isStale(key)) {
+        entry.index = entry.index == nullptr ? nullptr : renew(*entry.index);
+        if (entry.index == nullptr) {
+          forget(entry);
+        }
       }
     }
   }
@@ -202,6 +213,14 @@ private:
   [[nodiscard]] Index const* findReady(Key const& key) {
     std::lock_guard const lock(_mutex);
     return _entries.find(key)->second.index.get();
+  }
+
+  void forget(Entry& entry) noexcept {
+    _budget->release(entry.bytes);
+    entry.bytes = 0;
+    entry.index = nullptr;
+    entry.state = State::Counting;
+    ++_countingEntries;
   }
 
   void forgetCounts() {

@@ -243,8 +243,7 @@ Aggregate const* LookupSession::findAggregate(MatchingCells const& matching, Are
   if (!matching.classIndex) {
     return nullptr;
   }
-  ClassAggregates::Key key = matching.areas;
-  key.push_back(TableArea(values));
+  ClassAggregates::Key const key{matching.areas, TableArea(values)};
   auto const build = [&](SharedWork& /*work*/) {
     _steps->spend(stepsOfBuilding(values));
     return std::make_unique<ClassAggregates const>(matching.area, matching.width, values);

@@ -14,8 +14,8 @@ std::span<TableArea const> areasOfKey(TableArea const& key) noexcept { return {&
 std::span<TableArea const> areasOfKey(EqualValues::Key const& key) noexcept {
   return {&key.area, 1};
 }
-/// Tuples of classes, and what is known for each class, go with the classes' numbers, which new
-/// values anywhere in the areas of the classes change.
+/// Tuples of classes go with the classes' numbers, which new values anywhere in the areas of the
+/// classes change.
 TableAreas areasOfKey(TableAreas const& key) noexcept {
   TableAreas areas;
   for (TableArea const& area : key) {
@@ -23,6 +23,8 @@ TableAreas areasOfKey(TableAreas const& key) noexcept {
   }
   return areas;
 }
+/// New values in the other area can be followed.
+TableAreas areasOfKey(ClassAggregates::Key const& key) noexcept { return areasOfKey(key.classes); }
 TableAreas areasOfKey(CallKey const& key) noexcept {
   TableAreas areas;
   for (CallArgument const& argument : key.arguments) {
@@ -47,10 +49,9 @@ struct NewValues {
 };
 
 bool isReached(TableArea const& area, NewValues const& values) {
-  TableRange const range{area.firstRow, area.firstColumn, area.endRow, area.endColumn};
   return area.table == &values.table &&
          std::ranges::any_of(values.areas, [&](TableRange const& changed) {
-           return !intersect(range, changed).isEmpty();
+           return !intersect(area.toTableRange(), changed).isEmpty();
          });
 }
 
@@ -69,6 +70,9 @@ void LookupStore::valuesChanged(DOM::Table const& table, std::span<TableRange co
   NewValues const values{table, areas, haveCellsMoved(table)};
   auto const isStaleKey = [&](auto const& key) { return isStale(key, values); };
   std::apply([&](auto&... maps) { (maps.forgetIf(isStaleKey), ...); }, _maps);
+  map<ClassAggregates>().renewIf(
+      [&](ClassAggregates::Key const& key) { return isReached(key.values, values); },
+      [&](ClassAggregates const& known) { return known.renew(areas); });
 }
 
 bool LookupStore::haveCellsMoved(DOM::Table const& table) {

@@ -9,6 +9,7 @@
 #include "Formulas/Lookups/InlineList.h"
 #include "Formulas/TableContext.h"
 #include "Formulas/Values/Area.h"
+#include "Utils/TableRange.h"
 
 namespace Zorv::Formulas {
 
@@ -28,6 +29,10 @@ struct TableArea {
         firstColumn(area.firstColumn),
         endRow(area.endRow),
         endColumn(area.endColumn) {}
+
+  [[nodiscard]] TableRange toTableRange() const noexcept {
+    return {firstRow, firstColumn, endRow, endColumn};
+  }
 
   friend bool operator==(TableArea const&, TableArea const&) noexcept = default;
   friend std::size_t hash_value(TableArea const& area) noexcept {

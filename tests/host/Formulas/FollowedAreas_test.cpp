@@ -1,7 +1,9 @@
 #include "Formulas/FollowedAreas.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -249,6 +251,119 @@ TEST(LookupCacheOfAnEditedDocument, SeesNewValuesBesideTheRangesThatItIsAskedFor
     document.set(edit == 0 ? "A1" : "B1", "77");
     lookups.valuesChanged(table, std::vector<TableRange>{{0, column, 1, column + 1}});
   }
+}
+
+/// Rows of classes, numbers whose sums are rounded, and some errors and texts among them.
+class SummedDocument {
+public:
+  explicit SummedDocument(std::uint32_t seed) : _random(seed) {
+    document.addSheet("Other");
+    for (unsigned long row = 0; row < rows; ++row) {
+      setAtRandom(row, 0, 5);
+      setAtRandom(row, 1, 2);
+      setAtRandom(row, 2, 9);
+      setAtRandom(row, 3, 9);
+      document.sheet(1).table.setValue(row, 0, drawValue(9));
+    }
+    lookups.valuesChanged(document.sheet().table, {});  // cells have moved since there was no cache
+    lookups.valuesChanged(document.sheet(1).table, {});
+  }
+
+  void expectPlainAnswers() {
+    for (char const* const formula :
+         {"SUMIF($A$11:$A$200,A4,$C$11:$C$200)", "SUMIF($A:$A,A4,$D:$D)",
+          "AVERAGEIF($A$11:$A$200,A4,Other!$A$1:$A$190)", "SUMIF($A$11:$B$200,A4,$C$11:$D$200)",
+          "SUMIFS($C$11:$C$200,$A$11:$A$200,A4,$B$11:$B$200,B4)",
+          "MAXIFS($D$1:$D$190,$A$11:$A$200,A4)"}) {
+      auto const expr = parseExpr(formula);
+      for (unsigned long row = 0; row < 8; ++row) {
+        EvaluationSession session(lookups);
+        ASSERT_EQ(LookupFormulas::calcInSession(document, document.sheet(), expr, row, session),
+                  LookupFormulas::calcPlainly(document, formula, row))
+            << formula << " in row " << row + 1;
+      }
+    }
+  }
+
+  /// Sets some cells, most of them among those that are summed, and tells of them.
+  void edit() {
+    std::vector<TableRange> areas;
+    for (auto cells = 1 + _random() % 3; cells > 0; --cells) {
+      unsigned long const row = _random() % rows;
+      unsigned long const column = _random() % 8 == 0 ? _random() % 2 : 2 + _random() % 2;
+      setAtRandom(row, column, column == 0 ? 5 : column == 1 ? 2 : 9);
+      areas.push_back({row, column, row + 1, column + 1});
+    }
+    lookups.valuesChanged(document.sheet().table, areas);
+    unsigned long const row = _random() % rows;
+    document.sheet(1).table.setValue(row, 0, drawValue(9));
+    lookups.valuesChanged(document.sheet(1).table, std::vector<TableRange>{{row, 0, row + 1, 1}});
+  }
+
+  static constexpr unsigned long rows = 220;
+  FormulaDocument document;
+  LookupCache lookups;
+
+private:
+  FormulaValue drawValue(std::uint32_t count) {
+    auto const drawn = static_cast<std::uint32_t>(_random() % count);
+    if (drawn == 7) {
+      return FormulaModel::FormulaNumber{FloatNumber(_random() % 2 == 0 ? 1e16 : -1e16)};
+    }
+    if (drawn == 8) {
+      return _random() % 16 == 0 ? FormulaValue(FormulaModel::FormulaError{
+                                       FormulaModel::FormulaErrorCode::NotAvailable})
+                                 : FormulaModel::FormulaString{"text"};
+    }
+    return FormulaModel::FormulaNumber{FloatNumber(count < 9 ? drawn : drawn * 0.1)};
+  }
+  void setAtRandom(unsigned long row, unsigned long column, std::uint32_t count) {
+    document.sheet().table.setValue(row, column, drawValue(count));
+  }
+
+  std::mt19937 _random;
+};
+
+TEST(LookupCacheOfAnEditedDocument, SumsClassesToTheBitThroughRandomEdits) {
+  for (std::uint32_t seed = 1; seed <= 4; ++seed) {
+    SummedDocument summed(seed);
+    for (int edit = 0; edit < 40; ++edit) {
+      SCOPED_TRACE("seed " + std::to_string(seed) + ", edit " + std::to_string(edit));
+      ASSERT_NO_FATAL_FAILURE(summed.expectPlainAnswers());
+      summed.edit();
+    }
+  }
+}
+
+/// A change that is not told is not seen: the sums of the other classes are kept.
+TEST(LookupCacheOfAnEditedDocument, SumsAgainTheClassesWithNewValuesAlone) {
+  FormulaDocument document;
+  for (int row = 1; row <= 100; ++row) {
+    document.set("A" + std::to_string(row), std::to_string(row % 4));
+    document.set("B" + std::to_string(row), "1");
+  }
+  LookupCache lookups;
+  auto const sum = [&](char const* formula) {
+    EvaluationSession session(lookups);
+    std::string summed;
+    for (int i = 0; i < 4; ++i) {
+      summed =
+          LookupFormulas::calcInSession(document, document.sheet(), parseExpr(formula), 0, session);
+    }
+    return summed;
+  };
+  DOM::Table const& table = document.sheet().table;
+  lookups.valuesChanged(table, {});  // cells have moved since there was no cache
+  EXPECT_EQ(sum("SUMIF($A$1:$A$100,1,$B$1:$B$100)"), "25");
+  EXPECT_EQ(sum("SUMIF($A$1:$A$100,A2,$B$1:$B$100)"), "25");
+  EXPECT_EQ(sum("SUMIF($A$1:$A$100,A1,$B$1:$B$100)"), "25");
+  document.set("B5", "10");
+  document.set("B6", "20");
+  lookups.valuesChanged(table, std::vector<TableRange>{{4, 1, 5, 2}});
+  EXPECT_EQ(sum("SUMIF($A$1:$A$100,A1,$B$1:$B$100)"), "34");
+  EXPECT_EQ(sum("SUMIF($A$1:$A$100,A2,$B$1:$B$100)"), "25");
+  lookups.valuesChanged(table, std::vector<TableRange>{{0, 1, 100, 2}});
+  EXPECT_EQ(sum("SUMIF($A$1:$A$100,A2,$B$1:$B$100)"), "44");
 }
 
 /// A change that is not told is not seen: the index is kept.
