@@ -12,6 +12,10 @@ import subprocess
 import sys
 import tempfile
 
+sys.path.insert(0, "benchmarks")
+sys.dont_write_bytecode = True
+import make_workbook  # noqa: E402
+
 BOOK = pathlib.Path("examples/demo.xlsx").resolve()
 BEGINNINGS = {"html": b"<!DOCTYPE html>", "svg": b"<?xml", "png": b"\x89PNG\r\n\x1a\n", "pdf": b"%PDF-"}
 SHEETS = {"html": 5, "svg": 1, "png": 1, "pdf": 5}
@@ -79,13 +83,15 @@ def check_refusals(folder):
     """What fails leaves everything as it was."""
     book, target = folder / "book.html", folder / "old.html"
     shutil.copy(BOOK, book)
+    long = folder / "long.xlsx"
+    make_workbook.write_workbook(long, 10_000)
     target.write_text("old")
     (folder / "link.html").symlink_to(book)
     cases = {
         "the workbook itself": (book, book),
         "a link to the workbook": (book, folder / "link.html"),
         "a sheet that is not there": (BOOK, target, "--sheet", "Nowhere"),
-        "no time": (BOOK, target, "--timeout", "1ms"),
+        "no time": (long, target, "--timeout", "1ms"),
         "a folder that is not there": (BOOK, folder / "nowhere" / "x.html"),
         "a folder": (BOOK, folder),
         "two sheets in a picture": (BOOK, folder / "two.png", "--sheet", "Sales", "--sheet", "Stock"),
