@@ -37,6 +37,7 @@ protected:
     operands.addFormat(RankRecord(Rank::Top, 3, false));
     operands.addFormat(RankRecord(Rank::Bottom, 7, false));
     operands.addFormat(RankRecord(Rank::Top, 10, true));
+    operands.addFormat(RankRecord(Rank::Top, 20, true));
     operands.addFormat(RankRecord(Rank::Bottom, 100, false));
     operands.addFormat(duplicates);
   }
@@ -57,6 +58,7 @@ TEST_F(RangeOperandsTest, AreAllCollectedByTheFirstRequestOfAllFormats) {
   EXPECT_EQ(operands.getThreshold({Rank::Bottom, 2, false}, {}).threshold->get(), 1);
   EXPECT_EQ(operands.getThreshold({Rank::Top, 10, true}, {}).threshold->get(), 450);
   EXPECT_EQ(operands.getThreshold({Rank::Top, 10, true}, {}).rank, 50U);
+  EXPECT_EQ(operands.getThreshold({Rank::Top, 20, true}, {}).threshold->get(), 400);
   EXPECT_EQ(operands.getThreshold({Rank::Bottom, 100, false}, {}).threshold->get(), 99);
   operands.prepareOccurrences({});
   EXPECT_TRUE(operands.isRepeated({RowIndex(7), ColumnIndex(0)}, {}));
