@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "DOM/SetProperties.h"
-
 namespace Zorv::Words {
 namespace {
 
@@ -85,13 +83,6 @@ TEST(StyleText, TellsTextParagraphAndNumberFormat) {
 
 TEST(StyleText, ValuesOutsideTheirEnumerationAreUnknown) {
   EXPECT_EQ(toText(static_cast<DOM::LineStyle>(200)), "unknown");
-}
-
-TEST(StyleText, VisitsSetPropertiesInTheOrderOfTheirMembers) {
-  std::string names;
-  forEachSetProperty(makeStyle({.fillColour = rose, .locked = true}, {.bold = true}),
-                     [&](std::string const& name, auto const&) { names += name + " "; });
-  EXPECT_EQ(names, "fillColour locked bold ");
 }
 
 }  // namespace
