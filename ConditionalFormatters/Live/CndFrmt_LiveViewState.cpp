@@ -44,7 +44,7 @@ void appendDifference(TableRange const& range, TableRange const& other,
 }
 
 /// The value that formulas read at a position, which is empty where there is no cell.
-FormulaValue const& heldAt(DOM::CellInfo const& cellInfo) noexcept {
+FormulaValue const& heldAt(DOM::CellInfo const& cellInfo) {
   static FormulaValue const none;
   return cellInfo.getCell() == nullptr ? none : cellInfo.getCell()->value;
 }

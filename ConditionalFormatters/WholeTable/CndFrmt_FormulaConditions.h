@@ -18,7 +18,7 @@ namespace Zorv::ConditionalFormatters {
 class ComparisonCondition final : public PreparedCondition {
 public:
   ComparisonCondition(Comparison compare, FormulaOrigin const& origin,
-                      DOM::FormulaSyntaxTree::Expr const& argument) noexcept
+                      DOM::FormulaSyntaxTree::Expr const& argument)
       : _compare(compare), _argument(origin, argument) {}
 
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
@@ -58,7 +58,7 @@ class BoundsCondition final : public PreparedCondition {
 public:
   BoundsCondition(BoundsTest test, FormulaOrigin const& origin,
                   DOM::FormulaSyntaxTree::Expr const& lower,
-                  DOM::FormulaSyntaxTree::Expr const& upper) noexcept
+                  DOM::FormulaSyntaxTree::Expr const& upper)
       : _test(test), _lower(origin, lower), _upper(origin, upper) {}
 
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
@@ -99,7 +99,7 @@ private:
 class FormulaTextCondition final : public PreparedCondition {
 public:
   FormulaTextCondition(TextTest test, FormulaOrigin const& origin,
-                       DOM::FormulaSyntaxTree::Expr const& pattern) noexcept
+                       DOM::FormulaSyntaxTree::Expr const& pattern)
       : _test(test), _contextProvider(origin.contextProvider), _pattern(origin, pattern) {}
 
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;

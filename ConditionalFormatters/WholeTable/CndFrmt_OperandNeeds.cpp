@@ -10,7 +10,7 @@ namespace Zorv::ConditionalFormatters {
 
 namespace {
 
-OperandNeeds findRankNeeds(DOM::TopBottomConditionalFormatOperator const& record) noexcept {
+OperandNeeds findRankNeeds(DOM::TopBottomConditionalFormatOperator const& record) {
   auto const rank = selectableRank(record);
   if (!rank) {
     return {.ranking = true};
@@ -31,7 +31,7 @@ OperandNeeds& OperandNeeds::operator|=(OperandNeeds const& other) noexcept {
   return *this;
 }
 
-OperandNeeds findOperandNeeds(DOM::ConditionalFormatOperator const& record) noexcept {
+OperandNeeds findOperandNeeds(DOM::ConditionalFormatOperator const& record) {
   if (auto const* const ranked = boost::get<DOM::TopBottomConditionalFormatOperator>(&record)) {
     return findRankNeeds(*ranked);
   }

@@ -29,6 +29,6 @@ struct OperandNeeds {
 };
 
 /// The needs of a format's condition: none if it does not depend on other cells by itself.
-[[nodiscard]] OperandNeeds findOperandNeeds(DOM::ConditionalFormatOperator const& record) noexcept;
+[[nodiscard]] OperandNeeds findOperandNeeds(DOM::ConditionalFormatOperator const& record);
 
 }  // namespace Zorv::ConditionalFormatters

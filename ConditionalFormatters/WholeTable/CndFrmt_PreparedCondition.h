@@ -36,7 +36,7 @@ struct TestedCell {
 class PassContext {
 public:
   PassContext(Formulas::LookupCache& lookups, OfficeUtils::Clock::TimePoint moment,
-              PassResources const& resources) noexcept
+              PassResources const& resources)
       : _moment(moment), _session(lookups, _moment), _resources(resources) {
     _session.setBudget(resources.budget);
   }

@@ -17,14 +17,14 @@ namespace {
 
 using DOM::FormulaSyntaxTree::Expr;
 
-bool isSameForEveryCell(Expr const& expr) noexcept {
+bool isSameForEveryCell(Expr const& expr) {
   auto const& traits = expr.getTraits();
   return !traits.dependsOnCell && !traits.callsVolatileFunctions && !traits.usesNames;
 }
 
 }  // namespace
 
-PreparedFormula::PreparedFormula(FormulaOrigin const& origin, Expr const& expr) noexcept
+PreparedFormula::PreparedFormula(FormulaOrigin const& origin, Expr const& expr)
     : _origin(origin), _expr(expr), _isSameForEveryCell(isSameForEveryCell(expr)) {}
 
 std::optional<PreparedFormula::Common> PreparedFormula::findCommon() const noexcept {

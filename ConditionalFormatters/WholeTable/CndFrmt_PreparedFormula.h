@@ -38,7 +38,7 @@ struct FormulaOrigin {
 /// threads, each with a session of its own.
 class PreparedFormula {
 public:
-  PreparedFormula(FormulaOrigin const& origin, DOM::FormulaSyntaxTree::Expr const& expr) noexcept;
+  PreparedFormula(FormulaOrigin const& origin, DOM::FormulaSyntaxTree::Expr const& expr);
 
   /// The value that FormulaExprCalculator::calculate() gives for the cell. It is either the one
   /// that all cells share, or is put into `ownValue`, which is empty before. Throws what

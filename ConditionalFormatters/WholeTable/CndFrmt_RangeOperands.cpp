@@ -33,8 +33,7 @@ bool containsCell(CellSet const& cells, CellIndex cell) noexcept {
 
 }  // namespace
 
-bool RangeOperands::ByRank::operator()(RankedRecord const& a,
-                                       RankedRecord const& b) const noexcept {
+bool RangeOperands::ByRank::operator()(RankedRecord const& a, RankedRecord const& b) const {
   auto const keyOf = [](RankedRecord const& record) {
     return std::make_tuple(record.getType(), record.getValue(), record.getUsePercent());
   };

@@ -121,7 +121,7 @@ public:
 private:
   using RankedRecord = DOM::TopBottomConditionalFormatOperator;
   struct ByRank {
-    [[nodiscard]] bool operator()(RankedRecord const& a, RankedRecord const& b) const noexcept;
+    [[nodiscard]] bool operator()(RankedRecord const& a, RankedRecord const& b) const;
   };
 
   /// The same if nothing of all cells is collected.

@@ -18,8 +18,7 @@ ConditionOperands ValueKindCondition::findOperands(TestedCell const& /*cell*/,
 }
 
 DatePeriodCondition::DatePeriodCondition(DatePeriod const& period,
-                                         OfficeUtils::LocaleContext locale,
-                                         DOM::TimeZone timeZone) noexcept
+                                         OfficeUtils::LocaleContext locale, DOM::TimeZone timeZone)
     : _period(period), _locale(std::move(locale)), _timeZone(std::move(timeZone)) {}
 
 bool DatePeriodCondition::holds(TestedCell const& cell, PassContext& pass) const {

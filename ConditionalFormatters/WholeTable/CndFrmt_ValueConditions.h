@@ -26,7 +26,7 @@ private:
 class DatePeriodCondition final : public PreparedCondition {
 public:
   DatePeriodCondition(DatePeriod const& period, OfficeUtils::LocaleContext locale,
-                      DOM::TimeZone timeZone) noexcept;
+                      DOM::TimeZone timeZone);
 
   [[nodiscard]] bool holds(TestedCell const& cell, PassContext& pass) const override;
   [[nodiscard]] ConditionOperands findOperands(TestedCell const& cell,

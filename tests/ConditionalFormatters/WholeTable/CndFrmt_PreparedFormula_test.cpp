@@ -1,9 +1,12 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_PreparedFormula.h"
 
+#include <type_traits>
+
 #include <gtest/gtest.h>
 #include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/Operators/CndFrmt_FormulaExprCalculator.h"
+#include "ConditionalFormatters/WholeTable/CndFrmt_FormulaConditions.h"
 #include "Formulas/EvaluationLimitError.h"
 #include "Formulas/LookupCache.h"
 #include "Formulas/OneTableDocument.h"
@@ -16,6 +19,18 @@ namespace {
 
 using namespace TestSupport;
 using DOM::FormulaSyntaxTree::ExprParts;
+
+// What a getter of an expression or the constructor of a session throws reaches the caller.
+static_assert(!std::is_nothrow_constructible_v<PreparedFormula, FormulaOrigin const&, Expr const&>);
+static_assert(!std::is_nothrow_constructible_v<ComparisonCondition, Comparison,
+                                               FormulaOrigin const&, Expr const&>);
+static_assert(!std::is_nothrow_constructible_v<BoundsCondition, BoundsTest, FormulaOrigin const&,
+                                               Expr const&, Expr const&>);
+static_assert(!std::is_nothrow_constructible_v<FormulaTextCondition, TextTest, FormulaOrigin const&,
+                                               Expr const&>);
+static_assert(
+    !std::is_nothrow_constructible_v<PassContext, Formulas::LookupCache&,
+                                     OfficeUtils::Clock::TimePoint, PassResources const&>);
 
 CellIndex cellAt(unsigned long row, unsigned long column) {
   return {RowIndex(row), ColumnIndex(column)};

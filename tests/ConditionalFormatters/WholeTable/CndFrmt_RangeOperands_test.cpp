@@ -4,10 +4,12 @@
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "ConditionalFormatters/WholeTable/CndFrmt_OperandNeeds.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "support/CountingValueContextProvider.h"
 #include "support/ForwardingValueContextProvider.h"
@@ -23,6 +25,9 @@ using RankRecord = DOM::TopBottomConditionalFormatOperator;
 DOM::AboveAverageConditionalFormatOperator const aboveAverage(
     DOM::AboveAverageConditionalFormatType::Above);
 DOM::UniquenessConditionalFormatOperator const duplicates{};
+
+// What a getter of a record throws reaches the caller.
+static_assert(!noexcept(findOperandNeeds(std::declval<DOM::ConditionalFormatOperator const&>())));
 
 /// A column of the numbers 0 to 499, twice.
 class RangeOperandsTest : public testing::Test {
