@@ -1,14 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <functional>
+#include <memory>
 #include <new>
 #include <string>
 #include <vector>
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "ConditionalFormatters/CndFrmt_LiveView.h"
+#include "ConditionalFormatters/CndFrmt_OperatorsFactory.h"
 #include "ConditionalFormatters/Following/CndFrmt_TextClasses.h"
 #include "ConditionalFormatters/Following/CndFrmt_ValueClasses.h"
+#include "ConditionalFormatters/Operators/CndFrmt_UniquenessOperator.h"
 #include "DOM/Table.h"
 #include "support/Allocations.h"
 #include "support/Documents.h"
@@ -195,6 +199,34 @@ TEST_P(LiveAllocationTest, AnswersAreRightWhicheverAllocationOfAChangeFails) {
         EXPECT_EQ(painted[row][each], anew.resolve(cellInfo)) << failing << ", row " << row;
       }
     }
+  }
+}
+
+/// The number of blocks that an operator consists of.
+template <class Make>
+std::size_t countBlocks(Make const& make) {
+  constexpr auto label = "operator";
+  std::unique_ptr<Operator const> made;
+  {
+    LabelledScope const scope(label);
+    made = make();
+  }
+  return countLivingBlocks(label);
+}
+
+// So nothing was put into its collection, which no question about one value after the other tells.
+TEST(OperatorsFactoryAllocation, AnOperatorOverRangesWithoutValuesKeepsNone) {
+  DOM::Table table;
+  table.setValue(3, 3, FormulaValue());
+  PlainValueContextProvider const provider(table);
+  OperatorsFactory const factory(provider, table);
+  DOM::UniquenessConditionalFormatOperator const record{DOM::UniquenessType::Unique};
+  DOM::ConditionalFormat const format({}, record, UUID());
+  std::size_t const ofNoValues = countBlocks(
+      [&] { return std::make_unique<UniquenessOperator>(record, FormulaValueMultiset()); });
+  for (std::vector<TableRange> const& ranges :
+       {std::vector<TableRange>(), {{0, 0, 2, 2}}, {{0, 0, 9, 9}}}) {
+    EXPECT_EQ(countBlocks([&] { return factory.create({ranges, std::cref(format)}); }), ofNoValues);
   }
 }
 
