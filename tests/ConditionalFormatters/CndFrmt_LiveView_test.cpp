@@ -175,6 +175,19 @@ TEST_F(LiveViewTest, FollowsTheDayWithoutBeingTold) {
   EXPECT_EQ(refresh(view), "0- 1+");
 }
 
+TEST_F(LiveViewTest, PinsNoMomentAroundItsVisitor) {
+  sheet.addRule("B1:B2", LiveSheet::isToday());
+  sheet.addRule("A1:A12", LiveSheet::isTrue("AND(A1>5,NOW()>0)"));
+  LiveView view(live());
+  view.show(firstRows);
+  int visits = 0;
+  view.refresh([&](ResolvedCell const& /*cell*/) {
+    EXPECT_EQ(OfficeUtils::PinnedMoment::getCurrent(), nullptr);
+    ++visits;
+  });
+  EXPECT_EQ(visits, 3);
+}
+
 TEST_F(LiveViewTest, VisitsCellsAgainAfterTheVisitorThrew) {
   sheet.addRule("A1:A12", LiveSheet::isTrue("A1>5"));
   LiveView view(live());

@@ -22,6 +22,7 @@
 #include "Formulas/ParseExpr.h"
 #include "OfficeUtils/Clock.h"
 #include "OfficeUtils/PinnedMoment.h"
+#include "Utils/Exceptions.h"
 #include "support/CountingValueContextProvider.h"
 #include "support/Documents.h"
 #include "support/ForwardingValueContextProvider.h"
@@ -446,6 +447,38 @@ TEST_F(TableResolverHoldsTest, ThrowsWhereThereIsNoSuchFormat) {
       verdict,
       (Verdict{.thrown = typeid(std::out_of_range),
                .message = "there is no conditional format with the index 1; the table has 1"}));
+}
+
+TEST_F(TableResolverHoldsTest, RefusesThePositionsThatOperatorsRefuseAlsoWithAKnownArgument) {
+  addFormula("TRUE");
+  addFormula("A1>SUM($A$1:$A$9)");
+  addFormat(
+      table, {column},
+      UnaryConditionalFormatOperator(UnaryConditionalFormatType::Equal, Formulas::parseExpr("5")));
+  addFormat(table, {column},
+            BinaryConditionalFormatOperator(BinaryConditionalFormatType::Between,
+                                            Formulas::parseExpr("1"), Formulas::parseExpr("2")));
+  addFormat(table, {column},
+            TextConditionalFormatOperator(
+                TextConditionalFormatType::Contains,
+                std::make_unique<FormulaSyntaxTree::Expr>(Formulas::parseExpr("\"a\""))));
+  auto const calculator = makeCalculator();
+  auto const resolver = calculator.prepare(styles, table);
+  auto const& formatRefs = calculator.getConditionalFormatRefs(table);
+  PlainValueContextProvider const provider(table);
+  for (std::size_t format = 0; format < formatRefs.size(); ++format) {
+    auto const expectRefused = [&](unsigned long row, unsigned long farColumn) {
+      CellInfo const cell = table.getCellInfo(row, farColumn);
+      auto const verdict = judge([&] { return resolver.holds(format, cell); });
+      EXPECT_EQ(verdict.thrown, typeid(BadNumCastError)) << format;
+      EXPECT_EQ(verdict, judgeByOperator(provider, formatRefs[format], cell)) << format;
+    };
+    expectRefused(1UL << 31U, 0);
+    static_cast<void>(resolver.holds(format, table.getCellInfo(1, 0)));
+    expectRefused(1UL << 31U, 0);
+    expectRefused(0, 1UL << 31U);
+    expectRefused(1UL << 63U, 0);
+  }
 }
 
 TEST_F(TableResolverHoldsTest, SeesTheMomentThatItsCallerPinnedOrOneOfItsOwn) {
