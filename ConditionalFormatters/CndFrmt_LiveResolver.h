@@ -31,7 +31,7 @@ class LiveTable;
 /// prepared for conditions is kept, but for those that a change reaches: directly, or through the
 /// references of their formulas, also into other tables.
 ///
-/// Dates and times follow the clock without being told: each call reads it once.
+/// Dates and times follow the clock without being told: each call reads it anew.
 ///
 /// Lifetime: made by ConditionalFormattingPropsCalculator::follow(). Borrows the calculator's
 /// provider, the styles and the table, which must outlive it. Between a change of the table's
