@@ -13,7 +13,8 @@ namespace Zorv::ConditionalFormatters {
 /// the column after the last one is the first of the next row.
 using PositionKey = std::uint64_t;
 
-inline constexpr unsigned columnKeyBits = 14;                    ///< 16,384 columns
+inline constexpr unsigned columnKeyBits = 14;  ///< 16,384 columns
+inline constexpr std::uint32_t columnKeyMask = (std::uint32_t{1} << columnKeyBits) - 1;
 inline constexpr unsigned positionKeyBits = 20 + columnKeyBits;  ///< 1,048,576 rows
 
 [[nodiscard]] constexpr PositionKey positionKeyOf(unsigned long row,
@@ -24,7 +25,7 @@ inline constexpr unsigned positionKeyBits = 20 + columnKeyBits;  ///< 1,048,576 
   return key >> columnKeyBits;
 }
 [[nodiscard]] constexpr unsigned long columnOfKey(PositionKey key) noexcept {
-  return key & ((PositionKey{1} << columnKeyBits) - 1);
+  return key & columnKeyMask;
 }
 [[nodiscard]] inline CellIndex cellIndexOfKey(PositionKey key) noexcept {
   return {RowIndex(rowOfKey(key)), ColumnIndex(columnOfKey(key))};

@@ -7,6 +7,8 @@
 #include <optional>
 #include <utility>
 
+#include "ConditionalFormatters/Following/CndFrmt_SheetMoves.h"
+
 namespace Zorv::ConditionalFormatters {
 
 namespace {
@@ -97,8 +99,12 @@ std::vector<ValueColumn::Entry> ValueColumn::list(std::size_t range, TableRange 
   }
   PlaceKey const end = placeKeyOf(range, positionKeyOf(area.endRow - 1, area.endColumn));
   Spot spot = find(placeKeyOf(range, positionKeyOf(area.firstRow, area.firstColumn)));
-  for (; spot.block < _blocks.size(); spot = {spot.block + 1, 0, false}) {
+  for (; spot.block < _blocks.size() && _firstPlaces[spot.block] < end;
+       spot = {spot.block + 1, 0, false}) {
     Block const& block = _blocks[spot.block];
+    if (!hasColumns(block, columnIntervalOf(area))) {
+      continue;
+    }
     for (std::size_t offset = spot.offset; offset < block.size(); ++offset) {
       PlaceKey const place = block.placeAt(offset);
       if (place >= end || entries.size() > most) {
@@ -111,6 +117,19 @@ std::vector<ValueColumn::Entry> ValueColumn::list(std::size_t range, TableRange 
     }
   }
   return entries;
+}
+
+/// True if a block has values in some columns. The loop becomes vector instructions: to pass over a
+/// block takes a fraction of looking at each of its values.
+bool ValueColumn::hasColumns(Block const& block, LineInterval const& columns) noexcept {
+  auto const first = static_cast<std::uint32_t>(block.first);
+  auto const firstColumn = static_cast<std::uint32_t>(columns.first);
+  auto const count = static_cast<std::uint32_t>(columns.end - columns.first);
+  std::uint32_t found = 0;
+  for (std::uint32_t const offset : block.offsets) {
+    found |= static_cast<std::uint32_t>(((first + offset) & columnKeyMask) - firstColumn < count);
+  }
+  return found != 0;
 }
 
 FloatNumber ValueColumn::sum() {
@@ -176,7 +195,7 @@ void ValueColumn::insertAt(Spot spot, PlaceKey place, ValueBits value) {
     return;
   }
   if (_blocks[spot.block].size() == mostInBlock) {
-    splitBlock(spot.block);
+    cutBlock(spot.block, mostInBlock / 2);
     spot = find(place);
   }
   Block& block = _blocks[spot.block];
@@ -219,12 +238,11 @@ ValueColumn::Block ValueColumn::slice(Block const& block, std::size_t begin, std
   return part;
 }
 
-void ValueColumn::splitBlock(std::size_t block) {
+void ValueColumn::cutBlock(std::size_t block, std::size_t index) {
   Block& lower = _blocks[block];
-  std::size_t const half = lower.size() / 2;
-  Block upper = slice(lower, half, lower.size(), lower.placeAt(half));
-  lower.offsets.resize(half);
-  lower.values.resize(half);
+  Block upper = slice(lower, index, lower.size(), lower.placeAt(index));
+  lower.offsets.resize(index);
+  lower.values.resize(index);
   insertBlock(block + 1, std::move(upper));
 }
 

@@ -126,10 +126,12 @@ private:
   /// Requires that there are blocks.
   [[nodiscard]] Spot find(PlaceKey place) const noexcept;
   [[nodiscard]] ValueBits valueAt(Spot const& spot) const noexcept;
+  [[nodiscard]] static bool hasColumns(Block const& block, LineInterval const& columns) noexcept;
   void insertBlock(std::size_t index, Block block);
   void insertAt(Spot spot, PlaceKey place, ValueBits value);
   void eraseAt(Spot const& spot);
-  void splitBlock(std::size_t block);
+  /// Cuts a block in two.
+  void cutBlock(std::size_t block, std::size_t index);
   /// The values of a block from one index up to, but without, another one, at places from one on.
   [[nodiscard]] static Block slice(Block const& block, std::size_t begin, std::size_t end,
                                    PlaceKey first);
@@ -137,11 +139,9 @@ private:
   [[nodiscard]] static Block& roomAtEnd(std::vector<Block>& blocks, PlaceKey place);
   /// Moves the values of a block, cut where rows beside each other are moved apart.
   static void appendMoved(Block& block, LineMoves const& moves, std::vector<Block>& moved);
-  /// Where edits of columns put places.
-  class MovedPlaces;
-  /// Moves the values of a range whose columns change their order.
-  static void appendReordered(std::span<Block const> blocks, MovedPlaces const& places,
-                              std::vector<Block>& moved);
+  /// Where columns of a range do not stay together.
+  class ColumnsApart;
+  void cutLongBlocks();
   void listFirstPlaces();
   void joinSmallBlocks();
   /// Counts a value, or with -1 counts it no longer.

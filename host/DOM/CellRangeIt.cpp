@@ -9,12 +9,30 @@ void CellRangeIt<true>::searchInRange() noexcept {
     if (row >= _range.endRow) {
       enter(_cells->end());
     } else if (column < _range.firstColumn) {
-      enter(_cells->lowerBoundFrom({_block, 0}, row, _range.firstColumn));
+      search(row, _range.firstColumn);
     } else if (column >= _range.endColumn) {
-      enter(_cells->lowerBoundFrom({_block, 0}, row + 1, _range.firstColumn));
+      search(row + 1, _range.firstColumn);
     } else {
       return;
     }
+  }
+}
+
+/// In a table whose rows have equally many cells, it is as far to the next row as it was to this
+/// one.
+void CellRangeIt<true>::search(unsigned long row, unsigned long column) noexcept {
+  CellStore::Key const key = CellStore::makeKey(row, column);
+  if (_lastStep < _stretchEnd - _at && (_at + _lastStep - 1)->key < key &&
+      key <= (_at + _lastStep)->key) {
+    _at += _lastStep;
+    return;
+  }
+  CellStore::Entry const* const before = _at;
+  std::size_t const block = _block;
+  auto const offset = static_cast<std::size_t>(before - _cells->getStretch({block, 0}).data());
+  enter(_cells->lowerBoundFrom({block, offset}, row, column));
+  if (_block == block) {
+    _lastStep = _at - before;
   }
 }
 

@@ -15,8 +15,8 @@ class CellRangeIt;
 
 /// Iterator over the existing cells of a range, row by row from the top, each row from the left.
 ///
-/// Skips the cells outside the range at the cost of one search per row. Valid until the table
-/// changes. See Table::getRangeIterators().
+/// Skips the cells outside the range at the cost of one search per row, or of two comparisons where
+/// the rows have equally many cells. Valid until the table changes. See Table::getRangeIterators().
 template <>
 class ZORV_HOST_EXPORT CellRangeIt<true> {
 public:
@@ -61,6 +61,8 @@ private:
     }
   }
   void searchInRange() noexcept;
+  /// Goes to the first cell that is not before a row and a column. Requires that it lies ahead.
+  void search(unsigned long row, unsigned long column) noexcept;
 
   Table const* _table;
   CellStore const* _cells;
@@ -68,6 +70,7 @@ private:
   std::size_t _block = 0;
   CellStore::Entry const* _at = nullptr;  ///< null at the end
   CellStore::Entry const* _stretchEnd = nullptr;
+  std::ptrdiff_t _lastStep = 1;  ///< how many cells ahead the last search ended
 };
 
 }  // namespace Zorv::DOM

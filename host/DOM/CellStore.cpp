@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <span>
 #include <utility>
 
 namespace Zorv::DOM {
@@ -274,11 +275,13 @@ CellStore::Position CellStore::searchNear(Position hint, Key key) const noexcept
 CellStore::Position CellStore::lowerBoundFrom(Position from, unsigned long row,
                                               unsigned long column) const noexcept {
   Key const key = makeKey(row, column);
-  Block const& block = _blocks[from.block];
-  if (key <= block.back().key) {
-    return {from.block, offsetIn(block, key)};
+  std::size_t const endBlock = std::min(from.block + 2, _blocks.size());
+  for (; from.block < endBlock; from = {from.block + 1, 0}) {
+    if (key <= _blocks[from.block].back().key) {
+      return {from.block, offsetFrom(from.offset, _blocks[from.block], key)};
+    }
   }
-  return lowerBound(row, column);
+  return lowerBound(key);
 }
 
 std::pair<unsigned long, unsigned long> CellStore::getUsedRows() const noexcept {
@@ -347,9 +350,19 @@ void CellStore::remapColumns(Remap const& remap) {
 }
 
 std::size_t CellStore::offsetIn(Block const& block, Key key) noexcept {
-  auto const found = std::lower_bound(block.begin(), block.end(), key,
-                                      [](Entry const& entry, Key k) { return entry.key < k; });
-  return static_cast<std::size_t>(found - block.begin());
+  return static_cast<std::size_t>(std::ranges::lower_bound(block, key, {}, &Entry::key) -
+                                  block.begin());
+}
+
+std::size_t CellStore::offsetFrom(std::size_t first, Block const& block, Key key) noexcept {
+  std::size_t step = 1;
+  while (first + step < block.size() && block[first + step].key < key) {
+    first += step;
+    step *= 2;
+  }
+  auto const ahead = std::span(block).subspan(first, std::min(step + 1, block.size() - first));
+  return first + static_cast<std::size_t>(std::ranges::lower_bound(ahead, key, {}, &Entry::key) -
+                                          ahead.begin());
 }
 
 std::size_t CellStore::blockOf(Key key) const noexcept {

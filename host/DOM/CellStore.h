@@ -23,6 +23,11 @@ public:
   /// Row and column in one integer, in the order of the cells.
   using Key = std::uint64_t;
 
+  /// The key of a row and a column of the sheet.
+  [[nodiscard]] static Key makeKey(unsigned long row, unsigned long column) noexcept {
+    return (Key{row} << columnBits) | column;
+  }
+
   /// Cell and its position.
   struct Entry {
     Key key;    ///< the position
@@ -76,7 +81,8 @@ public:
 
   /// The first cell that is not before a row and a column, in the order of the cells.
   [[nodiscard]] Position lowerBound(unsigned long row, unsigned long column) const noexcept;
-  /// lowerBound() for a result that is known not to lie before `from`.
+  /// lowerBound() for a result that is known not to lie before `from`. The cost grows with the
+  /// logarithm of the distance.
   [[nodiscard]] Position lowerBoundFrom(Position from, unsigned long row,
                                         unsigned long column) const noexcept;
   /// The place after the last cell.
@@ -116,11 +122,11 @@ private:
   static constexpr Key columnMask = (Key{1} << columnBits) - 1;
   using Block = std::vector<Entry>;
 
-  [[nodiscard]] static Key makeKey(unsigned long row, unsigned long column) noexcept {
-    return (Key{row} << columnBits) | column;
-  }
   [[nodiscard]] Position lowerBound(Key key) const noexcept;
   [[nodiscard]] static std::size_t offsetIn(Block const& block, Key key) noexcept;
+  /// The same for a result that is known not to lie before an offset.
+  [[nodiscard]] static std::size_t offsetFrom(std::size_t first, Block const& block,
+                                              Key key) noexcept;
   [[nodiscard]] std::size_t blockOf(Key key) const noexcept;
   [[nodiscard]] Position normalised(Position position) const noexcept {
     bool const inside = position.offset < _blocks[position.block].size();

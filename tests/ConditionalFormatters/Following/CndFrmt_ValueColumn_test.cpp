@@ -307,12 +307,13 @@ TEST(ValueColumn, FollowsEditsOfColumns) {
     std::mt19937 random(seed);
     EditedPlaces places(seed, 5);
     for (int edit = 0; edit < 12; ++edit) {
-      // Columns are inserted before a range or inside, moved about inside, and deleted before it.
+      // Columns are inserted before a range or inside, moved about inside, some of them together,
+      // and deleted before it.
       TableRange const& range = places.getRange(random() % 2);
-      unsigned long const inside =
-          range.firstColumn + 1 + random() % (range.endColumn - range.firstColumn - 2);
+      unsigned long const width = range.endColumn - range.firstColumn;
+      unsigned long const inside = range.firstColumn + 1 + random() % (width - 2);
       SheetMoves moves;
-      switch (random() % (seed < 3 ? 2 : 3)) {
+      switch (random() % (seed < 3 ? 2 : 4)) {
         case 0:
           moves.columns.add({AxisEdit::Kind::Insert, inside, 1 + random() % 3});
           break;
@@ -320,12 +321,49 @@ TEST(ValueColumn, FollowsEditsOfColumns) {
           moves.columns.add({AxisEdit::Kind::Delete, range.firstColumn - 1, 1});
           moves.columns.add({AxisEdit::Kind::Insert, random() % 2, 2});
           break;
-        default:
+        case 2:
           moves.columns.add({AxisEdit::Kind::Move, inside, 1, range.firstColumn + 1});
+          break;
+        default:
+          for (int part = 0; part < 3; ++part) {
+            unsigned long const first = range.firstColumn + 1 + random() % (width - 3);
+            moves.columns.add({AxisEdit::Kind::Move, first, 1 + random() % 2,
+                               range.firstColumn + 1 + random() % (width - 1)});
+          }
       }
       ASSERT_NO_FATAL_FAILURE(places.edit(moves)) << "edit " << edit;
     }
     ASSERT_NO_FATAL_FAILURE(places.expectSame());
+  }
+}
+
+TEST(ValueColumn, MovesColumnsOfRowsThatSpanSeveralBlocks) {
+  std::mt19937 random(4);
+  for (int round = 0; round < 8; ++round) {
+    SCOPED_TRACE(round);
+    ValueColumn column;
+    PlainColumn plain;
+    for (unsigned long row = 0; row < 5; ++row) {
+      for (unsigned long inRow = row == 2 ? 3'990 : 7; inRow < 4'000; inRow += 1 + random() % 2) {
+        PlaceKey const place = placeKeyOf(0, positionKeyOf(row, inRow));
+        ValueBits const value = bitsOfNumber(static_cast<double>(random() % 100) * 0.1);
+        column.append(place, value);
+        plain.set(place, value);
+      }
+    }
+    SheetMoves moves;
+    for (int part = 0; part <= round % 3; ++part) {
+      moves.columns.add(
+          {AxisEdit::Kind::Move, random() % 4'000, 1 + random() % 900, random() % 4'000});
+    }
+    plain.move(moves, column);
+    column.moveColumns(moves.columns, {wholeColumnSheet});
+    ASSERT_NO_FATAL_FAILURE(plain.expectSame(column));
+    auto known = plain.getValues().begin();
+    for (auto const& entry : column.list(0, wholeColumnSheet)) {
+      ASSERT_EQ(std::pair(entry.place, entry.value), std::pair(known->first, known->second));
+      ++known;
+    }
   }
 }
 

@@ -1,5 +1,8 @@
 #include "DOM/CellRangeIt.h"
 
+#include <algorithm>
+#include <iterator>
+#include <random>
 #include <utility>
 #include <vector>
 
@@ -95,6 +98,33 @@ TEST(CellRangeIt, StepsOverWideRowsBesideTheRange) {
     expected.emplace_back(row, 301);
   }
   EXPECT_EQ(placesOf(table, {0, 300, 50, 302}), expected);
+}
+
+/// Rows of equal length let a search guess where the next row goes on; others mislead it.
+TEST(CellRangeIt, FindsTheColumnsOfRowsOfEqualAndOfOtherLengths) {
+  std::mt19937 random(11);
+  for (int round = 0; round < 40; ++round) {
+    Table table;
+    Places all;
+    unsigned long length = 1 + random() % 12;
+    for (unsigned long row = 0; row < 300; row += 1 + random() % 20 / 19) {
+      length = random() % 30 == 0 ? 1 + random() % 12 : length;
+      for (unsigned long column = 0; column < length; ++column) {
+        if (random() % (round % 4 == 0 ? 3U : 100U) != 0) {
+          all.emplace_back(row, column + row / 100);
+          table.obtainCell(row, column + row / 100);
+        }
+      }
+    }
+    for (unsigned long first = 0; first < 14; ++first) {
+      TableRange const range{random() % 20, first, 250 + random() % 60, first + 1 + random() % 3};
+      Places expected;
+      std::ranges::copy_if(all, std::back_inserter(expected), [&range](auto const& place) {
+        return range.contains(place.first, place.second);
+      });
+      ASSERT_EQ(placesOf(table, range), expected) << "round " << round << ", column " << first;
+    }
+  }
 }
 
 TEST(CellRangeIt, CopiesWalkByThemselves) {
