@@ -6,12 +6,12 @@ void CellRangeIt<true>::searchInRange() noexcept {
   while (_at != nullptr) {
     unsigned long const row = _at->getRow();
     unsigned long const column = _at->getColumn();
-    if (row >= _range.endRow) {
+    if (row >= _endRow) {
       enter(_cells->end());
-    } else if (column < _range.firstColumn) {
-      search(row, _range.firstColumn);
-    } else if (column >= _range.endColumn) {
-      search(row + 1, _range.firstColumn);
+    } else if (column < _firstColumn) {
+      search(row, _firstColumn);
+    } else if (column - _firstColumn >= _columnCount) {
+      search(row + 1, _firstColumn);
     } else {
       return;
     }

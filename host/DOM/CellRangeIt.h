@@ -20,10 +20,15 @@ class CellRangeIt;
 template <>
 class ZORV_HOST_EXPORT CellRangeIt<true> {
 public:
-  /// Points to the first cell of the range at or after `position`.
+  /// Points to the first cell of the range at or after `position`, which must not lie before the
+  /// range.
   CellRangeIt(Table const& table, CellStore const& cells, TableRange const& range,
               CellStore::Position position) noexcept
-      : _table(&table), _cells(&cells), _range(range) {
+      : _table(&table),
+        _cells(&cells),
+        _endRow(range.endRow),
+        _firstColumn(range.firstColumn),
+        _columnCount(range.endColumn - range.firstColumn) {
     enter(position);
     skipToRange();
   }
@@ -56,7 +61,8 @@ private:
     _stretchEnd = stretch.data() + stretch.size();
   }
   void skipToRange() noexcept {
-    if (_at != nullptr && !_range.contains(_at->getRow(), _at->getColumn())) {
+    if (_at != nullptr &&
+        (_at->getRow() >= _endRow || _at->getColumn() - _firstColumn >= _columnCount)) {
       searchInRange();
     }
   }
@@ -66,7 +72,9 @@ private:
 
   Table const* _table;
   CellStore const* _cells;
-  TableRange _range;
+  unsigned long _endRow;
+  unsigned long _firstColumn;
+  unsigned long _columnCount;
   std::size_t _block = 0;
   CellStore::Entry const* _at = nullptr;  ///< null at the end
   CellStore::Entry const* _stretchEnd = nullptr;

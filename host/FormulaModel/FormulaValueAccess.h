@@ -38,9 +38,17 @@ struct FormulaValuesComarator {
     if (a.which() != b.which()) {
       return false;
     }
+    return a.which() == FormulaValueKind::Number
+               ? compare(boost::get<FormulaNumber>(a).value, boost::get<FormulaNumber>(b).value)
+               : compareOthers(a, b);
+  }
+
+private:
+  /// Values of one kind that are no numbers. Not inlined: what texts need would be set up for each
+  /// pair of numbers.
+  [[nodiscard]] [[gnu::noinline]] static bool compareOthers(FormulaValue const& a,
+                                                            FormulaValue const& b) {
     switch (a.which()) {
-      case FormulaValueKind::Number:
-        return compare(boost::get<FormulaNumber>(a).value, boost::get<FormulaNumber>(b).value);
       case FormulaValueKind::String:
         return compare(boost::get<FormulaString>(a).value, boost::get<FormulaString>(b).value);
       case FormulaValueKind::Boolean:
@@ -52,7 +60,6 @@ struct FormulaValuesComarator {
     }
   }
 
-private:
   template <class Payload>
   static bool compare(Payload const& a, Payload const& b) {
     return Compare<Payload>()(a, b);
