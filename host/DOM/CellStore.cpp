@@ -197,6 +197,19 @@ std::size_t indexBlocks(std::vector<Block>& blocks,
   return count;
 }
 
+/// The offset of the first cell that is not before a key; it is known not to lie before another
+/// offset. The cost grows with the logarithm of the distance.
+std::size_t searchFrom(std::size_t first, Block const& block, CellStore::Key key) noexcept {
+  std::size_t step = 1;
+  while (first + step < block.size() && block[first + step].key < key) {
+    first += step;
+    step *= 2;
+  }
+  auto const ahead = std::span(block).subspan(first, std::min(step + 1, block.size() - first));
+  return first + static_cast<std::size_t>(std::ranges::lower_bound(ahead, key, {}, &Entry::key) -
+                                          ahead.begin());
+}
+
 }  // namespace
 
 Cell& CellStore::getOrCreate(unsigned long row, unsigned long column) {
@@ -278,7 +291,7 @@ CellStore::Position CellStore::lowerBoundFrom(Position from, unsigned long row,
   std::size_t const endBlock = std::min(from.block + 2, _blocks.size());
   for (; from.block < endBlock; from = {from.block + 1, 0}) {
     if (key <= _blocks[from.block].back().key) {
-      return {from.block, offsetFrom(from.offset, _blocks[from.block], key)};
+      return {from.block, searchFrom(from.offset, _blocks[from.block], key)};
     }
   }
   return lowerBound(key);
@@ -352,17 +365,6 @@ void CellStore::remapColumns(Remap const& remap) {
 std::size_t CellStore::offsetIn(Block const& block, Key key) noexcept {
   return static_cast<std::size_t>(std::ranges::lower_bound(block, key, {}, &Entry::key) -
                                   block.begin());
-}
-
-std::size_t CellStore::offsetFrom(std::size_t first, Block const& block, Key key) noexcept {
-  std::size_t step = 1;
-  while (first + step < block.size() && block[first + step].key < key) {
-    first += step;
-    step *= 2;
-  }
-  auto const ahead = std::span(block).subspan(first, std::min(step + 1, block.size() - first));
-  return first + static_cast<std::size_t>(std::ranges::lower_bound(ahead, key, {}, &Entry::key) -
-                                          ahead.begin());
 }
 
 std::size_t CellStore::blockOf(Key key) const noexcept {

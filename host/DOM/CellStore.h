@@ -124,9 +124,6 @@ private:
 
   [[nodiscard]] Position lowerBound(Key key) const noexcept;
   [[nodiscard]] static std::size_t offsetIn(Block const& block, Key key) noexcept;
-  /// The same for a result that is known not to lie before an offset.
-  [[nodiscard]] static std::size_t offsetFrom(std::size_t first, Block const& block,
-                                              Key key) noexcept;
   [[nodiscard]] std::size_t blockOf(Key key) const noexcept;
   [[nodiscard]] Position normalised(Position position) const noexcept {
     bool const inside = position.offset < _blocks[position.block].size();
