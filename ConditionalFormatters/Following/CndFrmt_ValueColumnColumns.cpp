@@ -122,9 +122,11 @@ private:
       if (block.first > rowStart) {
         return;
       }
-      auto const [begin, end] = std::ranges::equal_range(
-          block.offsets, (rowStart - block.first) >> columnKeyBits, {},
-          [](std::uint32_t offset) { return PlaceKey{offset} >> columnKeyBits; });
+      auto const rowOf = [](std::uint32_t offset) { return PlaceKey{offset} >> columnKeyBits; };
+      PlaceKey const row = (rowStart - block.first) >> columnKeyBits;
+      // Not equal_range: clang 14 refuses the subrange of this standard library.
+      auto const begin = std::ranges::lower_bound(block.offsets, row, {}, rowOf);
+      auto const end = std::ranges::upper_bound(block.offsets, row, {}, rowOf);
       for (auto index = begin; index != end; ++index) {
         visit(block, static_cast<std::size_t>(index - block.offsets.begin()));
       }
