@@ -347,6 +347,16 @@ TEST(LiveResolver, FollowsFormulasWhoseFirstCellWasMoved) {
   EXPECT_TRUE(holdsCell(areas, CellIndex(RowIndex(30), ColumnIndex(2))));
 }
 
+TEST(LiveResolver, AnEditOfRowsReachesNoRowBeforeItWhereFormulasReferToTheirOwnRow) {
+  LiveSheet sheet;
+  sheet.setColumn(0, {1, 9, 1, 9, 1, 9});
+  sheet.addRule("A1:A6", LiveSheet::isTrue("A1>5"));
+  LiveResolver live = sheet.follow();
+  sheet.table.deleteRows(3, 1);
+  EXPECT_EQ(live.apply({LinesChanged{&sheet.table, Axis::Rows, LineEdit::Delete, 3, 1, 0}}),
+            (std::vector<TableRange>{{3, 0, 6, 1}}));
+}
+
 TEST(LiveResolver, KeepsWhatAChangeDoesNotReach) {
   std::atomic<std::size_t> reads = 0;
   LiveSheet sheet;
