@@ -41,12 +41,14 @@ struct EditKind {
   double unit;                ///< numbers are multiples of it
   bool withFormulas = false;  ///< beside the twelve rules, seven with formulas of the column
   bool withSums = false;      ///< besides, sums of the column by a thousand numbers in the next one
+  bool ofNumbersToSumBy = false;  ///< these are edited: one in five becomes empty
 };
 
+constexpr std::size_t differentNumbersToSumBy = 1'000;
+
 void addSumsByNextColumn(BenchTable& table) {
-  constexpr std::size_t differentNumbers = 1'000;
   for (std::size_t row = 0; row < table.getCellCount(); ++row) {
-    auto const number = static_cast<double>(row % differentNumbers);
+    auto const number = static_cast<double>(row % differentNumbersToSumBy);
     table.getTable().setValue(row, 1, FormulaModel::FormulaNumber{FloatNumber(number)});
   }
   table.addFormat(DOM::UnaryConditionalFormatOperator(
@@ -83,9 +85,10 @@ public:
   TableRange edit() {
     std::size_t const first = _random() % (_table.getCellCount() - _kind.cellCount);
     for (std::size_t row = first; row < first + _kind.cellCount; ++row) {
-      edit(row);
+      _kind.ofNumbersToSumBy ? editNumberToSumBy(row) : edit(row);
     }
-    return {first, 0, first + _kind.cellCount, 1};
+    unsigned long const column = _kind.ofNumbersToSumBy ? 1 : 0;
+    return {first, column, first + _kind.cellCount, column + 1};
   }
 
 private:
@@ -96,6 +99,15 @@ private:
                  ? FormulaValue(FormulaModel::FormulaString{
                        "Item " + std::to_string(static_cast<long>(drawn))})
                  : FormulaValue(FormulaModel::FormulaNumber{FloatNumber(drawn * _kind.unit)}));
+  }
+
+  void editNumberToSumBy(unsigned long row) {
+    if (_random() % 5 == 0) {
+      _table.getTable().removeCell(row, 1);
+    } else {
+      auto const number = static_cast<double>(_random() % differentNumbersToSumBy);
+      _table.getTable().setValue(row, 1, FormulaModel::FormulaNumber{FloatNumber(number)});
+    }
   }
 
   EditKind _kind;
@@ -329,6 +341,8 @@ void registerLive() {
                                    {"editFormulas", 1, 1, true},
                                    {"editFormulasCents", 1, 0.01, true},
                                    {"editSumsCents", 1, 0.01, false, true},
+                                   {"editSumsBy", 1, 0.01, false, true, true},
+                                   {"pasteSumsBy", 1'000, 0.01, false, true, true},
                                    {"paste", 1'000, 1}};
   auto const withSizes = [](benchmark::internal::Benchmark* measured) {
     measured->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);

@@ -79,6 +79,8 @@ def report_live(times):
              "editFormulas": "one cell, with seven formulas of the column besides",
              "editFormulasCents": "the same, where numbers are cents",
              "editSumsCents": "one of the cells that SUMIF adds up, in cents",
+             "editSumsBy": "one of the cells by which SUMIF adds up",
+             "pasteSumsBy": "1,000 of these cells",
              "paste": "1,000 cells", "row": "a row is inserted or deleted",
              "moveRow": "a row is moved",
              "column": "a column is inserted or deleted before the range",

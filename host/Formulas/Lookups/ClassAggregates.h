@@ -2,8 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -12,6 +10,7 @@
 #include "Formulas/Lookups/Aggregate.h"
 #include "Formulas/Lookups/CellClasses.h"
 #include "Formulas/Lookups/Memory.h"
+#include "Formulas/Lookups/SummedValue.h"
 #include "Formulas/Lookups/TableArea.h"
 #include "Formulas/Values/Area.h"
 #include "Utils/TableRange.h"
@@ -20,8 +19,9 @@ namespace Zorv::Formulas {
 
 /// The aggregate of the cells of one area for each class of their counterparts in another.
 ///
-/// Classes of a few cells are left out: for these a walk over the cells costs no more. Immutable.
-/// Borrows the classes.
+/// Classes of a few cells are left out: for these a walk over the cells costs no more. Keeps the
+/// values, eight bytes for each cell of the classes, so that an edit costs a walk over these and
+/// not over a table. Borrows the classes.
 class ClassAggregates {
 public:
   struct Key {
@@ -43,31 +43,47 @@ public:
   /// few cells. Logarithmic.
   [[nodiscard]] Aggregate const* find(std::uint32_t classIndex) const noexcept;
 
-  /// The same after new values in some areas of the values' table: classes that have such cells are
-  /// walked over again. Null where it is cheaper to build all of them at the next use. Requires
-  /// that the classes still stand.
-  [[nodiscard]] std::unique_ptr<ClassAggregates const> renew(
-      std::span<TableRange const> areas) const;
+  /// Follows edits of the classes, and new values in some areas of the values' table: classes that
+  /// have such cells are aggregated again. False where it is better to build all of them again.
+  /// Requires exclusive access. If it gives false or throws std::bad_alloc, the aggregates may only
+  /// be destroyed.
+  [[nodiscard]] bool follow(std::span<ClassEdit const> edits,
+                            std::span<TableRange const> areasOfValues);
 
   /// The bytes that it takes.
   [[nodiscard]] std::size_t memory() const noexcept {
-    return memoryOf(_classes) + memoryOf(_aggregates);
+    return memoryOf(_valueOfCell) + memoryOf(_classes) + memoryOf(_aggregates);
   }
 
 private:
-  /// The place of a class in the lists; their size for one that is left out.
-  [[nodiscard]] std::size_t placeOf(std::uint32_t classIndex) const noexcept;
-  /// The places of the classes that have cells in some areas; nothing if these have many cells.
-  [[nodiscard]] std::optional<std::vector<std::size_t>> findPlaces(
-      std::span<TableRange const> areas) const;
-  void addPlaces(TableRange const& cells, std::vector<std::size_t>& places) const;
-  [[nodiscard]] Aggregate aggregate(std::uint32_t classIndex) const;
+  using ClassIndexes = std::vector<std::uint32_t>;
+
+  [[nodiscard]] std::uint32_t cellCount() const noexcept { return _area.endCell - _area.firstCell; }
+  /// The position in the area of the classes that a position of the values' table stands for.
+  [[nodiscard]] std::uint64_t positionOf(unsigned long row, unsigned long column) const noexcept {
+    return std::uint64_t{row - _values.firstRow} * _width + (column - _values.firstColumn);
+  }
+  /// The first cell of the area for such a position or one behind it.
+  [[nodiscard]] std::uint32_t firstCellAt(unsigned long row, unsigned long column) const noexcept;
+  /// Reads the values of a part of the values' area. Positions without a value are left out.
+  void readValues(TableRange const& range);
+  /// Reads the value for a position.
+  [[nodiscard]] SummedValue readValue(std::uint32_t position) const noexcept;
+  [[nodiscard]] Aggregate aggregate(std::uint32_t classIndex) const noexcept;
+
+  /// Makes the edits among the values, and lists the classes that they touch.
+  void followClasses(std::span<ClassEdit const> edits, ClassIndexes& touched);
+  /// Reads values again, and lists their classes. False where these are very many.
+  [[nodiscard]] bool followValues(std::span<TableRange const> areas, ClassIndexes& touched);
+  /// Takes a list in any order, with repetitions.
+  void aggregateAgain(ClassIndexes& touched);
 
   ClassesOfArea _area;
   std::uint32_t _width;
   TableArea _values;
-  std::vector<std::uint32_t> _classes;  ///< ascending
-  std::vector<Aggregate> _aggregates;   ///< of each of `_classes`
+  std::vector<SummedValue> _valueOfCell;  ///< of each cell of the area
+  ClassIndexes _classes;                  ///< ascending
+  std::vector<Aggregate> _aggregates;     ///< of each of `_classes`
 };
 
 }  // namespace Zorv::Formulas

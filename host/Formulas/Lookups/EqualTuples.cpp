@@ -5,8 +5,6 @@
 
 #include <boost/container_hash/hash.hpp>
 
-#include "Formulas/Lookups/InlineList.h"
-
 namespace Zorv::Formulas {
 
 namespace {
@@ -17,11 +15,29 @@ std::size_t hash(std::span<std::uint32_t const> classes) noexcept {
   return boost::hash_range(classes.begin(), classes.end());
 }
 
+/// The positions at which the classes of an area change, counted from its first one.
+std::vector<std::uint32_t> findPositions(std::span<ClassesOfArea const> areas,
+                                         std::span<std::span<ClassEdit const> const> edits) {
+  std::vector<std::uint32_t> positions;
+  for (std::size_t index = 0; index < areas.size(); ++index) {
+    for (ClassEdit const& edit : edits[index]) {
+      if (areas[index].contains(edit.position)) {
+        positions.push_back(edit.position - areas[index].firstPosition);
+      }
+    }
+  }
+  std::ranges::sort(positions);
+  positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
+  return positions;
+}
+
 /// Cursor over the cells of one area, moved along with the walk over another.
 class ClassCursor {
 public:
   ClassCursor() = default;
-  explicit ClassCursor(ClassesOfArea const& area) noexcept : _area(&area), _cell(area.firstCell) {}
+  explicit ClassCursor(ClassesOfArea const& area) noexcept : ClassCursor(area, area.firstCell) {}
+  /// From a cell on.
+  ClassCursor(ClassesOfArea const& area, std::uint32_t cell) noexcept : _area(&area), _cell(cell) {}
 
   /// The class of the cell at a position; nothing where there is no cell. Positions must ascend.
   [[nodiscard]] std::optional<std::uint32_t> classAt(std::uint32_t position) noexcept {
@@ -42,6 +58,9 @@ private:
 EqualTuples::EqualTuples(std::span<ClassesOfArea const> areas)
     : _width(areas.size()), _slots(16, freeSlot) {
   InlineList<ClassCursor> cursors;
+  for (ClassesOfArea const& area : areas) {
+    _areas.push_back(area);
+  }
   for (ClassesOfArea const& area : areas.subspan(1)) {
     cursors.push_back(ClassCursor(area));
   }
@@ -60,7 +79,42 @@ EqualTuples::EqualTuples(std::span<ClassesOfArea const> areas)
       add(position, getOrCreate(tuple));
     }
   }
-  finish(static_cast<std::uint32_t>(_tuples.size() / _width));
+  finish(tupleCount());
+  _mostTuples = tupleCount() + size() / 16 + 64;
+}
+
+std::optional<std::vector<ClassEdit>> EqualTuples::follow(
+    std::span<std::span<ClassEdit const> const> editsOfAreas) {
+  for (ClassesOfArea& area : _areas) {
+    area.findCells();
+  }
+  std::vector<ClassEdit> edits;
+  for (std::uint32_t const position : findPositions(_areas, editsOfAreas)) {
+    std::uint32_t const cell = firstCellAt(position);
+    bool const isKnown = cell < size() && positionOf(cell) == position;
+    std::uint32_t const before = isKnown ? classOf(cell) : noClass;
+    std::uint32_t const after = classAt(position);
+    if (before != after) {
+      edits.push_back({position, cell, before, after});
+    }
+  }
+  if (tupleCount() > _mostTuples) {
+    return std::nullopt;
+  }
+  edit(edits, tupleCount());
+  return edits;
+}
+
+std::uint32_t EqualTuples::classAt(std::uint32_t position) {
+  InlineList<std::uint32_t> tuple;
+  for (ClassesOfArea const& area : _areas) {
+    ClassCursor cursor(area,
+                       area.classes->firstCellAt(area.firstPosition + std::uint64_t{position}));
+    if (auto const classIndex = cursor.classAt(position)) {
+      tuple.push_back(*classIndex);
+    }
+  }
+  return tuple.size() == _width ? getOrCreate(tuple) : noClass;
 }
 
 std::size_t EqualTuples::findSlot(std::span<std::uint32_t const> classes) const noexcept {
@@ -83,7 +137,7 @@ std::uint32_t EqualTuples::getOrCreate(std::span<std::uint32_t const> classes) {
   if (_slots[slot] != freeSlot) {
     return _slots[slot];
   }
-  auto const index = static_cast<std::uint32_t>(_tuples.size() / _width);
+  std::uint32_t const index = tupleCount();
   _slots[slot] = index;
   _tuples.insert(_tuples.end(), classes.begin(), classes.end());
   if ((std::size_t{index} + 1) * 2 > _slots.size()) {
@@ -94,7 +148,7 @@ std::uint32_t EqualTuples::getOrCreate(std::span<std::uint32_t const> classes) {
 
 void EqualTuples::grow() {
   _slots.assign(_slots.size() * 2, freeSlot);
-  for (std::uint32_t index = 0; index < _tuples.size() / _width; ++index) {
+  for (std::uint32_t index = 0; index < tupleCount(); ++index) {
     _slots[findSlot(tupleAt(index))] = index;
   }
 }

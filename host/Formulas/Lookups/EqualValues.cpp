@@ -20,9 +20,9 @@ namespace {
 /// The distance, in cells, between the two prefetches for a class and its use.
 constexpr std::uint32_t cellsAhead = 4;
 
-/// A value as criteria see it: a text that reads as a number is that number.
-Value asCriteriaSee(Value const& value, OfficeUtils::LocaleContext const& locale) {
-  if (!value.isText()) {
+/// A value as an equality sees it: for criteria a text that reads as a number is that number.
+Value seenBy(Equality equality, Value const& value, OfficeUtils::LocaleContext const& locale) {
+  if (equality == Equality::Search || !value.isText()) {
     return value;
   }
   auto const number = readValue(value.asText(), locale);
@@ -35,13 +35,10 @@ Value asCriteriaSee(Value const& value, OfficeUtils::LocaleContext const& locale
 /// block, combine the blocks by hash partition, then write the results of each block and partition.
 class EqualValues::Builder {
 public:
-  Builder(EqualValues& built, Area const& area, Equality equality,
-          OfficeUtils::LocaleContext const& locale)
+  Builder(EqualValues& built, Area const& area)
       : _built(built),
         _area(area),
         _rowBlocks(DOM::RowBlocks::ofCells(area.table->getTable(), area.toTableRange())),
-        _isForCriteria(equality == Equality::Criterion),
-        _locale(locale),
         _blocks(_rowBlocks.count()),
         _firstCells(_blocks.size()),
         _partitions(built._values.hashPartitions().count()) {}
@@ -52,6 +49,9 @@ public:
     work.run(_partitions.size(), [this](std::size_t partition) { combine(partition); });
     join();
     work.run(_blocks.size(), [this](std::size_t block) { writeBlock(block); });
+    // Not before the memory of the blocks is free.
+    _built._values.makeRoom();
+    _built.resizeClasses(_built._values.size());
     work.run(_partitions.size(), [this](std::size_t partition) { writePartition(partition); });
   }
 
@@ -70,7 +70,7 @@ private:
     forEachCell(area, [&](std::uint32_t row, std::uint32_t column, Value const& value) {
       if (!value.isEmpty()) {
         block.add((firstRow + row) * _area.width() + column,
-                  _isForCriteria ? asCriteriaSee(value, _locale) : value);
+                  seenBy(_built._equality, value, _built._locale));
       }
       return true;
     });
@@ -97,8 +97,7 @@ private:
 
   void combine(std::size_t partition) {
     ValuePartition values;
-    values.reserve(endOfMembers(partition) - _partitions[partition].firstMember,
-                   countTexts(partition));
+    values.reserve(cellCountOf(partition), countTexts(partition));
     std::vector<std::uint32_t> counts = linkValues(partition, values);
     values.shrink();
     _built._values.put(partition, std::move(values));
@@ -125,6 +124,7 @@ private:
   [[nodiscard]] std::vector<std::uint32_t> linkValues(std::size_t partition,
                                                       ValuePartition& values) {
     std::vector<std::uint32_t> counts;
+    counts.reserve(std::min<std::size_t>(cellCountOf(partition), ValuePartition::mostReserved));
     forEachEntry(partition, [&](std::size_t block, CellBlock::Entry& entry) {
       entry.link = values.getOrCreate(_blocks[block].valueOf(entry));
       if (entry.link == counts.size()) {
@@ -141,7 +141,6 @@ private:
       block.freeTexts();
     }
     _built._values.join();
-    _built.resizeClasses(_built._values.size());
   }
 
   void writeBlock(std::size_t index) {
@@ -162,6 +161,9 @@ private:
     _built._values.settle(partition);
   }
 
+  [[nodiscard]] std::uint32_t cellCountOf(std::size_t partition) const noexcept {
+    return endOfMembers(partition) - _partitions[partition].firstMember;
+  }
   [[nodiscard]] std::uint32_t endOfMembers(std::size_t partition) const noexcept {
     return partition + 1 == _partitions.size() ? _built.size()
                                                : _partitions[partition + 1].firstMember;
@@ -180,8 +182,6 @@ private:
   EqualValues& _built;
   Area _area;
   DOM::RowBlocks _rowBlocks;
-  bool _isForCriteria;
-  OfficeUtils::LocaleContext const& _locale;
   std::vector<CellBlock> _blocks;
   std::vector<std::uint32_t> _firstCells;  ///< of each block, among the cells of all
   std::vector<Partition> _partitions;
@@ -189,8 +189,99 @@ private:
 
 EqualValues::EqualValues(Area const& area, Equality equality,
                          OfficeUtils::LocaleContext const& locale, SharedWork& work)
-    : _values(maxCellCount(area)) {
-  Builder(*this, area, equality, locale).run(work);
+    : _area(area), _equality(equality), _locale(locale), _values(maxCellCount(area)) {
+  Builder(*this, area).run(work);
+}
+
+/// Finds the edits that new values make, area by area.
+class EqualValues::Follower {
+public:
+  explicit Follower(EqualValues& followed)
+      : _followed(followed), _mostCells(followed.size() / 16 + 64) {}
+
+  /// Compares the cells of a part of the area with the classes. False where these are too many.
+  [[nodiscard]] bool compare(TableRange const& part) {
+    TableArea const& area = _followed._area;
+    _part = part;
+    _cell = _followed.firstCellAt(positionOf(part.firstRow, part.firstColumn));
+    std::uint32_t const end =
+        _followed.firstCellAt(positionOf(part.endRow - 1, part.endColumn - 1) + std::uint64_t{1});
+    _cellCount += end - _cell;
+    auto [cell, last] = area.table->getRangeIterators(part);
+    for (; cell != last && _cellCount <= _mostCells; ++cell, ++_cellCount) {
+      DOM::CellInfo const info = cell.getCellInfo();
+      Value const value = fromFormulaValue(info.getCell()->value);
+      if (!value.isEmpty()) {
+        compare(positionOf(info.getRowIndex(), info.getColIndex()),
+                seenBy(_followed._equality, value, _followed._locale));
+      }
+    }
+    removeTo(end);
+    return _cellCount <= _mostCells && _followed._values.hasRoom();
+  }
+
+  /// The edits of all parts, which may overlap.
+  [[nodiscard]] std::vector<ClassEdit> takeEdits() {
+    std::ranges::sort(_edits, {}, &ClassEdit::position);
+    auto const isRepeated = [](ClassEdit const& a, ClassEdit const& b) {
+      return a.position == b.position;
+    };
+    _edits.erase(std::unique(_edits.begin(), _edits.end(), isRepeated), _edits.end());
+    return std::move(_edits);
+  }
+
+private:
+  [[nodiscard]] std::uint32_t positionOf(unsigned long row, unsigned long column) const noexcept {
+    TableArea const& area = _followed._area;
+    return static_cast<std::uint32_t>((row - area.firstRow) * (area.endColumn - area.firstColumn) +
+                                      (column - area.firstColumn));
+  }
+
+  void compare(std::uint32_t position, Value const& value) {
+    removeTo(_followed.firstCellAt(position));
+    bool const isKnown = _cell < _followed.size() && _followed.positionOf(_cell) == position;
+    std::uint32_t const before = isKnown ? _followed.classOf(_cell) : noClass;
+    if (!isKnown || !_followed._values.isEqualAt(before, value)) {
+      _edits.push_back({position, _cell, before, _followed._values.getOrAdd(value)});
+    }
+    _cell += isKnown ? 1 : 0;
+  }
+
+  /// The cells of the part that are passed without a value are gone.
+  void removeTo(std::uint32_t end) {
+    TableArea const& area = _followed._area;
+    for (; _cell < end; ++_cell) {
+      std::uint32_t const position = _followed.positionOf(_cell);
+      std::uint32_t const column =
+          area.firstColumn + position % (area.endColumn - area.firstColumn);
+      if (_part.firstColumn <= column && column < _part.endColumn) {
+        _edits.push_back({position, _cell, _followed.classOf(_cell), noClass});
+      }
+    }
+  }
+
+  EqualValues& _followed;
+  std::size_t _mostCells;
+  std::size_t _cellCount = 0;
+  TableRange _part;
+  std::uint32_t _cell = 0;  ///< the next one of the part, or behind it
+  std::vector<ClassEdit> _edits;
+};
+
+std::optional<std::vector<ClassEdit>> EqualValues::follow(std::span<TableRange const> areas) {
+  if (borrowsTexts()) {
+    return std::nullopt;
+  }
+  Follower follower(*this);
+  for (TableRange const& area : areas) {
+    TableRange const part = intersect(_area.toTableRange(), area);
+    if (!part.isEmpty() && !follower.compare(part)) {
+      return std::nullopt;
+    }
+  }
+  std::vector<ClassEdit> edits = follower.takeEdits();
+  edit(edits, _values.size());
+  return edits;
 }
 
 std::optional<std::uint32_t> EqualValues::find(Value const& value,
@@ -207,12 +298,13 @@ std::optional<std::uint32_t> EqualValues::find(Value const& value,
     return classOf(next);
   }
   auto const found = _values.find(value);
-  if (found) {
-    // A walk along the cells has come to the next cell of the class.
-    auto const members = membersOf(*found);
-    auto const ahead = std::ranges::upper_bound(members, lastCell);
-    lastCell = ahead == members.end() ? members.front() : *ahead;
+  auto const members = found ? membersOf(*found) : std::span<std::uint32_t const>();
+  if (members.empty()) {
+    return std::nullopt;
   }
+  // A walk along the cells has come to the next cell of the class.
+  auto const ahead = std::ranges::upper_bound(members, lastCell);
+  lastCell = ahead == members.end() ? members.front() : *ahead;
   return found;
 }
 

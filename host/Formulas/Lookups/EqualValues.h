@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
+#include <vector>
 
 #include <boost/container_hash/hash.hpp>
 
@@ -49,12 +51,25 @@ public:
   [[nodiscard]] std::optional<std::uint32_t> find(Value const& value,
                                                   std::uint32_t& lastCell) const noexcept;
 
+  /// Follows new values in some areas of the table. Gives the edits of the classes, ascending;
+  /// nothing where it is better to build the index again: where the areas hold one in sixteen of
+  /// the cells, too many values are new, or texts are long. A million cells take a millisecond, and
+  /// each new value one microsecond. Requires exclusive access. If it gives nothing or throws
+  /// std::bad_alloc, the index may only be destroyed.
+  [[nodiscard]] std::optional<std::vector<ClassEdit>> follow(std::span<TableRange const> areas);
+  /// True if it borrows texts of cells, since they are long.
+  [[nodiscard]] bool borrowsTexts() const noexcept { return _values.borrowsTexts(); }
+
   /// The bytes that it takes.
   [[nodiscard]] std::size_t memory() const noexcept { return memoryOfClasses() + _values.memory(); }
 
 private:
   class Builder;
+  class Follower;
 
+  TableArea _area;
+  Equality _equality;
+  OfficeUtils::LocaleContext _locale;
   ValueDictionary _values;
 };
 

@@ -29,6 +29,17 @@ std::size_t LookupBudget::settle(LookupCost cost, std::size_t bytes) noexcept {
   return taken;
 }
 
+bool LookupBudget::resize(std::size_t& taken, std::size_t bytes) noexcept {
+  std::lock_guard const lock(_mutex);
+  std::size_t const wanted = std::max(bytes, bytesPerIndex);
+  if (wanted > _free + taken) {
+    return false;
+  }
+  _free = _free + taken - wanted;
+  taken = wanted;
+  return true;
+}
+
 void LookupBudget::release(std::size_t bytes) noexcept {
   std::lock_guard const lock(_mutex);
   _free += bytes;

@@ -41,6 +41,9 @@ public:
   [[nodiscard]] bool reserve(LookupCost cost) noexcept;
   /// Releases the reserved memory, except the bytes that the index takes. Gives what stays taken.
   std::size_t settle(LookupCost cost, std::size_t bytes) noexcept;
+  /// Takes or releases what an index has grown or shrunk to; false, changing nothing, if there is
+  /// not enough. `taken` is what settle() gave, and is set.
+  [[nodiscard]] bool resize(std::size_t& taken, std::size_t bytes) noexcept;
   /// Releases what stayed taken.
   void release(std::size_t bytes) noexcept;
 
@@ -74,7 +77,7 @@ template <class Index>
 class LookupMap {
 public:
   using Key = typename Index::Key;
-  using Build = std::function<std::unique_ptr<Index const>(SharedWork&)>;
+  using Build = std::function<std::unique_ptr<Index>(SharedWork&)>;
 
   explicit LookupMap(LookupBudget& budget) noexcept : _budget(&budget) {}
 
@@ -99,7 +102,7 @@ public:
     }
     BuildScope const scope;
     task.work->help();
-    return findReady(key);
+    return find(key);
   }
 
   /// Forgets the indexes with a key for which `isStale(key)` is true, and that one could not be
@@ -114,19 +117,23 @@ public:
     }
   }
 
-  /// Puts `renew(index)` in the place of each index with a key for which `isStale(key)` is true;
-  /// null forgets it. The new one takes as many bytes. Requires that no thread uses the map or an
-  /// index of it.
-  template <class IsStale, class Renew>
-  void renewIf(IsStale const& isStale, Renew const& renew) {
+  /// Has the indexes with a key for which `isStale(key)` is true follow a change: `follow(key,
+  /// index)` may edit the index. Forgets it, as forgetIf() does, where that gives false, and where
+  /// memory does not suffice. Requires that no thread uses the map or an index of it.
+  template <class IsStale, class Follow>
+  void followIf(IsStale const& isStale, Follow const& follow) {
     for (auto& [key, entry] : _entries) {
-      if (entry.state != State::Counting && isStale(key)) {
-        entry.index = entry.index == nullptr ? nullptr : renew(*entry.index);
-        if (entry.index == nullptr) {
-          forget(entry);
-        }
+      if (entry.state != State::Counting && isStale(key) && !tryFollow(key, entry, follow)) {
+        forget(entry);
       }
     }
+  }
+
+  /// The index of a key, or null where there is none.
+  [[nodiscard]] Index const* find(Key const& key) {
+    std::lock_guard const lock(_mutex);
+    auto const found = _entries.find(key);
+    return found == _entries.end() ? nullptr : found->second.index.get();
   }
 
 private:
@@ -137,7 +144,7 @@ private:
     std::uint32_t useCount = 0;
     std::uint64_t saved = 0;
     std::shared_ptr<SharedWork> work;  ///< while an index is built in parts
-    std::unique_ptr<Index const> index;
+    std::unique_ptr<Index> index;
     std::size_t bytes = 0;  ///< of the budget, for the index
   };
 
@@ -182,7 +189,7 @@ private:
 
   [[nodiscard]] Index const* buildClaimed(Key const& key, LookupCost cost, Build const& build,
                                           SharedWork& work) {
-    std::unique_ptr<Index const> index;
+    std::unique_ptr<Index> index;
     std::exception_ptr failure;
     try {
       BuildScope const scope;
@@ -201,7 +208,7 @@ private:
     return ready;
   }
 
-  void put(Key const& key, LookupCost cost, std::unique_ptr<Index const> index) {
+  void put(Key const& key, LookupCost cost, std::unique_ptr<Index> index) {
     std::lock_guard const lock(_mutex);
     Entry& entry = _entries.find(key)->second;
     entry.bytes = _budget->settle(cost, index ? index->memory() : 0);
@@ -210,9 +217,15 @@ private:
     entry.work = nullptr;
   }
 
-  [[nodiscard]] Index const* findReady(Key const& key) {
-    std::lock_guard const lock(_mutex);
-    return _entries.find(key)->second.index.get();
+  template <class Follow>
+  [[nodiscard]] bool tryFollow(Key const& key, Entry& entry, Follow const& follow) {
+    try {
+      return entry.index != nullptr && follow(key, *entry.index) &&
+             _budget->resize(entry.bytes, entry.index->memory());
+    } catch (std::bad_alloc const&) {
+      // Without the index the answers are the same.
+      return false;
+    }
   }
 
   void forget(Entry& entry) noexcept {

@@ -37,10 +37,7 @@ LookupCost sharedCostOf(Area const& area, Area const& indexed) {
 
 ClassesOfArea partOf(CellClasses const& classes, Area const& area, Area const& indexed) noexcept {
   std::uint64_t const first = std::uint64_t{area.firstRow - indexed.firstRow} * area.width();
-  return {.classes = &classes,
-          .firstPosition = static_cast<std::uint32_t>(first),
-          .firstCell = classes.firstCellAt(first),
-          .endCell = classes.firstCellAt(first + area.size())};
+  return {classes, first, first + area.size()};
 }
 
 std::uint64_t stepsOfBuilding(Area const& area) {
@@ -111,7 +108,7 @@ LookupSession::RecentValues::Entry* LookupSession::findClasses(
   Area const indexed = indexedArea(area);
   auto const build = [&](SharedWork& work) {
     _steps->spend(stepsOfBuilding(indexed));
-    return std::make_unique<EqualValues const>(indexed, equality, locale, work);
+    return std::make_unique<EqualValues>(indexed, equality, locale, work);
   };
   auto* const entry = _values.getOrCreate(*_store, {TableArea(indexed), equality},
                                           sharedCostOf(area, indexed), build);
@@ -128,7 +125,7 @@ OrderedValues const* LookupSession::findOrder(Area const& area) {
   }
   auto const build = [&](SharedWork& /*work*/) {
     _steps->spend(stepsOfBuilding(area));
-    return std::make_unique<OrderedValues const>(area);
+    return std::make_unique<OrderedValues>(area);
   };
   auto const* const entry =
       _orders.getOrCreate(*_store, TableArea(area), costOf(area, area), build);
@@ -228,13 +225,13 @@ std::optional<MatchingCells> LookupSession::findTuples(
   }
   auto const build = [&](SharedWork& /*work*/) {
     _steps->spend(stepsOfBuilding(area));
-    return std::make_unique<EqualTuples const>(parts);
+    return std::make_unique<EqualTuples>(parts);
   };
   auto const* const entry = _tuples.getOrCreate(*_store, matching.areas, costOf(area, area), build);
   if (entry == nullptr) {
     return std::nullopt;
   }
-  matching.area = {.classes = entry->index, .endCell = entry->index->size()};
+  matching.area = ClassesOfArea(*entry->index);
   matching.classIndex = entry->index->find(tuple);
   return matching;
 }
@@ -246,7 +243,7 @@ Aggregate const* LookupSession::findAggregate(MatchingCells const& matching, Are
   ClassAggregates::Key const key{matching.areas, TableArea(values)};
   auto const build = [&](SharedWork& /*work*/) {
     _steps->spend(stepsOfBuilding(values));
-    return std::make_unique<ClassAggregates const>(matching.area, matching.width, values);
+    return std::make_unique<ClassAggregates>(matching.area, matching.width, values);
   };
   auto const* const entry = _aggregates.getOrCreate(*_store, key, costOf(values, values), build);
   return entry == nullptr ? nullptr : entry->index->find(*matching.classIndex);
@@ -289,9 +286,9 @@ std::optional<Value> LookupSession::getOrCompute(std::uint16_t function,
   if (!pays) {
     return std::nullopt;
   }
-  auto const build = [&](SharedWork& /*work*/) -> std::unique_ptr<CallResult const> {
+  auto const build = [&](SharedWork& /*work*/) -> std::unique_ptr<CallResult> {
     Value const value = compute();
-    return value.isSingle() ? std::make_unique<CallResult const>(value) : nullptr;
+    return value.isSingle() ? std::make_unique<CallResult>(value) : nullptr;
   };
   // No cost: to compute it for all costs no more than to compute it for one.
   auto const* const entry = _results.getOrCreate(*_store, key, LookupCost{}, build);

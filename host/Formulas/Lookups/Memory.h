@@ -10,6 +10,16 @@ template <class Vector>
   return values.capacity() * sizeof(typename Vector::value_type);
 }
 
+/// Resizes a vector that grows by few elements, with room for some more. A vector by itself would
+/// take room for as many again.
+template <class Vector>
+void resizeWithRoom(Vector& values, std::size_t size) {
+  if (size > values.capacity()) {
+    values.reserve(size + size / 16);
+  }
+  values.resize(size);
+}
+
 /// Fetches an element of a large vector into the cache while other work is done. An index past the
 /// end does nothing.
 template <class Vector>

@@ -5,21 +5,28 @@
 namespace Zorv::Formulas {
 
 void ValuePartition::reserve(std::size_t cellCount, std::size_t textCount) {
-  // In a partition of many more cells most values repeat.
-  constexpr std::size_t maxReserved = 32'768;
-  std::size_t const count = std::min(cellCount, maxReserved);
+  std::size_t const count = std::min(cellCount, mostReserved);
   _indexes.reserve(count);
   _keys.reserve(count);
   _texts.reserve(std::min(textCount, count));
+  allowCopies(cellCount);
 }
 
 void ValuePartition::append(KeyedValue const& value) {
   if (value.key.isText()) {
     _keys.push_back(ValueKey::ofTextIndex(textCount()));
-    _texts.push_back(value.text);
+    _texts.push_back(copy(value.text));
   } else {
     _keys.push_back(value.key);
   }
+}
+
+std::string_view ValuePartition::copy(std::string_view text) {
+  if (_copies.size() + text.size() > _mostCopied) {
+    _borrowsTexts = true;
+    return text;
+  }
+  return _copies.add(text);
 }
 
 void ValuePartition::shrink() {

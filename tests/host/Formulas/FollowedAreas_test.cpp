@@ -5,6 +5,7 @@
 #include <optional>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@
 #include "Formulas/LookupCache.h"
 #include "Formulas/ParseExpr.h"
 #include "host/Formulas/LookupFormulas.h"
+#include "support/Sanitized.h"
 
 namespace Zorv::Formulas {
 
@@ -285,13 +287,17 @@ public:
     }
   }
 
-  /// Sets some cells, most of them among those that are summed, and tells of them.
+  /// Sets some cells or removes them, and tells of them.
   void edit() {
     std::vector<TableRange> areas;
     for (auto cells = 1 + _random() % 3; cells > 0; --cells) {
       unsigned long const row = _random() % rows;
-      unsigned long const column = _random() % 8 == 0 ? _random() % 2 : 2 + _random() % 2;
-      setAtRandom(row, column, column == 0 ? 5 : column == 1 ? 2 : 9);
+      unsigned long const column = _random() % 4;
+      if (_random() % 4 == 0) {
+        document.sheet().table.removeCell(row, column);
+      } else {
+        setAtRandom(row, column, column == 0 ? 5 : column == 1 ? 2 : 9);
+      }
       areas.push_back({row, column, row + 1, column + 1});
     }
     lookups.valuesChanged(document.sheet().table, areas);
@@ -332,6 +338,111 @@ TEST(LookupCacheOfAnEditedDocument, SumsClassesToTheBitThroughRandomEdits) {
       ASSERT_NO_FATAL_FAILURE(summed.expectPlainAnswers());
       summed.edit();
     }
+  }
+}
+
+/// Values that are easily taken for each other, and formulas with indexes of them, while cells get
+/// other values, appear and disappear.
+class LookedUpDocument {
+public:
+  explicit LookedUpDocument(std::uint32_t seed) : _random(seed) {
+    document.addSheet("Other");
+    LookupFormulas::fill(document, [this](std::size_t count) { return choose(count); });
+    lookups.valuesChanged(table, {});  // cells have moved since there was no cache
+  }
+
+  void expectPlainAnswers() {
+    for (std::string_view const formula : LookupFormulas::getFormulas()) {
+      auto const expr = parseExpr(formula);
+      EvaluationSession session(lookups);
+      for (unsigned long row = 0; row < 12; ++row) {
+        auto const expected = LookupFormulas::calcPlainly(document, formula, row);
+        ASSERT_EQ(LookupFormulas::calcInSession(document, document.sheet(), expr, row, session),
+                  expected)
+            << formula << " in row " << row + 1;
+      }
+    }
+  }
+
+  /// Copies some cells to others, or removes these, and tells areas that overlap.
+  void edit() {
+    std::vector<TableRange> areas;
+    for (std::size_t cells = 1 + choose(4); cells > 0; --cells) {
+      unsigned long const row = choose(LookupFormulas::rows);
+      unsigned long const column = choose(4);
+      DOM::Cell const* const copied = table.findCell(choose(LookupFormulas::rows), choose(4));
+      if (copied == nullptr) {
+        table.removeCell(row, column);
+      } else {
+        table.setValue(row, column, FormulaValue(copied->value));
+      }
+      areas.push_back({row, column, row + 1 + choose(3), column + 1 + choose(2)});
+    }
+    lookups.valuesChanged(table, areas);
+  }
+
+  FormulaDocument document;
+  DOM::Table& table = document.sheet().table;
+  LookupCache lookups;
+
+private:
+  std::size_t choose(std::size_t count) { return _random() % count; }
+
+  std::mt19937 _random;
+};
+
+TEST(LookupCacheOfAnEditedDocument, AnswersAsAWalkThroughRandomEdits) {
+  for (std::uint32_t seed = 1; seed <= (TestSupport::sanitized ? 2 : 6); ++seed) {
+    LookedUpDocument edited(seed);
+    for (int edit = 0; edit < 12; ++edit) {
+      SCOPED_TRACE("seed " + std::to_string(seed) + ", edit " + std::to_string(edit));
+      ASSERT_NO_FATAL_FAILURE(edited.expectPlainAnswers());
+      edited.edit();
+    }
+  }
+}
+
+/// A change that is not told is not seen: the index is not built again.
+TEST(LookupCacheOfAnEditedDocument, FollowsNewValuesOfCriteria) {
+  FormulaDocument document;
+  for (int row = 1; row <= 100; ++row) {
+    document.set("A" + std::to_string(row), "\"class " + std::to_string(row % 4) + "\"");
+    document.set("B" + std::to_string(row), std::to_string(row % 2));
+    document.set("C" + std::to_string(row), "1");
+  }
+  LookupCache lookups;
+  struct Case {
+    char const* formula;
+    char const* before;
+    char const* after;
+  };
+  Case const cases[] = {
+      {"SUMIF($A$1:$A$100,\"class 1\",$C$1:$C$100)", "25", "26"},
+      {"SUMIF($A$1:$A$100,\"class 2\",$C$1:$C$100)", "25", "24"},
+      {"COUNTIF($A$1:$A$100,\"Class 1\")", "25", "26"},
+      {"AVERAGEIF($A$1:$A$100,\"class 1\",$C$1:$C$100)", "1", "1"},
+      {"COUNTIFS($A$1:$A$100,\"class 1\",$B$1:$B$100,0)", "0", "1"},
+      {"SUMIFS($C$1:$C$100,$A$1:$A$100,\"class 2\",$B$1:$B$100,0)", "25", "24"},
+      {"MATCH(\"class 1\",$A$1:$A$100,0)", "1", "1"},
+      {"MATCH(\"class 2\",$A$1:$A$100,0)", "2", "6"},
+  };
+  auto const calc = [&](char const* formula) {
+    EvaluationSession session(lookups);
+    std::string result;
+    for (int i = 0; i < 4; ++i) {
+      result =
+          LookupFormulas::calcInSession(document, document.sheet(), parseExpr(formula), 0, session);
+    }
+    return result;
+  };
+  for (Case const& each : cases) {
+    EXPECT_EQ(calc(each.formula), each.before) << each.formula;
+  }
+  document.set("A1", "\"class 3\"");
+  document.set("A2", "\"class 1\"");
+  lookups.valuesChanged(document.sheet().table, std::vector<TableRange>{{1, 0, 2, 1}});
+  for (Case const& each : cases) {
+    EXPECT_EQ(calc(each.formula), each.after) << each.formula;
   }
 }
 

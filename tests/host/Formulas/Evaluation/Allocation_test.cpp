@@ -128,14 +128,17 @@ void expectToFit(FormulaDocument& document) {
 
 TEST(Allocation, AnIndexTakesNoMoreWhileItIsBuiltThanIsSetAsideForIt) {
   for (std::uint32_t const rows : {100U, 8193U, 10'000U, 16'385U, 100'000U, 140'000U}) {
-    for (bool const isOfTexts : {false, true}) {
-      SCOPED_TRACE(std::to_string(rows) + (isOfTexts ? " texts" : " numbers"));
+    // Texts of up to 16 bytes are copied, longer ones are not when there are many.
+    for (char const* const text : {"", "text ", "one text ", "a longer text "}) {
+      SCOPED_TRACE(std::to_string(rows) + " values \"" + text + "\"");
+      bool const isOfTexts = *text != 0;
       FormulaDocument document;
       for (std::uint32_t row = 0; row < rows; ++row) {
         document.sheet().table.setValue(
             row, 0,
-            isOfTexts ? FormulaValue(FormulaModel::FormulaString{"text " + std::to_string(row)})
-                      : FormulaValue(FormulaModel::FormulaNumber{FloatNumber(double(row))}));
+            isOfTexts
+                ? FormulaValue(FormulaModel::FormulaString{text + std::to_string(1'000'000 + row)})
+                : FormulaValue(FormulaModel::FormulaNumber{FloatNumber(double(row))}));
       }
       expectToFit(document);
     }

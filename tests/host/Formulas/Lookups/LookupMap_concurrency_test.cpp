@@ -28,9 +28,7 @@ using FakeMap = LookupMap<FakeIndex>;
 
 constexpr LookupCost sharedCost = {.saved = 100, .build = 100, .isShared = true};
 
-std::unique_ptr<FakeIndex const> makeFake(SharedWork& /*work*/) {
-  return std::make_unique<FakeIndex const>();
-}
+std::unique_ptr<FakeIndex> makeFake(SharedWork& /*work*/) { return std::make_unique<FakeIndex>(); }
 
 FakeIndex const* ask(FakeMap& map, FakeMap::Build const& build) {
   return map.getOrCreate(0, sharedCost, build);
@@ -71,12 +69,12 @@ TEST(LookupMapConcurrency, WhoAsksForAnIndexInTheMakingHelpsAndGetsIt) {
 /// Ends a making by an exception of some kind, in a part or between them.
 template <class Failure>
 FakeMap::Build failBy(Failure const& failure, bool inAPart) {
-  return [=](SharedWork& work) -> std::unique_ptr<FakeIndex const> {
+  return [=](SharedWork& work) -> std::unique_ptr<FakeIndex> {
     if (!inAPart) {
       throw Failure(failure);
     }
     work.run(2, [&](std::size_t) { throw Failure(failure); });
-    return std::make_unique<FakeIndex const>();
+    return std::make_unique<FakeIndex>();
   };
 }
 
@@ -118,7 +116,7 @@ TEST(LookupMapConcurrency, AThreadAtWorkOnAnIndexWaitsForNoOther) {
         EXPECT_EQ(map.getOrCreate(key, sharedCost, makeFake), nullptr);
         bothAreAtWork.arrive_and_wait();
       });
-      return std::make_unique<FakeIndex const>();
+      return std::make_unique<FakeIndex>();
     };
   };
   for (int const key : {one, other}) {

@@ -18,6 +18,7 @@ public:
 
   explicit FakeIndex(std::size_t memory) : _memory(memory) {}
   [[nodiscard]] std::size_t memory() const noexcept { return _memory; }
+  void grow(std::size_t bytes) { _memory += bytes; }
 
 private:
   std::size_t _memory;
@@ -33,6 +34,13 @@ public:
                                LookupMap<FakeIndex>::Build const& build) {
     return _map.getOrCreate(key, cost, build);
   }
+  /// Has the index of a key follow a change.
+  template <class Follow>
+  void follow(std::uint32_t key, Follow const& follow) {
+    _map.followIf([&](std::uint32_t other) { return other == key; },
+                  [&](std::uint32_t /*key*/, FakeIndex& index) { return follow(index); });
+  }
+  [[nodiscard]] FakeIndex const* find(std::uint32_t key) { return _map.find(key); }
 
 private:
   LookupBudget _budget;
@@ -44,7 +52,7 @@ class LookupMapTest : public testing::Test {
 protected:
   FakeIndex const* ask(FakeMap& map, std::uint32_t key,
                        LookupCost cost = {.saved = 100, .build = 100}) {
-    return map.getOrCreate(key, cost, [this](SharedWork&) -> std::unique_ptr<FakeIndex const> {
+    return map.getOrCreate(key, cost, [this](SharedWork&) -> std::unique_ptr<FakeIndex> {
       ++built;
       if (throws) {
         throw std::bad_alloc();
@@ -135,7 +143,7 @@ TEST_F(LookupMapTest, DoesWithoutAnIndexForWhichTheMemoryDidNotSuffice) {
 
 TEST_F(LookupMapTest, OtherFailuresReachTheCallerOnce) {
   FakeMap map(80'000);
-  auto const fail = [&](SharedWork&) -> std::unique_ptr<FakeIndex const> {
+  auto const fail = [&](SharedWork&) -> std::unique_ptr<FakeIndex> {
     ++built;
     throw std::runtime_error("broken");
   };
@@ -167,6 +175,62 @@ TEST_F(LookupMapTest, AskingWhileItIsBuiltDoesNotWait) {
     EXPECT_EQ(meanwhile, nullptr);
     EXPECT_EQ(built, 0);
   }
+}
+
+TEST_F(LookupMapTest, KeepsAnIndexThatFollowsAChange) {
+  FakeMap map;
+  EXPECT_EQ(map.find(1), nullptr);
+  for (int i = 0; i < 3; ++i) {
+    static_cast<void>(ask(map, 1));
+    static_cast<void>(ask(map, 2));
+  }
+  FakeIndex const* const index = map.find(1);
+  ASSERT_NE(index, nullptr);
+  map.follow(1, [](FakeIndex& followed) {
+    followed.grow(1);
+    return true;
+  });
+  EXPECT_EQ(map.find(1), index);
+  EXPECT_EQ(index->memory(), memoryOfIndex + 1);
+  EXPECT_EQ(map.find(2)->memory(), memoryOfIndex);
+}
+
+TEST_F(LookupMapTest, ForgetsAnIndexThatDoesNotFollowAChange) {
+  FakeMap map;
+  for (int kind = 0; kind < 2; ++kind) {
+    while (ask(map, 1) == nullptr) {
+    }
+    map.follow(1, [&](FakeIndex& /*index*/) {
+      if (kind == 1) {
+        throw std::bad_alloc();
+      }
+      return false;
+    });
+    EXPECT_EQ(map.find(1), nullptr);
+  }
+  EXPECT_NE(ask(map, 1), nullptr) << "it did pay before";
+  EXPECT_EQ(built, 3);
+}
+
+TEST_F(LookupMapTest, ForgetsAnIndexThatGrowsBeyondTheBudget) {
+  FakeMap map(50'000);
+  for (int i = 0; i < 3; ++i) {
+    static_cast<void>(ask(map, 1));
+  }
+  auto const growBy = [&](std::size_t bytes) {
+    map.follow(1, [&](FakeIndex& index) {
+      index.grow(bytes);
+      return true;
+    });
+  };
+  growBy(20'000);
+  ASSERT_NE(map.find(1), nullptr);
+  EXPECT_EQ(ask(map, 2), nullptr);
+  EXPECT_EQ(ask(map, 2), nullptr);
+  EXPECT_NE(ask(map, 2, {.saved = 100, .build = 50}), nullptr) << "there is room for some more";
+  growBy(20'000);
+  EXPECT_EQ(map.find(1), nullptr);
+  EXPECT_NE(ask(map, 1), nullptr) << "its memory was given back";
 }
 
 }  // namespace

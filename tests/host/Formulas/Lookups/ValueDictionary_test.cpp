@@ -24,6 +24,7 @@ std::vector<std::uint32_t> indexAll(ValueDictionary& dictionary, std::vector<Val
     dictionary.put(partition, std::move(partitions[partition]));
   }
   dictionary.join();
+  dictionary.makeRoom();
   for (std::size_t partition = 0; partition < partitions.size(); ++partition) {
     dictionary.settle(partition);
   }
@@ -77,6 +78,43 @@ TEST(ValueDictionary, FindsWhatIsThereAndNothingElse) {
   EXPECT_TRUE(dictionary.isEqualAt(1, Value::text("Abc")));
   EXPECT_FALSE(dictionary.isEqualAt(1, Value::number(5)));
   EXPECT_FALSE(dictionary.isEqualAt(0, Value::number(6)));
+}
+
+TEST(ValueDictionary, TakesLaterValuesBehindTheOthers) {
+  ValueDictionary dictionary(10);
+  static_cast<void>(indexAll(dictionary, {Value::number(5), Value::text("abc")}));
+  EXPECT_EQ(dictionary.getOrAdd(Value::text("later")), 2U);
+  EXPECT_EQ(dictionary.getOrAdd(Value::number(5)), 0U);
+  EXPECT_EQ(dictionary.getOrAdd(Value::number(7)), 3U);
+  EXPECT_EQ(dictionary.getOrAdd(Value::text("LATER")), 2U);
+  EXPECT_EQ(dictionary.size(), 4U);
+  EXPECT_EQ(dictionary.find(Value::text("Later")), 2U);
+  EXPECT_EQ(dictionary.find(Value::number(7)), 3U);
+  EXPECT_EQ(dictionary.find(Value::number(8)), std::nullopt);
+  EXPECT_TRUE(dictionary.isEqualAt(2, Value::text("lateR")));
+}
+
+TEST(ValueDictionary, HasRoomForSomeLaterValues) {
+  ValueDictionary dictionary(160);
+  static_cast<void>(indexAll(dictionary, {Value::number(-1)}));
+  for (int number = 0; number < 74; ++number) {
+    EXPECT_TRUE(dictionary.hasRoom());
+    static_cast<void>(dictionary.getOrAdd(Value::number(number)));
+  }
+  EXPECT_FALSE(dictionary.hasRoom());
+}
+
+TEST(ValueDictionary, CopiesLaterTextsUnlessTheyAreLong) {
+  ValueDictionary dictionary(10);
+  static_cast<void>(indexAll(dictionary, {Value::number(5)}));
+  std::string text = "one of the texts";
+  static_cast<void>(dictionary.getOrAdd(Value::text(text)));
+  text = "another text";
+  EXPECT_TRUE(dictionary.find(Value::text("one of the texts")).has_value());
+  EXPECT_FALSE(dictionary.borrowsTexts());
+  std::string const longText(10'000, 'x');
+  static_cast<void>(dictionary.getOrAdd(Value::text(longText)));
+  EXPECT_TRUE(dictionary.borrowsTexts());
 }
 
 TEST(ValueDictionary, IndexesTheValuesOfSeveralPartitions) {
