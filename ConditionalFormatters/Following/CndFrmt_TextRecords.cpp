@@ -42,15 +42,15 @@ std::string_view TextRecords::textOf(Index record) const noexcept {
       return _longTexts[unitAt(record + headUnits)];
     default: {
       Index const first = record + headUnits;
-      auto const* const unit = &_chunks[first / unitsInChunk][first % unitsInChunk];
+      auto const* const unit = &(*_chunks[first / unitsInChunk])[first % unitsInChunk];
       return {reinterpret_cast<char const*>(unit), length};
     }
   }
 }
 
 std::size_t TextRecords::countBytes() const noexcept {
-  return _chunks.capacity() * sizeof(_chunks.front()) +
-         _chunks.size() * unitsInChunk * sizeof(Unit) + _longTexts.size() * sizeof(std::string);
+  return _chunks.capacity() * sizeof(_chunks.front()) + _chunks.size() * sizeof(Chunk) +
+         _longTexts.size() * sizeof(std::string);
 }
 
 TextRecords::Unit TextRecords::joinHead(std::string_view text, std::uint32_t hash) noexcept {
@@ -65,7 +65,7 @@ std::size_t TextRecords::kindOf(std::size_t length) noexcept {
 TextRecords::Index TextRecords::append(std::size_t kind) {
   std::size_t const units = headUnits + (kind == longKind ? 1 : kind);
   if (std::size_t const room = _chunks.size() * unitsInChunk; _end + units > room) {
-    _chunks.push_back(std::make_unique<Unit[]>(unitsInChunk));
+    _chunks.push_back(std::make_unique<Chunk>());
     _end = static_cast<Index>(room);
   }
   if (kind == longKind) {

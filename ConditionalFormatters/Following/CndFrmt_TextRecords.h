@@ -54,6 +54,7 @@ private:
 
   static constexpr Index none = ~Index{0};
   static constexpr std::size_t unitsInChunk = 1024;
+  using Chunk = std::array<Unit, unitsInChunk>;
   static constexpr std::size_t headUnits = 2;
   static constexpr std::size_t mostInPlace = 48;
   static constexpr std::size_t longKind = mostInPlace / sizeof(Unit) + 1;
@@ -68,13 +69,13 @@ private:
   [[nodiscard]] Index append(std::size_t kind);
 
   [[nodiscard]] Unit& unitAt(Index unit) noexcept {
-    return _chunks[unit / unitsInChunk][unit % unitsInChunk];
+    return (*_chunks[unit / unitsInChunk])[unit % unitsInChunk];
   }
   [[nodiscard]] Unit unitAt(Index unit) const noexcept {
-    return _chunks[unit / unitsInChunk][unit % unitsInChunk];
+    return (*_chunks[unit / unitsInChunk])[unit % unitsInChunk];
   }
 
-  std::vector<std::unique_ptr<Unit[]>> _chunks;
+  std::vector<std::unique_ptr<Chunk>> _chunks;
   Index _end = 0;                              ///< of the records, in units
   std::array<Index, longKind + 1> _firstFree;  ///< by kind
   std::deque<std::string> _longTexts;          ///< a free record keeps its place here

@@ -56,6 +56,7 @@ LineDifferences findDifferences(LineInterval const& before, LineInterval const& 
 std::vector<TableRange> findParts(TableRange const& range, std::vector<LineInterval> const& rows,
                                   std::vector<LineInterval> const& columns) {
   std::vector<TableRange> parts;
+  parts.reserve(rows.size() + columns.size());
   for (LineInterval const& each : rows) {
     parts.push_back({each.first, range.firstColumn, each.end, range.endColumn});
   }
