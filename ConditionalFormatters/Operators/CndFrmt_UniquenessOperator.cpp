@@ -55,12 +55,7 @@ std::size_t FormulaValueHasher::operator()(FormulaValue const& value) const {
 
 UniquenessOperator::UniquenessOperator(DOM::UniquenessConditionalFormatOperator const& record,
                                        FormulaValueMultiset values)
-    : _values(std::move(values)) {
-  // Without values the record is not read.
-  if (!_values.empty()) {
-    _uniquenessType = static_cast<std::uint8_t>(record.type);
-  }
-}
+    : _uniquenessType(static_cast<std::uint8_t>(record.type)), _values(std::move(values)) {}
 
 bool UniquenessOperator::operator()(FormulaValueData const& data) const {
   if (FormulaModel::isFormulaEmpty(data.value)) {

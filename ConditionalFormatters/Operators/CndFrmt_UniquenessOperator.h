@@ -23,7 +23,7 @@ namespace Zorv::ConditionalFormatters {
 class CNDFRMT_EXPORT UniquenessOperator final : public Operator {
 public:
   /// `values` are all values of the ranges that are not empty, one element for each visited cell.
-  /// Of the record only the kind is kept; it is not read where there are no values.
+  /// Of the record only the kind is kept.
   UniquenessOperator(DOM::UniquenessConditionalFormatOperator const& record,
                      FormulaValueMultiset values);
 
@@ -31,7 +31,7 @@ public:
   ~UniquenessOperator() override = default;
 
 private:
-  std::uint8_t _uniquenessType = 0;
+  std::uint8_t _uniquenessType;
   FormulaValueMultiset _values;
 };
 

@@ -1,5 +1,7 @@
 #include "ConditionalFormatters/Operators/CndFrmt_TopBottomOperator.h"
 
+#include <sys/mman.h>
+
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -13,7 +15,6 @@
 
 #include <gmock/gmock.h>
 
-#include "ConditionalFormatters/Operators/UnreadablePage.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "support/Values.h"
 
@@ -131,6 +132,22 @@ TEST(TopBottomOperator, NeverHoldsWithoutNumbers) {
     }
   }
 }
+
+/// Memory that nothing can read: a program that tries to ends.
+class UnreadablePage {
+public:
+  UnreadablePage() : _memory(mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)) {}
+  UnreadablePage(UnreadablePage const&) = delete;
+  UnreadablePage& operator=(UnreadablePage const&) = delete;
+  ~UnreadablePage() { munmap(_memory, size); }
+
+  [[nodiscard]] void const* get() const { return _memory == MAP_FAILED ? nullptr : _memory; }
+
+private:
+  static constexpr std::size_t size = 4096;
+
+  void* _memory;
+};
 
 TEST(TopBottomOperator, DoesNotReadTheRecordWithoutNumbers) {
   UnreadablePage const page;

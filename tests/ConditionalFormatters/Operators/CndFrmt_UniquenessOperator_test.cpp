@@ -6,7 +6,6 @@
 #include <type_traits>
 #include <vector>
 
-#include "ConditionalFormatters/Operators/UnreadablePage.h"
 #include "DOM/ConditionalFormatOperator.h"
 #include "support/Values.h"
 
@@ -76,15 +75,6 @@ TEST(UniquenessOperator, HoldsByTheCountOfTheValue) {
 TEST(UniquenessOperator, AnEmptyCellIsNeitherDuplicateNorUnique) {
   EXPECT_FALSE(judge(UniquenessType::Duplicate, {}, empty()));
   EXPECT_FALSE(judge(UniquenessType::Unique, {}, empty()));
-}
-
-TEST(UniquenessOperator, DoesNotReadTheRecordWithoutValues) {
-  UnreadablePage const page;
-  ASSERT_NE(page.get(), nullptr);
-  auto const* const record =
-      static_cast<DOM::UniquenessConditionalFormatOperator const*>(page.get());
-  UniquenessOperator const condition(*record, {});
-  EXPECT_FALSE(condition({empty(), anyCell}));
 }
 
 TEST(UniquenessOperator, ARecordOfAnotherKindNeverHolds) {
