@@ -139,8 +139,8 @@ struct ClassesOfArea {
 
   ClassesOfArea() = default;
   /// The part between two positions.
-  ClassesOfArea(CellClasses const& all, std::uint64_t first, std::uint64_t end) noexcept
-      : classes(&all), firstPosition(static_cast<std::uint32_t>(first)), endPosition(end) {
+  ClassesOfArea(CellClasses const& all, std::uint64_t from, std::uint64_t to) noexcept
+      : classes(&all), firstPosition(static_cast<std::uint32_t>(from)), endPosition(to) {
     findCells();
   }
   /// All classes.
