@@ -18,9 +18,13 @@ DOM::SharedCellStylePtr const noStyle;
 
 /// The resolved cells of a block, in their order.
 struct BlockCells {
-  std::vector<DOM::SharedCellStylePtr const*> styles;
-  std::vector<std::size_t> formatEnds;  ///< in `formats`
-  FormatIndices formats;                ///< of all cells, one after the other
+  struct Resolved {
+    DOM::SharedCellStylePtr const* style;
+    std::size_t formatEnd;  ///< in `formats`
+  };
+
+  std::vector<Resolved> cells;
+  FormatIndices formats;  ///< of all cells, one after the other
   BlockFailures failures;
 };
 
@@ -51,16 +55,17 @@ public:
   /// Fills the result. A cell for which `work(cell)` throws is not in it.
   template <class Work>
   void collect(TableRange const& block, BlockCells& result, Work const& work) {
-    result.styles.reserve(DOM::RowBlocks::cellsPerBlock);
-    result.formatEnds.reserve(DOM::RowBlocks::cellsPerBlock);
+    result.cells.reserve(DOM::RowBlocks::cellsPerBlock);
     visit(block, [&](ResolvedCell const& cell) {
       work(cell);
       if (cell.failure != nullptr) {
-        result.failures.add(result.styles.size(), *cell.failure);
+        result.failures.add(result.cells.size(), *cell.failure);
       }
-      result.formats.insert(result.formats.end(), cell.formats.begin(), cell.formats.end());
-      result.formatEnds.push_back(result.formats.size());
-      result.styles.push_back(&cell.style);
+      // One by one: most cells have a format or none.
+      for (FormatIndex const format : cell.formats) {
+        result.formats.push_back(format);
+      }
+      result.cells.push_back({&cell.style, result.formats.size()});
     });
   }
 
@@ -103,13 +108,14 @@ public:
     std::span<FormatIndex const> const formats = cells.formats;
     BlockFailures::Cursor failures(cells.failures);
     std::size_t cell = 0;
+    std::size_t begin = 0;
     _walk.forEachCellOf(block, [&](DOM::CellInfo const& cellInfo) {
       // The results end before the cell that ended the pass.
-      if (cell < cells.styles.size()) {
-        std::size_t const begin = cell == 0 ? 0 : cells.formatEnds[cell - 1];
-        visitor(ResolvedCell{cellInfo, *cells.styles[cell],
-                             formats.subspan(begin, cells.formatEnds[cell] - begin),
+      if (cell < cells.cells.size()) {
+        auto const [style, end] = cells.cells[cell];
+        visitor(ResolvedCell{cellInfo, *style, formats.subspan(begin, end - begin),
                              failures.moveTo(cell)});
+        begin = end;
         ++cell;
       }
     });
