@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <iterator>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "ConditionalFormatters/Following/CndFrmt_SheetMoves.h"
