@@ -318,6 +318,46 @@ void measureDocumentEditAnew(benchmark::State& state, DocumentEditKind const& ki
   benchmark::DoNotOptimize(holding);
 }
 
+/// Deletes one of fifty filled columns, and tells the cells in sight that look different. The
+/// column is filled again outside of the measured time.
+void measureDeletedColumn(benchmark::State& state) {
+  using ConditionalFormatters::LineEdit;
+  constexpr unsigned long deleted = 25;
+  BenchTable table(static_cast<std::size_t>(state.range(0)), 50);
+  addTwelve(table);
+  table.makeCalculator();
+  LiveResolver resolver = table.getCalculator().follow(table.getStyles(), table.getTable());
+  LiveView view(resolver);
+  view.show(findEditedView(table));
+  std::size_t visited = 0;
+  auto const paint = [&](ResolvedCell const& /*cell*/) { ++visited; };
+  view.refresh(paint);
+  static_cast<void>(prepareInSlices(resolver));
+  unsigned long const rows = table.getColumn().endRow;
+  std::mt19937 random{1};
+  auto const follow = [&](LineEdit edit) {
+    benchmark::DoNotOptimize(
+        resolver.apply({toldLines(table, ConditionalFormatters::Axis::Columns, edit, deleted)}));
+    view.refresh(paint);
+  };
+  for (auto _ : state) {
+    state.PauseTiming();
+    table.getTable().insertColumns(deleted, 1);
+    follow(LineEdit::Insert);
+    for (unsigned long row = 0; row < rows; ++row) {
+      auto const number = static_cast<double>(random() % table.getCellCount());
+      table.getTable().setValue(row, deleted, FormulaModel::FormulaNumber{FloatNumber(number)});
+    }
+    resolver.apply({ConditionalFormatters::ValuesChanged{&table.getTable(),
+                                                         {{0, deleted, rows, deleted + 1}}}});
+    view.refresh(paint);
+    table.getTable().deleteColumns(deleted, 1);
+    state.ResumeTiming();
+    follow(LineEdit::Delete);
+  }
+  benchmark::DoNotOptimize(visited);
+}
+
 /// Rows of the reference table itself: fifty columns, one edit for each iteration.
 void measureTableRows(benchmark::State& state, void (*edit)(DOM::Table&, unsigned long)) {
   constexpr unsigned long columns = 50;
@@ -358,6 +398,14 @@ void registerLive() {
       measureEditAnew(state, kind);
     })->Apply(withSizes);
   }
+  static constexpr EditKind pasteMany{"live/pasteMany", 30'000, 1};
+  benchmark::RegisterBenchmark(
+      pasteMany.name, [](benchmark::State& state) { measureFollowedEdit(state, pasteMany); })
+      ->Arg(1'000'000)
+      ->Unit(benchmark::kMicrosecond);
+  benchmark::RegisterBenchmark("live/deleteFilledColumn", measureDeletedColumn)
+      ->Arg(1'000'000)
+      ->Unit(benchmark::kMicrosecond);
   for (auto const& [name, rows] :
        {std::pair("live/scroll3", 3UL), {"live/scrollPage", viewedCells}}) {
     benchmark::RegisterBenchmark(name, [rows = rows](benchmark::State& state) {

@@ -10,18 +10,27 @@
 
 namespace Zorv::ConditionalFormatters {
 
-void NumberRanking::insertMany(std::vector<FloatNumber> const& numbers) {
+namespace {
+
+/// The keys of the numbers that are not NaN, ascending.
+std::vector<OrderedKey> sortedKeysOf(std::span<FloatNumber const> numbers) {
   std::vector<OrderedKey> keys;
   keys.reserve(numbers.size());
   for (FloatNumber const number : numbers) {
-    if (std::isnan(number.get())) {
-      ++_nanCount;
-    } else {
+    if (!std::isnan(number.get())) {
       keys.push_back(orderedKeyOf(number.get()));
     }
   }
   // Branchless: comparisons of random keys are mispredicted.
   boost::sort::pdqsort_branchless(keys.begin(), keys.end());
+  return keys;
+}
+
+}  // namespace
+
+void NumberRanking::insertMany(std::vector<FloatNumber> const& numbers) {
+  auto const keys = sortedKeysOf(numbers);
+  _nanCount += numbers.size() - keys.size();
 
   std::vector<Block> merged;
   auto key = keys.begin();
@@ -58,17 +67,10 @@ void NumberRanking::insert(FloatNumber number) {
     index = blockOf(key);
   }
   Block& block = _blocks[index];
-  ++block.total;
-  auto const place = std::ranges::lower_bound(block.keys, key);
-  auto const offset = place - block.keys.begin();
-  if (place != block.keys.end() && *place == key) {
-    ++block.counts[static_cast<std::size_t>(offset)];
-    return;
-  }
-  block.keys.insert(place, key);
-  block.counts.insert(block.counts.begin() + offset, 1);
+  std::size_t const before = block.keys.size();
+  adjust(block, {key, 1});
+  _distinct += block.keys.size() - before;
   _firstKeys[index] = block.keys.front();
-  ++_distinct;
 }
 
 void NumberRanking::erase(FloatNumber number) {
@@ -79,20 +81,163 @@ void NumberRanking::erase(FloatNumber number) {
   OrderedKey const key = orderedKeyOf(number.get());
   std::size_t const index = blockOf(key);
   Block& block = _blocks[index];
-  --block.total;
-  auto const place = std::ranges::lower_bound(block.keys, key);
-  auto const count = block.counts.begin() + (place - block.keys.begin());
-  if (--*count > 0) {
-    return;
-  }
-  block.counts.erase(count);
-  block.keys.erase(place);
-  --_distinct;
+  std::size_t const before = block.keys.size();
+  adjust(block, {key, -1});
+  _distinct -= before - block.keys.size();
   if (block.keys.empty()) {
     _blocks.erase(_blocks.begin() + static_cast<std::ptrdiff_t>(index));
     _firstKeys.erase(_firstKeys.begin() + static_cast<std::ptrdiff_t>(index));
   } else {
     _firstKeys[index] = block.keys.front();
+  }
+}
+
+void NumberRanking::change(std::span<FloatNumber const> inserted,
+                           std::span<FloatNumber const> erased) {
+  // So few take less time one by one, among a million.
+  constexpr std::size_t few = 2'000;
+  if (inserted.size() + erased.size() <= few) {
+    std::ranges::for_each(inserted, [this](FloatNumber number) { insert(number); });
+    std::ranges::for_each(erased, [this](FloatNumber number) { erase(number); });
+    return;
+  }
+  auto const added = sortedKeysOf(inserted);
+  auto const removed = sortedKeysOf(erased);
+  _nanCount += inserted.size() - added.size();
+  _nanCount -= erased.size() - removed.size();
+  changeMany(listChanges(added, removed));
+}
+
+std::vector<NumberRanking::Change> NumberRanking::listChanges(std::span<OrderedKey const> inserted,
+                                                              std::span<OrderedKey const> erased) {
+  std::vector<Change> changes;
+  changes.reserve(inserted.size() + erased.size());
+  auto more = inserted.begin();
+  auto fewer = erased.begin();
+  while (more != inserted.end() || fewer != erased.end()) {
+    bool const isMore = fewer == erased.end() || (more != inserted.end() && *more <= *fewer);
+    Change change{isMore ? *more : *fewer, 0};
+    for (; more != inserted.end() && *more == change.key; ++more) {
+      ++change.count;
+    }
+    for (; fewer != erased.end() && *fewer == change.key; ++fewer) {
+      --change.count;
+    }
+    if (change.count != 0) {
+      changes.push_back(change);
+    }
+  }
+  return changes;
+}
+
+void NumberRanking::changeMany(std::span<Change const> changes) {
+  if (changes.empty()) {
+    return;
+  }
+  if (_blocks.empty()) {
+    _blocks.emplace_back();
+    _firstKeys.push_back(changes.front().key);
+  }
+  std::vector<Block> blocks;
+  std::vector<OrderedKey> firstKeys;
+  blocks.reserve(_blocks.size());
+  firstKeys.reserve(_blocks.size());
+  Block merged;
+  auto change = changes.begin();
+  for (std::size_t index = 0; index < _blocks.size(); ++index) {
+    auto const first = change;
+    bool const isLast = index + 1 == _blocks.size();
+    while (change != changes.end() && (isLast || change->key < _firstKeys[index + 1])) {
+      ++change;
+    }
+    if (first == change) {
+      blocks.push_back(std::move(_blocks[index]));
+      firstKeys.push_back(_firstKeys[index]);
+      continue;
+    }
+    appendChanged(_blocks[index], {first, change}, merged, blocks);
+    while (firstKeys.size() < blocks.size()) {
+      firstKeys.push_back(blocks[firstKeys.size()].keys.front());
+    }
+  }
+  _blocks = std::move(blocks);
+  _firstKeys = std::move(firstKeys);
+  _distinct = 0;
+  for (Block const& block : _blocks) {
+    _distinct += block.keys.size();
+  }
+}
+
+void NumberRanking::appendChanged(Block& block, std::span<Change const> changes, Block& merged,
+                                  std::vector<Block>& blocks) {
+  // So few take less time one by one than a copy of the block.
+  constexpr std::size_t few = 8;
+  bool const hasRoom =
+      block.keys.size() > changes.size() && block.keys.size() + changes.size() <= mostInBlock;
+  if (changes.size() <= few && hasRoom) {
+    std::ranges::for_each(changes, [&](Change const& change) { adjust(block, change); });
+    blocks.push_back(std::move(block));
+  } else {
+    merge(block, changes, merged);
+    appendMerged(merged, block, blocks);
+  }
+}
+
+void NumberRanking::adjust(Block& block, Change const& change) {
+  auto const place = std::ranges::lower_bound(block.keys, change.key);
+  auto const count = block.counts.begin() + (place - block.keys.begin());
+  block.total += static_cast<std::size_t>(change.count);
+  if (place == block.keys.end() || *place != change.key) {
+    block.counts.insert(count, static_cast<std::uint32_t>(change.count));
+    block.keys.insert(place, change.key);
+    return;
+  }
+  *count += static_cast<std::uint32_t>(change.count);
+  if (*count == 0) {
+    block.counts.erase(count);
+    block.keys.erase(place);
+  }
+}
+
+void NumberRanking::merge(Block const& block, std::span<Change const> changes, Block& merged) {
+  merged.keys.clear();
+  merged.counts.clear();
+  auto key = block.keys.begin();
+  auto count = block.counts.begin();
+  auto const keepUntil = [&](auto end) {
+    auto const endOfCounts = count + (end - key);
+    merged.keys.insert(merged.keys.end(), key, end);
+    merged.counts.insert(merged.counts.end(), count, endOfCounts);
+    key = end;
+    count = endOfCounts;
+  };
+  for (Change const& change : changes) {
+    keepUntil(
+        std::find_if(key, block.keys.end(), [&](OrderedKey each) { return each >= change.key; }));
+    std::int64_t now = change.count;
+    if (key != block.keys.end() && *key == change.key) {
+      now += *count;
+      ++key;
+      ++count;
+    }
+    if (now > 0) {
+      merged.keys.push_back(change.key);
+      merged.counts.push_back(static_cast<std::uint32_t>(now));
+    }
+  }
+  keepUntil(block.keys.end());
+}
+
+void NumberRanking::appendMerged(Block const& merged, Block& before, std::vector<Block>& blocks) {
+  std::size_t const size = merged.keys.size();
+  std::size_t const parts = (size + mostInBlock - 1) / mostInBlock;
+  for (std::size_t part = 0; part < parts; ++part) {
+    auto const first = static_cast<std::ptrdiff_t>(size * part / parts);
+    auto const end = static_cast<std::ptrdiff_t>(size * (part + 1) / parts);
+    Block& block = blocks.emplace_back(part == 0 ? std::move(before) : Block());
+    block.keys.assign(merged.keys.begin() + first, merged.keys.begin() + end);
+    block.counts.assign(merged.counts.begin() + first, merged.counts.begin() + end);
+    block.total = std::accumulate(block.counts.begin(), block.counts.end(), std::size_t{0});
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "ConditionalFormatters/Operands/CndFrmt_DistinctRanking.h"
@@ -15,6 +16,7 @@ namespace Zorv::ConditionalFormatters {
 ///
 /// Sorted blocks of up to 512 numbers with their counts: twelve bytes for each distinct number. An
 /// edit costs a binary search and a move within one block, a rank a walk over the blocks.
+/// An operation that throws leaves an object that may only be destroyed.
 class NumberRanking {
 public:
   /// Adds numbers. Linear in all distinct numbers, plus a sort: for many at once.
@@ -22,6 +24,9 @@ public:
   void insert(FloatNumber number);
   /// Requires that the number is there.
   void erase(FloatNumber number);
+  /// Inserts numbers and erases others, which must be there then. Many numbers take a sort, and a
+  /// step through each block that one of them lies in.
+  void change(std::span<FloatNumber const> inserted, std::span<FloatNumber const> erased);
 
   /// How many distinct numbers there are. NaN counts only if there is nothing else.
   [[nodiscard]] std::size_t count() const noexcept {
@@ -57,6 +62,27 @@ private:
     std::vector<std::uint32_t> counts;
     std::size_t total = 0;  ///< of the counts
   };
+
+  /// A number that occurs more or less often than before.
+  struct Change {
+    OrderedKey key;
+    std::int64_t count;  ///< how much more often; not 0
+  };
+
+  /// Of ascending numbers, ascending. Those that are inserted as often as erased are left out.
+  [[nodiscard]] static std::vector<Change> listChanges(std::span<OrderedKey const> inserted,
+                                                       std::span<OrderedKey const> erased);
+  /// The numbers of a block after changes, of which there may be too many, or none.
+  static void merge(Block const& block, std::span<Change const> changes, Block& merged);
+  /// Appends the numbers of a merged block as one that takes the memory of the block before, or as
+  /// several ones of equal length.
+  static void appendMerged(Block const& merged, Block& before, std::vector<Block>& blocks);
+  /// Appends a block after changes. `merged`: room for its numbers.
+  static void appendChanged(Block& block, std::span<Change const> changes, Block& merged,
+                            std::vector<Block>& blocks);
+  /// Changes a number of a block. Leaves the block's first key to the caller.
+  static void adjust(Block& block, Change const& change);
+  void changeMany(std::span<Change const> changes);
 
   /// Appends a number that is above all others of a list of blocks.
   static void append(std::vector<Block>& blocks, OrderedKey key, std::uint32_t count);

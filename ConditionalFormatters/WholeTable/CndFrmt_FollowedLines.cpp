@@ -100,6 +100,7 @@ bool FollowedOperands::linesChanged(SheetMoves const& moves,
   for (PositionKey const cell : difference->leaving) {
     markAgain(cell);
   }
+  flushNumbers();
   _isEditing = false;
   _equal.forgetNotes();
   settle();

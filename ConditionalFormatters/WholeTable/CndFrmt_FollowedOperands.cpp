@@ -114,6 +114,7 @@ std::vector<CellIndex> FollowedOperands::valuesChanged(std::span<TableRange cons
       }
     }
   }
+  flushNumbers();
   _isEditing = false;
   if (_isComplete) {
     settle();
@@ -130,7 +131,7 @@ ThresholdOperand FollowedOperands::getThreshold(
 
 std::size_t FollowedOperands::countBytes() const noexcept {
   return _column.countBytes() + _ranking.countBytes() + _equal.countBytes() +
-         _unranked.capacity() * sizeof(FloatNumber);
+         (_unranked.capacity() + _outdated.capacity()) * sizeof(FloatNumber);
 }
 
 void FollowedOperands::readAll(AreaOfRange const& part) {
@@ -164,20 +165,14 @@ void FollowedOperands::readAgain(AreaOfRange const& part) {
   }
 }
 
-/// Numbers that are read for the first time are ranked many at once.
-void FollowedOperands::rankNumber(FloatNumber number) {
-  if (_isEditing) {
-    _ranking.insert(number);
-  } else {
-    _unranked.push_back(number);
-  }
-}
-
 void FollowedOperands::flushNumbers() {
-  if (!_unranked.empty()) {
+  if (_isEditing || !_outdated.empty()) {
+    _ranking.change(_unranked, _outdated);
+  } else if (!_unranked.empty()) {
     _ranking.insertMany(_unranked);
-    _unranked.clear();
   }
+  _unranked.clear();
+  _outdated.clear();
 }
 
 ValueBits FollowedOperands::readBits(DOM::CellInfo const& cellInfo) {
@@ -224,10 +219,10 @@ void FollowedOperands::setValue(PlaceKey place, ValueBits bits) {
   ValueBits const old = _column.set(place, bits);
   if (old != bits) {
     if (isNumberBits(old) && ranks()) {
-      _ranking.erase(numberOfBits(old));
+      _outdated.push_back(numberOfBits(old));
     }
     if (isNumberBits(bits) && ranks()) {
-      rankNumber(numberOfBits(bits));
+      _unranked.push_back(numberOfBits(bits));
     }
     if (_answers) {
       _answers->noteChange(place, old, bits);

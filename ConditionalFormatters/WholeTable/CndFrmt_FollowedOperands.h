@@ -114,7 +114,6 @@ private:
   /// Reads the cells of an area for the first time.
   void readAll(AreaOfRange const& part);
   void readAgain(AreaOfRange const& part);
-  void rankNumber(FloatNumber number);
   void flushNumbers();
 
   /// The bits under which the value of a cell is kept.
@@ -147,6 +146,7 @@ private:
   ValueColumn _column;
   NumberRanking _ranking;
   std::vector<FloatNumber> _unranked;  ///< numbers of the column that the ranking does not have yet
+  std::vector<FloatNumber> _outdated;  ///< numbers of the ranking that an edit has taken away
   EqualCells _equal;
   bool _isEditing = false;
   MeanOperand _mean{};

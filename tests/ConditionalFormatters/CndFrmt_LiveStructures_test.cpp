@@ -6,6 +6,7 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +15,7 @@
 
 #include "ConditionalFormatters/CndFrmt_ConditionalFormattingPropsCalculator.h"
 #include "ConditionalFormatters/CndFrmt_LiveResolver.h"
+#include "ConditionalFormatters/CndFrmt_LiveView.h"
 #include "ConditionalFormatters/CndFrmt_TableResolver.h"
 #include "ConditionalFormatters/LiveSheet.h"
 #include "support/CountingValueContextProvider.h"
@@ -154,6 +156,52 @@ TEST_F(LiveStructures, ReadCellsThatWereToldBeforeTheirLinesMoved) {
   expectKept({cell(990), cell(995), lines(Axis::Rows, LineEdit::Insert, 0, 10),
               lines(Axis::Rows, LineEdit::Delete, 3, 1),
               lines(Axis::Columns, LineEdit::Insert, 0, 1)});
+}
+
+/// A number that some others have, one that is alone, a text, or nothing.
+FormulaValue drawOften(std::mt19937& random) {
+  switch (random() % 8) {
+    case 0:
+      return TestSupport::empty();
+    case 1:
+      return TestSupport::text("text " + std::to_string(random() % 400));
+    case 2:
+      return number(random() % 2 == 0 ? 0.0 : -0.0);
+    case 3:
+      return number(static_cast<double>(random()) * 0.1);
+    default:
+      return number(static_cast<double>(random() % 1'000) - 300);
+  }
+}
+
+TEST_F(LiveStructures, FollowEditsOfMostValuesAtOnce) {
+  std::mt19937 random(8);
+  view = {0, 0, rows, 1};
+  LiveView window(*live);
+  window.show(view);
+  std::vector<DOM::SharedCellStylePtr> painted(rows);
+  auto const paint = [&](ResolvedCell const& told) {
+    painted[told.cellInfo.getRowIndex()] = told.style;
+  };
+  window.refresh(paint);
+  for (int edit = 0; edit < 15; ++edit) {
+    SCOPED_TRACE(edit);
+    unsigned long const first = random() % 300;
+    unsigned long const end = rows - random() % 300;
+    for (unsigned long row = first; row < end; ++row) {
+      sheet.table.setValue(row, 0, drawOften(random));
+    }
+    reads = 0;
+    live->apply({ValuesChanged{&sheet.table, {{first, 0, end, 1}}}});
+    EXPECT_LE(reads, end - first) << "more than the edited values";
+    window.refresh(paint);
+    EXPECT_EQ(listHolding(*live), listHolding(calculator.prepare(sheet.styles, sheet.table)));
+    for (unsigned long row = 0; row < rows; ++row) {
+      EXPECT_EQ(painted[row], live->resolve(sheet.table.getCellInfo(row, 0))) << row;
+    }
+    while (live->prepareSome(std::chrono::milliseconds(1))) {
+    }
+  }
 }
 
 /// For formulas a cell with an infinite number holds an error.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -106,6 +107,103 @@ TEST(NumberRanking, TakesManyNumbersAtOnce) {
     ranking.erase(FloatNumber(number));
   }
   EXPECT_EQ(ranking.count(), 0U);
+}
+
+std::vector<FloatNumber> asRanked(std::vector<double> const& numbers) {
+  return {numbers.begin(), numbers.end()};
+}
+
+void expectBothOf(std::vector<double> const& numbers, NumberRanking& ranking) {
+  ASSERT_NO_FATAL_FAILURE(expectRankingOf(numbers, ranking));
+  ASSERT_NO_FATAL_FAILURE(expectOrderOf(numbers, ranking));
+}
+
+TEST(NumberRanking, FollowsEditsOfManyNumbersAtOnce) {
+  std::mt19937 random(5);
+  NumberRanking ranking;
+  std::vector<double> numbers;
+  for (int edit = 0; edit < 24; ++edit) {
+    // Grows, and then shrinks until nothing is left; some edits are small.
+    std::size_t const most = edit % 4 == 0 ? 300 : 4'000;
+    std::vector<double> inserted;
+    for (std::size_t count = random() % (edit < 14 ? most : most / 4); count > 0; --count) {
+      inserted.push_back(drawRanked(random));
+    }
+    numbers.insert(numbers.end(), inserted.begin(), inserted.end());
+    std::ranges::shuffle(numbers, random);
+    std::size_t const left = edit == 23 ? 0 : numbers.size() - random() % (numbers.size() / 2 + 1);
+    std::vector<double> const erased(numbers.begin() + static_cast<std::ptrdiff_t>(left),
+                                     numbers.end());
+    numbers.resize(left);
+    ranking.change(asRanked(inserted), asRanked(erased));
+    ASSERT_NO_FATAL_FAILURE(expectBothOf(numbers, ranking)) << "edit " << edit;
+  }
+  EXPECT_EQ(ranking.count(), 0U);
+}
+
+/// The numbers from one up to, but without, another one.
+std::vector<double> countRanked(int first, int end) {
+  std::vector<double> numbers(static_cast<std::size_t>(end - first));
+  std::iota(numbers.begin(), numbers.end(), first);
+  return numbers;
+}
+
+TEST(NumberRanking, LosesWholeBlocksAndAllNumbersAtOnce) {
+  NumberRanking ranking;
+  ranking.insertMany(asRanked(countRanked(0, 9'000)));
+  // Some blocks keep none of their numbers, and others a part.
+  ranking.change({}, asRanked(countRanked(700, 6'000)));
+  auto left = countRanked(0, 700);
+  auto const upper = countRanked(6'000, 9'000);
+  left.insert(left.end(), upper.begin(), upper.end());
+  ASSERT_NO_FATAL_FAILURE(expectBothOf(left, ranking));
+  ranking.change({}, asRanked(left));
+  ASSERT_NO_FATAL_FAILURE(expectBothOf({}, ranking));
+  ranking.change(asRanked(upper), {});
+  ASSERT_NO_FATAL_FAILURE(expectBothOf(upper, ranking));
+}
+
+TEST(NumberRanking, StaysWhereTheSameNumbersComeAndGo) {
+  auto const some = countRanked(-1'000, 1'000);
+  NumberRanking ranking;
+  ranking.change(asRanked(some), asRanked(some));
+  ASSERT_NO_FATAL_FAILURE(expectBothOf({}, ranking));
+  ranking.insertMany(asRanked(some));
+  ranking.change(asRanked(some), asRanked(some));
+  ASSERT_NO_FATAL_FAILURE(expectBothOf(some, ranking));
+  std::vector<double> const another(1'500, 600.5);
+  ranking.change(asRanked(another), asRanked(another));
+  ASSERT_NO_FATAL_FAILURE(expectBothOf(some, ranking));
+  // One zero comes and the other one goes.
+  ranking.change(std::vector<FloatNumber>(1'500, FloatNumber(-0.0)),
+                 std::vector<FloatNumber>(1'500, FloatNumber(0.0)));
+  ASSERT_NO_FATAL_FAILURE(expectBothOf(some, ranking));
+}
+
+TEST(NumberRanking, LosesTheOnlyNumberOfABlockAmongMany) {
+  auto some = countRanked(0, 513);  // one more than a block holds
+  NumberRanking ranking;
+  ranking.insertMany(asRanked(some));
+  std::vector<double> const passing(1'500, 7.5);
+  auto erased = passing;
+  erased.push_back(some.back());
+  some.pop_back();
+  ranking.change(asRanked(passing), asRanked(erased));
+  ASSERT_NO_FATAL_FAILURE(expectBothOf(some, ranking));
+}
+
+TEST(NumberRanking, SplitsABlockThatManyNumbersComeTo) {
+  auto some = countRanked(0, 2'000);
+  NumberRanking ranking;
+  ranking.insertMany(asRanked(some));
+  std::vector<double> inserted;
+  for (int step = 1; step < 5'000; ++step) {
+    inserted.push_back(700 + step / 5'000.0);
+  }
+  ranking.change(asRanked(inserted), {});
+  some.insert(some.end(), inserted.begin(), inserted.end());
+  ASSERT_NO_FATAL_FAILURE(expectBothOf(some, ranking));
+  EXPECT_LT(ranking.countBytes(), 14 * some.size()) << "blocks are as long as their numbers";
 }
 
 TEST(NumberRanking, NaNCountsWhereThereIsNothingElse) {

@@ -69,8 +69,8 @@ protected:
 
   [[nodiscard]] std::vector<CellIndex> listRepeated(CollectedOperands const& collected) const {
     std::vector<CellIndex> repeated;
-    for (unsigned long row = 0; row < rows; ++row) {
-      for (unsigned long column = 0; column < columns; ++column) {
+    for (unsigned long row = 0; row < watched.endRow; ++row) {
+      for (unsigned long column = 0; column < watched.endColumn; ++column) {
         if (collected.repeated->contains(row, column)) {
           repeated.push_back({RowIndex(row), ColumnIndex(column)});
         }
@@ -106,8 +106,8 @@ protected:
         ASSERT_TRUE(*threshold == wanted || std::isnan(wanted.get()));
       }
     }
-    for (unsigned long row = 0; row < rows; ++row) {
-      for (unsigned long column = 0; column < columns; ++column) {
+    for (unsigned long row = 0; row < watched.endRow; ++row) {
+      for (unsigned long column = 0; column < watched.endColumn; ++column) {
         ASSERT_EQ(followed.isRepeated({RowIndex(row), ColumnIndex(column)}),
                   expected.repeated->contains(row, column))
             << row << ',' << column;
@@ -115,8 +115,21 @@ protected:
     }
   }
 
+  /// Expects the operands of now, and exactly the cells that began to repeat a value or ended.
+  void expectFollowed(FollowedOperands const& followed, std::vector<CellIndex> const& flipped,
+                      CollectedOperands& before) const {
+    auto now = collectAnew();
+    ASSERT_NO_FATAL_FAILURE(expectUpToDate(followed, now));
+    std::vector<CellIndex> differing;
+    std::ranges::set_symmetric_difference(listRepeated(before), listRepeated(now),
+                                          std::back_inserter(differing));
+    ASSERT_EQ(flipped, differing);
+    before = std::move(now);
+  }
+
   DOM::Table table;
   PlainValueContextProvider const provider{table};
+  TableRange watched{0, 0, rows, columns};  ///< cells that the test looks at
   /// The second range overlaps the first one, the last holds single cells only.
   std::vector<TableRange> ranges{{0, 0, rows, 2}, {20, 1, 40, 4}, {50, 3, 51, 4}};
 };
@@ -148,16 +161,44 @@ TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterRandomEdits) {
       // Areas may share cells, and hold some that did not change.
       std::vector<TableRange> const areas{area, {row, 0, row + 1, column + 1}};
       auto const flipped = followed.valuesChanged(areas);
-      auto now = collectAnew();
-      ASSERT_NO_FATAL_FAILURE(expectUpToDate(followed, now)) << "edit " << edit;
-      std::vector<CellIndex> differing;
-      auto const before = listRepeated(expected);
-      auto const after = listRepeated(now);
-      std::set_symmetric_difference(before.begin(), before.end(), after.begin(), after.end(),
-                                    std::back_inserter(differing));
-      ASSERT_EQ(flipped, differing) << "edit " << edit;
-      expected = std::move(now);
+      ASSERT_NO_FATAL_FAILURE(expectFollowed(followed, flipped, expected)) << "edit " << edit;
     }
+  }
+}
+
+TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterEditsOfThousandsOfCells) {
+  std::mt19937 random(9);
+  watched = {0, 0, 2'600, 4};
+  ranges = {{0, 0, 2'600, 2}, {500, 1, 1'000, 3}};
+  auto const draw = [&] {
+    // Half of the numbers lie among many others, and half are those of other tests.
+    return random() % 2 == 0 ? drawFollowed(random)
+                             : number(static_cast<double>(random() % 3'000) * 0.25 - 300);
+  };
+  auto const fill = [&](TableRange const& area) {
+    for (unsigned long row = area.firstRow; row < area.endRow; ++row) {
+      for (unsigned long column = area.firstColumn; column < area.endColumn; ++column) {
+        random() % 8 == 0 ? table.removeCell(row, column) : table.setValue(row, column, draw());
+      }
+    }
+  };
+  fill({0, 0, 2'600, 2});
+  FollowedOperands followed(provider, table, ranges, everyNeed);
+  followed.prepareUntil(inFuture());
+  auto expected = collectAnew();
+  for (int edit = 0; edit < 12; ++edit) {
+    SCOPED_TRACE(edit);
+    std::vector<TableRange> const areas{{random() % 100, 0, 2'400 + random() % 200, 2}};
+    fill(areas.front());
+    auto const flipped = followed.valuesChanged(areas);
+    ASSERT_NO_FATAL_FAILURE(expectFollowed(followed, flipped, expected));
+    // A column goes with most of what has just come.
+    SheetMoves moves;
+    moves.columns.add({AxisEdit::Kind::Delete, 1, 1});
+    table.deleteColumns(1, 1);
+    ASSERT_TRUE(followed.linesChanged(moves, ranges));
+    expected = collectAnew();
+    ASSERT_NO_FATAL_FAILURE(expectUpToDate(followed, expected));
   }
 }
 
