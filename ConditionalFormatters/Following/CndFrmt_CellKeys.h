@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 #include "Utils/CellIndex.h"
@@ -13,8 +14,7 @@ namespace Zorv::ConditionalFormatters {
 /// the column after the last one is the first of the next row.
 using PositionKey = std::uint64_t;
 
-inline constexpr unsigned columnKeyBits = 14;  ///< 16,384 columns
-inline constexpr std::uint32_t columnKeyMask = (std::uint32_t{1} << columnKeyBits) - 1;
+inline constexpr unsigned columnKeyBits = 14;                    ///< 16,384 columns
 inline constexpr unsigned positionKeyBits = 20 + columnKeyBits;  ///< 1,048,576 rows
 
 [[nodiscard]] constexpr PositionKey positionKeyOf(unsigned long row,
@@ -25,10 +25,25 @@ inline constexpr unsigned positionKeyBits = 20 + columnKeyBits;  ///< 1,048,576 
   return key >> columnKeyBits;
 }
 [[nodiscard]] constexpr unsigned long columnOfKey(PositionKey key) noexcept {
-  return key & columnKeyMask;
+  return key & ((PositionKey{1} << columnKeyBits) - 1);
 }
 [[nodiscard]] inline CellIndex cellIndexOfKey(PositionKey key) noexcept {
   return {RowIndex(rowOfKey(key)), ColumnIndex(columnOfKey(key))};
+}
+
+/// A place in the order in which the cells of some ranges are added up: the index of the range,
+/// then the position. A cell of two ranges has two places.
+using PlaceKey = std::uint64_t;
+
+/// Requires fewer than 2^29 ranges.
+[[nodiscard]] constexpr PlaceKey placeKeyOf(std::size_t range, PositionKey position) noexcept {
+  return (PlaceKey{range} << positionKeyBits) + position;
+}
+[[nodiscard]] constexpr PositionKey positionOfPlace(PlaceKey place) noexcept {
+  return place & ((PlaceKey{1} << positionKeyBits) - 1);
+}
+[[nodiscard]] constexpr std::size_t rangeOfPlace(PlaceKey place) noexcept {
+  return place >> positionKeyBits;
 }
 
 /// A value in 64 bits. A number is its own bits, with one zero and one NaN; the other kinds lie

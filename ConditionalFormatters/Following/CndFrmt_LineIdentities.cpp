@@ -27,8 +27,7 @@ unsigned long LineIdentities::identityOf(unsigned long line) const noexcept {
 
 std::optional<unsigned long> LineIdentities::find(unsigned long identity) {
   if (_byIdentity.empty()) {
-    _byIdentity = _runs;
-    std::ranges::sort(_byIdentity, {}, &Run::identity);
+    _byIdentity = listByIdentity();
   }
   auto const next = std::ranges::upper_bound(_byIdentity, identity, {}, &Run::identity);
   if (next == _byIdentity.begin()) {
@@ -37,6 +36,12 @@ std::optional<unsigned long> LineIdentities::find(unsigned long identity) {
   Run const& run = *std::prev(next);
   unsigned long const line = run.first + (identity - run.identity);
   return line < run.end ? std::optional(line) : std::nullopt;
+}
+
+std::vector<LineIdentities::Run> LineIdentities::listByIdentity() const {
+  std::vector<Run> runs = _runs;
+  std::ranges::sort(runs, {}, &Run::identity);
+  return runs;
 }
 
 bool LineIdentities::canFollow(LineMoves const& moves) const noexcept {

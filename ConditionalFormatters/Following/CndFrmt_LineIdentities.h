@@ -15,6 +15,13 @@ namespace Zorv::ConditionalFormatters {
 /// edit, a step for each run.
 class LineIdentities {
 public:
+  /// Neighbouring lines with consecutive identities.
+  struct Run {
+    unsigned long first;     ///< the line
+    unsigned long end;       ///< the line after the last one
+    unsigned long identity;  ///< of the first line
+  };
+
   /// `length`: how many lines there are. `bits`: identities have at most so many.
   LineIdentities(unsigned long length, unsigned bits);
 
@@ -29,13 +36,10 @@ public:
   /// Requires that it can follow them.
   void follow(LineMoves const& moves);
 
-private:
-  struct Run {
-    unsigned long first;     ///< the line
-    unsigned long end;       ///< the line after the last one
-    unsigned long identity;  ///< of the first line
-  };
+  /// All lines, by ascending identities.
+  [[nodiscard]] std::vector<Run> listByIdentity() const;
 
+private:
   void follow(AxisEdit const& edit);
   /// Appends lines of some runs to the new ones.
   void appendLines(std::vector<Run> const& before, unsigned long first, unsigned long end);

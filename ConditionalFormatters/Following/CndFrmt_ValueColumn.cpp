@@ -41,42 +41,24 @@ double addNumbers(double sum, std::vector<ValueBits> const& values) noexcept {
 
 }  // namespace
 
-void ValueColumn::append(PlaceKey place, ValueBits value) {
-  Block& block = roomAtEnd(_blocks, place);
-  if (_firstPlaces.size() < _blocks.size()) {
-    _firstPlaces.push_back(place);
-  }
-  block.offsets.push_back(static_cast<std::uint32_t>(place - block.first));
-  block.values.push_back(value);
-  ++_size;
-  countValue(value, 1);
-}
-
-ValueColumn::Block& ValueColumn::roomAtEnd(std::vector<Block>& blocks, PlaceKey place) {
-  if (blocks.empty() || blocks.back().size() == mostInBlock || !blocks.back().reaches(place)) {
-    Block added{.first = place, .offsets = {}, .values = {}};
-    added.offsets.reserve(mostInBlock);
-    added.values.reserve(mostInBlock);
-    blocks.push_back(std::move(added));
-  }
-  return blocks.back();
-}
-
 ValueBits ValueColumn::set(PlaceKey place, ValueBits value) {
-  if (_blocks.empty() || place > _blocks.back().last()) {
+  StoredPlace const stored = _places.store(place);
+  if (_blocks.empty() || stored > _blocks.back().last()) {
     if (value != noValueBits) {
-      append(place, value);
+      append(stored, value);
+      noteOrder(stored);
     }
     return noValueBits;
   }
-  Spot const spot = find(place);
+  Spot const spot = find(stored);
   ValueBits const old = valueAt(spot);
   if (old == value) {
     return old;
   }
   touch(spot.block);
   if (old == noValueBits) {
-    insertAt(spot, place, value);
+    insertAt(spot, stored, value);
+    noteOrder(stored);
   } else if (value == noValueBits) {
     eraseAt(spot);
   } else {
@@ -88,7 +70,7 @@ ValueBits ValueColumn::set(PlaceKey place, ValueBits value) {
 }
 
 ValueBits ValueColumn::get(PlaceKey place) const noexcept {
-  return _blocks.empty() ? noValueBits : valueAt(find(place));
+  return _blocks.empty() ? noValueBits : valueAt(find(_places.store(place)));
 }
 
 std::vector<ValueColumn::Entry> ValueColumn::list(std::size_t range, TableRange const& area,
@@ -97,45 +79,58 @@ std::vector<ValueColumn::Entry> ValueColumn::list(std::size_t range, TableRange 
   if (_blocks.empty() || area.isEmpty()) {
     return entries;
   }
-  PlaceKey const end = placeKeyOf(range, positionKeyOf(area.endRow - 1, area.endColumn));
-  Spot spot = find(placeKeyOf(range, positionKeyOf(area.firstRow, area.firstColumn)));
-  for (; spot.block < _blocks.size() && _firstPlaces[spot.block] < end;
+  auto const columns = _places.list(columnIntervalOf(area));
+  auto const storedOf = [range](unsigned long row) {
+    return storedOfRow(rowOfPlace(placeKeyOf(range, positionKeyOf(row, 0))));
+  };
+  StoredPlace const end = storedOf(area.endRow);
+  for (Spot spot = find(storedOf(area.firstRow));
+       spot.block < _blocks.size() && _firstPlaces[spot.block] < end && entries.size() <= most;
        spot = {spot.block + 1, 0, false}) {
     Block const& block = _blocks[spot.block];
-    if (!hasColumns(block, columnIntervalOf(area))) {
+    if (!mayHaveColumns(block, columns)) {
       continue;
     }
     for (std::size_t offset = spot.offset; offset < block.size(); ++offset) {
-      PlaceKey const place = block.placeAt(offset);
-      if (place >= end || entries.size() > most) {
-        return entries;
+      StoredPlace const stored = block.placeAt(offset);
+      if (stored >= end || entries.size() > most) {
+        break;
       }
-      unsigned long const column = columnOfKey(positionOfPlace(place));
-      if (area.firstColumn <= column && column < area.endColumn) {
-        entries.push_back({place, block.values[offset]});
+      if (StoredColumns const* const found = StoredPlaces::findColumns(columns, stored)) {
+        entries.push_back({found->placeOf(stored), block.values[offset]});
       }
     }
+  }
+  if (!_isInOrder) {
+    std::ranges::sort(entries, {}, &Entry::place);
   }
   return entries;
 }
 
-/// True if a block has values in some columns. The loop becomes vector instructions: to pass over a
-/// block takes a fraction of looking at each of its values.
-bool ValueColumn::hasColumns(Block const& block, LineInterval const& columns) noexcept {
+/// False if a block has no values in some columns. The loop becomes vector instructions: to pass
+/// over a block takes a fraction of looking at each of its values.
+bool ValueColumn::mayHaveColumns(Block const& block, std::span<StoredColumns const> columns) {
+  constexpr std::size_t few = 8;
   auto const first = static_cast<std::uint32_t>(block.first);
-  auto const firstColumn = static_cast<std::uint32_t>(columns.first);
-  auto const count = static_cast<std::uint32_t>(columns.end - columns.first);
-  std::uint32_t found = 0;
-  for (std::uint32_t const offset : block.offsets) {
-    found |= static_cast<std::uint32_t>(((first + offset) & columnKeyMask) - firstColumn < count);
-  }
-  return found != 0;
+  return columns.size() > few || std::ranges::any_of(columns, [&](StoredColumns const& each) {
+           std::uint32_t const count = each.end - each.first;
+           std::uint32_t found = 0;
+           for (std::uint32_t const offset : block.offsets) {
+             std::uint32_t const identity = (first + offset) & storedColumnMask;
+             found |= static_cast<std::uint32_t>(identity - each.first < count);
+           }
+           return found != 0;
+         });
 }
 
 FloatNumber ValueColumn::sum() {
   bool const isExact =
       _smallCount == _numberCount && _smallCount <= mostSmall && _smallMagnitude <= largestExact;
-  return FloatNumber(isExact ? static_cast<double>(_smallTotal) : continueSum());
+  if (isExact) {
+    return FloatNumber(static_cast<double>(_smallTotal));
+  }
+  restoreOrder();
+  return FloatNumber(continueSum());
 }
 
 std::size_t ValueColumn::countBytes() const noexcept {
@@ -163,7 +158,28 @@ double ValueColumn::continueSum() {
   return addNumbers(_blocks.back().sumBefore, _blocks.back().values);
 }
 
-ValueColumn::Spot ValueColumn::find(PlaceKey place) const noexcept {
+void ValueColumn::append(StoredPlace place, ValueBits value) {
+  Block& block = roomAtEnd(_blocks, place);
+  if (_firstPlaces.size() < _blocks.size()) {
+    _firstPlaces.push_back(place);
+  }
+  block.offsets.push_back(static_cast<std::uint32_t>(place - block.first));
+  block.values.push_back(value);
+  ++_size;
+  countValue(value, 1);
+}
+
+ValueColumn::Block& ValueColumn::roomAtEnd(std::vector<Block>& blocks, StoredPlace place) {
+  if (blocks.empty() || blocks.back().size() == mostInBlock || !blocks.back().reaches(place)) {
+    Block added{.first = place, .offsets = {}, .values = {}};
+    added.offsets.reserve(mostInBlock);
+    added.values.reserve(mostInBlock);
+    blocks.push_back(std::move(added));
+  }
+  return blocks.back();
+}
+
+ValueColumn::Spot ValueColumn::find(StoredPlace place) const noexcept {
   auto const next = std::ranges::upper_bound(_firstPlaces, place);
   if (next == _firstPlaces.begin()) {
     return {0, 0, false};
@@ -185,7 +201,7 @@ void ValueColumn::insertBlock(std::size_t index, Block block) {
   _blocks.insert(_blocks.begin() + offset, std::move(block));
 }
 
-void ValueColumn::insertAt(Spot spot, PlaceKey place, ValueBits value) {
+void ValueColumn::insertAt(Spot spot, StoredPlace place, ValueBits value) {
   ++_size;
   bool const isBefore = place < _blocks[spot.block].first;
   if (isBefore || !_blocks[spot.block].reaches(place)) {
@@ -226,7 +242,7 @@ void ValueColumn::eraseAt(Spot const& spot) {
 }
 
 ValueColumn::Block ValueColumn::slice(Block const& block, std::size_t begin, std::size_t end,
-                                      PlaceKey first) {
+                                      StoredPlace first) {
   Block part{.first = first, .offsets = {}, .values = {}};
   std::uint32_t const gap = block.offsets[begin];
   part.offsets.reserve(end - begin);

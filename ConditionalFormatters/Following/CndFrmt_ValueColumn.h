@@ -5,29 +5,16 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "ConditionalFormatters/Following/CndFrmt_CellKeys.h"
 #include "ConditionalFormatters/Following/CndFrmt_LineMoves.h"
+#include "ConditionalFormatters/Following/CndFrmt_StoredPlaces.h"
 #include "Utils/FloatNumber.h"
 #include "Utils/TableRange.h"
 
 namespace Zorv::ConditionalFormatters {
-
-/// A place in the order in which the cells of some ranges are added up: the index of the range,
-/// then the position. A cell of two ranges has two places.
-using PlaceKey = std::uint64_t;
-
-/// Requires fewer than 2^30 ranges.
-[[nodiscard]] constexpr PlaceKey placeKeyOf(std::size_t range, PositionKey position) noexcept {
-  return (PlaceKey{range} << positionKeyBits) + position;
-}
-[[nodiscard]] constexpr PositionKey positionOfPlace(PlaceKey place) noexcept {
-  return place & ((PlaceKey{1} << positionKeyBits) - 1);
-}
-[[nodiscard]] constexpr std::size_t rangeOfPlace(PlaceKey place) noexcept {
-  return place >> positionKeyBits;
-}
 
 /// The values of the cells in some ranges, and the sum of their numbers, both of which follow edits
 /// of values, rows and columns.
@@ -36,10 +23,14 @@ using PlaceKey = std::uint64_t;
 /// bit. While all numbers are whole and small enough, no partial sum is rounded, so that a running
 /// total is that sum. Otherwise the sum is continued from the first block that an edit touched.
 ///
+/// Within a row, values are kept in the order of the identities of their columns, so that edits of
+/// columns move none. Where this is not the order of the columns, and a sum depends on the order,
+/// the values are put in order at last.
+///
 /// Twelve bytes for each value. Costs: an edit of a value, a binary search and a move within one
-/// block of 1,024 values; an edit of rows, a step for each block; one of columns likewise where
-/// ranges move as a whole, and else a step for each value of the range; the sum, constant time, or
-/// up to a millisecond for a million values.
+/// block of 1,024 values; an edit of rows, a step for each block; one of columns, a step for each
+/// run of columns; the sum, constant time, or up to a millisecond for a million values; to put a
+/// million values in order, some milliseconds.
 class ValueColumn {
 public:
   struct Entry {
@@ -49,8 +40,6 @@ public:
 
   static constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 
-  /// Appends a value. Requires a place after all others.
-  void append(PlaceKey place, ValueBits value);
   /// Sets the value of a place, or removes it: noValueBits. Gives the one that it had.
   ValueBits set(PlaceKey place, ValueBits value);
   [[nodiscard]] ValueBits get(PlaceKey place) const noexcept;
@@ -67,13 +56,15 @@ public:
     if (_blocks.empty()) {
       return std::nullopt;
     }
-    for (Spot spot = find(from); spot.block < _blocks.size(); spot = {spot.block + 1, 0, false}) {
+    Spot spot = find(storedOfRow(rowOfPlace(from)));
+    for (; spot.block < _blocks.size(); spot = {spot.block + 1, 0, false}) {
       Block const& block = _blocks[spot.block];
-      auto const first = block.values.begin() + static_cast<std::ptrdiff_t>(spot.offset);
-      auto const found = std::find_if(first, block.values.end(), test);
-      if (found != block.values.end()) {
-        auto const offset = static_cast<std::size_t>(found - block.values.begin());
-        return Entry{block.placeAt(offset), *found};
+      for (auto value = block.values.begin() + static_cast<std::ptrdiff_t>(spot.offset);
+           (value = std::find_if(value, block.values.end(), test)) != block.values.end(); ++value) {
+        auto const offset = static_cast<std::size_t>(value - block.values.begin());
+        if (PlaceKey const place = _places.placeOf(block.placeAt(offset)); place >= from) {
+          return findFirstOfRow(std::max(from, placeOfRow(rowOfPlace(place))), test);
+        }
       }
     }
     return std::nullopt;
@@ -83,6 +74,7 @@ public:
   /// that are gone have no values.
   void moveRows(LineMoves const& moves);
   /// The same for columns. `ranges`: those of the places, before the edits; values lie in them.
+  /// Requires that CellIdentities that are as old can follow the edits.
   void moveColumns(LineMoves const& moves, std::vector<TableRange> const& ranges);
 
   [[nodiscard]] std::size_t size() const noexcept { return _size; }
@@ -98,19 +90,19 @@ private:
 
   /// Neighbouring values of one range.
   struct Block {
-    PlaceKey first;                      ///< the first place
+    StoredPlace first;                   ///< the first place
     std::vector<std::uint32_t> offsets;  ///< of the places from the first one, ascending
     std::vector<ValueBits> values;
     double sumBefore = 0;  ///< of all numbers in the blocks before, if that is known
 
     [[nodiscard]] std::size_t size() const noexcept { return offsets.size(); }
-    [[nodiscard]] PlaceKey placeAt(std::size_t index) const noexcept {
+    [[nodiscard]] StoredPlace placeAt(std::size_t index) const noexcept {
       return first + offsets[index];
     }
-    [[nodiscard]] PlaceKey last() const noexcept { return placeAt(size() - 1); }
+    [[nodiscard]] StoredPlace last() const noexcept { return placeAt(size() - 1); }
     /// True if a place from the first one on can be among those of the block.
-    [[nodiscard]] bool reaches(PlaceKey place) const noexcept {
-      return rangeOfPlace(place) == rangeOfPlace(first) &&
+    [[nodiscard]] bool reaches(StoredPlace place) const noexcept {
+      return rangeOfStored(place) == rangeOfStored(first) &&
              place - first <= std::numeric_limits<std::uint32_t>::max();
     }
   };
@@ -122,35 +114,52 @@ private:
     bool isThere;
   };
 
+  /// The first value of a row from a place on that passes a test. Requires that there is one.
+  template <class Test>
+  [[nodiscard]] Entry findFirstOfRow(PlaceKey from, Test const& test) const {
+    unsigned long const row = rowOfKey(positionOfPlace(from));
+    unsigned long const column = columnOfKey(positionOfPlace(from));
+    auto const entries = list(rangeOfPlace(from), {row, column, row + 1, DOM::Table::columnCount});
+    return *std::ranges::find_if(entries, test, &Entry::value);
+  }
+
   /// Requires that there are blocks.
-  [[nodiscard]] Spot find(PlaceKey place) const noexcept;
+  [[nodiscard]] Spot find(StoredPlace place) const noexcept;
   [[nodiscard]] ValueBits valueAt(Spot const& spot) const noexcept;
-  [[nodiscard]] static bool hasColumns(Block const& block, LineInterval const& columns) noexcept;
+  [[nodiscard]] static bool mayHaveColumns(Block const& block,
+                                           std::span<StoredColumns const> columns);
+  /// Requires that the place lies after all others.
+  void append(StoredPlace place, ValueBits value);
   void insertBlock(std::size_t index, Block block);
-  void insertAt(Spot spot, PlaceKey place, ValueBits value);
+  void insertAt(Spot spot, StoredPlace place, ValueBits value);
   void eraseAt(Spot const& spot);
   /// Cuts a block in two.
   void cutBlock(std::size_t block, std::size_t index);
   /// The values of a block from one index up to, but without, another one, at places from one on.
   [[nodiscard]] static Block slice(Block const& block, std::size_t begin, std::size_t end,
-                                   PlaceKey first);
+                                   StoredPlace first);
   /// The block to which a place after all others of some blocks is appended.
-  [[nodiscard]] static Block& roomAtEnd(std::vector<Block>& blocks, PlaceKey place);
+  [[nodiscard]] static Block& roomAtEnd(std::vector<Block>& blocks, StoredPlace place);
   /// Moves the values of a block, cut where rows beside each other are moved apart.
   static void appendMoved(Block& block, LineMoves const& moves, std::vector<Block>& moved);
-  /// Where columns of a range do not stay together.
-  class ColumnsApart;
-  void cutLongBlocks();
   void listFirstPlaces();
   void joinSmallBlocks();
+  /// Notes whether a new value stands between the values before and behind it.
+  void noteOrder(StoredPlace place);
+  /// Puts the values in the order of their columns.
+  void restoreOrder();
+  void cutLongBlocks();
+  class RowOrder;
   /// Counts a value, or with -1 counts it no longer.
   void countValue(ValueBits value, int sign) noexcept;
   /// Makes the sums before the blocks after this one unknown.
   void touch(std::size_t block) noexcept { _knownSums = std::min(_knownSums, block + 1); }
   [[nodiscard]] double continueSum();
 
+  StoredPlaces _places;
+  bool _isInOrder = true;      ///< stored places ascend with the places themselves
   std::vector<Block> _blocks;  ///< none is empty
-  std::vector<PlaceKey> _firstPlaces;
+  std::vector<StoredPlace> _firstPlaces;
   std::size_t _size = 0;
   std::size_t _numberCount = 0;
   std::size_t _knownSums = 0;  ///< in so many blocks `sumBefore` is known

@@ -1,4 +1,4 @@
-// How a column of values follows edits of columns.
+// How a column of values follows edits of columns, and the order of values within rows.
 
 #include <algorithm>
 #include <cstddef>
@@ -12,55 +12,65 @@
 
 namespace Zorv::ConditionalFormatters {
 
-namespace {
+void ValueColumn::moveColumns(LineMoves const& moves, std::vector<TableRange> const& ranges) {
+  if (moves.isEmpty()) {
+    return;
+  }
+  _places.follow(moves);
+  bool const staysInOrder =
+      moves.keepOrder() || std::ranges::all_of(ranges, [&](TableRange const& range) {
+        return moves.findShift(columnIntervalOf(range)).has_value();
+      });
+  _isInOrder = _isInOrder && staysInOrder;
+}
 
-/// Distances of places from one in column 0, modulo 2^32. The low bits are the column.
-using Distances = std::vector<std::uint32_t>;
-
-/// Moves places along their rows. A loop for each run of columns becomes vector instructions, and
-/// takes a fraction of a look-up of each column.
-void shiftColumns(Distances& distances, LineMoves const& moves) {
-  Distances const before = distances;
-  for (LineRun const& run : moves.getRuns()) {
-    auto const shift = static_cast<std::uint32_t>(run.shift.value_or(0));
-    auto const first = static_cast<std::uint32_t>(run.first);
-    auto const count = static_cast<std::uint32_t>(run.end - run.first);
-    for (std::size_t index = 0; shift != 0 && index < distances.size(); ++index) {
-      bool const isInRun = (before[index] & columnKeyMask) - first < count;
-      distances[index] += isInRun ? shift : 0;
-    }
+void ValueColumn::noteOrder(StoredPlace stored) {
+  if (!_isInOrder || _places.areInOrder()) {
+    return;
+  }
+  Spot const spot = find(stored);
+  Block const& block = _blocks[spot.block];
+  PlaceKey const place = _places.placeOf(stored);
+  bool const isFirst = spot.block == 0 && spot.offset == 0;
+  if (!isFirst) {
+    StoredPlace const before =
+        spot.offset > 0 ? block.placeAt(spot.offset - 1) : _blocks[spot.block - 1].last();
+    _isInOrder = _places.placeOf(before) < place;
+  }
+  bool const isLast = spot.block + 1 == _blocks.size() && spot.offset + 1 == block.size();
+  if (!isLast) {
+    StoredPlace const next = spot.offset + 1 < block.size() ? block.placeAt(spot.offset + 1)
+                                                            : _firstPlaces[spot.block + 1];
+    _isInOrder = _isInOrder && place < _places.placeOf(next);
   }
 }
 
-}  // namespace
-
-/// The blocks of a range whose columns an edit moves apart. Meanwhile the first place of a block is
-/// that of column 0 in its first row, so that its offsets tell the columns.
-class ValueColumn::ColumnsApart {
+/// Puts the values of blocks in the order of their columns, row by row. Meanwhile the first place
+/// of a block is that of column 0 in its first row, so that its offsets tell the columns.
+class ValueColumn::RowOrder {
 public:
-  explicit ColumnsApart(std::span<Block> blocks) noexcept : _blocks(blocks) {}
+  /// Requires blocks that reach no further than an offset from column 0 can tell.
+  RowOrder(std::span<Block> blocks, std::span<StoredColumns const> columns) : _blocks(blocks) {
+    for (StoredColumns const& each : columns) {
+      std::fill(_distances.begin() + each.first, _distances.begin() + each.end,
+                static_cast<std::uint32_t>(each.column) - each.first);
+    }
+  }
 
-  void move(LineMoves const& moves) {
-    bool const keepsOrder = moves.keepOrder();
+  void restore() {
     for (Block& block : _blocks) {
-      beginAtColumnZero(block);
-      shiftColumns(block.offsets, moves);
       // All at once, while the block is in the cache.
-      if (keepsOrder) {
-        beginAtFirstValue(block);
-      } else {
-        sortRows(block);
-      }
+      beginAtColumnZero(block);
+      renumber(block.offsets);
+      sortRows(block);
     }
-    if (!keepsOrder) {
-      sortRowsAcross();
-      std::ranges::for_each(_blocks, beginAtFirstValue);
-    }
+    sortRowsAcross();
+    std::ranges::for_each(_blocks, beginAtFirstValue);
   }
 
 private:
   static void beginAtColumnZero(Block& block) noexcept {
-    std::uint32_t const column = static_cast<std::uint32_t>(block.first) & columnKeyMask;
+    std::uint32_t const column = static_cast<std::uint32_t>(block.first) & storedColumnMask;
     block.first -= column;
     std::ranges::for_each(block.offsets, [column](std::uint32_t& each) { each += column; });
   }
@@ -70,11 +80,31 @@ private:
     std::ranges::for_each(block.offsets, [gap](std::uint32_t& each) { each -= gap; });
   }
 
-  /// Puts the values of each row in order. The rows themselves are in order: values that lie too
-  /// far behind are only to be brought forward within their row.
+  /// Puts the columns where their identities were.
+  void renumber(std::vector<std::uint32_t>& offsets) const {
+    std::ranges::for_each(
+        offsets, [this](std::uint32_t& each) { each += _distances[each & storedColumnMask]; });
+  }
+
+  struct Stored {
+    StoredPlace place;
+    ValueBits value;
+  };
+
+  /// Puts the values of each row in order. The rows themselves are in order.
   static void sortRows(Block& block) {
+    if (!bringForward(block)) {
+      sortAll(block);
+    }
+  }
+
+  /// Brings values that lie too far behind forward within their row. False if that takes long: too
+  /// many columns have changed their order.
+  static bool bringForward(Block& block) {
+    constexpr std::ptrdiff_t mostSteps = 16 * mostInBlock;
+    std::ptrdiff_t steps = 0;
     auto const begin = block.offsets.begin();
-    for (auto next = begin + 1; next < block.offsets.end();) {
+    for (auto next = begin + 1; next < block.offsets.end() && steps < mostSteps;) {
       if (*next >= *std::prev(next)) {
         ++next;
         continue;
@@ -87,18 +117,31 @@ private:
       while (end < block.offsets.end() && *std::prev(end) < *end && *end < *gap) {
         ++end;
       }
+      steps += end - gap;
       auto const values = block.values.begin();
       std::rotate(values + (gap - begin), values + (next - begin), values + (end - begin));
       next = std::rotate(gap, next, end);
+    }
+    return steps < mostSteps;
+  }
+
+  static void sortAll(Block& block) {
+    std::vector<Stored> all;
+    for (std::size_t index = 0; index < block.size(); ++index) {
+      all.push_back({block.offsets[index], block.values[index]});
+    }
+    std::ranges::sort(all, {}, &Stored::place);
+    for (std::size_t index = 0; index < block.size(); ++index) {
+      block.offsets[index] = static_cast<std::uint32_t>(all[index].place);
+      block.values[index] = all[index].value;
     }
   }
 
   /// The same for rows that begin in one block and end in another one.
   void sortRowsAcross() {
-    std::vector<Entry> row;
+    std::vector<Stored> row;
     for (std::size_t block = 0; block + 1 < _blocks.size(); ++block) {
-      PlaceKey const last = _blocks[block].last();
-      PlaceKey const rowStart = last - columnOfKey(last);
+      StoredPlace const rowStart = storedOfRow(rowOfStored(_blocks[block].last()));
       if (_blocks[block + 1].first != rowStart) {
         continue;
       }
@@ -106,7 +149,7 @@ private:
       forEachOfRow(block, rowStart, [&row](Block& each, std::size_t index) {
         row.push_back({each.placeAt(index), each.values[index]});
       });
-      std::ranges::sort(row, {}, &Entry::place);
+      std::ranges::sort(row, {}, &Stored::place);
       forEachOfRow(block, rowStart, [entry = row.begin()](Block& each, std::size_t index) mutable {
         each.offsets[index] = static_cast<std::uint32_t>(entry->place - each.first);
         each.values[index] = (entry++)->value;
@@ -116,16 +159,15 @@ private:
 
   /// Calls `visit(block, index)` for each value of a row, which begins in a block.
   template <class Visit>
-  void forEachOfRow(std::size_t first, PlaceKey rowStart, Visit visit) {
+  void forEachOfRow(std::size_t first, StoredPlace rowStart, Visit visit) {
     for (Block& block : _blocks.subspan(first)) {
       if (block.first > rowStart) {
         return;
       }
-      auto const rowOf = [](std::uint32_t offset) { return PlaceKey{offset} >> columnKeyBits; };
-      PlaceKey const row = (rowStart - block.first) >> columnKeyBits;
+      PlaceRow const row = rowOfStored(rowStart - block.first);
       // Not equal_range: clang 14 refuses the subrange of this standard library.
-      auto const begin = std::ranges::lower_bound(block.offsets, row, {}, rowOf);
-      auto const end = std::ranges::upper_bound(block.offsets, row, {}, rowOf);
+      auto const begin = std::ranges::lower_bound(block.offsets, row, {}, rowOfStored);
+      auto const end = std::ranges::upper_bound(block.offsets, row, {}, rowOfStored);
       for (auto index = begin; index != end; ++index) {
         visit(block, static_cast<std::size_t>(index - block.offsets.begin()));
       }
@@ -133,41 +175,30 @@ private:
   }
 
   std::span<Block> _blocks;
+  /// From the identities of columns to these, modulo 2^32.
+  std::vector<std::uint32_t> _distances = std::vector<std::uint32_t>(storedColumnMask + 1);
 };
 
-void ValueColumn::moveColumns(LineMoves const& moves, std::vector<TableRange> const& ranges) {
-  if (moves.isEmpty()) {
+void ValueColumn::restoreOrder() {
+  if (_isInOrder) {
     return;
   }
-  if (!moves.keepOrder()) {
-    cutLongBlocks();
-  }
-  for (auto block = _blocks.begin(); block != _blocks.end();) {
-    std::size_t const range = rangeOfPlace(block->first);
-    auto const end = std::find_if(block, _blocks.end(), [range](Block const& each) {
-      return rangeOfPlace(each.first) != range;
-    });
-    if (auto const shift = moves.findShift(columnIntervalOf(ranges[range]))) {
-      std::for_each(block, end, [&](Block& each) { each.first += *shift; });
-    } else {
-      ColumnsApart({block, end}).move(moves);
-      if (!moves.keepOrder()) {
-        touch(static_cast<std::size_t>(block - _blocks.begin()));
-      }
-    }
-    block = end;
-  }
+  cutLongBlocks();
+  RowOrder(_blocks, _places.getRuns()).restore();
+  _places = StoredPlaces();
+  _isInOrder = true;
+  _knownSums = 0;
   listFirstPlaces();
 }
 
 /// Cuts blocks that reach further than a distance from column 0 can tell.
 void ValueColumn::cutLongBlocks() {
   for (std::size_t index = 0; index < _blocks.size(); ++index) {
-    std::uint32_t const column = static_cast<std::uint32_t>(_blocks[index].first) & columnKeyMask;
+    std::uint32_t const column =
+        static_cast<std::uint32_t>(_blocks[index].first) & storedColumnMask;
     auto const& offsets = _blocks[index].offsets;
-    auto const cut = std::ranges::upper_bound(offsets, ~column);
+    auto const cut = std::ranges::upper_bound(offsets, ~storedColumnMask - column);
     if (cut != offsets.end()) {
-      touch(index);
       cutBlock(index, static_cast<std::size_t>(cut - offsets.begin()));
     }
   }

@@ -19,7 +19,7 @@ void ValueColumn::moveRows(LineMoves const& moves) {
   // Up to the first block that is cut, or may come to lie elsewhere, sums stay as they are.
   std::size_t same = 0;
   for (Block& block : _blocks) {
-    PlaceKey const first = block.first;
+    StoredPlace const first = block.first;
     bool const isSame = same == moved.size();
     appendMoved(block, moves, moved);
     bool const isWhole = moved.size() == same + 1 && (keepsOrder || moved.back().first == first);
@@ -35,13 +35,15 @@ void ValueColumn::moveRows(LineMoves const& moves) {
 
 void ValueColumn::appendMoved(Block& block, LineMoves const& moves, std::vector<Block>& moved) {
   for (std::size_t begin = 0; begin < block.size();) {
-    PlaceKey const place = block.placeAt(begin);
-    LineRun const& run = moves.runOf(rowOfKey(positionOfPlace(place)));
-    PlaceKey const endOfRun = placeKeyOf(rangeOfPlace(place), positionKeyOf(run.end, 0));
-    auto const next = std::lower_bound(block.offsets.begin() + static_cast<std::ptrdiff_t>(begin),
-                                       block.offsets.end(), endOfRun - block.first);
+    StoredPlace const place = block.placeAt(begin);
+    PlaceKey const row = placeOfRow(rowOfStored(place));
+    LineRun const& run = moves.runOf(rowOfKey(positionOfPlace(row)));
+    PlaceKey const endOfRun = placeKeyOf(rangeOfPlace(row), positionKeyOf(run.end, 0));
+    auto const next =
+        std::lower_bound(block.offsets.begin() + static_cast<std::ptrdiff_t>(begin),
+                         block.offsets.end(), storedOfRow(rowOfPlace(endOfRun)) - block.first);
     auto const end = static_cast<std::size_t>(next - block.offsets.begin());
-    PlaceKey const first = place + (PlaceKey{*run.shift} << columnKeyBits);
+    StoredPlace const first = place + storedOfRow(*run.shift);
     if (end - begin == block.size()) {
       block.first = first;
       moved.push_back(std::move(block));

@@ -64,7 +64,7 @@ bool isNumber(boost::optional<FloatNumber> const& reference) noexcept {
 
 SharedOperands::SharedOperands(ValueContextProvider const& provider, DOM::Table const& table,
                                ConditionalFormatRefs const& formatRefs, std::size_t mostFollowed)
-    : _provider(provider), _table(table), _formatRefs(formatRefs), _mostFollowed(mostFollowed) {
+    : _provider(provider), _formatRefs(formatRefs), _mostFollowed(mostFollowed) {
   boost::unordered_map<SharedKey, Shared*> byRanges;
   for (FormatIndex format = 0; format < formatRefs.size(); ++format) {
     auto const& [ranges, record] = formatRefs[format];

@@ -114,7 +114,6 @@ private:
   void follow(Shared& shared, std::span<TableRange const> areas, OperandChanges& changes);
 
   ValueContextProvider const& _provider;
-  DOM::Table const& _table;
   ConditionalFormatRefs const& _formatRefs;
   std::size_t _mostFollowed;
   std::deque<Shared> _shared;

@@ -117,7 +117,7 @@ TEST(ValueColumn, FollowsRandomEditsToTheLastBitOfItsSum) {
     PlainColumn plain;
     for (PlaceKey place = 0; place < 9'000; place += 3) {
       ValueBits const value = place % 7 == 0 ? someText : bitsOfNumber(each.draw(random));
-      column.append(place, value);
+      column.set(place, value);
       plain.set(place, value);
     }
     for (int edit = 0; edit < 6'000; ++edit) {
@@ -150,7 +150,7 @@ TEST(ValueColumn, SpecialNumbersComeAndGo) {
   PlainColumn plain;
   PlaceKey const places = 3'000;
   for (PlaceKey place = 0; place < places; ++place) {
-    column.append(place, bitsOfNumber(1));
+    column.set(place, bitsOfNumber(1));
     plain.set(place, bitsOfNumber(1));
   }
   for (double const special : {columnInfinity, -columnInfinity, columnNaN, -0.0, 0.1, 1e300, 5.0}) {
@@ -166,7 +166,7 @@ TEST(ValueColumn, LosesItsBlocksFromTheFirstToTheLast) {
   ValueColumn column;
   PlainColumn plain;
   for (PlaceKey place = 0; place < 4'000; ++place) {
-    column.append(place, bitsOfNumber(0.1));
+    column.set(place, bitsOfNumber(0.1));
     plain.set(place, bitsOfNumber(0.1));
   }
   for (PlaceKey place = 0; place < 4'000; ++place) {
@@ -185,7 +185,7 @@ TEST(ValueColumn, TakesTwelveBytesForAValue) {
   ValueColumn column;
   constexpr std::size_t count = 100'000;
   for (PlaceKey place = 0; place < count; ++place) {
-    column.append(place, bitsOfNumber(1));
+    column.set(place, bitsOfNumber(1));
   }
   EXPECT_LT(column.countBytes(), 13 * count);
   EXPECT_GE(column.countBytes(), 12 * count);
@@ -215,7 +215,7 @@ TEST(ValueColumn, ListsTheValuesOfAnAreaUpToALimit) {
   ValueColumn column;
   for (unsigned long row = 0; row < 3'000; ++row) {
     for (unsigned long inColumn = 4; inColumn < 7; ++inColumn) {
-      column.append(placeKeyOf(1, positionKeyOf(row, inColumn)), bitsOfNumber(1));
+      column.set(placeKeyOf(1, positionKeyOf(row, inColumn)), bitsOfNumber(1));
     }
   }
   auto const listed = column.list(1, {7, 5, 2'000, 16'384});
@@ -227,16 +227,18 @@ TEST(ValueColumn, ListsTheValuesOfAnAreaUpToALimit) {
   EXPECT_EQ(column.list(1, {0, 4, 3'000, 5}, 3'000).size(), 3'000U);
 }
 
-/// Two ranges, of which the values lie in one or several columns from a first one on.
+/// Two ranges, of which the values lie in one or several columns from a first one on. With whole
+/// numbers no sum depends on the order of the values.
 class EditedPlaces {
 public:
-  EditedPlaces(std::uint32_t seed, unsigned long columnCount)
+  EditedPlaces(std::uint32_t seed, unsigned long columnCount, double unit = 0.1)
       : _random(seed),
+        _unit(unit),
         _ranges{{0, 3, rows, 3 + columnCount}, {0, 200, DOM::Table::rowCount, 200 + columnCount}} {
     for (std::size_t range = 0; range < 2; ++range) {
       for (unsigned long row = 0; row < rows; row += 1 + _random() % 2) {
         for (unsigned long column = 0; column < columnCount; ++column) {
-          append(placeKeyOf(range, positionKeyOf(row, _ranges[range].firstColumn + column)));
+          set(placeKeyOf(range, positionKeyOf(row, _ranges[range].firstColumn + column)));
         }
       }
     }
@@ -252,11 +254,12 @@ public:
       range.firstColumn = columns.first;
       range.endColumn = columns.end;
     }
-    std::size_t const range = _random() % 2;
-    PlaceKey const place =
-        placeKeyOf(range, positionKeyOf(_random() % rows, _ranges[range].firstColumn));
-    ASSERT_EQ(_column.set(place, bitsOfNumber(0.7)), _plain.set(place, bitsOfNumber(0.7)));
+    for (int count = 0; count < 3; ++count) {
+      set(drawPlace());
+    }
     ASSERT_NO_FATAL_FAILURE(_plain.expectSame(_column));
+    ASSERT_NO_FATAL_FAILURE(expectSameList());
+    ASSERT_NO_FATAL_FAILURE(expectSameSearch());
   }
 
   void expectSame() const {
@@ -272,13 +275,58 @@ public:
   static constexpr unsigned long rows = 4'000;
 
 private:
-  void append(PlaceKey place) {
-    ValueBits const value = bitsOfNumber(static_cast<double>(_random() % 100) * 0.1);
-    _column.append(place, value);
-    _plain.set(place, value);
+  [[nodiscard]] PlaceKey drawPlace() {
+    std::size_t const range = _random() % 2;
+    unsigned long const width = _ranges[range].endColumn - _ranges[range].firstColumn;
+    return placeKeyOf(
+        range, positionKeyOf(_random() % rows, _ranges[range].firstColumn + _random() % width));
   }
 
+  void set(PlaceKey place) {
+    ValueBits const value = bitsOfNumber(static_cast<double>(_random() % 100) * _unit);
+    ASSERT_EQ(_column.set(place, value), _plain.set(place, value));
+  }
+
+  /// An area between two places of a range, in the order of places.
+  void expectSameList() {
+    PlaceKey const one = drawPlace();
+    PlaceKey const other = placeKeyOf(rangeOfPlace(one), positionOfPlace(drawPlace()));
+    auto const rowsOfArea = std::minmax({rowOf(one), rowOf(other)});
+    auto const columnsOfArea = std::minmax({columnOf(one), columnOf(other)});
+    TableRange const area{rowsOfArea.first, columnsOfArea.first, rowsOfArea.second + 1,
+                          columnsOfArea.second + 1};
+    std::vector<std::pair<PlaceKey, ValueBits>> expected;
+    for (auto const& [place, value] : _plain.getValues()) {
+      if (rangeOfPlace(place) == rangeOfPlace(one) &&
+          area.contains(rowOf(place), columnOf(place))) {
+        expected.emplace_back(place, value);
+      }
+    }
+    std::vector<std::pair<PlaceKey, ValueBits>> listed;
+    for (auto const& entry : _column.list(rangeOfPlace(one), area)) {
+      listed.emplace_back(entry.place, entry.value);
+    }
+    ASSERT_EQ(listed, expected);
+  }
+
+  void expectSameSearch() {
+    PlaceKey const from = drawPlace();
+    double const wanted = static_cast<double>(_random() % 100) * _unit;
+    auto const test = [wanted](ValueBits bits) { return bits == bitsOfNumber(wanted); };
+    auto expected = _plain.getValues().lower_bound(from);
+    while (expected != _plain.getValues().end() && !test(expected->second)) {
+      ++expected;
+    }
+    auto const found = _column.findFirst(from, test);
+    ASSERT_EQ(found.has_value(), expected != _plain.getValues().end());
+    ASSERT_TRUE(!found || found->place == expected->first);
+  }
+
+  static unsigned long rowOf(PlaceKey place) { return rowOfKey(positionOfPlace(place)); }
+  static unsigned long columnOf(PlaceKey place) { return columnOfKey(positionOfPlace(place)); }
+
   std::mt19937 _random;
+  double _unit;
   std::vector<TableRange> _ranges;
   ValueColumn _column;
   PlainColumn _plain;
@@ -305,7 +353,7 @@ TEST(ValueColumn, FollowsEditsOfColumns) {
   for (std::uint32_t seed = 1; seed <= 6; ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
-    EditedPlaces places(seed, 5);
+    EditedPlaces places(seed, 5, seed % 2 == 0 ? 1 : 0.1);
     for (int edit = 0; edit < 12; ++edit) {
       // Columns are inserted before a range or inside, moved about inside, some of them together,
       // and deleted before it.
@@ -347,7 +395,7 @@ TEST(ValueColumn, MovesColumnsOfRowsThatSpanSeveralBlocks) {
       for (unsigned long inRow = row == 2 ? 3'990 : 7; inRow < 4'000; inRow += 1 + random() % 2) {
         PlaceKey const place = placeKeyOf(0, positionKeyOf(row, inRow));
         ValueBits const value = bitsOfNumber(static_cast<double>(random() % 100) * 0.1);
-        column.append(place, value);
+        column.set(place, value);
         plain.set(place, value);
       }
     }
@@ -367,27 +415,104 @@ TEST(ValueColumn, MovesColumnsOfRowsThatSpanSeveralBlocks) {
   }
 }
 
-TEST(ValueColumn, KeepsItsBlocksWhereARangeMovesAsAWhole) {
-  EditedPlaces places(1, 2);
-  std::size_t const bytes = places.getColumn().countBytes();
+TEST(ValueColumn, PutsManyColumnsInOrderOfWhichNoneIsWhereItWas) {
+  std::mt19937 random(6);
+  constexpr unsigned long width = 300;
+  ValueColumn column;
+  PlainColumn plain;
+  for (PlaceKey row = 0; row < 40; ++row) {
+    for (unsigned long inRow = 0; inRow < width; ++inRow) {
+      PlaceKey const place = placeKeyOf(0, positionKeyOf(row, inRow));
+      ValueBits const value = bitsOfNumber(static_cast<double>(random() % 100) * 0.1);
+      column.set(place, value);
+      plain.set(place, value);
+    }
+  }
   SheetMoves moves;
-  moves.columns.add({AxisEdit::Kind::Move, 3, 2, 9});
-  ASSERT_NO_FATAL_FAILURE(places.edit(moves));
-  EXPECT_LE(places.getColumn().countBytes(), bytes + 64);
+  for (int count = 0; count < 2'000; ++count) {
+    moves.columns.add({AxisEdit::Kind::Move, random() % width, 1, random() % width});
+  }
+  plain.move(moves, column);
+  column.moveColumns(moves.columns, {wholeColumnSheet});
+  ASSERT_NO_FATAL_FAILURE(plain.expectSame(column));
+  for (auto const& [place, value] : plain.getValues()) {
+    ASSERT_EQ(column.get(place), value);
+  }
+}
+
+TEST(ValueColumn, PutsValuesInOrderOnlyForASumThatDependsOnIt) {
+  ValueColumn column;
+  std::vector<TableRange> const ranges{{0, 0, 3'000, 4}};
+  for (unsigned long row = 0; row < 3'000; ++row) {
+    for (unsigned long inColumn = 0; inColumn < 4; ++inColumn) {
+      column.set(placeKeyOf(0, positionKeyOf(row, inColumn)), bitsOfNumber(1));
+    }
+  }
+  std::size_t const bytes = column.countBytes();
+  LineMoves moves(DOM::Table::columnCount);
+  moves.add({AxisEdit::Kind::Move, 3, 1, 1});
+  column.moveColumns(moves, ranges);
+  EXPECT_EQ(column.sum().get(), 12'000);
+  EXPECT_EQ(column.countBytes(), bytes);
+  // One after the other they give a half; with the half amid them, nothing.
+  column.set(placeKeyOf(0, positionKeyOf(7, 0)), bitsOfNumber(0x1p60));
+  column.set(placeKeyOf(0, positionKeyOf(7, 1)), bitsOfNumber(-0x1p60));
+  column.set(placeKeyOf(0, positionKeyOf(7, 2)), bitsOfNumber(0.5));
+  for (unsigned long row = 0; row < 3'000; ++row) {
+    for (unsigned long inColumn = row == 7 ? 3 : 0; inColumn < 4; ++inColumn) {
+      column.set(placeKeyOf(0, positionKeyOf(row, inColumn)), noValueBits);
+    }
+  }
+  EXPECT_EQ(column.sum().get(), 0.5);
+}
+
+TEST(ValueColumn, KeepsTheOrderOfCellsWhereValuesComeIntoInsertedColumns) {
+  struct Place {
+    PlaceKey place;
+    ValueBits value;
+  };
+  // One after the other they give a half and a quarter, in another order less.
+  std::vector<Place> places{{1, bitsOfNumber(0x1p60)},
+                            {2, bitsOfNumber(-0x1p60)},
+                            {3, bitsOfNumber(0.5)},
+                            {4, bitsOfNumber(0.25)}};
+  auto const isSmall = [](ValueBits bits) {
+    return std::bit_cast<double>(bits) == 0.5 || std::bit_cast<double>(bits) == 0.25;
+  };
+  auto const isBefore = [](Place const& a, Place const& b) { return a.place < b.place; };
+  do {
+    ValueColumn column;
+    PlainColumn plain;
+    LineMoves moves(DOM::Table::columnCount);
+    moves.add({AxisEdit::Kind::Insert, 2, 1});
+    moves.add({AxisEdit::Kind::Insert, 3, 1});
+    column.moveColumns(moves, {wholeColumnSheet});
+    for (auto const& [place, value] : places) {
+      column.set(place, value);
+      plain.set(place, value);
+    }
+    for (PlaceKey from = 0; from < 6; ++from) {
+      auto const found = column.findFirst(from, isSmall);
+      ASSERT_EQ(found ? found->place : 5, from <= 3 ? 3 : from <= 4 ? 4 : 5);
+    }
+    ASSERT_EQ(column.list(0, wholeColumnSheet).front().place, 1U);
+    ASSERT_NO_FATAL_FAILURE(plain.expectSame(column));
+  } while (std::ranges::next_permutation(places, isBefore).found);
 }
 
 TEST(ValueColumn, MovesColumnsOfRowsThatLieFarApart) {
   ValueColumn column;
   std::vector<TableRange> const ranges{wholeColumnSheet};
   // Just near enough for one block, until the second one moves to the right.
-  constexpr unsigned long apart = 1UL << 18U;
-  column.append(placeKeyOf(0, positionKeyOf(0, 9)), bitsOfNumber(1));
-  column.append(placeKeyOf(0, positionKeyOf(apart, 4)), bitsOfNumber(2));
+  constexpr unsigned long apart = 1UL << 17U;
+  column.set(placeKeyOf(0, positionKeyOf(0, 9)), bitsOfNumber(0.1));
+  column.set(placeKeyOf(0, positionKeyOf(apart, 4)), bitsOfNumber(0.2));
   LineMoves moves(DOM::Table::columnCount);
   moves.add({AxisEdit::Kind::Move, 4, 1, 16'384});
   column.moveColumns(moves, ranges);
-  EXPECT_EQ(column.get(placeKeyOf(0, positionKeyOf(0, 8))), bitsOfNumber(1));
-  EXPECT_EQ(column.get(placeKeyOf(0, positionKeyOf(apart, 16'383))), bitsOfNumber(2));
+  EXPECT_EQ(column.sum().get(), 0.1 + 0.2);
+  EXPECT_EQ(column.get(placeKeyOf(0, positionKeyOf(0, 8))), bitsOfNumber(0.1));
+  EXPECT_EQ(column.get(placeKeyOf(0, positionKeyOf(apart, 16'383))), bitsOfNumber(0.2));
   EXPECT_EQ(column.list(0, wholeColumnSheet).size(), 2U);
 }
 
