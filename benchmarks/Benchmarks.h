@@ -9,6 +9,7 @@ void registerLive();
 void registerLoader();
 void registerMemory();
 void registerPicture();
+void registerTable();
 void registerThreads();
 void registerVisuals();
 void registerWholeTable();

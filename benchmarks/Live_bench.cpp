@@ -358,21 +358,6 @@ void measureDeletedColumn(benchmark::State& state) {
   benchmark::DoNotOptimize(visited);
 }
 
-/// Rows of the reference table itself: fifty columns, one edit for each iteration.
-void measureTableRows(benchmark::State& state, void (*edit)(DOM::Table&, unsigned long)) {
-  constexpr unsigned long columns = 50;
-  auto const rows = static_cast<unsigned long>(state.range(0)) / columns;
-  DOM::Table table;
-  for (unsigned long row = 0; row < rows; ++row) {
-    for (unsigned long column = 0; column < columns; ++column) {
-      table.setValue(row, column, FormulaModel::FormulaNumber{FloatNumber(1)});
-    }
-  }
-  for (auto _ : state) {
-    edit(table, rows / 2);
-  }
-}
-
 }  // namespace
 
 void registerLive() {
@@ -428,19 +413,6 @@ void registerLive() {
     std::string const anew = std::string(kind.name) + "Anew";
     benchmark::RegisterBenchmark(anew.c_str(), [&kind](benchmark::State& state) {
       measureDocumentEditAnew(state, kind);
-    })->Apply(withSizes);
-  }
-  using TableEdit = std::pair<char const*, void (*)(DOM::Table&, unsigned long)>;
-  for (auto const& [name, edit] : {TableEdit("rows/insertAndDelete",
-                                             [](DOM::Table&table, unsigned long row) {
-                                               table.insertRows(row, 1);
-                                               table.deleteRows(row, 1);
-                                             }),
-                                   TableEdit("rows/move", [](DOM::Table&table, unsigned long row) {
-                                     table.moveRows(1, 1, row);
-                                   })}) {
-    benchmark::RegisterBenchmark(name, [edit = edit](benchmark::State& state) {
-      measureTableRows(state, edit);
     })->Apply(withSizes);
   }
 }

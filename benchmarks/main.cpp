@@ -13,6 +13,7 @@ int main(int argumentCount, char** arguments) {
   Zorv::Benchmarks::registerLoader();
   Zorv::Benchmarks::registerMemory();
   Zorv::Benchmarks::registerPicture();
+  Zorv::Benchmarks::registerTable();
   Zorv::Benchmarks::registerThreads();
   Zorv::Benchmarks::registerVisuals();
   Zorv::Benchmarks::registerWholeTable();

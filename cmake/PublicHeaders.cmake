@@ -8,10 +8,12 @@ target_sources(
          FILES host/DOM/A1Notation.h
                host/DOM/AxisIds.h
                host/DOM/Cell.h
+               host/DOM/CellBlock.h
                host/DOM/CellInfo.h
                host/DOM/CellRangeIt.h
                host/DOM/CellStore.h
                host/DOM/CellStyle.h
+               host/DOM/ColumnSet.h
                host/DOM/ConditionalFormat.h
                host/DOM/ConditionalFormatOperator.h
                host/DOM/FormulaSyntaxTree/Expr.h

@@ -21,7 +21,7 @@ void CellRangeIt<true>::searchInRange() noexcept {
 /// In a table whose rows have equally many cells, it is as far to the next row as it was to this
 /// one.
 void CellRangeIt<true>::search(unsigned long row, unsigned long column) noexcept {
-  CellStore::Key const key = CellStore::makeKey(row, column);
+  CellEntry::Key const key = CellEntry::makeKey(row, column);
   if (_lastStep < _stretchEnd - _at && (_at + _lastStep - 1)->key < key &&
       key <= (_at + _lastStep)->key) {
     _at += _lastStep;

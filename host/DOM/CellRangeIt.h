@@ -5,6 +5,7 @@
 
 #include "DOM/CellInfo.h"
 #include "DOM/CellStore.h"
+#include "DOM/ColumnSet.h"
 #include "Utils/Export.h"
 #include "Utils/TableRange.h"
 
@@ -16,7 +17,9 @@ class CellRangeIt;
 /// Iterator over the existing cells of a range, row by row from the top, each row from the left.
 ///
 /// Skips the cells outside the range at the cost of one search per row, or of two comparisons where
-/// the rows have equally many cells. Valid until the table changes. See Table::getRangeIterators().
+/// the rows have equally many cells; of one comparison per block of cells that has none of the
+/// range's columns, where these are fewer than 64. Valid until the table changes. See
+/// Table::getRangeIterators().
 template <>
 class ZORV_HOST_EXPORT CellRangeIt<true> {
 public:
@@ -28,7 +31,8 @@ public:
         _cells(&cells),
         _endRow(range.endRow),
         _firstColumn(range.firstColumn),
-        _columnCount(range.endColumn - range.firstColumn) {
+        _columnCount(range.endColumn - range.firstColumn),
+        _columns(_firstColumn, _columnCount) {
     enter(position);
     skipToRange();
   }
@@ -54,7 +58,9 @@ public:
   }
 
 private:
+  /// Goes to a place, or beyond it to the next block that may have the range's columns.
   void enter(CellStore::Position position) noexcept {
+    position = _cells->skipBlocks(position, _columns, _endRow);
     auto const stretch = _cells->getStretch(position);
     _block = position.block;
     _at = stretch.empty() ? nullptr : stretch.data();
@@ -75,6 +81,7 @@ private:
   unsigned long _endRow;
   unsigned long _firstColumn;
   unsigned long _columnCount;
+  ColumnSet _columns;
   std::size_t _block = 0;
   CellStore::Entry const* _at = nullptr;  ///< null at the end
   CellStore::Entry const* _stretchEnd = nullptr;

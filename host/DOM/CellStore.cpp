@@ -12,10 +12,17 @@ namespace {
 
 constexpr std::size_t blockCapacity = 256;
 
-using Entry = CellStore::Entry;
-using Block = std::vector<Entry>;
+using Entry = CellEntry;
+using Block = CellBlock;
 
-bool isBefore(Entry const& a, Entry const& b) noexcept { return a.key < b.key; }
+bool isEmpty(Block const& block) noexcept { return block.size() == 0; }
+
+/// The offset of the first cell that is not before a key.
+std::size_t offsetIn(Block const& block, CellStore::Key key) noexcept {
+  auto const cells = block.getCells();
+  return static_cast<std::size_t>(std::ranges::lower_bound(cells, key, {}, &Entry::key) -
+                                  cells.begin());
+}
 
 /// The new columns of all columns. Columns that are removed have none.
 class ColumnRemap {
@@ -40,11 +47,9 @@ public:
 
   void apply(Block& block) const noexcept {
     if (_removes) {
-      std::erase_if(block, [&](Entry const& entry) { return _isRemoved[entry.getColumn()]; });
+      block.removeColumns(_isRemoved);
     }
-    for (Entry& entry : block) {
-      entry.key += _shifts[entry.getColumn()];
-    }
+    block.shiftColumns(_shifts);
   }
 
 private:
@@ -54,23 +59,8 @@ private:
   bool _keepsOrder = true;
 };
 
-/// Puts cells in order of which one group stands in the wrong place, as after a move of lines;
-/// other ones are sorted.
-template <class Iterator>
-void putInOrder(Iterator begin, Iterator end) {
-  auto const second = std::is_sorted_until(begin, end, isBefore);
-  if (second == end) {
-    return;
-  }
-  auto const gap = std::upper_bound(begin, second, *second, isBefore);
-  auto const rest = std::lower_bound(second, end, *std::prev(second), isBefore);
-  std::rotate(gap, second, rest);
-  if (!std::is_sorted(begin, end, isBefore)) {
-    std::sort(begin, end, isBefore);
-  }
-}
-
-/// Puts the cells of each row in order. The rows themselves are in order.
+/// Puts the cells of rows in order that go on in several blocks. The rows themselves are in order,
+/// and so are the cells of each block.
 class RowSorter {
 public:
   /// Takes all memory that sorting needs.
@@ -80,67 +70,43 @@ public:
   }
 
   void sort(std::vector<Block>& blocks) {
-    std::size_t block = 0;
-    std::size_t offset = 0;
-    while (block < blocks.size()) {
-      unsigned long const row = blocks[block][offset].getRow();
-      std::size_t const end = findEndOfRow(blocks[block], offset, row);
-      bool const goesOn = end == blocks[block].size() && block + 1 < blocks.size() &&
-                          blocks[block + 1].front().getRow() == row;
-      if (goesOn) {
-        sortAcross(blocks, block, offset);
-      } else {
-        putInOrder(iteratorAt(blocks[block], offset), iteratorAt(blocks[block], end));
-        offset = end;
-      }
-      if (offset == blocks[block].size()) {
-        ++block;
-        offset = 0;
+    for (std::size_t next = 1; next < blocks.size(); ++next) {
+      if (blocks[next - 1].getLastKey() > blocks[next].getFirstKey()) {
+        sortRow(blocks, next, blocks[next][0].getRow());
       }
     }
   }
 
 private:
-  static Block::iterator iteratorAt(Block& block, std::size_t offset) noexcept {
-    return block.begin() + static_cast<std::ptrdiff_t>(offset);
-  }
-
-  static std::size_t findEndOfRow(Block const& block, std::size_t offset,
-                                  unsigned long row) noexcept {
-    while (offset < block.size() && block[offset].getRow() == row) {
-      ++offset;
+  /// Sorts a row that goes on at the begin of a block.
+  void sortRow(std::vector<Block>& blocks, std::size_t block, unsigned long row) {
+    CellStore::Key const rowKey = Entry::makeKey(row, 0);
+    std::size_t offset = 0;
+    while (block > 0 && blocks[block - 1].getLastKey() >= rowKey) {
+      --block;
+      offset = offsetIn(blocks[block], rowKey);
     }
-    return offset;
-  }
-
-  /// Sorts a row that begins at a place and goes on in further blocks. Moves the place to the end
-  /// of the row.
-  void sortAcross(std::vector<Block>& blocks, std::size_t& block, std::size_t& offset) {
-    unsigned long const row = blocks[block][offset].getRow();
     _row.clear();
-    forEachOfRow(blocks, block, offset, row,
-                 [this](Entry& entry) { _row.push_back(std::move(entry)); });
-    putInOrder(_row.begin(), _row.end());
-    std::size_t count = 0;
+    takeRow(blocks, block, offset, row);
+    _row.putRowsInOrder();
     std::size_t const size = _row.size();
-    while (count < size) {
+    for (std::size_t count = 0; count < size; ++count) {
       if (offset == blocks[block].size()) {
         ++block;
         offset = 0;
       }
-      blocks[block][offset++] = std::move(_row[count++]);
+      blocks[block].replace(offset++, _row.takeOut(count));
     }
   }
 
-  template <class Visit>
-  static void forEachOfRow(std::vector<Block>& blocks, std::size_t block, std::size_t offset,
-                           unsigned long row, Visit const& visit) {
+  void takeRow(std::vector<Block>& blocks, std::size_t block, std::size_t offset,
+               unsigned long row) {
     for (; block < blocks.size(); ++block, offset = 0) {
       for (; offset < blocks[block].size(); ++offset) {
         if (blocks[block][offset].getRow() != row) {
           return;
         }
-        visit(blocks[block][offset]);
+        _row.append(blocks[block].takeOut(offset));
       }
     }
   }
@@ -153,18 +119,12 @@ void cutAt(std::vector<Block>& blocks, std::vector<CellStore::Key>& firstKeys, C
   blocks.reserve(blocks.size() + 1);
   firstKeys.reserve(blocks.size() + 1);
   auto const index = std::ranges::lower_bound(firstKeys, key) - firstKeys.begin();
-  if (index == 0 || blocks[static_cast<std::size_t>(index) - 1].back().key < key) {
+  if (index == 0 || blocks[static_cast<std::size_t>(index) - 1].getLastKey() < key) {
     return;
   }
   Block& lower = blocks[static_cast<std::size_t>(index) - 1];
-  auto const cut =
-      std::lower_bound(lower.begin(), lower.end(), key,
-                       [](Entry const& entry, CellStore::Key bound) { return entry.key < bound; });
-  Block upper;
-  upper.reserve(static_cast<std::size_t>(lower.end() - cut));
-  upper.assign(std::make_move_iterator(cut), std::make_move_iterator(lower.end()));
-  lower.erase(cut, lower.end());
-  firstKeys.insert(firstKeys.begin() + index, upper.front().key);
+  Block upper = lower.cutOff(offsetIn(lower, key), 0);
+  firstKeys.insert(firstKeys.begin() + index, upper.getFirstKey());
   blocks.insert(blocks.begin() + index, std::move(upper));
 }
 
@@ -172,11 +132,8 @@ void cutAt(std::vector<Block>& blocks, std::vector<CellStore::Key>& firstKeys, C
 void joinSmallBlocks(std::vector<Block>& blocks) noexcept {
   std::size_t kept = 0;
   for (std::size_t next = 1; next < blocks.size(); ++next) {
-    Block& block = blocks[kept];
-    std::size_t const size = block.size() + blocks[next].size();
-    if (size <= blockCapacity && size <= block.capacity()) {
-      std::ranges::move(blocks[next], std::back_inserter(block));
-    } else if (++kept != next) {
+    bool const fits = blocks[kept].size() + blocks[next].size() <= blockCapacity;
+    if ((!fits || !blocks[kept].takeAll(blocks[next])) && ++kept != next) {
       blocks[kept] = std::move(blocks[next]);
     }
   }
@@ -186,12 +143,12 @@ void joinSmallBlocks(std::vector<Block>& blocks) noexcept {
 /// Makes the index of first keys again, which does not grow. Gives the number of cells.
 std::size_t indexBlocks(std::vector<Block>& blocks,
                         std::vector<CellStore::Key>& firstKeys) noexcept {
-  std::erase_if(blocks, [](Block const& block) { return block.empty(); });
+  std::erase_if(blocks, isEmpty);
   joinSmallBlocks(blocks);
   firstKeys.clear();
   std::size_t count = 0;
   for (Block const& block : blocks) {
-    firstKeys.push_back(block.front().key);
+    firstKeys.push_back(block.getFirstKey());
     count += block.size();
   }
   return count;
@@ -205,7 +162,7 @@ std::size_t searchFrom(std::size_t first, Block const& block, CellStore::Key key
     first += step;
     step *= 2;
   }
-  auto const ahead = std::span(block).subspan(first, std::min(step + 1, block.size() - first));
+  auto const ahead = block.getCells().subspan(first, std::min(step + 1, block.size() - first));
   return first + static_cast<std::size_t>(std::ranges::lower_bound(ahead, key, {}, &Entry::key) -
                                           ahead.begin());
 }
@@ -213,29 +170,29 @@ std::size_t searchFrom(std::size_t first, Block const& block, CellStore::Key key
 }  // namespace
 
 Cell& CellStore::getOrCreate(unsigned long row, unsigned long column) {
-  Key const key = makeKey(row, column);
-  if (_blocks.empty() || key > _blocks.back().back().key) {
+  Key const key = Entry::makeKey(row, column);
+  if (_blocks.empty() || key > _blocks.back().getLastKey()) {
     ++_layoutVersion;
-    append({key, {}});
-    return _blocks.back().back().cell;
+    append(key);
+    return _blocks.back().cellAt(_blocks.back().size() - 1);
   }
   std::size_t blockIndex = blockOf(key);
   std::size_t offset = offsetIn(_blocks[blockIndex], key);
   if (offset < _blocks[blockIndex].size() && _blocks[blockIndex][offset].key == key) {
-    return _blocks[blockIndex][offset].cell;
+    return _blocks[blockIndex].cellAt(offset);
   }
   ++_layoutVersion;
   blockIndex = makeRoom(blockIndex, key);
   Block& block = _blocks[blockIndex];
   offset = offsetIn(block, key);
-  block.insert(block.begin() + static_cast<std::ptrdiff_t>(offset), Entry{key, {}});
-  _firstKeys[blockIndex] = block.front().key;
+  block.insert(offset, key);
+  _firstKeys[blockIndex] = block.getFirstKey();
   ++_size;
-  return block[offset].cell;
+  return block.cellAt(offset);
 }
 
 void CellStore::remove(unsigned long row, unsigned long column) {
-  Key const key = makeKey(row, column);
+  Key const key = Entry::makeKey(row, column);
   Position const position = lowerBound(row, column);
   if (position == end() || entryAt(position).key != key) {
     return;
@@ -243,24 +200,24 @@ void CellStore::remove(unsigned long row, unsigned long column) {
   ++_layoutVersion;
   auto const blockOffset = static_cast<std::ptrdiff_t>(position.block);
   Block& block = _blocks[position.block];
-  block.erase(block.begin() + static_cast<std::ptrdiff_t>(position.offset));
-  if (block.empty()) {
+  block.remove(position.offset);
+  if (isEmpty(block)) {
     _blocks.erase(_blocks.begin() + blockOffset);
     _firstKeys.erase(_firstKeys.begin() + blockOffset);
   } else {
-    _firstKeys[position.block] = block.front().key;
+    _firstKeys[position.block] = block.getFirstKey();
   }
   --_size;
 }
 
 Cell const* CellStore::find(unsigned long row, unsigned long column) const noexcept {
   Position const position = lowerBound(row, column);
-  bool const found = position != end() && entryAt(position).key == makeKey(row, column);
+  bool const found = position != end() && entryAt(position).key == Entry::makeKey(row, column);
   return found ? &entryAt(position).cell : nullptr;
 }
 
 CellStore::Position CellStore::lowerBound(unsigned long row, unsigned long column) const noexcept {
-  return lowerBound(makeKey(row, column));
+  return lowerBound(Entry::makeKey(row, column));
 }
 
 CellStore::Position CellStore::lowerBound(Key key) const noexcept {
@@ -278,7 +235,7 @@ CellStore::Position CellStore::searchNear(Position hint, Key key) const noexcept
       return after;
     }
     Block const& block = _blocks[hint.block];
-    if (block.front().key <= key && key <= block.back().key) {
+    if (block.getFirstKey() <= key && key <= block.getLastKey()) {
       return {hint.block, offsetIn(block, key)};
     }
   }
@@ -287,10 +244,10 @@ CellStore::Position CellStore::searchNear(Position hint, Key key) const noexcept
 
 CellStore::Position CellStore::lowerBoundFrom(Position from, unsigned long row,
                                               unsigned long column) const noexcept {
-  Key const key = makeKey(row, column);
+  Key const key = Entry::makeKey(row, column);
   std::size_t const endBlock = std::min(from.block + 2, _blocks.size());
   for (; from.block < endBlock; from = {from.block + 1, 0}) {
-    if (key <= _blocks[from.block].back().key) {
+    if (key <= _blocks[from.block].getLastKey()) {
       return {from.block, searchFrom(from.offset, _blocks[from.block], key)};
     }
   }
@@ -301,7 +258,8 @@ std::pair<unsigned long, unsigned long> CellStore::getUsedRows() const noexcept 
   if (_blocks.empty()) {
     return {0, 0};
   }
-  return {_firstKeys.front() >> columnBits, (_blocks.back().back().key >> columnBits) + 1};
+  return {_firstKeys.front() >> Entry::columnBits,
+          (_blocks.back().getLastKey() >> Entry::columnBits) + 1};
 }
 
 TableRange CellStore::getUsedRange() const noexcept {
@@ -311,9 +269,9 @@ TableRange CellStore::getUsedRange() const noexcept {
   Key firstColumn = std::numeric_limits<Key>::max();
   Key lastColumn = 0;
   for (Block const& block : _blocks) {
-    for (Entry const& entry : block) {
-      firstColumn = std::min(firstColumn, entry.key & columnMask);
-      lastColumn = std::max(lastColumn, entry.key & columnMask);
+    for (Entry const& entry : block.getCells()) {
+      firstColumn = std::min(firstColumn, entry.key & Entry::columnMask);
+      lastColumn = std::max(lastColumn, entry.key & Entry::columnMask);
     }
   }
   auto const [firstRow, endRow] = getUsedRows();
@@ -324,47 +282,42 @@ void CellStore::remapRows(Remap const& remap) {
   ++_layoutVersion;
   // Cut so that each block lies in one run. Should memory be short meanwhile, all is as it was.
   for (LineRun const& run : remap) {
-    cutAt(_blocks, _firstKeys, makeKey(run.end, 0));
+    cutAt(_blocks, _firstKeys, Entry::makeKey(run.end, 0));
   }
   auto run = remap.begin();
   for (std::size_t index = 0; index < _blocks.size(); ++index) {
-    while (_firstKeys[index] >= makeKey(run->end, 0)) {
+    while (_firstKeys[index] >= Entry::makeKey(run->end, 0)) {
       ++run;
     }
     Block& block = _blocks[index];
     if (!run->shift) {
       block.clear();
     } else if (*run->shift != 0) {
-      for (Entry& entry : block) {
-        entry.key += Key{*run->shift} << columnBits;
-      }
+      block.shiftRows(*run->shift);
     }
   }
-  std::erase_if(_blocks, [](Block const& block) { return block.empty(); });
-  auto const firstKey = [](Block const& block) { return block.front().key; };
-  if (!std::ranges::is_sorted(_blocks, {}, firstKey)) {
-    std::ranges::sort(_blocks, {}, firstKey);
+  std::erase_if(_blocks, isEmpty);
+  if (!std::ranges::is_sorted(_blocks, {}, &Block::getFirstKey)) {
+    std::ranges::sort(_blocks, {}, &Block::getFirstKey);
   }
   _size = indexBlocks(_blocks, _firstKeys);
 }
 
 void CellStore::remapColumns(Remap const& remap) {
   ++_layoutVersion;
-  ColumnRemap const columns(remap, columnMask + 1);
+  ColumnRemap const columns(remap, Entry::columnMask + 1);
   RowSorter sorter(columns.keepsOrder() ? 0 : _size);
   for (Block& block : _blocks) {
     columns.apply(block);
+    if (!columns.keepsOrder()) {
+      block.putRowsInOrder();
+    }
   }
   if (!columns.keepsOrder()) {
-    std::erase_if(_blocks, [](Block const& block) { return block.empty(); });
+    std::erase_if(_blocks, isEmpty);
     sorter.sort(_blocks);
   }
   _size = indexBlocks(_blocks, _firstKeys);
-}
-
-std::size_t CellStore::offsetIn(Block const& block, Key key) noexcept {
-  return static_cast<std::size_t>(std::ranges::lower_bound(block, key, {}, &Entry::key) -
-                                  block.begin());
 }
 
 std::size_t CellStore::blockOf(Key key) const noexcept {
@@ -372,15 +325,14 @@ std::size_t CellStore::blockOf(Key key) const noexcept {
   return next == _firstKeys.begin() ? 0 : static_cast<std::size_t>(next - _firstKeys.begin()) - 1;
 }
 
-void CellStore::append(Entry entry) {
+void CellStore::append(Key key) {
   if (_blocks.empty() || _blocks.back().size() == blockCapacity) {
-    Key const key = entry.key;
     Block block;
-    block.push_back(std::move(entry));
+    block.append({key, {}});
     _blocks.push_back(std::move(block));
     _firstKeys.push_back(key);
   } else {
-    _blocks.back().push_back(std::move(entry));
+    _blocks.back().append({key, {}});
   }
   ++_size;
 }
@@ -390,12 +342,8 @@ std::size_t CellStore::makeRoom(std::size_t blockIndex, Key key) {
   if (_blocks[blockIndex].size() < blockCapacity) {
     return blockIndex;
   }
-  Block upper;
-  upper.reserve(blockCapacity);
-  auto const middle = _blocks[blockIndex].begin() + blockCapacity / 2;
-  upper.assign(std::make_move_iterator(middle), std::make_move_iterator(_blocks[blockIndex].end()));
-  _blocks[blockIndex].erase(middle, _blocks[blockIndex].end());
-  Key const upperKey = upper.front().key;
+  Block upper = _blocks[blockIndex].cutOff(blockCapacity / 2, blockCapacity);
+  Key const upperKey = upper.getFirstKey();
   auto const at = static_cast<std::ptrdiff_t>(blockIndex) + 1;
   _blocks.insert(_blocks.begin() + at, std::move(upper));
   _firstKeys.insert(_firstKeys.begin() + at, upperKey);

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "DOM/Cell.h"
+#include "DOM/CellBlock.h"
+#include "DOM/ColumnSet.h"
 #include "Utils/Export.h"
 #include "Utils/TableRange.h"
 
@@ -21,23 +23,9 @@ namespace Zorv::DOM {
 class ZORV_HOST_EXPORT CellStore {
 public:
   /// Row and column in one integer, in the order of the cells.
-  using Key = std::uint64_t;
-
-  /// The key of a row and a column of the sheet.
-  [[nodiscard]] static Key makeKey(unsigned long row, unsigned long column) noexcept {
-    return (Key{row} << columnBits) | column;
-  }
-
+  using Key = CellEntry::Key;
   /// Cell and its position.
-  struct Entry {
-    Key key;    ///< the position
-    Cell cell;  ///< the cell there
-
-    /// The row, from 0.
-    [[nodiscard]] unsigned long getRow() const noexcept { return key >> columnBits; }
-    /// The column, from 0.
-    [[nodiscard]] unsigned long getColumn() const noexcept { return key & columnMask; }
-  };
+  using Entry = CellEntry;
 
   /// Place of a cell in the store; valid until the store changes.
   struct Position {
@@ -72,7 +60,7 @@ public:
   /// not before the row and the column.
   [[nodiscard]] Cell const* find(unsigned long row, unsigned long column,
                                  Position& hint) const noexcept {
-    Key const key = makeKey(row, column);
+    Key const key = Entry::makeKey(row, column);
     if (!isInside(hint) || entryAt(hint).key != key) {
       hint = searchNear(hint, key);
     }
@@ -99,8 +87,19 @@ public:
   /// The cells from a position to the end of its block; empty only at the end of the store.
   [[nodiscard]] std::span<Entry const> getStretch(Position position) const noexcept {
     return position.block < _blocks.size()
-               ? std::span(_blocks[position.block]).subspan(position.offset)
+               ? _blocks[position.block].getCells().subspan(position.offset)
                : std::span<Entry const>();
+  }
+
+  /// A place, if its block may have cells of some columns, or begins not before `endRow`; otherwise
+  /// the begin of the next such block, or the end. The cost grows with the blocks passed over.
+  [[nodiscard]] Position skipBlocks(Position from, ColumnSet columns,
+                                    unsigned long endRow) const noexcept {
+    while (from.block < _blocks.size() && !_blocks[from.block].getColumns().mayMeet(columns) &&
+           _firstKeys[from.block] >> Entry::columnBits < endRow) {
+      from = {from.block + 1, 0};
+    }
+    return from;
   }
 
   /// The first row with a cell and the row after the last one. Constant time.
@@ -118,12 +117,9 @@ public:
   [[nodiscard]] std::uint64_t getLayoutVersion() const noexcept { return _layoutVersion; }
 
 private:
-  static constexpr unsigned columnBits = 14;  // 16,384 columns
-  static constexpr Key columnMask = (Key{1} << columnBits) - 1;
-  using Block = std::vector<Entry>;
+  using Block = CellBlock;
 
   [[nodiscard]] Position lowerBound(Key key) const noexcept;
-  [[nodiscard]] static std::size_t offsetIn(Block const& block, Key key) noexcept;
   [[nodiscard]] std::size_t blockOf(Key key) const noexcept;
   [[nodiscard]] Position normalised(Position position) const noexcept {
     bool const inside = position.offset < _blocks[position.block].size();
@@ -134,7 +130,7 @@ private:
   }
   /// The first cell that is not before a key; searches near a position first.
   [[nodiscard]] Position searchNear(Position hint, Key key) const noexcept;
-  void append(Entry entry);
+  void append(Key key);
   std::size_t makeRoom(std::size_t blockIndex, Key key);
 
   std::vector<Block> _blocks;   ///< none is empty

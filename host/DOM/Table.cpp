@@ -117,7 +117,8 @@ void Table::insertColumns(unsigned long before, unsigned long count) {
   if (count == 0) {
     return;
   }
-  if (getUsedRange().endColumn > columnCount - count) {
+  auto const [begin, end] = getRangeIterators({0, columnCount - count, rowCount, columnCount});
+  if (begin != end) {
     throw BaseRuntimeError("inserting columns would push cells off the sheet");
   }
   _cells.remapColumns(afterInsertion(before, count));

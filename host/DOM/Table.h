@@ -69,7 +69,8 @@ public:
 
   /// Begin and end of the existing cells of a range, row by row from the top, each row from the
   /// left. The cost grows with the visited cells, plus one search for each row with cells outside
-  /// the range's columns; the size of the range does not matter.
+  /// the range's columns, or one step for hundreds of cells among which none is in fewer than 64
+  /// columns; the size of the range does not matter.
   [[nodiscard]] std::pair<CellRangeIt<true>, CellRangeIt<true>> getRangeIterators(
       TableRange const& range) const;
 

@@ -1,8 +1,10 @@
 #include "DOM/CellRangeIt.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <random>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -123,6 +125,129 @@ TEST(CellRangeIt, FindsTheColumnsOfRowsOfEqualAndOfOtherLengths) {
         return range.contains(place.first, place.second);
       });
       ASSERT_EQ(placesOf(table, range), expected) << "round " << round << ", column " << first;
+    }
+  }
+}
+
+/// A table, and a set of its cells' places, which random edits change alike.
+class EditedPlaces {
+public:
+  explicit EditedPlaces(unsigned seed) : _random(seed) {
+    for (int cell = 0; cell < 4000; ++cell) {
+      add();
+    }
+  }
+
+  void edit() {
+    unsigned long const kind = draw(8);
+    unsigned long const count = 1 + draw(3);
+    unsigned long const row = draw(rowCount);
+    unsigned long const column = drawColumn(draw(rowCount));
+    unsigned long const before = kind % 2 == 0 ? draw(rowCount) : drawColumn(draw(rowCount));
+    if (kind == 0) {
+      _table.insertRows(row, count);
+      move([=](Place place) { return Place(inserted(place.first, row, count), place.second); });
+    } else if (kind == 1) {
+      _table.insertColumns(column, count);
+      move([=](Place place) { return Place(place.first, inserted(place.second, column, count)); });
+    } else if (kind == 2) {
+      _table.deleteRows(row, count);
+      removeIf([=](Place place) { return place.first - row < count; });
+      move([=](Place place) { return Place(deleted(place.first, row, count), place.second); });
+    } else if (kind == 3) {
+      _table.deleteColumns(column, count);
+      removeIf([=](Place place) { return place.second - column < count; });
+      move([=](Place place) { return Place(place.first, deleted(place.second, column, count)); });
+    } else if (kind == 4) {
+      _table.moveRows(row, 1, before);
+      move([=](Place place) { return Place(moved(place.first, row, before), place.second); });
+    } else if (kind == 5) {
+      _table.moveColumns(column, 1, before);
+      move([=](Place place) { return Place(place.first, moved(place.second, column, before)); });
+    } else if (kind == 6) {
+      for (int cell = 0; cell < 150; ++cell) {
+        add();
+      }
+    } else {
+      removeIf([&](Place place) {
+        return draw(40) == 0 && (_table.removeCell(place.first, place.second), true);
+      });
+    }
+  }
+
+  /// A range near the cells: one of few columns, or of about as many as can be told apart.
+  TableRange drawRange() {
+    constexpr std::array<unsigned long, 8> widths{1, 1, 2, 3, 63, 64, 65, 200};
+    unsigned long const firstRow = draw(rowCount);
+    unsigned long const firstColumn = drawColumn(draw(rowCount));
+    return {firstRow, firstColumn, firstRow + draw(rowCount),
+            firstColumn + widths[draw(widths.size())]};
+  }
+
+  [[nodiscard]] Table const& getTable() const { return _table; }
+  [[nodiscard]] Places findPlaces(TableRange const& range) const {
+    Places found;
+    std::ranges::copy_if(_places, std::back_inserter(found), [&range](Place place) {
+      return range.contains(place.first, place.second);
+    });
+    return found;
+  }
+
+private:
+  using Place = Places::value_type;
+  static constexpr unsigned long rowCount = 600;
+
+  unsigned long draw(unsigned long end) { return _random() % end; }
+  /// Each hundred rows have columns of their own, of which some are equal modulo 64.
+  unsigned long drawColumn(unsigned long row) {
+    return row / 100 * 3 + draw(4) * 64 + draw(draw(2) == 0 ? 3 : 6);
+  }
+  void add() {
+    unsigned long const row = draw(rowCount);
+    unsigned long const column = drawColumn(row);
+    _table.obtainCell(row, column);
+    _places.emplace(row, column);
+  }
+
+  static unsigned long inserted(unsigned long line, unsigned long before, unsigned long count) {
+    return line < before ? line : line + count;
+  }
+  static unsigned long deleted(unsigned long line, unsigned long first, unsigned long count) {
+    return line < first ? line : line - count;
+  }
+  static unsigned long moved(unsigned long line, unsigned long from, unsigned long before) {
+    unsigned long const to = before > from ? before - 1 : before;
+    return line == from ? to : inserted(deleted(line, from, 1), to, 1);
+  }
+  template <class Move>
+  void move(Move const& move) {
+    std::set<Place> moved;
+    for (Place const& place : _places) {
+      moved.insert(move(place));
+    }
+    _places = std::move(moved);
+  }
+  template <class Condition>
+  void removeIf(Condition const& condition) {
+    std::erase_if(_places, condition);
+  }
+
+  std::mt19937 _random;
+  Table _table;
+  std::set<Place> _places;
+};
+
+/// Blocks of cells that have none of a range's columns are passed over, and no other ones.
+TEST(CellRangeIt, FindsTheCellsOfNarrowAndWideRangesThroughEdits) {
+  for (unsigned seed = 0; seed < 4; ++seed) {
+    EditedPlaces places(seed);
+    for (int edit = 0; edit < 40; ++edit) {
+      for (int walk = 0; walk < 12; ++walk) {
+        TableRange const range = places.drawRange();
+        ASSERT_EQ(placesOf(places.getTable(), range), places.findPlaces(range))
+            << "seed " << seed << ", edit " << edit << ", column " << range.firstColumn;
+      }
+      places.edit();
     }
   }
 }

@@ -212,6 +212,14 @@ std::vector<std::pair<char const*, MoveLine>> listRemaps() {
        [](unsigned long line) -> Line { return line == 9    ? 10
                                                : line == 10 ? 9
                                                             : line; }},
+      {"move far up",
+       [](unsigned long line) -> Line {
+         return line < 900 ? line + 100 : line < 1000 ? line - 900 : line;
+       }},
+      {"move far down",
+       [](unsigned long line) -> Line {
+         return line < 100 ? line + 900 : line < 1000 ? line - 100 : line;
+       }},
       {"turn around", [](unsigned long line) -> Line { return line < 60 ? 59 - line : line; }},
       {"interleave",
        [](unsigned long line) -> Line {
@@ -300,6 +308,23 @@ TEST(CellStore, TellsWhenCellsMoveInMemory) {
   EXPECT_TRUE(changes([&] { store.remove(3, 5); }));
   EXPECT_TRUE(changes([&] { store.remapRows({{9, 1}}); }));
   EXPECT_TRUE(changes([&] { store.remapColumns({{9, 1}}); }));
+}
+
+TEST(CellStore, PassesOverBlocksWithoutSomeColumns) {
+  CellStore store;
+  for (unsigned long row = 0; row < 2000; ++row) {
+    setNumber(store, {row, 5}, 1);
+    setNumber(store, {row, row == 1500 ? 6 : 7}, 1);
+  }
+  CellStore::Position const start{0, 9};
+  EXPECT_EQ(store.skipBlocks(start, {7, 1}, 2000), start);
+  CellStore::Position const found = store.skipBlocks(start, {6, 1}, 2000);
+  EXPECT_EQ(found, (CellStore::Position{store.lowerBound(1500, 6).block, 0}));
+  EXPECT_EQ(store.skipBlocks(start, {8, 1}, 2000), store.end());
+  EXPECT_EQ(store.skipBlocks(start, {69, 2}, 2000), start);
+  EXPECT_EQ(store.skipBlocks(store.end(), {5, 1}, 2000), store.end());
+  // It looks at no block behind the last row that is asked for.
+  EXPECT_EQ(store.skipBlocks(start, {8, 1}, 1).block, 1U);
 }
 
 TEST(CellStore, StaysInFewBlocksThroughManyMoves) {

@@ -113,6 +113,21 @@ TEST(Table, RefusesInsertionsThatWouldPushCellsOffTheSheet) {
   EXPECT_EQ(table.getRowIds().beginOf(lastRow.get()), 1048576UL);
 }
 
+TEST(Table, InsertsAsManyColumnsAsAreEmptyAtTheFarEdge) {
+  for (unsigned long const empty : {1UL, 2UL, 63UL, 64UL, 65UL, 200UL}) {
+    Table table;
+    for (unsigned long row = 0; row < 600; ++row) {
+      table.setValue(row, 0, number(1));
+    }
+    unsigned long const last = Table::columnCount - 1 - empty;
+    table.setValue(400, last, number(2));
+    EXPECT_THROW(table.insertColumns(1, empty + 1), BaseRuntimeError) << empty;
+    EXPECT_EQ(readNumber(table, 400, last), 2.0) << empty;
+    table.insertColumns(1, empty);
+    EXPECT_EQ(readNumber(table, 400, Table::columnCount - 1), 2.0) << empty;
+  }
+}
+
 TEST(Table, RefusesEditsOutsideTheSheetAndChangesNothing) {
   Table table;
   table.setValue(0, 0, number(1));
