@@ -50,6 +50,9 @@ public:
   /// Removes a cell, which must be there. A text that no cell has is forgotten.
   OtherCells remove(Index text, CellIdentity cell) noexcept;
 
+  /// Fetches what is kept of a text into the cache while other work is done.
+  void prefetch(Index text) const noexcept { _records.prefetch(text); }
+
   /// How many cells have a text.
   [[nodiscard]] std::uint64_t count(Index text) const noexcept {
     return _records.getCells(text).count();

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "ConditionalFormatters/Following/CndFrmt_CellTally.h"
+#include "Utils/Prefetch.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -37,6 +38,11 @@ public:
   /// True if a record is that of a text with a hash.
   [[nodiscard]] bool isOf(Index record, std::string_view text, std::uint32_t hash) const noexcept {
     return unitAt(record + 1) == joinHead(text, hash) && textOf(record) == text;
+  }
+
+  /// Fetches a record into the cache while other work is done.
+  void prefetch(Index record) const noexcept {
+    Zorv::prefetch(*_chunks[record / unitsInChunk], record % unitsInChunk);
   }
 
   [[nodiscard]] CellTally getCells(Index record) const noexcept {

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "Utils/Prefetch.h"
+
 namespace Zorv::ConditionalFormatters {
 
 OtherCells ValueClasses::add(ValueBits value, CellIdentity cell) {
@@ -30,6 +32,13 @@ OtherCells ValueClasses::remove(ValueBits value, CellIdentity cell) {
     removeSlot(piece, index);
   }
   return others;
+}
+
+void ValueClasses::prefetch(ValueBits value) const noexcept {
+  if (!_pieces.empty()) {
+    auto const& slots = _pieces[pieceIndexOf(value)].slots;
+    Zorv::prefetch(slots, hashOf(value) & (slots.size() - 1));
+  }
 }
 
 std::uint64_t ValueClasses::count(ValueBits value) const noexcept {

@@ -23,6 +23,9 @@ public:
   /// Removes a cell, which must be there.
   OtherCells remove(ValueBits value, CellIdentity cell);
 
+  /// Fetches the class of a value into the cache while other work is done.
+  void prefetch(ValueBits value) const noexcept;
+
   /// How many cells have a value.
   [[nodiscard]] std::uint64_t count(ValueBits value) const noexcept;
 

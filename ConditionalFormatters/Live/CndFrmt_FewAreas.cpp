@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <functional>
+#include <queue>
 #include <utility>
+
+#include <boost/sort/pdqsort/pdqsort.hpp>
 
 #include "ConditionalFormatters/Formats/CndFrmt_FormatCursor.h"
 #include "ConditionalFormatters/Formats/CndFrmt_RangeIndex.h"
@@ -20,6 +23,12 @@ TableRange hullOf(TableRange const& a, TableRange const& b) noexcept {
 double sizeOf(TableRange const& area) noexcept {
   return static_cast<double>(area.endRow - area.firstRow) *
          static_cast<double>(area.endColumn - area.firstColumn);
+}
+
+/// True if an area is the one above, continued.
+bool goesOn(TableRange const& above, TableRange const& area) noexcept {
+  return above.endRow == area.firstRow && above.firstColumn == area.firstColumn &&
+         above.endColumn == area.endColumn;
 }
 
 /// Rectangles that come band by band. One that goes on in the next band is one rectangle.
@@ -40,11 +49,8 @@ public:
 
 private:
   std::size_t extendOrAdd(TableRange const& area) {
-    auto const above = std::ranges::find_if(_previous, [&](std::size_t index) {
-      return _areas[index].endRow == area.firstRow &&
-             _areas[index].firstColumn == area.firstColumn &&
-             _areas[index].endColumn == area.endColumn;
-    });
+    auto const above = std::ranges::find_if(
+        _previous, [&](std::size_t index) { return goesOn(_areas[index], area); });
     if (above != _previous.end()) {
       _areas[*above].endRow = area.endRow;
       return *above;
@@ -76,17 +82,62 @@ void forEachBand(RangeIndex const& index, Visit const& visit) {
   }
 }
 
-/// One area for each band, from its first column to its last.
-std::vector<TableRange> findHulls(RangeIndex const& index) {
-  Bands hulls;
-  forEachBand(index, [&](unsigned long firstRow, unsigned long endRow,
-                         std::vector<ColumnInterval> const& columns) {
-    if (!columns.empty()) {
-      hulls.add(firstRow, endRow, {{columns.front().first, columns.back().end}});
+/// Areas that a sweep down the rows has entered. The one for which a member is the least, or the
+/// greatest, is on top.
+template <unsigned long TableRange::*member, class Compare>
+class SweptAreas {
+public:
+  void add(TableRange const& area) { _areas.push(area); }
+  /// Leaves areas that end above a row, as far as others do not hide them.
+  void leaveAbove(unsigned long row) {
+    while (!_areas.empty() && _areas.top().endRow <= row) {
+      _areas.pop();
     }
-    return true;
+  }
+  [[nodiscard]] bool isEmpty() const { return _areas.empty(); }
+  [[nodiscard]] unsigned long top() const { return _areas.top().*member; }
+
+private:
+  struct IsBelow {
+    bool operator()(TableRange const& a, TableRange const& b) const noexcept {
+      return Compare()(b.*member, a.*member);
+    }
+  };
+  std::priority_queue<TableRange, std::vector<TableRange>, IsBelow> _areas;
+};
+
+/// One area for each band, from its first column to its last, without an index of the areas.
+std::vector<TableRange> findHulls(std::vector<TableRange> areas) {
+  std::erase_if(areas, [](TableRange const& area) { return area.isEmpty(); });
+  boost::sort::pdqsort(areas.begin(), areas.end(), [](TableRange const& a, TableRange const& b) {
+    return a.firstRow < b.firstRow;
   });
-  return hulls.get();
+  SweptAreas<&TableRange::firstColumn, std::less<>> fromLeft;
+  SweptAreas<&TableRange::endColumn, std::greater<>> fromRight;
+  SweptAreas<&TableRange::endRow, std::less<>> byEnd;
+  std::vector<TableRange> hulls;
+  unsigned long row = 0;
+  for (auto next = areas.begin(); next != areas.end() || !byEnd.isEmpty();) {
+    row = byEnd.isEmpty() ? next->firstRow : row;
+    for (; next != areas.end() && next->firstRow == row; ++next) {
+      fromLeft.add(*next);
+      fromRight.add(*next);
+      byEnd.add(*next);
+    }
+    unsigned long const end =
+        next == areas.end() ? byEnd.top() : std::min(byEnd.top(), next->firstRow);
+    TableRange const hull{row, fromLeft.top(), end, fromRight.top()};
+    if (!hulls.empty() && goesOn(hulls.back(), hull)) {
+      hulls.back().endRow = end;
+    } else {
+      hulls.push_back(hull);
+    }
+    row = end;
+    fromLeft.leaveAbove(row);
+    fromRight.leaveAbove(row);
+    byEnd.leaveAbove(row);
+  }
+  return hulls;
 }
 
 /// Joins neighbours among areas that lie one below the other, and keeps apart those that would
@@ -114,9 +165,8 @@ std::vector<TableRange> joinNeighbours(std::vector<TableRange> const& areas, std
   return joined;
 }
 
-}  // namespace
-
-std::vector<TableRange> joinIntoFew(std::vector<TableRange> const& areas, std::size_t most) {
+/// The areas as disjoint ones; more than `most` if there are too many.
+std::vector<TableRange> findDisjoint(std::vector<TableRange> const& areas, std::size_t most) {
   RangeIndex const index(areas);
   Bands exact;
   forEachBand(index, [&](unsigned long firstRow, unsigned long endRow,
@@ -124,10 +174,20 @@ std::vector<TableRange> joinIntoFew(std::vector<TableRange> const& areas, std::s
     exact.add(firstRow, endRow, columns);
     return exact.count() <= most;
   });
-  if (exact.count() <= most) {
-    return exact.get();
+  return exact.get();
+}
+
+}  // namespace
+
+std::vector<TableRange> joinIntoFew(std::vector<TableRange> const& areas, std::size_t most) {
+  auto const hulls = findHulls(areas);
+  // Each hull begins or ends where a disjoint area does: there are fewer than two for each of them.
+  if (hulls.size() < 2 * most) {
+    auto exact = findDisjoint(areas, most);
+    if (exact.size() <= most) {
+      return exact;
+    }
   }
-  std::vector<TableRange> const hulls = findHulls(index);
   return hulls.size() <= most ? hulls : joinNeighbours(hulls, most);
 }
 

@@ -28,6 +28,11 @@ bool appendShared(std::vector<TableRange> const& ranges, std::span<TableRange co
   return isShared;
 }
 
+/// True if a cell continues an area of one column.
+bool isRightBelow(TableRange const& area, unsigned long row, unsigned long column) noexcept {
+  return area.endRow == row && area.firstColumn == column && area.endColumn == column + 1;
+}
+
 }  // namespace
 
 FollowedFormats::FollowedFormats(LiveSources const& sources)
@@ -126,7 +131,11 @@ void FollowedFormats::followOperands(OperandChanges const& changes, ReachedAreas
   for (CellIndex const cell : changes.cells) {
     unsigned long const row = cell.getRow().get();
     unsigned long const column = cell.getColumn().get();
-    reached.areas.push_back({row, column, row + 1, column + 1});
+    if (!reached.areas.empty() && isRightBelow(reached.areas.back(), row, column)) {
+      ++reached.areas.back().endRow;
+    } else {
+      reached.areas.push_back({row, column, row + 1, column + 1});
+    }
   }
 }
 

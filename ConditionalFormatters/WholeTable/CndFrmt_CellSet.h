@@ -20,22 +20,28 @@ public:
   CellSet& operator=(CellSet const&) = delete;
   ~CellSet() = default;
 
-  /// Adds a cell unless it is there. Fastest if the last one added is near it in the same column.
-  void insert(std::uint32_t row, std::uint32_t column) {
+  /// Adds a cell unless it is there, which it tells. Fastest if the last one added is near it in
+  /// the same column.
+  bool insert(std::uint32_t row, std::uint32_t column) {
     std::uint64_t const key = keyOf(row, column);
     if (_last == nullptr || key != _lastKey) {
       _last = &_blocks[key];
       _lastKey = key;
     }
-    _last->set(row % rowsInBlock);
+    auto const inBlock = row % rowsInBlock;
+    bool const isNew = !_last->test(inBlock);
+    _last->set(inBlock);
+    return isNew;
   }
 
-  /// Removes a cell if it is there.
-  void erase(std::uint32_t row, std::uint32_t column) noexcept {
+  /// Removes a cell if it is there, which it tells.
+  bool erase(std::uint32_t row, std::uint32_t column) noexcept {
     auto const found = _blocks.find(keyOf(row, column));
-    if (found != _blocks.end()) {
-      found->second.reset(row % rowsInBlock);
+    if (found == _blocks.end() || !found->second.test(row % rowsInBlock)) {
+      return false;
     }
+    found->second.reset(row % rowsInBlock);
+    return true;
   }
 
   [[nodiscard]] bool contains(unsigned long row, unsigned long column) const noexcept {

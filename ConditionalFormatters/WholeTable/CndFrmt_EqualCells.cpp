@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
+
+#include <boost/sort/pdqsort/pdqsort.hpp>
 
 namespace Zorv::ConditionalFormatters {
 
@@ -17,6 +20,14 @@ void EqualCells::change(PositionKey position, ValueBits before, ValueBits now, b
   add(now, cell, isEditing);
 }
 
+void EqualCells::prefetch(ValueBits value) const noexcept {
+  if (isTextBits(value)) {
+    _texts.prefetch(textOfBits(value));
+  } else if (hasClass(value)) {
+    _classes.prefetch(value);
+  }
+}
+
 void EqualCells::markAgain(PositionKey position, ValueBits value) {
   if (hasClass(value)) {
     std::uint64_t const count =
@@ -26,18 +37,22 @@ void EqualCells::markAgain(PositionKey position, ValueBits value) {
 }
 
 std::vector<CellIndex> EqualCells::takeFlipped() {
-  // Of several notes about a cell the first is from before the change.
-  std::ranges::stable_sort(_notes, {}, &Before::cell);
-  auto const end = std::unique(_notes.begin(), _notes.end(),
-                               [](Before const& a, Before const& b) { return a.cell == b.cell; });
+  // Branchless: comparisons of random cells are mispredicted.
+  boost::sort::pdqsort_branchless(_notes.begin(), _notes.end());
   std::vector<CellIndex> flipped;
-  for (auto before = _notes.begin(); before != end; ++before) {
-    auto const position = _identities.find(before->cell);
-    if (position && isMarked(before->cell) != before->wasRepeated) {
+  for (auto note = _notes.begin(); note != _notes.end();) {
+    auto const next =
+        std::find_if(note, _notes.end(), [&](CellIdentity each) { return each != *note; });
+    // After an even number of changes it is as before.
+    auto const position = (next - note) % 2 == 1 ? _identities.find(*note) : std::nullopt;
+    if (position) {
       flipped.push_back(cellIndexOfKey(*position));
     }
+    note = next;
   }
-  std::ranges::sort(flipped);
+  if (!std::ranges::is_sorted(flipped)) {  // only after edits of lines
+    std::ranges::sort(flipped);
+  }
   _notes.clear();
   return flipped;
 }
@@ -72,15 +87,11 @@ void EqualCells::mark(CellIdentity cell, bool isRepeated, bool isEditing) {
   if (!_marksRepeated) {
     return;
   }
-  if (isEditing) {
-    _notes.push_back({cell, isMarked(cell)});
-  }
   auto const row = static_cast<std::uint32_t>(rowOfIdentity(cell));
   auto const column = static_cast<std::uint32_t>(columnOfIdentity(cell));
-  if (isRepeated) {
-    _repeated.insert(row, column);
-  } else {
-    _repeated.erase(row, column);
+  bool const changes = isRepeated ? _repeated.insert(row, column) : _repeated.erase(row, column);
+  if (changes && isEditing) {
+    _notes.push_back(cell);
   }
 }
 

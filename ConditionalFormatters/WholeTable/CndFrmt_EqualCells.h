@@ -39,15 +39,18 @@ public:
   }
 
   /// Puts a cell from the class of one value into that of another one. While `isEditing`, it is
-  /// noted which cells repeated a value before.
+  /// noted which cells began to repeat a value, or ended.
   void change(PositionKey position, ValueBits before, ValueBits now, bool isEditing);
+
+  /// Fetches the class of a value into the cache while other work is done.
+  void prefetch(ValueBits value) const noexcept;
 
   /// Finds again whether a cell repeats a value, after it left one of several ranges. `value`: the
   /// cell's in another one.
   void markAgain(PositionKey position, ValueBits value);
 
-  /// The cells that repeat a value now and did not when they were noted first, or the other way
-  /// round, by their position. Forgets all notes.
+  /// The cells that repeat a value now and did not before the notes, or the other way round, by
+  /// their position. Forgets all notes.
   [[nodiscard]] std::vector<CellIndex> takeFlipped();
   /// Forgets all notes.
   void forgetNotes() noexcept { _notes.clear(); }
@@ -65,11 +68,6 @@ public:
   }
 
 private:
-  struct Before {
-    CellIdentity cell;
-    bool wasRepeated;
-  };
-
   [[nodiscard]] bool isMarked(CellIdentity cell) const noexcept {
     return _repeated.contains(rowOfIdentity(cell), columnOfIdentity(cell));
   }
@@ -81,8 +79,8 @@ private:
   CellIdentities _identities;
   ValueClasses _classes;
   TextClasses _texts;
-  CellSet _repeated;           ///< by the identities of row and column
-  std::vector<Before> _notes;  ///< in the order of the edit
+  CellSet _repeated;                 ///< by the identities of row and column
+  std::vector<CellIdentity> _notes;  ///< a cell for each time that its answer changed
 };
 
 }  // namespace Zorv::ConditionalFormatters

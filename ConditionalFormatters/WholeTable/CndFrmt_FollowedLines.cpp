@@ -84,9 +84,7 @@ bool FollowedOperands::linesChanged(SheetMoves const& moves,
   if (_answers) {
     _answers->startEdit();
   }
-  for (ValueColumn::Entry const& entry : difference->gone) {
-    setValue(entry.place, noValueBits);
-  }
+  remove(difference->gone);
   _column.moveRows(moves.rows);
   _column.moveColumns(moves.columns, _ranges);
   _equal.follow(moves);
@@ -105,6 +103,17 @@ bool FollowedOperands::linesChanged(SheetMoves const& moves,
   _equal.forgetNotes();
   settle();
   return true;
+}
+
+void FollowedOperands::remove(std::vector<ValueColumn::Entry> const& entries) {
+  // The classes lie anywhere in much memory: they are fetched in advance.
+  constexpr std::size_t ahead = 16;
+  for (std::size_t index = 0; index < entries.size(); ++index) {
+    if (countsEqual() && index + ahead < entries.size()) {
+      _equal.prefetch(entries[index + ahead].value);
+    }
+    setValue(entries[index].place, noValueBits);
+  }
 }
 
 std::optional<FollowedOperands::Difference> FollowedOperands::findDifference(

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include <boost/variant/get.hpp>
 
@@ -153,16 +154,38 @@ void FollowedOperands::readAgain(AreaOfRange const& part) {
     PlaceKey const place =
         placeKeyOf(part.range, positionKeyOf(cellInfo.getRowIndex(), cellInfo.getColIndex()));
     for (; old != known.end() && old->place < place; ++old) {
-      setValue(old->place, noValueBits);
+      takeLater(old->place, old->value, FormulaValue());
     }
-    if (old != known.end() && old->place == place) {
-      ++old;
-    }
-    setValue(place, readBits(cellInfo));
+    bool const isKnown = old != known.end() && old->place == place;
+    takeLater(place, isKnown ? (old++)->value : noValueBits, readValue(cellInfo));
   }
   for (; old != known.end(); ++old) {
-    setValue(old->place, noValueBits);
+    takeLater(old->place, old->value, FormulaValue());
   }
+  takeReadings();
+}
+
+/// The classes of the old and the new value lie anywhere in much memory: they are fetched while
+/// other cells are read.
+void FollowedOperands::takeLater(PlaceKey place, ValueBits old, FormulaValue value) {
+  constexpr std::size_t most = 32;
+  if (countsEqual()) {
+    _equal.prefetch(old);
+    if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
+      _equal.prefetch(bitsOfNumber(number->value.get()));
+    }
+  }
+  _readings.push_back({place, std::move(value)});
+  if (_readings.size() == most) {
+    takeReadings();
+  }
+}
+
+void FollowedOperands::takeReadings() {
+  for (Reading const& reading : _readings) {
+    setValue(reading.place, takeBits(reading.value));
+  }
+  _readings.clear();
 }
 
 void FollowedOperands::flushNumbers() {
@@ -176,15 +199,19 @@ void FollowedOperands::flushNumbers() {
 }
 
 ValueBits FollowedOperands::readBits(DOM::CellInfo const& cellInfo) {
+  return _needs.isEmpty() ? takeBits(cellInfo.getCell()->value) : takeBits(readValue(cellInfo));
+}
+
+FormulaValue FollowedOperands::readValue(DOM::CellInfo const& cellInfo) {
   FormulaValue const& ofCell = cellInfo.getCell()->value;
   if (_needs.isEmpty()) {
-    return takeBits(ofCell);
+    return ofCell;
   }
-  FormulaValue const value = _provider.getCellValue(cellInfo);
+  FormulaValue value = _provider.getCellValue(cellInfo);
   if (_answers) {
     _answers->noteRead(value, ofCell);
   }
-  return takeBits(value);
+  return value;
 }
 
 ValueBits FollowedOperands::takeBits(FormulaValue const& value) {

@@ -114,13 +114,23 @@ private:
   /// Reads the cells of an area for the first time.
   void readAll(AreaOfRange const& part);
   void readAgain(AreaOfRange const& part);
+  /// A value that was read, or none for a cell that is gone.
+  struct Reading {
+    PlaceKey place;
+    FormulaValue value;
+  };
+  /// Takes the value of a cell that had another one, after some more have been read.
+  void takeLater(PlaceKey place, ValueBits old, FormulaValue value);
+  void takeReadings();
   void flushNumbers();
 
   /// The bits under which the value of a cell is kept.
   [[nodiscard]] ValueBits readBits(DOM::CellInfo const& cellInfo);
+  [[nodiscard]] FormulaValue readValue(DOM::CellInfo const& cellInfo);
   [[nodiscard]] ValueBits takeBits(FormulaValue const& value);
   [[nodiscard]] ValueBits takeText(std::string_view text);
   void setValue(PlaceKey place, ValueBits bits);
+  void remove(std::vector<ValueColumn::Entry> const& entries);
   /// The most positions that are worth reading again.
   [[nodiscard]] std::uint64_t mostToRead() const noexcept;
   /// None if it is not worth following.
@@ -147,6 +157,7 @@ private:
   NumberRanking _ranking;
   std::vector<FloatNumber> _unranked;  ///< numbers of the column that the ranking does not have yet
   std::vector<FloatNumber> _outdated;  ///< numbers of the ranking that an edit has taken away
+  std::vector<Reading> _readings;      ///< not taken yet
   EqualCells _equal;
   bool _isEditing = false;
   MeanOperand _mean{};

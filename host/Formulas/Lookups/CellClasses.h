@@ -11,6 +11,7 @@
 #include "Formulas/Lookups/ClassEdit.h"
 #include "Formulas/Lookups/ListEdits.h"
 #include "Formulas/Lookups/Memory.h"
+#include "Utils/Prefetch.h"
 
 namespace Zorv::Formulas {
 

@@ -14,6 +14,7 @@
 #include "Formulas/Lookups/ValuePartition.h"
 #include "Formulas/Values/Value.h"
 #include "Utils/HashPartitions.h"
+#include "Utils/Prefetch.h"
 
 namespace Zorv::Formulas {
 

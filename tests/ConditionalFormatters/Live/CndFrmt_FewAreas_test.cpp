@@ -24,6 +24,14 @@ TEST(FewAreas, AreExactWhereFewSuffice) {
             (Areas{{0, 1, 3, 2}, {3, 0, 4, 5}, {4, 1, 9, 2}}));
 }
 
+TEST(FewAreas, AreOneAreaWhereManyCellsLieOneBelowTheOther) {
+  Areas cells;
+  for (unsigned long row = 0; row < 40; ++row) {
+    cells.push_back({row, 0, row + 1, 1});
+  }
+  EXPECT_EQ(joinIntoFew(cells, 3), (Areas{{0, 0, 40, 1}}));
+}
+
 TEST(FewAreas, GoOnThroughBandsThatOnlyOthersCross) {
   EXPECT_EQ(joinIntoFew({{0, 0, 9, 1}, {4, 3, 5, 4}}, 4), (Areas{{0, 0, 9, 1}, {4, 3, 5, 4}}));
 }
@@ -45,7 +53,7 @@ TEST(FewAreas, HoldEveryPositionAndAreDisjoint) {
   };
   for (int round = 0; round < 300; ++round) {
     Areas areas;
-    for (unsigned long count = draw(9); count > 0; --count) {
+    for (unsigned long count = draw(round % 2 == 0 ? 9 : 40); count > 0; --count) {
       unsigned long const row = draw(size);
       unsigned long const column = draw(size);
       areas.push_back({row, column, row + draw(5), column + draw(5)});
@@ -65,6 +73,17 @@ TEST(FewAreas, HoldEveryPositionAndAreDisjoint) {
     }
     EXPECT_TRUE(isExact || joinIntoFew(areas, 1000).size() > most) << "round " << round;
   }
+}
+
+TEST(FewAreas, AreTheWidthOfAllThatLiesInTheirRows) {
+  // Two columns of cells, the left one begins above; and a long area that ends between.
+  Areas areas = {{0, 2, 40, 3}};
+  for (unsigned long row = 10; row < 90; row += 2) {
+    areas.push_back({row, 0, row + 1, 1});
+    areas.push_back({row + 10, 7, row + 11, 8});
+  }
+  Areas const few = joinIntoFew(areas, 3);
+  EXPECT_EQ(few, (Areas{{0, 2, 10, 3}, {10, 0, 89, 8}, {90, 7, 99, 8}}));
 }
 
 TEST(FewAreas, HoldManyCrossingStrips) {

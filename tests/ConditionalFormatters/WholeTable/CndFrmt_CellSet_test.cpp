@@ -45,6 +45,17 @@ TEST(CellSet, HoldsAnErasedCellNoMore) {
   EXPECT_TRUE(cells.contains(6, 0));
 }
 
+TEST(CellSet, TellsWhatAnInsertionOrARemovalChanges) {
+  CellSet cells;
+  EXPECT_FALSE(cells.erase(5, 0));
+  EXPECT_TRUE(cells.insert(5, 0));
+  EXPECT_FALSE(cells.insert(5, 0));
+  EXPECT_TRUE(cells.insert(6, 0)) << "beside the last one";
+  EXPECT_FALSE(cells.erase(7, 0));
+  EXPECT_TRUE(cells.erase(5, 0));
+  EXPECT_FALSE(cells.erase(5, 0));
+}
+
 TEST(CellSet, KeepsItsCellsWhenItIsMoved) {
   CellSet cells;
   cells.insert(7, 3);

@@ -196,6 +196,9 @@ TEST_F(FollowedOperandsTest, AreThoseOfAWalkOverAllCellsAfterEditsOfThousandsOfC
     SheetMoves moves;
     moves.columns.add({AxisEdit::Kind::Delete, 1, 1});
     table.deleteColumns(1, 1);
+    // The order of the cells is not that in which they came.
+    moves.rows.add({AxisEdit::Kind::Move, 0, 1, 1'300});
+    table.moveRows(0, 1, 1'300);
     ASSERT_TRUE(followed.linesChanged(moves, ranges));
     expected = collectAnew();
     ASSERT_NO_FATAL_FAILURE(expectUpToDate(followed, expected));
