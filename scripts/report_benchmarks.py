@@ -93,13 +93,17 @@ def report_live(times):
         followed, anew = (times[f"live/{kind}{which}/1000000"] / 1e6 for which in ("", "Anew"))
         lines.append(f"| {words} | {followed:.3f} | {anew:.1f} | {anew / followed:.0f} |")
 
-    def milliseconds(name):
-        return times[f"{name}/1000000"] / 1e6
-    lines += ["", f"The first view of a new resolver takes {milliseconds('view/first'):.1f} ms. "
-              f"In the reference table, with "
-              f"50 columns, a row is inserted and deleted in "
-              f"{milliseconds('rows/insertAndDelete'):.1f} ms, and one is moved in "
-              f"{milliseconds('rows/move'):.1f} ms."]
+    def milliseconds(name, columns=""):
+        return f"{times[f'{name}/1000000{columns}'] / 1e6:.1f} ms"
+    lines += ["", f"The first view of a new resolver takes {milliseconds('view/first')}. "
+              f"30,000 pasted cells take {milliseconds('live/pasteMany')}, with the time in which "
+              f"the table takes them. A filled column of fifty is deleted in "
+              f"{milliseconds('live/deleteFilledColumn')}.", "",
+              "In the reference table, with 50 columns, a row is inserted and deleted in "
+              f"{milliseconds('rows/insertAndDelete')}, and one is moved in "
+              f"{milliseconds('rows/move')}; with 10, a column amid them is inserted and deleted in "
+              f"{milliseconds('columns/insertAndDelete', '/10')}, and one is moved in "
+              f"{milliseconds('columns/move', '/10')}."]
     return lines
 
 
