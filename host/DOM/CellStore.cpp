@@ -297,8 +297,9 @@ void CellStore::remapRows(Remap const& remap) {
     }
   }
   std::erase_if(_blocks, isEmpty);
-  if (!std::ranges::is_sorted(_blocks, {}, &Block::getFirstKey)) {
-    std::ranges::sort(_blocks, {}, &Block::getFirstKey);
+  auto const firstKey = [](Block const& block) { return block.getFirstKey(); };
+  if (!std::ranges::is_sorted(_blocks, {}, firstKey)) {
+    std::ranges::sort(_blocks, {}, firstKey);
   }
   _size = indexBlocks(_blocks, _firstKeys);
 }
