@@ -42,6 +42,7 @@ struct EditKind {
   bool withFormulas = false;  ///< beside the twelve rules, seven with formulas of the column
   bool withSums = false;      ///< besides, sums of the column by a thousand numbers in the next one
   bool ofNumbersToSumBy = false;  ///< these are edited: one in five becomes empty
+  bool withHundreds = false;      ///< beside the twelve rules, three hundred with formulas
 };
 
 constexpr std::size_t differentNumbersToSumBy = 1'000;
@@ -56,6 +57,18 @@ void addSumsByNextColumn(BenchTable& table) {
       Formulas::parseExpr("SUMIF($B:$B,$B1,$A:$A)>SUM($A:$A)/1000")));
 }
 
+void addHundredsOfFormulas(BenchTable& table) {
+  for (int index = 1; index <= 100; ++index) {
+    std::string const number = std::to_string(index);
+    for (std::string const& formula :
+         {"A1>AVERAGE($A:$A)*1." + number, "AND(COUNTIF($A:$A,A1)>2,A1<" + number + "00)",
+          "$A1=\"Item " + number + "\""}) {
+      table.addFormat(DOM::UnaryConditionalFormatOperator(
+          DOM::UnaryConditionalFormatType::FormulaIsTrue, Formulas::parseExpr(formula)));
+    }
+  }
+}
+
 /// A column under twelve rules, and random edits of it.
 class EditedColumn {
 public:
@@ -68,6 +81,9 @@ public:
     addTwelve(_table);
     if (kind.withFormulas) {
       addSevenFormulas(_table);
+    }
+    if (kind.withHundreds) {
+      addHundredsOfFormulas(_table);
     }
     if (kind.withSums) {
       addSumsByNextColumn(_table);
@@ -365,6 +381,7 @@ void registerLive() {
                                    {"editCents", 1, 0.01},
                                    {"editFormulas", 1, 1, true},
                                    {"editFormulasCents", 1, 0.01, true},
+                                   {"editHundreds", 1, 1, false, false, false, true},
                                    {"editSumsCents", 1, 0.01, false, true},
                                    {"editSumsBy", 1, 0.01, false, true, true},
                                    {"pasteSumsBy", 1'000, 0.01, false, true, true},

@@ -1,15 +1,12 @@
 #!/usr/bin/python3
 """Writes a large workbook for measurements from end to end.
 
-make_workbook.py OUT [ROWS [FORMULA]]
-
-One sheet of ten columns and ROWS rows, 100,000 unless said otherwise: four of five cells hold a
-number, the others a text. Each of eight rules covers every cell; FORMULA replaces the formula of the
-last one. The same input gives the same bytes.
+One sheet of ten columns: four of five cells hold a number, the others a text. Each of eight rules
+covers every cell. The same input gives the same bytes.
 """
 
+import argparse
 import random
-import sys
 import zipfile
 from xml.sax.saxutils import escape
 
@@ -101,6 +98,9 @@ def write_workbook(path, rows=100_000, formula="MOD(ROW(),2)=0"):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) not in (2, 3, 4):
-        sys.exit(__doc__)
-    write_workbook(sys.argv[1], *map(int, sys.argv[2:3]), *sys.argv[3:])
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("path", help="the workbook to write")
+    parser.add_argument("rows", nargs="?", type=int, default=100_000)
+    parser.add_argument("formula", nargs="?", default="MOD(ROW(),2)=0", help="of the last rule")
+    arguments = parser.parse_args()
+    write_workbook(arguments.path, arguments.rows, arguments.formula)

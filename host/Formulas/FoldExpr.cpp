@@ -22,7 +22,7 @@ using DOM::FormulaSyntaxTree::Node;
 using DOM::FormulaSyntaxTree::NodeKind;
 using DOM::FormulaSyntaxTree::noIndex;
 
-/// The constants that replace calls, by node.
+/// The constants that replace calls and operators, by node.
 using Constants = std::map<std::size_t, Node>;
 
 /// A single value as a node; a text is put into the pool.
@@ -55,7 +55,56 @@ Constants evaluateCalls(ExprParts const& parts, std::vector<InnerCall> const& ca
   return constants;
 }
 
-/// Which nodes are left when calls become constants.
+bool isConstant(Node const& node) noexcept {
+  return node.kind == NodeKind::Number || node.kind == NodeKind::Text ||
+         node.kind == NodeKind::Boolean || node.kind == NodeKind::Error;
+}
+
+/// The operators of which all operands are constants, or such operators themselves. Arguments stand
+/// before what they are arguments of.
+std::vector<bool> findConstant(std::vector<Node> const& nodes) {
+  std::vector<bool> areConstant(nodes.size());
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    bool const isOperator = nodes[i].kind == NodeKind::Unary || nodes[i].kind == NodeKind::Binary;
+    areConstant[i] = isConstant(nodes[i]) || isOperator;
+    std::uint32_t argument = nodes[i].firstArgument;
+    for (std::uint32_t count = isOperator ? nodes[i].argumentCount : 0; count > 0; --count) {
+      areConstant[i] = areConstant[i] && areConstant[argument];
+      argument = nodes[argument].next;
+    }
+  }
+  return areConstant;
+}
+
+/// Evaluates the outermost of these operators.
+Constants evaluateOperators(ExprParts const& parts, Evaluator& evaluator,
+                            std::vector<std::string>& texts) {
+  Constants constants;
+  Frame const frame{&parts, Offset{}, {}};
+  auto const areConstant = findConstant(parts.nodes);
+  std::vector<bool> areInside(parts.nodes.size());
+  for (std::size_t i = parts.nodes.size(); i-- > 0;) {
+    Node const& node = parts.nodes[i];
+    if (!areConstant[i] || isConstant(node)) {
+      continue;
+    }
+    std::uint32_t argument = node.firstArgument;
+    for (std::uint32_t count = node.argumentCount; count > 0; --count) {
+      areInside[argument] = true;
+      argument = parts.nodes[argument].next;
+    }
+    auto const index = static_cast<std::uint32_t>(i);
+    auto const constant =
+        areInside[i] ? std::nullopt
+                     : makeConstant(evaluator.evaluateNode(frame, index, Mode::Single), texts);
+    if (constant) {
+      constants.emplace(i, *constant);
+    }
+  }
+  return constants;
+}
+
+/// Which nodes are left when some become constants.
 std::vector<bool> findKept(ExprParts const& parts, Constants const& constants) {
   std::vector<bool> isKept(parts.nodes.size());
   isKept.back() = true;
@@ -71,7 +120,7 @@ std::vector<bool> findKept(ExprParts const& parts, Constants const& constants) {
   return isKept;
 }
 
-std::vector<Node> replaceCalls(ExprParts const& parts, Constants const& constants) {
+std::vector<Node> replaceNodes(ExprParts const& parts, Constants const& constants) {
   auto const isKept = findKept(parts, constants);
   std::vector<std::uint32_t> newIndexes(parts.nodes.size());
   std::uint32_t count = 0;
@@ -105,19 +154,22 @@ std::optional<Expr> foldExpr(Expr const& expr, Context const& context,
     return std::nullopt;
   }
   ExprParts folded = parts;
-  Constants constants;
   try {
     RuntimeDependenciesResolver nothingIsFound;
     Evaluator evaluator(context, contextProvider, nothingIsFound, session.getOrCreateWorkspace(),
                         builtinFunctions());
-    constants = evaluateCalls(parts, calls, evaluator, folded.texts);
+    auto const constants = evaluateCalls(parts, calls, evaluator, folded.texts);
+    if (constants.empty()) {
+      return std::nullopt;
+    }
+    folded.nodes = replaceNodes(parts, constants);
+    ExprParts const withoutCalls = folded;
+    auto const results = evaluateOperators(withoutCalls, evaluator, folded.texts);
+    folded.nodes = replaceNodes(withoutCalls, results);
   } catch (EvaluationLimitError const&) {
     // The expression stays unfolded. Each evaluation that needs the call meets the limit, too.
-  }
-  if (constants.empty()) {
     return std::nullopt;
   }
-  folded.nodes = replaceCalls(parts, constants);
   folded.traits = analyse(folded, builtinFunctions());
   return Expr(std::move(folded));
 }

@@ -11,8 +11,8 @@
 namespace Zorv::Formulas {
 
 /// Puts the values of function calls in their places, where these read ranges or have calls inside,
-/// and are the same for every cell: of `A1>AVERAGE($A$1:$A$9)` the average. Nothing where there is
-/// no such call.
+/// and are the same for every cell, and then the results of operators between constants: of
+/// `A1>2*AVERAGE($A$1:$A$9)` twice the average. Nothing where there is no such call.
 ///
 /// As long as the document does not change, the result evaluates to what the expression does, at
 /// any cell of the table of `context`, and neither reads those ranges again nor

@@ -61,6 +61,8 @@ TEST_F(FoldExprTest, TheResultEvaluatesAlikeAndReadsTheRangesNoMore) {
       "A1&CONCAT($A$1:$B$2)&CONCAT($A$1:$A$2)",
       "A1-ROUND(AVERAGE($A$1:$A$4)+SUM($A$1:$A$4),0)",
       "A1&(SUM($A$1:$A$4)>10)",
+      "A1&(CONCAT($A$1:$A$4)&\"!\"&-MAX($A$1:$A$4)%)",
+      "A1-(SUM($A$1:$A$4)+IF(A1>2,SUM($A$1:$A$4)*2,1)^2)",
       "A1&OR(FALSE,SUM($A$1:$A$4)>10)",
       "LET(x,A1,x-SUM($A$1:$A$4))",
       "LET(x,SUM($A$1:$A$4),x+A1)",
@@ -107,6 +109,10 @@ TEST_F(FoldExprTest, WhatIsLeftIsThePlainFormula) {
   ASSERT_TRUE(folded);
   EXPECT_EQ(nodesOf(*folded), nodesOf(parseExpr("A1>2.5")));
   EXPECT_EQ(folded->getTraits(), parseExpr("A1>2.5").getTraits());
+  auto const withOperators = fold("A1>10-AVERAGE($A$1:$A$4)*2+SUM($A$1:$A$4)%");
+  ASSERT_TRUE(withOperators);
+  EXPECT_EQ(nodesOf(*withOperators), nodesOf(parseExpr("A1>5.1")));
+  EXPECT_EQ(nodesOf(*fold("A1*2>AVERAGE($A$1:$A$4)")), nodesOf(parseExpr("A1*2>2.5")));
   auto const constant = fold("SUM($A$1:$A$4)");
   ASSERT_TRUE(constant);
   EXPECT_EQ(nodesOf(*constant), nodesOf(parseExpr("10")));
