@@ -3,18 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <string>
-#include <string_view>
-
-#include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/Formats/CndFrmt_Positions.h"
 #include "ConditionalFormatters/Live/CndFrmt_FewAreas.h"
-#include "ConditionalFormatters/Parallel/CndFrmt_CellWalk.h"
+#include "ConditionalFormatters/Live/CndFrmt_ReachedCells.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_ResolvePass.h"
-#include "FormulaModel/FormulaValue.h"
-#include "Formulas/ContextProvider.h"
-#include "Formulas/CriterionText.h"
 #include "OfficeUtils/PinnedMoment.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -41,18 +34,6 @@ void appendDifference(TableRange const& range, TableRange const& other,
       parts.push_back(part);
     }
   }
-}
-
-/// The value that formulas read at a position, which is empty where there is no cell.
-FormulaValue const& heldAt(DOM::CellInfo const& cellInfo) {
-  static FormulaValue const none;
-  return cellInfo.getCell() == nullptr ? none : cellInfo.getCell()->value;
-}
-
-/// True for a text that as a criterion may ask for more than the values that are equal to it.
-bool mayBeMoreThanValue(std::string const& text) noexcept {
-  return text.empty() || std::string_view("<>=").find(text.front()) != std::string_view::npos ||
-         text.find_first_of("*?~") != std::string::npos;
 }
 
 }  // namespace
@@ -104,64 +85,8 @@ std::vector<TableRange> LiveViewState::findStale(OfficeUtils::Clock::TimePoint m
     reached.areas = {_range};
   }
   _table.appendChangesOfTime(_moment, moment, reached.areas);
-  for (NumberArea const& numbers : reached.numbers) {
-    appendCells(intersect(numbers.area, _range), makeTest(numbers), reached.areas);
-  }
-  for (ClassArea const& classes : reached.classes) {
-    appendCells(intersect(classes.area, _range), makeTest(classes), reached.areas);
-  }
+  appendAll(findReachedCells(*_table.getPrepared(), reached, _range), reached.areas);
   return clip(reached.areas, _range);
-}
-
-void LiveViewState::appendCells(TableRange const& area, CellTest const& test,
-                                std::vector<TableRange>& areas) const {
-  constexpr std::size_t fewCells = 64;
-  std::vector<TableRange> cells;
-  auto const addCell = [&](DOM::CellInfo const& cellInfo) {
-    if (cells.size() <= fewCells && test(cellInfo)) {
-      cells.push_back({cellInfo.getRowIndex(), cellInfo.getColIndex(), cellInfo.getRowIndex() + 1,
-                       cellInfo.getColIndex() + 1});
-    }
-  };
-  try {
-    forEachCell(_table.getTable(), area, false, addCell);
-  } catch (...) {
-    // The pass over the area meets the failure for the cell that has it.
-    cells.assign(fewCells + 1, {});
-  }
-  if (cells.size() <= fewCells) {
-    areas.insert(areas.end(), cells.begin(), cells.end());
-  } else {
-    areas.push_back(area);
-  }
-}
-
-LiveViewState::CellTest LiveViewState::makeTest(NumberArea const& numbers) const {
-  return [numbers, prepared = _table.getPrepared()](DOM::CellInfo const& cellInfo) {
-    FormulaValue const value =
-        numbers.isOfCells ? heldAt(cellInfo) : prepared->getProvider().getCellValue(cellInfo);
-    auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value);
-    return number != nullptr && numbers.least <= number->value.get() &&
-           number->value.get() <= numbers.most;
-  };
-}
-
-LiveViewState::CellTest LiveViewState::makeTest(ClassArea const& classes) const {
-  return [&classes, prepared = _table.getPrepared()](DOM::CellInfo const& cellInfo) {
-    FormulaValue const& value = heldAt(cellInfo);
-    auto const isAmong = [&](Formulas::CriterionText const& wanted) {
-      return std::ranges::find(classes.values, wanted) != classes.values.end();
-    };
-    if (auto const* const number = boost::get<FormulaModel::FormulaNumber>(&value)) {
-      return isAmong(number->value.get());
-    }
-    auto const* const text = boost::get<FormulaModel::FormulaString>(&value);
-    if (text == nullptr || mayBeMoreThanValue(text->value)) {
-      return text != nullptr;
-    }
-    auto const& formulas = prepared->getProvider().getFormulasContextProvider();
-    return isAmong(Formulas::readCriterionText(text->value, formulas.getLocaleContext()));
-  };
 }
 
 void LiveViewState::visitIfDifferent(ResolvedCell const& cell, CellVisitor const& visitor) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <vector>
 
 #include <boost/unordered_map.hpp>
@@ -35,18 +34,11 @@ private:
 
     friend bool operator==(Appearance const&, Appearance const&) noexcept = default;
   };
-  using CellTest = std::function<bool(DOM::CellInfo const&)>;
   /// A position as one number.
   using Key = std::uint64_t;
 
   /// The parts in sight of which the cells may look different from what was told.
   [[nodiscard]] std::vector<TableRange> findStale(OfficeUtils::Clock::TimePoint moment) const;
-  /// Appends the existing cells of an area in sight for which `test(cell)` is true, or the area if
-  /// they are many.
-  void appendCells(TableRange const& area, CellTest const& test,
-                   std::vector<TableRange>& areas) const;
-  [[nodiscard]] CellTest makeTest(NumberArea const& numbers) const;
-  [[nodiscard]] CellTest makeTest(ClassArea const& classes) const;
   void visitIfDifferent(ResolvedCell const& cell, CellVisitor const& visitor);
 
   LiveTable const& _table;
