@@ -179,8 +179,8 @@ void measureEditAnew(benchmark::State& state, EditKind const& kind) {
 }
 
 /// Moves the view down by some rows, and tells the cells that come into sight.
-void measureScroll(benchmark::State& state, unsigned long rows) {
-  EditedColumn column(static_cast<std::size_t>(state.range(0)), {"", 1, 1});
+void measureScroll(benchmark::State& state, EditKind const& kind, unsigned long rows) {
+  EditedColumn column(static_cast<std::size_t>(state.range(0)), kind);
   BenchTable const& table = column.getTable();
   LiveResolver resolver = table.getCalculator().follow(table.getStyles(), table.getTable());
   LiveView view(resolver);
@@ -201,8 +201,8 @@ void measureScroll(benchmark::State& state, unsigned long rows) {
 }
 
 /// The same by a new resolver each time, which visits all cells in sight.
-void measureScrollAnew(benchmark::State& state, unsigned long rows) {
-  EditedColumn column(static_cast<std::size_t>(state.range(0)), {"", 1, 1});
+void measureScrollAnew(benchmark::State& state, EditKind const& kind, unsigned long rows) {
+  EditedColumn column(static_cast<std::size_t>(state.range(0)), kind);
   BenchTable const& table = column.getTable();
   std::size_t holding = 0;
   TableRange inSight{0, 0, viewedCells, 1};
@@ -408,14 +408,17 @@ void registerLive() {
   benchmark::RegisterBenchmark("live/deleteFilledColumn", measureDeletedColumn)
       ->Arg(1'000'000)
       ->Unit(benchmark::kMicrosecond);
-  for (auto const& [name, rows] :
-       {std::pair("live/scroll3", 3UL), {"live/scrollPage", viewedCells}}) {
-    benchmark::RegisterBenchmark(name, [rows = rows](benchmark::State& state) {
-      measureScroll(state, rows);
+  static EditKind const& plain = kinds[0];
+  static EditKind const& hundreds = kinds[4];
+  for (auto const& [name, kind, rows] : {std::tuple("live/scroll3", &plain, 3UL),
+                                         {"live/scrollPage", &plain, viewedCells},
+                                         {"live/scrollPageHundreds", &hundreds, viewedCells}}) {
+    benchmark::RegisterBenchmark(name, [kind = kind, rows = rows](benchmark::State& state) {
+      measureScroll(state, *kind, rows);
     })->Apply(withSizes);
     std::string const anew = std::string(name) + "Anew";
-    benchmark::RegisterBenchmark(anew.c_str(), [rows = rows](benchmark::State& state) {
-      measureScrollAnew(state, rows);
+    benchmark::RegisterBenchmark(anew.c_str(), [kind = kind, rows = rows](benchmark::State& state) {
+      measureScrollAnew(state, *kind, rows);
     })->Apply(withSizes);
   }
   static DocumentEditKind const documentEdits[] = {
