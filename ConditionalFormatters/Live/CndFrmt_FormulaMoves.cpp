@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <utility>
 
 #include <boost/variant/get.hpp>
 
 #include "DOM/FormulaSyntaxTree/Expr.h"
+#include "Formulas/NumberComparison.h"
 
 namespace Zorv::ConditionalFormatters {
 
@@ -15,10 +15,7 @@ namespace {
 
 using DOM::FormulaSyntaxTree::CellReference;
 using DOM::FormulaSyntaxTree::Expr;
-using DOM::FormulaSyntaxTree::ExprParts;
 using DOM::FormulaSyntaxTree::Node;
-using DOM::FormulaSyntaxTree::NodeKind;
-using FormulaOperator = DOM::FormulaSyntaxTree::Operator;
 using CommonValue = boost::optional<FormulaValue>;
 
 std::optional<double> findNumber(CommonValue const& value) noexcept {
@@ -39,52 +36,23 @@ bool isSameCommonValue(CommonValue const& a, CommonValue const& b) {
   return a && b ? isSameFormula(Expr::constant(*a), Expr::constant(*b)) : !a && !b;
 }
 
-/// A comparison of the judged cell with a number, and the number.
-std::optional<double> findComparedNumber(Expr const& expr, FormulaPlace const& place) {
-  ExprParts const& parts = expr.getParts();
-  constexpr std::size_t nodesOfComparison = 3;
-  if (parts.nodes.size() != nodesOfComparison) {
-    return std::nullopt;
-  }
-  Node const& root = parts.nodes.back();
-  bool const compares = root.kind == NodeKind::Binary && FormulaOperator::Equal <= root.op &&
-                        root.op <= FormulaOperator::GreaterOrEqual;
-  auto const [reference, number] = parts.nodes[0].kind == NodeKind::Number
-                                       ? std::pair(parts.nodes[1], parts.nodes[0])
-                                       : std::pair(parts.nodes[0], parts.nodes[1]);
-  if (!compares || reference.kind != NodeKind::Reference || number.kind != NodeKind::Number ||
-      !place.isOwnCell(parts.references[reference.index])) {
-    return std::nullopt;
-  }
-  return number.number;
-}
-
-/// A formula that compares the judged cell with one number, whatever the number is.
-Expr withoutNumber(Expr const& expr) {
-  ExprParts parts = expr.getParts();
-  for (Node& node : parts.nodes) {
-    node.number = 0;
-  }
-  return Expr(std::move(parts));
-}
-
 /// Adds the move of what is evaluated for each cell. False if any cell may be judged otherwise.
 bool addMoveOfRest(Expr const& before, Expr const& after, FormulaPlace const& place,
                    NumberMoves& moves) {
   if (isSameFormula(before, after)) {
     return true;
   }
-  auto const from = findComparedNumber(before, place);
-  auto const to = findComparedNumber(after, place);
-  if (!from || !to || !(withoutNumber(before) == withoutNumber(after))) {
+  auto const from = Formulas::NumberComparison::find(before);
+  auto const to = Formulas::NumberComparison::find(after);
+  if (!from || !to || !place.isOwnCell(from->getCell())) {
     return false;
   }
-  auto const [least, most] = std::minmax(*from, *to);
+  auto const different = from->findDifferent(*to);
   // Empty cells, and places without a cell, are compared as zero.
-  if (!(least <= most) || (least <= 0 && 0 <= most)) {
+  if (!different || (different->first <= 0 && 0 <= different->second)) {
     return false;
   }
-  moves.push_back({least, most, true});
+  moves.push_back({different->first, different->second, true});
   return true;
 }
 

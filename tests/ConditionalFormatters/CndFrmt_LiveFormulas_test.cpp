@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -128,6 +129,24 @@ TEST_F(LiveFormulas, AreAskedOfPositionsWithoutACellWhereThatMatters) {
   sheet.table.setConditionalFormats({});
   follow("A1:A4100", LiveSheet::isTrue("COUNTIF($A:$A,A1)>1"));
   EXPECT_EQ(change(5, number(101)), "5+ 100+");
+}
+
+TEST_F(LiveFormulas, AreAskedOfNumbersThatAreEqualButForTheirLastBits) {
+  // The mean moves from 2000.5 to 2005.5. Comparisons take these numbers for the old and the new.
+  sheet.table.setValue(4'050, 0, number(std::nextafter(2000.5, 0)));
+  sheet.table.setValue(4'051, 0, number(std::nextafter(2005.5, 3'000)));
+  follow("A1:A4100", LiveSheet::isTrue("A1=AVERAGE($A$1:$A$4000)"));
+  EXPECT_EQ(change(3'999, number(24'000)), "4050- 4051+");
+  expectFewSteps();
+}
+
+TEST_F(LiveFormulas, OfManyRulesAreAskedOfTheCellsOfAllOfThem) {
+  // The mean moves from 2000.5 to 2005.5.
+  sheet.addRule("A1:A4000", LiveSheet::isTrue("A1=AVERAGE($A:$A)-0.5"));
+  sheet.addRule("A1:A4000", LiveSheet::isTrue("A1=AVERAGE($A:$A)/2+1000.75"));
+  follow("A1:A4000", LiveSheet::isTrue("A1=AVERAGE($A:$A)+999.5"));
+  EXPECT_EQ(change(3'999, number(24'000)), "1999- 2000- 2004+ 2999- 3004+");
+  expectFewSteps();
 }
 
 TEST_F(LiveFormulas, ThatCellsAreComparedWithAreAskedOfTheCellsBetween) {

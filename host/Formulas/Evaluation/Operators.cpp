@@ -4,6 +4,7 @@
 #include <span>
 
 #include "Formulas/Evaluation/Evaluator.h"
+#include "Formulas/NumberComparison.h"
 #include "Formulas/Values/Coercion.h"
 #include "Formulas/Values/Comparison.h"
 
@@ -12,33 +13,6 @@ namespace Zorv::Formulas {
 namespace {
 
 using DOM::FormulaSyntaxTree::Operator;
-
-/// Rounding error of a sum or difference, relative to its operands.
-constexpr double lastBits = 0x1p-49;
-
-/// Numbers that differ in their last bits only are equal, so that `0.1+0.2=0.3` holds, as in the
-/// widespread programs.
-std::strong_ordering compareRoughly(double left, double right) noexcept {
-  return std::abs(left - right) <= std::abs(left) * lastBits ? std::strong_ordering::equal
-                                                             : compareNumbers(left, right);
-}
-
-bool holds(Operator op, std::strong_ordering order) noexcept {
-  switch (op) {
-    case Operator::Equal:
-      return order == 0;
-    case Operator::NotEqual:
-      return order != 0;
-    case Operator::Less:
-      return order < 0;
-    case Operator::LessOrEqual:
-      return order <= 0;
-    case Operator::Greater:
-      return order > 0;
-    default:
-      return order >= 0;
-  }
-}
 
 Value power(double base, double exponent) noexcept {
   if (base == 0.0 && exponent == 0.0) {
@@ -72,7 +46,7 @@ Value applyToNumbers(Operator op, double left, double right) noexcept {
     case Operator::Power:
       return power(left, right);
     default:
-      return Value::boolean(holds(op, compareRoughly(left, right)));
+      return Value::boolean(holdsFor(op, compareRoughly(left, right)));
   }
 }
 
@@ -124,7 +98,7 @@ Value applyBinary(Operator op, Value const& left, Value const& right, Evaluator&
       return concatenate(left, right, evaluator);
     default:
       evaluator.steps().spend(stepsOfComparison(left, right));
-      return Value::boolean(holds(op, compareValues(left, right)));
+      return Value::boolean(holdsFor(op, compareValues(left, right)));
   }
 }
 

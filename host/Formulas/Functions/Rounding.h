@@ -2,13 +2,14 @@
 
 #include <cmath>
 
+#include "Formulas/NumberComparison.h"
+
 /// Rounding as people expect it of decimal numbers: what differs from a whole number in its last
 /// bits only is that number, so that 2.3 / 0.1 has the whole part 23.
 namespace Zorv::Formulas {
 
 /// The nearest whole number where a number is one but for its last bits, otherwise the number.
 [[nodiscard]] inline double snapToWhole(double number) noexcept {
-  constexpr double lastBits = 0x1p-49;
   double const nearest = std::round(number);
   return std::abs(number - nearest) <= std::abs(number) * lastBits ? nearest : number;
 }

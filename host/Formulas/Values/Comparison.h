@@ -9,13 +9,6 @@
 
 namespace Zorv::Formulas {
 
-/// Orders two numbers, neither of which is NaN; both zeros are equal.
-[[nodiscard]] constexpr std::strong_ordering compareNumbers(double left, double right) noexcept {
-  return left < right   ? std::strong_ordering::less
-         : left > right ? std::strong_ordering::greater
-                        : std::strong_ordering::equal;
-}
-
 /// Orders single values that are no errors, as comparisons and sorting do: numbers before texts
 /// before truth values; texts without regard to letter case; an empty value as the zero, the empty
 /// text or the false with which it is compared.
