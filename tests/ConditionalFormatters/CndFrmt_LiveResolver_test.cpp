@@ -213,7 +213,7 @@ TEST_P(LiveEdits, AnswersAreThoseOfANewResolverAndDifferencesAreExact) {
 
 /// CNDFRMT_LIVE_SEEDS asks for more seeds than usual.
 std::uint32_t countSeeds() {
-  constexpr std::uint32_t usual = 40;
+  constexpr std::uint32_t usual = 120;
   char const* const asked = std::getenv("CNDFRMT_LIVE_SEEDS");
   return asked == nullptr ? usual : static_cast<std::uint32_t>(std::stoul(asked));
 }

@@ -1,7 +1,9 @@
 #include "ConditionalFormatters/EditedDocument.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <stdexcept>
@@ -121,6 +123,7 @@ private:
 EditedDocument::EditedDocument(std::uint32_t seed)
     : _random(seed),
       _hasNaN(seed % 4 == 0),
+      _comparesNumbers(seed % 4 == 1),
       _moment(noonOn21November()),
       _host(std::make_unique<Host>(*this)) {
   for (unsigned long row = 0; row < rows; ++row) {
@@ -173,6 +176,10 @@ TableRange EditedDocument::drawRange() {
 }
 
 FormulaValue EditedDocument::drawValue() {
+  if (_comparesNumbers) {
+    double const drawn = 1 + static_cast<double>(draw(3));
+    return number(std::array{drawn, std::nextafter(drawn, 0), std::nextafter(drawn, 9)}[draw(3)]);
+  }
   std::vector<FormulaValue> values = {FormulaValue(),
                                       number(-2),
                                       number(-0.0),
@@ -230,6 +237,8 @@ std::string EditedDocument::drawFormula() {
                                                     "A1>=LARGE($A:$B,3)",
                                                     "A1<=SMALL($A:$A,2)+MIN($B:$B)",
                                                     "A1>MEDIAN(Other!$A:$A)",
+                                                    "A1>=MEDIAN($A:$A)*2-2",
+                                                    "A1=MIN(Other!$A:$B)+1",
                                                     "A1<PERCENTILE($A:$A,0.3)",
                                                     "A1<QUARTILE($A:$B,3)",
                                                     "RANK(A1,$A:$A)<4",
@@ -317,13 +326,33 @@ std::function<ConditionalFormatOperator()> EditedDocument::drawCondition() {
   }
 }
 
+std::function<ConditionalFormatOperator()> EditedDocument::drawComparison() {
+  static std::vector<std::string> const operators = {"=", "<>", "<", "<=", ">", ">="};
+  static std::vector<std::string> const asked = {
+      "AVERAGE($A:$A)", "MAX($A:$A)",        "MIN($A:$A)",     "MEDIAN($A:$A)",
+      "LARGE($A:$A,2)", "SMALL($A:$A,3)",    "COUNT($A:$A)/5", "PERCENTILE($A:$A,0.3)",
+      "SUM($A:$A)/20",  "COUNTIF($A:$A,2)/2"};
+  static std::vector<std::string> const rest = {"", "*2-1", "/2+1", "-4"};
+  std::string formula = "A1" + operators[draw(operators.size())] + asked[draw(asked.size())] +
+                        rest[draw(rest.size())];
+  return [formula = std::move(formula)] {
+    return UnaryConditionalFormatOperator(UnaryConditionalFormatType::FormulaIsTrue,
+                                          Formulas::parseExpr(formula));
+  };
+}
+
 EditedDocument::FormatPlan EditedDocument::drawFormat() {
   FormatPlan plan;
-  unsigned long const rangeCount = 1 + draw(3);
-  for (unsigned long range = 0; range < rangeCount; ++range) {
-    plan.ranges.push_back(table.toRangeByID(drawRange()));
+  if (_comparesNumbers && draw(3) != 0) {
+    plan.ranges.push_back(table.toRangeByID({0, 0, rows, 1}));
+    plan.makeCondition = drawComparison();
+  } else {
+    unsigned long const rangeCount = 1 + draw(3);
+    for (unsigned long range = 0; range < rangeCount; ++range) {
+      plan.ranges.push_back(table.toRangeByID(drawRange()));
+    }
+    plan.makeCondition = drawCondition();
   }
-  plan.makeCondition = drawCondition();
   // One identity more than there are styles: a format may name a style that does not exist.
   plan.style = makeUUID(static_cast<unsigned char>(1 + draw(editedStyleCount + 1)));
   plan.stops = draw(5) == 0;

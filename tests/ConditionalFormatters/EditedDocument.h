@@ -74,6 +74,8 @@ private:
   [[nodiscard]] FormulaValue drawValue();
   [[nodiscard]] std::string drawFormula();
   [[nodiscard]] std::function<DOM::ConditionalFormatOperator()> drawCondition();
+  /// A comparison of the cell A1.
+  [[nodiscard]] std::function<DOM::ConditionalFormatOperator()> drawComparison();
   [[nodiscard]] FormatPlan drawFormat();
   void drawStyle(unsigned char index);
   void makeFormats();
@@ -82,6 +84,9 @@ private:
 
   std::mt19937 _random;
   bool _hasNaN;  ///< repeated values are then not asked for: no NaN is one
+  /// All values are numbers, some of which differ in their last bits only, and most formats compare
+  /// the cells of the first column with what they ask of all of it.
+  bool _comparesNumbers;
   std::vector<FormatPlan> _formats;
   OfficeUtils::Clock::TimePoint _moment;
   long _failingCall = 0;

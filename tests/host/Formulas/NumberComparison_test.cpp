@@ -49,8 +49,9 @@ TEST(NumberComparison, HoldsWhereTheFormulaIsTrue) {
   EvaluationSession session;
   double const numbers[] = {-3,  0,   std::nextafter(0.3, 0), 0.3, std::nextafter(0.3, 1),
                             0.1, 1e9, 0.3 * (1 + 0x1p-48),    -0.3};
-  for (char const* const formula : {"A1=0.3", "A1<>0.3", "A1<0.3", "A1<=0.3", "A1>0.3", "A1>=0.3",
-                                    "0.3=A1", "0.3<>A1", "0.3<A1", "0.3<=A1", "0.3>A1", "0.3>=A1"}) {
+  for (char const* const formula :
+       {"A1=0.3", "A1<>0.3", "A1<0.3", "A1<=0.3", "A1>0.3", "A1>=0.3", "0.3=A1", "0.3<>A1",
+        "0.3<A1", "0.3<=A1", "0.3>A1", "0.3>=A1"}) {
     auto const comparison = find(formula);
     ASSERT_TRUE(comparison) << formula;
     for (double const number : numbers) {
