@@ -121,7 +121,7 @@ private:
   std::vector<CriterionText> _values;
 };
 
-/// What cells of an area must hold so that they may look different.
+/// The numbers and values of which cells of an area must hold one so that they may look different.
 struct Wanted {
   NumberSpans held;   ///< by the cells
   NumberSpans given;  ///< by the provider
