@@ -29,7 +29,8 @@ DOM::SharedCellStylePtr const& CellResolver::resolve(DOM::CellInfo const& cellIn
   // asked.
   prepare(formats.front());
   TestedCell const cell{{_table.getProvider().getCellValue(cellInfo), cellInfo.getCellIndex()},
-                        cellInfo.getCell() != nullptr};
+                        cellInfo.getCell() != nullptr,
+                        cellInfo.getCell()};
   if (_lineVerdicts) {
     walk(_lineVerdicts->select(cellInfo, formats), cell,
          [&](FormatIndex index, PreparedCondition const& condition) {

@@ -64,6 +64,9 @@ TruthCondition::TruthCondition(FormulaOrigin const& origin,
     : _locale(origin.contextProvider.getLocaleContext()), _argument(origin, argument) {}
 
 bool TruthCondition::holds(TestedCell const& cell, PassContext& pass) const {
+  if (auto const compared = _argument.compare(cell.data.cellIndex, cell.cell)) {
+    return *compared;
+  }
   Value ownValue;
   Value const& argument = _argument.evaluate(cell.data.cellIndex, pass.getSession(), ownValue);
   return isTrueWithoutThrowing(argument, _locale);

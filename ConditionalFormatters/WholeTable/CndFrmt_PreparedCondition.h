@@ -10,6 +10,7 @@
 #include "ConditionalFormatters/CndFrmt_ValueContextProvider.h"
 #include "ConditionalFormatters/Operators/CndFrmt_Operator.h"
 #include "ConditionalFormatters/WholeTable/CndFrmt_PassRequest.h"
+#include "DOM/Cell.h"
 #include "Formulas/EvaluationSession.h"
 #include "Formulas/LookupCache.h"
 #include "OfficeUtils/Moment.h"
@@ -29,6 +30,8 @@ struct TestedCell {
   /// True if the cell exists and lies in the ranges of the format: its value is then among those
   /// that are collected from the ranges.
   bool isCollected;
+  /// The cell as its table holds it; null if it does not exist, or is not known.
+  DOM::Cell const* cell = nullptr;
 };
 
 /// State of one thread in a pass: one moment for all of its cells, and a session of the formula

@@ -6,9 +6,11 @@
 
 #include "ConditionalFormatters/Operands/CndFrmt_FormulaEvaluation.h"
 #include "Formulas/CalcShiftedExpr.h"
+#include "Formulas/ContextProvider.h"
 #include "Formulas/EvaluationLimitError.h"
 #include "Formulas/FoldExpr.h"
 #include "Formulas/RuntimeDependenciesResolver.h"
+#include "Formulas/TableContext.h"
 #include "Utils/WorkBudget.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -70,6 +72,7 @@ void PreparedFormula::fold(Shared& shared, CellIndex cell,
     if (auto folded = Formulas::foldExpr(_expr, context, _origin.contextProvider, session)) {
       shared.folded = std::make_unique<Expr const>(std::move(*folded));
     }
+    shared.comparison = findComparison(shared.folded ? *shared.folded : _expr);
   } catch (std::bad_alloc const&) {
     throw;
   } catch (WorkEnded const&) {
@@ -78,6 +81,20 @@ void PreparedFormula::fold(Shared& shared, CellIndex cell,
     // The call may stand in a branch that no cell takes: the formula is kept unfolded, and throws
     // for the cells that do take it.
   }
+}
+
+std::optional<Formulas::NumberComparison> PreparedFormula::findComparison(Expr const& expr) const {
+  auto comparison = Formulas::NumberComparison::find(expr);
+  if (!comparison) {
+    return std::nullopt;
+  }
+  auto const& reference = comparison->getCell();
+  bool const isOwnCell = reference.firstRowIsRelative && reference.firstColumnIsRelative &&
+                         reference.firstRow == _origin.baseCell.getRow().get() &&
+                         reference.firstColumn == _origin.baseCell.getColumn().get();
+  auto const* const context = _origin.contextProvider.getTableContext(_origin.table);
+  bool const isOwnTable = context != nullptr && &context->getTable() == &_origin.table;
+  return isOwnCell && isOwnTable ? comparison : std::nullopt;
 }
 
 void PreparedFormula::evaluateAt(Expr const& expr, CellIndex cell,

@@ -1,21 +1,22 @@
 #pragma once
 
 #include <atomic>
+#include <cmath>
 #include <exception>
 #include <memory>
 #include <optional>
 
 #include <boost/optional.hpp>
+#include <boost/variant/get.hpp>
 
 #include "ConditionalFormatters/WholeTable/CndFrmt_Lazy.h"
+#include "DOM/Cell.h"
 #include "DOM/FormulaSyntaxTree/Expr.h"
+#include "DOM/Table.h"
 #include "FormulaModel/FormulaValue.h"
 #include "Formulas/EvaluationSession.h"
+#include "Formulas/NumberComparison.h"
 #include "Utils/CellIndex.h"
-
-namespace Zorv::DOM {
-class Table;
-}  // namespace Zorv::DOM
 
 namespace Zorv::Formulas {
 class ContextProvider;
@@ -52,6 +53,19 @@ public:
                : evaluateOwn(cell, session, ownValue);
   }
 
+  /// The same for a formula that is left as a comparison of the cell with a number, if the cell
+  /// holds one: without the engine. Nothing for other cells and formulas.
+  [[nodiscard]] std::optional<bool> compare(CellIndex cell, DOM::Cell const* held) const noexcept {
+    Shared const* const shared = _shared.find();
+    if (held == nullptr || shared == nullptr || !shared->comparison || !isInSheet(cell)) {
+      return std::nullopt;
+    }
+    auto const* const number = boost::get<FormulaModel::FormulaNumber>(&held->value);
+    return number == nullptr || !std::isfinite(number->value.get())
+               ? std::nullopt
+               : std::optional(shared->comparison->holds(number->value.get()));
+  }
+
   /// Part that is the same for every cell, as a formula that is followed compares it.
   struct Common {
     /// The value of a formula that has one for all cells; null for others.
@@ -77,11 +91,18 @@ private:
   struct Shared {
     boost::optional<FormulaValue> value;                         ///< of a formula that is
     std::unique_ptr<DOM::FormulaSyntaxTree::Expr const> folded;  ///< if parts of the formula are
+    std::optional<Formulas::NumberComparison> comparison;        ///< of the evaluated cell
   };
 
   /// True if references can be moved to a cell; evaluateAt() refuses others.
   [[nodiscard]] static bool isShiftable(CellIndex cell) noexcept {
     return (cell.getRow().get() | cell.getColumn().get()) >> 31U == 0;
+  }
+
+  /// True for the cells of a sheet, past the last of which references go on with its first.
+  [[nodiscard]] static bool isInSheet(CellIndex cell) noexcept {
+    return cell.getRow().get() < DOM::Table::rowCount &&
+           cell.getColumn().get() < DOM::Table::columnCount;
   }
 
   boost::optional<FormulaValue> const& evaluateOwn(CellIndex cell,
@@ -90,6 +111,9 @@ private:
   [[nodiscard]] std::unique_ptr<Shared const> prepare(CellIndex cell,
                                                       Formulas::EvaluationSession& session) const;
   void fold(Shared& shared, CellIndex cell, Formulas::EvaluationSession& session) const;
+  /// A comparison of the cell for which the formula is evaluated with a number.
+  [[nodiscard]] std::optional<Formulas::NumberComparison> findComparison(
+      DOM::FormulaSyntaxTree::Expr const& expr) const;
   /// Puts the value into `value`, which is empty before.
   void evaluateAt(DOM::FormulaSyntaxTree::Expr const& expr, CellIndex cell,
                   Formulas::EvaluationSession& session, boost::optional<FormulaValue>& value) const;

@@ -98,7 +98,8 @@ bool ConditionAsker::liesInRanges(DOM::CellInfo const& cellInfo) const {
 
 TestedCell ConditionAsker::read(DOM::CellInfo const& cellInfo, bool isInRanges) const {
   return {{_table.getProvider().getCellValue(cellInfo), cellInfo.getCellIndex()},
-          isInRanges && cellInfo.getCell() != nullptr};
+          isInRanges && cellInfo.getCell() != nullptr,
+          cellInfo.getCell()};
 }
 
 void judgeCells(PreparedTable const& table, FormatIndex format, TablePass const& pass,
