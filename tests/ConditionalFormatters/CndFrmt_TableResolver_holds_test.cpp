@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <functional>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -313,6 +315,87 @@ private:
   Answer _answer;
 };
 
+TEST_F(TableResolverHoldsTest, ComparesCellsWithNumbersAsOperatorsDo) {
+  double const infinity = std::numeric_limits<double>::infinity();
+  FormulaValue const values[] = {number(1),
+                                 number(2),
+                                 number(std::nextafter(2, 3)),
+                                 number(3),
+                                 number(-infinity),
+                                 number(infinity),
+                                 number(std::numeric_limits<double>::quiet_NaN()),
+                                 text("2"),
+                                 text("a"),
+                                 boolean(true),
+                                 error(FormulaModel::FormulaErrorCode::Value),
+                                 FormulaValue()};
+  for (std::size_t row = 0; row < std::size(values); ++row) {
+    table.setValue(row, 0, values[row]);
+    table.setValue(row, 1, values[std::size(values) - 1 - row]);
+  }
+  table.removeCell(std::size(values), 0);
+  for (char const* const formula :
+       {"A1=2", "A1<>2", "A1<2", "A1<=2", "A1>2", "A1>=2", "2=A1", "2>A1", "2<=A1", "A$1=1",
+        "A$1>1", "$A1>2", "$A1<2", "B1>2", "A2>2", "B$2>2", "A1>SUM($A$1:$A$3)/2",
+        "SUM($A$1:$A$3)/2>=A1"}) {
+    SCOPED_TRACE(formula);
+    table.setConditionalFormats({});
+    addFormat(table, {{0, 0, std::size(values) + 2, 2}},
+              UnaryConditionalFormatOperator(UnaryConditionalFormatType::FormulaIsTrue,
+                                             Formulas::parseExpr(formula)));
+    auto const calculator = makeCalculator();
+    auto const resolver = calculator.prepare(styles, table);
+    auto const& formatRef = calculator.getConditionalFormatRefs(table).front();
+    PlainValueContextProvider const provider(table);
+    for (unsigned long cell = 2 * std::size(values) + 4; cell-- > 0;) {
+      CellInfo const asked = table.getCellInfo(cell / 2, cell % 2);
+      EXPECT_EQ(judge([&] { return resolver.holds(0, asked); }).holds,
+                judgeByOperator(provider, formatRef, asked).holds)
+          << cell / 2 << ", " << cell % 2;
+    }
+  }
+}
+
+TEST_F(TableResolverHoldsTest, ComparesTheCellThatFormulasReadWhereverTheyReadIt) {
+  /// Formulas read another table than that of the formats, whose values are tenfold.
+  class OtherTable final : public ForwardingValueContextProvider {
+  public:
+    OtherTable(Table const& formatted, Table const& read)
+        : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(formatted)),
+          _document(read) {}
+
+    [[nodiscard]] Formulas::ContextProvider const& getFormulasContextProvider() const override {
+      return _document;
+    }
+
+  private:
+    class Document final : public Formulas::OneTableDocument {
+    public:
+      explicit Document(Table const& read) : OneTableDocument(read), _read(read) {}
+
+      [[nodiscard]] Formulas::TableContext const* getTableContext(
+          Table const& /*asked*/) const override {
+        return OneTableDocument::getTableContext(_read);
+      }
+
+    private:
+      Table const& _read;
+    };
+
+    Document _document;
+  };
+  Table read;
+  for (unsigned long row = 0; row < cellCount; ++row) {
+    read.setValue(row, 0, number(static_cast<double>(row) * 10));
+  }
+  addFormula("A1>100");
+  ConditionalFormattingPropsCalculator const calculator(std::make_unique<OtherTable>(table, read));
+  auto const resolver = calculator.prepare(styles, table);
+  EXPECT_FALSE(resolver.holds(0, table.getCellInfo(10, 0)));
+  EXPECT_TRUE(resolver.holds(0, table.getCellInfo(11, 0)));
+  EXPECT_FALSE(resolver.holds(0, table.getCellInfo(9, 0)));
+}
+
 TEST_F(TableResolverHoldsTest, ACellThatThrowsLeavesTheOthersAlone) {
   addFormula("A1>5");
   ConditionalFormattingPropsCalculator const calculator(
@@ -468,9 +551,13 @@ TEST_F(TableResolverHoldsTest, RefusesThePositionsThatOperatorsRefuseAlsoWithAKn
   PlainValueContextProvider const provider(table);
   for (std::size_t format = 0; format < formatRefs.size(); ++format) {
     auto const expectRefused = [&](unsigned long row, unsigned long farColumn) {
-      CellInfo const cell = table.getCellInfo(row, farColumn);
+      // Whether or not the caller has a cell for the position.
+      CellInfo const cell(table, CellIndex(RowIndex(row), ColumnIndex(farColumn)),
+                          table.findCell(0, 0));
       auto const verdict = judge([&] { return resolver.holds(format, cell); });
       EXPECT_EQ(verdict.thrown, typeid(BadNumCastError)) << format;
+      EXPECT_EQ(verdict,
+                judge([&] { return resolver.holds(format, table.getCellInfo(row, farColumn)); }));
       EXPECT_EQ(verdict, judgeByOperator(provider, formatRefs[format], cell)) << format;
     };
     expectRefused(1UL << 31U, 0);
