@@ -12,7 +12,8 @@ namespace {
 /// Gathers rows until they make a block, so that narrow row intervals do not become a block each.
 class BlockGatherer {
 public:
-  explicit BlockGatherer(TableRange const& bounds) noexcept : _rows(bounds) {
+  BlockGatherer(TableRange const& bounds, unsigned long cellsPerBlock) noexcept
+      : _rows(bounds), _cellsPerBlock(cellsPerBlock) {
     _rows.endRow = _rows.firstRow;
   }
 
@@ -23,14 +24,15 @@ public:
     }
     _rows.endRow = endRow;
     _cellCount += std::uint64_t{cellsPerRow} * (endRow - firstRow);
-    if (_cellCount >= DOM::RowBlocks::cellsPerBlock) {
+    if (_cellCount >= _cellsPerBlock) {
       finishBlock();
     }
   }
 
   void finishBlock() {
     if (_cellCount > 0) {
-      _blocks.add(DOM::RowBlocks::ofRows(_rows, _cellCount / (_rows.endRow - _rows.firstRow)));
+      _blocks.add(DOM::RowBlocks::ofRows(_rows, _cellCount / (_rows.endRow - _rows.firstRow),
+                                         _cellsPerBlock));
       _cellCount = 0;
     }
   }
@@ -40,13 +42,14 @@ public:
 private:
   BlockList _blocks;
   TableRange _rows;  ///< of the block that is not full yet
+  unsigned long _cellsPerBlock;
   std::uint64_t _cellCount = 0;
 };
 
 }  // namespace
 
 BlockList RangesWalk::findBlocks(DOM::Table const& table, RangeIndex const& ranges,
-                                 bool existingOnly) {
+                                 bool existingOnly, unsigned long cellsPerBlock) {
   if (ranges.getRanges().empty()) {
     return {};
   }
@@ -61,7 +64,7 @@ BlockList RangesWalk::findBlocks(DOM::Table const& table, RangeIndex const& rang
     mostCellsPerRow = 1 + table.getCellCount() / std::max(1UL, usedEndRow - usedFirstRow);
   }
   FormatCursor cursor(ranges);
-  BlockGatherer gatherer(bounds);
+  BlockGatherer gatherer(bounds, cellsPerBlock);
   for (unsigned long row = bounds.firstRow; row < bounds.endRow;) {
     unsigned long const endRow = std::min(cursor.enterRow(row), bounds.endRow);
     if (cursor.getWidth() > 0) {

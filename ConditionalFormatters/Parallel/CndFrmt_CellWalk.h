@@ -7,6 +7,7 @@
 #include "ConditionalFormatters/Formats/CndFrmt_FormatCursor.h"
 #include "ConditionalFormatters/Parallel/CndFrmt_BlockList.h"
 #include "DOM/CellInfo.h"
+#include "DOM/RowBlocks.h"
 #include "DOM/Table.h"
 #include "Utils/TableRange.h"
 
@@ -47,8 +48,9 @@ public:
       : _table(table), _cursor(ranges), _existingOnly(existingOnly) {}
 
   /// The row blocks of the walk. A block spans all columns of the ranges.
-  [[nodiscard]] static BlockList findBlocks(DOM::Table const& table, RangeIndex const& ranges,
-                                            bool existingOnly);
+  [[nodiscard]] static BlockList findBlocks(
+      DOM::Table const& table, RangeIndex const& ranges, bool existingOnly,
+      unsigned long cellsPerBlock = DOM::RowBlocks::cellsPerBlock);
 
   template <class Visit>
   void forEachCellOf(TableRange const& block, Visit const& visit) {

@@ -1,5 +1,7 @@
 #include "ConditionalFormatters/WholeTable/CndFrmt_PassWalk.h"
 
+#include <algorithm>
+
 #include "ConditionalFormatters/Formats/CndFrmt_Positions.h"
 
 namespace Zorv::ConditionalFormatters {
@@ -44,12 +46,30 @@ PassCells::PassCells(PreparedTable const& table, FormatIndex format, TablePass c
 }
 
 void PassCells::findBlocks(TablePass const& pass) {
+  unsigned long const most = chooseCellsPerBlock(pass.threadCount);
   if (_ranges) {
-    _blocks = RangesWalk::findBlocks(_table, *_ranges, _existingOnly);
+    _blocks = RangesWalk::findBlocks(_table, *_ranges, _existingOnly, most);
   } else {
-    _blocks.add(_existingOnly ? DOM::RowBlocks::ofCells(_table, pass.range)
-                              : DOM::RowBlocks::ofPositions(pass.range));
+    _blocks.add(_existingOnly ? DOM::RowBlocks::ofCells(_table, pass.range, most)
+                              : DOM::RowBlocks::ofPositions(pass.range, most));
   }
+}
+
+unsigned long PassCells::chooseCellsPerBlock(unsigned threadCount) const noexcept {
+  constexpr unsigned long fewCells = 128;
+  constexpr unsigned long blocksPerThread = 4;
+  if (threadCount <= 1) {
+    return DOM::RowBlocks::cellsPerBlock;
+  }
+  unsigned long positions = 0;
+  for (TableRange const& area : _areas) {
+    positions += std::min(area.endRow - area.firstRow, DOM::Table::rowCount) *
+                 std::min(area.endColumn - area.firstColumn, DOM::Table::columnCount);
+  }
+  unsigned long const cells =
+      _existingOnly ? std::min(positions, _table.getCellCount()) : positions;
+  return std::clamp(cells / (blocksPerThread * threadCount), fewCells,
+                    DOM::RowBlocks::cellsPerBlock);
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -36,6 +36,9 @@ private:
   friend class PassWalk;
 
   void findBlocks(TablePass const& pass);
+  /// As many as usual, but fewer in a small pass, so that there are blocks for all threads: its
+  /// cells may be under hundreds of formats.
+  [[nodiscard]] unsigned long chooseCellsPerBlock(unsigned threadCount) const noexcept;
 
   DOM::Table const& _table;
   bool _existingOnly;

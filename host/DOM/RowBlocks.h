@@ -19,14 +19,18 @@ public:
   /// a block to a thread, small enough for an even split.
   static constexpr unsigned long cellsPerBlock = 4096;
 
+  // `most`: the cells in a block, if not as many as usual; above 0.
+
   /// Blocks for a walk over all positions of a range.
-  [[nodiscard]] static RowBlocks ofPositions(TableRange const& range) noexcept;
+  [[nodiscard]] static RowBlocks ofPositions(TableRange const& range,
+                                             unsigned long most = cellsPerBlock) noexcept;
   /// Blocks for a walk over the existing cells of a range. They leave out the rows above the
   /// table's first cell and below its last.
-  [[nodiscard]] static RowBlocks ofCells(Table const& table, TableRange const& range) noexcept;
+  [[nodiscard]] static RowBlocks ofCells(Table const& table, TableRange const& range,
+                                         unsigned long most = cellsPerBlock) noexcept;
   /// Blocks for a walk that meets so many cells in each row of a range.
-  [[nodiscard]] static RowBlocks ofRows(TableRange const& range,
-                                        unsigned long cellsPerRow) noexcept;
+  [[nodiscard]] static RowBlocks ofRows(TableRange const& range, unsigned long cellsPerRow,
+                                        unsigned long most = cellsPerBlock) noexcept;
 
   /// How many blocks there are.
   [[nodiscard]] std::size_t count() const noexcept;
@@ -34,7 +38,7 @@ public:
   [[nodiscard]] TableRange at(std::size_t index) const noexcept;
 
 private:
-  RowBlocks(TableRange const& range, unsigned long cellsPerRow) noexcept;
+  RowBlocks(TableRange const& range, unsigned long cellsPerRow, unsigned long most) noexcept;
 
   TableRange _range;
   unsigned long _height;  ///< of a block, in rows

@@ -2,14 +2,19 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <limits>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <new>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <type_traits>
 #include <typeindex>
 #include <utility>
@@ -376,6 +381,45 @@ TEST_F(TableResolverTest, SeveralThreadsCollectTogetherAndStillReadEachCellOnce)
       std::make_unique<CountingValueContextProvider>(table, reads));
   static_cast<void>(visitAll(calculator.prepare(styles, table), column, Positions::Existing, 3));
   EXPECT_EQ(reads, 2 * cellCount);
+}
+
+/// Lets nobody read a value before two threads want one.
+class TwoThreadsProvider final : public ForwardingValueContextProvider {
+public:
+  explicit TwoThreadsProvider(Table const& table)
+      : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)) {}
+
+  [[nodiscard]] FormulaValue getCellValue(CellInfo const& cellInfo) const override {
+    std::unique_lock lock(_mutex);
+    _readers.insert(std::this_thread::get_id());
+    _arrival.notify_all();
+    if (!_arrival.wait_for(lock, std::chrono::minutes(1), [&] { return _readers.size() > 1; })) {
+      throw std::runtime_error("one thread does all of the work");
+    }
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
+  }
+
+private:
+  mutable std::mutex _mutex;
+  mutable std::condition_variable _arrival;
+  mutable std::set<std::thread::id> _readers;
+};
+
+TEST_F(TableResolverTest, ThreadsShareThePassOfAViewThatIsSmall) {
+  addUnary(UnaryConditionalFormatType::FormulaIsTrue, "A1>7");
+  TableRange const view{100, 0, 700, 1};
+  TablePass const passes[] = {
+      {view, Positions::All, 2},
+      {view, Positions::Existing, 2},
+      {view, Positions::Formatted, 2},
+      {.range = column, .positions = Positions::Areas, .threadCount = 2, .areas = {view}}};
+  for (TablePass const& pass : passes) {
+    ConditionalFormattingPropsCalculator const calculator(
+        std::make_unique<TwoThreadsProvider>(table));
+    std::size_t visited = 0;
+    calculator.prepare(styles, table).visit(pass, [&](ResolvedCell const&) { ++visited; });
+    EXPECT_EQ(visited, 600U);
+  }
 }
 
 TEST_F(TableResolverTest, AFirstSmallViewReadsTheRangeOnceAndItsOwnCellsTwiceMore) {

@@ -70,6 +70,7 @@ TEST_F(RangesWalkTest, GathersNarrowRowIntervalsIntoBlocks) {
   }
   RangeIndex const index(ranges);
   EXPECT_LT(RangesWalk::findBlocks(_table, index, false).count(), 10U);
+  EXPECT_GT(RangesWalk::findBlocks(_table, index, false, 100).count(), 140U);
   EXPECT_EQ(walk(ranges, false).size(), 15'000U);
 }
 

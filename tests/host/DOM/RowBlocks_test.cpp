@@ -37,6 +37,18 @@ TEST(RowBlocks, PositionsAreSharedOutByTheThousand) {
   expectBlocksCover(blocks, range);
 }
 
+TEST(RowBlocks, MayBeSmallerThanUsual) {
+  TableRange const range{10, 2, 110, 6};
+  auto const blocks = RowBlocks::ofPositions(range, 100);
+  EXPECT_EQ(blocks.count(), 4U);
+  expectBlocksCover(blocks, range);
+  Table table;
+  fill(table, 0, 50, 4);
+  EXPECT_EQ(RowBlocks::ofCells(table, {0, 0, 50, 4}, 100).count(), 2U);
+  EXPECT_EQ(RowBlocks::ofRows(range, 50, 100).count(), 50U);
+  EXPECT_EQ(RowBlocks::ofRows(range, 50, 1).count(), 100U);
+}
+
 TEST(RowBlocks, EvenARowThatIsWiderThanABlockIsNotCut) {
   TableRange const range{0, 0, 3, 16'384};
   auto const blocks = RowBlocks::ofPositions(range);
