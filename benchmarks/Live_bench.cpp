@@ -179,7 +179,8 @@ void measureEditAnew(benchmark::State& state, EditKind const& kind) {
 }
 
 /// Moves the view down by some rows, and tells the cells that come into sight.
-void measureScroll(benchmark::State& state, EditKind const& kind, unsigned long rows) {
+void measureScroll(benchmark::State& state, EditKind const& kind, unsigned long rows,
+                   unsigned threadCount = 1) {
   EditedColumn column(static_cast<std::size_t>(state.range(0)), kind);
   BenchTable const& table = column.getTable();
   LiveResolver resolver = table.getCalculator().follow(table.getStyles(), table.getTable());
@@ -195,7 +196,7 @@ void measureScroll(benchmark::State& state, EditKind const& kind, unsigned long 
     inSight.firstRow = step == 0 ? 0 : inSight.firstRow + step;
     inSight.endRow = inSight.firstRow + viewedCells;
     view.show(inSight);
-    view.refresh(paint);
+    view.refresh(paint, threadCount);
   }
   benchmark::DoNotOptimize(visited);
 }
@@ -421,6 +422,12 @@ void registerLive() {
       measureScrollAnew(state, *kind, rows);
     })->Apply(withSizes);
   }
+  benchmark::RegisterBenchmark(
+      "live/scrollPageHundredsByTwo",
+      [](benchmark::State& state) { measureScroll(state, hundreds, viewedCells, 2); })
+      ->Arg(1'000'000)
+      ->Unit(benchmark::kMicrosecond)
+      ->UseRealTime();
   static DocumentEditKind const documentEdits[] = {
       {"live/row", insertOrDeleteRow},       {"live/moveRow", moveRow},
       {"live/column", insertOrDeleteColumn}, {"live/columnAmid", insertOrDeleteColumn, 10},

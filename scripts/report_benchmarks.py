@@ -88,7 +88,9 @@ def report_live(times):
              "columnAmid": "a column is inserted or deleted amid ten",
              "moveColumnAmid": "a column is moved amid ten",
              "formats": "formats change", "scroll3": "scroll by three rows",
-             "scrollPage": "scroll by a page"}
+             "scrollPage": "scroll by a page",
+             "editHundreds": "one cell, under 300 rules with formulas besides",
+             "scrollPageHundreds": "scroll by a page, under these"}
     for kind, words in kinds.items():
         followed, anew = (times[f"live/{kind}{which}/1000000"] / 1e6 for which in ("", "Anew"))
         lines.append(f"| {words} | {followed:.3f} | {anew:.1f} | {anew / followed:.0f} |")
@@ -98,7 +100,8 @@ def report_live(times):
     lines += ["", f"The first view of a new resolver takes {milliseconds('view/first')}. "
               f"30,000 pasted cells take {milliseconds('live/pasteMany')}, with the time in which "
               f"the table takes them. A filled column of fifty is deleted in "
-              f"{milliseconds('live/deleteFilledColumn')}.", "",
+              f"{milliseconds('live/deleteFilledColumn')}. Two threads scroll by a page under the "
+              f"hundreds of rules in {milliseconds('live/scrollPageHundredsByTwo')}.", "",
               "In the reference table, with 50 columns, a row is inserted and deleted in "
               f"{milliseconds('rows/insertAndDelete')}, and one is moved in "
               f"{milliseconds('rows/move')}; with 10, a column amid them is inserted and deleted in "
