@@ -8,6 +8,7 @@
 #include <ctime>
 #include <random>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -378,11 +379,14 @@ void measureDeletedColumn(benchmark::State& state) {
 }  // namespace
 
 void registerLive() {
-  static EditKind const kinds[] = {{"edit", 1, 1},
+  static constexpr EditKind plain{"edit", 1, 1};
+  static constexpr EditKind hundreds{
+      .name = "editHundreds", .cellCount = 1, .unit = 1, .withHundreds = true};
+  static EditKind const kinds[] = {plain,
                                    {"editCents", 1, 0.01},
                                    {"editFormulas", 1, 1, true},
                                    {"editFormulasCents", 1, 0.01, true},
-                                   {"editHundreds", 1, 1, false, false, false, true},
+                                   hundreds,
                                    {"editSumsCents", 1, 0.01, false, true},
                                    {"editSumsBy", 1, 0.01, false, true, true},
                                    {"pasteSumsBy", 1'000, 0.01, false, true, true},
@@ -409,8 +413,6 @@ void registerLive() {
   benchmark::RegisterBenchmark("live/deleteFilledColumn", measureDeletedColumn)
       ->Arg(1'000'000)
       ->Unit(benchmark::kMicrosecond);
-  static EditKind const& plain = kinds[0];
-  static EditKind const& hundreds = kinds[4];
   for (auto const& [name, kind, rows] : {std::tuple("live/scroll3", &plain, 3UL),
                                          {"live/scrollPage", &plain, viewedCells},
                                          {"live/scrollPageHundreds", &hundreds, viewedCells}}) {
