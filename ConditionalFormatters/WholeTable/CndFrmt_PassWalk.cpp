@@ -27,7 +27,7 @@ PassCells::PassCells(PreparedTable const& table, TablePass const& pass)
   } else if (pass.positions == Positions::Areas) {
     _ranges.emplace(_areas);
   }
-  findBlocks(pass);
+  findBlocks(table, pass);
 }
 
 PassCells::PassCells(PreparedTable const& table, FormatIndex format, TablePass const& pass)
@@ -42,11 +42,11 @@ PassCells::PassCells(PreparedTable const& table, FormatIndex format, TablePass c
   } else {
     _ranges.emplace(clip(ofFormat, pass.range));
   }
-  findBlocks(pass);
+  findBlocks(table, pass);
 }
 
-void PassCells::findBlocks(TablePass const& pass) {
-  unsigned long const most = chooseCellsPerBlock(pass.threadCount);
+void PassCells::findBlocks(PreparedTable const& table, TablePass const& pass) {
+  unsigned long const most = chooseCellsPerBlock(table, pass);
   if (_ranges) {
     _blocks = RangesWalk::findBlocks(_table, *_ranges, _existingOnly, most);
   } else {
@@ -55,21 +55,23 @@ void PassCells::findBlocks(TablePass const& pass) {
   }
 }
 
-unsigned long PassCells::chooseCellsPerBlock(unsigned threadCount) const noexcept {
+unsigned long PassCells::chooseCellsPerBlock(PreparedTable const& table,
+                                             TablePass const& pass) const noexcept {
+  constexpr unsigned long fewFormats = 16;
   constexpr unsigned long fewCells = 128;
   constexpr unsigned long blocksPerThread = 4;
-  if (threadCount <= 1) {
-    return DOM::RowBlocks::cellsPerBlock;
+  unsigned long const usual = DOM::RowBlocks::cellsPerBlock;
+  unsigned long const formats = _asksOneFormat ? 1 : table.getFormatRefs().size();
+  if (pass.threadCount <= 1 || formats <= fewFormats) {
+    return usual;
   }
   unsigned long positions = 0;
   for (TableRange const& area : _areas) {
     positions += std::min(area.endRow - area.firstRow, DOM::Table::rowCount) *
                  std::min(area.endColumn - area.firstColumn, DOM::Table::columnCount);
   }
-  unsigned long const cells =
-      _existingOnly ? std::min(positions, _table.getCellCount()) : positions;
-  return std::clamp(cells / (blocksPerThread * threadCount), fewCells,
-                    DOM::RowBlocks::cellsPerBlock);
+  unsigned long const least = std::max(usual * fewFormats / formats, fewCells);
+  return std::clamp(positions / (blocksPerThread * pass.threadCount), least, usual);
 }
 
 }  // namespace Zorv::ConditionalFormatters

@@ -35,10 +35,12 @@ public:
 private:
   friend class PassWalk;
 
-  void findBlocks(TablePass const& pass);
-  /// As many as usual, but fewer in a small pass, so that there are blocks for all threads: its
-  /// cells may be under hundreds of formats.
-  [[nodiscard]] unsigned long chooseCellsPerBlock(unsigned threadCount) const noexcept;
+  void findBlocks(PreparedTable const& table, TablePass const& pass);
+  /// As many as usual, but fewer where few cells are under very many formats, so that there are
+  /// blocks for all threads. Under few formats, one thread for few cells is enough, and formulas
+  /// that need much memory need it once.
+  [[nodiscard]] unsigned long chooseCellsPerBlock(PreparedTable const& table,
+                                                  TablePass const& pass) const noexcept;
 
   DOM::Table const& _table;
   bool _existingOnly;

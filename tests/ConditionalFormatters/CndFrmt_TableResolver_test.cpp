@@ -405,9 +405,11 @@ private:
   mutable std::set<std::thread::id> _readers;
 };
 
-TEST_F(TableResolverTest, ThreadsShareThePassOfAViewThatIsSmall) {
-  addUnary(UnaryConditionalFormatType::FormulaIsTrue, "A1>7");
-  TableRange const view{100, 0, 700, 1};
+TEST_F(TableResolverTest, ThreadsShareAPassOverFewCellsUnderVeryManyFormats) {
+  for (int format = 0; format < 200; ++format) {
+    addUnary(UnaryConditionalFormatType::FormulaIsTrue, "A1>" + std::to_string(format));
+  }
+  TableRange const view{100, 0, 1'100, 1};
   TablePass const passes[] = {
       {view, Positions::All, 2},
       {view, Positions::Existing, 2},
@@ -418,7 +420,7 @@ TEST_F(TableResolverTest, ThreadsShareThePassOfAViewThatIsSmall) {
         std::make_unique<TwoThreadsProvider>(table));
     std::size_t visited = 0;
     calculator.prepare(styles, table).visit(pass, [&](ResolvedCell const&) { ++visited; });
-    EXPECT_EQ(visited, 600U);
+    EXPECT_EQ(visited, 1'000U);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "FormulaModel/FormulaValueAccess.h"
+#include "Formulas/NumberComparison.h"
 #include "Formulas/Text/Texts.h"
 #include "Formulas/Text/ValueText.h"
 #include "Formulas/Text/Wildcards.h"
@@ -121,17 +122,7 @@ bool Criterion::isOrdered(Value const& value) const noexcept {
   if (value.kind() != _operand.kind() || value.isError()) {
     return false;
   }
-  auto const order = compareValues(value, _operand);
-  switch (_op) {
-    case Operator::Less:
-      return order < 0;
-    case Operator::LessOrEqual:
-      return order <= 0;
-    case Operator::Greater:
-      return order > 0;
-    default:
-      return order >= 0;
-  }
+  return holdsFor(_op, compareValues(value, _operand));
 }
 
 }  // namespace Zorv::Formulas
