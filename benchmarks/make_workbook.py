@@ -83,7 +83,11 @@ def sheet_lines(rows, formula):
     yield "</worksheet>"
 
 
-def write_workbook(path, rows=100_000, formula="MOD(ROW(),2)=0"):
+ROWS = 100_000
+FORMULA = "MOD(ROW(),2)=0"
+
+
+def write_workbook(path, rows=ROWS, formula=FORMULA):
     def entry(name):
         return zipfile.ZipInfo(name, (2026, 11, 21, 12, 0, 0))
 
@@ -100,7 +104,8 @@ def write_workbook(path, rows=100_000, formula="MOD(ROW(),2)=0"):
 if __name__ == "__main__":
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("path", help="the workbook to write")
-    parser.add_argument("rows", nargs="?", type=int, default=100_000)
-    parser.add_argument("formula", nargs="?", default="MOD(ROW(),2)=0", help="of the last rule")
+    parser.add_argument("rows", nargs="?", type=int, default=ROWS, help="%(default)s if left out")
+    parser.add_argument("formula", nargs="?", default=FORMULA,
+                        help="of the last rule, %(default)s if left out")
     arguments = parser.parse_args()
     write_workbook(arguments.path, arguments.rows, arguments.formula)

@@ -99,7 +99,7 @@ public:
 
   /// True also for texts that may ask for more than one of the values.
   [[nodiscard]] bool contains(FormulaValue const& value,
-                              Formulas::ContextProvider const& formulas) const {
+                              ValueContextProvider const& provider) const {
     if (!_areWanted) {
       return false;
     }
@@ -107,9 +107,11 @@ public:
       return !std::isnan(number->value.get()) && isAmong(number->value.get());
     }
     auto const* const text = boost::get<FormulaModel::FormulaString>(&value);
-    return text != nullptr &&
-           (mayBeMoreThanValue(text->value) ||
-            isAmong(Formulas::readCriterionText(text->value, formulas.getLocaleContext())));
+    if (text == nullptr || mayBeMoreThanValue(text->value)) {
+      return text != nullptr;
+    }
+    auto const& locale = provider.getFormulasContextProvider().getLocaleContext();
+    return isAmong(Formulas::readCriterionText(text->value, locale));
   }
 
 private:
@@ -121,7 +123,7 @@ private:
   std::vector<CriterionText> _values;
 };
 
-/// The numbers and values of which cells of an area must hold one so that they may look different.
+/// Numbers and values that are sought in an area: a cell with none of them looks as before.
 struct Wanted {
   NumberSpans held;   ///< by the cells
   NumberSpans given;  ///< by the provider
@@ -136,7 +138,7 @@ struct Wanted {
   [[nodiscard]] bool isAt(DOM::CellInfo const& cellInfo,
                           ValueContextProvider const& provider) const {
     FormulaValue const& value = heldAt(cellInfo);
-    return held.contains(value) || classes.contains(value, provider.getFormulasContextProvider()) ||
+    return held.contains(value) || classes.contains(value, provider) ||
            (!given.isEmpty() && given.contains(provider.getCellValue(cellInfo)));
   }
 };
@@ -150,7 +152,7 @@ struct ByPlace {
 
 using WantedByArea = std::map<TableRange, Wanted, ByPlace>;
 
-WantedByArea sortByArea(ReachedAreas const& reached, TableRange const& range) {
+WantedByArea groupByArea(ReachedAreas const& reached, TableRange const& range) {
   WantedByArea wanted;
   for (NumberArea const& numbers : reached.numbers) {
     Wanted& ofArea = wanted[intersect(numbers.area, range)];
@@ -187,7 +189,7 @@ std::vector<TableRange> findWanted(PreparedTable const& prepared, TableRange con
 std::vector<TableRange> findReachedCells(PreparedTable const& prepared, ReachedAreas const& reached,
                                          TableRange const& range) {
   std::vector<TableRange> areas;
-  for (auto& [area, wanted] : sortByArea(reached, range)) {
+  for (auto& [area, wanted] : groupByArea(reached, range)) {
     wanted.join();
     appendAll(findWanted(prepared, area, wanted), areas);
   }

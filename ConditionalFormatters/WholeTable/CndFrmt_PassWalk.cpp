@@ -62,7 +62,7 @@ unsigned long PassCells::chooseCellsPerBlock(PreparedTable const& table,
   constexpr unsigned long blocksPerThread = 4;
   unsigned long const usual = DOM::RowBlocks::cellsPerBlock;
   unsigned long const formats = _asksOneFormat ? 1 : table.getFormatRefs().size();
-  if (pass.threadCount <= 1 || formats <= fewFormats) {
+  if (pass.threadCount <= 1 || formats == 0) {
     return usual;
   }
   unsigned long positions = 0;
@@ -70,7 +70,7 @@ unsigned long PassCells::chooseCellsPerBlock(PreparedTable const& table,
     positions += std::min(area.endRow - area.firstRow, DOM::Table::rowCount) *
                  std::min(area.endColumn - area.firstColumn, DOM::Table::columnCount);
   }
-  unsigned long const least = std::max(usual * fewFormats / formats, fewCells);
+  unsigned long const least = std::clamp(usual * fewFormats / formats, fewCells, usual);
   return std::clamp(positions / (blocksPerThread * pass.threadCount), least, usual);
 }
 

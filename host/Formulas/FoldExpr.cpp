@@ -167,7 +167,7 @@ std::optional<Expr> foldExpr(Expr const& expr, Context const& context,
     auto const results = evaluateOperators(withoutCalls, evaluator, folded.texts);
     folded.nodes = replaceNodes(withoutCalls, results);
   } catch (EvaluationLimitError const&) {
-    // The expression stays unfolded. Each evaluation that needs the call meets the limit, too.
+    // The expression stays unfolded. Each evaluation that needs the same part meets the limit, too.
     return std::nullopt;
   }
   folded.traits = analyse(folded, builtinFunctions());

@@ -1,6 +1,7 @@
 #include "Formulas/NumberComparison.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 namespace Zorv::Formulas {

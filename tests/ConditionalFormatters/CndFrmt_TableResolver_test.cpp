@@ -424,6 +424,39 @@ TEST_F(TableResolverTest, ThreadsShareAPassOverFewCellsUnderVeryManyFormats) {
   }
 }
 
+/// Notes which threads read values.
+class ReadersProvider final : public ForwardingValueContextProvider {
+public:
+  ReadersProvider(Table const& table, std::set<std::thread::id>& readers)
+      : ForwardingValueContextProvider(std::make_unique<PlainValueContextProvider>(table)),
+        _readers(readers) {}
+
+  [[nodiscard]] FormulaValue getCellValue(CellInfo const& cellInfo) const override {
+    {
+      std::lock_guard const lock(_mutex);
+      _readers.insert(std::this_thread::get_id());
+    }
+    return ForwardingValueContextProvider::getCellValue(cellInfo);
+  }
+
+private:
+  mutable std::mutex _mutex;
+  std::set<std::thread::id>& _readers;
+};
+
+TEST_F(TableResolverTest, FewCellsUnderFewFormatsAreLeftToTheCallersThread) {
+  // Formulas that need much memory then need it once.
+  for (int format = 0; format < 16; ++format) {
+    addUnary(UnaryConditionalFormatType::FormulaIsTrue, "A1>" + std::to_string(format));
+  }
+  std::set<std::thread::id> readers;
+  ConditionalFormattingPropsCalculator const calculator(
+      std::make_unique<ReadersProvider>(table, readers));
+  static_cast<void>(
+      visitAll(calculator.prepare(styles, table), {100, 0, 4'100, 1}, Positions::Existing, 7));
+  EXPECT_EQ(readers, std::set{std::this_thread::get_id()});
+}
+
 TEST_F(TableResolverTest, AFirstSmallViewReadsTheRangeOnceAndItsOwnCellsTwiceMore) {
   addCollectingFormats(table, column);
   std::atomic<std::size_t> reads = 0;

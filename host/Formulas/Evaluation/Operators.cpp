@@ -4,7 +4,7 @@
 #include <span>
 
 #include "Formulas/Evaluation/Evaluator.h"
-#include "Formulas/NumberComparison.h"
+#include "Formulas/NumberOrder.h"
 #include "Formulas/Values/Coercion.h"
 #include "Formulas/Values/Comparison.h"
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "Formulas/NumberComparison.h"
+#include "Formulas/NumberOrder.h"
 
 /// Rounding as people expect it of decimal numbers: what differs from a whole number in its last
 /// bits only is that number, so that 2.3 / 0.1 has the whole part 23.

@@ -1,6 +1,6 @@
 #include "Formulas/Values/Comparison.h"
 
-#include "Formulas/NumberComparison.h"
+#include "Formulas/NumberOrder.h"
 #include "Formulas/Text/Texts.h"
 
 namespace Zorv::Formulas {

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "FormulaModel/FormulaValueAccess.h"
-#include "Formulas/NumberComparison.h"
+#include "Formulas/NumberOrder.h"
 #include "Formulas/Text/Texts.h"
 #include "Formulas/Text/ValueText.h"
 #include "Formulas/Text/Wildcards.h"
